@@ -1,0 +1,14 @@
+# One place for the flags that every target of the project is built with.
+add_library(quillon_flags INTERFACE)
+target_compile_options(quillon_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+  $<$<BOOL:${QUILLON_WERROR}>:-Werror>
+  # GCC 12 takes joined strings for overlapping copies.
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+  # Formulas are evaluated as written: a fused multiply-add would change last digits.
+  -ffp-contract=off)
+if(QUILLON_SANITIZE)
+  target_compile_options(quillon_flags INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(quillon_flags INTERFACE -fsanitize=address,undefined)
+endif()

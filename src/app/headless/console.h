@@ -1,0 +1,39 @@
+#pragma once
+
+#include <mutex>
+#include <string>
+#include <string_view>
+
+namespace quillon::headless {
+
+/// The program's two output streams, shared by conversions that run at the same time: whole lines
+/// go to standard error, above a progress line where one is shown.
+class Console {
+ public:
+  explicit Console(bool showsProgress) : showsProgress_(showsProgress) {}
+  ~Console() { clearProgress(); }
+  Console(const Console&) = delete;
+  Console& operator=(const Console&) = delete;
+
+  bool showsProgress() const { return showsProgress_; }
+
+  /// Lines (each with its line end) to standard error.
+  void printError(std::string_view lines);
+  /// Lines to standard output.
+  void printOutput(std::string_view lines);
+  /// A bar of `percent` with a label.
+  void showProgress(int percent, std::string_view label);
+  void clearProgress();
+
+ private:
+  void erase();
+
+  bool showsProgress_;
+  std::mutex mutex_;
+  std::string shown_;
+};
+
+/// True when standard error is a terminal.
+bool errorIsTerminal();
+
+}  // namespace quillon::headless

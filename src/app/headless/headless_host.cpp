@@ -1,0 +1,23 @@
+#include "app/headless/headless_host.h"
+
+#include "app/headless/interrupt.h"
+
+namespace quillon::headless {
+
+void HeadlessHost::setProgress(bool writing, int percent) {
+  (writing ? writePercent_ : readPercent_) = percent;
+  if (!label_.empty()) console_.showProgress((readPercent_ + writePercent_) / 2, label_);
+}
+
+bool HeadlessHost::cancelRequested() { return interrupted(); }
+
+bool HeadlessHost::ask(const convert::Message& question) {
+  // The one question of a conversion is whether to replace the script.
+  convert::Message refusal = question;
+  refusal.kind = convert::MessageKind::Error;
+  refusal.detail = texts_(3102, {question.detail});
+  messages_.push_back(refusal);
+  return false;
+}
+
+}  // namespace quillon::headless

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/headless/console.h"
+#include "convert/host.h"
+#include "ui/resources/string_table.h"
+
+namespace quillon::headless {
+
+/// Answers a conversion without a user: collects its messages, takes every question for No.
+class HeadlessHost : public convert::ConversionHost {
+ public:
+  /// `label` stands beside the progress bar; an empty one shows none.
+  HeadlessHost(Console& console, const resources::Texts& texts, std::string label)
+      : console_(console), texts_(texts), label_(std::move(label)) {}
+
+  const std::vector<convert::Message>& messages() const { return messages_; }
+
+  void setStatus(std::string_view) override {}
+  void setProgress(bool writing, int percent) override;
+  void processEvents() override {}
+  bool cancelRequested() override;
+  bool hasCancelButton() const override { return false; }
+  bool ask(const convert::Message& question) override;
+  void tell(const convert::Message& message) override { messages_.push_back(message); }
+  std::string chooseDxfFile(const convert::FileQuestion&) override { return {}; }
+  void showReport(std::string_view) override {}
+
+ private:
+  Console& console_;
+  const resources::Texts& texts_;
+  std::string label_;
+  int readPercent_ = 0;
+  int writePercent_ = 0;
+  std::vector<convert::Message> messages_;
+};
+
+}  // namespace quillon::headless

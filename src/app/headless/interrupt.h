@@ -1,0 +1,11 @@
+#pragma once
+
+namespace quillon::headless {
+
+/// From now on Ctrl-C sets a flag instead of ending the program; a second one ends it.
+void catchInterrupt();
+
+/// True once Ctrl-C was pressed.
+bool interrupted();
+
+}  // namespace quillon::headless

@@ -1,0 +1,134 @@
+#include "app/headless/json_output.h"
+
+#include <array>
+#include <charconv>
+
+#include "dxf/encoding.h"
+#include "dxf/entity_kinds.h"
+
+namespace quillon::headless {
+namespace {
+
+using convert::ConversionResult;
+using convert::Message;
+using convert::Outcome;
+
+/// An object or an array whose members are added one by one.
+class Members {
+ public:
+  explicit Members(char open) : text_(1, open), close_(open == '{' ? '}' : ']') {}
+
+  void add(std::string_view name, const std::string& value) {
+    addValue(jsonString(name) + ":" + value);
+  }
+  void addValue(const std::string& value) {
+    if (text_.size() > 1) text_ += ",";
+    text_ += value;
+  }
+  std::string close() { return text_ + close_; }
+
+ private:
+  std::string text_;
+  char close_;
+};
+
+std::string number(double value) {
+  std::array<char, 40> buffer{};
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
+  return {buffer.data(), end};
+}
+
+std::string stringOrNull(std::string_view text) { return text.empty() ? "null" : jsonString(text); }
+
+std::string outcomeText(Outcome outcome) {
+  switch (outcome) {
+    case Outcome::Converted:
+      return "\"converted\"";
+    case Outcome::Cancelled:
+      return "\"cancelled\"";
+    case Outcome::Ended:
+      break;
+  }
+  return "\"failed\"";
+}
+
+std::string entities(const ConversionResult& result) {
+  Members members('{');
+  for (std::size_t i = 0; i < result.counts.size(); ++i) {
+    const auto kind = static_cast<dxf::EntityKind>(i);
+    const bool reported = kind != dxf::EntityKind::Vertex && kind != dxf::EntityKind::Seqend;
+    if (result.counts[i] > 0 && reported) {
+      members.add(dxf::entityName(kind), std::to_string(result.counts[i]));
+    }
+  }
+  return members.close();
+}
+
+std::string unrecognised(const ConversionResult& result) {
+  Members members('{');
+  for (const auto& [name, count] : result.unknownKinds) members.add(name, std::to_string(count));
+  return members.close();
+}
+
+std::string extents(const emit::Extents& box) {
+  if (box.empty()) return "null";
+  Members members('{');
+  members.add("minX", number(box.minX));
+  members.add("minY", number(box.minY));
+  members.add("maxX", number(box.maxX));
+  members.add("maxY", number(box.maxY));
+  return members.close();
+}
+
+std::string kindText(convert::MessageKind kind) {
+  return kind == convert::MessageKind::Warning ? "\"warning\"" : "\"error\"";
+}
+
+std::string messageList(const std::vector<Message>& messages) {
+  Members list('[');
+  for (const Message& message : messages) {
+    Members members('{');
+    members.add("kind", kindText(message.kind));
+    members.add("text", jsonString(message.detail));
+    list.addValue(members.close());
+  }
+  return list.close();
+}
+
+}  // namespace
+
+std::string jsonString(std::string_view text) {
+  constexpr std::string_view kHex = "0123456789abcdef";
+  std::string out = "\"";
+  for (const char c : dxf::toUtf8(text, dxf::Encoding::Utf8)) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '"' || c == '\\') {
+      out += {'\\', c};
+    } else if (byte < 0x20 || byte == 0x7F) {
+      out += {'\\', 'u', '0', '0', kHex[byte >> 4], kHex[byte & 15]};
+    } else {
+      out += c;
+    }
+  }
+  return out + "\"";
+}
+
+std::string toJson(const ConversionResult& result, std::string_view reportFile,
+                   const std::vector<Message>& messages) {
+  Members members('{');
+  members.add("dxf", jsonString(result.dxfFile));
+  const bool written = result.outcome != Outcome::Ended;
+  members.add("script", stringOrNull(written ? result.scriptFile : std::string_view{}));
+  members.add("report", stringOrNull(written ? reportFile : std::string_view{}));
+  members.add("outcome", outcomeText(result.outcome));
+  members.add("linesRead", std::to_string(result.linesRead));
+  members.add("linesWritten", std::to_string(result.commandCount));
+  members.add("entities", entities(result));
+  members.add("notRecognised", unrecognised(result));
+  members.add("extents", extents(result.extents));
+  members.add("rangeWarning", result.rangeWarning ? "true" : "false");
+  members.add("messages", messageList(messages));
+  return members.close() + "\n";
+}
+
+}  // namespace quillon::headless

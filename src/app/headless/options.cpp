@@ -1,0 +1,164 @@
+#include "app/headless/options.h"
+
+#include <CLI/CLI.hpp>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <string_view>
+
+#include "dxf/number_text.h"
+#include "ui/resources/string_table.h"
+
+namespace quillon::headless {
+namespace {
+
+using Words = std::map<std::string, int>;
+
+/// A finite number as a whole, in the form that drawings use.
+std::string checkNumber(const std::string& text) {
+  char* end = nullptr;
+  std::strtod(text.c_str(), &end);
+  const bool whole = end != text.c_str() && *end == '\0';
+  const bool plain = text.find_first_not_of("+-.0123456789eE") == std::string::npos;
+  if (whole && plain && std::isfinite(dxf::numberValue(text))) return {};
+  return "\"" + text + "\" is no number";
+}
+
+std::string checkScale(const std::string& text) {
+  std::string error = checkNumber(text);
+  if (error.empty() && dxf::numberValue(text) == 0.0) error = "the scale factor must not be 0";
+  return error;
+}
+
+/// German in a German locale, else English.
+int localeLanguage() {
+  for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const char* const value = std::getenv(name);
+    if (value == nullptr || *value == '\0') continue;
+    return std::string_view(value).starts_with("de") ? resources::kGerman : resources::kEnglish;
+  }
+  return resources::kEnglish;
+}
+
+/// The options whose texts become numbers after parsing.
+struct NumberTexts {
+  std::string offsetX = "0";
+  std::string offsetY = "0";
+  std::string polyWidth = "0";
+};
+
+void addChoice(CLI::App& app, const char* name, int& value, const Words& words, const char* choices,
+               const char* help) {
+  app.add_option(name, value, help)
+      ->transform(CLI::CheckedTransformer(words).description(""))
+      ->type_name(choices);
+}
+
+void addJobOptions(CLI::App& app, Options& options, NumberTexts& numbers) {
+  convert::ConversionJob& job = options.job;
+  app.add_option("--name", options.name, "Name of the board, schematic or library [file name]");
+  addChoice(app, "--target", job.targetKind,
+            {{"board", 0}, {"schematic", 1}, {"package", 2}, {"symbol", 3}},
+            "board|schematic|package|symbol", "What the script draws into [board]");
+  addChoice(app, "--unit", job.unit, {{"mic", 0}, {"mm", 1}, {"mil", 2}, {"inch", 3}},
+            "mic|mm|mil|inch", "Unit of the drawing [mil]");
+  app.add_option("--scale", job.scaleText, "Factor on all coordinates [1.000]")
+      ->check(CLI::Validator(checkScale, "NUMBER"));
+  addChoice(app, "--eagle", job.version, {{"3.5", 0}, {"4", 1}}, "3.5|4",
+            "EAGLE version: 3.5, or 4 for 4.x and 5.x [4]");
+  app.add_option("--layer", job.defaultLayer, "EAGLE layer of all layers that are not assigned")
+      ->type_name("TEXT-OR-NUMBER");
+  app.add_option("--layers", job.layerFile, "Layer assignment file")->type_name("FILE.lay");
+  addChoice(app, "--poly", job.poly,
+            {{"-1", -1}, {"0", 0}, {"1", 1}, {"2", 2}, {"wire0", 0}, {"wire", 1}, {"polyline", 2}},
+            "wire0|wire|polyline|-1", "What polylines become [polyline]");
+  addChoice(app, "--blocks", job.blocks,
+            {{"0", 0}, {"1", 1}, {"2", 2}, {"draw", 0}, {"used", 1}, {"all", 2}}, "draw|used|all",
+            "Draw blocks in place, or make the used ones or all library parts [draw]");
+  app.add_flag("--dotted", job.dotted, "Draw dashed line types as short wires");
+  app.add_flag("--ellipses", job.ellipses, "Draw ellipses as wires instead of circles");
+  app.add_flag("--arc-to-line", job.arcToLine, "Draw arcs that leave EAGLE's range as wires");
+  const CLI::Validator number(checkNumber, "NUMBER");
+  app.add_option("--offset-x", numbers.offsetX, "Added to every x [0]")->check(number);
+  app.add_option("--offset-y", numbers.offsetY, "Added to every y [0]")->check(number);
+  app.add_option("--poly-width", numbers.polyWidth, "Width of polylines without a width [0]")
+      ->check(number);
+}
+
+void addProgramOptions(CLI::App& app, Options& options) {
+  app.add_option("drawings", options.inputs,
+                 "DXF drawings, or folders of them; - reads standard input")
+      ->required()
+      ->type_name("DRAWING.dxf");
+  app.add_option("-o,--output", options.output,
+                 "Script to write, a folder for several; - writes standard output")
+      ->type_name("SCRIPT.scr");
+  addChoice(app, "--language", options.languageOffset,
+            {{"de", resources::kGerman}, {"en", resources::kEnglish}}, "de|en",
+            "Language of messages and report [of the locale]");
+  app.add_option("--frame", options.frame, "File with the first and last lines of the script")
+      ->type_name("FILE.cfh");
+  app.add_option("--report", options.report, "Write the conversion report, to a folder for several")
+      ->type_name("FILE");
+  app.add_flag("--force", options.job.overwriteScript, "Replace existing scripts and reports");
+  app.add_option("--jobs", options.jobs, "Conversions at the same time [1]")
+      ->check(CLI::Range(1, 256));
+  app.add_flag("--quiet", options.quiet, "Print errors and warnings only");
+  app.add_flag("--json", options.json, "Print one JSON object for each conversion");
+}
+
+/// Rules between options; "" when they hold.
+std::string checkTogether(const Options& options) {
+  const bool one = options.inputs.size() == 1;
+  for (const std::string& input : options.inputs) {
+    if (input == "-" && !one) return "- cannot be combined with other drawings";
+    if (input.empty()) return "the name of a drawing is empty";
+  }
+  const bool toOutput = options.output ? *options.output == "-" : options.inputs.front() == "-";
+  if (toOutput && !one) return "-o - takes one drawing only";
+  if (toOutput && options.json) return "--json and the script cannot both go to standard output";
+  if (options.output && options.output->empty()) return "the name of the script is empty";
+  if (options.report && options.report->empty()) return "the name of the report is empty";
+  if (options.name && !one) return "--name takes one drawing only";
+  const bool noName =
+      options.name ? dxf::trimBlanks(*options.name).empty() : options.inputs.front() == "-";
+  if (options.job.blocks != convert::kDrawBlocks && noName) {
+    return "--blocks used and --blocks all need a name: the library is named like the drawing";
+  }
+  return {};
+}
+
+}  // namespace
+
+int usageError(const std::string& message) {
+  std::fprintf(stderr, "quillon-convert: %s\nTry 'quillon-convert --help'.\n", message.c_str());
+  return kWrongUsage;
+}
+
+Options parseOptions(int argc, char** argv, std::optional<int>& exitCode) {
+  Options options;
+  options.languageOffset = localeLanguage();
+  NumberTexts numbers;
+  CLI::App app("Turns DXF drawings into scripts for the EAGLE PCB editor.", "quillon-convert");
+  app.set_version_flag("--version", "quillon-convert " QUILLON_VERSION);
+  app.get_formatter()->column_width(34);
+  addProgramOptions(app, options);
+  addJobOptions(app, options, numbers);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    const bool asked = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
+    exitCode = asked ? app.exit(error) : usageError(error.what());
+    return options;
+  }
+  options.job.scale = dxf::numberValue(options.job.scaleText);
+  options.job.offsetX = dxf::numberValue(numbers.offsetX);
+  options.job.offsetY = dxf::numberValue(numbers.offsetY);
+  options.job.polyWidth = dxf::numberValue(numbers.polyWidth);
+  const std::string wrong = checkTogether(options);
+  if (!wrong.empty()) exitCode = usageError(wrong);
+  return options;
+}
+
+}  // namespace quillon::headless

@@ -1,0 +1,161 @@
+#include "app/headless/plan.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+#include <system_error>
+
+#include "convert/paths.h"
+#include "dxf/encoding.h"
+
+namespace quillon::headless {
+
+namespace fs = std::filesystem;
+using convert::fromPath;
+using convert::toPath;
+
+namespace {
+
+bool isDrawingName(const fs::path& path) {
+  return dxf::equalsUpperCased(fromPath(path.extension()), ".DXF");
+}
+
+std::vector<fs::path> drawingsIn(const fs::path& folder) {
+  std::vector<fs::path> drawings;
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    std::error_code ignored;
+    if (isDrawingName(entry->path()) && !entry->is_directory(ignored)) {
+      drawings.push_back(entry->path());
+    }
+  }
+  std::sort(drawings.begin(), drawings.end());
+  return drawings;
+}
+
+/// Where the files of a plan go.
+class PathRules {
+ public:
+  PathRules(const Options& options, bool several) : options_(options), several_(several) {}
+
+  std::string scriptOf(const fs::path& drawing) const {
+    fs::path name = drawing.filename();
+    name.replace_extension(".scr");
+    if (!options_.output) return fromPath(drawing.parent_path() / name);
+    const fs::path output = toPath(*options_.output);
+    std::error_code ignored;
+    const bool folder = several_ || fs::is_directory(output, ignored);
+    return folder ? fromPath(output / name) : *options_.output;
+  }
+
+  std::string reportOf(const fs::path& drawing) const {
+    if (!options_.report) return {};
+    if (!several_) return *options_.report;
+    fs::path name = drawing.filename();
+    name.replace_extension(".txt");
+    return fromPath(toPath(*options_.report) / name);
+  }
+
+ private:
+  const Options& options_;
+  bool several_;
+};
+
+void planStandardInput(const Options& options, Plan& plan) {
+  PlannedConversion planned;
+  planned.job = options.job;
+  planned.job.drawingName = options.name.value_or("");
+  planned.readStandardInput = true;
+  planned.writeStandardOutput = !options.output || *options.output == "-";
+  if (!planned.writeStandardOutput) planned.job.scriptFile = *options.output;
+  planned.reportFile = options.report.value_or("");
+  plan.conversions.push_back(std::move(planned));
+}
+
+PlannedConversion planDrawing(const Options& options, const PathRules& paths,
+                              const fs::path& drawing) {
+  PlannedConversion planned;
+  planned.job = options.job;
+  planned.job.dxfFile = fromPath(drawing);
+  planned.job.drawingName = options.name ? *options.name : nameFromFile(fromPath(drawing.stem()));
+  planned.writeStandardOutput = options.output && *options.output == "-";
+  if (!planned.writeStandardOutput) planned.job.scriptFile = paths.scriptOf(drawing);
+  planned.reportFile = paths.reportOf(drawing);
+  return planned;
+}
+
+/// Two files of one plan under one name would lose one of them.
+std::string checkCollisions(const Plan& plan) {
+  std::set<std::string> written;
+  for (const PlannedConversion& planned : plan.conversions) {
+    for (const std::string& file : {planned.job.scriptFile, planned.reportFile}) {
+      if (file.empty()) continue;
+      if (file == planned.job.dxfFile) return file + " is the drawing itself";
+      if (!written.insert(file).second) return "two results would be written to " + file;
+    }
+  }
+  return {};
+}
+
+/// Folders for the results of several drawings are made when they are missing.
+std::string makeFolders(const Options& options) {
+  for (const auto& folder : {options.output, options.report}) {
+    if (!folder) continue;
+    std::error_code error;
+    fs::create_directories(toPath(*folder), error);
+    if (error || !fs::is_directory(toPath(*folder), error)) {
+      return *folder + " is no folder and cannot be made one; several drawings need a folder";
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string nameFromFile(const std::string& stem) {
+  std::string name;
+  for (const char c : stem) {
+    if ((static_cast<unsigned char>(c) & 0xC0) == 0x80) continue;  // inside a character
+    const bool allowed = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+                         (c >= '0' && c <= '9') || c == '_' || c == '-' || c == '.';
+    name += allowed ? c : '_';
+  }
+  return name;
+}
+
+Plan makePlan(const Options& options) {
+  Plan plan;
+  if (options.inputs.front() == "-") {
+    planStandardInput(options, plan);
+    return plan;
+  }
+  std::vector<fs::path> drawings;
+  plan.several = options.inputs.size() > 1;
+  for (const std::string& input : options.inputs) {
+    const fs::path path = convert::findExisting(input);
+    std::error_code ignored;
+    if (!fs::is_directory(path, ignored)) {
+      drawings.push_back(path);
+      continue;
+    }
+    plan.several = true;
+    const std::vector<fs::path> found = drawingsIn(path);
+    if (found.empty()) plan.emptyFolders.push_back(input);
+    drawings.insert(drawings.end(), found.begin(), found.end());
+  }
+  if (plan.several && options.name) plan.usageError = "--name takes one drawing only";
+  if (plan.several && options.output && *options.output == "-") {
+    plan.usageError = "-o - takes one drawing only";
+  }
+  if (!plan.usageError.empty()) return plan;
+  const PathRules paths(options, plan.several);
+  for (const fs::path& drawing : drawings) {
+    plan.conversions.push_back(planDrawing(options, paths, drawing));
+  }
+  plan.usageError = checkCollisions(plan);
+  if (plan.usageError.empty() && plan.several) plan.usageError = makeFolders(options);
+  return plan;
+}
+
+}  // namespace quillon::headless

@@ -1,0 +1,203 @@
+#include "app/headless/runner.h"
+
+#include <atomic>
+#include <filesystem>
+#include <mutex>
+#include <numeric>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include "app/headless/console.h"
+#include "app/headless/headless_host.h"
+#include "app/headless/interrupt.h"
+#include "app/headless/json_output.h"
+#include "app/headless/plan.h"
+#include "convert/driver.h"
+#include "convert/failure_text.h"
+#include "convert/output_file.h"
+#include "convert/paths.h"
+#include "convert/program_folder.h"
+
+namespace quillon::headless {
+
+namespace fs = std::filesystem;
+using convert::ConversionResult;
+using convert::Message;
+using convert::Outcome;
+using convert::quotable;
+
+namespace {
+
+/// What one conversion prints, held back until those before it have printed.
+struct Printed {
+  std::string error;
+  std::string output;
+};
+
+class Runner {
+ public:
+  Runner(const Options& options, Plan plan)
+      : options_(options),
+        plan_(std::move(plan)),
+        texts_(options.languageOffset),
+        console_(!options.quiet && errorIsTerminal()),
+        printed_(plan_.conversions.size()) {}
+
+  int run() {
+    for (const std::string& folder : plan_.emptyFolders) {
+      console_.printError(
+          problemLine(convert::MessageKind::Error, texts_(3108, {quotable(folder)})));
+    }
+    convertAll();
+    if (plan_.several && !options_.quiet) {
+      console_.printError(
+          texts_(3109, {std::to_string(converted_), std::to_string(plan_.conversions.size())}) +
+          "\n");
+    }
+    if (interrupted()) return kCancelled;
+    const bool all = converted_ == plan_.conversions.size() && plan_.emptyFolders.empty();
+    return all ? kAllConverted : kSomeNotConverted;
+  }
+
+ private:
+  void convertAll() {
+    const std::size_t workers = std::min<std::size_t>(options_.jobs, plan_.conversions.size());
+    std::vector<std::thread> threads;
+    for (std::size_t i = 1; i < workers; ++i) threads.emplace_back([this] { work(); });
+    work();
+    for (std::thread& thread : threads) thread.join();
+  }
+
+  /// Takes one conversion after the other; after Ctrl-C none is begun.
+  void work() {
+    for (std::size_t i = next_++; i < plan_.conversions.size() && !interrupted(); i = next_++) {
+      Printed printed = convertOne(plan_.conversions[i]);
+      print(i, std::move(printed));
+    }
+  }
+
+  Printed convertOne(const PlannedConversion& planned) {
+    HeadlessHost host(console_, texts_, plan_.several ? "" : planned.job.dxfFile);
+    ConversionResult result;
+    std::vector<Message> messages;
+    if (reportInTheWay(planned.reportFile)) {
+      result.dxfFile = planned.job.dxfFile;
+      messages.push_back(error(texts_(3103, {quotable(planned.reportFile)})));
+    } else {
+      result = convert::convertDXF(planned.job, host, surroundingsOf(planned));
+      messages = host.messages();
+      if (!writeReport(planned.reportFile, result, messages)) result.outcome = Outcome::Ended;
+    }
+    if (result.outcome == Outcome::Converted) ++converted_;
+    Printed printed;
+    for (const Message& message : messages) {
+      printed.error += problemLine(message.kind, message.detail);
+    }
+    if (!options_.quiet && result.outcome != Outcome::Ended) printed.error += summary(result);
+    if (options_.json) printed.output = toJson(result, planned.reportFile, messages);
+    return printed;
+  }
+
+  convert::Surroundings surroundingsOf(const PlannedConversion& planned) const {
+    convert::Surroundings surroundings;
+    surroundings.languageOffset = options_.languageOffset;
+    surroundings.frame.mustExist = options_.frame.has_value();
+    surroundings.frame.path =
+        options_.frame ? *options_.frame : convert::fromPath(convert::frameFilePath());
+    surroundings.refuseWithoutSections = true;
+    surroundings.readStandardInput = planned.readStandardInput;
+    surroundings.writeStandardOutput = planned.writeStandardOutput;
+    return surroundings;
+  }
+
+  bool reportInTheWay(const std::string& reportFile) const {
+    std::error_code ignored;
+    return !reportFile.empty() && !options_.job.overwriteScript &&
+           fs::is_regular_file(convert::findForCreation(reportFile), ignored);
+  }
+
+  bool writeReport(const std::string& reportFile, const ConversionResult& result,
+                   std::vector<Message>& messages) const {
+    if (reportFile.empty() || result.report.empty()) return true;
+    try {
+      convert::OutputFile file(convert::findForCreation(reportFile));
+      file.write(result.report);
+      file.commit();
+      return true;
+    } catch (const convert::WriteError& reason) {
+      messages.push_back(error(texts_(3027, {quotable(reportFile), reason.what()})));
+      return false;
+    }
+  }
+
+  static Message error(std::string detail) {
+    Message message;
+    message.detail = std::move(detail);
+    return message;
+  }
+
+  std::string problemLine(convert::MessageKind kind, const std::string& text) const {
+    const int word = kind == convert::MessageKind::Warning ? 3101 : 3100;
+    return "quillon-convert: " + std::string(texts_(word)) + ": " + text + "\n";
+  }
+
+  /// What was read, what was written, and what to type in EAGLE.
+  std::string summary(const ConversionResult& result) const {
+    constexpr auto kVertex = static_cast<std::size_t>(dxf::EntityKind::Vertex);
+    constexpr auto kSeqend = static_cast<std::size_t>(dxf::EntityKind::Seqend);
+    const std::uint64_t all =
+        std::accumulate(result.counts.begin(), result.counts.end(), std::uint64_t{0});
+    const std::uint64_t entities = all - result.counts[kVertex] - result.counts[kSeqend];
+    std::string text = texts_(3104, {quotable(result.dxfFile), std::to_string(entities)});
+    std::string unknown;
+    for (const auto& [name, count] : result.unknownKinds) {
+      unknown += (unknown.empty() ? "" : ", ") + quotable(name) + " " + std::to_string(count);
+    }
+    if (!unknown.empty()) text += texts_(3105, {unknown});
+    text += "\n" +
+            texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n";
+    if (result.scriptFile == "-" || plan_.several) return text;
+    std::error_code ignored;
+    const fs::path full = fs::absolute(convert::toPath(result.scriptFile), ignored);
+    return text + texts_(3107, {quotable(convert::fromPath(full.lexically_normal()))}) + "\n";
+  }
+
+  /// Prints in the order of the plan, whatever order the conversions end in.
+  void print(std::size_t index, Printed printed) {
+    const std::lock_guard lock(mutex_);
+    printed_[index] = std::move(printed);
+    for (; printedUpTo_ < printed_.size() && printed_[printedUpTo_]; ++printedUpTo_) {
+      console_.printError(printed_[printedUpTo_]->error);
+      if (options_.json) console_.printOutput(printed_[printedUpTo_]->output);
+      printed_[printedUpTo_] = Printed{};
+    }
+    if (plan_.several) {
+      console_.showProgress(static_cast<int>(printedUpTo_ * 100 / printed_.size()),
+                            std::to_string(printedUpTo_) + "/" + std::to_string(printed_.size()));
+    }
+  }
+
+  const Options& options_;
+  Plan plan_;
+  resources::Texts texts_;
+  Console console_;
+  std::atomic<std::size_t> next_{0};
+  std::atomic<std::size_t> converted_{0};
+  std::mutex mutex_;
+  std::vector<std::optional<Printed>> printed_;
+  std::size_t printedUpTo_ = 0;
+};
+
+}  // namespace
+
+int run(const Options& options) {
+  Plan plan = makePlan(options);
+  if (!plan.usageError.empty()) return usageError(plan.usageError);
+  catchInterrupt();
+  return Runner(options, std::move(plan)).run();
+}
+
+}  // namespace quillon::headless

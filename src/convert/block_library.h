@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <unordered_set>
+#include <vector>
+
+#include "convert/target_commands.h"
+#include "emit/translator.h"
+
+namespace quillon::convert {
+
+/// Turns blocks into parts of a library that is named like the drawing. Every block is written once
+/// for each scale and rotation that it is inserted with.
+class BlockLibrary : public emit::BlockParts {
+ public:
+  BlockLibrary(emit::ScriptWriter& script, TargetCommands& commands, emit::Translator& translator,
+               const dxf::Drawing& drawing, int targetKind)
+      : script_(script),
+        commands_(commands),
+        translator_(translator),
+        drawing_(drawing),
+        targetKind_(targetKind) {}
+
+  /// Writes the part if it is new, then the command that adds it to the drawing. Says false while a
+  /// part is being written: blocks inside a part are drawn in place.
+  bool insertPart(std::size_t blockIndex, emit::Corner insertion,
+                  const emit::Placement& placement) override;
+
+  /// Writes the part of a block that was not inserted as it is, unless there is one. Parts of
+  /// layout blocks are not written.
+  void writeRemainingPart(std::size_t blockIndex);
+
+  /// True when a block of this name was inserted in the drawing.
+  bool wasInserted(std::string_view blockName) const { return inserted_.contains(blockName); }
+  /// The parts of a block by name, in order of creation.
+  std::vector<std::string> partNames(std::string_view blockName) const;
+
+ private:
+  using Key = std::tuple<std::string_view, double, double, double>;
+
+  const std::string* findPart(std::string_view blockName, const emit::Placement& placement) const;
+  const std::string& addRow(std::string_view blockName, const emit::Placement& placement);
+  void writePart(std::size_t blockIndex, const std::string& partName,
+                 const emit::Placement& placement);
+
+  emit::ScriptWriter& script_;
+  TargetCommands& commands_;
+  emit::Translator& translator_;
+  const dxf::Drawing& drawing_;
+  int targetKind_;
+  bool writingPart_ = false;
+  std::size_t rows_ = 0;
+  std::map<Key, std::string> parts_;
+  std::map<std::string_view, std::vector<std::string>> namesByBlock_;
+  std::unordered_set<std::string_view> inserted_;
+};
+
+/// Name of the part of a block: characters other than A-Z, 0-9, "_" and "-" become "_"; the row's
+/// number follows.
+std::string makePartName(std::string_view blockName, std::size_t row, dxf::Encoding encoding);
+
+}  // namespace quillon::convert

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "convert/host.h"
+#include "convert/job.h"
+#include "convert/run_control.h"
+#include "convert/script_frame.h"
+#include "emit/script_writer.h"
+#include "emit/translator.h"
+#include "ui/resources/string_table.h"
+
+namespace quillon::convert {
+
+/// Date and time of a report, in the system's short formats.
+struct ReportTime {
+  std::string date;
+  std::string time;
+};
+/// The present date and time in the formats of the process's time locale.
+ReportTime currentReportTime();
+
+/// What a program adds to a job.
+struct Surroundings {
+  int languageOffset = resources::kEnglish;
+  FrameSource frame;
+  /// A text in which no section of a drawing is found is refused; otherwise it converts to the
+  /// frame alone.
+  bool refuseWithoutSections = false;
+  bool readStandardInput = false;    ///< instead of the drawing's path
+  bool writeStandardOutput = false;  ///< instead of the script's path
+  ReportTime (*now)() = currentReportTime;
+  RunControl::Clock::duration updateInterval = RunControl::kInterval;
+};
+
+enum class Outcome : std::uint8_t {
+  Converted,
+  Cancelled,  ///< the script is well-formed but incomplete
+  Ended,      ///< the job or the drawing was refused, or an error ended the run; the host was told
+};
+
+/// What came out of a conversion.
+struct ConversionResult {
+  Outcome outcome = Outcome::Ended;
+  std::string dxfFile;  ///< as found
+  std::string scriptFile;
+  std::uint64_t linesRead = 0;
+  std::uint64_t commandCount = 0;
+  emit::EntityCounts counts{};
+  std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8
+  emit::Extents extents;
+  bool rangeWarning = false;
+  std::string report;  ///< UTF-8; "" when the run ended before
+};
+
+/// Runs one conversion: checks the job, reads the drawing, writes the script and builds the report.
+/// Every message goes to the host; nothing is thrown.
+ConversionResult convertDXF(const ConversionJob& job, ConversionHost& host,
+                            const Surroundings& surroundings);
+
+}  // namespace quillon::convert

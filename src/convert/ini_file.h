@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace quillon::convert {
+
+/// The bytes of an INI file, read as Windows reads profile files: sections and keys without regard
+/// to case, the first match wins, blanks around names and values do not count, one pair of quotes
+/// around a value is taken off. Bytes are not converted.
+class IniFile {
+ public:
+  /// Longest value that is given back.
+  static constexpr std::size_t kLongestValue = 254;
+
+  IniFile() = default;
+  explicit IniFile(std::string_view bytes);
+
+  /// Reads a file; a missing or unreadable one reads as empty.
+  static IniFile read(const std::string& path);
+
+  /// The value of a key, or "".
+  std::string value(std::string_view section, std::string_view key) const;
+
+ private:
+  using Section = std::unordered_map<std::string, std::string>;
+  std::unordered_map<std::string, Section> sections_;
+};
+
+}  // namespace quillon::convert

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillon::convert {
+
+/// What the script draws into.
+enum TargetKind : int { kBoard = 0, kSchematic = 1, kPackage = 2, kSymbol = 3 };
+
+/// What becomes of blocks.
+enum BlockHandling : int { kDrawBlocks = 0, kUsedBlocksAsParts = 1, kAllBlocksAsParts = 2 };
+
+/// The settings of one conversion. Texts are UTF-8. The defaults are those of a program without
+/// settings.
+struct ConversionJob {
+  std::string dxfFile;
+  std::string scriptFile;
+  std::string drawingName;  ///< board, schematic or library; trimmed before use; may be empty
+  int targetKind = kBoard;
+  std::string layerFile;  ///< layer assignment file; may be empty
+  std::string defaultLayer = "20 Dimension (B)";
+  int version = 1;  ///< 0 "3.5", 1 "4.x/5.x"
+  int unit = 2;     ///< 0 mic, 1 mm, 2 mil, 3 inch; -1 no selection
+  double scale = 1.0;
+  std::string scaleText = "1.000";  ///< as it was written, for the report
+  bool dotted = false;
+  bool ellipses = false;
+  int poly = 2;  ///< 0 wire of width 0, 1 wire with width, 2 polyline, -1 unset
+  int blocks = kDrawBlocks;
+  bool report = false;  ///< show the report at the end
+  bool arcToLine = false;
+  double offsetX = 0.0;
+  double offsetY = 0.0;
+  double polyWidth = 0.0;
+  bool overwriteScript = false;  ///< replace an existing script without asking
+};
+
+/// Texts of the lists behind `version` and `unit`; "" for an index outside.
+std::string_view versionText(int version);
+std::string_view unitText(int unit);
+
+}  // namespace quillon::convert

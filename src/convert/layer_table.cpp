@@ -1,0 +1,57 @@
+#include "convert/layer_table.h"
+
+#include <utility>
+
+#include "convert/ini_file.h"
+#include "dxf/number_text.h"
+#include "dxf/run_time_error.h"
+
+namespace quillon::convert {
+
+void LayerTable::add(std::string_view name, std::string layer) {
+  layers_.try_emplace(dxf::upperCase(name, dxf::Encoding::Utf8), std::move(layer));
+  ++size_;
+}
+
+const std::string* LayerTable::find(std::string_view upperName) const {
+  const auto found = layers_.find(std::string(upperName));
+  return found == layers_.end() ? nullptr : &found->second;
+}
+
+LayerTable readLayerFile(const std::string& path) {
+  LayerTable table;
+  if (path.empty()) return table;
+  const IniFile file = IniFile::read(path);
+  for (std::size_t n = 1;; ++n) {
+    const std::string section = std::to_string(n);
+    const std::string name = file.value(section, "layername");
+    const std::string_view trimmed = dxf::trimBlanks(name);
+    if (trimmed.empty()) return table;
+    // The number stays a text: "16.7" is kept, a text without a number becomes "0".
+    table.add(dxf::windows1252ToUtf8(trimmed),
+              dxf::numberText(dxf::numberValue(file.value(section, "layernr"))));
+  }
+}
+
+std::string_view LayerAssignment::lookupLayer(std::string_view dxfLayerName) const {
+  const std::string utf8 = dxf::toUtf8(dxfLayerName, encoding_);
+  const std::string* const assigned = table_.find(dxf::upperCase(utf8, dxf::Encoding::Utf8));
+  return assigned == nullptr ? std::string_view(defaultLayer_) : *assigned;
+}
+
+int LayerAssignment::layerNumber(const dxf::LayerUse& layer) {
+  if (numbers_.size() <= layer.number) numbers_.resize(layer.number + 1);
+  std::optional<int>& known = numbers_[layer.number];
+  if (!known) {
+    const std::string_view text = lookupLayer(layer.name);
+    bool fits = false;
+    known = dxf::roundedInteger16(dxf::numberValue(text), fits);
+    if (!fits) {
+      known.reset();
+      throw dxf::RunTimeError(dxf::Fault::BadLayerNumber, text);
+    }
+  }
+  return *known;
+}
+
+}  // namespace quillon::convert

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+
+#include "convert/paths.h"
+#include "emit/script_writer.h"
+
+namespace quillon::convert {
+
+/// A file could not be opened or written; what() holds the system's reason.
+class WriteError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// A file that appears under its name only when it is complete.
+///
+/// Everything goes to a temporary file beside the target, which replaces the target on commit();
+/// without a commit the target stays as it was. A link is followed. A target that exists and is no
+/// regular file (a device, a pipe), or beside which no temporary file can be made, is written
+/// directly.
+class OutputFile : public emit::ScriptSink {
+ public:
+  /// Throws WriteError when the target cannot be written.
+  explicit OutputFile(const std::filesystem::path& target);
+  /// Writes to a stream of the process, which stays open.
+  explicit OutputFile(std::FILE* stream);
+  ~OutputFile() override;
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  /// Throws WriteError when not everything could be written.
+  void write(std::string_view block) override;
+  /// Finishes the file and puts it in its place. Throws WriteError, and then leaves the target as
+  /// it was.
+  void commit();
+
+ private:
+  bool openTemporary();
+
+  std::filesystem::path target_;
+  std::filesystem::path temporary_;  ///< empty when the target is written directly
+  FileHandle file_;
+  std::FILE* stream_ = nullptr;  ///< where the bytes go; owned by file_ unless it is the process's
+};
+
+}  // namespace quillon::convert

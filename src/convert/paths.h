@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace quillon::convert {
+
+/// A UTF-8 text as a path of this system, and back.
+std::filesystem::path toPath(std::string_view utf8);
+std::string fromPath(const std::filesystem::path& path);
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
+
+/// std::fopen for a path of this system; null with errno set when it fails.
+FileHandle openFile(const std::filesystem::path& path, const char* mode);
+
+/// The bytes of a file; "" when it is missing or cannot be read.
+std::string readWholeFile(const std::string& path);
+
+/// The path of an existing file or folder. One that does not exist as written is looked up
+/// component by component without regard to case, with "\" and "/" both as separators; what is not
+/// found is returned as written.
+std::filesystem::path findExisting(std::string_view path);
+
+/// The path of a file that is to be created: its folder is looked up like that, its name stays.
+std::filesystem::path findForCreation(std::string_view path);
+
+/// True when the path names something that exists and is no folder.
+bool namesFile(const std::filesystem::path& path);
+
+/// The last component of a name, after the last "\" or "/".
+std::string_view lastComponent(std::string_view name);
+
+}  // namespace quillon::convert

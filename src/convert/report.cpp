@@ -1,0 +1,173 @@
+#include "convert/report.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "dxf/number_text.h"
+
+namespace quillon::convert {
+namespace {
+
+using dxf::EntityKind;
+
+struct CountLine {
+  std::string_view label;
+  EntityKind kind;
+};
+
+/// One line for each counter, in the report's order.
+constexpr std::array<CountLine, 18> kCountLines = {{
+    {"ARC           :", EntityKind::Arc},
+    {"ATTDEF        :", EntityKind::Attdef},
+    {"ATTRIB        :", EntityKind::Attrib},
+    {"INSERT(Blocks):", EntityKind::Insert},
+    {"CIRCLE        :", EntityKind::Circle},
+    {"DIMENSION     :", EntityKind::Dimension},
+    {"ELLIPSE       :", EntityKind::Ellipse},
+    {"3DFACE        :", EntityKind::Face3d},
+    {"3DLINE        :", EntityKind::Line3d},
+    {"LINE          :", EntityKind::Line},
+    {"LWPOLYLINE    :", EntityKind::LwPolyline},
+    {"SPLINE        :", EntityKind::Spline},
+    {"POINT         :", EntityKind::Point},
+    {"POLYLINE      :", EntityKind::Polyline},
+    {"SHAPE         :", EntityKind::Shape},
+    {"SOLID         :", EntityKind::Solid},
+    {"TEXT          :", EntityKind::Text},
+    {"TRACE         :", EntityKind::Trace},
+}};
+
+constexpr int kFirstPolyText = 950;
+constexpr int kFirstBlockText = 953;
+constexpr int kListLength = 3;
+
+/// The lines of a report under construction.
+class ReportText {
+ public:
+  explicit ReportText(const resources::Texts& texts) : texts_(texts) {}
+
+  void line(std::string_view text) { out_.append("\r\n").append(text); }
+  void blank() { line(""); }
+  /// A label of the string table and what it labels.
+  void field(int id, std::string_view value) {
+    line(texts_(id));
+    out_.append(value);
+  }
+  void field(int id) { line(texts_(id)); }
+  std::string_view onOff(bool on) const { return texts_(on ? 2911 : 2912); }
+  std::string_view listText(int firstId, int index) const {
+    return index >= 0 && index < kListLength ? texts_(firstId + index) : std::string_view{};
+  }
+
+  std::string take() { return std::move(out_); }
+
+ private:
+  const resources::Texts& texts_;
+  std::string out_;
+};
+
+int nameLabel(int targetKind) {
+  switch (targetKind) {
+    case kBoard:
+      return 2904;
+    case kSchematic:
+      return 2906;
+    default:
+      return 2905;
+  }
+}
+
+void putSettings(ReportText& text, const ConversionJob& job, const ConversionResult& result,
+                 const ReportTime& now) {
+  text.field(2900);
+  text.field(2934);
+  text.blank();
+  text.field(2901, now.date + "    " + now.time);
+  text.field(2902, result.dxfFile);
+  text.field(2903, result.scriptFile);
+  text.field(nameLabel(job.targetKind), job.drawingName);
+  text.blank();
+  text.field(2907, versionText(job.version));
+  text.field(2908, dxf::trimBlanks(job.scaleText));
+  text.field(2909, unitText(job.unit));
+  text.field(2910, text.onOff(job.dotted));
+  text.field(2913, text.onOff(job.ellipses));
+  text.field(2914, text.listText(kFirstPolyText, job.poly));
+  text.field(2915, text.listText(kFirstBlockText, job.blocks));
+  text.blank();
+}
+
+void putLayers(ReportText& text, const ConversionJob& job, dxf::Drawing& drawing,
+               const LayerAssignment& layers, const resources::Texts& texts) {
+  text.field(2916, job.layerFile.empty() ? texts(2917) : std::string_view(job.layerFile));
+  text.field(2918, job.defaultLayer);
+  text.blank();
+  text.blank();
+  text.field(2919);
+  text.blank();
+  text.field(2920);
+  text.field(2935);
+  for (dxf::LayerRec& layer : drawing.layers) {
+    layer.used = true;  // looking a layer up marks it as used
+    text.line(dxf::toUtf8(layer.name, drawing.encoding) + " ==> " +
+              std::string(layers.lookupLayer(layer.name)));
+  }
+}
+
+std::string blockLine(const dxf::BlockRec& block, const ConversionJob& job,
+                      const dxf::Drawing& drawing, const BlockLibrary& library,
+                      const resources::Texts& texts) {
+  std::string line(texts(library.wasInserted(block.name) ? 2923 : 2924));
+  line += dxf::toUtf8(block.name, drawing.encoding) + " ==> ";
+  for (const std::string& part : library.partNames(block.name)) {
+    line += job.targetKind == kBoard ? part + ".pac" : part + ".sym (" + part + ".dev )";
+    line += "; ";
+  }
+  return line;
+}
+
+void putBlocks(ReportText& text, const ConversionJob& job, const dxf::Drawing& drawing,
+               const BlockLibrary& library, const resources::Texts& texts) {
+  text.blank();
+  text.field(2921);
+  text.blank();
+  text.field(2922);
+  text.field(2935);
+  if (job.blocks == kDrawBlocks) text.field(2925);
+  if (job.blocks != kUsedBlocksAsParts && job.blocks != kAllBlocksAsParts) return;
+  for (const dxf::BlockRec& block : drawing.blocks) {
+    text.line(blockLine(block, job, drawing, library, texts));
+  }
+}
+
+void putCounts(ReportText& text, const ConversionResult& result, const resources::Texts& texts) {
+  text.blank();
+  text.field(2926);
+  text.blank();
+  text.field(2927);
+  text.field(2935);
+  for (const auto& [label, kind] : kCountLines) {
+    text.line(std::string(label) + std::to_string(result.counts[static_cast<std::size_t>(kind)]));
+  }
+  text.field(2935);
+  text.line(std::to_string(result.linesRead) + " " + std::string(texts(2928)));
+  text.line(std::to_string(result.commandCount) + " " + std::string(texts(2929)));
+  text.line("  ");
+}
+
+}  // namespace
+
+std::string buildReport(const ConversionJob& job, const ConversionResult& result,
+                        dxf::Drawing& drawing, const LayerAssignment& layers,
+                        const BlockLibrary& library, const resources::Texts& texts,
+                        const ReportTime& now) {
+  ReportText text(texts);
+  putSettings(text, job, result, now);
+  putLayers(text, job, drawing, layers, texts);
+  putBlocks(text, job, drawing, library, texts);
+  putCounts(text, result, texts);
+  return text.take();
+}
+
+}  // namespace quillon::convert

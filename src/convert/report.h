@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "convert/block_library.h"
+#include "convert/driver.h"
+#include "convert/job.h"
+#include "convert/layer_table.h"
+#include "dxf/drawing.h"
+
+namespace quillon::convert {
+
+/// Builds the text of the conversion report: UTF-8, every line preceded by CR LF. Looks every layer
+/// of the drawing up, which marks it as used.
+std::string buildReport(const ConversionJob& job, const ConversionResult& result,
+                        dxf::Drawing& drawing, const LayerAssignment& layers,
+                        const BlockLibrary& library, const resources::Texts& texts,
+                        const ReportTime& now);
+
+}  // namespace quillon::convert

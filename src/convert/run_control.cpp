@@ -1,0 +1,71 @@
+#include "convert/run_control.h"
+
+#include <cmath>
+#include <string>
+#include <thread>
+
+namespace quillon::convert {
+namespace {
+
+constexpr int kComplete = 100;
+
+int statusId(dxf::ReadPhase phase) {
+  switch (phase) {
+    case dxf::ReadPhase::Header:
+      return 2834;
+    case dxf::ReadPhase::Blocks:
+      return 2835;
+    case dxf::ReadPhase::Entities:
+      break;
+  }
+  return 2836;
+}
+
+}  // namespace
+
+void RunControl::setStatus(dxf::ReadPhase phase, std::uint64_t count) {
+  if (count == 0) {
+    setStatusText(statusId(phase));
+    return;
+  }
+  const Clock::time_point now = Clock::now();
+  if (!statusThrottle_.passes(now, interval_)) return;
+  host_.setStatus(std::string(texts_(statusId(phase))) + " " + std::to_string(count));
+  letEventsRun(now);
+}
+
+void RunControl::setStatusText(int id) {
+  host_.setStatus(texts_(id));
+  letEventsRun(Clock::now());
+}
+
+void RunControl::setProgress(bool writing, std::uint64_t value, std::uint64_t total) {
+  if (total == 0) return;
+  const double share = static_cast<double>(value) * kComplete / static_cast<double>(total);
+  const int percent = static_cast<int>(std::nearbyint(share));
+  int& last = lastPercent_[writing ? 1 : 0];
+  if (percent == last) return;
+  const Clock::time_point now = Clock::now();
+  if (!progressThrottle_.passes(now, interval_) && percent < kComplete) return;
+  last = percent;
+  host_.setProgress(writing, percent);
+}
+
+bool RunControl::cancelRequested() {
+  letEventsRun(Clock::now());
+  cancelled_ = cancelled_ || host_.cancelRequested();
+  return cancelled_;
+}
+
+void RunControl::waitForUser() {
+  constexpr std::chrono::milliseconds kPause{5};
+  host_.processEvents();
+  std::this_thread::sleep_for(kPause);
+}
+
+void RunControl::letEventsRun(Clock::time_point now) {
+  constexpr int kEventsPerUpdate = 4;  // a button must answer faster than a bar moves
+  if (eventThrottle_.passes(now, interval_ / kEventsPerUpdate)) host_.processEvents();
+}
+
+}  // namespace quillon::convert

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+#include "convert/host.h"
+#include "dxf/run_monitor.h"
+#include "ui/resources/string_table.h"
+
+namespace quillon::convert {
+
+/// Stands between the loops of a conversion and its host: words the status, rounds the progress,
+/// and lets through no more of both than a person can see.
+class RunControl : public dxf::RunMonitor {
+ public:
+  using Clock = std::chrono::steady_clock;
+  static constexpr std::chrono::milliseconds kInterval{40};
+
+  /// `interval` is the least time between two updates.
+  RunControl(ConversionHost& host, const resources::Texts& texts,
+             Clock::duration interval = kInterval)
+      : host_(host), texts_(texts), interval_(interval) {}
+
+  void setStatus(dxf::ReadPhase phase, std::uint64_t count) override;
+  void setProgress(bool writing, std::uint64_t value, std::uint64_t total) override;
+  bool cancelRequested() override;
+  void waitForUser() override;
+
+  /// Shows a text of the string table at once.
+  void setStatusText(int id);
+  /// The error handler stops everything as a cancel does.
+  void stop() { cancelled_ = true; }
+  /// True when a cancel was seen.
+  bool cancelled() const { return cancelled_; }
+
+ private:
+  class Throttle {
+   public:
+    bool passes(Clock::time_point now, Clock::duration interval) {
+      if (shown_ && now - last_ < interval) return false;
+      shown_ = true;
+      last_ = now;
+      return true;
+    }
+
+   private:
+    bool shown_ = false;
+    Clock::time_point last_;
+  };
+
+  void letEventsRun(Clock::time_point now);
+
+  ConversionHost& host_;
+  const resources::Texts& texts_;
+  Clock::duration interval_;
+  Throttle statusThrottle_;
+  Throttle progressThrottle_;
+  Throttle eventThrottle_;
+  int lastPercent_[2] = {-1, -1};
+  bool cancelled_ = false;
+};
+
+}  // namespace quillon::convert

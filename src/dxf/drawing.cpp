@@ -1,0 +1,57 @@
+#include "dxf/drawing.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillon::dxf {
+
+bool BlockRec::isLayout() const {
+  static constexpr std::array<std::string_view, 4> kLayoutNames = {"*MODEL_SPACE", "*PAPER_SPACE",
+                                                                   "$MODEL_SPACE", "$PAPER_SPACE"};
+  return std::any_of(kLayoutNames.begin(), kLayoutNames.end(),
+                     [this](std::string_view prefix) { return name.starts_with(prefix); });
+}
+
+const char* Drawing::groupsOf(EntityRef entity) const {
+  switch (entity.kind()) {
+    case EntityKind::LwPolyline:
+    case EntityKind::Leader:
+      return text->begin() + polyVertexLists[entity.place()];
+    case EntityKind::Spline:
+      return text->begin() + splineData[entity.place()];
+    default:
+      return text->begin() + entity.place();
+  }
+}
+
+void Drawing::addLayer(LayerRec layer) {
+  layerIndex.try_emplace(layer.name, layers.size());
+  layers.push_back(layer);
+}
+
+void Drawing::addLineType(LineTypeRec lineType) {
+  lineTypeIndex.try_emplace(lineType.name, lineTypes.size());
+  lineTypes.push_back(lineType);
+}
+
+void Drawing::addBlock(BlockRec block) {
+  blockIndex.try_emplace(block.name, blocks.size());
+  blocks.push_back(std::move(block));
+}
+
+LayerRec* Drawing::findLayer(std::string_view name) {
+  const auto found = layerIndex.find(name);
+  return found == layerIndex.end() ? nullptr : &layers[found->second];
+}
+
+LineTypeRec* Drawing::findLineType(std::string_view name) {
+  const auto found = lineTypeIndex.find(name);
+  return found == lineTypeIndex.end() ? nullptr : &lineTypes[found->second];
+}
+
+std::size_t findBlock(const Drawing& drawing, std::string_view name) {
+  const auto found = drawing.blockIndex.find(name);
+  return found == drawing.blockIndex.end() ? 0 : found->second;
+}
+
+}  // namespace quillon::dxf

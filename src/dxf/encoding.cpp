@@ -1,0 +1,206 @@
+#include "dxf/encoding.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+
+namespace quillon::dxf {
+namespace {
+
+constexpr unsigned byteOf(char c) { return static_cast<unsigned char>(c); }
+
+/// Characters of the Windows-1252 bytes 0x80..0x9F; an undefined byte keeps its own number.
+constexpr std::array<char16_t, 32> kUpperControls = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+char32_t windows1252Character(char byte) {
+  const unsigned value = byteOf(byte);
+  return value >= 0x80 && value < 0xA0 ? kUpperControls[value - 0x80] : value;
+}
+
+void appendUtf8(std::string& out, char32_t c) {
+  const auto put = [&out](unsigned value) { out += static_cast<char>(value); };
+  if (c < 0x80) {
+    put(c);
+  } else if (c < 0x800) {
+    put(0xC0 | (c >> 6));
+    put(0x80 | (c & 0x3F));
+  } else {
+    put(0xE0 | (c >> 12));
+    put(0x80 | ((c >> 6) & 0x3F));
+    put(0x80 | (c & 0x3F));
+  }
+}
+
+/// Length of the well-formed UTF-8 sequence at p, or 0.
+std::size_t sequenceLength(const char* p, const char* end) {
+  const unsigned first = byteOf(*p);
+  if (first < 0x80) return 1;
+  const auto left = static_cast<std::size_t>(end - p);
+  const auto isTail = [p](std::size_t i) { return (byteOf(p[i]) & 0xC0) == 0x80; };
+  if (first >= 0xC2 && first <= 0xDF) return left > 1 && isTail(1) ? 2 : 0;
+  if (first >= 0xE0 && first <= 0xEF) {
+    if (left < 3 || !isTail(1) || !isTail(2)) return 0;
+    const unsigned second = byteOf(p[1]);
+    const bool overlong = first == 0xE0 && second < 0xA0;
+    const bool surrogate = first == 0xED && second >= 0xA0;
+    return overlong || surrogate ? 0 : 3;
+  }
+  if (first >= 0xF0 && first <= 0xF4) {
+    if (left < 4 || !isTail(1) || !isTail(2) || !isTail(3)) return 0;
+    const unsigned second = byteOf(p[1]);
+    const bool outside = (first == 0xF0 && second < 0x90) || (first == 0xF4 && second >= 0x90);
+    return outside ? 0 : 4;
+  }
+  return 0;
+}
+
+/// First byte of [p, end) outside ASCII, eight bytes at a time.
+const char* skipAscii(const char* p, const char* end) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+  while (end - p >= 8) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, p, sizeof word);
+    if ((word & kHighBits) != 0) break;
+    p += 8;
+  }
+  while (p != end && byteOf(*p) < 0x80) ++p;
+  return p;
+}
+
+constexpr char upperAscii(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+char upperWindows1252(char c) {
+  switch (byteOf(c)) {
+    case 0x9A:  // š
+    case 0x9C:  // œ
+    case 0x9E:  // ž
+      return static_cast<char>(byteOf(c) - 0x10);
+    case 0xFF:  // ÿ
+      return static_cast<char>(0x9F);
+    case 0xF7:  // the division sign is no letter
+      return c;
+    default:
+      return byteOf(c) >= 0xE0 ? static_cast<char>(byteOf(c) - 0x20) : upperAscii(c);
+  }
+}
+
+/// Upper case of the two-byte character at p, written back in place.
+void upperTwoBytes(char* p) {
+  const unsigned code = (byteOf(p[0]) & 0x1F) << 6 | (byteOf(p[1]) & 0x3F);
+  unsigned upper = code;
+  if (code >= 0xE0 && code <= 0xFE && code != 0xF7) upper = code - 0x20;
+  if (code == 0xFF) upper = 0x178;                                        // ÿ
+  if (code == 0x161 || code == 0x17E || code == 0x153) upper = code - 1;  // š, ž, œ
+  p[0] = static_cast<char>(0xC0 | (upper >> 6));
+  p[1] = static_cast<char>(0x80 | (upper & 0x3F));
+}
+
+void upperUtf8(std::string& text) {
+  char* p = text.data();
+  const char* const end = p + text.size();
+  while (p != end) {
+    const std::size_t length = sequenceLength(p, end);
+    if (length <= 1) *p = upperAscii(*p);
+    if (length == 2) upperTwoBytes(p);
+    p += std::max<std::size_t>(length, 1);
+  }
+}
+
+bool mayChange(char c) { return byteOf(c) >= 0x80 || (c >= 'a' && c <= 'z'); }
+
+/// The Windows-1252 byte of a character, or "?".
+char windows1252Byte(char32_t c) {
+  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<char>(c);
+  const auto* const found = std::find(kUpperControls.begin(), kUpperControls.end(), c);
+  if (found == kUpperControls.end()) return '?';
+  return static_cast<char>(0x80 + (found - kUpperControls.begin()));
+}
+
+char32_t decodeUtf8(const char* p, std::size_t length) {
+  if (length == 1) return byteOf(*p);
+  char32_t c = byteOf(*p) & (0xFFU >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) c = c << 6 | (byteOf(p[i]) & 0x3F);
+  return c;
+}
+
+}  // namespace
+
+bool isValidUtf8(std::string_view bytes) {
+  const char* p = bytes.data();
+  const char* const end = p + bytes.size();
+  while ((p = skipAscii(p, end)) != end) {
+    const std::size_t length = sequenceLength(p, end);
+    if (length == 0) return false;
+    p += length;
+  }
+  return true;
+}
+
+std::string upperCase(std::string_view text, Encoding encoding) {
+  std::string upper(text);
+  if (encoding == Encoding::Utf8) {
+    upperUtf8(upper);
+  } else {
+    for (char& c : upper) c = upperWindows1252(c);
+  }
+  return upper;
+}
+
+std::string_view upperCase(std::string_view text, Encoding encoding, TextArena& arena) {
+  if (std::none_of(text.begin(), text.end(), mayChange)) return text;
+  std::string upper = upperCase(text, encoding);
+  return upper == text ? text : arena.keep(std::move(upper));
+}
+
+bool equalsUpperCased(std::string_view text, std::string_view upper) {
+  return text.size() == upper.size() &&
+         std::equal(text.begin(), text.end(), upper.begin(),
+                    [](char a, char b) { return upperAscii(a) == b; });
+}
+
+std::string windows1252ToUtf8(std::string_view bytes) {
+  std::string out;
+  out.reserve(bytes.size());
+  for (const char c : bytes) appendUtf8(out, windows1252Character(c));
+  return out;
+}
+
+std::string toUtf8(std::string_view bytes, Encoding encoding) {
+  if (encoding == Encoding::Windows1252) return windows1252ToUtf8(bytes);
+  std::string out;
+  out.reserve(bytes.size());
+  const char* p = bytes.data();
+  const char* const end = p + bytes.size();
+  while (p != end) {
+    const std::size_t length = sequenceLength(p, end);
+    if (length == 0) {
+      appendUtf8(out, windows1252Character(*p++));
+    } else {
+      out.append(p, length);
+      p += length;
+    }
+  }
+  return out;
+}
+
+std::string fromUtf8(std::string_view utf8, Encoding encoding) {
+  if (encoding == Encoding::Utf8) return std::string(utf8);
+  std::string out;
+  out.reserve(utf8.size());
+  const char* p = utf8.data();
+  const char* const end = p + utf8.size();
+  while (p != end) {
+    const std::size_t length = sequenceLength(p, end);
+    out += length == 0 ? '?' : windows1252Byte(decodeUtf8(p, length));
+    p += std::max<std::size_t>(length, 1);
+  }
+  return out;
+}
+
+}  // namespace quillon::dxf

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace quillon::dxf {
+
+/// The entities that the reader recognises, by their DXF names.
+enum class EntityKind : std::uint8_t {
+  None,  ///< no recognised name
+  Line,
+  Line3d,
+  Vertex,
+  Polyline,
+  Circle,
+  Arc,
+  Ellipse,
+  Spline,
+  Text,
+  Insert,
+  Dimension,
+  Point,
+  Attdef,
+  Attrib,
+  Trace,
+  Solid,
+  Seqend,
+  Face3d,
+  LwPolyline,
+  Shape,
+  Mtext,
+  Leader,
+};
+inline constexpr std::size_t kEntityKindCount = 23;
+
+/// The kind of a trimmed name, compared exactly; None for any other text.
+EntityKind entityKind(std::string_view name);
+
+/// The DXF name of a kind ("" for None).
+std::string_view entityName(EntityKind kind);
+
+/// isEntityName of a trimmed text.
+inline bool isEntityName(std::string_view text) { return entityKind(text) != EntityKind::None; }
+
+/// Most slots of any kind that are ever filled.
+inline constexpr std::size_t kMaxSlots = 18;
+inline constexpr std::uint8_t kNoSlot = 0xFF;
+
+/// Where the values of one kind stand. Layer and line type travel in every kind but SEQEND.
+struct SlotLayout {
+  std::uint8_t slotCount = 0;         ///< slots that the kind has, filled or not
+  std::uint8_t layer = kNoSlot;       ///< slot of group 8, upper-cased
+  std::uint8_t lineType = kNoSlot;    ///< slot of group 6, upper-cased, or of the layer's line type
+  std::uint8_t extrusionX = kNoSlot;  ///< slot that decides on mirroring in x (group 230)
+  std::uint8_t extrusionY = kNoSlot;  ///< slot that decides on mirroring in y (group 220)
+  /// Slot of each group code from 0 to 255; kNoSlot for codes that the kind does not read.
+  std::array<std::uint8_t, 256> slotOfCode{};
+};
+
+const SlotLayout& slotLayout(EntityKind kind);
+
+}  // namespace quillon::dxf

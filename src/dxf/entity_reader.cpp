@@ -1,0 +1,104 @@
+#include "dxf/entity_reader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "dxf/run_time_error.h"
+
+namespace quillon::dxf {
+namespace {
+
+constexpr std::size_t kVertexBulgeSlot = 4;
+constexpr std::size_t kBlockNameSlot = 0;
+
+}  // namespace
+
+void GroupCursor::failAtEnd() const {
+  throw RunTimeError(Fault::TextEndsTooEarly, {}, lines_.position());
+}
+
+void EntityReader::read(EntityRef ref, DxfEntity& entity) {
+  entity.kind = ref.kind();
+  entity.groups = drawing_.groupsOf(ref);
+  const bool hasSideRecord = entity.kind == EntityKind::LwPolyline ||
+                             entity.kind == EntityKind::Leader || entity.kind == EntityKind::Spline;
+  entity.sideIndex = hasSideRecord ? ref.place() : 0;
+  readEntity(entity, groups(entity));
+}
+
+GroupCursor EntityReader::groups(const DxfEntity& entity) const {
+  const FileText& text = *drawing_.text;
+  return GroupCursor(LineCursor({entity.groups, text.end()}, text.lineEnds()));
+}
+
+void EntityReader::readEntity(DxfEntity& entity, GroupCursor pairs) {
+  const SlotLayout& layout = slotLayout(entity.kind);
+  entity.slotCount = layout.slotCount;
+  entity.layer = nullptr;
+  entity.values.fill({});
+  if (layout.slotCount == 0) return;
+
+  // Every slot takes the first occurrence of its group code.
+  std::uint32_t seen = 0;
+  for (Group group; pairs.next(group);) {
+    if (group.code < 0 || group.code > 255) continue;
+    const std::uint8_t slot = layout.slotOfCode[static_cast<std::size_t>(group.code)];
+    if (slot == kNoSlot || (seen >> slot & 1U) != 0) continue;
+    seen |= 1U << slot;
+    entity.values[slot] = group.value;
+  }
+  finishKind(entity);
+
+  entity.layer = &layerLineType(entity.values[layout.layer]);
+  entity.values[layout.layer] = entity.layer->name;
+  std::string_view& lineType = entity.values[layout.lineType];
+  lineType = lineType.empty() ? entity.layer->lineType : upperName(lineType);
+}
+
+void EntityReader::finishKind(DxfEntity& entity) {
+  switch (entity.kind) {
+    case EntityKind::Vertex: {
+      // A bulge too small to show is stored as a plain zero: intended.
+      constexpr double kSmallestBulge = 1e-6;
+      std::string_view& bulge = entity.values[kVertexBulgeSlot];
+      if (std::fabs(numberValue(bulge)) < kSmallestBulge) bulge = "0";
+      break;
+    }
+    case EntityKind::Insert:
+    case EntityKind::Dimension:
+      entity.values[kBlockNameSlot] = upperName(entity.values[kBlockNameSlot]);
+      break;
+    default:
+      break;
+  }
+}
+
+const LayerUse& EntityReader::layerLineType(std::string_view layerName) {
+  if (lastLayer_ != nullptr && layerName == lastLayerName_) return *lastLayer_;
+  const auto [place, isNew] = layers_.try_emplace(layerName);
+  LayerUse& use = place->second;
+  if (isNew) {
+    use.name = upperCase(layerName, drawing_.encoding, drawing_.arena);
+    use.number = layers_.size() - 1;
+    if (LayerRec* const record = drawing_.findLayer(use.name)) {
+      record->used = true;
+      use.lineType = record->values[1];
+    }
+  }
+  lastLayerName_ = layerName;
+  lastLayer_ = &use;
+  return use;
+}
+
+std::string_view EntityReader::upperName(std::string_view name) {
+  const auto needsWork = [](char c) {
+    return (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
+  };
+  if (std::none_of(name.begin(), name.end(), needsWork)) return name;
+  const auto [place, isNew] = upperNames_.try_emplace(name);
+  if (isNew) place->second = upperCase(name, drawing_.encoding, drawing_.arena);
+  return place->second;
+}
+
+}  // namespace quillon::dxf

@@ -1,0 +1,68 @@
+#include "dxf/header.h"
+
+#include "dxf/number_text.h"
+
+namespace quillon::dxf {
+namespace {
+
+/// The first version whose drawings are written in UTF-8.
+constexpr double kFirstUtf8Version = 1021.0;
+
+struct HeaderValue {
+  double code = 0.0;
+  std::string_view text;
+
+  double number() const { return numberValue(text); }
+};
+
+HeaderValue nextValue(LineReader& reader) {
+  HeaderValue value;
+  value.code = numberValue(reader.readDxfLine(true));
+  value.text = reader.readDxfLine(true);
+  return value;
+}
+
+double switchValue(const HeaderValue& value) {
+  return value.code == 70.0 && value.number() == 1.0 ? 1.0 : 0.0;
+}
+
+bool writesUtf8(std::string_view version) {
+  version = trimBlanks(version);
+  return equalsUpperCased(version.substr(0, 2), "AC") &&
+         numberValue(version.substr(2)) >= kFirstUtf8Version;
+}
+
+/// Reads the variables; the result is what $ACADVER says of UTF-8.
+bool readVariables(Drawing& drawing, LineReader& reader) {
+  bool utf8 = false;
+  while (!reader.cancelled() && !reader.atEnd()) {
+    const std::string_view line = reader.readDxfLine(true);
+    if (equalsUpperCased(line, "ENDSEC")) break;
+    if (equalsUpperCased(line, "$ANGDIR")) {
+      drawing.angDir = switchValue(nextValue(reader));
+    } else if (equalsUpperCased(line, "$FILLMODE")) {
+      drawing.fillMode = switchValue(nextValue(reader));
+    } else if (equalsUpperCased(line, "$LTSCALE")) {
+      const HeaderValue value = nextValue(reader);
+      // A line-type scale of 0 counts as 1: intended.
+      drawing.ltScale = value.code == 40.0 && value.number() != 0.0 ? value.number() : 1.0;
+    } else if (equalsUpperCased(line, "$PDSIZE")) {
+      const HeaderValue value = nextValue(reader);
+      if (value.code == 40.0 && value.number() > 0.0) drawing.pointSize = value.number();
+    } else if (equalsUpperCased(line, "$ACADVER")) {
+      const HeaderValue value = nextValue(reader);
+      if (value.code == 1.0) utf8 = writesUtf8(value.text);
+    }
+  }
+  return utf8;
+}
+
+}  // namespace
+
+void readHeader(Drawing& drawing, LineReader& reader) {
+  // A new version and a text that is UTF-8 throughout decide on the encoding together.
+  const bool utf8 = readVariables(drawing, reader) && isValidUtf8(drawing.text->bytes());
+  drawing.encoding = utf8 ? Encoding::Utf8 : Encoding::Windows1252;
+}
+
+}  // namespace quillon::dxf

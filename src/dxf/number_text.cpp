@@ -1,0 +1,140 @@
+#include "dxf/number_text.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <system_error>
+
+#include "dxf/run_time_error.h"
+
+namespace quillon::dxf {
+namespace {
+
+constexpr std::array<double, 23> kPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr std::uint64_t kLargestExactMantissa = std::uint64_t{1} << 53;
+constexpr int kMostMantissaDigits = 19;
+constexpr int kExponentCap = 1'000'000;
+
+constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// What the number at the start of a text consists of.
+struct NumberParts {
+  bool negative = false;
+  const char* digits = nullptr;  ///< first character after the sign
+  const char* end = nullptr;     ///< first character behind the number
+  std::uint64_t mantissa = 0;    ///< valid while digitCount <= 19
+  int digitCount = 0;            ///< digits without leading zeros
+  bool anyDigit = false;
+  int exponent = 0;  ///< power of ten of the mantissa
+};
+
+void readDigits(const char*& p, const char* end, NumberParts& parts, int exponentStep) {
+  for (; p != end && isDigit(*p); ++p) {
+    parts.anyDigit = true;
+    const auto digit = static_cast<unsigned>(*p - '0');
+    if (parts.digitCount > 0 || digit != 0) {
+      if (parts.digitCount < kMostMantissaDigits) parts.mantissa = parts.mantissa * 10 + digit;
+      ++parts.digitCount;
+    }
+    parts.exponent += exponentStep;
+  }
+}
+
+/// Reads "e", a sign and digits at p, or leaves p where it was.
+void readExponent(const char*& p, const char* end, NumberParts& parts) {
+  if (p == end || (*p != 'e' && *p != 'E')) return;
+  const char* q = p + 1;
+  bool negative = false;
+  if (q != end && (*q == '+' || *q == '-')) negative = *q++ == '-';
+  if (q == end || !isDigit(*q)) return;
+  int value = 0;
+  for (; q != end && isDigit(*q); ++q) {
+    if (value < kExponentCap) value = value * 10 + (*q - '0');
+  }
+  parts.exponent += negative ? -value : value;
+  p = q;
+}
+
+NumberParts splitNumber(std::string_view text) {
+  NumberParts parts;
+  const char* p = text.data();
+  const char* const end = p + text.size();
+  while (p != end && (*p == ' ' || *p == '\t')) ++p;
+  if (p != end && (*p == '+' || *p == '-')) parts.negative = *p++ == '-';
+  parts.digits = p;
+  readDigits(p, end, parts, 0);
+  if (p != end && *p == '.') {
+    ++p;
+    readDigits(p, end, parts, -1);
+  }
+  if (parts.anyDigit) readExponent(p, end, parts);
+  parts.end = p;
+  return parts;
+}
+
+/// Long mantissas and large exponents: the library's exact conversion.
+double valueOfLongNumber(const NumberParts& parts) {
+  double value = 0.0;
+  const auto [stop, error] = std::from_chars(parts.digits, parts.end, value);
+  if (error == std::errc::result_out_of_range) {
+    const bool large = parts.digitCount + parts.exponent > 0;
+    value = large ? std::numeric_limits<double>::infinity() : 0.0;
+  }
+  return value;
+}
+
+double valueOf(const NumberParts& parts) {
+  if (!parts.anyDigit || parts.digitCount == 0) return parts.negative ? -0.0 : 0.0;
+  double value = 0.0;
+  if (parts.digitCount <= kMostMantissaDigits && parts.mantissa <= kLargestExactMantissa &&
+      parts.exponent >= -22 && parts.exponent <= 22) {
+    // Both operands are exact, so the one rounding of the operation is the right one.
+    value = static_cast<double>(parts.mantissa);
+    value = parts.exponent < 0 ? value / kPowersOfTen[static_cast<std::size_t>(-parts.exponent)]
+                               : value * kPowersOfTen[static_cast<std::size_t>(parts.exponent)];
+  } else {
+    value = valueOfLongNumber(parts);
+  }
+  return parts.negative ? -value : value;
+}
+
+}  // namespace
+
+double numberValue(std::string_view text) { return valueOf(splitNumber(text)); }
+
+std::int16_t roundedInteger16(double value, bool& fits) {
+  const double rounded = std::nearbyint(value);
+  fits = rounded >= std::numeric_limits<std::int16_t>::min() &&
+         rounded <= std::numeric_limits<std::int16_t>::max();
+  return fits ? static_cast<std::int16_t>(rounded) : std::int16_t{0};
+}
+
+bool isOddNumber(std::string_view text) {
+  const double rounded = std::nearbyint(numberValue(text));
+  return std::fmod(std::fabs(rounded), 2.0) == 1.0;
+}
+
+std::int16_t groupCodeSlow(std::string_view line) {
+  const std::string_view trimmed = trimBlanks(line);
+  const NumberParts parts = splitNumber(trimmed);
+  bool fits = parts.anyDigit && !trimmed.empty() && trimmed.front() != '\t' &&
+              parts.end == trimmed.data() + trimmed.size();
+  std::int16_t code = 0;
+  if (fits) code = roundedInteger16(valueOf(parts), fits);
+  if (!fits) throw RunTimeError(Fault::BadGroupCode, line, line.data());
+  return code;
+}
+
+std::string numberText(double value) {
+  constexpr int kSignificantDigits = 15;
+  std::array<char, 40> buffer{};
+  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                          std::chars_format::general, kSignificantDigits);
+  if (error != std::errc{} || value == 0.0) return "0";
+  return {buffer.data(), end};
+}
+
+}  // namespace quillon::dxf

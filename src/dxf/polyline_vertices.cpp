@@ -1,0 +1,60 @@
+#include "dxf/polyline_vertices.h"
+
+namespace quillon::dxf {
+
+bool PolyVertexWalk::next(PolyVertex& vertex) {
+  if (stage_ == Stage::Groups) {
+    if (nextFromGroups(vertex)) return true;
+    stage_ = Stage::Closing;
+    if (take(vertex)) return true;
+  }
+  if (stage_ == Stage::Closing) {
+    stage_ = Stage::Done;
+    // The vertex that closes a polyline has an empty start width and the last one's end width and
+    // bulge: intended.
+    vertex = {first_.x, first_.y, {}, current_.endWidth, current_.bulge};
+    return isOddNumber(flags_);
+  }
+  return false;
+}
+
+bool PolyVertexWalk::nextFromGroups(PolyVertex& vertex) {
+  for (Group group; groups_.next(group);) {
+    switch (group.code) {
+      case 10: {
+        const bool complete = take(vertex);
+        current_ = {group.value, {}, width_, width_, {}};
+        if (complete) return true;
+        break;
+      }
+      case 20:
+        current_.y = group.value;
+        break;
+      case 40:
+        current_.startWidth = group.value;
+        break;
+      case 41:
+        current_.endWidth = group.value;
+        break;
+      case 42:
+        current_.bulge = group.value;
+        break;
+      case 70:
+        flags_ = group.value;
+        break;
+      default:
+        break;
+    }
+  }
+  return false;
+}
+
+bool PolyVertexWalk::take(PolyVertex& vertex) {
+  if (current_.x.empty() || current_.y.empty()) return false;
+  vertex = current_;
+  if (!anyTaken_) first_ = current_;
+  anyTaken_ = true;
+  return true;
+}
+
+}  // namespace quillon::dxf

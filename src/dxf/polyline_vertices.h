@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string_view>
+
+#include "dxf/group_cursor.h"
+
+namespace quillon::dxf {
+
+/// A vertex of an LWPOLYLINE or LEADER, texts as found.
+struct PolyVertex {
+  std::string_view x;
+  std::string_view y;
+  std::string_view startWidth;
+  std::string_view endWidth;
+  std::string_view bulge;
+};
+
+/// Gives the vertices of an LWPOLYLINE or LEADER one after the other, so that a polyline with
+/// millions of them needs no list.
+///
+/// A vertex without x or y is left out. A closed polyline ends with one more vertex: the first
+/// one's place, no start width, the last one's end width and bulge.
+class PolyVertexWalk {
+ public:
+  /// `width` is the polyline's group 43, which every vertex starts with.
+  PolyVertexWalk(GroupCursor groups, std::string_view width) : groups_(groups), width_(width) {}
+
+  bool next(PolyVertex& vertex);
+
+ private:
+  enum class Stage { Groups, Closing, Done };
+
+  bool nextFromGroups(PolyVertex& vertex);
+  bool take(PolyVertex& vertex);
+
+  GroupCursor groups_;
+  std::string_view width_;
+  PolyVertex current_;
+  PolyVertex first_;
+  bool anyTaken_ = false;
+  std::string_view flags_;
+  Stage stage_ = Stage::Groups;
+};
+
+}  // namespace quillon::dxf

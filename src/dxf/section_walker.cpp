@@ -1,0 +1,123 @@
+#include "dxf/section_walker.h"
+
+#include <cstddef>
+
+#include "dxf/blocks.h"
+#include "dxf/entities.h"
+#include "dxf/header.h"
+#include "dxf/number_text.h"
+#include "dxf/run_time_error.h"
+#include "dxf/tables.h"
+
+namespace quillon::dxf {
+namespace {
+
+SectionLines splitLines(LineRange range, const LineEnds& ends) {
+  SectionLines lines;
+  for (LineCursor cursor(range, ends); !cursor.atEnd();) lines.push_back(trimBlanks(cursor.next()));
+  return lines;
+}
+
+void parseTable(Drawing& drawing, const SectionLines& lines) {
+  const auto nameIndex = static_cast<std::size_t>(findLine(lines, 0, "2") + 1);
+  if (nameIndex >= lines.size()) return;
+  const std::string_view name = lines[nameIndex];
+  if (equalsUpperCased(name, "LTYPE")) parseLineTypeTable(lines, drawing);
+  if (equalsUpperCased(name, "LAYER")) parseLayerTable(lines, drawing);
+  if (equalsUpperCased(name, "STYLE")) parseStyleTable(lines, drawing);
+}
+
+void readTables(Drawing& drawing, LineReader& reader) {
+  LineRange lines;
+  while (!reader.cancelled() && !reader.atEnd() &&
+         collectBetween(reader, "TABLE", "ENDTAB", "ENDSEC", lines, true)) {
+    parseTable(drawing, splitLines(lines, reader.lineEnds()));
+  }
+}
+
+void readBlocks(Drawing& drawing, LineReader& reader) {
+  reader.monitor().setStatus(ReadPhase::Blocks, 0);
+  LineRange lines;
+  while (!reader.cancelled() && collectBetween(reader, "BLOCK", "ENDBLK", "ENDSEC", lines, true)) {
+    if (lines.begin == nullptr) {
+      throw RunTimeError(Fault::TextEndsTooEarly, {}, reader.position());
+    }
+    parseBlock(drawing, lines, reader);
+    reader.monitor().setStatus(ReadPhase::Blocks, drawing.blocks.size());
+  }
+}
+
+void readEntitiesSection(Drawing& drawing, LineReader& reader) {
+  reader.monitor().setStatus(ReadPhase::Entities, 0);
+  // No drawing holds this line, so no ENDSEC of an earlier section stops the search: intended.
+  constexpr std::string_view kNeverMet = "123456733EREW";
+  LineRange lines;
+  collectBetween(reader, "ENTITIES", "ENDSEC", kNeverMet, lines, true);
+  drawing.anySection = drawing.anySection || lines.begin != nullptr;
+  if (!reader.cancelled()) readEntities(drawing, lines, reader);
+}
+
+/// Nothing of OBJECTS is kept; reading it carries the reading bar to the end of the file.
+void skipObjects(LineReader& reader, bool endsAtFileEnd) {
+  bool sawEnd = endsAtFileEnd;
+  while (!reader.cancelled() && !(sawEnd && reader.atEnd())) {
+    if (reader.atEnd()) {
+      // Without an ENDSEC the walk goes on at the end of the file until the user cancels: intended.
+      reader.monitor().waitForUser();
+      reader.poll(true);
+    }
+    if (equalsUpperCased(reader.readDxfLine(true), "ENDSEC")) sawEnd = true;
+  }
+}
+
+}  // namespace
+
+void readDxf(Drawing& drawing, LineReader& reader, bool endsAtFileEnd) {
+  const auto find = [&](std::string_view section) {
+    const bool found = !reader.cancelled() && findSection(reader, section, true);
+    drawing.anySection = drawing.anySection || found;
+    return found;
+  };
+  reader.monitor().setStatus(ReadPhase::Header, 0);
+  if (find("HEADER")) readHeader(drawing, reader);
+  if (find("TABLES")) readTables(drawing, reader);
+  if (find("BLOCKS")) readBlocks(drawing, reader);
+  if (!reader.cancelled()) readEntitiesSection(drawing, reader);
+  if (find("OBJECTS")) skipObjects(reader, endsAtFileEnd);
+  reader.poll(true);
+}
+
+bool findSection(LineReader& reader, std::string_view name, bool showProgress) {
+  while (!reader.cancelled()) {
+    const bool found = trimBlanks(reader.readDxfLine(showProgress)) == name;
+    if (reader.atEnd()) {
+      reader.rewind();
+      return false;
+    }
+    if (found) return true;
+  }
+  return false;
+}
+
+bool collectBetween(LineReader& reader, std::string_view startMarker, std::string_view endMarker,
+                    std::string_view stopMarker, LineRange& lines, bool showProgress) {
+  lines = {};
+  bool started = false;
+  while (!started && !reader.atEnd()) {
+    if (reader.cancelled()) return false;
+    const std::string_view line = trimBlanks(reader.readDxfLine(showProgress));
+    if (equalsUpperCased(line, stopMarker)) return false;
+    started = equalsUpperCased(line, startMarker);
+  }
+  if (!started) return true;
+  lines = {reader.position(), reader.position()};
+  bool ended = false;
+  while (!ended && !reader.atEnd()) {
+    if (reader.cancelled()) return false;
+    ended = trimBlanks(reader.readDxfLine(showProgress)) == endMarker;
+    lines.end = reader.position();
+  }
+  return true;
+}
+
+}  // namespace quillon::dxf

@@ -1,0 +1,152 @@
+#include "dxf/tables.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include "dxf/group_cursor.h"
+#include "dxf/number_text.h"
+#include "dxf/run_time_error.h"
+
+namespace quillon::dxf {
+namespace {
+
+constexpr std::int16_t kDashCode = 49;
+constexpr std::int16_t kNameCode = 2;
+constexpr std::size_t kCodesLookedUp = 4;
+
+std::string_view lineAt(const SectionLines& lines, std::size_t index) {
+  if (index >= lines.size()) {
+    const char* const end = lines.empty() ? nullptr : lines.back().data();
+    throw RunTimeError(Fault::TextEndsTooEarly, {}, end);
+  }
+  return lines[index];
+}
+
+/// The groups of an entry. An entry that starts inside another one has the rest of its groups, so
+/// both share a run and a table of nested entries costs no more than its lines.
+class GroupRun {
+ public:
+  GroupRun() = default;
+
+  /// Layers and text styles lose the last group of every entry, line types keep it: intended.
+  GroupRun(const SectionLines& lines, std::size_t firstValue, bool keepsLast)
+      : firstValue_(firstValue), endValue_(firstValue) {
+    for (bool last = false; !last; endValue_ += 2) {
+      // A line type converts its code line first; the end of the lines is noticed after that.
+      Group group;
+      const auto read = [&] {
+        group = {groupCode(lineAt(lines, endValue_ - 1)), lineAt(lines, endValue_)};
+      };
+      if (keepsLast) read();
+      last = lineAt(lines, endValue_ + 1) == "0";
+      if (!keepsLast && !last) read();
+      if (keepsLast || !last) groups_.push_back(group);
+    }
+  }
+
+  bool covers(std::size_t valueLine) const {
+    return valueLine >= firstValue_ && valueLine < endValue_;
+  }
+
+  /// From here on look-ups are those of the entry at this value line. Entries come in order.
+  void enter(std::size_t valueLine) { entry_ = (valueLine - firstValue_) / 2; }
+
+  /// Value of the entry's first group with this code, or "". A column is used for one code only.
+  std::string_view find(std::size_t column, std::int16_t code) {
+    const std::size_t at = advance(column, code);
+    return at < groups_.size() ? groups_[at].value : std::string_view{};
+  }
+
+  /// The dash list of the entry: every group 49 as a number with ";". An entry whose last group is
+  /// no 49 ends with one more "0;": intended.
+  std::string_view dashList(std::size_t column, TextArena& arena) {
+    if (dashOffsets_.empty()) makeDashText(arena);
+    return dashText_.substr(dashOffsets_[advance(column, kDashCode)]);
+  }
+
+ private:
+  std::size_t advance(std::size_t column, std::int16_t code) {
+    std::size_t& at = found_[column];
+    if (at < entry_) at = entry_;
+    while (at < groups_.size() && groups_[at].code != code) ++at;
+    return at;
+  }
+
+  void makeDashText(TextArena& arena) {
+    std::string text;
+    for (const Group& group : groups_) {
+      dashOffsets_.push_back(text.size());
+      if (group.code == kDashCode) text += numberText(numberValue(group.value)) + ";";
+    }
+    dashOffsets_.push_back(text.size());
+    if (groups_.empty() || groups_.back().code != kDashCode) text += "0;";
+    dashText_ = arena.keep(std::move(text));
+  }
+
+  std::size_t firstValue_ = 0;
+  std::size_t endValue_ = 0;
+  std::vector<Group> groups_;
+  std::size_t entry_ = 0;
+  std::array<std::size_t, kCodesLookedUp + 1> found_{};
+  std::string_view dashText_;
+  std::vector<std::size_t> dashOffsets_;
+};
+
+/// Visits every line, also those inside an entry just read, and hands each entry to `add`.
+template <typename AddRecord>
+void walkEntries(const SectionLines& lines, bool keepsLast, const AddRecord& add) {
+  std::array<GroupRun, 2> runs;  // entries at even and at odd lines cannot share groups
+  for (auto i = static_cast<std::size_t>(findLine(lines, 0, "0") + 1); i < lines.size(); ++i) {
+    if (!isTableName(lines[i])) continue;
+    GroupRun& run = runs[i % 2];
+    if (!run.covers(i)) run = GroupRun(lines, i, keepsLast);
+    run.enter(i);
+    add(run);
+  }
+}
+
+}  // namespace
+
+std::ptrdiff_t findLine(const SectionLines& lines, std::size_t start, std::string_view text) {
+  for (std::size_t i = start; i < lines.size(); ++i) {
+    if (lines[i] == text) return static_cast<std::ptrdiff_t>(i);
+  }
+  return -1;
+}
+
+bool isTableName(std::string_view text) {
+  return equalsUpperCased(text, "LTYPE") || equalsUpperCased(text, "LAYER") ||
+         equalsUpperCased(text, "STYLE");
+}
+
+void parseLineTypeTable(const SectionLines& lines, Drawing& drawing) {
+  walkEntries(lines, true, [&drawing](GroupRun& run) {
+    LineTypeRec record;
+    record.name = upperCase(run.find(0, kNameCode), drawing.encoding, drawing.arena);
+    record.values = {run.find(1, 3), run.find(2, 73), run.find(3, 40),
+                     run.dashList(4, drawing.arena)};
+    drawing.addLineType(record);
+  });
+}
+
+void parseLayerTable(const SectionLines& lines, Drawing& drawing) {
+  walkEntries(lines, false, [&drawing](GroupRun& run) {
+    LayerRec record;
+    record.name = upperCase(run.find(0, kNameCode), drawing.encoding, drawing.arena);
+    record.values = {run.find(1, 62), run.find(2, 6)};
+    drawing.addLayer(record);
+  });
+}
+
+void parseStyleTable(const SectionLines& lines, Drawing& drawing) {
+  walkEntries(lines, false, [&drawing](GroupRun& run) {
+    TextStyleRec record;
+    record.name = upperCase(run.find(0, kNameCode), drawing.encoding, drawing.arena);
+    record.values = {run.find(1, 40), run.find(2, 41), run.find(3, 71)};
+    drawing.textStyles.push_back(record);
+  });
+}
+
+}  // namespace quillon::dxf

@@ -1,0 +1,188 @@
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "dxf/run_time_error.h"
+#include "emit/curves.h"
+#include "emit/geometry.h"
+#include "emit/lines.h"
+
+namespace quillon::emit {
+namespace {
+
+struct PointOnCircle {
+  double x;
+  double y;
+};
+
+PointOnCircle pointOnCircle(double cx, double cy, double r, double degrees) {
+  constexpr double k = kPi / 180.0;
+  const double angle = k * degrees;
+  return {cx + r * std::cos(angle), cy + r * std::sin(angle)};
+}
+
+/// A circle of the drawing that is walked dash by dash.
+struct DashedCircle {
+  double cx;
+  double cy;
+  double r;
+  int layer;
+};
+
+void walkArc(EmitContext& context, const DashedCircle& circle, double startAngle, double endAngle,
+             const DashPattern& pattern) {
+  DashWalk walk(pattern);
+  double current = startAngle;
+  double item = 0.0;
+  while (current < endAngle && walk.next(current, item)) {
+    if (context.cancelled()) return;
+    if (item == 0.0) {
+      // The dot of an arc stands at the centre: intended.
+      writePoint(context, circle.cx, circle.cy, circle.layer);
+      continue;
+    }
+    const double dash = item * context.settings.ltScale;
+    const double step = std::fabs(dash) * kDegreesPerRadian / circle.r;
+    if (!std::isfinite(step)) throw dxf::RunTimeError(dxf::Fault::BadDashLength, {});
+    const double next = std::min(current + step, endAngle);
+    if (dash > 0.0) {
+      writeArc(context, circle.cx, circle.cy, circle.r, current, next, circle.layer);
+    }
+    current = next;
+  }
+}
+
+/// An arc whose end does not lie behind its start is walked once round.
+double walkedEnd(double startAngle, double endAngle) {
+  constexpr double kTurn = 360.0;
+  return endAngle > startAngle ? endAngle : endAngle + kTurn;
+}
+
+void mirrorAngles(double& startAngle, double& endAngle) {
+  constexpr double kHalfTurn = 180.0;
+  std::swap(startAngle, endAngle);
+  startAngle = kHalfTurn - startAngle;
+  endAngle = kHalfTurn - endAngle;
+}
+
+/// Centre scaled, rotated and moved.
+PointOnCircle placeCentre(double cx, double cy, const Placement& placement) {
+  double x = cx * placement.scaleX;
+  double y = cy * placement.scaleY;
+  if (placement.rotation != 0.0) {
+    const double rotatedX = rotateX(x, y, placement.rotation);
+    const double rotatedY = rotateY(x, y, placement.rotation);
+    x = rotatedX;
+    y = rotatedY;
+  }
+  return {x + placement.dx, y + placement.dy};
+}
+
+/// A placement under which a circle or an arc has no ellipse.
+bool isFlat(const Placement& placement) {
+  return placement.scaleX == 0.0 && placement.scaleY != 0.0;
+}
+
+/// Under unequal scales a circle or an arc is an ellipse, whatever the ellipse option says.
+void writeAsEllipse(EmitContext& context, double cx, double cy, double r, double startParam,
+                    double endParam, const Placement& placement, int layer,
+                    const DashPattern* dashes) {
+  const auto [x, y] = placeCentre(cx, cy, placement);
+  const double major = r * placement.scaleX;
+  EllipseArc ellipse{.cx = x,
+                     .cy = y,
+                     .majorX = major,
+                     .majorY = 0.0,
+                     .ratio = placement.scaleY / placement.scaleX,
+                     .startParam = startParam,
+                     .endParam = endParam};
+  if (placement.rotation != 0.0) {
+    ellipse.majorX = rotateX(major, 0.0, placement.rotation);
+    ellipse.majorY = rotateY(major, 0.0, placement.rotation);
+  }
+  writeEllipse(context, ellipse, kEllipseSegments, layer, dashes);
+}
+
+}  // namespace
+
+void writeArc(EmitContext& context, double cx, double cy, double r, double startAngle,
+              double endAngle, int layer) {
+  if (layer == kNotConverted) return;
+  ScriptWriter& script = context.script;
+  const PointOnCircle p1 = pointOnCircle(cx, cy, r, startAngle);
+  const PointOnCircle p2 = pointOnCircle(cx, cy, r, startAngle + 180.0);
+  const PointOnCircle p3 = pointOnCircle(cx, cy, r, endAngle);
+  const auto near = [&script](const PointOnCircle& a, const PointOnCircle& b) {
+    return pointsNear(a.x, a.y, b.x, b.y, 0, script.unit());
+  };
+  if (near(p1, p3)) return;
+  bool asArc = false;
+  if (near(p1, p2) || near(p2, p3)) {
+    // Two blanks follow "Wire" here and one in the range fallback below: intended.
+    script.text("Wire  0.00 ");
+  } else if (context.settings.arcRangeCheck && script.isOutOfRange(p2.x, p2.y)) {
+    script.text("Wire 0.00 ");
+  } else {
+    script.text("Arc CCW 0.00 ");
+    asArc = true;
+  }
+  script.formatPoint(p1.x, p1.y).text(" ");
+  if (asArc) script.formatPoint(p2.x, p2.y).text(" ");
+  script.formatPoint(p3.x, p3.y).text(";").endLine();
+  script.finishCommand(1);
+}
+
+void writeArcEntity(EmitContext& context, double cx, double cy, double r, double startAngle,
+                    double endAngle, const Placement& placement, int layer,
+                    const DashPattern* dashes) {
+  if (layer == kNotConverted || isFlat(placement)) return;
+  startAngle = normaliseAngle(startAngle);
+  endAngle = normaliseAngle(endAngle);
+  context.script.writeLayer(layer);
+  context.script.count(1);
+  if (placement.scaleX != placement.scaleY) {
+    if (context.settings.angDir == 1.0) std::swap(startAngle, endAngle);
+    writeAsEllipse(context, cx, cy, r, radians(startAngle), radians(endAngle), placement, layer,
+                   dashes);
+    return;
+  }
+  const auto [x, y] = placeCentre(cx, cy, placement);
+  r *= placement.scaleX;
+  if (placement.scaleX < 0.0) mirrorAngles(startAngle, endAngle);
+  startAngle += kDegreesPerRadian * placement.rotation;
+  endAngle += kDegreesPerRadian * placement.rotation;
+  if (startAngle == endAngle) {
+    // The full circle gets the placed centre and radius and the placement once more: intended.
+    writeCircle(context, x, y, r, placement, layer, dashes);
+    return;
+  }
+  if (context.settings.angDir == 1.0) std::swap(startAngle, endAngle);
+  if (dashes != nullptr && r != 0.0) {
+    walkArc(context, {x, y, r, layer}, startAngle, walkedEnd(startAngle, endAngle), *dashes);
+  } else {
+    writeArc(context, x, y, r, startAngle, endAngle, layer);
+  }
+}
+
+void writeCircle(EmitContext& context, double cx, double cy, double r, const Placement& placement,
+                 int layer, const DashPattern* dashes) {
+  if (layer == kNotConverted || isFlat(placement)) return;
+  if (placement.scaleX != placement.scaleY) {
+    writeAsEllipse(context, cx, cy, r, 0.0, kTwoPi, placement, layer, dashes);
+    return;
+  }
+  const auto [x, y] = placeCentre(cx, cy, placement);
+  if (placement.scaleX != 1.0) r *= placement.scaleX;
+  ScriptWriter& script = context.script;
+  script.writeLayer(layer);
+  if (dashes != nullptr && r != 0.0) {
+    script.count(1);
+    walkArc(context, {x, y, r, layer}, 0.0, 360.0, *dashes);
+    return;
+  }
+  // No width is written, so EAGLE's current wire width applies: intended.
+  script.text("Circle ").formatPoint(x, y).text(" ").formatPoint(x, y + r).text(";").endLine();
+  script.finishCommand(2);
+}
+
+}  // namespace quillon::emit

@@ -1,0 +1,108 @@
+#include "emit/script_writer.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+
+#include "dxf/run_time_error.h"
+
+namespace quillon::emit {
+namespace {
+
+[[noreturn]] void failNotFinite() { throw dxf::RunTimeError(dxf::Fault::BadNumber, {}); }
+
+}  // namespace
+
+double coordinateLimit(int unit) {
+  switch (unit) {
+    case 0:
+      return 838860.0;
+    case -1:
+    case 1:
+      return 838.86;
+    case 2:
+      return 33026.0;
+    default:
+      return 33.026;
+  }
+}
+
+ScriptWriter::ScriptWriter(ScriptSink& sink, const CoordinateFormat& format)
+    : sink_(sink),
+      format_(format),
+      limit_(coordinateLimit(format.unit)),
+      buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)),
+      cursor_(buffer_.get()),
+      end_(buffer_.get() + kBufferSize) {}
+
+ScriptWriter& ScriptWriter::number(double value) {
+  if (!std::isfinite(value)) failNotFinite();
+  if (room() < kNumberRoom) flush();
+  cursor_ = formatNumber(value, cursor_);
+  return *this;
+}
+
+ScriptWriter& ScriptWriter::formatPoint(double x, double y) {
+  x += format_.offsetX;
+  y += format_.offsetY;
+  if (!std::isfinite(x) || !std::isfinite(y)) failNotFinite();
+  if (std::fabs(x) > limit_ || std::fabs(y) > limit_) rangeWarning_ = rangeFlag_ = true;
+  if (x < extents_.minX) extents_.minX = x;
+  if (x > extents_.maxX) extents_.maxX = x;
+  if (y < extents_.minY) extents_.minY = y;
+  if (y > extents_.maxY) extents_.maxY = y;
+  if (room() < 2 * kNumberRoom + 4) flush();
+  *cursor_++ = '(';
+  if (format_.relativeCoords != 0) *cursor_++ = 'R';
+  cursor_ = formatNumber(x, cursor_);
+  *cursor_++ = ' ';
+  cursor_ = formatNumber(y, cursor_);
+  *cursor_++ = ')';
+  return *this;
+}
+
+void ScriptWriter::line(std::string_view content) {
+  text(content).endLine();
+  count(1);
+}
+
+void ScriptWriter::writeLayer(int layer) {
+  std::array<char, 16> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), layer).ptr;
+  text(layer < 0 ? "Layer " : "Layer  ");
+  text({digits.data(), static_cast<std::size_t>(end - digits.data())}).text(" ;\r\n");
+}
+
+void ScriptWriter::finishCommand(std::uint32_t lines) {
+  count(lines);
+  noteRange();
+}
+
+void ScriptWriter::noteRange() {
+  if (!rangeFlag_) return;
+  rangeFlag_ = false;
+  line("# In the previous command some coordinates are out of range!");
+}
+
+bool ScriptWriter::isOutOfRange(double x, double y) const {
+  return std::fabs(x + format_.offsetX) > limit_ || std::fabs(y + format_.offsetY) > limit_;
+}
+
+void ScriptWriter::flush() {
+  if (cursor_ == buffer_.get()) return;
+  sink_.write({buffer_.get(), static_cast<std::size_t>(cursor_ - buffer_.get())});
+  cursor_ = buffer_.get();
+}
+
+ScriptWriter& ScriptWriter::longText(std::string_view content) {
+  flush();
+  if (content.size() > room()) {
+    sink_.write(content);
+  } else {
+    std::memcpy(cursor_, content.data(), content.size());
+    cursor_ += content.size();
+  }
+  return *this;
+}
+
+}  // namespace quillon::emit

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <string_view>
+
+#include "emit/number_format.h"
+
+namespace quillon::emit {
+
+/// Where the script goes. May throw; the conversion then ends.
+class ScriptSink {
+ public:
+  virtual ~ScriptSink() = default;
+  virtual void write(std::string_view block) = 0;
+};
+
+/// How coordinates are written.
+struct CoordinateFormat {
+  int unit = 2;            ///< 0 mic, 1 mm, 2 mil, 3 inch; -1 counts as mm, any other as inch
+  int relativeCoords = 1;  ///< not 0: points open with "(R"
+  double offsetX = 0.0;    ///< added to every x
+  double offsetY = 0.0;    ///< added to every y
+};
+
+/// The smallest box around all points written so far; empty while minX > maxX.
+struct Extents {
+  double minX = std::numeric_limits<double>::infinity();
+  double minY = std::numeric_limits<double>::infinity();
+  double maxX = -std::numeric_limits<double>::infinity();
+  double maxY = -std::numeric_limits<double>::infinity();
+
+  bool empty() const { return minX > maxX; }
+};
+
+/// Largest magnitude of a coordinate in EAGLE's drawing area, in the given unit.
+double coordinateLimit(int unit);
+
+/// Builds the script: text and points into one buffer, written in large blocks; counts commands and
+/// watches the coordinate range.
+class ScriptWriter {
+ public:
+  ScriptWriter(ScriptSink& sink, const CoordinateFormat& format);
+  ScriptWriter(const ScriptWriter&) = delete;
+  ScriptWriter& operator=(const ScriptWriter&) = delete;
+
+  ScriptWriter& text(std::string_view text) {
+    if (text.size() > room()) return longText(text);
+    std::memcpy(cursor_, text.data(), text.size());
+    cursor_ += text.size();
+    return *this;
+  }
+  /// The number as formatNumber writes it. Throws RunTimeError for one that is not finite.
+  ScriptWriter& number(double value);
+  /// The point with the offsets added, as "(x y)". A coordinate out of range is written all the
+  /// same and sets rangeFlag and rangeWarning. To test a point without either, ask isOutOfRange.
+  ScriptWriter& formatPoint(double x, double y);
+  /// Ends a line.
+  ScriptWriter& endLine() { return text("\r\n"); }
+  /// A whole line that counts as one command.
+  void line(std::string_view text);
+
+  /// "Layer  16 ;": the number has a blank (or "-") before and a blank behind it, as intended.
+  /// Does not count; callers add the line to their own commands.
+  void writeLayer(int layer);
+
+  /// Adds `lines` to the command count and closes the command: a range note follows when one of its
+  /// coordinates was out of range.
+  void finishCommand(std::uint32_t lines);
+  /// Adds to the command count only.
+  void count(std::uint32_t lines) { commandCount_ += lines; }
+  /// Writes the range comment when rangeFlag is set, and clears the flag.
+  void noteRange();
+
+  /// True when the point with the offsets added lies outside EAGLE's drawing area. Changes nothing.
+  bool isOutOfRange(double x, double y) const;
+
+  std::uint64_t commandCount() const { return commandCount_; }
+  bool rangeWarning() const { return rangeWarning_; }
+  const Extents& extents() const { return extents_; }
+  int unit() const { return format_.unit; }
+
+  /// Hands everything to the sink.
+  void flush();
+
+ private:
+  static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
+
+  std::size_t room() const { return static_cast<std::size_t>(end_ - cursor_); }
+  ScriptWriter& longText(std::string_view text);
+
+  ScriptSink& sink_;
+  CoordinateFormat format_;
+  double limit_;
+  std::unique_ptr<char[]> buffer_;
+  char* cursor_;
+  char* end_;
+  std::uint64_t commandCount_ = 0;
+  bool rangeFlag_ = false;
+  bool rangeWarning_ = false;
+  Extents extents_;
+};
+
+}  // namespace quillon::emit

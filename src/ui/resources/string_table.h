@@ -1,0 +1,34 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+namespace quillon::resources {
+
+inline constexpr int kGerman = 0;
+inline constexpr int kEnglish = 10000;
+
+/// The entry of the string table with this id (German at the id itself, English at id + 10000), or
+/// "" for an id without one. UTF-8.
+std::string_view loadString(int id);
+
+/// A text whose "%1", "%2", … are replaced by the arguments.
+std::string fillIn(std::string_view text, std::initializer_list<std::string_view> arguments);
+
+/// The texts of one language.
+class Texts {
+ public:
+  explicit Texts(int languageOffset) : languageOffset_(languageOffset) {}
+
+  int languageOffset() const { return languageOffset_; }
+  std::string_view operator()(int id) const { return loadString(languageOffset_ + id); }
+  std::string operator()(int id, std::initializer_list<std::string_view> arguments) const {
+    return fillIn((*this)(id), arguments);
+  }
+
+ private:
+  int languageOffset_;
+};
+
+}  // namespace quillon::resources

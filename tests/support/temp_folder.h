@@ -1,0 +1,51 @@
+#pragma once
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace quillon::testing {
+
+/// A folder of its own for a test; removed with everything in it.
+class TempFolder {
+ public:
+  TempFolder() {
+    static std::atomic<int> counter{0};
+    std::random_device random;
+    path_ = std::filesystem::temp_directory_path() /
+            ("quillon-test-" + std::to_string(random()) + "-" + std::to_string(++counter));
+    std::filesystem::create_directories(path_);
+  }
+  ~TempFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  TempFolder(const TempFolder&) = delete;
+  TempFolder& operator=(const TempFolder&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+  std::string file(std::string_view name) const { return (path_ / name).string(); }
+
+  std::string write(std::string_view name, std::string_view bytes) const {
+    std::ofstream(file(name), std::ios::binary) << bytes;
+    return file(name);
+  }
+  std::string read(std::string_view name) const {
+    std::ifstream in(file(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+  bool has(std::string_view name) const { return std::filesystem::exists(file(name)); }
+  /// Number of entries in the folder.
+  std::size_t entries() const {
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace quillon::testing
