@@ -132,14 +132,16 @@ class Conversion {
     }
     emit::Placement placement;
     placement.scaleX = placement.scaleY = job_.scale;
-    const dxf::EntityList& entities = drawing_->entities;
     constexpr std::uint32_t kEntitiesPerPoll = 128;
     dxf::Pacer pacer(kEntitiesPerPoll);
     bool stopped = control_.cancelRequested();
-    for (std::size_t i = 0; i < entities.size() && !stopped; ++i) {
-      translator.translateEntity(entities, i, placement);
+    std::uint64_t done = 0;
+    dxf::EntityCursor entities(drawing_->store, drawing_->entities);
+    for (dxf::EntitySlots entity; !stopped && entities.next(entity);) {
+      translator.translateEntity(entity, placement);
+      ++done;
       if (!pacer.due() && !control_.cancelled()) continue;
-      control_.setProgress(true, i + 1, entities.size());
+      control_.setProgress(true, done, drawing_->entities.size());
       stopped = control_.cancelRequested();
     }
     translator.finishList();

@@ -28,6 +28,7 @@ void readBlockHeader(Drawing& drawing, LineCursor lines, BlockRec& block) {
 
 void parseBlock(Drawing& drawing, LineRange lines, LineReader& reader) {
   BlockRec block;
+  block.items = drawing.store.startList();
   readBlockHeader(drawing, LineCursor(lines, reader.lineEnds()), block);
   readBlockEntities(drawing, lines, block.items, reader);
   drawing.addBlock(std::move(block));

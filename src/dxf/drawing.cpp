@@ -12,18 +12,6 @@ bool BlockRec::isLayout() const {
                      [this](std::string_view prefix) { return name.starts_with(prefix); });
 }
 
-const char* Drawing::groupsOf(EntityRef entity) const {
-  switch (entity.kind()) {
-    case EntityKind::LwPolyline:
-    case EntityKind::Leader:
-      return text->begin() + polyVertexLists[entity.place()];
-    case EntityKind::Spline:
-      return text->begin() + splineData[entity.place()];
-    default:
-      return text->begin() + entity.place();
-  }
-}
-
 void Drawing::addLayer(LayerRec layer) {
   layerIndex.try_emplace(layer.name, layers.size());
   layers.push_back(layer);

@@ -10,6 +10,7 @@
 
 #include "dxf/encoding.h"
 #include "dxf/entity_kinds.h"
+#include "dxf/entity_store.h"
 #include "dxf/file_text.h"
 
 namespace quillon::dxf {
@@ -37,25 +38,6 @@ struct TextStyleRec {
   std::array<std::string_view, 3> values;
 };
 
-/// Where an entity of the drawing stands. Its values are read when they are asked for (readEntity),
-/// so that a drawing costs 8 bytes for each entity beside its text.
-class EntityRef {
- public:
-  EntityRef(EntityKind kind, std::uint64_t place)
-      : bits_(place << kKindBits | static_cast<std::uint64_t>(kind)) {}
-
-  EntityKind kind() const { return static_cast<EntityKind>(bits_ & ((1U << kKindBits) - 1)); }
-  /// Offset of the entity's first group in the text; for the kinds that have a side record
-  /// (LWPOLYLINE, LEADER, SPLINE) the index of that record, which holds the offset.
-  std::uint64_t place() const { return bits_ >> kKindBits; }
-
- private:
-  static constexpr unsigned kKindBits = 8;
-  std::uint64_t bits_;
-};
-
-using EntityList = std::deque<EntityRef>;
-
 /// A block definition. Texts as found, the name upper-cased.
 struct BlockRec {
   std::string_view name;
@@ -77,7 +59,7 @@ using NameIndex = std::unordered_map<std::string_view, std::size_t>;
 /// All that the reader leaves for the conversion. The texts are views into `text`, which must
 /// outlive the drawing, or into `arena`.
 struct Drawing {
-  explicit Drawing(const FileText& source) : text(&source) {}
+  explicit Drawing(const FileText& source) : text(&source), store(source.begin()) {}
   Drawing(const Drawing&) = delete;
   Drawing& operator=(const Drawing&) = delete;
 
@@ -93,12 +75,14 @@ struct Drawing {
   std::deque<LayerRec> layers;
   std::deque<TextStyleRec> textStyles;
   std::deque<BlockRec> blocks;
-  EntityList entities;
+  EntityStore store;    ///< the entities of all blocks and of the ENTITIES section
+  EntityList entities;  ///< the ENTITIES section, in file order
 
-  /// Offset of the first group of each LWPOLYLINE and LEADER; the first one read has index 1.
-  std::deque<std::uint64_t> polyVertexLists{0};
-  /// The same for each SPLINE.
-  std::deque<std::uint64_t> splineData{0};
+  /// Number of LWPOLYLINE and LEADER entities met anywhere: their vertex lists are numbered from 1
+  /// and read from the text when they are asked for.
+  std::uint64_t polyVertexLists = 0;
+  /// The same for SPLINE entities.
+  std::uint64_t splineData = 0;
 
   UnknownKinds unknownKinds;
   bool anySection = false;  ///< some section name was found
@@ -106,9 +90,6 @@ struct Drawing {
   NameIndex layerIndex;
   NameIndex lineTypeIndex;
   NameIndex blockIndex;
-
-  /// Position of an entity's first group in the text.
-  const char* groupsOf(EntityRef entity) const;
 
   void addLayer(LayerRec layer);
   void addLineType(LineTypeRec lineType);

@@ -12,14 +12,17 @@ constexpr std::uint32_t kEntitiesPerPoll = 256;
 /// Walks lines pair by pair and collects the entities among them.
 class EntityWalk {
  public:
-  EntityWalk(Drawing& drawing, LineRange lines, EntityList& items, LineReader& reader)
+  /// The walk ends with the lines, or behind the first line that is `endMarker` ("": none is).
+  EntityWalk(Drawing& drawing, LineRange lines, std::string_view endMarker, EntityList& items,
+             LineReader& reader)
       : drawing_(drawing),
-        end_(lines.end),
         lines_(lines, reader.lineEnds()),
+        endMarker_(endMarker),
         items_(items),
         reader_(reader) {}
 
-  bool atEnd() const { return lines_.atEnd(); }
+  bool atEnd() const { return ended_ || lines_.atEnd(); }
+  const char* position() const { return lines_.position(); }
 
   /// Reads one entity or steps over one pair. False once the user has cancelled.
   bool step() {
@@ -33,7 +36,7 @@ class EntityWalk {
       readOne(kind);
     }
     if (!pacer_.due()) return true;
-    reader_.poll(false);
+    reader_.pollAt(lines_.position(), true);
     return !reader_.cancelled();
   }
 
@@ -41,11 +44,12 @@ class EntityWalk {
   /// entity name follows.
   void resume() {
     lines_.seek(afterName_);
+    ended_ = false;
     const char* previous = afterName_;
     bool previousIsZero = false;
-    while (!lines_.atEnd()) {
+    while (!atEnd()) {
       const char* const start = lines_.position();
-      const std::string_view line = trimBlanks(lines_.next());
+      const std::string_view line = nextLine();
       if (previousIsZero && isEntityName(line)) {
         lines_.seek(previous);
         return;
@@ -57,37 +61,42 @@ class EntityWalk {
 
  private:
   std::string_view nextLine() {
-    if (lines_.atEnd()) throw RunTimeError(Fault::TextEndsTooEarly, {}, lines_.position());
-    return trimBlanks(lines_.next());
+    if (atEnd()) throw RunTimeError(Fault::TextEndsTooEarly, {}, lines_.position());
+    const std::string_view line = trimBlanks(lines_.next());
+    ended_ = isEndMarker(line);
+    return line;
+  }
+
+  bool isEndMarker(std::string_view line) const {
+    return line.size() == endMarker_.size() && !line.empty() && line == endMarker_;
   }
 
   void readOne(EntityKind kind) {
-    const char* const start = lines_.position();
-    LineCursor rest({start, end_}, reader_.lineEnds());
-    GroupCursor groups(rest);
-    Group group;
-    if (kind == EntityKind::Spline) {
-      for (FitPointRule fitPoints; groups.next(group);) fitPoints.visit(group);
-    } else {
-      while (groups.next(group)) {
+    entity_.kind = kind;
+    entity_.groups = lines_.position();
+    entity_.filled = 0;
+    const auto& slotOfCode = slotLayout(kind).slotOfCode;
+    GroupCursor groups(lines_);
+    FitPointRule fitPoints;
+    for (Group group; groups.next(group);) {
+      if (isEndMarker(group.value)) {
+        throw RunTimeError(Fault::TextEndsTooEarly, {}, group.value.data());
       }
+      if (kind == EntityKind::Spline) fitPoints.visit(group);
+      if (group.code < 0 || group.code > 255) continue;
+      // Every slot takes the first occurrence of its group code.
+      const std::uint8_t slot = slotOfCode[static_cast<std::size_t>(group.code)];
+      if (slot == kNoSlot || (entity_.filled >> slot & 1U) != 0) continue;
+      entity_.filled |= 1U << slot;
+      entity_.values[slot] = group.value;
     }
-    lines_.seek(groups.position());
-    items_.emplace_back(kind, placeOf(kind, start));
-  }
-
-  std::uint64_t placeOf(EntityKind kind, const char* start) {
-    const auto offset = static_cast<std::uint64_t>(start - drawing_.text->begin());
-    std::deque<std::uint64_t>* sideStore = nullptr;
+    lines_ = groups.lines();
     if (kind == EntityKind::LwPolyline || kind == EntityKind::Leader) {
-      sideStore = &drawing_.polyVertexLists;
+      entity_.sideIndex = ++drawing_.polyVertexLists;
     } else if (kind == EntityKind::Spline) {
-      sideStore = &drawing_.splineData;
-    } else {
-      return offset;
+      entity_.sideIndex = ++drawing_.splineData;
     }
-    sideStore->push_back(offset);
-    return sideStore->size() - 1;
+    drawing_.store.append(items_, entity_);
   }
 
   void noteUnknown(std::string_view name) {
@@ -95,23 +104,28 @@ class EntityWalk {
   }
 
   Drawing& drawing_;
-  const char* end_;
   LineCursor lines_;
+  std::string_view endMarker_;
   EntityList& items_;
   LineReader& reader_;
+  EntitySlots entity_;
   const char* afterName_ = nullptr;
+  bool ended_ = false;
   Pacer pacer_{kEntitiesPerPoll};
 };
 
 }  // namespace
 
-void readEntities(Drawing& drawing, LineRange lines, LineReader& reader) {
-  EntityWalk walk(drawing, lines, drawing.entities, reader);
+void readEntities(Drawing& drawing, LineReader& reader) {
+  drawing.entities = drawing.store.startList();
+  const LineRange rest{reader.position(), drawing.text->end()};
+  EntityWalk walk(drawing, rest, "ENDSEC", drawing.entities, reader);
   std::size_t shown = 0;
   Pacer pacer(kEntitiesPerPoll);
-  while (!walk.atEnd()) {
+  bool goesOn = true;
+  while (goesOn && !walk.atEnd()) {
     try {
-      if (!walk.step()) return;
+      goesOn = walk.step();
     } catch (const RunTimeError&) {
       // The entity in which an error arises is dropped without a message: intended.
       walk.resume();
@@ -121,13 +135,14 @@ void readEntities(Drawing& drawing, LineRange lines, LineReader& reader) {
       reader.monitor().setStatus(ReadPhase::Entities, shown);
     }
   }
+  reader.skipTo(walk.position());
   if (drawing.entities.size() != shown) {
     reader.monitor().setStatus(ReadPhase::Entities, drawing.entities.size());
   }
 }
 
 void readBlockEntities(Drawing& drawing, LineRange lines, EntityList& items, LineReader& reader) {
-  EntityWalk walk(drawing, lines, items, reader);
+  EntityWalk walk(drawing, lines, {}, items, reader);
   while (!walk.atEnd() && walk.step()) {
   }
 }

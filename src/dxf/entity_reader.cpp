@@ -1,10 +1,9 @@
 #include "dxf/entity_reader.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
-
-#include "dxf/run_time_error.h"
 
 namespace quillon::dxf {
 namespace {
@@ -14,39 +13,24 @@ constexpr std::size_t kBlockNameSlot = 0;
 
 }  // namespace
 
-void GroupCursor::failAtEnd() const {
-  throw RunTimeError(Fault::TextEndsTooEarly, {}, lines_.position());
-}
-
-void EntityReader::read(EntityRef ref, DxfEntity& entity) {
-  entity.kind = ref.kind();
-  entity.groups = drawing_.groupsOf(ref);
-  const bool hasSideRecord = entity.kind == EntityKind::LwPolyline ||
-                             entity.kind == EntityKind::Leader || entity.kind == EntityKind::Spline;
-  entity.sideIndex = hasSideRecord ? ref.place() : 0;
-  readEntity(entity, groups(entity));
-}
-
 GroupCursor EntityReader::groups(const DxfEntity& entity) const {
   const FileText& text = *drawing_.text;
   return GroupCursor(LineCursor({entity.groups, text.end()}, text.lineEnds()));
 }
 
-void EntityReader::readEntity(DxfEntity& entity, GroupCursor pairs) {
-  const SlotLayout& layout = slotLayout(entity.kind);
+void EntityReader::readEntity(const EntitySlots& stored, DxfEntity& entity) {
+  const SlotLayout& layout = slotLayout(stored.kind);
+  entity.kind = stored.kind;
   entity.slotCount = layout.slotCount;
+  entity.groups = stored.groups;
+  entity.sideIndex = stored.sideIndex;
   entity.layer = nullptr;
   entity.values.fill({});
   if (layout.slotCount == 0) return;
 
-  // Every slot takes the first occurrence of its group code.
-  std::uint32_t seen = 0;
-  for (Group group; pairs.next(group);) {
-    if (group.code < 0 || group.code > 255) continue;
-    const std::uint8_t slot = layout.slotOfCode[static_cast<std::size_t>(group.code)];
-    if (slot == kNoSlot || (seen >> slot & 1U) != 0) continue;
-    seen |= 1U << slot;
-    entity.values[slot] = group.value;
+  for (std::uint32_t rest = stored.filled; rest != 0; rest &= rest - 1) {
+    const auto slot = static_cast<std::size_t>(std::countr_zero(rest));
+    entity.values[slot] = stored.values[slot];
   }
   finishKind(entity);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 #include <unordered_map>
 
@@ -24,7 +25,7 @@ struct DxfEntity {
   /// The entity's layer; null only for SEQEND, which has no slots.
   const LayerUse* layer = nullptr;
   /// Index of the vertex list or the spline data, else 0.
-  std::size_t sideIndex = 0;
+  std::uint64_t sideIndex = 0;
   /// Where the entity's groups stand in the text.
   const char* groups = nullptr;
 
@@ -44,8 +45,8 @@ class EntityReader {
 
   Drawing& drawing() { return drawing_; }
 
-  /// Fills the slots of an entity of the drawing.
-  void read(EntityRef ref, DxfEntity& entity);
+  /// Completes a stored entity: absent slots are "", layer and line type get their final form.
+  void readEntity(const EntitySlots& stored, DxfEntity& entity);
 
   /// The groups of an entity that was read.
   GroupCursor groups(const DxfEntity& entity) const;
@@ -57,7 +58,6 @@ class EntityReader {
   std::string_view upperName(std::string_view name);
 
  private:
-  void readEntity(DxfEntity& entity, GroupCursor pairs);
   void finishKind(DxfEntity& entity);
 
   Drawing& drawing_;

@@ -31,7 +31,7 @@ class ReadError : public std::runtime_error {
 /// directly follows a line end, which leaves lines and their number as they were.
 class FileText {
  public:
-  static constexpr std::size_t kMargin = 32;
+  static constexpr std::size_t kMargin = 128;
 
   FileText() : FileText(std::string_view{}) {}
   /// A copy of bytes in memory.

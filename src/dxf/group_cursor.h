@@ -3,8 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "dxf/line_reader.h"
+#include "dxf/line_cursor.h"
 #include "dxf/number_text.h"
+#include "dxf/short_code.h"
 
 namespace quillon::dxf {
 
@@ -21,25 +22,27 @@ class GroupCursor {
   /// The next group, or false at a code line that is exactly "0". Throws RunTimeError when the
   /// lines end first or a code line is no group code.
   bool next(Group& group) {
-    const char* const start = lines_.position();
-    const std::string_view code = nextLine();
-    if (code.size() == 1 && code.front() == '0') {
-      lines_.seek(start);
-      return false;
+    if (lines_.atEnd()) failAtEnd();
+    const std::string_view line = lines_.peek();
+    const ShortCode code = readShortCode(line);
+    if (code.known) {
+      if (code.isPlainZero) return false;
+      group.code = code.code;
+    } else {
+      const std::string_view text = trimBlanks(line);
+      if (text == "0") return false;
+      group.code = groupCode(text);
     }
-    group.code = groupCode(code);
-    group.value = nextLine();
+    lines_.take(line);
+    if (lines_.atEnd()) failAtEnd();
+    group.value = trimBlanks(lines_.next());
     return true;
   }
 
-  /// Where the next group starts; behind the last one, the "0" line that ended the entity.
-  const char* position() const { return lines_.position(); }
+  /// The lines that come next; behind the last group, the "0" line that ended the entity.
+  const LineCursor& lines() const { return lines_; }
 
  private:
-  std::string_view nextLine() {
-    if (lines_.atEnd()) failAtEnd();
-    return trimBlanks(lines_.next());
-  }
   [[noreturn]] void failAtEnd() const;
 
   LineCursor lines_;

@@ -47,14 +47,25 @@ void readBlocks(Drawing& drawing, LineReader& reader) {
   }
 }
 
+/// Reads on behind a line that is `marker` in upper case. False at the end of the file, after a
+/// cancel, or when a line that is `stopMarker` comes first.
+bool searchMarker(LineReader& reader, std::string_view marker, std::string_view stopMarker,
+                  bool showProgress) {
+  while (!reader.atEnd() && !reader.cancelled()) {
+    const std::string_view line = trimBlanks(reader.readDxfLine(showProgress));
+    if (equalsUpperCased(line, stopMarker)) return false;
+    if (equalsUpperCased(line, marker)) return true;
+  }
+  return false;
+}
+
 void readEntitiesSection(Drawing& drawing, LineReader& reader) {
   reader.monitor().setStatus(ReadPhase::Entities, 0);
   // No drawing holds this line, so no ENDSEC of an earlier section stops the search: intended.
   constexpr std::string_view kNeverMet = "123456733EREW";
-  LineRange lines;
-  collectBetween(reader, "ENTITIES", "ENDSEC", kNeverMet, lines, true);
-  drawing.anySection = drawing.anySection || lines.begin != nullptr;
-  if (!reader.cancelled()) readEntities(drawing, lines, reader);
+  if (!searchMarker(reader, "ENTITIES", kNeverMet, true)) return;
+  drawing.anySection = true;
+  readEntities(drawing, reader);
 }
 
 /// Nothing of OBJECTS is kept; reading it carries the reading bar to the end of the file.

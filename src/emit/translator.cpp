@@ -86,11 +86,9 @@ Translator::Translator(EmitContext& context, dxf::Drawing& drawing, LayerNumbers
       polyline_(context),
       expanding_(drawing.blocks.size(), 0) {}
 
-void Translator::translateEntity(const dxf::EntityList& list, std::size_t index,
-                                 const Placement& placement) {
-  const dxf::EntityRef ref = list[index];
+void Translator::translateEntity(const dxf::EntitySlots& stored, const Placement& placement) {
   DxfEntity entity;
-  reader_.read(ref, entity);
+  reader_.readEntity(stored, entity);
   currentPosition_ = entity.groups;
   if (entity.kind != EntityKind::Vertex) polyline_.finish();
   ++counts_[static_cast<std::size_t>(countedAs(entity.kind))];
@@ -104,9 +102,9 @@ void Translator::translateBlock(std::size_t blockIndex, const Placement& placeme
   }
   expanding_[blockIndex] = 1;
   ++depth_;
-  const dxf::EntityList& items = drawing_.blocks[blockIndex].items;
-  for (std::size_t i = 0; i < items.size() && !context_.cancelled(); ++i) {
-    translateEntity(items, i, placement);
+  dxf::EntityCursor items(drawing_.store, drawing_.blocks[blockIndex].items);
+  for (dxf::EntitySlots item; items.next(item) && !context_.cancelled();) {
+    translateEntity(item, placement);
   }
   finishList();
   --depth_;

@@ -40,9 +40,9 @@ class Translator {
   /// Where block insertions go; without one they are drawn in place.
   void setBlockParts(BlockParts* parts) { parts_ = parts; }
 
-  /// Writes the script lines of one entity of a list. VERTEX entities belong to the POLYLINE before
-  /// them in the list; whatever else comes ends its run.
-  void translateEntity(const dxf::EntityList& list, std::size_t index, const Placement& placement);
+  /// Writes the script lines of one entity. VERTEX entities belong to the POLYLINE before them in
+  /// the list; whatever else comes ends its run.
+  void translateEntity(const dxf::EntitySlots& stored, const Placement& placement);
 
   /// Ends the run of a POLYLINE at the end of its list.
   void finishList() { polyline_.finish(); }

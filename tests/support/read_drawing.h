@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stdexcept>
 #include <string_view>
 
 #include "dxf/drawing.h"
@@ -18,12 +19,19 @@ struct ReadDrawing {
     linesRead = lines.linesRead();
   }
 
-  /// The entity with this index in the ENTITIES section.
-  dxf::DxfEntity entity(std::size_t index) {
+  /// The entity with this index in a list.
+  dxf::DxfEntity entityOf(const dxf::EntityList& list, std::size_t index) {
+    dxf::EntityCursor cursor(drawing.store, list);
+    dxf::EntitySlots slots;
+    for (std::size_t i = 0; i <= index; ++i) {
+      if (!cursor.next(slots)) throw std::out_of_range("no such entity");
+    }
     dxf::DxfEntity entity;
-    reader.read(drawing.entities.at(index), entity);
+    reader.readEntity(slots, entity);
     return entity;
   }
+  /// The entity with this index in the ENTITIES section.
+  dxf::DxfEntity entity(std::size_t index) { return entityOf(drawing.entities, index); }
 
   dxf::FileText text;
   TestMonitor monitor;

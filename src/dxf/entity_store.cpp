@@ -1,0 +1,98 @@
+#include "dxf/entity_store.h"
+
+#include <bit>
+
+namespace quillon::dxf {
+namespace {
+
+// An entity is a row of words: kind and filled slots; its place in the text (two words); for the
+// kinds that have one, the index of their side record; then each filled slot, as one word or, when
+// it lies far away or is long, as kLongSlot and four words.
+constexpr std::uint64_t kMostWords = 4 + 5 * kMaxSlots;
+constexpr unsigned kKindBits = 8;
+constexpr unsigned kLengthBits = 12;
+constexpr std::uint32_t kLengthMask = (1U << kLengthBits) - 1;
+constexpr std::uint64_t kFarthest = (1U << (32 - kLengthBits)) - 1;
+constexpr std::uint32_t kLongSlot = 0xFFFFFFFFU;
+constexpr std::uint32_t kEndOfChunk = 0xFFFFFFFFU;
+
+void putWide(std::uint32_t*& out, std::uint64_t value) {
+  *out++ = static_cast<std::uint32_t>(value);
+  *out++ = static_cast<std::uint32_t>(value >> 32);
+}
+
+std::uint64_t getWide(const std::uint32_t*& in) {
+  const std::uint64_t low = *in++;
+  return low | std::uint64_t{*in++} << 32;
+}
+
+constexpr bool hasSideRecord(EntityKind kind) {
+  return kind == EntityKind::LwPolyline || kind == EntityKind::Leader || kind == EntityKind::Spline;
+}
+
+}  // namespace
+
+void EntityStore::append(EntityList& list, const EntitySlots& entity) {
+  std::uint32_t* const start = reserve(kMostWords);
+  if (list.count == 0) list.first = used_;
+  ++list.count;
+  std::uint32_t* out = start;
+  *out++ = static_cast<std::uint32_t>(entity.kind) | entity.filled << kKindBits;
+  putWide(out, static_cast<std::uint64_t>(entity.groups - text_));
+  if (hasSideRecord(entity.kind)) *out++ = static_cast<std::uint32_t>(entity.sideIndex);
+  for (std::uint32_t rest = entity.filled; rest != 0; rest &= rest - 1) {
+    const std::string_view value = entity.values[static_cast<std::size_t>(std::countr_zero(rest))];
+    const auto distance = static_cast<std::uint64_t>(value.data() - entity.groups);
+    if (distance < kFarthest && value.size() < kLengthMask) {
+      *out++ = static_cast<std::uint32_t>(distance << kLengthBits | value.size());
+    } else {
+      *out++ = kLongSlot;
+      putWide(out, distance);
+      putWide(out, value.size());
+    }
+  }
+  used_ += static_cast<std::uint64_t>(out - start);
+}
+
+std::uint32_t* EntityStore::reserve(std::uint64_t words) {
+  const std::uint64_t inChunk = used_ % kChunkWords;
+  const bool fits =
+      !chunks_.empty() && used_ < chunks_.size() * kChunkWords && inChunk + words < kChunkWords;
+  if (!fits) {
+    if (used_ < chunks_.size() * kChunkWords) chunks_.back()[inChunk] = kEndOfChunk;
+    used_ = chunks_.size() * kChunkWords;
+    chunks_.push_back(std::make_unique_for_overwrite<std::uint32_t[]>(kChunkWords));
+  }
+  return chunks_.back().get() + used_ % kChunkWords;
+}
+
+bool EntityCursor::next(EntitySlots& entity) {
+  if (left_ == 0) return false;
+  --left_;
+  const std::uint32_t* start = store_.at(place_);
+  if (*start == kEndOfChunk) {
+    place_ = (place_ / EntityStore::kChunkWords + 1) * EntityStore::kChunkWords;
+    start = store_.at(place_);
+  }
+  const std::uint32_t* in = start;
+  const std::uint32_t head = *in++;
+  entity.kind = static_cast<EntityKind>(head & ((1U << kKindBits) - 1));
+  entity.filled = head >> kKindBits;
+  entity.groups = store_.text_ + getWide(in);
+  entity.sideIndex = hasSideRecord(entity.kind) ? *in++ : 0;
+  for (std::uint32_t rest = entity.filled; rest != 0; rest &= rest - 1) {
+    const std::uint32_t word = *in++;
+    std::uint64_t distance = word >> kLengthBits;
+    std::uint64_t length = word & kLengthMask;
+    if (word == kLongSlot) {
+      distance = getWide(in);
+      length = getWide(in);
+    }
+    entity.values[static_cast<std::size_t>(std::countr_zero(rest))] = {entity.groups + distance,
+                                                                       length};
+  }
+  place_ += static_cast<std::uint64_t>(in - start);
+  return true;
+}
+
+}  // namespace quillon::dxf

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "dxf/entity_kinds.h"
+
+namespace quillon::dxf {
+
+/// The texts of one entity's slots as they stand in the drawing.
+struct EntitySlots {
+  EntityKind kind = EntityKind::None;
+  const char* groups = nullptr;  ///< the entity's first group in the text
+  std::uint64_t sideIndex = 0;   ///< index of its vertex list or spline data, else 0
+  std::uint32_t filled = 0;      ///< bit n: slot n has a group of its own
+  std::array<std::string_view, kMaxSlots> values;  ///< valid where filled
+};
+
+/// A list of entities that were stored one after the other.
+struct EntityList {
+  std::uint64_t first = 0;  ///< where the first one stands in the store
+  std::uint64_t count = 0;
+
+  std::uint64_t size() const { return count; }
+};
+
+/// Holds the entities of a drawing in little space: a slot takes four bytes, as its distance from
+/// the entity's first group and its length.
+class EntityStore {
+ public:
+  /// The texts of all entities point into the text that starts here.
+  explicit EntityStore(const char* text) : text_(text) {}
+
+  /// An empty list behind all entities stored so far.
+  EntityList startList() const { return {used_, 0}; }
+  /// Stores an entity as the last one of the list that was started last.
+  void append(EntityList& list, const EntitySlots& entity);
+
+ private:
+  friend class EntityCursor;
+  static constexpr std::uint64_t kChunkWords = std::uint64_t{1} << 14;
+
+  std::uint32_t* reserve(std::uint64_t words);
+  const std::uint32_t* at(std::uint64_t place) const {
+    return chunks_[place / kChunkWords].get() + place % kChunkWords;
+  }
+
+  const char* text_;
+  std::vector<std::unique_ptr<std::uint32_t[]>> chunks_;
+  std::uint64_t used_ = 0;  ///< in words, the rests of full chunks included
+};
+
+/// Gives the entities of a list in order.
+class EntityCursor {
+ public:
+  EntityCursor(const EntityStore& store, const EntityList& list)
+      : store_(store), place_(list.first), left_(list.count) {}
+
+  bool next(EntitySlots& entity);
+
+ private:
+  const EntityStore& store_;
+  std::uint64_t place_;
+  std::uint64_t left_;
+};
+
+}  // namespace quillon::dxf

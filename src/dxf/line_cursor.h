@@ -1,0 +1,96 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "dxf/file_text.h"
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+namespace quillon::dxf {
+
+/// A stretch of whole lines of a drawing.
+struct LineRange {
+  const char* begin = nullptr;
+  const char* end = nullptr;
+};
+
+/// Splits a stretch of a FileText into lines. At the end it keeps giving empty lines.
+///
+/// Line ends are found for 64 bytes at once and kept as bits, so that finding one line's end does
+/// not have to wait for the one before.
+class LineCursor {
+ public:
+  LineCursor(LineRange range, const LineEnds& ends)
+      : position_(range.begin), end_(range.end), eol_(ends.eolChar), other_(ends.eolOther) {
+    if (range.begin != range.end) seek(range.begin);
+  }
+
+  bool atEnd() const { return position_ == end_; }
+  const char* position() const { return position_; }
+
+  /// Goes on at the start of another line of the range.
+  void seek(const char* position) {
+    position_ = position;
+    block_ = position;
+    lineEnds_ = findLineEnds(position);
+  }
+
+  /// The next line, not yet taken; not at the end.
+  std::string_view peek() {
+    const char* const start = position_ + (*position_ == other_ ? 1 : 0);
+    while (lineEnds_ == 0) {
+      block_ += kBlock;
+      lineEnds_ = findLineEnds(block_);
+    }
+    const char* const stop = block_ + std::countr_zero(lineEnds_);
+    return {start, static_cast<std::size_t>((stop < end_ ? stop : end_) - start)};
+  }
+
+  /// Steps over the line that was peeked at.
+  void take(std::string_view line) {
+    const char* const stop = line.data() + line.size();
+    lineEnds_ &= lineEnds_ - 1;
+    position_ = stop < end_ ? stop + 1 : end_;
+  }
+
+  /// The next line without its line end and without any trimming.
+  std::string_view next() {
+    if (atEnd()) return {end_, 0};
+    const std::string_view line = peek();
+    take(line);
+    return line;
+  }
+
+ private:
+  static constexpr std::size_t kBlock = 64;
+  static_assert(FileText::kMargin >= 2 * kBlock, "a block may start at the last byte of a text");
+
+  std::uint64_t findLineEnds(const char* p) const {
+    std::uint64_t bits = 0;
+#ifdef __SSE2__
+    const __m128i pattern = _mm_set1_epi8(eol_);
+    for (unsigned i = 0; i < kBlock; i += 16) {
+      const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
+      const auto hits = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, pattern)));
+      bits |= std::uint64_t{hits} << i;
+    }
+#else
+    for (unsigned i = 0; i < kBlock; ++i) bits |= std::uint64_t{p[i] == eol_} << i;
+#endif
+    return bits;
+  }
+
+  const char* position_;
+  const char* end_;
+  char eol_;
+  char other_;
+  const char* block_ = nullptr;
+  std::uint64_t lineEnds_ = 0;  ///< of the 64 bytes at block_, those not yet taken
+};
+
+}  // namespace quillon::dxf
