@@ -5,6 +5,8 @@
 #include <cstring>
 #include <new>
 
+#include "dxf/byte_scan.h"
+
 namespace quillon::dxf {
 namespace {
 
@@ -17,16 +19,6 @@ LineEnds detectLineEnds(std::string_view bytes) {
   ends.eolDetected = lf != std::string_view::npos || cr != std::string_view::npos;
   if (cr != std::string_view::npos) std::swap(ends.eolChar, ends.eolOther);
   return ends;
-}
-
-/// True when some `other` does not directly follow an `eol`.
-bool hasStray(std::string_view bytes, char eol, char other) {
-  const char* const p = bytes.data();
-  std::size_t strays = 0;
-  for (std::size_t i = 1; i < bytes.size(); ++i) {
-    strays += static_cast<std::size_t>((p[i] == other) & (p[i - 1] != eol));
-  }
-  return strays != 0;
 }
 
 }  // namespace
@@ -61,7 +53,7 @@ FileText FileText::read(std::FILE* stream, std::string_view head, std::size_t ex
 
 std::size_t FileText::lineOf(const char* position) const {
   if (position == nullptr || position < begin() || position > end()) return 0;
-  return 1 + static_cast<std::size_t>(std::count(begin(), position, lineEnds_.eolChar));
+  return 1 + countByte({begin(), static_cast<std::size_t>(position - begin())}, lineEnds_.eolChar);
 }
 
 void FileText::grow(std::size_t capacity) {
@@ -81,7 +73,7 @@ void FileText::finish() {
 void FileText::regulariseLineEnds() {
   const auto [eol, other, detected] = lineEnds_;
   if (!detected || bytes().find(other) == std::string_view::npos) return;
-  if (!hasStray(bytes(), eol, other)) return;
+  if (!hasWithoutBefore(bytes(), other, eol)) return;
   char* out = data_.get();
   char previous = other;  // the first character of a file cannot be a stray that counts
   for (const char c : bytes()) {

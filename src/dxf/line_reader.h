@@ -32,6 +32,11 @@ class LineReader {
   /// True once the user has cancelled, as far as the last poll knows.
   bool cancelled() const { return cancelled_; }
 
+  /// Goes on behind the next line whose trimmed text is exactly `text`, counting the lines up to
+  /// there. False when there is none: then the reader stands at the end of the file, or anywhere
+  /// after a cancel.
+  bool skipPastLine(std::string_view text, bool showProgress);
+
   /// Goes on at a position further on that was reached by other means, and counts the lines up to
   /// there.
   void skipTo(const char* position);
@@ -47,6 +52,8 @@ class LineReader {
   void pollAt(const char* position, bool showProgress);
 
  private:
+  bool isWholeLine(const char* start, const char* stop) const;
+
   static constexpr std::uint32_t kLinesPerPoll = 2048;
 
   const FileText& text_;

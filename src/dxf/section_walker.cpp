@@ -12,6 +12,21 @@
 namespace quillon::dxf {
 namespace {
 
+enum class Search { Found, Stopped, AtEnd };
+
+/// Reads on behind a line that is `marker` in upper case, or until `stopMarker` comes first, the
+/// user cancels (both: Stopped) or the file ends.
+Search searchMarker(LineReader& reader, std::string_view marker, std::string_view stopMarker,
+                    bool showProgress) {
+  while (!reader.atEnd()) {
+    if (reader.cancelled()) return Search::Stopped;
+    const std::string_view line = trimBlanks(reader.readDxfLine(showProgress));
+    if (equalsUpperCased(line, stopMarker)) return Search::Stopped;
+    if (equalsUpperCased(line, marker)) return Search::Found;
+  }
+  return Search::AtEnd;
+}
+
 SectionLines splitLines(LineRange range, const LineEnds& ends) {
   SectionLines lines;
   for (LineCursor cursor(range, ends); !cursor.atEnd();) lines.push_back(trimBlanks(cursor.next()));
@@ -47,23 +62,11 @@ void readBlocks(Drawing& drawing, LineReader& reader) {
   }
 }
 
-/// Reads on behind a line that is `marker` in upper case. False at the end of the file, after a
-/// cancel, or when a line that is `stopMarker` comes first.
-bool searchMarker(LineReader& reader, std::string_view marker, std::string_view stopMarker,
-                  bool showProgress) {
-  while (!reader.atEnd() && !reader.cancelled()) {
-    const std::string_view line = trimBlanks(reader.readDxfLine(showProgress));
-    if (equalsUpperCased(line, stopMarker)) return false;
-    if (equalsUpperCased(line, marker)) return true;
-  }
-  return false;
-}
-
 void readEntitiesSection(Drawing& drawing, LineReader& reader) {
   reader.monitor().setStatus(ReadPhase::Entities, 0);
   // No drawing holds this line, so no ENDSEC of an earlier section stops the search: intended.
   constexpr std::string_view kNeverMet = "123456733EREW";
-  if (!searchMarker(reader, "ENTITIES", kNeverMet, true)) return;
+  if (searchMarker(reader, "ENTITIES", kNeverMet, true) != Search::Found) return;
   drawing.anySection = true;
   readEntities(drawing, reader);
 }
@@ -99,28 +102,19 @@ void readDxf(Drawing& drawing, LineReader& reader, bool endsAtFileEnd) {
 }
 
 bool findSection(LineReader& reader, std::string_view name, bool showProgress) {
-  while (!reader.cancelled()) {
-    const bool found = trimBlanks(reader.readDxfLine(showProgress)) == name;
-    if (reader.atEnd()) {
-      reader.rewind();
-      return false;
-    }
-    if (found) return true;
-  }
+  const bool found = reader.skipPastLine(name, showProgress);
+  if (reader.cancelled()) return false;
+  if (!reader.atEnd()) return found;
+  // At the end of the file even a line that was found counts as missing: intended.
+  reader.rewind();
   return false;
 }
 
 bool collectBetween(LineReader& reader, std::string_view startMarker, std::string_view endMarker,
                     std::string_view stopMarker, LineRange& lines, bool showProgress) {
   lines = {};
-  bool started = false;
-  while (!started && !reader.atEnd()) {
-    if (reader.cancelled()) return false;
-    const std::string_view line = trimBlanks(reader.readDxfLine(showProgress));
-    if (equalsUpperCased(line, stopMarker)) return false;
-    started = equalsUpperCased(line, startMarker);
-  }
-  if (!started) return true;
+  const Search search = searchMarker(reader, startMarker, stopMarker, showProgress);
+  if (search != Search::Found) return search == Search::AtEnd;
   lines = {reader.position(), reader.position()};
   bool ended = false;
   while (!ended && !reader.atEnd()) {
