@@ -3,16 +3,16 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <ctime>
 #include <memory>
 #include <new>
+#include <optional>
 #include <system_error>
 
 #include "convert/block_library.h"
-#include "convert/failure_text.h"
-#include "convert/input_check.h"
+#include "convert/drawing_input.h"
 #include "convert/layer_table.h"
+#include "convert/messages.h"
 #include "convert/output_file.h"
 #include "convert/paths.h"
 #include "convert/report.h"
@@ -28,16 +28,14 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// Refusals: the first stands for InputKind 0, which is none.
+constexpr int kFirstRefusal = 3000;
+constexpr int kNoSection = 3005;
+constexpr int kBadName = 3006;
+constexpr int kScriptIsDrawing = 3007;
+
 /// Ends a run after its message; the host has been told.
 struct EndOfRun {};
-
-/// The opened drawing with its first bytes.
-struct InputFile {
-  FileHandle owned;
-  std::FILE* stream = nullptr;
-  std::string head;
-  std::size_t size = 0;
-};
 
 /// One conversion. The steps run in the order of the public function at the end.
 class Conversion {
@@ -47,6 +45,7 @@ class Conversion {
         host_(host),
         surroundings_(surroundings),
         texts_(surroundings.languageOffset),
+        messages_(texts_),
         control_(host, texts_, surroundings.updateInterval) {
     job_.drawingName = dxf::trimBlanks(job.drawingName);
   }
@@ -58,13 +57,13 @@ class Conversion {
     } catch (const EndOfRun&) {
       // The reason has been told.
     } catch (const dxf::RunTimeError& error) {
-      fail(faultText(error, quotable(result_.dxfFile), lineOf(error), texts_));
+      fail(messages_.faultText(error, result_.dxfFile, lineOf(error)));
     } catch (const WriteError& error) {
-      fail(texts_(3027, {quotable(result_.scriptFile), error.what()}));
+      fail(messages_.unwritableText(result_.scriptFile, error.what()));
     } catch (const dxf::ReadError& error) {
-      fail(texts_(3008, {quotable(result_.dxfFile), error.what()}));
+      fail(messages_.unreadableText(result_.dxfFile, error.what()));
     } catch (const std::bad_alloc&) {
-      fail(std::string(texts_(3028)));
+      fail(messages_.outOfMemoryText());
     } catch (const std::exception& error) {
       fail(quotable(result_.dxfFile) + ": " + error.what());
     }
@@ -83,10 +82,7 @@ class Conversion {
     checkSettings();
     control_.setStatusText(2838);
     layerTable_ = readLayerFile(job_.layerFile);
-    if (job_.scale == 0.0) {
-      leaveEmptyScript({MessageKind::Error, std::string(texts_(2811)), std::string(texts_(2810)),
-                        std::string(texts_(2810))});
-    }
+    if (job_.scale == 0.0) leaveEmptyScript(messages_.scaleIsZero());
   }
 
   void convert() {
@@ -107,11 +103,15 @@ class Conversion {
     LayerAssignment layers(layerTable_, job_.defaultLayer, drawing_->encoding);
     const emit::TranslationRules rules;
     emit::Translator translator(context, *drawing_, layers, rules);
-    translator_ = &translator;
     TargetCommands commands(script, job_, frame_, *drawing_);
     BlockLibrary library(script, commands, translator, *drawing_, job_.targetKind);
 
-    convertEntities(translator, commands, library);
+    try {
+      convertEntities(translator, commands, library);
+    } catch (const dxf::RunTimeError&) {
+      failedAt_ = translator.currentPosition();
+      throw;
+    }
     commands.writeScriptTrailer();
     script.flush();
     collect(script, translator);
@@ -165,48 +165,23 @@ class Conversion {
       path = findExisting(job_.dxfFile);
     }
     result_.dxfFile = fromPath(path);
-    if (job_.dxfFile.empty() || !namesFile(path)) {
-      const std::string missing =
-          std::string(texts_(2802)) + "\r" + job_.dxfFile + "\r" + std::string(texts_(2803));
-      const int error = path.empty() ? ENOENT : pathError(path);
-      refuse(texts_(2804), missing,
-             texts_(3008, {quotable(job_.dxfFile), std::generic_category().message(error)}));
-    }
-  }
-
-  static int pathError(const fs::path& path) {
-    std::error_code error;
-    return fs::is_directory(path, error) ? EISDIR : ENOENT;
+    if (!job_.dxfFile.empty() && namesFile(path)) return;
+    std::error_code ignored;
+    const int reason = fs::is_directory(path, ignored) ? EISDIR : ENOENT;
+    refuse(messages_.drawingMissing(job_.dxfFile, std::generic_category().message(reason)));
   }
 
   void openDrawing() {
-    if (surroundings_.readStandardInput) {
-      input_.stream = stdin;
-    } else {
-      const fs::path path = toPath(result_.dxfFile);
-      input_.owned = openFile(path, "rb");
-      input_.stream = input_.owned.get();
-      if (input_.stream == nullptr) failReading(errno);
-      std::error_code error;
-      const auto size = fs::file_size(path, error);
-      input_.size = error ? 0 : static_cast<std::size_t>(size);
+    try {
+      input_ = surroundings_.readStandardInput ? DrawingInput::standardInput()
+                                               : DrawingInput::openFile(toPath(result_.dxfFile));
+    } catch (const dxf::ReadError& error) {
+      refuse(messages_.drawingUnreadable(result_.dxfFile, error.what()));
     }
-    input_.head.resize(kCheckedBytes);
-    input_.head.resize(std::fread(input_.head.data(), 1, kCheckedBytes, input_.stream));
-    if (std::ferror(input_.stream) != 0) failReading(errno);
-    const InputKind kind = checkInput(input_.head);
-    if (kind != InputKind::Text) refuseDrawing(3000 + static_cast<int>(kind));
-  }
-
-  [[noreturn]] void failReading(int error) {
-    const std::string text =
-        texts_(3008, {quotable(result_.dxfFile), std::generic_category().message(error)});
-    refuse(texts_(2804), text, text);
-  }
-
-  [[noreturn]] void refuseDrawing(int id) {
-    const std::string text = texts_(id, {quotable(result_.dxfFile)});
-    refuse(texts_(2804), text, text);
+    const InputKind kind = input_->kind();
+    if (kind != InputKind::Text) {
+      refuse(messages_.fileError(kFirstRefusal + static_cast<int>(kind), result_.dxfFile));
+    }
   }
 
   /// A name that could end its quotes, or the command that it stands in, is not written.
@@ -215,9 +190,7 @@ class Conversion {
       const auto byte = static_cast<unsigned char>(c);
       return c == '\'' || c == ';' || byte < 0x20 || byte == 0x7F;
     });
-    if (!bad) return;
-    const std::string text = texts_(3006, {quotable(job_.drawingName)});
-    refuse(texts_(2804), text, text);
+    if (bad) refuse(messages_.fileError(kBadName, job_.drawingName));
   }
 
   void askForOverwriting() {
@@ -230,16 +203,10 @@ class Conversion {
     std::error_code error;
     if (!surroundings_.readStandardInput &&
         fs::equivalent(scriptPath_, toPath(result_.dxfFile), error)) {
-      const std::string text = texts_(3007, {quotable(result_.scriptFile)});
-      refuse(texts_(2804), text, text);
+      refuse(messages_.fileError(kScriptIsDrawing, result_.scriptFile));
     }
     if (job_.overwriteScript || !fs::is_regular_file(scriptPath_, error)) return;
-    const std::string text =
-        std::string(texts_(2806)) + "\r" + result_.scriptFile + "\r" + std::string(texts_(2807));
-    if (!host_.ask({MessageKind::Question, std::string(texts_(2805)), text,
-                    quotable(result_.scriptFile)})) {
-      throw EndOfRun{};
-    }
+    if (!host_.ask(messages_.scriptExists(result_.scriptFile))) throw EndOfRun{};
   }
 
   void openScript() {
@@ -248,15 +215,13 @@ class Conversion {
   }
 
   void checkSettings() {
-    if (job_.blocks == kDrawBlocks || !job_.drawingName.empty()) return;
-    leaveEmptyScript({MessageKind::Error, std::string(texts_(2809)), std::string(texts_(2808)),
-                      std::string(texts_(2808))});
+    if (job_.blocks != kDrawBlocks && job_.drawingName.empty()) {
+      leaveEmptyScript(messages_.nameMissing());
+    }
   }
 
   void readDrawing() {
-    text_ = dxf::FileText::read(input_.stream, input_.head, input_.size,
-                                [this] { return control_.cancelRequested(); });
-    input_ = {};
+    text_ = input_->read([this] { return control_.cancelRequested(); });
     drawing_ = std::make_unique<dxf::Drawing>(text_);
     dxf::LineReader reader(text_, control_);
     // Lines read are reported also when an error ends the reading.
@@ -267,18 +232,18 @@ class Conversion {
     } const counter{reader, result_.linesRead};
     dxf::readDxf(*drawing_, reader, !host_.hasCancelButton());
     if (surroundings_.refuseWithoutSections && !drawing_->anySection && !control_.cancelled()) {
-      refuseDrawing(3005);
+      refuse(messages_.fileError(kNoSection, result_.dxfFile));
     }
   }
 
   ScriptFrame loadFrameOrFail() {
-    const std::string path = quotable(surroundings_.frame.path);
+    const std::string& path = surroundings_.frame.path;
     try {
       return loadFrame(surroundings_.frame);
     } catch (const WriteError& error) {
-      fail(texts_(3027, {path, error.what()}));
+      fail(messages_.unwritableText(path, error.what()));
     } catch (const dxf::ReadError& error) {
-      fail(texts_(3008, {path, error.what()}));
+      fail(messages_.unreadableText(path, error.what()));
     }
     throw EndOfRun{};
   }
@@ -296,28 +261,15 @@ class Conversion {
   void finish() {
     result_.outcome = control_.cancelled() ? Outcome::Cancelled : Outcome::Converted;
     if (result_.outcome == Outcome::Cancelled) {
-      const std::string text = std::string(texts_(2816)) + std::to_string(result_.linesRead) + " " +
-                               std::string(texts_(2817));
-      host_.tell({MessageKind::Warning, std::string(texts_(2805)), text,
-                  quotable(result_.dxfFile) + ": " + text});
+      host_.tell(messages_.cancelled(result_.dxfFile, result_.linesRead));
     }
-    if (result_.rangeWarning) {
-      const auto lines = {texts_(2930), texts_(2931), texts_(2932)};
-      std::string text;
-      std::string detail = quotable(result_.dxfFile) + ":";
-      for (const std::string_view line : lines) {
-        text += (text.empty() ? "" : "\r") + std::string(line);
-        if (!dxf::trimBlanks(line).empty()) detail += " " + std::string(line);
-      }
-      host_.tell({MessageKind::Warning, std::string(texts_(2933)), text, detail});
-    }
+    if (result_.rangeWarning) host_.tell(messages_.outOfRange(result_.dxfFile));
     if (job_.report) host_.showReport(result_.report);
   }
 
   /// Ends the run before anything is written.
-  [[noreturn]] void refuse(std::string_view title, const std::string& text,
-                           const std::string& detail) {
-    host_.tell({MessageKind::Error, std::string(title), text, detail});
+  [[noreturn]] void refuse(const Message& message) {
+    host_.tell(message);
     throw EndOfRun{};
   }
 
@@ -333,31 +285,29 @@ class Conversion {
   void fail(std::string detail) {
     control_.stop();
     output_.reset();
-    host_.tell(scriptError(result_.scriptFile, std::move(detail), texts_));
+    host_.tell(messages_.scriptError(result_.scriptFile, std::move(detail)));
   }
 
   std::size_t lineOf(const dxf::RunTimeError& error) const {
-    const char* position = error.position();
-    if (text_.lineOf(position) == 0) {
-      position = translator_ == nullptr ? nullptr : translator_->currentPosition();
-    }
-    return text_.lineOf(position);
+    const std::size_t line = text_.lineOf(error.position());
+    return line != 0 ? line : text_.lineOf(failedAt_);
   }
 
   ConversionJob job_;
   ConversionHost& host_;
   const Surroundings& surroundings_;
   resources::Texts texts_;
+  Messages messages_;
   RunControl control_;
   ConversionResult result_;
-  InputFile input_;
+  std::optional<DrawingInput> input_;
   fs::path scriptPath_;
   std::unique_ptr<OutputFile> output_;
   LayerTable layerTable_;
   ScriptFrame frame_;
   dxf::FileText text_;
   std::unique_ptr<dxf::Drawing> drawing_;
-  emit::Translator* translator_ = nullptr;
+  const char* failedAt_ = nullptr;  ///< the entity that could not be translated
 };
 
 }  // namespace

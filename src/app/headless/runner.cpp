@@ -16,7 +16,7 @@
 #include "app/headless/json_output.h"
 #include "app/headless/plan.h"
 #include "convert/driver.h"
-#include "convert/failure_text.h"
+#include "convert/messages.h"
 #include "convert/output_file.h"
 #include "convert/paths.h"
 #include "convert/program_folder.h"

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "convert/host.h"
+#include "dxf/run_time_error.h"
+#include "ui/resources/string_table.h"
+
+namespace quillon::convert {
+
+/// The messages of a conversion in one language: the box's text, and a line of detail that names
+/// file and line where they are known.
+class Messages {
+ public:
+  explicit Messages(const resources::Texts& texts) : texts_(texts) {}
+
+  /// No drawing at this path; `reason` is the system's.
+  Message drawingMissing(std::string_view path, std::string_view reason) const;
+  Message drawingUnreadable(std::string_view path, std::string_view reason) const;
+  /// A message of the string table about one file or name, with the title of file errors.
+  Message fileError(int id, std::string_view subject) const;
+  Message scriptExists(std::string_view path) const;
+  Message nameMissing() const;
+  Message scaleIsZero() const;
+  Message outOfRange(std::string_view drawing) const;
+  Message cancelled(std::string_view drawing, std::uint64_t line) const;
+  /// The error handler's message: the script could not be made, for the reason in `detail`.
+  Message scriptError(std::string_view script, std::string detail) const;
+
+  /// What a run-time error means and what to do about it, with the line (0: not known).
+  std::string faultText(const dxf::RunTimeError& error, std::string_view drawing,
+                        std::size_t line) const;
+  std::string unreadableText(std::string_view path, std::string_view reason) const;
+  std::string unwritableText(std::string_view path, std::string_view reason) const;
+  std::string outOfMemoryText() const { return std::string(texts_(3028)); }
+
+ private:
+  /// Three lines: a text of the table, a path, another text of the table.
+  std::string aroundPath(int before, std::string_view path, int behind) const;
+
+  const resources::Texts& texts_;
+};
+
+/// A text from a file for a message: UTF-8 in, control characters as escapes, long ones cut.
+std::string quotable(std::string_view utf8);
+
+}  // namespace quillon::convert
