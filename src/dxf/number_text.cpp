@@ -1,11 +1,13 @@
 #include "dxf/number_text.h"
 
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <system_error>
 
+#include "dxf/digit_block.h"
 #include "dxf/run_time_error.h"
 
 namespace quillon::dxf {
@@ -14,6 +16,8 @@ namespace {
 constexpr std::array<double, 23> kPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                  1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                  1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr std::array<std::uint64_t, 9> kIntegerPowersOfTen = {
+    1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
 constexpr std::uint64_t kLargestExactMantissa = std::uint64_t{1} << 53;
 constexpr int kMostMantissaDigits = 19;
 constexpr int kExponentCap = 1'000'000;
@@ -86,24 +90,64 @@ double valueOfLongNumber(const NumberParts& parts) {
   return value;
 }
 
+/// Mantissa and power of ten where the one rounding of the operation is the right one, as both
+/// operands are exact.
+bool isExact(std::uint64_t mantissa, int exponent) {
+  return mantissa <= kLargestExactMantissa && exponent >= -22 && exponent <= 22;
+}
+
+double exactValue(std::uint64_t mantissa, int exponent) {
+  const auto value = static_cast<double>(mantissa);
+  return exponent < 0 ? value / kPowersOfTen[static_cast<std::size_t>(-exponent)]
+                      : value * kPowersOfTen[static_cast<std::size_t>(exponent)];
+}
+
 double valueOf(const NumberParts& parts) {
   if (!parts.anyDigit || parts.digitCount == 0) return parts.negative ? -0.0 : 0.0;
-  double value = 0.0;
-  if (parts.digitCount <= kMostMantissaDigits && parts.mantissa <= kLargestExactMantissa &&
-      parts.exponent >= -22 && parts.exponent <= 22) {
-    // Both operands are exact, so the one rounding of the operation is the right one.
-    value = static_cast<double>(parts.mantissa);
-    value = parts.exponent < 0 ? value / kPowersOfTen[static_cast<std::size_t>(-parts.exponent)]
-                               : value * kPowersOfTen[static_cast<std::size_t>(parts.exponent)];
-  } else {
-    value = valueOfLongNumber(parts);
-  }
+  const bool exact =
+      parts.digitCount <= kMostMantissaDigits && isExact(parts.mantissa, parts.exponent);
+  const double value =
+      exact ? exactValue(parts.mantissa, parts.exponent) : valueOfLongNumber(parts);
   return parts.negative ? -value : value;
+}
+
+/// The usual coordinate: a sign perhaps, up to seven digits, ".", up to 16 digits, nothing else.
+/// Taken eight characters at a time; false for any other form.
+bool readCoordinate(std::string_view text, double& value) {
+  if constexpr (std::endian::native != std::endian::little) return false;
+  const bool negative = !text.empty() && text.front() == '-';
+  const char* const start = text.data() + (negative ? 1 : 0);
+  const char* const end = text.data() + text.size();
+  if (end - start < 8) return false;
+  const std::uint64_t head = loadDigits(start);
+  const auto whole = static_cast<unsigned>(std::countr_zero(nonDigits(head))) / 8;
+  if (whole == 0 || whole == 8 || start[whole] != '.') return false;
+  std::uint64_t mantissa = digitBlockValue(head << (64 - 8 * whole));
+  const char* const fraction = start + whole + 1;
+  const auto places = static_cast<unsigned>(end - fraction);
+  if (places == 0 || places + whole > 18 || places > 16) return false;
+  const unsigned tail = places > 8 ? places - 8 : places;
+  if (places > 8) {
+    const std::uint64_t middle = loadDigits(fraction);
+    if (nonDigits(middle) != 0) return false;
+    mantissa = mantissa * 100'000'000 + digitBlockValue(middle);
+  }
+  const std::uint64_t last = loadLastDigits(end, tail);
+  if (nonDigits(last) != 0) return false;
+  mantissa = mantissa * kIntegerPowersOfTen[tail] + digitBlockValue(last);
+  const int exponent = -static_cast<int>(places);
+  if (!isExact(mantissa, exponent)) return false;
+  value = exactValue(mantissa, exponent);
+  if (negative) value = -value;
+  return true;
 }
 
 }  // namespace
 
-double numberValue(std::string_view text) { return valueOf(splitNumber(text)); }
+double numberValue(std::string_view text) {
+  double value = 0.0;
+  return readCoordinate(text, value) ? value : valueOf(splitNumber(text));
+}
 
 std::int16_t roundedInteger16(double value, bool& fits) {
   const double rounded = std::nearbyint(value);

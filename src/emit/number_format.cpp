@@ -48,25 +48,41 @@ char* putInteger(std::uint64_t value, char* out) {
     putPair(value, out);
     return out + 2;
   }
+  if (value < 1000) {
+    *out = static_cast<char>('0' + value / 100);
+    putPair(value % 100, out + 1);
+    return out + 3;
+  }
+  if (value < 10000) {
+    putPair(value / 100, out);
+    putPair(value % 100, out + 2);
+    return out + 4;
+  }
   constexpr std::size_t kMostDigits = 20;
   return std::to_chars(out, out + kMostDigits, value).ptr;
 }
 
-/// A magnitude below 2^53: value × 10^7 fits in 128 bits with all its binary digits, so that
-/// rounding sees the exact value.
+char* putScaled(std::uint64_t scaled, char* out) {
+  return putDecimals(scaled % kScale, putInteger(scaled / kScale, out));
+}
+
+/// A magnitude below 2^53 as mantissa / 2^shift: its product with 10^7 fits in 128 bits with all
+/// binary digits, so that rounding sees the exact value.
 char* putFraction(std::uint64_t mantissa, int shift, char* out) {
+  const Wide exact = static_cast<Wide>(mantissa) * kScale;
+  if (shift < 64) {
+    const Wide rounded = exact + (std::uint64_t{1} << (shift - 1));
+    const auto high = static_cast<std::uint64_t>(rounded >> 64);
+    const auto low = static_cast<std::uint64_t>(rounded);
+    if (high >> shift == 0) return putScaled(high << (64 - shift) | low >> shift, out);
+    const Wide scaled = rounded >> shift;
+    return putDecimals(static_cast<std::uint64_t>(scaled % kScale),
+                       putInteger(static_cast<std::uint64_t>(scaled / kScale), out));
+  }
   constexpr int kWideBits = 128;
-  Wide scaled = 0;
-  if (shift < kWideBits) {
-    const Wide exact = static_cast<Wide>(mantissa) * kScale;
-    scaled = (exact + (static_cast<Wide>(1) << (shift - 1))) >> shift;
-  }
-  if (scaled >> 64 == 0) {
-    const auto narrow = static_cast<std::uint64_t>(scaled);
-    return putDecimals(narrow % kScale, putInteger(narrow / kScale, out));
-  }
-  return putDecimals(static_cast<std::uint64_t>(scaled % kScale),
-                     putInteger(static_cast<std::uint64_t>(scaled / kScale), out));
+  if (shift >= kWideBits) return putScaled(0, out);
+  return putScaled(
+      static_cast<std::uint64_t>((exact + (static_cast<Wide>(1) << (shift - 1))) >> shift), out);
 }
 
 }  // namespace

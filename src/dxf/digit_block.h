@@ -1,0 +1,38 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+namespace quillon::dxf {
+
+/// Eight characters in one word, the first one lowest, with the value 0..9 for each digit. Only for
+/// little-endian machines.
+inline std::uint64_t loadDigits(const char* p) {
+  std::uint64_t word = 0;
+  std::memcpy(&word, p, sizeof word);
+  return word ^ 0x3030303030303030U;
+}
+
+/// The highest bit of each byte that is no digit.
+inline std::uint64_t nonDigits(std::uint64_t digits) {
+  constexpr std::uint64_t kLow = 0x7F7F7F7F7F7F7F7FU;
+  return (((digits & kLow) + 0x7676767676767676U) | digits) & ~kLow;
+}
+
+/// The number that eight digits make.
+inline std::uint64_t digitBlockValue(std::uint64_t digits) {
+  constexpr std::uint64_t kMask = 0x000000FF000000FFU;
+  digits = digits * 10 + (digits >> 8);  // pairs, in every other byte
+  const std::uint64_t upper = (digits & kMask) * 0x000F424000000064U;
+  const std::uint64_t lower = (digits >> 16 & kMask) * 0x0000271000000001U;
+  return (upper + lower) >> 32;
+}
+
+/// The last `count` (1..8) of the eight characters before `end`, zeros in front.
+inline std::uint64_t loadLastDigits(const char* end, unsigned count) {
+  const unsigned dropped = 8 * (8 - count);
+  return loadDigits(end - 8) >> dropped << dropped;
+}
+
+}  // namespace quillon::dxf
