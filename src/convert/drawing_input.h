@@ -1,12 +1,12 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
+#include <memory>
 #include <string>
 
 #include "convert/input_check.h"
 #include "convert/paths.h"
-#include "dxf/file_text.h"
+#include "dxf/text_source.h"
 
 namespace quillon::convert {
 
@@ -19,16 +19,16 @@ class DrawingInput {
 
   InputKind kind() const { return checkInput(head_); }
 
-  /// Reads everything and closes the file. `cancelled` is asked now and then; after a cancel the
-  /// text ends early. Throws ReadError, and std::bad_alloc when there is not enough memory.
-  dxf::FileText read(const std::function<bool()>& cancelled);
+  /// The drawing's text, which needs this input to stay open. Throws ReadError.
+  std::unique_ptr<dxf::TextSource> text() const {
+    return std::make_unique<dxf::TextSource>(stream_, head_);
+  }
 
  private:
   explicit DrawingInput(std::FILE* stream);
 
   FileHandle file_;    ///< null for standard input
   std::FILE* stream_;  ///< where to read from
-  std::size_t size_ = 0;
   std::string head_;
 };
 

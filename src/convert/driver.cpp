@@ -57,7 +57,7 @@ class Conversion {
     } catch (const EndOfRun&) {
       // The reason has been told.
     } catch (const dxf::RunTimeError& error) {
-      fail(messages_.faultText(error, result_.dxfFile, lineOf(error)));
+      fail(messages_.faultText(error, result_.dxfFile));
     } catch (const WriteError& error) {
       fail(messages_.unwritableText(result_.scriptFile, error.what()));
     } catch (const dxf::ReadError& error) {
@@ -86,30 +86,21 @@ class Conversion {
   }
 
   void convert() {
-    readDrawing();
-    control_.setStatusText(2839);
+    openText();
+    dxf::readDefinitions(*drawing_, *reader_);
     frame_ = loadFrameOrFail();
     emit::ScriptWriter script(*output_, {job_.unit, job_.version, job_.offsetX, job_.offsetY});
-    emit::EmitSettings settings;
-    settings.dotted = job_.dotted;
-    settings.ellipses = job_.ellipses;
-    settings.arcRangeCheck = job_.arcToLine;
-    settings.poly = job_.poly;
-    settings.polyWidth = job_.polyWidth;
-    settings.angDir = drawing_->angDir;
-    settings.ltScale = drawing_->ltScale;
-    settings.pointSize = drawing_->pointSize;
+    const emit::EmitSettings settings = emitSettings();
     emit::EmitContext context{script, settings, emit::CancelPoll(control_)};
     LayerAssignment layers(layerTable_, job_.defaultLayer, drawing_->encoding);
     const emit::TranslationRules rules;
     emit::Translator translator(context, *drawing_, layers, rules);
     TargetCommands commands(script, job_, frame_, *drawing_);
     BlockLibrary library(script, commands, translator, *drawing_, job_.targetKind);
-
     try {
       convertEntities(translator, commands, library);
-    } catch (const dxf::RunTimeError&) {
-      failedAt_ = translator.currentPosition();
+    } catch (dxf::RunTimeError& error) {
+      if (error.line() == 0) error.setLine(lineAt(translator.currentPosition()));
       throw;
     }
     commands.writeScriptTrailer();
@@ -121,8 +112,23 @@ class Conversion {
     finish();
   }
 
+  /// Hands the entities on to the translator as they are read.
+  class Entities : public dxf::EntitySink {
+   public:
+    Entities(emit::Translator& translator, double scale) : translator_(translator) {
+      placement_.scaleX = placement_.scaleY = scale;
+    }
+    void takeEntity(const dxf::EntitySlots& entity) override {
+      translator_.translateEntity(entity, placement_);
+    }
+
+   private:
+    emit::Translator& translator_;
+    emit::Placement placement_;
+  };
+
   /// The target's commands, the header, every entity in file order, and the remaining parts of the
-  /// block library.
+  /// block library. Entities are converted while the rest of the drawing is still being read.
   void convertEntities(emit::Translator& translator, TargetCommands& commands,
                        BlockLibrary& library) {
     commands.writeTargetOpen();
@@ -130,26 +136,33 @@ class Conversion {
     if (job_.blocks == kUsedBlocksAsParts || job_.blocks == kAllBlocksAsParts) {
       translator.setBlockParts(&library);
     }
-    emit::Placement placement;
-    placement.scaleX = placement.scaleY = job_.scale;
-    constexpr std::uint32_t kEntitiesPerPoll = 128;
-    dxf::Pacer pacer(kEntitiesPerPoll);
-    bool stopped = control_.cancelRequested();
-    std::uint64_t done = 0;
-    dxf::EntityCursor entities(drawing_->store, drawing_->entities);
-    for (dxf::EntitySlots entity; !stopped && entities.next(entity);) {
-      translator.translateEntity(entity, placement);
-      ++done;
-      if (!pacer.due() && !control_.cancelled()) continue;
-      control_.setProgress(true, done, drawing_->entities.size());
-      stopped = control_.cancelRequested();
-    }
+    Entities entities(translator, job_.scale);
+    dxf::readContents(*drawing_, *reader_, entities, !host_.hasCancelButton());
     translator.finishList();
-    if (!stopped) control_.setProgress(true, 1, 1);
-    if (job_.blocks != kAllBlocksAsParts) return;
-    for (std::size_t i = 0; i < drawing_->blocks.size() && !control_.cancelRequested(); ++i) {
-      library.writeRemainingPart(i);
+    result_.linesRead = reader_->linesRead();
+    if (surroundings_.refuseWithoutSections && !drawing_->anySection && !control_.cancelled()) {
+      refuse(messages_.fileError(kNoSection, result_.dxfFile));
     }
+    control_.setStatusText(2839);
+    if (job_.blocks == kAllBlocksAsParts) {
+      for (std::size_t i = 0; i < drawing_->blocks.size() && !control_.cancelRequested(); ++i) {
+        library.writeRemainingPart(i);
+      }
+    }
+    if (!control_.cancelled()) control_.setProgress(true, 1, 1);
+  }
+
+  emit::EmitSettings emitSettings() const {
+    emit::EmitSettings settings;
+    settings.dotted = job_.dotted;
+    settings.ellipses = job_.ellipses;
+    settings.arcRangeCheck = job_.arcToLine;
+    settings.poly = job_.poly;
+    settings.polyWidth = job_.polyWidth;
+    settings.angDir = drawing_->angDir;
+    settings.ltScale = drawing_->ltScale;
+    settings.pointSize = drawing_->pointSize;
+    return settings;
   }
 
   void findDrawing() {
@@ -220,20 +233,10 @@ class Conversion {
     }
   }
 
-  void readDrawing() {
-    text_ = input_->read([this] { return control_.cancelRequested(); });
-    drawing_ = std::make_unique<dxf::Drawing>(text_);
-    dxf::LineReader reader(text_, control_);
-    // Lines read are reported also when an error ends the reading.
-    struct Counter {
-      const dxf::LineReader& reader;
-      std::uint64_t& lines;
-      ~Counter() { lines = reader.linesRead(); }
-    } const counter{reader, result_.linesRead};
-    dxf::readDxf(*drawing_, reader, !host_.hasCancelButton());
-    if (surroundings_.refuseWithoutSections && !drawing_->anySection && !control_.cancelled()) {
-      refuse(messages_.fileError(kNoSection, result_.dxfFile));
-    }
+  void openText() {
+    text_ = input_->text();
+    drawing_ = std::make_unique<dxf::Drawing>();
+    reader_ = std::make_unique<dxf::LineReader>(*text_, control_);
   }
 
   ScriptFrame loadFrameOrFail() {
@@ -288,9 +291,10 @@ class Conversion {
     host_.tell(messages_.scriptError(result_.scriptFile, std::move(detail)));
   }
 
-  std::size_t lineOf(const dxf::RunTimeError& error) const {
-    const std::size_t line = text_.lineOf(error.position());
-    return line != 0 ? line : text_.lineOf(failedAt_);
+  /// Number of the line in the file that holds a position of a block or of the present window.
+  std::uint64_t lineAt(const char* position) const {
+    const std::uint64_t line = drawing_->lineInBlocks(position);
+    return line != 0 ? line : reader_->lineAt(position);
   }
 
   ConversionJob job_;
@@ -305,9 +309,9 @@ class Conversion {
   std::unique_ptr<OutputFile> output_;
   LayerTable layerTable_;
   ScriptFrame frame_;
-  dxf::FileText text_;
+  std::unique_ptr<dxf::TextSource> text_;
+  std::unique_ptr<dxf::LineReader> reader_;
   std::unique_ptr<dxf::Drawing> drawing_;
-  const char* failedAt_ = nullptr;  ///< the entity that could not be translated
 };
 
 }  // namespace

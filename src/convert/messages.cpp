@@ -85,10 +85,9 @@ Message Messages::scriptError(std::string_view script, std::string detail) const
           std::move(detail)};
 }
 
-std::string Messages::faultText(const dxf::RunTimeError& error, std::string_view drawing,
-                                std::size_t line) const {
+std::string Messages::faultText(const dxf::RunTimeError& error, std::string_view drawing) const {
   std::string place = quotable(drawing);
-  if (line > 0) place += ":" + std::to_string(line);
+  if (error.line() > 0) place += ":" + std::to_string(error.line());
   const int id = kFirstFaultText + static_cast<int>(error.fault());
   const std::string subject = quotable(dxf::toUtf8(error.subject(), dxf::Encoding::Utf8));
   return place + ": " + texts_(id, {subject});

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -30,9 +29,8 @@ class Messages {
   /// The error handler's message: the script could not be made, for the reason in `detail`.
   Message scriptError(std::string_view script, std::string detail) const;
 
-  /// What a run-time error means and what to do about it, with the line (0: not known).
-  std::string faultText(const dxf::RunTimeError& error, std::string_view drawing,
-                        std::size_t line) const;
+  /// What a run-time error means and what to do about it, with its line where that is known.
+  std::string faultText(const dxf::RunTimeError& error, std::string_view drawing) const;
   std::string unreadableText(std::string_view path, std::string_view reason) const;
   std::string unwritableText(std::string_view path, std::string_view reason) const;
   std::string outOfMemoryText() const { return std::string(texts_(3028)); }

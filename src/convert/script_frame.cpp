@@ -5,7 +5,7 @@
 
 #include "convert/output_file.h"
 #include "convert/paths.h"
-#include "dxf/file_text.h"
+#include "dxf/text_source.h"
 
 namespace quillon::convert {
 namespace {

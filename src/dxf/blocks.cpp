@@ -1,13 +1,24 @@
 #include "dxf/blocks.h"
 
+#include <string>
 #include <utility>
 
-#include "dxf/entities.h"
+#include "dxf/entity_walk.h"
 #include "dxf/number_text.h"
 #include "dxf/run_time_error.h"
 
 namespace quillon::dxf {
 namespace {
+
+/// A copy of the lines that stays, with the margin that a LineCursor needs.
+LineRange keepLines(Drawing& drawing, LineRange lines) {
+  const auto size = static_cast<std::size_t>(lines.end - lines.begin);
+  std::string copy;
+  copy.reserve(size + TextSource::kMargin);
+  copy.append(lines.begin, size).append(TextSource::kMargin, drawing.lineEnds.eolChar);
+  const std::string_view kept = drawing.arena.keep(std::move(copy));
+  return {kept.data(), kept.data() + size};
+}
 
 /// The groups before the first group 0. Codes are compared as text here.
 void readBlockHeader(Drawing& drawing, LineCursor lines, BlockRec& block) {
@@ -17,20 +28,35 @@ void readBlockHeader(Drawing& drawing, LineCursor lines, BlockRec& block) {
   };
   for (std::string_view code = nextLine(); code != "0"; code = nextLine()) {
     const std::string_view value = nextLine();
-    if (code == "2") block.name = upperCase(value, drawing.encoding, drawing.arena);
+    if (code == "2") block.name = drawing.arena.keep(upperCase(value, drawing.encoding));
     if (code == "8") block.layer = value;
     if (code == "10") block.baseX = value;
     if (code == "20") block.baseY = value;
   }
 }
 
+void readItems(Drawing& drawing, LineCursor lines, BlockRec& block) {
+  block.items = drawing.store.startList();
+  EntityWalk walk(drawing, lines, {});
+  for (EntitySlots entity; !walk.atEnd();) {
+    if (walk.step(entity)) drawing.store.append(block.items, entity);
+  }
+}
+
 }  // namespace
 
-void parseBlock(Drawing& drawing, LineRange lines, LineReader& reader) {
+void parseBlock(Drawing& drawing, LineRange lines, std::uint64_t firstLine) {
   BlockRec block;
-  block.items = drawing.store.startList();
-  readBlockHeader(drawing, LineCursor(lines, reader.lineEnds()), block);
-  readBlockEntities(drawing, lines, block.items, reader);
+  block.firstLine = firstLine;
+  block.text = keepLines(drawing, lines);
+  const LineCursor cursor(block.text, drawing.lineEnds);
+  try {
+    readBlockHeader(drawing, cursor, block);
+    readItems(drawing, cursor, block);
+  } catch (RunTimeError& error) {
+    error.setLine(block.lineAt(error.position(), drawing.lineEnds.eolChar));
+    throw;
+  }
   drawing.addBlock(std::move(block));
 }
 

@@ -1,13 +1,15 @@
 #pragma once
 
+#include <cstdint>
+
 #include "dxf/drawing.h"
-#include "dxf/line_reader.h"
+#include "dxf/line_cursor.h"
 
 namespace quillon::dxf {
 
 /// Reads one block definition from the lines behind its "BLOCK" up to and including "ENDBLK" and
-/// appends it to the drawing. Throws RunTimeError when the lines end too early or a group code is
-/// none.
-void parseBlock(Drawing& drawing, LineRange lines, LineReader& reader);
+/// appends it, with a copy of its lines, to the drawing. `firstLine` is the number of the first of
+/// them in the file. Throws RunTimeError when the lines end too early or a group code is none.
+void parseBlock(Drawing& drawing, LineRange lines, std::uint64_t firstLine);
 
 }  // namespace quillon::dxf

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "dxf/byte_scan.h"
+
 namespace quillon::dxf {
 
 bool BlockRec::isLayout() const {
@@ -10,6 +12,30 @@ bool BlockRec::isLayout() const {
                                                                    "$MODEL_SPACE", "$PAPER_SPACE"};
   return std::any_of(kLayoutNames.begin(), kLayoutNames.end(),
                      [this](std::string_view prefix) { return name.starts_with(prefix); });
+}
+
+std::uint64_t BlockRec::lineAt(const char* position, char eol) const {
+  const std::less_equal<const char*> notBehind;
+  if (position == nullptr || !notBehind(text.begin, position) || !notBehind(position, text.end)) {
+    return 0;
+  }
+  // The end of the lines still belongs to the last one.
+  const char* const inside =
+      position == text.end && position != text.begin ? position - 1 : position;
+  return firstLine + countByte({text.begin, static_cast<std::size_t>(inside - text.begin)}, eol);
+}
+
+std::uint64_t Drawing::nextSideIndex(EntityKind kind) {
+  if (!hasSideRecord(kind)) return 0;
+  return kind == EntityKind::Spline ? ++splineData : ++polyVertexLists;
+}
+
+std::uint64_t Drawing::lineInBlocks(const char* position) const {
+  for (const BlockRec& block : blocks) {
+    const std::uint64_t line = block.lineAt(position, lineEnds.eolChar);
+    if (line != 0) return line;
+  }
+  return 0;
 }
 
 void Drawing::addLayer(LayerRec layer) {

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -11,7 +13,7 @@
 #include "dxf/encoding.h"
 #include "dxf/entity_kinds.h"
 #include "dxf/entity_store.h"
-#include "dxf/file_text.h"
+#include "dxf/line_cursor.h"
 
 namespace quillon::dxf {
 
@@ -45,26 +47,31 @@ struct BlockRec {
   std::string_view baseX;
   std::string_view baseY;
   EntityList items;
+  LineRange text;               ///< the lines of the block
+  std::uint64_t firstLine = 0;  ///< number of the first of them in the file
+
+  /// Number (from 1) of the line in the file that holds a position of the text; 0 for any other.
+  std::uint64_t lineAt(const char* position, char eol) const;
 
   /// True for the blocks that hold a layout and are no parts: by their names, as intended.
   bool isLayout() const;
 };
 
 /// Entity names that were met but are not recognised, with their numbers.
-using UnknownKinds = std::unordered_map<std::string_view, std::uint64_t>;
+using UnknownKinds = std::map<std::string, std::uint64_t, std::less<>>;
 
 /// The first of several records with one name wins, so an index never replaces an entry.
 using NameIndex = std::unordered_map<std::string_view, std::size_t>;
 
-/// All that the reader leaves for the conversion. The texts are views into `text`, which must
-/// outlive the drawing, or into `arena`.
+/// What the reader leaves for the conversion. The entities of the ENTITIES section are not kept:
+/// they are handed on as they are read. All texts are views into `arena`.
 struct Drawing {
-  explicit Drawing(const FileText& source) : text(&source), store(source.begin()) {}
+  Drawing() = default;
   Drawing(const Drawing&) = delete;
   Drawing& operator=(const Drawing&) = delete;
 
-  const FileText* text;
   TextArena arena;
+  LineEnds lineEnds;
   Encoding encoding = Encoding::Windows1252;
 
   double angDir = 0.0;           ///< 1.0: angles run clockwise
@@ -75,8 +82,7 @@ struct Drawing {
   std::deque<LayerRec> layers;
   std::deque<TextStyleRec> textStyles;
   std::deque<BlockRec> blocks;
-  EntityStore store;    ///< the entities of all blocks and of the ENTITIES section
-  EntityList entities;  ///< the ENTITIES section, in file order
+  EntityStore store;  ///< the entities of all blocks
 
   /// Number of LWPOLYLINE and LEADER entities met anywhere: their vertex lists are numbered from 1
   /// and read from the text when they are asked for.
@@ -90,6 +96,11 @@ struct Drawing {
   NameIndex layerIndex;
   NameIndex lineTypeIndex;
   NameIndex blockIndex;
+
+  /// Number of the next vertex list or spline; 0 for kinds without a side record.
+  std::uint64_t nextSideIndex(EntityKind kind);
+  /// Number (from 1) of the line of a block's text that holds this position; 0 for none.
+  std::uint64_t lineInBlocks(const char* position) const;
 
   void addLayer(LayerRec layer);
   void addLineType(LineTypeRec lineType);

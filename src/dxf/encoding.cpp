@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
-#include <cstring>
+
+#include "dxf/utf8_check.h"
 
 namespace quillon::dxf {
 namespace {
@@ -33,42 +33,6 @@ void appendUtf8(std::string& out, char32_t c) {
     put(0x80 | ((c >> 6) & 0x3F));
     put(0x80 | (c & 0x3F));
   }
-}
-
-/// Length of the well-formed UTF-8 sequence at p, or 0.
-std::size_t sequenceLength(const char* p, const char* end) {
-  const unsigned first = byteOf(*p);
-  if (first < 0x80) return 1;
-  const auto left = static_cast<std::size_t>(end - p);
-  const auto isTail = [p](std::size_t i) { return (byteOf(p[i]) & 0xC0) == 0x80; };
-  if (first >= 0xC2 && first <= 0xDF) return left > 1 && isTail(1) ? 2 : 0;
-  if (first >= 0xE0 && first <= 0xEF) {
-    if (left < 3 || !isTail(1) || !isTail(2)) return 0;
-    const unsigned second = byteOf(p[1]);
-    const bool overlong = first == 0xE0 && second < 0xA0;
-    const bool surrogate = first == 0xED && second >= 0xA0;
-    return overlong || surrogate ? 0 : 3;
-  }
-  if (first >= 0xF0 && first <= 0xF4) {
-    if (left < 4 || !isTail(1) || !isTail(2) || !isTail(3)) return 0;
-    const unsigned second = byteOf(p[1]);
-    const bool outside = (first == 0xF0 && second < 0x90) || (first == 0xF4 && second >= 0x90);
-    return outside ? 0 : 4;
-  }
-  return 0;
-}
-
-/// First byte of [p, end) outside ASCII, eight bytes at a time.
-const char* skipAscii(const char* p, const char* end) {
-  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-  while (end - p >= 8) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, p, sizeof word);
-    if ((word & kHighBits) != 0) break;
-    p += 8;
-  }
-  while (p != end && byteOf(*p) < 0x80) ++p;
-  return p;
 }
 
 constexpr char upperAscii(char c) {
@@ -105,14 +69,12 @@ void upperUtf8(std::string& text) {
   char* p = text.data();
   const char* const end = p + text.size();
   while (p != end) {
-    const std::size_t length = sequenceLength(p, end);
+    const std::size_t length = utf8SequenceLength(p, end);
     if (length <= 1) *p = upperAscii(*p);
     if (length == 2) upperTwoBytes(p);
     p += std::max<std::size_t>(length, 1);
   }
 }
-
-bool mayChange(char c) { return byteOf(c) >= 0x80 || (c >= 'a' && c <= 'z'); }
 
 /// The Windows-1252 byte of a character, or "?".
 char windows1252Byte(char32_t c) {
@@ -132,14 +94,9 @@ char32_t decodeUtf8(const char* p, std::size_t length) {
 }  // namespace
 
 bool isValidUtf8(std::string_view bytes) {
-  const char* p = bytes.data();
-  const char* const end = p + bytes.size();
-  while ((p = skipAscii(p, end)) != end) {
-    const std::size_t length = sequenceLength(p, end);
-    if (length == 0) return false;
-    p += length;
-  }
-  return true;
+  Utf8Check check;
+  check.add(bytes);
+  return check.complete();
 }
 
 std::string upperCase(std::string_view text, Encoding encoding) {
@@ -150,12 +107,6 @@ std::string upperCase(std::string_view text, Encoding encoding) {
     for (char& c : upper) c = upperWindows1252(c);
   }
   return upper;
-}
-
-std::string_view upperCase(std::string_view text, Encoding encoding, TextArena& arena) {
-  if (std::none_of(text.begin(), text.end(), mayChange)) return text;
-  std::string upper = upperCase(text, encoding);
-  return upper == text ? text : arena.keep(std::move(upper));
 }
 
 bool equalsUpperCased(std::string_view text, std::string_view upper) {
@@ -178,7 +129,7 @@ std::string toUtf8(std::string_view bytes, Encoding encoding) {
   const char* p = bytes.data();
   const char* const end = p + bytes.size();
   while (p != end) {
-    const std::size_t length = sequenceLength(p, end);
+    const std::size_t length = utf8SequenceLength(p, end);
     if (length == 0) {
       appendUtf8(out, windows1252Character(*p++));
     } else {
@@ -196,7 +147,7 @@ std::string fromUtf8(std::string_view utf8, Encoding encoding) {
   const char* p = utf8.data();
   const char* const end = p + utf8.size();
   while (p != end) {
-    const std::size_t length = sequenceLength(p, end);
+    const std::size_t length = utf8SequenceLength(p, end);
     out += length == 0 ? '?' : windows1252Byte(decodeUtf8(p, length));
     p += std::max<std::size_t>(length, 1);
   }

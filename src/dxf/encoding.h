@@ -10,8 +10,7 @@ namespace quillon::dxf {
 /// The encoding of a drawing's text and of the script made from it.
 enum class Encoding : std::uint8_t { Windows1252, Utf8 };
 
-/// Keeps the few texts that differ from the drawing's bytes; its views stay valid as long as it
-/// lives.
+/// Keeps texts; its views stay valid as long as it lives.
 class TextArena {
  public:
   std::string_view keep(std::string text) { return texts_.emplace_back(std::move(text)); }
@@ -26,9 +25,6 @@ bool isValidUtf8(std::string_view bytes);
 /// The text with a-z and the accented Latin letters of Windows-1252 in upper case. Every other
 /// character stays; the length in bytes never changes.
 std::string upperCase(std::string_view text, Encoding encoding);
-
-/// The same without a copy where nothing changes.
-std::string_view upperCase(std::string_view text, Encoding encoding, TextArena& arena);
 
 /// True when upperCase(text) equals `upper`, which must be ASCII without lower-case letters.
 bool equalsUpperCased(std::string_view text, std::string_view upper);

@@ -1,150 +1,90 @@
 #include "dxf/entities.h"
 
-#include "dxf/group_cursor.h"
+#include "dxf/entity_walk.h"
 #include "dxf/run_time_error.h"
-#include "dxf/spline_points.h"
 
 namespace quillon::dxf {
 namespace {
 
-constexpr std::uint32_t kEntitiesPerPoll = 256;
+constexpr std::uint32_t kPairsPerPoll = 256;
 
-/// Walks lines pair by pair and collects the entities among them.
-class EntityWalk {
+/// Reads the section window by window. An entity that reaches beyond the window is begun anew with
+/// more lines in it.
+class SectionReading {
  public:
-  /// The walk ends with the lines, or behind the first line that is `endMarker` ("": none is).
-  EntityWalk(Drawing& drawing, LineRange lines, std::string_view endMarker, EntityList& items,
-             LineReader& reader)
-      : drawing_(drawing),
-        lines_(lines, reader.lineEnds()),
-        endMarker_(endMarker),
-        items_(items),
-        reader_(reader) {}
+  SectionReading(Drawing& drawing, LineReader& reader, EntitySink& sink)
+      : drawing_(drawing), reader_(reader), sink_(sink) {}
 
-  bool atEnd() const { return ended_ || lines_.atEnd(); }
-  const char* position() const { return lines_.position(); }
-
-  /// Reads one entity or steps over one pair. False once the user has cancelled.
-  bool step() {
-    const std::string_view code = nextLine();
-    const std::string_view name = nextLine();
-    afterName_ = lines_.position();
-    const EntityKind kind = entityKind(name);
-    if (kind == EntityKind::None) {
-      if (code == "0") noteUnknown(name);
-    } else if (code == "0" || numberValue(code) == 0.0) {
-      readOne(kind);
+  void run() {
+    while (readWindow() && reader_.extendWindow()) {
+      reader_.poll(true);
+      if (reader_.cancelled()) break;
     }
-    if (!pacer_.due()) return true;
-    reader_.pollAt(lines_.position(), true);
-    return !reader_.cancelled();
-  }
-
-  /// Goes on behind the name of the entity that failed, line by line, at the next "0" line that an
-  /// entity name follows.
-  void resume() {
-    lines_.seek(afterName_);
-    ended_ = false;
-    const char* previous = afterName_;
-    bool previousIsZero = false;
-    while (!atEnd()) {
-      const char* const start = lines_.position();
-      const std::string_view line = nextLine();
-      if (previousIsZero && isEntityName(line)) {
-        lines_.seek(previous);
-        return;
-      }
-      previousIsZero = line == "0";
-      previous = start;
-    }
+    if (count_ > 0) reader_.monitor().setStatus(ReadPhase::Entities, count_);
   }
 
  private:
-  std::string_view nextLine() {
-    if (atEnd()) throw RunTimeError(Fault::TextEndsTooEarly, {}, lines_.position());
-    const std::string_view line = trimBlanks(lines_.next());
-    ended_ = isEndMarker(line);
-    return line;
-  }
-
-  bool isEndMarker(std::string_view line) const {
-    return line.size() == endMarker_.size() && !line.empty() && line == endMarker_;
-  }
-
-  void readOne(EntityKind kind) {
-    entity_.kind = kind;
-    entity_.groups = lines_.position();
-    entity_.filled = 0;
-    const auto& slotOfCode = slotLayout(kind).slotOfCode;
-    GroupCursor groups(lines_);
-    FitPointRule fitPoints;
-    for (Group group; groups.next(group);) {
-      if (isEndMarker(group.value)) {
-        throw RunTimeError(Fault::TextEndsTooEarly, {}, group.value.data());
+  /// Reads what stands in the window as a whole; false when the section is done.
+  bool readWindow() {
+    const TextSource& source = reader_.source();
+    EntityWalk walk(drawing_, LineCursor(reader_.window(), source.lineEnds()), "ENDSEC");
+    while (!walk.atEnd()) {
+      const char* const start = walk.position();
+      if (lost_) {
+        lost_ = !walk.findNextEntity();
+        if (lost_) break;
+        continue;
       }
-      if (kind == EntityKind::Spline) fitPoints.visit(group);
-      if (group.code < 0 || group.code > 255) continue;
-      // Every slot takes the first occurrence of its group code.
-      const std::uint8_t slot = slotOfCode[static_cast<std::size_t>(group.code)];
-      if (slot == kNoSlot || (entity_.filled >> slot & 1U) != 0) continue;
-      entity_.filled |= 1U << slot;
-      entity_.values[slot] = group.value;
+      switch (step(walk)) {
+        case Step::Entity:
+          ++count_;
+          sink_.takeEntity(entity_);
+          break;
+        case Step::Other:
+          break;
+        case Step::Beyond:
+          reader_.skipTo(start);
+          return true;
+      }
+      if (!pacer_.due()) continue;
+      reader_.skipTo(walk.position());
+      reader_.poll(true);
+      reader_.monitor().setStatus(ReadPhase::Entities, count_);
+      if (reader_.cancelled()) return false;
     }
-    lines_ = groups.lines();
-    if (kind == EntityKind::LwPolyline || kind == EntityKind::Leader) {
-      entity_.sideIndex = ++drawing_.polyVertexLists;
-    } else if (kind == EntityKind::Spline) {
-      entity_.sideIndex = ++drawing_.splineData;
-    }
-    drawing_.store.append(items_, entity_);
+    reader_.skipTo(walk.position());
+    return !walk.ended();
   }
 
-  void noteUnknown(std::string_view name) {
-    if (name != "ENDBLK" && name != "ENDSEC" && !name.empty()) ++drawing_.unknownKinds[name];
+  enum class Step { Entity, Other, Beyond };
+
+  Step step(EntityWalk& walk) {
+    try {
+      return walk.step(entity_) ? Step::Entity : Step::Other;
+    } catch (const RunTimeError& error) {
+      const bool ranOut = error.fault() == Fault::TextEndsTooEarly && !walk.ended();
+      if (ranOut && !reader_.source().atFileEnd()) return Step::Beyond;
+      // The entity in which an error arises is dropped without a message: intended.
+      walk.goBehindFailedName();
+      lost_ = true;
+      return Step::Other;
+    }
   }
 
   Drawing& drawing_;
-  LineCursor lines_;
-  std::string_view endMarker_;
-  EntityList& items_;
   LineReader& reader_;
+  EntitySink& sink_;
   EntitySlots entity_;
-  const char* afterName_ = nullptr;
-  bool ended_ = false;
-  Pacer pacer_{kEntitiesPerPoll};
+  Pacer pacer_{kPairsPerPoll};
+  std::uint64_t count_ = 0;
+  bool lost_ = false;  ///< looking for the next entity after an error
 };
 
 }  // namespace
 
-void readEntities(Drawing& drawing, LineReader& reader) {
-  drawing.entities = drawing.store.startList();
-  const LineRange rest{reader.position(), drawing.text->end()};
-  EntityWalk walk(drawing, rest, "ENDSEC", drawing.entities, reader);
-  std::size_t shown = 0;
-  Pacer pacer(kEntitiesPerPoll);
-  bool goesOn = true;
-  while (goesOn && !walk.atEnd()) {
-    try {
-      goesOn = walk.step();
-    } catch (const RunTimeError&) {
-      // The entity in which an error arises is dropped without a message: intended.
-      walk.resume();
-    }
-    if (pacer.due() && drawing.entities.size() != shown) {
-      shown = drawing.entities.size();
-      reader.monitor().setStatus(ReadPhase::Entities, shown);
-    }
-  }
-  reader.skipTo(walk.position());
-  if (drawing.entities.size() != shown) {
-    reader.monitor().setStatus(ReadPhase::Entities, drawing.entities.size());
-  }
-}
-
-void readBlockEntities(Drawing& drawing, LineRange lines, EntityList& items, LineReader& reader) {
-  EntityWalk walk(drawing, lines, {}, items, reader);
-  while (!walk.atEnd() && walk.step()) {
-  }
+void readEntities(Drawing& drawing, LineReader& reader, EntitySink& sink) {
+  if (reader.atEnd()) return;
+  SectionReading(drawing, reader, sink).run();
 }
 
 }  // namespace quillon::dxf

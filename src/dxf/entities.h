@@ -5,13 +5,18 @@
 
 namespace quillon::dxf {
 
-/// Reads the entities of the ENTITIES section into the drawing, in file order: from the reader's
-/// position to the line "ENDSEC" or the end of the file, where the reader stands afterwards. An
-/// entity in which an error arises is dropped, and reading goes on at the next "0" line that an
-/// entity name follows. After a cancel the entities read so far stay.
-void readEntities(Drawing& drawing, LineReader& reader);
+/// Takes the entities of the ENTITIES section one by one, as they are read.
+class EntitySink {
+ public:
+  virtual ~EntitySink() = default;
+  /// The entity's texts are valid during the call only. Errors end the reading.
+  virtual void takeEntity(const EntitySlots& entity) = 0;
+};
 
-/// Reads the entities of one block into `items`. Errors are not caught here.
-void readBlockEntities(Drawing& drawing, LineRange lines, EntityList& items, LineReader& reader);
+/// Reads the entities of the ENTITIES section in file order: from the reader's position to the line
+/// "ENDSEC" or the end of the file, where the reader stands afterwards. An entity in which an error
+/// of the text arises is dropped, and reading goes on at the next "0" line that an entity name
+/// follows. A cancel ends the reading after an entity.
+void readEntities(Drawing& drawing, LineReader& reader, EntitySink& sink);
 
 }  // namespace quillon::dxf

@@ -4,6 +4,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <string>
 
 namespace quillon::dxf {
 namespace {
@@ -14,8 +15,7 @@ constexpr std::size_t kBlockNameSlot = 0;
 }  // namespace
 
 GroupCursor EntityReader::groups(const DxfEntity& entity) const {
-  const FileText& text = *drawing_.text;
-  return GroupCursor(LineCursor({entity.groups, text.end()}, text.lineEnds()));
+  return GroupCursor(LineCursor({entity.groups, entity.groupsEnd}, drawing_.lineEnds));
 }
 
 void EntityReader::readEntity(const EntitySlots& stored, DxfEntity& entity) {
@@ -23,6 +23,7 @@ void EntityReader::readEntity(const EntitySlots& stored, DxfEntity& entity) {
   entity.kind = stored.kind;
   entity.slotCount = layout.slotCount;
   entity.groups = stored.groups;
+  entity.groupsEnd = stored.groupsEnd;
   entity.sideIndex = stored.sideIndex;
   entity.layer = nullptr;
   entity.values.fill({});
@@ -60,19 +61,20 @@ void EntityReader::finishKind(DxfEntity& entity) {
 
 const LayerUse& EntityReader::layerLineType(std::string_view layerName) {
   if (lastLayer_ != nullptr && layerName == lastLayerName_) return *lastLayer_;
-  const auto [place, isNew] = layers_.try_emplace(layerName);
-  LayerUse& use = place->second;
-  if (isNew) {
-    use.name = upperCase(layerName, drawing_.encoding, drawing_.arena);
-    use.number = layers_.size() - 1;
+  auto place = layers_.find(layerName);
+  if (place == layers_.end()) {
+    LayerUse use;
+    use.name = drawing_.arena.keep(upperCase(layerName, drawing_.encoding));
+    use.number = layers_.size();
     if (LayerRec* const record = drawing_.findLayer(use.name)) {
       record->used = true;
       use.lineType = record->values[1];
     }
+    place = layers_.emplace(drawing_.arena.keep(std::string(layerName)), use).first;
   }
-  lastLayerName_ = layerName;
-  lastLayer_ = &use;
-  return use;
+  lastLayerName_ = place->first;
+  lastLayer_ = &place->second;
+  return place->second;
 }
 
 std::string_view EntityReader::upperName(std::string_view name) {
@@ -80,8 +82,12 @@ std::string_view EntityReader::upperName(std::string_view name) {
     return (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
   };
   if (std::none_of(name.begin(), name.end(), needsWork)) return name;
-  const auto [place, isNew] = upperNames_.try_emplace(name);
-  if (isNew) place->second = upperCase(name, drawing_.encoding, drawing_.arena);
+  auto place = upperNames_.find(name);
+  if (place == upperNames_.end()) {
+    TextArena& arena = drawing_.arena;
+    const std::string_view upper = arena.keep(upperCase(name, drawing_.encoding));
+    place = upperNames_.emplace(arena.keep(std::string(name)), upper).first;
+  }
   return place->second;
 }
 

@@ -26,8 +26,9 @@ struct DxfEntity {
   const LayerUse* layer = nullptr;
   /// Index of the vertex list or the spline data, else 0.
   std::uint64_t sideIndex = 0;
-  /// Where the entity's groups stand in the text.
+  /// Where the entity's groups stand in the text, and for kinds with a side record their end.
   const char* groups = nullptr;
+  const char* groupsEnd = nullptr;
 
   /// The text of a slot; "" for a slot whose group is absent.
   std::string_view value(std::size_t slot) const {
@@ -48,13 +49,13 @@ class EntityReader {
   /// Completes a stored entity: absent slots are "", layer and line type get their final form.
   void readEntity(const EntitySlots& stored, DxfEntity& entity);
 
-  /// The groups of an entity that was read.
+  /// The groups of an entity that was read and whose kind has a side record.
   GroupCursor groups(const DxfEntity& entity) const;
 
   /// Looks an entity's layer up in the layer table and marks it as used there.
   const LayerUse& layerLineType(std::string_view layerName);
 
-  /// A name in upper case.
+  /// A name in upper case: kept, or the name itself where that does not change it.
   std::string_view upperName(std::string_view name);
 
  private:

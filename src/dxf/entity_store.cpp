@@ -5,10 +5,10 @@
 namespace quillon::dxf {
 namespace {
 
-// An entity is a row of words: kind and filled slots; its place in the text (two words); for the
-// kinds that have one, the index of their side record; then each filled slot, as one word or, when
-// it lies far away or is long, as kLongSlot and four words.
-constexpr std::uint64_t kMostWords = 4 + 5 * kMaxSlots;
+// An entity is a row of words: kind and filled slots; its address in the text (two words); for the
+// kinds that have a side record, its number and the length of the groups (two words); then each
+// filled slot, as one word or, when it lies far away or is long, as kLongSlot and four words.
+constexpr std::uint64_t kMostWords = 6 + 5 * kMaxSlots;
 constexpr unsigned kKindBits = 8;
 constexpr unsigned kLengthBits = 12;
 constexpr std::uint32_t kLengthMask = (1U << kLengthBits) - 1;
@@ -26,10 +26,6 @@ std::uint64_t getWide(const std::uint32_t*& in) {
   return low | std::uint64_t{*in++} << 32;
 }
 
-constexpr bool hasSideRecord(EntityKind kind) {
-  return kind == EntityKind::LwPolyline || kind == EntityKind::Leader || kind == EntityKind::Spline;
-}
-
 }  // namespace
 
 void EntityStore::append(EntityList& list, const EntitySlots& entity) {
@@ -38,8 +34,11 @@ void EntityStore::append(EntityList& list, const EntitySlots& entity) {
   ++list.count;
   std::uint32_t* out = start;
   *out++ = static_cast<std::uint32_t>(entity.kind) | entity.filled << kKindBits;
-  putWide(out, static_cast<std::uint64_t>(entity.groups - text_));
-  if (hasSideRecord(entity.kind)) *out++ = static_cast<std::uint32_t>(entity.sideIndex);
+  putWide(out, reinterpret_cast<std::uintptr_t>(entity.groups));
+  if (hasSideRecord(entity.kind)) {
+    *out++ = static_cast<std::uint32_t>(entity.sideIndex);
+    putWide(out, static_cast<std::uint64_t>(entity.groupsEnd - entity.groups));
+  }
   for (std::uint32_t rest = entity.filled; rest != 0; rest &= rest - 1) {
     const std::string_view value = entity.values[static_cast<std::size_t>(std::countr_zero(rest))];
     const auto distance = static_cast<std::uint64_t>(value.data() - entity.groups);
@@ -78,8 +77,12 @@ bool EntityCursor::next(EntitySlots& entity) {
   const std::uint32_t head = *in++;
   entity.kind = static_cast<EntityKind>(head & ((1U << kKindBits) - 1));
   entity.filled = head >> kKindBits;
-  entity.groups = store_.text_ + getWide(in);
-  entity.sideIndex = hasSideRecord(entity.kind) ? *in++ : 0;
+  entity.groups = reinterpret_cast<const char*>(static_cast<std::uintptr_t>(getWide(in)));
+  entity.sideIndex = 0;
+  if (hasSideRecord(entity.kind)) {
+    entity.sideIndex = *in++;
+    entity.groupsEnd = entity.groups + getWide(in);
+  }
   for (std::uint32_t rest = entity.filled; rest != 0; rest &= rest - 1) {
     const std::uint32_t word = *in++;
     std::uint64_t distance = word >> kLengthBits;

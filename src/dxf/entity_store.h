@@ -15,10 +15,18 @@ namespace quillon::dxf {
 struct EntitySlots {
   EntityKind kind = EntityKind::None;
   const char* groups = nullptr;  ///< the entity's first group in the text
-  std::uint64_t sideIndex = 0;   ///< index of its vertex list or spline data, else 0
-  std::uint32_t filled = 0;      ///< bit n: slot n has a group of its own
+  /// Only for the kinds with a side record (vertex list or spline data): end of the line that ended
+  /// the groups, and the number of the record.
+  const char* groupsEnd = nullptr;
+  std::uint64_t sideIndex = 0;
+  std::uint32_t filled = 0;                        ///< bit n: slot n has a group of its own
   std::array<std::string_view, kMaxSlots> values;  ///< valid where filled
 };
+
+/// True for the kinds whose groups are read once more for a vertex list or spline data.
+constexpr bool hasSideRecord(EntityKind kind) {
+  return kind == EntityKind::LwPolyline || kind == EntityKind::Leader || kind == EntityKind::Spline;
+}
 
 /// A list of entities that were stored one after the other.
 struct EntityList {
@@ -28,13 +36,10 @@ struct EntityList {
   std::uint64_t size() const { return count; }
 };
 
-/// Holds the entities of a drawing in little space: a slot takes four bytes, as its distance from
-/// the entity's first group and its length.
+/// Holds the entities of blocks in little space: a slot takes four bytes, as its distance from
+/// the entity's first group and its length. The texts themselves stand elsewhere.
 class EntityStore {
  public:
-  /// The texts of all entities point into the text that starts here.
-  explicit EntityStore(const char* text) : text_(text) {}
-
   /// An empty list behind all entities stored so far.
   EntityList startList() const { return {used_, 0}; }
   /// Stores an entity as the last one of the list that was started last.
@@ -49,7 +54,6 @@ class EntityStore {
     return chunks_[place / kChunkWords].get() + place % kChunkWords;
   }
 
-  const char* text_;
   std::vector<std::unique_ptr<std::uint32_t[]>> chunks_;
   std::uint64_t used_ = 0;  ///< in words, the rests of full chunks included
 };

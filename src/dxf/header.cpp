@@ -61,7 +61,9 @@ bool readVariables(Drawing& drawing, LineReader& reader) {
 
 void readHeader(Drawing& drawing, LineReader& reader) {
   // A new version and a text that is UTF-8 throughout decide on the encoding together.
-  const bool utf8 = readVariables(drawing, reader) && isValidUtf8(drawing.text->bytes());
+  const bool utf8 = readVariables(drawing, reader) && reader.source().isUtf8([&reader] {
+    return reader.monitor().cancelRequested();
+  });
   drawing.encoding = utf8 ? Encoding::Utf8 : Encoding::Windows1252;
 }
 

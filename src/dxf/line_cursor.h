@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "dxf/file_text.h"
+#include "dxf/text_source.h"
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -19,7 +19,8 @@ struct LineRange {
   const char* end = nullptr;
 };
 
-/// Splits a stretch of a FileText into lines. At the end it keeps giving empty lines.
+/// Splits a stretch of a drawing's text into lines. Behind it a margin of line ends must be
+/// readable. At the end it keeps giving empty lines.
 ///
 /// Line ends are found for 64 bytes at once and kept as bits, so that finding one line's end does
 /// not have to wait for the one before.
@@ -68,7 +69,7 @@ class LineCursor {
 
  private:
   static constexpr std::size_t kBlock = 64;
-  static_assert(FileText::kMargin >= 2 * kBlock, "a block may start at the last byte of a text");
+  static_assert(TextSource::kMargin >= 2 * kBlock, "a block may start at the last byte of a text");
 
   std::uint64_t findLineEnds(const char* p) const {
     std::uint64_t bits = 0;

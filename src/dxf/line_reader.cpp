@@ -1,62 +1,94 @@
 #include "dxf/line_reader.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "dxf/byte_scan.h"
 
 namespace quillon::dxf {
+namespace {
 
-bool LineReader::skipPastLine(std::string_view text, bool showProgress) {
-  constexpr std::ptrdiff_t kBytesPerPoll = 1 << 18;
-  const auto overlap = static_cast<std::ptrdiff_t>(text.size() - 1);
-  const char* from = cursor_.position();
-  while (from != text_.end() && !cancelled_) {
-    const char* const blockEnd = from + std::min(kBytesPerPoll, text_.end() - from);
-    const char* const stop = blockEnd + std::min(overlap, text_.end() - blockEnd);
-    const std::size_t found = findText({from, static_cast<std::size_t>(stop - from)}, text);
-    if (found == std::string_view::npos) {
-      from = blockEnd;
-      pollAt(from, showProgress);
-      continue;
-    }
-    const char* const hit = from + found;
-    if (isWholeLine(hit, hit + text.size())) {
-      skipTo(hit);
-      readDxfLine(showProgress);
-      return true;
-    }
-    from = hit + 1;
-  }
-  skipTo(from);
-  return false;
+std::string_view between(const char* from, const char* to) {
+  return {from, static_cast<std::size_t>(to - from)};
 }
 
-/// Whether only blanks stand between these characters and the ends of their line.
-bool LineReader::isWholeLine(const char* start, const char* stop) const {
-  const auto [eol, other, detected] = text_.lineEnds();
-  while (start != cursor_.position() && start[-1] == ' ') --start;
-  while (stop != text_.end() && *stop == ' ') ++stop;
-  const bool starts = start == cursor_.position() || start[-1] == eol || start[-1] == other;
-  return starts && (stop == text_.end() || *stop == eol);
+}  // namespace
+
+void LineReader::poll(bool showProgress) {
+  constexpr std::uint64_t kUnit = 128;  // positions are counted in blocks of 128 bytes
+  if (showProgress) {
+    monitor_.setProgress(false, source_.offsetOf(cursor_.position()) / kUnit,
+                         (source_.fileSize() + kUnit / 2) / kUnit);
+  }
+  cancelled_ = cancelled_ || monitor_.cancelRequested();
 }
 
 void LineReader::skipTo(const char* position) {
   const char* const from = cursor_.position();
   if (position == from) return;
-  const char eol = text_.lineEnds().eolChar;
-  linesRead_ += countByte({from, static_cast<std::size_t>(position - from)}, eol);
-  if (position == text_.end() && position[-1] != eol) ++linesRead_;
+  const char eol = source_.lineEnds().eolChar;
+  linesRead_ += countByte(between(from, position), eol);
+  const bool atFileEnd = source_.atFileEnd() && position == source_.end();
+  if (atFileEnd && position[-1] != eol) ++linesRead_;
   cursor_.seek(position);
 }
 
-void LineReader::pollAt(const char* at, bool showProgress) {
-  constexpr std::uint64_t kUnit = 128;  // positions are counted in blocks of 128 bytes
-  if (showProgress) {
-    const auto size = static_cast<std::uint64_t>(text_.bytes().size());
-    const auto position = static_cast<std::uint64_t>(at - text_.begin());
-    monitor_.setProgress(false, position / kUnit, (size + kUnit / 2) / kUnit);
+bool LineReader::extendWindow() {
+  if (source_.atFileEnd()) return false;
+  refill();
+  return true;
+}
+
+bool LineReader::skipPastLine(std::string_view text, bool showProgress) {
+  while (!atEnd() && !cancelled_) {
+    const LineRange lines = window();
+    for (const char* from = lines.begin;;) {
+      const std::size_t found = findText(between(from, lines.end), text);
+      if (found == std::string_view::npos) break;
+      const char* const hit = from + found;
+      if (isWholeLine(hit, hit + text.size())) {
+        skipTo(hit);
+        readDxfLine(showProgress);
+        return true;
+      }
+      from = hit + 1;
+    }
+    skipTo(lines.end);
+    poll(showProgress);
   }
-  cancelled_ = cancelled_ || monitor_.cancelRequested();
+  return false;
+}
+
+void LineReader::rewind() {
+  source_.rewind();
+  moveTo(source_.begin());
+  linesRead_ = 0;
+}
+
+std::uint64_t LineReader::lineAt(const char* position) const {
+  if (position == nullptr || position < source_.begin() || position > source_.end()) return 0;
+  const char eol = source_.lineEnds().eolChar;
+  const char* const here = cursor_.position();
+  if (position >= here) return linesRead_ + 1 + countByte(between(here, position), eol);
+  const std::uint64_t back = countByte(between(position, here), eol);
+  return linesRead_ + 1 - std::min(back, linesRead_);
+}
+
+void LineReader::refill() {
+  const char* const keep = kept_ != nullptr ? kept_ : cursor_.position();
+  const std::ptrdiff_t ahead = cursor_.position() - keep;
+  const char* const moved = source_.refill(keep);
+  if (kept_ != nullptr) kept_ = moved;
+  moveTo(moved + ahead);
+}
+
+/// Whether only blanks stand between these characters and the ends of their line.
+bool LineReader::isWholeLine(const char* start, const char* stop) const {
+  const auto [eol, other, detected] = source_.lineEnds();
+  while (start != cursor_.position() && start[-1] == ' ') --start;
+  while (stop != source_.end() && *stop == ' ') ++stop;
+  const bool starts = start == cursor_.position() || start[-1] == eol || start[-1] == other;
+  return starts && (stop == source_.end() || *stop == eol);
 }
 
 }  // namespace quillon::dxf

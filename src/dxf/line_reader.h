@@ -3,62 +3,80 @@
 #include <cstdint>
 #include <string_view>
 
-#include "dxf/file_text.h"
 #include "dxf/line_cursor.h"
 #include "dxf/run_monitor.h"
+#include "dxf/text_source.h"
 
 namespace quillon::dxf {
 
-/// Reads a whole drawing line by line, counts the lines and keeps the monitor informed.
+/// Reads a drawing line by line, counts the lines and keeps the monitor informed. Texts that it
+/// gives are valid until it is used again.
 class LineReader {
  public:
-  LineReader(const FileText& text, RunMonitor& monitor)
-      : text_(text), monitor_(monitor), cursor_({text.begin(), text.end()}, text.lineEnds()) {}
+  LineReader(TextSource& source, RunMonitor& monitor)
+      : source_(source),
+        monitor_(monitor),
+        cursor_({source.begin(), source.linesEnd()}, source.lineEnds()) {}
 
   /// The next line without its line end; "" at the end of the file, which counts as a line too.
   std::string_view readDxfLine(bool showProgress) {
-    const std::string_view line = cursor_.next();
-    ++linesRead_;
     if (pacer_.due()) poll(showProgress);
-    return line;
+    ++linesRead_;
+    if (atEnd()) return {};
+    return cursor_.next();
   }
 
-  bool atEnd() const { return cursor_.atEnd(); }
-  const char* position() const { return cursor_.position(); }
+  /// True at the end of the file.
+  bool atEnd() {
+    if (cursor_.atEnd() && !source_.atFileEnd()) refill();
+    return cursor_.atEnd();
+  }
   std::uint64_t linesRead() const { return linesRead_; }
-  const LineEnds& lineEnds() const { return text_.lineEnds(); }
+  TextSource& source() { return source_; }
   RunMonitor& monitor() { return monitor_; }
 
   /// True once the user has cancelled, as far as the last poll knows.
   bool cancelled() const { return cancelled_; }
+  /// Shows where reading is and asks whether it shall stop.
+  void poll(bool showProgress);
+
+  /// From here on the lines read are kept in memory, for keptLines(), until endKeeping().
+  void beginKeeping() { kept_ = cursor_.position(); }
+  LineRange keptLines() const { return {kept_, cursor_.position()}; }
+  void endKeeping() { kept_ = nullptr; }
+
+  /// The whole lines in memory from the next one on.
+  LineRange window() const { return {cursor_.position(), source_.linesEnd()}; }
+  /// Goes on at a position of the window further on, and counts the lines up to there.
+  void skipTo(const char* position);
+  /// Brings more lines into the window. False at the end of the file.
+  bool extendWindow();
 
   /// Goes on behind the next line whose trimmed text is exactly `text`, counting the lines up to
   /// there. False when there is none: then the reader stands at the end of the file, or anywhere
   /// after a cancel.
   bool skipPastLine(std::string_view text, bool showProgress);
 
-  /// Goes on at a position further on that was reached by other means, and counts the lines up to
-  /// there.
-  void skipTo(const char* position);
-
   /// Back to the first byte; the lines are counted from 0 again.
-  void rewind() {
-    cursor_.seek(text_.begin());
-    linesRead_ = 0;
-  }
+  void rewind();
 
-  /// Shows where reading is and asks whether it shall stop.
-  void poll(bool showProgress) { pollAt(cursor_.position(), showProgress); }
-  void pollAt(const char* position, bool showProgress);
+  /// Number (from 1) of the line that holds a position of the window or of the kept lines; 0 for
+  /// any other position.
+  std::uint64_t lineAt(const char* position) const;
 
  private:
-  bool isWholeLine(const char* start, const char* stop) const;
-
   static constexpr std::uint32_t kLinesPerPoll = 2048;
 
-  const FileText& text_;
+  void refill();
+  bool isWholeLine(const char* start, const char* stop) const;
+  void moveTo(const char* position) {
+    cursor_ = LineCursor({position, source_.linesEnd()}, source_.lineEnds());
+  }
+
+  TextSource& source_;
   RunMonitor& monitor_;
   LineCursor cursor_;
+  const char* kept_ = nullptr;
   Pacer pacer_{kLinesPerPoll};
   std::uint64_t linesRead_ = 0;
   bool cancelled_ = false;

@@ -23,7 +23,8 @@ enum class Fault : std::uint8_t {
 class RunTimeError : public std::runtime_error {
  public:
   /// `subject` is the text that the message quotes (a line, a name); it may be empty.
-  /// `position` points into the drawing's text where the error arose, or is null.
+  /// `position` points into the text that was being read, or is null; it is valid as long as that
+  /// text is.
   RunTimeError(Fault fault, std::string_view subject, const char* position = nullptr)
       : std::runtime_error("run-time error"),
         fault_(fault),
@@ -33,11 +34,15 @@ class RunTimeError : public std::runtime_error {
   Fault fault() const { return fault_; }
   const std::string& subject() const { return subject_; }
   const char* position() const { return position_; }
+  /// Number of the line in the file where the error arose; 0 when it is not known.
+  std::uint64_t line() const { return line_; }
+  void setLine(std::uint64_t line) { line_ = line; }
 
  private:
   Fault fault_;
   std::string subject_;
   const char* position_;
+  std::uint64_t line_ = 0;
 };
 
 }  // namespace quillon::dxf

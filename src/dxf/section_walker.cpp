@@ -42,33 +42,54 @@ void parseTable(Drawing& drawing, const SectionLines& lines) {
   if (equalsUpperCased(name, "STYLE")) parseStyleTable(lines, drawing);
 }
 
+/// Runs a parser on collected lines; its errors learn the line in the file.
+template <typename Parse>
+void withLineNumbers(const LineReader& reader, const Parse& parse) {
+  try {
+    parse();
+  } catch (RunTimeError& error) {
+    if (error.line() == 0) error.setLine(reader.lineAt(error.position()));
+    throw;
+  }
+}
+
 void readTables(Drawing& drawing, LineReader& reader) {
   LineRange lines;
   while (!reader.cancelled() && !reader.atEnd() &&
          collectBetween(reader, "TABLE", "ENDTAB", "ENDSEC", lines, true)) {
-    parseTable(drawing, splitLines(lines, reader.lineEnds()));
+    withLineNumbers(reader, [&] { parseTable(drawing, splitLines(lines, drawing.lineEnds)); });
   }
+}
+
+[[noreturn]] void failAtFileEnd(const LineReader& reader) {
+  RunTimeError error(Fault::TextEndsTooEarly, {});
+  error.setLine(reader.linesRead());
+  throw error;
 }
 
 void readBlocks(Drawing& drawing, LineReader& reader) {
   reader.monitor().setStatus(ReadPhase::Blocks, 0);
   LineRange lines;
   while (!reader.cancelled() && collectBetween(reader, "BLOCK", "ENDBLK", "ENDSEC", lines, true)) {
-    if (lines.begin == nullptr) {
-      throw RunTimeError(Fault::TextEndsTooEarly, {}, reader.position());
-    }
-    parseBlock(drawing, lines, reader);
+    if (lines.begin == nullptr) failAtFileEnd(reader);
+    parseBlock(drawing, lines, reader.lineAt(lines.begin));
     reader.monitor().setStatus(ReadPhase::Blocks, drawing.blocks.size());
   }
 }
 
-void readEntitiesSection(Drawing& drawing, LineReader& reader) {
+void readEntitiesSection(Drawing& drawing, LineReader& reader, EntitySink& sink) {
   reader.monitor().setStatus(ReadPhase::Entities, 0);
   // No drawing holds this line, so no ENDSEC of an earlier section stops the search: intended.
   constexpr std::string_view kNeverMet = "123456733EREW";
   if (searchMarker(reader, "ENTITIES", kNeverMet, true) != Search::Found) return;
   drawing.anySection = true;
-  readEntities(drawing, reader);
+  readEntities(drawing, reader, sink);
+}
+
+bool openSection(Drawing& drawing, LineReader& reader, std::string_view name) {
+  const bool found = !reader.cancelled() && findSection(reader, name, true);
+  drawing.anySection = drawing.anySection || found;
+  return found;
 }
 
 /// Nothing of OBJECTS is kept; reading it carries the reading bar to the end of the file.
@@ -86,19 +107,23 @@ void skipObjects(LineReader& reader, bool endsAtFileEnd) {
 
 }  // namespace
 
-void readDxf(Drawing& drawing, LineReader& reader, bool endsAtFileEnd) {
-  const auto find = [&](std::string_view section) {
-    const bool found = !reader.cancelled() && findSection(reader, section, true);
-    drawing.anySection = drawing.anySection || found;
-    return found;
-  };
+void readDefinitions(Drawing& drawing, LineReader& reader) {
+  drawing.lineEnds = reader.source().lineEnds();
   reader.monitor().setStatus(ReadPhase::Header, 0);
-  if (find("HEADER")) readHeader(drawing, reader);
-  if (find("TABLES")) readTables(drawing, reader);
-  if (find("BLOCKS")) readBlocks(drawing, reader);
-  if (!reader.cancelled()) readEntitiesSection(drawing, reader);
-  if (find("OBJECTS")) skipObjects(reader, endsAtFileEnd);
+  if (openSection(drawing, reader, "HEADER")) readHeader(drawing, reader);
+  if (openSection(drawing, reader, "TABLES")) readTables(drawing, reader);
+  if (openSection(drawing, reader, "BLOCKS")) readBlocks(drawing, reader);
+}
+
+void readContents(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd) {
+  if (!reader.cancelled()) readEntitiesSection(drawing, reader, sink);
+  if (openSection(drawing, reader, "OBJECTS")) skipObjects(reader, endsAtFileEnd);
   reader.poll(true);
+}
+
+void readDxf(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd) {
+  readDefinitions(drawing, reader);
+  readContents(drawing, reader, sink, endsAtFileEnd);
 }
 
 bool findSection(LineReader& reader, std::string_view name, bool showProgress) {
@@ -115,14 +140,14 @@ bool collectBetween(LineReader& reader, std::string_view startMarker, std::strin
   lines = {};
   const Search search = searchMarker(reader, startMarker, stopMarker, showProgress);
   if (search != Search::Found) return search == Search::AtEnd;
-  lines = {reader.position(), reader.position()};
+  reader.beginKeeping();
   bool ended = false;
-  while (!ended && !reader.atEnd()) {
-    if (reader.cancelled()) return false;
+  while (!ended && !reader.atEnd() && !reader.cancelled()) {
     ended = trimBlanks(reader.readDxfLine(showProgress)) == endMarker;
-    lines.end = reader.position();
   }
-  return true;
+  lines = reader.keptLines();
+  reader.endKeeping();
+  return ended || reader.atEnd();
 }
 
 }  // namespace quillon::dxf

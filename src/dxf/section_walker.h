@@ -3,21 +3,29 @@
 #include <string_view>
 
 #include "dxf/drawing.h"
+#include "dxf/entities.h"
 #include "dxf/line_reader.h"
 
 namespace quillon::dxf {
 
-/// Reads a whole drawing: HEADER, TABLES, BLOCKS, ENTITIES, and OBJECTS only to its end. Missing
-/// sections leave their stores empty. `endsAtFileEnd` lets the walk over OBJECTS end at the end of
-/// the file without an ENDSEC; otherwise only a cancel ends it then. Throws RunTimeError for errors
-/// inside tables and blocks.
-void readDxf(Drawing& drawing, LineReader& reader, bool endsAtFileEnd);
+/// Reads HEADER, TABLES and BLOCKS. Missing sections leave their stores empty. Throws RunTimeError,
+/// with its line, for errors inside tables and blocks.
+void readDefinitions(Drawing& drawing, LineReader& reader);
+
+/// Finds ENTITIES, hands its entities to the sink as they are read, and reads OBJECTS only to its
+/// end. `endsAtFileEnd` lets the walk over OBJECTS end at the end of the file without an ENDSEC;
+/// otherwise only a cancel ends it then.
+void readContents(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd);
+
+/// Reads a whole drawing: the definitions, then the contents.
+void readDxf(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd);
 
 /// Reads on until a line whose trimmed text is `name` (exactly, case too). At the end of the file
 /// the reader is rewound and the result is false; a name on the last line counts as not found.
 bool findSection(LineReader& reader, std::string_view name, bool showProgress);
 
-/// Searches for `startMarker` and collects the lines after it up to and including `endMarker`.
+/// Searches for `startMarker` and collects the lines after it up to and including `endMarker`; they
+/// are valid until the reader is used again.
 /// While searching, lines are compared in upper case, afterwards as they are; always trimmed.
 /// False when `stopMarker` came first or the user cancelled, true also at the end of the file.
 bool collectBetween(LineReader& reader, std::string_view startMarker, std::string_view endMarker,

@@ -14,7 +14,7 @@ struct ShortCode {
   std::int16_t code = 0;
 };
 
-/// Reads a line of a FileText without a branch for each character: code lines alternate between
+/// Reads a line of a drawing without a branch for each character: code lines alternate between
 /// one, two and three digits, which a loop would guess wrong.
 inline ShortCode readShortCode(std::string_view line) {
   ShortCode result;

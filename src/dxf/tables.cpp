@@ -94,6 +94,14 @@ class GroupRun {
   std::vector<std::size_t> dashOffsets_;
 };
 
+std::string_view keep(Drawing& drawing, std::string_view text) {
+  return text.empty() ? std::string_view{} : drawing.arena.keep(std::string(text));
+}
+
+std::string_view keepUpper(Drawing& drawing, std::string_view text) {
+  return drawing.arena.keep(upperCase(text, drawing.encoding));
+}
+
 /// Visits every line, also those inside an entry just read, and hands each entry to `add`.
 template <typename AddRecord>
 void walkEntries(const SectionLines& lines, bool keepsLast, const AddRecord& add) {
@@ -124,9 +132,9 @@ bool isTableName(std::string_view text) {
 void parseLineTypeTable(const SectionLines& lines, Drawing& drawing) {
   walkEntries(lines, true, [&drawing](GroupRun& run) {
     LineTypeRec record;
-    record.name = upperCase(run.find(0, kNameCode), drawing.encoding, drawing.arena);
-    record.values = {run.find(1, 3), run.find(2, 73), run.find(3, 40),
-                     run.dashList(4, drawing.arena)};
+    record.name = keepUpper(drawing, run.find(0, kNameCode));
+    record.values = {keep(drawing, run.find(1, 3)), keep(drawing, run.find(2, 73)),
+                     keep(drawing, run.find(3, 40)), run.dashList(4, drawing.arena)};
     drawing.addLineType(record);
   });
 }
@@ -134,8 +142,8 @@ void parseLineTypeTable(const SectionLines& lines, Drawing& drawing) {
 void parseLayerTable(const SectionLines& lines, Drawing& drawing) {
   walkEntries(lines, false, [&drawing](GroupRun& run) {
     LayerRec record;
-    record.name = upperCase(run.find(0, kNameCode), drawing.encoding, drawing.arena);
-    record.values = {run.find(1, 62), run.find(2, 6)};
+    record.name = keepUpper(drawing, run.find(0, kNameCode));
+    record.values = {keep(drawing, run.find(1, 62)), keep(drawing, run.find(2, 6))};
     drawing.addLayer(record);
   });
 }
@@ -143,8 +151,9 @@ void parseLayerTable(const SectionLines& lines, Drawing& drawing) {
 void parseStyleTable(const SectionLines& lines, Drawing& drawing) {
   walkEntries(lines, false, [&drawing](GroupRun& run) {
     TextStyleRec record;
-    record.name = upperCase(run.find(0, kNameCode), drawing.encoding, drawing.arena);
-    record.values = {run.find(1, 40), run.find(2, 41), run.find(3, 71)};
+    record.name = keepUpper(drawing, run.find(0, kNameCode));
+    record.values = {keep(drawing, run.find(1, 40)), keep(drawing, run.find(2, 41)),
+                     keep(drawing, run.find(3, 71))};
     drawing.textStyles.push_back(record);
   });
 }

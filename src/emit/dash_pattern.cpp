@@ -1,5 +1,7 @@
 #include "emit/dash_pattern.h"
 
+#include <string>
+
 #include "dxf/encoding.h"
 #include "dxf/number_text.h"
 
@@ -22,9 +24,11 @@ DashPattern parseDashList(std::string_view list) {
 
 const DashPattern* DashPatterns::find(std::string_view lineType) {
   if (lineType.empty()) return nullptr;
-  const auto [place, isNew] = known_.try_emplace(lineType, nullptr);
-  if (isNew) place->second = load(lineType);
-  return place->second;
+  const auto known = known_.find(lineType);
+  if (known != known_.end()) return known->second;
+  const DashPattern* const pattern = load(lineType);
+  known_.emplace(drawing_.arena.keep(std::string(lineType)), pattern);
+  return pattern;
 }
 
 const DashPattern* DashPatterns::load(std::string_view lineType) {

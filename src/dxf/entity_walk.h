@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string_view>
+
+#include "dxf/drawing.h"
+#include "dxf/line_cursor.h"
+
+namespace quillon::dxf {
+
+/// Walks the lines of a block or of the ENTITIES section pair by pair and finds the entities.
+class EntityWalk {
+ public:
+  /// The walk ends with the lines, or behind the first line that is `endMarker` ("": none is).
+  EntityWalk(Drawing& drawing, LineCursor lines, std::string_view endMarker)
+      : drawing_(drawing), lines_(lines), endMarker_(endMarker) {}
+
+  /// True behind the end marker.
+  bool ended() const { return ended_; }
+  bool atEnd() const { return ended_ || lines_.atEnd(); }
+  const char* position() const { return lines_.position(); }
+
+  /// Reads one entity, or steps over one pair and says false. Throws RunTimeError when a group code
+  /// is none or the lines end too early.
+  bool step(EntitySlots& entity);
+
+  /// After an error: goes on behind the name of the entity that failed.
+  void goBehindFailedName() {
+    lines_.seek(afterName_);
+    ended_ = false;
+  }
+  /// Goes to the next "0" line that an entity name follows. False when the lines end first; then
+  /// the walk stands at the last line that could be such a "0".
+  bool findNextEntity();
+
+ private:
+  std::string_view nextLine();
+  bool isEndMarker(std::string_view line) const {
+    return line.size() == endMarker_.size() && !line.empty() && line == endMarker_;
+  }
+  void readGroups(EntitySlots& entity);
+  void noteUnknown(std::string_view name);
+
+  Drawing& drawing_;
+  LineCursor lines_;
+  std::string_view endMarker_;
+  const char* afterName_ = nullptr;
+  bool ended_ = false;
+};
+
+}  // namespace quillon::dxf

@@ -1,0 +1,176 @@
+#include "dxf/text_source.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <new>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "dxf/byte_scan.h"
+#include "dxf/utf8_check.h"
+
+namespace quillon::dxf {
+namespace {
+
+[[noreturn]] void failReading() { throw ReadError(std::generic_category().message(errno)); }
+
+/// Size of a stream that can be read again from its start, or -1.
+long long seekableSize(std::FILE* stream) {
+#ifdef _WIN32
+  if (_fseeki64(stream, 0, SEEK_END) != 0) return -1;
+  return _ftelli64(stream);
+#else
+  if (fseeko(stream, 0, SEEK_END) != 0) return -1;
+  return ftello(stream);
+#endif
+}
+
+void seekToStart(std::FILE* stream) {
+  if (std::fseek(stream, 0, SEEK_SET) != 0) failReading();
+}
+
+}  // namespace
+
+TextSource::TextSource(std::string_view bytes) : fileSize_(bytes.size()) {
+  grow(bytes.size());
+  std::copy(bytes.begin(), bytes.end(), data_.get());
+  addBytes(bytes.size());
+  atFileEnd_ = true;
+  finishWindow();
+}
+
+TextSource::TextSource(std::FILE* stream, std::string_view head) : stream_(stream) {
+  const long long size = seekableSize(stream);
+  if (size >= 0) {
+    fileSize_ = static_cast<std::uint64_t>(size);
+    grow(kWindow);
+    rewind();
+    return;
+  }
+  std::clearerr(stream);
+  grow(std::max(kWindow, 2 * head.size()));
+  std::copy(head.begin(), head.end(), data_.get());
+  addBytes(head.size());
+  while (readMore()) {
+    if (size_ == capacity_) grow(2 * capacity_);
+  }
+  fileSize_ = bytesRead_;
+  stream_ = nullptr;
+  finishWindow();
+}
+
+const char* TextSource::refill(const char* keep) {
+  const auto dropped = static_cast<std::size_t>(keep - begin());
+  const std::size_t kept = size_ - dropped;
+  if (atFileEnd_) return keep;
+  std::memmove(data_.get(), keep, kept);
+  const std::size_t known = wholeLines_ - dropped;
+  size_ = kept;
+  do {
+    // Much room behind what is kept: an entity that did not fit is begun anew each time.
+    if (size_ > capacity_ / 4) grow(2 * capacity_);
+    readMore();
+    finishWindow();
+  } while (!atFileEnd_ && wholeLines_ <= known);
+  return begin();
+}
+
+void TextSource::rewind() {
+  if (stream_ == nullptr) return;
+  seekToStart(stream_);
+  size_ = wholeLines_ = 0;
+  bytesRead_ = 0;
+  lastByte_ = '\0';
+  atFileEnd_ = false;
+  refill(begin());
+}
+
+std::uint64_t TextSource::offsetOf(const char* position) const {
+  return bytesRead_ - static_cast<std::uint64_t>(end() - position);
+}
+
+bool TextSource::isUtf8(const std::function<bool()>& cancelled) {
+  Utf8Check check;
+  if (stream_ == nullptr) {
+    check.add({begin(), size_});
+    return check.complete();
+  }
+  const auto block = std::make_unique_for_overwrite<char[]>(kWindow);
+  seekToStart(stream_);
+  while (check.valid() && !cancelled()) {
+    const std::size_t got = std::fread(block.get(), 1, kWindow, stream_);
+    if (std::ferror(stream_) != 0) failReading();
+    if (got == 0) break;
+    check.add({block.get(), got});
+  }
+  const bool whole = std::feof(stream_) != 0 && check.complete();
+#ifdef _WIN32
+  const bool back = _fseeki64(stream_, static_cast<long long>(bytesRead_), SEEK_SET) == 0;
+#else
+  const bool back = fseeko(stream_, static_cast<off_t>(bytesRead_), SEEK_SET) == 0;
+#endif
+  if (!back) failReading();
+  return whole;
+}
+
+void TextSource::grow(std::size_t capacity) {
+  void* const grown = std::realloc(data_.get(), capacity + kMargin);
+  if (grown == nullptr) throw std::bad_alloc();
+  static_cast<void>(data_.release());
+  data_.reset(static_cast<char*>(grown));
+  capacity_ = capacity;
+}
+
+bool TextSource::readMore() {
+  const std::size_t wanted = capacity_ - size_;
+  const std::size_t got = std::fread(data_.get() + size_, 1, wanted, stream_);
+  if (got < wanted) {
+    if (std::ferror(stream_) != 0) failReading();
+    atFileEnd_ = true;
+  }
+  addBytes(got);
+  return !atFileEnd_;
+}
+
+/// Takes bytes that stand behind the window into it, with regular line ends.
+void TextSource::addBytes(std::size_t count) {
+  char* const start = data_.get() + size_;
+  const std::string_view bytes(start, count);
+  bytesRead_ += count;
+  if (!lineEnds_.eolDetected) {
+    const std::size_t first = bytes.find_first_of("\r\n");
+    lineEnds_.eolDetected = first != std::string_view::npos;
+    if (lineEnds_.eolDetected && bytes[first] == '\r') {
+      std::swap(lineEnds_.eolChar, lineEnds_.eolOther);
+    }
+  }
+  const auto [eol, other, detected] = lineEnds_;
+  char* out = start + count;
+  if (detected && count > 0 &&
+      ((bytes.front() == other && lastByte_ != eol) || hasWithoutBefore(bytes, other, eol))) {
+    out = start;
+    char previous = lastByte_;
+    for (const char c : bytes) {
+      const char current = c;  // the place of c may be overwritten
+      if (current != other || previous == eol) *out++ = current;
+      previous = current;
+    }
+    lastByte_ = previous;
+  } else if (count > 0) {
+    lastByte_ = bytes.back();
+  }
+  size_ = static_cast<std::size_t>(out - data_.get());
+}
+
+void TextSource::finishWindow() {
+  wholeLines_ = size_;
+  if (!atFileEnd_) {
+    const std::size_t last = std::string_view(begin(), size_).rfind(lineEnds_.eolChar);
+    wholeLines_ = last == std::string_view::npos ? 0 : last + 1;
+  }
+  for (std::size_t i = 0; i < kMargin; ++i) data_.get()[size_ + i] = i % 2 == 0 ? '\n' : '\r';
+}
+
+}  // namespace quillon::dxf
