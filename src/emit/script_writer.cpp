@@ -45,20 +45,29 @@ ScriptWriter& ScriptWriter::number(double value) {
 ScriptWriter& ScriptWriter::formatPoint(double x, double y) {
   x += format_.offsetX;
   y += format_.offsetY;
+  // A wire often starts where the last one ended.
+  if (x != lastPoint_.x || y != lastPoint_.y) writeLastPoint(x, y);
+  if (lastPoint_.outOfRange) rangeWarning_ = rangeFlag_ = true;
+  return text({lastPoint_.text.data(), lastPoint_.length});
+}
+
+void ScriptWriter::writeLastPoint(double x, double y) {
   if (!std::isfinite(x) || !std::isfinite(y)) failNotFinite();
-  if (std::fabs(x) > limit_ || std::fabs(y) > limit_) rangeWarning_ = rangeFlag_ = true;
+  lastPoint_.outOfRange = std::fabs(x) > limit_ || std::fabs(y) > limit_;
+  lastPoint_.x = x;
+  lastPoint_.y = y;
   if (x < extents_.minX) extents_.minX = x;
   if (x > extents_.maxX) extents_.maxX = x;
   if (y < extents_.minY) extents_.minY = y;
   if (y > extents_.maxY) extents_.maxY = y;
-  if (room() < 2 * kNumberRoom + 4) flush();
-  *cursor_++ = '(';
-  if (format_.relativeCoords != 0) *cursor_++ = 'R';
-  cursor_ = formatNumber(x, cursor_);
-  *cursor_++ = ' ';
-  cursor_ = formatNumber(y, cursor_);
-  *cursor_++ = ')';
-  return *this;
+  char* out = lastPoint_.text.data();
+  *out++ = '(';
+  if (format_.relativeCoords != 0) *out++ = 'R';
+  out = formatNumber(x, out);
+  *out++ = ' ';
+  out = formatNumber(y, out);
+  *out++ = ')';
+  lastPoint_.length = static_cast<std::size_t>(out - lastPoint_.text.data());
 }
 
 void ScriptWriter::line(std::string_view content) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -88,8 +89,18 @@ class ScriptWriter {
  private:
   static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
 
+  /// The point written last, offsets included.
+  struct WrittenPoint {
+    double x = std::numeric_limits<double>::quiet_NaN();
+    double y = std::numeric_limits<double>::quiet_NaN();
+    bool outOfRange = false;
+    std::size_t length = 0;
+    std::array<char, 2 * kNumberRoom + 4> text;
+  };
+
   std::size_t room() const { return static_cast<std::size_t>(end_ - cursor_); }
   ScriptWriter& longText(std::string_view text);
+  void writeLastPoint(double x, double y);
 
   ScriptSink& sink_;
   CoordinateFormat format_;
@@ -101,6 +112,7 @@ class ScriptWriter {
   bool rangeFlag_ = false;
   bool rangeWarning_ = false;
   Extents extents_;
+  WrittenPoint lastPoint_;
 };
 
 }  // namespace quillon::emit
