@@ -118,7 +118,7 @@ class Conversion {
     Entities(emit::Translator& translator, double scale) : translator_(translator) {
       placement_.scaleX = placement_.scaleY = scale;
     }
-    void takeEntity(const dxf::EntitySlots& entity) override {
+    void takeEntity(dxf::DxfEntity& entity) override {
       translator_.translateEntity(entity, placement_);
     }
 

@@ -74,7 +74,7 @@ class SectionReading {
   Drawing& drawing_;
   LineReader& reader_;
   EntitySink& sink_;
-  EntitySlots entity_;
+  DxfEntity entity_;
   Pacer pacer_{kPairsPerPoll};
   std::uint64_t count_ = 0;
   bool lost_ = false;  ///< looking for the next entity after an error

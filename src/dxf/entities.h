@@ -9,8 +9,9 @@ namespace quillon::dxf {
 class EntitySink {
  public:
   virtual ~EntitySink() = default;
-  /// The entity's texts are valid during the call only. Errors end the reading.
-  virtual void takeEntity(const EntitySlots& entity) = 0;
+  /// The entity, which may be completed; its texts are valid during the call only. Errors end the
+  /// reading.
+  virtual void takeEntity(DxfEntity& entity) = 0;
 };
 
 /// Reads the entities of the ENTITIES section in file order: from the reader's position to the line

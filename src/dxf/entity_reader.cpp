@@ -18,27 +18,15 @@ GroupCursor EntityReader::groups(const DxfEntity& entity) const {
   return GroupCursor(LineCursor({entity.groups, entity.groupsEnd}, drawing_.lineEnds));
 }
 
-void EntityReader::readEntity(const EntitySlots& stored, DxfEntity& entity) {
-  const SlotLayout& layout = slotLayout(stored.kind);
-  entity.kind = stored.kind;
-  entity.slotCount = layout.slotCount;
-  entity.groups = stored.groups;
-  entity.groupsEnd = stored.groupsEnd;
-  entity.sideIndex = stored.sideIndex;
+void EntityReader::complete(DxfEntity& entity) {
+  const SlotLayout& layout = slotLayout(entity.kind);
   entity.layer = nullptr;
-  entity.values.fill({});
   if (layout.slotCount == 0) return;
-
-  for (std::uint32_t rest = stored.filled; rest != 0; rest &= rest - 1) {
-    const auto slot = static_cast<std::size_t>(std::countr_zero(rest));
-    entity.values[slot] = stored.values[slot];
-  }
   finishKind(entity);
-
-  entity.layer = &layerLineType(entity.values[layout.layer]);
-  entity.values[layout.layer] = entity.layer->name;
-  std::string_view& lineType = entity.values[layout.lineType];
-  lineType = lineType.empty() ? entity.layer->lineType : upperName(lineType);
+  entity.layer = &layerLineType(entity.value(layout.layer));
+  entity.setValue(layout.layer, entity.layer->name);
+  const std::string_view lineType = entity.value(layout.lineType);
+  entity.setValue(layout.lineType, lineType.empty() ? entity.layer->lineType : upperName(lineType));
 }
 
 void EntityReader::finishKind(DxfEntity& entity) {
@@ -46,13 +34,14 @@ void EntityReader::finishKind(DxfEntity& entity) {
     case EntityKind::Vertex: {
       // A bulge too small to show is stored as a plain zero: intended.
       constexpr double kSmallestBulge = 1e-6;
-      std::string_view& bulge = entity.values[kVertexBulgeSlot];
-      if (std::fabs(numberValue(bulge)) < kSmallestBulge) bulge = "0";
+      if (std::fabs(entity.number(kVertexBulgeSlot)) < kSmallestBulge) {
+        entity.setValue(kVertexBulgeSlot, "0");
+      }
       break;
     }
     case EntityKind::Insert:
     case EntityKind::Dimension:
-      entity.values[kBlockNameSlot] = upperName(entity.values[kBlockNameSlot]);
+      entity.setValue(kBlockNameSlot, upperName(entity.value(kBlockNameSlot)));
       break;
     default:
       break;
@@ -60,7 +49,10 @@ void EntityReader::finishKind(DxfEntity& entity) {
 }
 
 const LayerUse& EntityReader::layerLineType(std::string_view layerName) {
-  if (lastLayer_ != nullptr && layerName == lastLayerName_) return *lastLayer_;
+  const std::size_t bits =
+      layerName.empty() ? 0 : layerName.size() * 5 + static_cast<unsigned char>(layerName.back());
+  RecentLayer& recent = recentLayers_[bits % recentLayers_.size()];
+  if (recent.use != nullptr && layerName == recent.name) return *recent.use;
   auto place = layers_.find(layerName);
   if (place == layers_.end()) {
     LayerUse use;
@@ -72,8 +64,7 @@ const LayerUse& EntityReader::layerLineType(std::string_view layerName) {
     }
     place = layers_.emplace(drawing_.arena.keep(std::string(layerName)), use).first;
   }
-  lastLayerName_ = place->first;
-  lastLayer_ = &place->second;
+  recent = {place->first, &place->second};
   return place->second;
 }
 

@@ -28,7 +28,7 @@ std::uint64_t getWide(const std::uint32_t*& in) {
 
 }  // namespace
 
-void EntityStore::append(EntityList& list, const EntitySlots& entity) {
+void EntityStore::append(EntityList& list, const DxfEntity& entity) {
   std::uint32_t* const start = reserve(kMostWords);
   if (list.count == 0) list.first = used_;
   ++list.count;
@@ -65,7 +65,7 @@ std::uint32_t* EntityStore::reserve(std::uint64_t words) {
   return chunks_.back().get() + used_ % kChunkWords;
 }
 
-bool EntityCursor::next(EntitySlots& entity) {
+bool EntityCursor::next(DxfEntity& entity) {
   if (left_ == 0) return false;
   --left_;
   const std::uint32_t* start = store_.at(place_);

@@ -8,19 +8,44 @@
 #include <vector>
 
 #include "dxf/entity_kinds.h"
+#include "dxf/number_text.h"
 
 namespace quillon::dxf {
 
-/// The texts of one entity's slots as they stand in the drawing.
-struct EntitySlots {
+/// What the reader knows of a layer by the name that an entity gives.
+struct LayerUse {
+  std::string_view name;      ///< upper-cased
+  std::string_view lineType;  ///< as the layer table holds it; "" when the layer is not in it
+  std::size_t number = 0;     ///< dense, from 0 in order of first use
+};
+
+/// One entity: the texts of its slots as they stand in the drawing, and after
+/// EntityReader::complete() in their final form.
+struct DxfEntity {
   EntityKind kind = EntityKind::None;
   const char* groups = nullptr;  ///< the entity's first group in the text
   /// Only for the kinds with a side record (vertex list or spline data): end of the line that ended
   /// the groups, and the number of the record.
   const char* groupsEnd = nullptr;
   std::uint64_t sideIndex = 0;
-  std::uint32_t filled = 0;                        ///< bit n: slot n has a group of its own
+  std::uint32_t filled = 0;                        ///< bit n: slot n has a text
   std::array<std::string_view, kMaxSlots> values;  ///< valid where filled
+  /// The entity's layer, once complete; null for SEQEND, which has no slots.
+  const LayerUse* layer = nullptr;
+
+  /// Number of slots of the kind.
+  std::size_t slotCount() const { return slotLayout(kind).slotCount; }
+  /// The text of a slot; "" for a slot whose group is absent.
+  std::string_view value(std::size_t slot) const {
+    return slot < kMaxSlots && (filled >> slot & 1U) != 0 ? values[slot] : std::string_view{};
+  }
+  /// The number in a slot; 0 for an absent one.
+  double number(std::size_t slot) const { return numberValue(value(slot)); }
+
+  void setValue(std::size_t slot, std::string_view text) {
+    values[slot] = text;
+    filled |= 1U << slot;
+  }
 };
 
 /// True for the kinds whose groups are read once more for a vertex list or spline data.
@@ -43,7 +68,7 @@ class EntityStore {
   /// An empty list behind all entities stored so far.
   EntityList startList() const { return {used_, 0}; }
   /// Stores an entity as the last one of the list that was started last.
-  void append(EntityList& list, const EntitySlots& entity);
+  void append(EntityList& list, const DxfEntity& entity);
 
  private:
   friend class EntityCursor;
@@ -64,7 +89,7 @@ class EntityCursor {
   EntityCursor(const EntityStore& store, const EntityList& list)
       : store_(store), place_(list.first), left_(list.count) {}
 
-  bool next(EntitySlots& entity);
+  bool next(DxfEntity& entity);
 
  private:
   const EntityStore& store_;

@@ -7,7 +7,7 @@
 
 namespace quillon::dxf {
 
-bool EntityWalk::step(EntitySlots& entity) {
+bool EntityWalk::step(DxfEntity& entity) {
   afterName_ = lines_.position();
   const std::string_view code = nextLine();
   const std::string_view name = nextLine();
@@ -48,7 +48,7 @@ std::string_view EntityWalk::nextLine() {
   return line;
 }
 
-void EntityWalk::readGroups(EntitySlots& entity) {
+void EntityWalk::readGroups(DxfEntity& entity) {
   entity.groups = lines_.position();
   entity.filled = 0;
   const auto& slotOfCode = slotLayout(entity.kind).slotOfCode;
@@ -64,8 +64,7 @@ void EntityWalk::readGroups(EntitySlots& entity) {
     // Every slot takes the first occurrence of its group code.
     const std::uint8_t slot = slotOfCode[static_cast<std::size_t>(group.code)];
     if (slot == kNoSlot || (entity.filled >> slot & 1U) != 0) continue;
-    entity.filled |= 1U << slot;
-    entity.values[slot] = group.value;
+    entity.setValue(slot, group.value);
   }
   lines_ = groups.lines();
   entity.sideIndex = 0;

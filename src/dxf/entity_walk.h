@@ -21,7 +21,7 @@ class EntityWalk {
 
   /// Reads one entity, or steps over one pair and says false. Throws RunTimeError when a group code
   /// is none or the lines end too early.
-  bool step(EntitySlots& entity);
+  bool step(DxfEntity& entity);
 
   /// After an error: goes on behind the name of the entity that failed.
   void goBehindFailedName() {
@@ -35,9 +35,10 @@ class EntityWalk {
  private:
   std::string_view nextLine();
   bool isEndMarker(std::string_view line) const {
-    return line.size() == endMarker_.size() && !line.empty() && line == endMarker_;
+    return !line.empty() && line.size() == endMarker_.size() &&
+           line.front() == endMarker_.front() && line == endMarker_;
   }
-  void readGroups(EntitySlots& entity);
+  void readGroups(DxfEntity& entity);
   void noteUnknown(std::string_view name);
 
   Drawing& drawing_;

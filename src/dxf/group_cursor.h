@@ -26,7 +26,7 @@ class GroupCursor {
     const std::string_view line = lines_.peek();
     const ShortCode code = readShortCode(line);
     if (code.known) {
-      if (code.isPlainZero) return false;
+      if (code.code == 0) return false;
       group.code = code.code;
     } else {
       const std::string_view text = trimBlanks(line);

@@ -1,47 +1,56 @@
 #pragma once
 
+#include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
 
 namespace quillon::dxf {
 
-/// A group-code line in its usual form: blanks, then digits, four characters at most.
+/// Four characters as one word, the first one lowest.
+constexpr std::uint32_t charactersWord(char a, char b, char c, char d) {
+  const auto byte = [](char x) {
+    return static_cast<std::uint32_t>(static_cast<unsigned char>(x));
+  };
+  return byte(a) | byte(b) << 8 | byte(c) << 16 | byte(d) << 24;
+}
+
+/// The usual form of each group code below 1000: right-aligned in four characters after blanks. 0,
+/// which is no text, stands behind them, so that any three half bytes lead into the table.
+constexpr auto makeUsualForms() {
+  constexpr std::size_t kCodes = 1000;
+  constexpr std::size_t kReachable = 15 * 111 + 1;
+  std::array<std::uint32_t, kReachable> forms{};
+  for (std::size_t code = 0; code < kCodes; ++code) {
+    const auto digit = [](std::size_t value) { return static_cast<char>('0' + value % 10); };
+    forms[code] = charactersWord(' ', code < 100 ? ' ' : digit(code / 100),
+                                 code < 10 ? ' ' : digit(code / 10), digit(code));
+  }
+  return forms;
+}
+inline constexpr auto kUsualForms = makeUsualForms();
+
+/// A group-code line in its usual form: blanks, then one to three digits without leading zeros.
 struct ShortCode {
-  bool known = false;        ///< the line is in this form; otherwise read it the long way
-  bool isPlainZero = false;  ///< the trimmed line is exactly "0"
+  bool known = false;  ///< the line is in this form; otherwise read it the long way
   std::int16_t code = 0;
 };
 
-/// Reads a line of a drawing without a branch for each character: code lines alternate between
-/// one, two and three digits, which a loop would guess wrong.
+/// Reads a line of a drawing without a branch for each character: code lines alternate between one,
+/// two and three digits, which a loop would guess wrong.
 inline ShortCode readShortCode(std::string_view line) {
-  ShortCode result;
-  if constexpr (std::endian::native == std::endian::little) {
-    constexpr std::uint32_t kBlanks = 0x20202020U;
-    if (line.size() - 1 >= sizeof kBlanks) return result;
-    std::uint32_t word = 0;
-    std::memcpy(&word, line.data(), sizeof word);  // the text's margin makes four bytes readable
-
-    // The characters at the end of four bytes, blanks before them.
-    const auto shift = static_cast<std::uint32_t>(32 - 8 * line.size());
-    const std::uint32_t text = (word << shift) | (kBlanks & ((std::uint32_t{1} << shift) - 1));
-    const std::uint32_t bytes = text ^ 0x30303030U;  // 0..9 for digits, 0x10 for blanks
-    const std::uint32_t blanks = bytes & 0x10101010U;
-    const std::uint32_t digits = bytes & 0x0F0F0F0FU;
-    const std::uint32_t bad = (bytes & 0xE0E0E0E0U) |                    // neither nor
-                              ((digits + 0x06060606U) & 0x10101010U) |   // behind "9"
-                              (bytes & (blanks - (blanks >> 4))) |       // behind the blank
-                              ((~blanks << 8) & blanks & 0x10101000U) |  // blank after digit
-                              (blanks & 0x10000000U);                    // no digit at all
-    if (bad != 0) return result;
-    const std::uint32_t pairs = digits * 10 + (digits >> 8);
-    result.known = true;
-    result.isPlainZero = text == 0x30202020U;
-    result.code = static_cast<std::int16_t>((pairs & 0xFFU) * 100 + (pairs >> 16 & 0xFFU));
-  }
-  return result;
+  if constexpr (std::endian::native != std::endian::little) return {};
+  if (line.size() - 1 >= sizeof(std::uint32_t)) return {};
+  std::uint32_t word = 0;
+  std::memcpy(&word, line.data(), sizeof word);  // the text's margin makes four bytes readable
+  const auto shift = static_cast<std::uint32_t>(32 - 8 * line.size());
+  constexpr std::uint32_t kBlanks = charactersWord(' ', ' ', ' ', ' ');
+  const std::uint32_t text = (word << shift) | (kBlanks & ((std::uint32_t{1} << shift) - 1));
+  // The lower half of a blank counts as 0, and so does that of "0".
+  const std::uint32_t code = (text >> 24 & 15U) + 10 * (text >> 16 & 15U) + 100 * (text >> 8 & 15U);
+  return {kUsualForms[code] == text, static_cast<std::int16_t>(code)};
 }
 
 }  // namespace quillon::dxf

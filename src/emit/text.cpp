@@ -10,37 +10,42 @@ namespace {
 /// EAGLE's text size in terms of the drawing's text height.
 constexpr double kSizeOfHeight = 0.6;
 
+/// A text to be replaced and its replacement, in both encodings of drawings.
 struct Replacement {
   std::string_view wanted;
   std::string_view by;
+  std::string_view wanted1252;
+  std::string_view by1252;
 };
 
 /// Control codes in their fixed order: signs, underline and overline, then the German letters by
-/// their numbers in code page 437; last, as UTF-8, the characters that bytes of that code page were
-/// taken for. The last ones apply to every text, genuine characters included: intended.
-constexpr std::array<Replacement, 16> kControlCodes = {{{"%%p", "±"},
-                                                        {"%%d", "°"},
-                                                        {"%%c", "ø"},
-                                                        {"%%P", "±"},
-                                                        {"%%D", "°"},
-                                                        {"%%C", "ø"},
-                                                        {"%%%", "%"},
-                                                        {"%%u", ""},
-                                                        {"%%o", ""},
-                                                        {"%%132", "ä"},
-                                                        {"%%148", "ö"},
-                                                        {"%%129", "ü"},
-                                                        {"%%225", "ß"},
-                                                        {"%%142", "Ä"},
-                                                        {"%%153", "Ö"},
-                                                        {"%%154", "Ü"}}};
-constexpr std::array<Replacement, 7> kMistakenCharacters = {{{"\u201E", "ä"},
-                                                             {"\u201D", "ö"},
-                                                             {"\xC2\x81", "ü"},
-                                                             {"\u00E1", "ß"},
-                                                             {"\u017D", "Ä"},
-                                                             {"\u2122", "Ö"},
-                                                             {"\u0161", "Ü"}}};
+/// their numbers in code page 437.
+constexpr std::array<Replacement, 16> kControlCodes = {{{"%%p", "±", "%%p", "\xB1"},
+                                                        {"%%d", "°", "%%d", "\xB0"},
+                                                        {"%%c", "ø", "%%c", "\xF8"},
+                                                        {"%%P", "±", "%%P", "\xB1"},
+                                                        {"%%D", "°", "%%D", "\xB0"},
+                                                        {"%%C", "ø", "%%C", "\xF8"},
+                                                        {"%%%", "%", "%%%", "%"},
+                                                        {"%%u", "", "%%u", ""},
+                                                        {"%%o", "", "%%o", ""},
+                                                        {"%%132", "ä", "%%132", "\xE4"},
+                                                        {"%%148", "ö", "%%148", "\xF6"},
+                                                        {"%%129", "ü", "%%129", "\xFC"},
+                                                        {"%%225", "ß", "%%225", "\xDF"},
+                                                        {"%%142", "Ä", "%%142", "\xC4"},
+                                                        {"%%153", "Ö", "%%153", "\xD6"},
+                                                        {"%%154", "Ü", "%%154", "\xDC"}}};
+
+/// Characters that bytes of code page 437 were taken for. They are replaced in every text, genuine
+/// ones included: intended.
+constexpr std::array<Replacement, 7> kMistakenCharacters = {{{"\u201E", "ä", "\x84", "\xE4"},
+                                                             {"\u201D", "ö", "\x94", "\xF6"},
+                                                             {"\xC2\x81", "ü", "\x81", "\xFC"},
+                                                             {"\u00E1", "ß", "\xE1", "\xDF"},
+                                                             {"\u017D", "Ä", "\x8E", "\xC4"},
+                                                             {"\u2122", "Ö", "\x99", "\xD6"},
+                                                             {"\u0161", "Ü", "\x9A", "\xDC"}}};
 
 /// Replaces from left to right in one pass, so that a text of any length costs its length.
 void replaceAll(std::string& text, std::string_view wanted, std::string_view by) {
@@ -59,8 +64,9 @@ void replaceAll(std::string& text, std::string_view wanted, std::string_view by)
 template <std::size_t N>
 void replaceRows(std::string& text, const std::array<Replacement, N>& rows,
                  dxf::Encoding encoding) {
-  for (const auto& [wanted, by] : rows) {
-    replaceAll(text, dxf::fromUtf8(wanted, encoding), dxf::fromUtf8(by, encoding));
+  const bool utf8 = encoding == dxf::Encoding::Utf8;
+  for (const Replacement& row : rows) {
+    replaceAll(text, utf8 ? row.wanted : row.wanted1252, utf8 ? row.by : row.by1252);
   }
 }
 

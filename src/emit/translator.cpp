@@ -86,9 +86,8 @@ Translator::Translator(EmitContext& context, dxf::Drawing& drawing, LayerNumbers
       polyline_(context),
       expanding_(drawing.blocks.size(), 0) {}
 
-void Translator::translateEntity(const dxf::EntitySlots& stored, const Placement& placement) {
-  DxfEntity entity;
-  reader_.readEntity(stored, entity);
+void Translator::translateEntity(DxfEntity& entity, const Placement& placement) {
+  reader_.complete(entity);
   currentPosition_ = entity.groups;
   if (entity.kind != EntityKind::Vertex) polyline_.finish();
   ++counts_[static_cast<std::size_t>(countedAs(entity.kind))];
@@ -103,7 +102,7 @@ void Translator::translateBlock(std::size_t blockIndex, const Placement& placeme
   expanding_[blockIndex] = 1;
   ++depth_;
   dxf::EntityCursor items(drawing_.store, drawing_.blocks[blockIndex].items);
-  for (dxf::EntitySlots item; items.next(item) && !context_.cancelled();) {
+  for (DxfEntity item; items.next(item) && !context_.cancelled();) {
     translateEntity(item, placement);
   }
   finishList();

@@ -41,8 +41,8 @@ class Translator {
   void setBlockParts(BlockParts* parts) { parts_ = parts; }
 
   /// Writes the script lines of one entity. VERTEX entities belong to the POLYLINE before them in
-  /// the list; whatever else comes ends its run.
-  void translateEntity(const dxf::EntitySlots& stored, const Placement& placement);
+  /// the list; whatever else comes ends its run. Completes the entity.
+  void translateEntity(dxf::DxfEntity& entity, const Placement& placement);
 
   /// Ends the run of a POLYLINE at the end of its list.
   void finishList() { polyline_.finish(); }
