@@ -1,6 +1,6 @@
 #pragma once
 
-#include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -11,6 +11,23 @@ namespace quillon::dxf {
 inline std::uint64_t loadDigits(const char* p) {
   std::uint64_t word = 0;
   std::memcpy(&word, p, sizeof word);
+  return word ^ 0x3030303030303030U;
+}
+
+/// The same for fewer than eight characters; the bytes behind them are no digits.
+inline std::uint64_t loadFewDigits(const char* p, std::size_t count) {
+  std::uint64_t word = 0;
+  if (count >= 4) {
+    std::uint32_t first = 0;
+    std::uint32_t last = 0;
+    std::memcpy(&first, p, sizeof first);
+    std::memcpy(&last, p + count - sizeof last, sizeof last);
+    word = first | std::uint64_t{last} << (8 * (count - sizeof last));
+  } else {
+    for (std::size_t i = 0; i < count; ++i) {
+      word |= std::uint64_t{static_cast<unsigned char>(p[i])} << (8 * i);
+    }
+  }
   return word ^ 0x3030303030303030U;
 }
 

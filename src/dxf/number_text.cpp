@@ -111,6 +111,26 @@ double valueOf(const NumberParts& parts) {
   return parts.negative ? -value : value;
 }
 
+/// A short number: digits with "." or without, seven characters at most.
+bool readShortNumber(const char* start, std::size_t length, double& value) {
+  if (length == 0) return false;
+  const std::uint64_t word = loadFewDigits(start, length);
+  const std::size_t whole = static_cast<std::size_t>(std::countr_zero(nonDigits(word))) / 8;
+  if (whole == 0) return false;
+  std::uint64_t mantissa = digitBlockValue(word << (64 - 8 * whole));
+  std::size_t places = 0;
+  if (whole < length) {
+    places = length - whole - 1;
+    if (start[whole] != '.' || places == 0) return false;
+    const std::size_t dropped = 8 * (8 - places);
+    const std::uint64_t fraction = word << (8 * (8 - length)) >> dropped << dropped;
+    if (nonDigits(fraction) != 0) return false;
+    mantissa = mantissa * kIntegerPowersOfTen[places] + digitBlockValue(fraction);
+  }
+  value = static_cast<double>(mantissa) / kPowersOfTen[places];
+  return true;
+}
+
 /// The usual coordinate: a sign perhaps, up to seven digits, ".", up to 16 digits, nothing else.
 /// Taken eight characters at a time; false for any other form.
 bool readCoordinate(std::string_view text, double& value) {
@@ -118,7 +138,11 @@ bool readCoordinate(std::string_view text, double& value) {
   const bool negative = !text.empty() && text.front() == '-';
   const char* const start = text.data() + (negative ? 1 : 0);
   const char* const end = text.data() + text.size();
-  if (end - start < 8) return false;
+  if (end - start < 8) {
+    if (!readShortNumber(start, static_cast<std::size_t>(end - start), value)) return false;
+    if (negative) value = -value;
+    return true;
+  }
   const std::uint64_t head = loadDigits(start);
   const auto whole = static_cast<unsigned>(std::countr_zero(nonDigits(head))) / 8;
   if (whole == 0 || whole == 8 || start[whole] != '.') return false;

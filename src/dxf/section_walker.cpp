@@ -141,13 +141,10 @@ bool collectBetween(LineReader& reader, std::string_view startMarker, std::strin
   const Search search = searchMarker(reader, startMarker, stopMarker, showProgress);
   if (search != Search::Found) return search == Search::AtEnd;
   reader.beginKeeping();
-  bool ended = false;
-  while (!ended && !reader.atEnd() && !reader.cancelled()) {
-    ended = trimBlanks(reader.readDxfLine(showProgress)) == endMarker;
-  }
+  const bool ended = reader.skipPastLine(endMarker, showProgress);
   lines = reader.keptLines();
   reader.endKeeping();
-  return ended || reader.atEnd();
+  return ended || !reader.cancelled();
 }
 
 }  // namespace quillon::dxf

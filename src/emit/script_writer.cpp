@@ -1,7 +1,5 @@
 #include "emit/script_writer.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 
 #include "dxf/run_time_error.h"
@@ -76,10 +74,12 @@ void ScriptWriter::line(std::string_view content) {
 }
 
 void ScriptWriter::writeLayer(int layer) {
-  std::array<char, 16> digits{};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), layer).ptr;
-  text(layer < 0 ? "Layer " : "Layer  ");
-  text({digits.data(), static_cast<std::size_t>(end - digits.data())}).text(" ;\r\n");
+  if (layerLine_.empty() || layer != layerOfLine_) {
+    layerLine_ = layer < 0 ? "Layer " : "Layer  ";
+    layerLine_ += std::to_string(layer) + " ;\r\n";
+    layerOfLine_ = layer;
+  }
+  text(layerLine_);
 }
 
 void ScriptWriter::finishCommand(std::uint32_t lines) {

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "emit/number_format.h"
@@ -113,6 +114,8 @@ class ScriptWriter {
   bool rangeWarning_ = false;
   Extents extents_;
   WrittenPoint lastPoint_;
+  std::string layerLine_;  ///< the layer line written last
+  int layerOfLine_ = 0;
 };
 
 }  // namespace quillon::emit
