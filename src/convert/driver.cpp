@@ -115,16 +115,28 @@ class Conversion {
   /// Hands the entities on to the translator as they are read.
   class Entities : public dxf::EntitySink {
    public:
-    Entities(emit::Translator& translator, double scale) : translator_(translator) {
+    Entities(emit::Translator& translator, double scale, const dxf::TextSource& text,
+             RunControl& control)
+        : translator_(translator), text_(text), control_(control) {
       placement_.scaleX = placement_.scaleY = scale;
     }
+
     void takeEntity(dxf::DxfEntity& entity) override {
+      // The bar of converting shows how far into the file the entity stands.
+      if (pacer_.due()) {
+        control_.setProgress(true, text_.offsetOf(entity.groups), text_.fileSize());
+      }
       translator_.translateEntity(entity, placement_);
     }
 
    private:
+    static constexpr std::uint32_t kEntitiesPerUpdate = 256;
+
     emit::Translator& translator_;
+    const dxf::TextSource& text_;
+    RunControl& control_;
     emit::Placement placement_;
+    dxf::Pacer pacer_{kEntitiesPerUpdate};
   };
 
   /// The target's commands, the header, every entity in file order, and the remaining parts of the
@@ -136,7 +148,7 @@ class Conversion {
     if (job_.blocks == kUsedBlocksAsParts || job_.blocks == kAllBlocksAsParts) {
       translator.setBlockParts(&library);
     }
-    Entities entities(translator, job_.scale);
+    Entities entities(translator, job_.scale, *text_, control_);
     dxf::readContents(*drawing_, *reader_, entities, !host_.hasCancelButton());
     translator.finishList();
     result_.linesRead = reader_->linesRead();
