@@ -1,6 +1,6 @@
 #include "dxf/blocks.h"
 
-#include <string>
+#include <string_view>
 #include <utility>
 
 #include "dxf/entity_walk.h"
@@ -12,12 +12,10 @@ namespace {
 
 /// A copy of the lines that stays, with the margin that a LineCursor needs.
 LineRange keepLines(Drawing& drawing, LineRange lines) {
-  const auto size = static_cast<std::size_t>(lines.end - lines.begin);
-  std::string copy;
-  copy.reserve(size + TextSource::kMargin);
-  copy.append(lines.begin, size).append(TextSource::kMargin, drawing.lineEnds.eolChar);
-  const std::string_view kept = drawing.arena.keep(std::move(copy));
-  return {kept.data(), kept.data() + size};
+  const std::string_view text(lines.begin, static_cast<std::size_t>(lines.end - lines.begin));
+  const std::string_view kept =
+      drawing.arena.keep(text, TextSource::kMargin, drawing.lineEnds.eolChar);
+  return {kept.data(), kept.data() + kept.size()};
 }
 
 /// The groups before the first group 0. Codes are compared as text here.

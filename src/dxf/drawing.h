@@ -14,6 +14,7 @@
 #include "dxf/entity_kinds.h"
 #include "dxf/entity_store.h"
 #include "dxf/line_cursor.h"
+#include "dxf/text_arena.h"
 
 namespace quillon::dxf {
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <string>
 #include <string_view>
 
@@ -9,15 +8,6 @@ namespace quillon::dxf {
 
 /// The encoding of a drawing's text and of the script made from it.
 enum class Encoding : std::uint8_t { Windows1252, Utf8 };
-
-/// Keeps texts; its views stay valid as long as it lives.
-class TextArena {
- public:
-  std::string_view keep(std::string text) { return texts_.emplace_back(std::move(text)); }
-
- private:
-  std::deque<std::string> texts_;
-};
 
 /// True when the bytes are well-formed UTF-8 (plain ASCII is).
 bool isValidUtf8(std::string_view bytes);

@@ -62,7 +62,7 @@ const LayerUse& EntityReader::layerLineType(std::string_view layerName) {
       record->used = true;
       use.lineType = record->values[1];
     }
-    place = layers_.emplace(drawing_.arena.keep(std::string(layerName)), use).first;
+    place = layers_.emplace(drawing_.arena.keep(layerName), use).first;
   }
   recent = {place->first, &place->second};
   return place->second;
@@ -77,7 +77,7 @@ std::string_view EntityReader::upperName(std::string_view name) {
   if (place == upperNames_.end()) {
     TextArena& arena = drawing_.arena;
     const std::string_view upper = arena.keep(upperCase(name, drawing_.encoding));
-    place = upperNames_.emplace(arena.keep(std::string(name)), upper).first;
+    place = upperNames_.emplace(arena.keep(name), upper).first;
   }
   return place->second;
 }

@@ -4,8 +4,8 @@
 
 namespace quillon::dxf {
 
-void GroupCursor::failAtEnd() const {
-  throw RunTimeError(Fault::TextEndsTooEarly, {}, lines_.position());
+void GroupCursor::failAtEnd(const char* position) {
+  throw RunTimeError(Fault::TextEndsTooEarly, {}, position);
 }
 
 }  // namespace quillon::dxf

@@ -22,7 +22,7 @@ class GroupCursor {
   /// The next group, or false at a code line that is exactly "0". Throws RunTimeError when the
   /// lines end first or a code line is no group code.
   bool next(Group& group) {
-    if (lines_.atEnd()) failAtEnd();
+    if (lines_.atEnd()) failAtEnd(lines_.position());
     const std::string_view line = lines_.peek();
     const ShortCode code = readShortCode(line);
     if (code.known) {
@@ -34,7 +34,7 @@ class GroupCursor {
       group.code = groupCode(text);
     }
     lines_.take(line);
-    if (lines_.atEnd()) failAtEnd();
+    if (lines_.atEnd()) failAtEnd(lines_.position());
     group.value = trimBlanks(lines_.next());
     return true;
   }
@@ -43,7 +43,8 @@ class GroupCursor {
   const LineCursor& lines() const { return lines_; }
 
  private:
-  [[noreturn]] void failAtEnd() const;
+  // Static, so that a cursor in a local variable can live in registers.
+  [[noreturn]] static void failAtEnd(const char* position);
 
   LineCursor lines_;
 };

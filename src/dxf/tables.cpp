@@ -82,7 +82,7 @@ class GroupRun {
     }
     dashOffsets_.push_back(text.size());
     if (groups_.empty() || groups_.back().code != kDashCode) text += "0;";
-    dashText_ = arena.keep(std::move(text));
+    dashText_ = arena.keep(text);
   }
 
   std::size_t firstValue_ = 0;
@@ -95,7 +95,7 @@ class GroupRun {
 };
 
 std::string_view keep(Drawing& drawing, std::string_view text) {
-  return text.empty() ? std::string_view{} : drawing.arena.keep(std::string(text));
+  return text.empty() ? std::string_view{} : drawing.arena.keep(text);
 }
 
 std::string_view keepUpper(Drawing& drawing, std::string_view text) {

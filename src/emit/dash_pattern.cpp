@@ -27,7 +27,7 @@ const DashPattern* DashPatterns::find(std::string_view lineType) {
   const auto known = known_.find(lineType);
   if (known != known_.end()) return known->second;
   const DashPattern* const pattern = load(lineType);
-  known_.emplace(drawing_.arena.keep(std::string(lineType)), pattern);
+  known_.emplace(drawing_.arena.keep(lineType), pattern);
   return pattern;
 }
 

@@ -94,9 +94,31 @@ std::string_view orientationWord(double rotation) {
   return rotation <= 45.0 || rotation > 315.0 ? "R0" : "R90";
 }
 
-}  // namespace
+/// True when no code contains a backslash of its own: each is then removed where it is met, and
+/// removing it elsewhere at once makes no difference.
+bool haveOneBackslashEach(std::string_view text) {
+  bool open = false;
+  for (const char c : text.substr(0, text.rfind(';') + 1)) {
+    if (c == '\\' && open) return false;
+    if (c == '\\' || c == ';') open = c == '\\';
+  }
+  return true;
+}
 
-std::string stripFormatCodes(std::string text) {
+std::string stripInOnePass(std::string_view text) {
+  std::string out;
+  std::size_t from = 0;
+  for (;;) {
+    const std::size_t backslash = text.find('\\', from);
+    const std::size_t semicolon =
+        backslash == std::string_view::npos ? backslash : text.find(';', backslash);
+    if (semicolon == std::string_view::npos) return out.append(text.substr(from));
+    out.append(text.substr(from, backslash - from));
+    from = semicolon + 1;
+  }
+}
+
+std::string stripPieceByPiece(std::string text) {
   std::size_t backslash = text.find('\\');
   while (backslash != std::string::npos) {
     const std::size_t semicolon = text.find(';', backslash);
@@ -106,6 +128,13 @@ std::string stripFormatCodes(std::string text) {
     backslash = text.find('\\');
   }
   return text;
+}
+
+}  // namespace
+
+std::string stripFormatCodes(std::string text) {
+  if (text.find('\\') == std::string::npos) return text;
+  return haveOneBackslashEach(text) ? stripInOnePass(text) : stripPieceByPiece(std::move(text));
 }
 
 void writeText(EmitContext& context, double x, double y, double rotation, double height,

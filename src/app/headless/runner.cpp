@@ -152,8 +152,14 @@ class Runner {
         std::accumulate(result.counts.begin(), result.counts.end(), std::uint64_t{0});
     const std::uint64_t entities = all - result.counts[kVertex] - result.counts[kSeqend];
     std::string text = texts_(3104, {quotable(result.dxfFile), std::to_string(entities)});
+    constexpr std::size_t kMostKinds = 10;
     std::string unknown;
+    std::size_t kinds = 0;
     for (const auto& [name, count] : result.unknownKinds) {
+      if (++kinds > kMostKinds) {
+        unknown += ", …";
+        break;
+      }
       unknown += (unknown.empty() ? "" : ", ") + quotable(name) + " " + std::to_string(count);
     }
     if (!unknown.empty()) text += texts_(3105, {unknown});

@@ -1,0 +1,29 @@
+#include "dxf/text_arena.h"
+
+#include <algorithm>
+
+namespace quillon::dxf {
+
+std::string_view TextArena::keep(std::string_view text, std::size_t margin, char fill) {
+  char* const copy = reserve(text.size() + margin);
+  std::copy(text.begin(), text.end(), copy);
+  std::fill_n(copy + text.size(), margin, fill);
+  return {copy, text.size()};
+}
+
+char* TextArena::reserve(std::size_t size) {
+  if (size > kChunk / 4) {
+    // A long text gets memory of its own and leaves the present chunk open.
+    return chunks_.emplace_back(std::make_unique_for_overwrite<char[]>(size)).get();
+  }
+  if (size > left_) {
+    free_ = chunks_.emplace_back(std::make_unique_for_overwrite<char[]>(kChunk)).get();
+    left_ = kChunk;
+  }
+  char* const place = free_;
+  free_ += size;
+  left_ -= size;
+  return place;
+}
+
+}  // namespace quillon::dxf
