@@ -1,0 +1,79 @@
+#include "growth.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <limits>
+
+#include "drawing_file.h"
+#include "measuring.h"
+#include "scaled_drawings.h"
+
+namespace quillon::bench {
+namespace {
+
+constexpr std::array<std::size_t, 4> kFactors = {1, 2, 4, 8};
+/// Eight times as much may take fourteen times as long: caches and noise, but no square.
+constexpr double kMostGrowth = 14.0;
+
+using Seconds = std::array<double, kFactors.size()>;
+
+/// Best processor time of each size; the sizes take turns. Other programs disturb it less than the
+/// time on the clock.
+Seconds timesOf(const Series& series, const std::string& folder, std::size_t rounds) {
+  std::array<convert::ConversionJob, kFactors.size()> jobs;
+  for (std::size_t i = 0; i < kFactors.size(); ++i) {
+    const std::string stem = folder + "/series-" + std::to_string(kFactors[i]);
+    jobs[i].dxfFile = stem + ".dxf";
+    jobs[i].scriptFile = stem + ".scr";
+    jobs[i].overwriteScript = true;
+    series.set(jobs[i]);
+    makeFile(jobs[i].dxfFile, series.make, series.base * kFactors[i]);
+  }
+  Seconds best;
+  best.fill(std::numeric_limits<double>::infinity());
+  for (std::size_t round = 0; round < rounds; ++round) {
+    for (std::size_t i = 0; i < kFactors.size(); ++i) {
+      best[i] = std::min(best[i], convertApart(jobs[i]).cpuSeconds);
+    }
+  }
+  for (const convert::ConversionJob& job : jobs) {
+    std::filesystem::remove(job.dxfFile);
+    std::filesystem::remove(job.scriptFile);
+  }
+  return best;
+}
+
+bool measureSeries(const Series& series, const std::string& folder, std::size_t rounds) {
+  const Seconds seconds = timesOf(series, folder, rounds);
+  std::printf("%-16s", std::string(series.name).c_str());
+  for (std::size_t i = 0; i < seconds.size(); ++i) {
+    const double count = static_cast<double>(series.base * kFactors[i]);
+    std::printf(" %9.2f", seconds[i] / count * 1e9);
+  }
+  std::printf(" ns/%-10s growth", std::string(series.unit).c_str());
+  for (std::size_t i = 1; i < seconds.size(); ++i) {
+    std::printf(" %5.2f", seconds[i] / seconds[i - 1]);
+  }
+  const double growth = seconds.back() / seconds.front();
+  const bool good = growth <= kMostGrowth;
+  std::printf("  in all %6.2f (at most %.0f)%s\n", growth, kMostGrowth, good ? "" : "  TOO SLOW");
+  std::fflush(stdout);
+  return good;
+}
+
+}  // namespace
+
+bool measureGrowth(const std::string& folder, const std::vector<std::string>& names,
+                   std::size_t rounds) {
+  std::printf("%-16s %9s %9s %9s %9s\n", "series", "x1", "x2", "x4", "x8");
+  bool good = true;
+  for (const Series& series : allSeries()) {
+    const bool wanted = names.empty() || std::ranges::find(names, series.name) != names.end();
+    if (wanted) good = measureSeries(series, folder, rounds) && good;
+  }
+  return good;
+}
+
+}  // namespace quillon::bench

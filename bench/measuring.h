@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "convert/job.h"
+
+namespace quillon::bench {
+
+/// The least work that any reader of a drawing has: to read the file through one buffer and find
+/// its lines.
+struct Floor {
+  double seconds = 0.0;
+  std::uint64_t lines = 0;
+  std::uint64_t characters = 0;  ///< in the lines, without their ends
+};
+Floor readAndSplit(const std::string& path);
+
+/// One conversion from file to file in a process of its own.
+struct Conversion {
+  double seconds = 0.0;     ///< without starting the process
+  double cpuSeconds = 0.0;  ///< of the whole process
+  std::size_t peakBytes = 0;
+  std::uint64_t commands = 0;
+};
+/// Throws std::runtime_error when the drawing is not converted.
+Conversion convertApart(const convert::ConversionJob& job);
+
+struct Spread {
+  double best = 0.0;
+  double median = 0.0;
+  double worst = 0.0;
+};
+Spread spreadOf(std::vector<double> values);
+
+}  // namespace quillon::bench

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+#include "convert/job.h"
+#include "drawing_text.h"
+
+namespace quillon::bench {
+
+/// A series of drawings in which one thing grows.
+struct Series {
+  std::string_view name;
+  std::string_view unit;
+  /// The smallest count: large enough for its time to stand out from that of an empty drawing.
+  std::size_t base;
+  void (*make)(DrawingText& drawing, std::size_t count);
+  /// Turns on what the series is about.
+  void (*set)(convert::ConversionJob& job) = [](convert::ConversionJob&) {};
+};
+
+std::span<const Series> allSeries();
+
+}  // namespace quillon::bench
