@@ -7,24 +7,34 @@
 namespace quillon::convert {
 namespace {
 
-[[noreturn]] void failReading() { throw dxf::ReadError(std::generic_category().message(errno)); }
+[[noreturn]] void failReading() { throw dxf::ReadError(errno); }
 
 }  // namespace
 
-DrawingInput::DrawingInput(std::FILE* stream) : stream_(stream), head_(kCheckedBytes, '\0') {
+DrawingInput::DrawingInput(std::FILE* stream, const Cancelled& cancelled)
+    : stream_(stream), head_(kCheckedBytes, '\0') {
   std::setvbuf(stream, nullptr, _IONBF, 0);  // the reader takes large blocks
-  head_.resize(std::fread(head_.data(), 1, head_.size(), stream));
-  if (std::ferror(stream) != 0) failReading();
+  std::size_t size = 0;
+  while (size < head_.size() && !cancelled()) {
+    size += std::fread(head_.data() + size, 1, head_.size() - size, stream);
+    if (std::feof(stream) != 0) break;
+    if (std::ferror(stream) == 0) continue;
+    if (errno != EINTR) failReading();
+    std::clearerr(stream);
+  }
+  head_.resize(size);
 }
 
-DrawingInput DrawingInput::openFile(const std::filesystem::path& path) {
+DrawingInput DrawingInput::openFile(const std::filesystem::path& path, const Cancelled& cancelled) {
   FileHandle file = convert::openFile(path, "rb");
   if (file == nullptr) failReading();
-  DrawingInput input(file.get());
+  DrawingInput input(file.get(), cancelled);
   input.file_ = std::move(file);
   return input;
 }
 
-DrawingInput DrawingInput::standardInput() { return DrawingInput(stdin); }
+DrawingInput DrawingInput::standardInput(const Cancelled& cancelled) {
+  return DrawingInput(stdin, cancelled);
+}
 
 }  // namespace quillon::convert

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -13,19 +14,22 @@ namespace quillon::convert {
 /// A drawing that is open for reading.
 class DrawingInput {
  public:
+  /// Asked where reading may have to wait; after a yes the input ends.
+  using Cancelled = std::function<bool()>;
+
   /// Open a file or the process's standard input and look at the first bytes. Throw ReadError.
-  static DrawingInput openFile(const std::filesystem::path& path);
-  static DrawingInput standardInput();
+  static DrawingInput openFile(const std::filesystem::path& path, const Cancelled& cancelled);
+  static DrawingInput standardInput(const Cancelled& cancelled);
 
   InputKind kind() const { return checkInput(head_); }
 
   /// The drawing's text, which needs this input to stay open. Throws ReadError.
-  std::unique_ptr<dxf::TextSource> text() const {
-    return std::make_unique<dxf::TextSource>(stream_, head_);
+  std::unique_ptr<dxf::TextSource> text(const Cancelled& cancelled) const {
+    return std::make_unique<dxf::TextSource>(stream_, head_, cancelled);
   }
 
  private:
-  explicit DrawingInput(std::FILE* stream);
+  DrawingInput(std::FILE* stream, const Cancelled& cancelled);
 
   FileHandle file_;    ///< null for standard input
   std::FILE* stream_;  ///< where to read from

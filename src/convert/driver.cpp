@@ -1,6 +1,5 @@
 #include "convert/driver.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <ctime>
@@ -59,9 +58,9 @@ class Conversion {
     } catch (const dxf::RunTimeError& error) {
       fail(messages_.faultText(error, result_.dxfFile));
     } catch (const WriteError& error) {
-      fail(messages_.unwritableText(result_.scriptFile, error.what()));
+      fail(messages_.unwritableText(result_.scriptFile, messages_.reasonText(error.reason())));
     } catch (const dxf::ReadError& error) {
-      fail(messages_.unreadableText(result_.dxfFile, error.what()));
+      fail(messages_.unreadableText(result_.dxfFile, messages_.reasonText(error.reason())));
     } catch (const std::bad_alloc&) {
       fail(messages_.outOfMemoryText());
     } catch (const std::exception& error) {
@@ -129,6 +128,8 @@ class Conversion {
       translator_.translateEntity(entity, placement_);
     }
 
+    void endOfEntities() override { translator_.finishList(); }
+
    private:
     static constexpr std::uint32_t kEntitiesPerUpdate = 256;
 
@@ -150,7 +151,6 @@ class Conversion {
     }
     Entities entities(translator, job_.scale, *text_, control_);
     dxf::readContents(*drawing_, *reader_, entities, !host_.hasCancelButton());
-    translator.finishList();
     result_.linesRead = reader_->linesRead();
     if (surroundings_.refuseWithoutSections && !drawing_->anySection && !control_.cancelled()) {
       refuse(messages_.fileError(kNoSection, result_.dxfFile));
@@ -193,16 +193,19 @@ class Conversion {
     if (!job_.dxfFile.empty() && namesFile(path)) return;
     std::error_code ignored;
     const int reason = fs::is_directory(path, ignored) ? EISDIR : ENOENT;
-    refuse(messages_.drawingMissing(job_.dxfFile, std::generic_category().message(reason)));
+    refuse(messages_.drawingMissing(job_.dxfFile, messages_.reasonText(reason)));
   }
 
   void openDrawing() {
     try {
-      input_ = surroundings_.readStandardInput ? DrawingInput::standardInput()
-                                               : DrawingInput::openFile(toPath(result_.dxfFile));
+      const auto cancelled = [this] { return control_.cancelRequested(); };
+      input_ = surroundings_.readStandardInput
+                   ? DrawingInput::standardInput(cancelled)
+                   : DrawingInput::openFile(toPath(result_.dxfFile), cancelled);
     } catch (const dxf::ReadError& error) {
-      refuse(messages_.drawingUnreadable(result_.dxfFile, error.what()));
+      refuse(messages_.drawingUnreadable(result_.dxfFile, messages_.reasonText(error.reason())));
     }
+    if (control_.cancelled()) return;  // what was read of it says nothing
     const InputKind kind = input_->kind();
     if (kind != InputKind::Text) {
       refuse(messages_.fileError(kFirstRefusal + static_cast<int>(kind), result_.dxfFile));
@@ -211,11 +214,10 @@ class Conversion {
 
   /// A name that could end its quotes, or the command that it stands in, is not written.
   void checkName() {
-    const bool bad = std::any_of(job_.drawingName.begin(), job_.drawingName.end(), [](char c) {
-      const auto byte = static_cast<unsigned char>(c);
-      return c == '\'' || c == ';' || byte < 0x20 || byte == 0x7F;
-    });
-    if (bad) refuse(messages_.fileError(kBadName, job_.drawingName));
+    const std::string& name = job_.drawingName;
+    if (name.find_first_of("';") != std::string::npos || hasControlCharacter(name)) {
+      refuse(messages_.fileError(kBadName, name));
+    }
   }
 
   void askForOverwriting() {
@@ -246,7 +248,7 @@ class Conversion {
   }
 
   void openText() {
-    text_ = input_->text();
+    text_ = input_->text([this] { return control_.cancelRequested(); });
     drawing_ = std::make_unique<dxf::Drawing>();
     reader_ = std::make_unique<dxf::LineReader>(*text_, control_);
   }
@@ -256,9 +258,9 @@ class Conversion {
     try {
       return loadFrame(surroundings_.frame);
     } catch (const WriteError& error) {
-      fail(messages_.unwritableText(path, error.what()));
+      fail(messages_.unwritableText(path, messages_.reasonText(error.reason())));
     } catch (const dxf::ReadError& error) {
-      fail(messages_.unreadableText(path, error.what()));
+      fail(messages_.unreadableText(path, messages_.reasonText(error.reason())));
     }
     throw EndOfRun{};
   }

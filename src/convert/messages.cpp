@@ -1,5 +1,7 @@
 #include "convert/messages.h"
 
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
 #include "dxf/encoding.h"
@@ -12,18 +14,33 @@ constexpr int kFirstFaultText = 3020;
 
 }  // namespace
 
+bool hasControlCharacter(std::string_view utf8) {
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(utf8[i]);
+    if (byte < 0x20 || byte == 0x7F) return true;
+    const auto next = i + 1 < utf8.size() ? static_cast<unsigned char>(utf8[i + 1]) : 0U;
+    if (byte == 0xC2 && next >= 0x80 && next < 0xA0) return true;
+  }
+  return false;
+}
+
 std::string quotable(std::string_view utf8) {
   constexpr std::string_view kHex = "0123456789abcdef";
   constexpr std::size_t kLongest = 200;
   std::string out;
-  for (const char c : utf8) {
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
+    const char c = utf8[i];
     const auto byte = static_cast<unsigned char>(c);
     if (out.size() >= kLongest && (byte & 0xC0) != 0x80) {
       out += "…";
       break;
     }
-    if (byte < 0x20 || byte == 0x7F) {
-      out += {'\\', 'x', kHex[byte >> 4], kHex[byte & 15]};
+    const auto next = i + 1 < utf8.size() ? static_cast<unsigned char>(utf8[i + 1]) : 0U;
+    const bool c1 = byte == 0xC2 && next >= 0x80 && next < 0xA0;
+    if (byte < 0x20 || byte == 0x7F || c1) {
+      const unsigned code = c1 ? next : byte;
+      out += {'\\', 'x', kHex[code >> 4], kHex[code & 15]};
+      if (c1) ++i;
     } else {
       out += c;
     }
@@ -91,6 +108,24 @@ std::string Messages::faultText(const dxf::RunTimeError& error, std::string_view
   const int id = kFirstFaultText + static_cast<int>(error.fault());
   const std::string subject = quotable(dxf::toUtf8(error.subject(), dxf::Encoding::Utf8));
   return place + ": " + texts_(id, {subject});
+}
+
+std::string Messages::reasonText(int reason) const {
+  switch (reason) {
+    case ENOENT:
+      return std::string(texts_(3040));
+    case EACCES:
+    case EPERM:
+      return std::string(texts_(3041));
+    case EISDIR:
+      return std::string(texts_(3042));
+    case ENOSPC:
+      return std::string(texts_(3043));
+    case EROFS:
+      return std::string(texts_(3044));
+    default:
+      return std::generic_category().message(reason);
+  }
 }
 
 std::string Messages::unreadableText(std::string_view path, std::string_view reason) const {

@@ -31,6 +31,8 @@ class Messages {
 
   /// What a run-time error means and what to do about it, with its line where that is known.
   std::string faultText(const dxf::RunTimeError& error, std::string_view drawing) const;
+  /// The system's reason with this number (errno), in the language of the messages.
+  std::string reasonText(int reason) const;
   std::string unreadableText(std::string_view path, std::string_view reason) const;
   std::string unwritableText(std::string_view path, std::string_view reason) const;
   std::string outOfMemoryText() const { return std::string(texts_(3028)); }
@@ -41,6 +43,9 @@ class Messages {
 
   const resources::Texts& texts_;
 };
+
+/// True when a UTF-8 text holds a control character.
+bool hasControlCharacter(std::string_view utf8);
 
 /// A text from a file for a message: UTF-8 in, control characters as escapes, long ones cut.
 std::string quotable(std::string_view utf8);

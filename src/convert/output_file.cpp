@@ -12,8 +12,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string systemReason() { return std::generic_category().message(errno); }
-
 /// Where writing to this path really ends up.
 fs::path followLinks(const fs::path& path) {
   std::error_code error;
@@ -40,15 +38,15 @@ OutputFile::OutputFile(const fs::path& target) : target_(followLinks(target)) {
   const fs::file_status status = fs::status(target_, error);
   const bool exists = fs::exists(status);
   if (exists && fs::is_directory(status)) {
-    throw WriteError(std::generic_category().message(EISDIR));
+    throw WriteError(EISDIR);
   }
   if (exists && fs::is_regular_file(status)) {
     // Opening for update changes nothing and finds out whether the file may be written.
-    if (openFile(target_, "r+b") == nullptr) throw WriteError(systemReason());
+    if (openFile(target_, "r+b") == nullptr) throw WriteError(errno);
   }
   const bool regular = !exists || fs::is_regular_file(status);
   if (!regular || !openTemporary()) file_ = openFile(target_, "wb");
-  if (file_ == nullptr) throw WriteError(systemReason());
+  if (file_ == nullptr) throw WriteError(errno);
   stream_ = file_.get();
   std::setvbuf(stream_, nullptr, _IONBF, 0);  // the writers above hand over large blocks
 }
@@ -74,18 +72,18 @@ bool OutputFile::openTemporary() {
 
 void OutputFile::write(std::string_view block) {
   if (std::fwrite(block.data(), 1, block.size(), stream_) != block.size()) {
-    throw WriteError(systemReason());
+    throw WriteError(errno);
   }
 }
 
 void OutputFile::commit() {
-  if (std::fflush(stream_) != 0) throw WriteError(systemReason());
+  if (std::fflush(stream_) != 0) throw WriteError(errno);
   if (file_ == nullptr) return;
-  if (std::fclose(file_.release()) != 0) throw WriteError(systemReason());
+  if (std::fclose(file_.release()) != 0) throw WriteError(errno);
   if (temporary_.empty()) return;
   std::error_code error;
   fs::rename(temporary_, target_, error);
-  if (error) throw WriteError(error.message());
+  if (error) throw WriteError(error.value());
   temporary_.clear();
 }
 

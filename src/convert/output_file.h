@@ -4,16 +4,22 @@
 #include <memory>
 #include <stdexcept>
 #include <string_view>
+#include <system_error>
 
 #include "convert/paths.h"
 #include "emit/script_writer.h"
 
 namespace quillon::convert {
 
-/// A file could not be opened or written; what() holds the system's reason.
+/// A file could not be opened or written, for the system's reason with this number (errno).
 class WriteError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit WriteError(int reason)
+      : std::runtime_error(std::generic_category().message(reason)), reason_(reason) {}
+  int reason() const { return reason_; }
+
+ private:
+  int reason_;
 };
 
 /// A file that appears under its name only when it is complete.

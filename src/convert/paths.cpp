@@ -1,10 +1,12 @@
 #include "convert/paths.h"
 
 #include <array>
+#include <cerrno>
 #include <system_error>
 #include <vector>
 
 #include "dxf/encoding.h"
+#include "dxf/text_source.h"
 
 namespace quillon::convert {
 
@@ -73,17 +75,25 @@ FileHandle openFile(const fs::path& path, const char* mode) {
 #endif
 }
 
-std::string readWholeFile(const std::string& path) {
+std::string readFile(const std::string& path) {
   std::string bytes;
-  const fs::path found = findExisting(path);
-  if (!namesFile(found)) return bytes;
-  const FileHandle file = openFile(found, "rb");
-  if (file == nullptr) return bytes;
+  const FileHandle file = openFile(findExisting(path), "rb");
+  if (file == nullptr) throw dxf::ReadError(errno);
   std::array<char, 1U << 14> block{};
   for (std::size_t got = 0; (got = std::fread(block.data(), 1, block.size(), file.get())) > 0;) {
     bytes.append(block.data(), got);
   }
+  if (std::ferror(file.get()) != 0) throw dxf::ReadError(errno);
   return bytes;
+}
+
+std::string readWholeFile(const std::string& path) {
+  if (!namesFile(findExisting(path))) return {};
+  try {
+    return readFile(path);
+  } catch (const dxf::ReadError&) {
+    return {};  // a file that cannot be read counts as missing here
+  }
 }
 
 fs::path findExisting(std::string_view path) {

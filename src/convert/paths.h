@@ -20,6 +20,8 @@ using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 /// std::fopen for a path of this system; null with errno set when it fails.
 FileHandle openFile(const std::filesystem::path& path, const char* mode);
 
+/// The bytes of a file. Throws ReadError.
+std::string readFile(const std::string& path);
 /// The bytes of a file; "" when it is missing or cannot be read.
 std::string readWholeFile(const std::string& path);
 

@@ -1,7 +1,7 @@
 #include "convert/script_frame.h"
 
 #include <algorithm>
-#include <system_error>
+#include <cerrno>
 
 #include "convert/output_file.h"
 #include "convert/paths.h"
@@ -63,10 +63,8 @@ std::string_view defaultFrameText() {
 }
 
 ScriptFrame loadFrame(const FrameSource& source) {
-  if (namesFile(findExisting(source.path))) return parseFrame(readWholeFile(source.path));
-  if (source.mustExist) {
-    throw dxf::ReadError(std::make_error_code(std::errc::no_such_file_or_directory).message());
-  }
+  if (namesFile(findExisting(source.path))) return parseFrame(readFile(source.path));
+  if (source.mustExist) throw dxf::ReadError(ENOENT);
   if (source.create) {
     OutputFile file(findForCreation(source.path));
     file.write(defaultFrameText());

@@ -28,7 +28,7 @@ struct FrameSource {
 };
 
 /// Loads the frame; a missing file gives the defaults. Throws WriteError when the file cannot be
-/// created and ReadError when it must exist and does not.
+/// created, and ReadError when it cannot be read or must exist and does not.
 ScriptFrame loadFrame(const FrameSource& source);
 
 }  // namespace quillon::convert

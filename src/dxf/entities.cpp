@@ -20,6 +20,7 @@ class SectionReading {
       reader_.poll(true);
       if (reader_.cancelled()) break;
     }
+    sink_.endOfEntities();
     if (count_ > 0) reader_.monitor().setStatus(ReadPhase::Entities, count_);
   }
 

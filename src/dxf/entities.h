@@ -12,6 +12,8 @@ class EntitySink {
   /// The entity, which may be completed; its texts are valid during the call only. Errors end the
   /// reading.
   virtual void takeEntity(DxfEntity& entity) = 0;
+  /// The last entity has been taken; the texts of the one before are still valid.
+  virtual void endOfEntities() {}
 };
 
 /// Reads the entities of the ENTITIES section in file order: from the reader's position to the line

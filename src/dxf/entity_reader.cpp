@@ -1,7 +1,6 @@
 #include "dxf/entity_reader.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <string>

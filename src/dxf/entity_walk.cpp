@@ -1,11 +1,24 @@
 #include "dxf/entity_walk.h"
 
+#include <algorithm>
+#include <array>
+
 #include "dxf/group_cursor.h"
 #include "dxf/number_text.h"
 #include "dxf/run_time_error.h"
 #include "dxf/spline_points.h"
 
 namespace quillon::dxf {
+namespace {
+
+/// Names behind a group 0 that start or end parts of a drawing and are no entities.
+bool isStructureName(std::string_view name) {
+  static constexpr std::array<std::string_view, 7> kNames = {"SECTION", "ENDSEC", "TABLE", "ENDTAB",
+                                                             "BLOCK",   "ENDBLK", "EOF"};
+  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
+}
+
+}  // namespace
 
 bool EntityWalk::step(DxfEntity& entity) {
   afterName_ = lines_.position();
@@ -77,7 +90,11 @@ void EntityWalk::readGroups(DxfEntity& entity) {
 }
 
 void EntityWalk::noteUnknown(std::string_view name) {
-  if (name == "ENDBLK" || name == "ENDSEC" || name.empty()) return;
+  constexpr std::size_t kMostNames = 1000;
+  if (name.empty() || isStructureName(name)) return;
+  if (drawing_.unknownKinds.size() >= kMostNames && !drawing_.unknownKinds.contains(name)) {
+    name = "(other)";
+  }
   const auto found = drawing_.unknownKinds.find(name);
   if (found != drawing_.unknownKinds.end()) {
     ++found->second;

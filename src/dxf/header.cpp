@@ -51,7 +51,7 @@ bool readVariables(Drawing& drawing, LineReader& reader) {
       if (value.code == 40.0 && value.number() > 0.0) drawing.pointSize = value.number();
     } else if (equalsUpperCased(line, "$ACADVER")) {
       const HeaderValue value = nextValue(reader);
-      if (value.code == 1.0) utf8 = writesUtf8(value.text);
+      utf8 = value.code == 1.0 && writesUtf8(value.text);
     }
   }
   return utf8;

@@ -198,6 +198,8 @@ std::int16_t groupCodeSlow(std::string_view line) {
 
 std::string numberText(double value) {
   constexpr int kSignificantDigits = 15;
+  // Digits that numberValue takes for infinity again; the word would read as 0.
+  if (!std::isfinite(value)) return value < 0.0 ? "-1e999" : "1e999";
   std::array<char, 40> buffer{};
   const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                           std::chars_format::general, kSignificantDigits);

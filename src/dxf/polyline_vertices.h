@@ -22,8 +22,10 @@ struct PolyVertex {
 /// one's place, no start width, the last one's end width and bulge.
 class PolyVertexWalk {
  public:
-  /// `width` is the polyline's group 43, which every vertex starts with.
-  PolyVertexWalk(GroupCursor groups, std::string_view width) : groups_(groups), width_(width) {}
+  /// `width` is the polyline's group 43, which every vertex starts with. A kind that has no closed
+  /// flag never closes.
+  PolyVertexWalk(GroupCursor groups, std::string_view width, bool mayClose = true)
+      : groups_(groups), width_(width), mayClose_(mayClose) {}
 
   bool next(PolyVertex& vertex);
 
@@ -35,6 +37,7 @@ class PolyVertexWalk {
 
   GroupCursor groups_;
   std::string_view width_;
+  bool mayClose_;
   PolyVertex current_;
   PolyVertex first_;
   bool anyTaken_ = false;

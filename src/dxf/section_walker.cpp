@@ -33,10 +33,20 @@ SectionLines splitLines(LineRange range, const LineEnds& ends) {
   return lines;
 }
 
-void parseTable(Drawing& drawing, const SectionLines& lines) {
-  const auto nameIndex = static_cast<std::size_t>(findLine(lines, 0, "2") + 1);
-  if (nameIndex >= lines.size()) return;
-  const std::string_view name = lines[nameIndex];
+/// The table's name: the line behind the first line that is exactly "2"; the first line of all when
+/// there is none.
+std::string_view tableName(LineRange range, const LineEnds& ends) {
+  LineCursor search(range, ends);
+  while (!search.atEnd() && trimBlanks(search.next()) != "2") {
+  }
+  LineCursor name = search.atEnd() ? LineCursor(range, ends) : search;
+  return trimBlanks(name.next());
+}
+
+void parseTable(Drawing& drawing, LineRange range) {
+  const std::string_view name = tableName(range, drawing.lineEnds);
+  if (!isTableName(name)) return;
+  const SectionLines lines = splitLines(range, drawing.lineEnds);
   if (equalsUpperCased(name, "LTYPE")) parseLineTypeTable(lines, drawing);
   if (equalsUpperCased(name, "LAYER")) parseLayerTable(lines, drawing);
   if (equalsUpperCased(name, "STYLE")) parseStyleTable(lines, drawing);
@@ -57,7 +67,7 @@ void readTables(Drawing& drawing, LineReader& reader) {
   LineRange lines;
   while (!reader.cancelled() && !reader.atEnd() &&
          collectBetween(reader, "TABLE", "ENDTAB", "ENDSEC", lines, true)) {
-    withLineNumbers(reader, [&] { parseTable(drawing, splitLines(lines, drawing.lineEnds)); });
+    withLineNumbers(reader, [&] { parseTable(drawing, lines); });
   }
 }
 

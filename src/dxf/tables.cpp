@@ -53,10 +53,19 @@ class GroupRun {
   /// From here on look-ups are those of the entry at this value line. Entries come in order.
   void enter(std::size_t valueLine) { entry_ = (valueLine - firstValue_) / 2; }
 
-  /// Value of the entry's first group with this code, or "". A column is used for one code only.
-  std::string_view find(std::size_t column, std::int16_t code) {
+  /// Value of the entry's first group with this code, or "", as a text that stays, in upper case if
+  /// asked for. Entries that share a group share the copy. A column is used for one code only.
+  std::string_view kept(std::size_t column, std::int16_t code, Drawing& drawing, bool upper) {
     const std::size_t at = advance(column, code);
-    return at < groups_.size() ? groups_[at].value : std::string_view{};
+    if (at >= groups_.size()) return {};
+    Kept& last = kept_[column];
+    if (!last.made || last.at != at) {
+      const std::string_view text = groups_[at].value;
+      last = {
+          true, at,
+          upper ? drawing.arena.keep(upperCase(text, drawing.encoding)) : drawing.arena.keep(text)};
+    }
+    return last.text;
   }
 
   /// The dash list of the entry: every group 49 as a number with ";". An entry whose last group is
@@ -67,6 +76,12 @@ class GroupRun {
   }
 
  private:
+  struct Kept {
+    bool made = false;
+    std::size_t at = 0;
+    std::string_view text;
+  };
+
   std::size_t advance(std::size_t column, std::int16_t code) {
     std::size_t& at = found_[column];
     if (at < entry_) at = entry_;
@@ -90,17 +105,10 @@ class GroupRun {
   std::vector<Group> groups_;
   std::size_t entry_ = 0;
   std::array<std::size_t, kCodesLookedUp + 1> found_{};
+  std::array<Kept, kCodesLookedUp + 1> kept_{};
   std::string_view dashText_;
   std::vector<std::size_t> dashOffsets_;
 };
-
-std::string_view keep(Drawing& drawing, std::string_view text) {
-  return text.empty() ? std::string_view{} : drawing.arena.keep(text);
-}
-
-std::string_view keepUpper(Drawing& drawing, std::string_view text) {
-  return drawing.arena.keep(upperCase(text, drawing.encoding));
-}
 
 /// Visits every line, also those inside an entry just read, and hands each entry to `add`.
 template <typename AddRecord>
@@ -132,9 +140,9 @@ bool isTableName(std::string_view text) {
 void parseLineTypeTable(const SectionLines& lines, Drawing& drawing) {
   walkEntries(lines, true, [&drawing](GroupRun& run) {
     LineTypeRec record;
-    record.name = keepUpper(drawing, run.find(0, kNameCode));
-    record.values = {keep(drawing, run.find(1, 3)), keep(drawing, run.find(2, 73)),
-                     keep(drawing, run.find(3, 40)), run.dashList(4, drawing.arena)};
+    record.name = run.kept(0, kNameCode, drawing, true);
+    record.values = {run.kept(1, 3, drawing, false), run.kept(2, 73, drawing, false),
+                     run.kept(3, 40, drawing, false), run.dashList(4, drawing.arena)};
     drawing.addLineType(record);
   });
 }
@@ -142,8 +150,8 @@ void parseLineTypeTable(const SectionLines& lines, Drawing& drawing) {
 void parseLayerTable(const SectionLines& lines, Drawing& drawing) {
   walkEntries(lines, false, [&drawing](GroupRun& run) {
     LayerRec record;
-    record.name = keepUpper(drawing, run.find(0, kNameCode));
-    record.values = {keep(drawing, run.find(1, 62)), keep(drawing, run.find(2, 6))};
+    record.name = run.kept(0, kNameCode, drawing, true);
+    record.values = {run.kept(1, 62, drawing, false), run.kept(2, 6, drawing, false)};
     drawing.addLayer(record);
   });
 }
@@ -151,9 +159,9 @@ void parseLayerTable(const SectionLines& lines, Drawing& drawing) {
 void parseStyleTable(const SectionLines& lines, Drawing& drawing) {
   walkEntries(lines, false, [&drawing](GroupRun& run) {
     TextStyleRec record;
-    record.name = keepUpper(drawing, run.find(0, kNameCode));
-    record.values = {keep(drawing, run.find(1, 40)), keep(drawing, run.find(2, 41)),
-                     keep(drawing, run.find(3, 71))};
+    record.name = run.kept(0, kNameCode, drawing, true);
+    record.values = {run.kept(1, 40, drawing, false), run.kept(2, 41, drawing, false),
+                     run.kept(3, 71, drawing, false)};
     drawing.textStyles.push_back(record);
   });
 }

@@ -14,7 +14,7 @@
 namespace quillon::dxf {
 namespace {
 
-[[noreturn]] void failReading() { throw ReadError(std::generic_category().message(errno)); }
+[[noreturn]] void failReading() { throw ReadError(errno); }
 
 /// Size of a stream that can be read again from its start, or -1.
 long long seekableSize(std::FILE* stream) {
@@ -41,7 +41,9 @@ TextSource::TextSource(std::string_view bytes) : fileSize_(bytes.size()) {
   finishWindow();
 }
 
-TextSource::TextSource(std::FILE* stream, std::string_view head) : stream_(stream) {
+TextSource::TextSource(std::FILE* stream, std::string_view head,
+                       const std::function<bool()>& cancelled)
+    : stream_(stream) {
   const long long size = seekableSize(stream);
   if (size >= 0) {
     fileSize_ = static_cast<std::uint64_t>(size);
@@ -53,9 +55,10 @@ TextSource::TextSource(std::FILE* stream, std::string_view head) : stream_(strea
   grow(std::max(kWindow, 2 * head.size()));
   std::copy(head.begin(), head.end(), data_.get());
   addBytes(head.size());
-  while (readMore()) {
+  while (!cancelled() && readMore()) {
     if (size_ == capacity_) grow(2 * capacity_);
   }
+  atFileEnd_ = true;
   fileSize_ = bytesRead_;
   stream_ = nullptr;
   finishWindow();
@@ -127,8 +130,10 @@ bool TextSource::readMore() {
   const std::size_t wanted = capacity_ - size_;
   const std::size_t got = std::fread(data_.get() + size_, 1, wanted, stream_);
   if (got < wanted) {
-    if (std::ferror(stream_) != 0) failReading();
-    atFileEnd_ = true;
+    const bool interrupted = std::ferror(stream_) != 0 && errno == EINTR;
+    if (std::ferror(stream_) != 0 && !interrupted) failReading();
+    if (interrupted) std::clearerr(stream_);
+    atFileEnd_ = !interrupted;
   }
   addBytes(got);
   return !atFileEnd_;

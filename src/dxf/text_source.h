@@ -8,6 +8,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string_view>
+#include <system_error>
 
 namespace quillon::dxf {
 
@@ -18,10 +19,15 @@ struct LineEnds {
   bool eolDetected = false;
 };
 
-/// A file could not be read; what() holds the system's reason.
+/// A file could not be read, for the system's reason with this number (errno).
 class ReadError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit ReadError(int reason)
+      : std::runtime_error(std::generic_category().message(reason)), reason_(reason) {}
+  int reason() const { return reason_; }
+
+ private:
+  int reason_;
 };
 
 /// A drawing's bytes, seen through a window that moves over the file, so that a drawing of any size
@@ -38,8 +44,11 @@ class TextSource {
   /// A copy of bytes in memory.
   explicit TextSource(std::string_view bytes);
   /// A stream that stands at its start, or behind `head`, which has been read from it already.
-  /// A stream that can seek is read through the window and must stay open. Throws ReadError.
-  TextSource(std::FILE* stream, std::string_view head);
+  /// A stream that can seek is read through the window and must stay open; another one is read to
+  /// its end here, and `cancelled` is asked now and then. Throws ReadError.
+  TextSource(
+      std::FILE* stream, std::string_view head,
+      const std::function<bool()>& cancelled = [] { return false; });
   TextSource(const TextSource&) = delete;
   TextSource& operator=(const TextSource&) = delete;
 

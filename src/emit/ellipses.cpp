@@ -1,6 +1,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "dxf/run_time_error.h"
 #include "emit/curves.h"
 #include "emit/geometry.h"
 #include "emit/lines.h"
@@ -41,6 +42,9 @@ class AxisForm {
 void writeEllipse(EmitContext& context, const EllipseArc& ellipse, int segments, int layer,
                   const DashPattern* dashes) {
   if (layer == kNotConverted) return;
+  if (!std::isfinite(ellipse.startParam) || !std::isfinite(ellipse.endParam)) {
+    throw dxf::RunTimeError(dxf::Fault::BadNumber, {});
+  }
   constexpr double kParameterTolerance = 1e-9;
   const AxisForm axes(ellipse);
   const double step = kPi / (2.0 * segments);

@@ -33,7 +33,6 @@ class PolylineWriter {
   explicit PolylineWriter(EmitContext& context) : context_(context), polygon_(context) {}
 
   bool running() const { return running_; }
-  const PolylineStyle& style() const { return style_; }
 
   /// Starts a run. `hasWidth` keeps it off the polygon road.
   void begin(const PolylineStyle& style, bool hasWidth);

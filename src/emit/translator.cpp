@@ -88,8 +88,9 @@ Translator::Translator(EmitContext& context, dxf::Drawing& drawing, LayerNumbers
 
 void Translator::translateEntity(DxfEntity& entity, const Placement& placement) {
   reader_.complete(entity);
-  currentPosition_ = entity.groups;
+  // What is left of a POLYLINE belongs to the entity before this one.
   if (entity.kind != EntityKind::Vertex) polyline_.finish();
+  currentPosition_ = entity.groups;
   ++counts_[static_cast<std::size_t>(countedAs(entity.kind))];
   (this->*kHandlers[static_cast<std::size_t>(entity.kind)])(entity, placement);
 }
@@ -101,11 +102,13 @@ void Translator::translateBlock(std::size_t blockIndex, const Placement& placeme
   }
   expanding_[blockIndex] = 1;
   ++depth_;
+  const char* const insertedAt = currentPosition_;
   dxf::EntityCursor items(drawing_.store, drawing_.blocks[blockIndex].items);
   for (DxfEntity item; items.next(item) && !context_.cancelled();) {
     translateEntity(item, placement);
   }
   finishList();
+  currentPosition_ = insertedAt;
   --depth_;
   expanding_[blockIndex] = 0;
 }
@@ -191,11 +194,12 @@ void Translator::lwPolyline(const DxfEntity& entity, const Placement& placement)
   style.layer = layerOf(entity);
   if (style.layer == kNotConverted) return;
   style.dashes = dashesOf(entity);
-  style.closed = entity.kind != EntityKind::Leader && dxf::isOddNumber(entity.value(2));
+  const bool mayClose = entity.kind != EntityKind::Leader;
+  style.closed = mayClose && dxf::isOddNumber(entity.value(2));
   style.width = entity.number(1);
   style.placement = placement;
   polyline_.begin(style, style.width != 0.0);
-  dxf::PolyVertexWalk walk(reader_.groups(entity), entity.value(1));
+  dxf::PolyVertexWalk walk(reader_.groups(entity), entity.value(1), mayClose);
   for (dxf::PolyVertex vertex; walk.next(vertex) && !context_.cancelled();) {
     polyline_.add(
         {placePoint(dxf::numberValue(vertex.x), dxf::numberValue(vertex.y), mirror, placement),

@@ -53,7 +53,6 @@ class Translator {
 
   /// MTEXT counts as TEXT and LEADER as LWPOLYLINE.
   const EntityCounts& counts() const { return counts_; }
-  dxf::EntityReader& reader() { return reader_; }
   /// Where the entity stands that was translated last, for error messages; may be null.
   const char* currentPosition() const { return currentPosition_; }
 

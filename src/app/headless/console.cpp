@@ -12,9 +12,16 @@
 namespace quillon::headless {
 namespace {
 
-void put(std::FILE* stream, std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stream);
-  std::fflush(stream);
+bool put(std::FILE* stream, std::string_view text) {
+  const bool whole = std::fwrite(text.data(), 1, text.size(), stream) == text.size();
+  return std::fflush(stream) == 0 && whole;
+}
+
+/// The start of a UTF-8 text, cut between characters.
+std::string_view shortened(std::string_view text, std::size_t longest) {
+  if (text.size() <= longest) return text;
+  while (longest > 0 && (static_cast<unsigned char>(text[longest]) & 0xC0) == 0x80) --longest;
+  return text.substr(0, longest);
 }
 
 }  // namespace
@@ -26,10 +33,10 @@ void Console::printError(std::string_view lines) {
   put(stderr, lines);
 }
 
-void Console::printOutput(std::string_view lines) {
+bool Console::printOutput(std::string_view lines) {
   const std::lock_guard lock(mutex_);
   erase();
-  put(stdout, lines);
+  return put(stdout, lines);
 }
 
 void Console::showProgress(int percent, std::string_view label) {
@@ -39,7 +46,7 @@ void Console::showProgress(int percent, std::string_view label) {
   const std::lock_guard lock(mutex_);
   const auto filled = static_cast<std::size_t>(std::clamp(percent, 0, 100) * kWidth / 100);
   std::string line = "\r[" + std::string(filled, '#') + std::string(kWidth - filled, '.') + "] ";
-  line += std::to_string(percent) + " % " + std::string(label.substr(0, kLongestLabel)) + "\x1b[K";
+  line += std::to_string(percent) + " % " + std::string(shortened(label, kLongestLabel)) + "\x1b[K";
   if (line == shown_) return;
   shown_ = line;
   put(stderr, line);

@@ -19,8 +19,8 @@ class Console {
 
   /// Lines (each with its line end) to standard error.
   void printError(std::string_view lines);
-  /// Lines to standard output.
-  void printOutput(std::string_view lines);
+  /// Lines to standard output. False when they could not be written.
+  bool printOutput(std::string_view lines);
   /// A bar of `percent` with a label.
   void showProgress(int percent, std::string_view label);
   void clearProgress();

@@ -17,7 +17,17 @@ extern "C" void onInterrupt(int) {
 
 }  // namespace
 
-void catchInterrupt() { std::signal(SIGINT, onInterrupt); }
+void catchInterrupt() {
+#ifdef _WIN32
+  std::signal(SIGINT, onInterrupt);
+#else
+  // Without SA_RESTART a read that waits for a pipe ends, and the cancel is seen at once.
+  struct sigaction action = {};
+  action.sa_handler = onInterrupt;
+  sigemptyset(&action.sa_mask);
+  sigaction(SIGINT, &action, nullptr);
+#endif
+}
 
 bool interrupted() { return interruptSeen.load(); }
 

@@ -7,6 +7,7 @@
 #include <map>
 #include <string_view>
 
+#include "convert/messages.h"
 #include "dxf/number_text.h"
 #include "ui/resources/string_table.h"
 
@@ -48,11 +49,16 @@ struct NumberTexts {
   std::string polyWidth = "0";
 };
 
-void addChoice(CLI::App& app, const char* name, int& value, const Words& words, const char* choices,
-               const char* help) {
-  app.add_option(name, value, help)
-      ->transform(CLI::CheckedTransformer(words).description(""))
-      ->type_name(choices);
+/// An option that takes one of a few words.
+void addChoice(CLI::App& app, const char* name, int& value, const Words& words,
+               const std::string& choices, const char* help) {
+  const auto look = [words, choices](std::string& text) -> std::string {
+    const auto found = words.find(text);
+    if (found == words.end()) return "\"" + text + "\" is none of " + choices;
+    text = std::to_string(found->second);
+    return {};
+  };
+  app.add_option(name, value, help)->transform(CLI::Validator(look, ""))->type_name(choices);
 }
 
 void addJobOptions(CLI::App& app, Options& options, NumberTexts& numbers) {
@@ -132,7 +138,8 @@ std::string checkTogether(const Options& options) {
 }  // namespace
 
 int usageError(const std::string& message) {
-  std::fprintf(stderr, "quillon-convert: %s\nTry 'quillon-convert --help'.\n", message.c_str());
+  std::fprintf(stderr, "quillon-convert: %s\nTry 'quillon-convert --help'.\n",
+               convert::quotable(message).c_str());
   return kWrongUsage;
 }
 

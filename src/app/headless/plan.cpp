@@ -20,9 +20,8 @@ bool isDrawingName(const fs::path& path) {
   return dxf::equalsUpperCased(fromPath(path.extension()), ".DXF");
 }
 
-std::vector<fs::path> drawingsIn(const fs::path& folder) {
+std::vector<fs::path> drawingsIn(const fs::path& folder, std::error_code& error) {
   std::vector<fs::path> drawings;
-  std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
        entry.increment(error)) {
     std::error_code ignored;
@@ -51,10 +50,12 @@ class PathRules {
 
   std::string reportOf(const fs::path& drawing) const {
     if (!options_.report) return {};
-    if (!several_) return *options_.report;
+    const fs::path report = toPath(*options_.report);
+    std::error_code ignored;
+    if (!several_ && !fs::is_directory(report, ignored)) return *options_.report;
     fs::path name = drawing.filename();
     name.replace_extension(".txt");
-    return fromPath(toPath(*options_.report) / name);
+    return fromPath(report / name);
   }
 
  private:
@@ -85,14 +86,33 @@ PlannedConversion planDrawing(const Options& options, const PathRules& paths,
   return planned;
 }
 
-/// Two files of one plan under one name would lose one of them.
-std::string checkCollisions(const Plan& plan) {
-  std::set<std::string> written;
+/// One spelling for all paths of a file.
+fs::path fileKey(const std::string& file) {
+  std::error_code error;
+  const fs::path path = fs::absolute(convert::findForCreation(file), error);
+  const fs::path canonical = fs::weakly_canonical(path, error);
+  return error ? path : canonical;
+}
+
+/// No result may replace a file that is read, nor another result.
+std::string checkCollisions(const Options& options, const Plan& plan) {
+  std::set<fs::path> inputs;
+  if (options.frame) inputs.insert(fileKey(*options.frame));
+  if (!options.job.layerFile.empty()) inputs.insert(fileKey(options.job.layerFile));
+  for (const PlannedConversion& planned : plan.conversions) {
+    if (!planned.readStandardInput) inputs.insert(fileKey(planned.job.dxfFile));
+  }
+  std::set<fs::path> written;
   for (const PlannedConversion& planned : plan.conversions) {
     for (const std::string& file : {planned.job.scriptFile, planned.reportFile}) {
       if (file.empty()) continue;
-      if (file == planned.job.dxfFile) return file + " is the drawing itself";
-      if (!written.insert(file).second) return "two results would be written to " + file;
+      std::error_code ignored;
+      const fs::path key = fileKey(file);
+      if (inputs.contains(key)) return file + " would replace a file that is read";
+      const bool isDevice = fs::exists(key, ignored) && !fs::is_regular_file(key, ignored);
+      if (!isDevice && !written.insert(key).second) {
+        return "two results would be written to " + file;
+      }
     }
   }
   return {};
@@ -128,6 +148,7 @@ Plan makePlan(const Options& options) {
   Plan plan;
   if (options.inputs.front() == "-") {
     planStandardInput(options, plan);
+    plan.usageError = checkCollisions(options, plan);
     return plan;
   }
   std::vector<fs::path> drawings;
@@ -140,8 +161,13 @@ Plan makePlan(const Options& options) {
       continue;
     }
     plan.several = true;
-    const std::vector<fs::path> found = drawingsIn(path);
-    if (found.empty()) plan.emptyFolders.push_back(input);
+    std::error_code error;
+    const std::vector<fs::path> found = drawingsIn(path, error);
+    if (error) {
+      plan.unreadableFolders.push_back(input);
+    } else if (found.empty()) {
+      plan.emptyFolders.push_back(input);
+    }
     drawings.insert(drawings.end(), found.begin(), found.end());
   }
   if (plan.several && options.name) plan.usageError = "--name takes one drawing only";
@@ -153,7 +179,7 @@ Plan makePlan(const Options& options) {
   for (const fs::path& drawing : drawings) {
     plan.conversions.push_back(planDrawing(options, paths, drawing));
   }
-  plan.usageError = checkCollisions(plan);
+  plan.usageError = checkCollisions(options, plan);
   if (plan.usageError.empty() && plan.several) plan.usageError = makeFolders(options);
   return plan;
 }

@@ -18,9 +18,10 @@ struct PlannedConversion {
 
 struct Plan {
   std::vector<PlannedConversion> conversions;
-  bool several = false;                   ///< several inputs or a folder
-  std::vector<std::string> emptyFolders;  ///< folders without a drawing
-  std::string usageError;                 ///< "" when the plan holds
+  bool several = false;                        ///< several inputs or a folder
+  std::vector<std::string> emptyFolders;       ///< folders without a drawing
+  std::vector<std::string> unreadableFolders;  ///< folders that cannot be listed
+  std::string usageError;                      ///< "" when the plan holds
 };
 
 /// Decides which drawings are converted to where. Folders are listed here, not recursively, sorted

@@ -47,6 +47,10 @@ class Runner {
         printed_(plan_.conversions.size()) {}
 
   int run() {
+    for (const std::string& folder : plan_.unreadableFolders) {
+      console_.printError(
+          problemLine(convert::MessageKind::Error, texts_(3110, {quotable(folder)})));
+    }
     for (const std::string& folder : plan_.emptyFolders) {
       console_.printError(
           problemLine(convert::MessageKind::Error, texts_(3108, {quotable(folder)})));
@@ -58,46 +62,65 @@ class Runner {
           "\n");
     }
     if (interrupted()) return kCancelled;
-    const bool all = converted_ == plan_.conversions.size() && plan_.emptyFolders.empty();
+    if (outputFailed_) {
+      console_.printError(problemLine(convert::MessageKind::Error, std::string(texts_(3111))));
+    }
+    const bool all = converted_ == plan_.conversions.size() && plan_.emptyFolders.empty() &&
+                     plan_.unreadableFolders.empty() && !outputFailed_;
     return all ? kAllConverted : kSomeNotConverted;
   }
 
  private:
   void convertAll() {
     const std::size_t workers = std::min<std::size_t>(options_.jobs, plan_.conversions.size());
-    std::vector<std::thread> threads;
-    for (std::size_t i = 1; i < workers; ++i) threads.emplace_back([this] { work(); });
-    work();
-    for (std::thread& thread : threads) thread.join();
+    {
+      std::vector<std::jthread> threads;
+      try {
+        for (std::size_t i = 1; i < workers; ++i) threads.emplace_back([this] { work(); });
+      } catch (const std::system_error&) {
+        // Fewer conversions at the same time do as well.
+      }
+      work();
+    }
+    for (std::optional<Printed>& rest : printed_) flush(rest);
   }
 
   /// Takes one conversion after the other; after Ctrl-C none is begun.
   void work() {
     for (std::size_t i = next_++; i < plan_.conversions.size() && !interrupted(); i = next_++) {
-      Printed printed = convertOne(plan_.conversions[i]);
+      Printed printed;
+      try {
+        printed = convertOne(plan_.conversions[i]);
+      } catch (const std::exception& problem) {
+        const std::string& drawing = plan_.conversions[i].job.dxfFile;
+        printed.error =
+            problemLine(convert::MessageKind::Error, quotable(drawing) + ": " + problem.what());
+      }
       print(i, std::move(printed));
     }
   }
 
   Printed convertOne(const PlannedConversion& planned) {
-    HeadlessHost host(console_, texts_, plan_.several ? "" : planned.job.dxfFile);
+    HeadlessHost host(console_, texts_, plan_.several ? "" : quotable(planned.job.dxfFile));
     ConversionResult result;
     std::vector<Message> messages;
+    bool reportWritten = true;
     if (reportInTheWay(planned.reportFile)) {
       result.dxfFile = planned.job.dxfFile;
       messages.push_back(error(texts_(3103, {quotable(planned.reportFile)})));
     } else {
       result = convert::convertDXF(planned.job, host, surroundingsOf(planned));
       messages = host.messages();
-      if (!writeReport(planned.reportFile, result, messages)) result.outcome = Outcome::Ended;
+      reportWritten = writeReport(planned.reportFile, result, messages);
     }
-    if (result.outcome == Outcome::Converted) ++converted_;
+    if (result.outcome == Outcome::Converted && reportWritten) ++converted_;
     Printed printed;
     for (const Message& message : messages) {
       printed.error += problemLine(message.kind, message.detail);
     }
     if (!options_.quiet && result.outcome != Outcome::Ended) printed.error += summary(result);
-    if (options_.json) printed.output = toJson(result, planned.reportFile, messages);
+    if (options_.json)
+      printed.output = toJson(result, reportWritten ? planned.reportFile : "", messages);
     return printed;
   }
 
@@ -128,7 +151,8 @@ class Runner {
       file.commit();
       return true;
     } catch (const convert::WriteError& reason) {
-      messages.push_back(error(texts_(3027, {quotable(reportFile), reason.what()})));
+      messages.push_back(error(convert::Messages(texts_).unwritableText(
+          reportFile, convert::Messages(texts_).reasonText(reason.reason()))));
       return false;
     }
   }
@@ -167,8 +191,18 @@ class Runner {
             texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n";
     if (result.scriptFile == "-" || plan_.several) return text;
     std::error_code ignored;
-    const fs::path full = fs::absolute(convert::toPath(result.scriptFile), ignored);
-    return text + texts_(3107, {quotable(convert::fromPath(full.lexically_normal()))}) + "\n";
+    const std::string full = convert::fromPath(
+        fs::absolute(convert::toPath(result.scriptFile), ignored).lexically_normal());
+    // A path that would break its quotes is not worth typing.
+    const bool plain = full.find('\'') == std::string::npos && !convert::hasControlCharacter(full);
+    return plain ? text + texts_(3107, {full}) + "\n" : text;
+  }
+
+  void flush(std::optional<Printed>& printed) {
+    if (!printed) return;
+    console_.printError(printed->error);
+    if (!printed->output.empty() && !console_.printOutput(printed->output)) outputFailed_ = true;
+    *printed = {};
   }
 
   /// Prints in the order of the plan, whatever order the conversions end in.
@@ -176,9 +210,7 @@ class Runner {
     const std::lock_guard lock(mutex_);
     printed_[index] = std::move(printed);
     for (; printedUpTo_ < printed_.size() && printed_[printedUpTo_]; ++printedUpTo_) {
-      console_.printError(printed_[printedUpTo_]->error);
-      if (options_.json) console_.printOutput(printed_[printedUpTo_]->output);
-      printed_[printedUpTo_] = Printed{};
+      flush(printed_[printedUpTo_]);
     }
     if (plan_.several) {
       console_.showProgress(static_cast<int>(printedUpTo_ * 100 / printed_.size()),
@@ -195,6 +227,7 @@ class Runner {
   std::mutex mutex_;
   std::vector<std::optional<Printed>> printed_;
   std::size_t printedUpTo_ = 0;
+  bool outputFailed_ = false;
 };
 
 }  // namespace
