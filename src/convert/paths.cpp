@@ -109,7 +109,8 @@ fs::path findForCreation(std::string_view path) {
   const fs::path asWritten = toPath(path);
   std::error_code error;
   if (path.empty() || fs::exists(asWritten, error)) return asWritten;
-  if (fs::is_directory(asWritten.parent_path(), error)) return asWritten;
+  const bool oneSeparator = path.find('\\') == std::string_view::npos;
+  if (oneSeparator && fs::is_directory(asWritten.parent_path(), error)) return asWritten;
   const std::vector<std::string> parts = splitComponents(path);
   if (parts.size() < 2) return asWritten;
   const fs::path folder = walk(path, parts, parts.size() - 1);

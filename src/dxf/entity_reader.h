@@ -16,6 +16,8 @@ class EntityReader {
  public:
   explicit EntityReader(Drawing& drawing) : drawing_(drawing) {}
 
+  Drawing& drawing() { return drawing_; }
+
   /// Completes an entity as it was read: layer, line type, and what its kind demands.
   void complete(DxfEntity& entity);
 

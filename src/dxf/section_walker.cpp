@@ -34,13 +34,14 @@ SectionLines splitLines(LineRange range, const LineEnds& ends) {
 }
 
 /// The table's name: the line behind the first line that is exactly "2"; the first line of all when
-/// there is none.
+/// there is none. Throws RunTimeError when the lines end with the "2".
 std::string_view tableName(LineRange range, const LineEnds& ends) {
-  LineCursor search(range, ends);
-  while (!search.atEnd() && trimBlanks(search.next()) != "2") {
+  for (LineCursor search(range, ends); !search.atEnd();) {
+    if (trimBlanks(search.next()) != "2") continue;
+    if (search.atEnd()) throw RunTimeError(Fault::TextEndsTooEarly, {}, search.position());
+    return trimBlanks(search.next());
   }
-  LineCursor name = search.atEnd() ? LineCursor(range, ends) : search;
-  return trimBlanks(name.next());
+  return trimBlanks(LineCursor(range, ends).next());
 }
 
 void parseTable(Drawing& drawing, LineRange range) {
@@ -127,7 +128,8 @@ void readDefinitions(Drawing& drawing, LineReader& reader) {
 
 void readContents(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd) {
   if (!reader.cancelled()) readEntitiesSection(drawing, reader, sink);
-  if (openSection(drawing, reader, "OBJECTS")) skipObjects(reader, endsAtFileEnd);
+  if (!openSection(drawing, reader, "OBJECTS")) return;
+  skipObjects(reader, endsAtFileEnd);
   reader.poll(true);
 }
 

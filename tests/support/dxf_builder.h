@@ -11,6 +11,13 @@ namespace quillon::testing {
 /// Groups of an entity or a table entry: codes and values.
 using Groups = std::initializer_list<std::pair<int, std::string_view>>;
 
+/// These lines, each with a line end.
+inline std::string joinLines(std::initializer_list<std::string_view> lines) {
+  std::string text;
+  for (const std::string_view line : lines) text.append(line).append("\n");
+  return text;
+}
+
 /// Builds the text of a complete, well-formed drawing, so that a test breaks one only on purpose.
 /// Sections without content are left out, except ENTITIES and OBJECTS.
 class DxfBuilder {

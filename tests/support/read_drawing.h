@@ -1,43 +1,119 @@
 #pragma once
 
-#include <stdexcept>
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "dxf/drawing.h"
+#include "dxf/entities.h"
 #include "dxf/entity_reader.h"
 #include "dxf/line_reader.h"
+#include "dxf/run_time_error.h"
 #include "dxf/section_walker.h"
+#include "dxf/text_source.h"
 #include "support/test_monitor.h"
 
 namespace quillon::testing {
 
-/// A drawing read from a text, with all that it points into.
-struct ReadDrawing {
-  explicit ReadDrawing(std::string_view bytes) : text(bytes), drawing(text), reader(drawing) {
-    dxf::LineReader lines(text, monitor);
-    dxf::readDxf(drawing, lines, true);
-    linesRead = lines.linesRead();
-  }
+/// Keeps the entities that it is given, with copies of their texts.
+class EntityKeeper : public dxf::EntitySink {
+ public:
+  explicit EntityKeeper(dxf::EntityReader& reader) : reader_(reader) {}
 
-  /// The entity with this index in a list.
-  dxf::DxfEntity entityOf(const dxf::EntityList& list, std::size_t index) {
-    dxf::EntityCursor cursor(drawing.store, list);
-    dxf::EntitySlots slots;
-    for (std::size_t i = 0; i <= index; ++i) {
-      if (!cursor.next(slots)) throw std::out_of_range("no such entity");
+  void takeEntity(dxf::DxfEntity& given) override {
+    reader_.complete(given);
+    dxf::DxfEntity& entity = entities.emplace_back(given);
+    for (std::size_t slot = 0; slot < dxf::kMaxSlots; ++slot) {
+      entity.values[slot] = texts_.keep(std::string(given.value(slot)));
     }
-    dxf::DxfEntity entity;
-    reader.readEntity(slots, entity);
-    return entity;
+    if (!dxf::hasSideRecord(entity.kind)) return;
+    const auto size = static_cast<std::size_t>(entity.groupsEnd - entity.groups);
+    std::string groups(entity.groups, size);
+    groups.append(dxf::TextSource::kMargin, reader_.drawing().lineEnds.eolChar);
+    entity.groups = texts_.keep(std::move(groups)).data();
+    entity.groupsEnd = entity.groups + size;
   }
-  /// The entity with this index in the ENTITIES section.
-  dxf::DxfEntity entity(std::size_t index) { return entityOf(drawing.entities, index); }
 
-  dxf::FileText text;
+  std::vector<dxf::DxfEntity> entities;
+
+ private:
+  dxf::EntityReader& reader_;
+  dxf::TextArena texts_;
+};
+
+/// A drawing read from a text, with all that it points into.
+class ReadDrawing {
+ public:
+  using CancelRule = std::function<bool(const ReadDrawing&)>;
+
+  /// The rule is asked at every poll of the reader, with what has been read so far.
+  explicit ReadDrawing(std::string_view bytes, CancelRule cancelWhen = {},
+                       bool endsAtFileEnd = true)
+      : source(bytes), reader(drawing), keeper_(reader) {
+    read(std::move(cancelWhen), endsAtFileEnd);
+  }
+  /// Reads an open file.
+  explicit ReadDrawing(std::FILE* file, CancelRule cancelWhen = {})
+      : source(file, {}), reader(drawing), keeper_(reader) {
+    read(std::move(cancelWhen), true);
+  }
+
+  /// The entities of the ENTITIES section.
+  const std::vector<dxf::DxfEntity>& entities() const { return keeper_.entities; }
+  const dxf::DxfEntity& entity(std::size_t index) const { return entities().at(index); }
+  /// The entities of a block.
+  std::vector<dxf::DxfEntity> blockEntities(std::size_t block) {
+    std::vector<dxf::DxfEntity> all;
+    dxf::EntityCursor cursor(drawing.store, drawing.blocks.at(block).items);
+    for (dxf::DxfEntity stored; cursor.next(stored);) {
+      reader.complete(all.emplace_back(stored));
+    }
+    return all;
+  }
+  dxf::DxfEntity blockEntity(std::size_t block, std::size_t index) {
+    return blockEntities(block).at(index);
+  }
+
+  dxf::TextSource source;
   TestMonitor monitor;
   dxf::Drawing drawing;
   dxf::EntityReader reader;
   std::uint64_t linesRead = 0;
+
+ private:
+  void read(CancelRule cancelWhen, bool endsAtFileEnd) {
+    if (cancelWhen) {
+      monitor.cancelWhen = [this, rule = std::move(cancelWhen)] { return rule(*this); };
+    }
+    dxf::LineReader lines(source, monitor);
+    dxf::readDxf(drawing, lines, keeper_, endsAtFileEnd);
+    linesRead = lines.linesRead();
+  }
+
+  EntityKeeper keeper_;
 };
+
+/// The run-time error that ended the reading of a text.
+struct ReadFault {
+  dxf::Fault fault;
+  std::uint64_t line;  ///< from 1
+  std::string subject;
+};
+
+/// Reads a text or an open file; nothing when no error left the reader.
+template <typename Source>
+std::optional<ReadFault> readFault(const Source& source) {
+  try {
+    const ReadDrawing read(source);
+  } catch (const dxf::RunTimeError& error) {
+    return ReadFault{error.fault(), error.line(), error.subject()};
+  }
+  return std::nullopt;
+}
 
 }  // namespace quillon::testing

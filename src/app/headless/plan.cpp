@@ -104,10 +104,18 @@ std::string checkCollisions(const Options& options, const Plan& plan) {
   }
   std::set<fs::path> written;
   for (const PlannedConversion& planned : plan.conversions) {
-    for (const std::string& file : {planned.job.scriptFile, planned.reportFile}) {
+    if (!planned.job.scriptFile.empty() && planned.job.scriptFile == planned.job.dxfFile) {
+      return planned.job.scriptFile + " is the drawing itself";
+    }
+    for (const std::string* const result : {&planned.job.scriptFile, &planned.reportFile}) {
+      const std::string& file = *result;
       if (file.empty()) continue;
       std::error_code ignored;
       const fs::path key = fileKey(file);
+      // A script over its own drawing by another name is the conversion's to refuse.
+      const bool own = result == &planned.job.scriptFile && !planned.readStandardInput &&
+                       key == fileKey(planned.job.dxfFile);
+      if (own) continue;
       if (inputs.contains(key)) return file + " would replace a file that is read";
       const bool isDevice = fs::exists(key, ignored) && !fs::is_regular_file(key, ignored);
       if (!isDevice && !written.insert(key).second) {

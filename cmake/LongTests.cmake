@@ -1,0 +1,22 @@
+# Tests that take minutes. They have the label "long": the test presets other than "long" leave
+# them out.
+find_program(QUILLON_VALGRIND valgrind)
+
+# quillon_memcheck(<name>): the whole test program once more, under valgrind.
+function(quillon_memcheck name)
+  if(QUILLON_VALGRIND AND NOT QUILLON_SANITIZE)
+    add_test(NAME memcheck.${name} COMMAND ${QUILLON_VALGRIND}
+      --quiet --leak-check=full --error-exitcode=99 $<TARGET_FILE:${name}>)
+    set_tests_properties(memcheck.${name} PROPERTIES LABELS long TIMEOUT 3600)
+  endif()
+endfunction()
+
+# quillon_limits(): large drawings keep the limits of time and memory, and costs grow linearly.
+function(quillon_limits)
+  if(TARGET end_to_end AND NOT QUILLON_SANITIZE)
+    add_test(NAME limits.large_drawings COMMAND end_to_end --check)
+    add_test(NAME limits.linear_growth COMMAND end_to_end --linear --check)
+    set_tests_properties(limits.large_drawings limits.linear_growth PROPERTIES
+      LABELS long TIMEOUT 3600 RUN_SERIAL ON)
+  endif()
+endfunction()

@@ -1,0 +1,55 @@
+#include "app/headless/json_output.h"
+
+#include <gtest/gtest.h>
+
+namespace quillon::headless {
+namespace {
+
+TEST(JsonString, QuotesAndEscapes) {
+  EXPECT_EQ(jsonString(""), "\"\"");
+  EXPECT_EQ(jsonString("C:\\a \"b\""), "\"C:\\\\a \\\"b\\\"\"");
+  EXPECT_EQ(jsonString("a\nb\x01\x1f\x7f"), "\"a\\u000ab\\u0001\\u001f\\u007f\"");
+}
+
+TEST(JsonString, KeepsUtf8AndRepairsWhatIsNone) {
+  EXPECT_EQ(jsonString("Käse→𝄞"), "\"Käse→𝄞\"");
+  EXPECT_EQ(jsonString("a\xE4"
+                       "b\x80"),
+            "\"aäb€\"");
+}
+
+TEST(ToJson, IsOneLineWithEveryMember) {
+  convert::ConversionResult result;
+  result.outcome = convert::Outcome::Cancelled;
+  result.dxfFile = "a.dxf";
+  result.scriptFile = "a.scr";
+  result.linesRead = 12;
+  result.commandCount = 34;
+  result.counts[static_cast<std::size_t>(dxf::EntityKind::Line)] = 5;
+  result.counts[static_cast<std::size_t>(dxf::EntityKind::Vertex)] = 9;
+  result.counts[static_cast<std::size_t>(dxf::EntityKind::Seqend)] = 9;
+  result.unknownKinds = {{"HATCH", 2}};
+  result.extents = {-1.0, 0.5, 2.0, 1e21};
+  result.rangeWarning = true;
+  const convert::Message message{convert::MessageKind::Warning, "title", "text", "detail"};
+  EXPECT_EQ(toJson(result, "r.txt", {message}),
+            "{\"dxf\":\"a.dxf\",\"script\":\"a.scr\",\"report\":\"r.txt\","
+            "\"outcome\":\"cancelled\",\"linesRead\":12,\"linesWritten\":34,"
+            "\"entities\":{\"LINE\":5},\"notRecognised\":{\"HATCH\":2},"
+            "\"extents\":{\"minX\":-1,\"minY\":0.5,\"maxX\":2,\"maxY\":1e+21},"
+            "\"rangeWarning\":true,"
+            "\"messages\":[{\"kind\":\"warning\",\"text\":\"detail\"}]}\n");
+}
+
+TEST(ToJson, NamesNoFileThatWasNotWritten) {
+  convert::ConversionResult result;
+  result.dxfFile = "a.dxf";
+  result.scriptFile = "a.scr";
+  EXPECT_EQ(toJson(result, "r.txt", {}),
+            "{\"dxf\":\"a.dxf\",\"script\":null,\"report\":null,\"outcome\":\"failed\","
+            "\"linesRead\":0,\"linesWritten\":0,\"entities\":{},\"notRecognised\":{},"
+            "\"extents\":null,\"rangeWarning\":false,\"messages\":[]}\n");
+}
+
+}  // namespace
+}  // namespace quillon::headless

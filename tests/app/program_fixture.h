@@ -1,0 +1,92 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/dxf_builder.h"
+#include "support/program_run.h"
+#include "support/temp_folder.h"
+
+namespace quillon::headless {
+
+/// Runs of the real program in an empty folder with an environment of their own.
+class ProgramTest : public ::testing::Test {
+ protected:
+  using Strings = std::vector<std::string>;
+
+  ProgramTest() {
+    call.program = QUILLON_CONVERT;
+    call.folder = folder.path();
+  }
+
+  testing::ProgramResult run(Strings arguments, std::string_view input = {}) {
+    call.arguments = std::move(arguments);
+    return testing::runProgram(call, input);
+  }
+
+  /// The line (0 0) to (1 2).
+  static testing::DxfBuilder oneLine() {
+    testing::DxfBuilder dxf;
+    dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "2"}});
+    return dxf;
+  }
+  std::string write(std::string_view name, const testing::DxfBuilder& dxf) const {
+    return folder.write(name, dxf.text());
+  }
+
+  /// The script of oneLine() into a board of that name; without a name into no board.
+  static std::string lineScript(const std::string& name) {
+    const std::string open = name.empty() ? "" : "Write;\r\nEdit '" + name + ".brd';\r\n";
+    return open + framed(
+                      "Layer  20 ;\r\n"
+                      "Wire 0.0000000 (R0.0000000 0.0000000) (R1.0000000 2.0000000);\r\n");
+  }
+  static std::string framed(std::string_view content) {
+    return "Set Wire_Bend 2;\r\nChange Pour Solid;\r\nGrid mil;\r\nSet Optimizing off;\r\n"
+           "Set Undo_Log off;\r\n" +
+           std::string(content) + "Set Undo_Log on;\r\nWindow Fit;\r\n";
+  }
+
+  /// What the program says of one drawing that it converted to a script in its folder.
+  std::string summary(const std::string& drawing, int entities, const std::string& script,
+                      int lines) const {
+    return summaryLines(drawing, entities, script, lines) + "In EAGLE type: SCRIPT '" +
+           std::filesystem::canonical(folder.path()).string() + "/" + script + "'\n";
+  }
+  /// The same for one of several.
+  static std::string summaryLines(const std::string& drawing, int entities,
+                                  const std::string& script, int lines) {
+    return drawing + ": " + std::to_string(entities) + " entities converted\n" + script + ": " +
+           std::to_string(lines) + " lines written\n";
+  }
+  static std::string errorLine(const std::string& text) {
+    return "quillon-convert: error: " + text + "\n";
+  }
+
+  /// Paths of everything in the folder, sorted.
+  Strings files() const {
+    Strings out;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path())) {
+      out.push_back(entry.path().lexically_relative(folder.path()).string());
+    }
+    std::sort(out.begin(), out.end());
+    return out;
+  }
+
+  testing::TempFolder folder;
+  testing::ProgramCall call;
+};
+
+inline void expectResult(const testing::ProgramResult& result, int exitCode,
+                         std::string_view output, std::string_view error) {
+  EXPECT_EQ(result.exitCode, exitCode);
+  EXPECT_EQ(result.output, output);
+  EXPECT_EQ(result.error, error);
+}
+
+}  // namespace quillon::headless

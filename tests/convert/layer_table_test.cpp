@@ -1,0 +1,151 @@
+#include "convert/layer_table.h"
+
+#include <gtest/gtest.h>
+
+#include "dxf/run_time_error.h"
+#include "support/temp_folder.h"
+
+namespace quillon::convert {
+namespace {
+
+using testing::TempFolder;
+
+LayerTable tableOf(std::string_view bytes) {
+  const TempFolder folder;
+  return readLayerFile(folder.write("a.lay", bytes));
+}
+
+std::string assigned(const LayerTable& table, std::string_view upperName) {
+  const std::string* const layer = table.find(upperName);
+  return layer == nullptr ? "(none)" : *layer;
+}
+
+std::string lookUp(std::string_view bytes, std::string_view dxfLayer,
+                   dxf::Encoding encoding = dxf::Encoding::Windows1252) {
+  const LayerTable table = tableOf(bytes);
+  return std::string(LayerAssignment(table, "default", encoding).lookupLayer(dxfLayer));
+}
+
+/// The layer number of a drawing's layer that no file assigns.
+int defaultNumber(std::string_view defaultLayer) {
+  const LayerTable table;
+  LayerAssignment layers(table, defaultLayer, dxf::Encoding::Windows1252);
+  dxf::LayerUse layer;
+  layer.name = "ANY";
+  return layers.layerNumber(layer);
+}
+
+TEST(LayerFile, ReadsTheAssignmentsInOrder) {
+  const LayerTable table =
+      tableOf("[1]\r\nlayername=OUTLINE\r\nlayernr=20\r\n[2]\r\nlayername=holes\r\nlayernr=45\r\n");
+  EXPECT_EQ(table.size(), 2U);
+  EXPECT_EQ(assigned(table, "OUTLINE"), "20");
+  EXPECT_EQ(assigned(table, "HOLES"), "45");
+}
+
+TEST(LayerFile, EndsAtTheFirstGapInTheNumbering) {
+  const LayerTable table = tableOf("[1]\nlayername=A\nlayernr=1\n[3]\nlayername=C\nlayernr=3\n");
+  EXPECT_EQ(table.size(), 1U);
+  EXPECT_EQ(assigned(table, "A"), "1");
+  EXPECT_EQ(assigned(table, "C"), "(none)");
+}
+
+TEST(LayerFile, EndsAtASectionWithAnEmptyName) {
+  EXPECT_EQ(tableOf("[1]\nlayername=\" \"\nlayernr=1\n[2]\nlayername=B\nlayernr=2\n").size(), 0U);
+  EXPECT_EQ(tableOf("[1]\nlayernr=1\n[2]\nlayername=B\nlayernr=2\n").size(), 0U);
+}
+
+TEST(LayerFile, MayHoldItsSectionsInAnyOrder) {
+  const LayerTable table =
+      tableOf("[2]\nlayername=B\nlayernr=2\n[1]\nlayernr=1\nlayername=A\n[x]\nlayername=X\n");
+  EXPECT_EQ(table.size(), 2U);
+  EXPECT_EQ(assigned(table, "B"), "2");
+}
+
+TEST(LayerFile, KeepsAFractionAndTurnsTextWithoutANumberIntoZero) {
+  const LayerTable table = tableOf(
+      "[1]\nlayername=A\nlayernr=16.7\n[2]\nlayername=B\nlayernr=abc\n"
+      "[3]\nlayername=C\n[4]\nlayername=D\nlayernr= 21 tPlace\n[5]\nlayername=E\nlayernr=007\n");
+  EXPECT_EQ(assigned(table, "A"), "16.7");
+  EXPECT_EQ(assigned(table, "B"), "0");
+  EXPECT_EQ(assigned(table, "C"), "0");
+  EXPECT_EQ(assigned(table, "D"), "21");
+  EXPECT_EQ(assigned(table, "E"), "7");
+}
+
+TEST(LayerFile, TheFirstOfTwoSectionsWithOneNameDecides) {
+  EXPECT_EQ(lookUp("[1]\nlayername=A\nlayernr=1\n[2]\nlayername=a\nlayernr=2\n", "A"), "1");
+}
+
+TEST(LayerFile, AMissingFileOrAnEmptyPathAssignsNothing) {
+  const TempFolder folder;
+  EXPECT_EQ(readLayerFile("").size(), 0U);
+  EXPECT_EQ(readLayerFile(folder.file("none.lay")).size(), 0U);
+}
+
+TEST(LayerLookUp, AnswersTheDefaultLayerForANameThatIsNotAssigned) {
+  EXPECT_EQ(lookUp("[1]\nlayername=A\nlayernr=1\n", "B"), "default");
+  EXPECT_EQ(lookUp("", "A"), "default");
+}
+
+TEST(LayerLookUp, ComparesWithoutRegardToCase) {
+  EXPECT_EQ(lookUp("[1]\nlayername=OutLine\nlayernr=20\n", "oUTlINE"), "20");
+}
+
+TEST(LayerLookUp, BlanksAroundTheAssignedNameDoNotCountThoseInsideDo) {
+  const std::string file = "[1]\nlayername=\"  OUTLINE  \"\nlayernr=20\n";
+  EXPECT_EQ(lookUp(file, "Outline"), "20");
+  EXPECT_EQ(lookUp(file, "Out line"), "default");
+}
+
+TEST(LayerLookUp, DoesNotTrimTheNameOfTheDrawing) {
+  EXPECT_EQ(lookUp("[1]\nlayername=A\nlayernr=1\n", " A"), "default");
+  EXPECT_EQ(lookUp("[1]\nlayername=A\nlayernr=1\n", "A "), "default");
+}
+
+TEST(LayerLookUp, ComparesNamesOfDifferentEncodingsAsCharacters) {
+  const std::string file = "[1]\nlayername=T\xFCren\nlayernr=30\n";
+  EXPECT_EQ(lookUp(file, "T\xDCREN", dxf::Encoding::Windows1252), "30");
+  EXPECT_EQ(lookUp(file, "TÜREN", dxf::Encoding::Utf8), "30");
+  EXPECT_EQ(lookUp(file, "türen", dxf::Encoding::Utf8), "30");
+  EXPECT_EQ(lookUp(file, "TUREN", dxf::Encoding::Utf8), "default");
+}
+
+TEST(LayerNumber, IsTheLeadingNumberRoundedHalfToEven) {
+  EXPECT_EQ(defaultNumber("20 Dimension (B)"), 20);
+  EXPECT_EQ(defaultNumber("16.7"), 17);
+  EXPECT_EQ(defaultNumber("16.5"), 16);
+  EXPECT_EQ(defaultNumber("17.5"), 18);
+  EXPECT_EQ(defaultNumber("999 unconverted"), 999);
+  EXPECT_EQ(defaultNumber(" 7"), 7);
+  EXPECT_EQ(defaultNumber("abc"), 0);
+  EXPECT_EQ(defaultNumber(""), 0);
+  EXPECT_EQ(defaultNumber("-3"), -3);
+}
+
+TEST(LayerNumber, OutsideSixteenBitsIsARunTimeError) {
+  EXPECT_EQ(defaultNumber("32767"), 32767);
+  EXPECT_EQ(defaultNumber("-32768"), -32768);
+  for (const char* const layer : {"32768", "-32769", "1e300"}) {
+    try {
+      defaultNumber(layer);
+      FAIL() << layer;
+    } catch (const dxf::RunTimeError& error) {
+      EXPECT_EQ(error.fault(), dxf::Fault::BadLayerNumber);
+      EXPECT_EQ(error.subject(), layer);
+    }
+  }
+}
+
+TEST(LayerNumber, RoundsAnAssignedFraction) {
+  const LayerTable table = tableOf("[1]\nlayername=A\nlayernr=16.7\n");
+  LayerAssignment layers(table, "20", dxf::Encoding::Windows1252);
+  dxf::LayerUse layer;
+  layer.name = "A";
+  EXPECT_EQ(layers.layerNumber(layer), 17);
+  EXPECT_EQ(layers.layerNumber(layer), 17);  // remembered
+  EXPECT_EQ(layers.lookupLayer("A"), "16.7");
+}
+
+}  // namespace
+}  // namespace quillon::convert

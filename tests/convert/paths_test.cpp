@@ -1,0 +1,112 @@
+#include "convert/paths.h"
+
+#include <gtest/gtest.h>
+
+#include "support/temp_folder.h"
+
+namespace quillon::convert {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TempFolder;
+
+/// A folder with in/Part.dxf whose name is known in full.
+class PathsTest : public ::testing::Test {
+ protected:
+  PathsTest() {
+    fs::create_directory(folder.path() / "In");
+    folder.write("In/Part.dxf", "x");
+  }
+  fs::path below(std::string_view path) const { return folder.path() / path; }
+
+  TempFolder folder;
+};
+
+TEST_F(PathsTest, AnExistingPathStaysAsWritten) {
+  EXPECT_EQ(findExisting(folder.file("In/Part.dxf")), below("In/Part.dxf"));
+}
+
+TEST_F(PathsTest, FindsEveryComponentWithoutRegardToCase) {
+  EXPECT_EQ(findExisting(folder.file("iN/PART.DXF")), below("In/Part.dxf"));
+  EXPECT_EQ(findExisting(folder.file("IN")), below("In"));
+}
+
+TEST_F(PathsTest, TakesBackslashesForSeparators) {
+  EXPECT_EQ(findExisting(folder.path().string() + "\\in\\part.dxf"), below("In/Part.dxf"));
+  std::string path = folder.file("In/Part.dxf");
+  std::replace(path.begin(), path.end(), '/', '\\');
+  EXPECT_EQ(findExisting(path), below("In/Part.dxf"));
+}
+
+TEST_F(PathsTest, FindsAccentedLettersWithoutRegardToCase) {
+  folder.write("Gehäuse.dxf", "x");
+  EXPECT_EQ(findExisting(folder.file("GEHÄUSE.DXF")), below("Gehäuse.dxf"));
+}
+
+TEST_F(PathsTest, PrefersTheExactNameThenTheFirstInOrder) {
+  folder.write("a.dxf", "1");
+  folder.write("A.dxf", "2");
+  folder.write("A.DXF", "3");
+  EXPECT_EQ(findExisting(folder.file("a.dxf")), below("a.dxf"));
+  EXPECT_EQ(findExisting(folder.file("a.DXF")), below("A.DXF"));
+}
+
+TEST_F(PathsTest, APathThatIsNotFoundStaysAsWritten) {
+  EXPECT_EQ(findExisting(folder.file("In/None.dxf")), below("In/None.dxf"));
+  EXPECT_EQ(findExisting(folder.file("Out/Part.dxf")), below("Out/Part.dxf"));
+  EXPECT_EQ(findExisting(""), fs::path());
+}
+
+TEST_F(PathsTest, ANewFileTakesItsFolderWithoutRegardToCaseAndItsNameAsWritten) {
+  EXPECT_EQ(findForCreation(folder.file("IN/New.SCR")), below("In/New.SCR"));
+  EXPECT_EQ(findForCreation(folder.path().string() + "\\in\\New.SCR"), below("In/New.SCR"));
+}
+
+TEST_F(PathsTest, ANewFileDoesNotTakeTheNameOfAnExistingOneInAnotherCase) {
+  EXPECT_EQ(findForCreation(folder.file("in/PART.DXF")), below("In/PART.DXF"));
+  EXPECT_EQ(findForCreation(folder.file("In/PART.DXF")), below("In/PART.DXF"));
+}
+
+TEST_F(PathsTest, ANewFileInAMissingFolderStaysAsWritten) {
+  EXPECT_EQ(findForCreation(folder.file("Out/New.scr")), below("Out/New.scr"));
+  EXPECT_EQ(findForCreation("New.scr"), fs::path("New.scr"));
+  EXPECT_EQ(findForCreation(""), fs::path());
+}
+
+TEST_F(PathsTest, OnlyWhatExistsAndIsNoFolderNamesAFile) {
+  EXPECT_TRUE(namesFile(below("In/Part.dxf")));
+  EXPECT_TRUE(namesFile("/dev/null"));
+  EXPECT_FALSE(namesFile(below("In")));
+  EXPECT_FALSE(namesFile(below("In/None.dxf")));
+  EXPECT_FALSE(namesFile({}));
+}
+
+TEST_F(PathsTest, ReadsAWholeFileOfAnySizeUnderAnyCase) {
+  const std::string bytes(100'000, 'x');
+  folder.write("Big.lay", bytes);
+  EXPECT_EQ(readWholeFile(folder.file("BIG.LAY")), bytes);
+  EXPECT_EQ(readWholeFile(folder.file("none")), "");
+  EXPECT_EQ(readWholeFile(folder.file("In")), "");
+  EXPECT_EQ(readWholeFile(""), "");
+}
+
+TEST(PathText, KeepsItsBytesBothWays) {
+  EXPECT_EQ(fromPath(toPath("Ordner/Gehäuse.dxf")), "Ordner/Gehäuse.dxf");
+  EXPECT_EQ(fromPath(toPath("a\xFF"
+                            "b")),
+            "a\xFF"
+            "b");
+}
+
+TEST(LastComponent, FollowsTheLastSeparatorOfEitherKind) {
+  EXPECT_EQ(lastComponent("PART"), "PART");
+  EXPECT_EQ(lastComponent("C:\\lib\\PART"), "PART");
+  EXPECT_EQ(lastComponent("/lib/PART"), "PART");
+  EXPECT_EQ(lastComponent("a/b\\c"), "c");
+  EXPECT_EQ(lastComponent("a\\b/c"), "c");
+  EXPECT_EQ(lastComponent("lib/"), "");
+  EXPECT_EQ(lastComponent(""), "");
+}
+
+}  // namespace
+}  // namespace quillon::convert

@@ -1,0 +1,106 @@
+#include "dxf/drawing.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "support/dxf_builder.h"
+#include "support/read_drawing.h"
+
+namespace quillon::dxf {
+namespace {
+
+using testing::DxfBuilder;
+using testing::ReadDrawing;
+
+TEST(FindBlock, GivesTheIndexOfTheFirstBlockOfAName) {
+  DxfBuilder dxf;
+  for (const std::string_view name : {"Window", "Door", "DOOR", "Roof"})
+    dxf.beginBlock(name).endBlock();
+  ReadDrawing read(dxf.text());
+  EXPECT_EQ(read.drawing.blocks.size(), 4U);
+  EXPECT_EQ(findBlock(read.drawing, "WINDOW"), 0U);
+  EXPECT_EQ(findBlock(read.drawing, "DOOR"), 1U);
+  EXPECT_EQ(findBlock(read.drawing, "ROOF"), 3U);
+}
+
+TEST(FindBlock, FindsANameInAnyCaseThroughTheReader) {
+  DxfBuilder dxf;
+  dxf.beginBlock("FIRST").endBlock().beginBlock("DOOR").endBlock();
+  ReadDrawing read(dxf.text());
+  for (const std::string_view name : {"door", "Door", "DOOR"}) {
+    EXPECT_EQ(findBlock(read.drawing, read.reader.upperName(name)), 1U) << name;
+  }
+}
+
+TEST(FindBlock, GivesZeroForAnUnknownName) {
+  DxfBuilder dxf;
+  dxf.beginBlock("FIRST").endBlock().beginBlock("DOOR").endBlock();
+  EXPECT_EQ(findBlock(ReadDrawing(dxf.text()).drawing, "GATE"), 0U);
+  EXPECT_EQ(findBlock(ReadDrawing(DxfBuilder().text()).drawing, "GATE"), 0U);
+}
+
+TEST(Drawing, FindsTheFirstOfSeveralRecords) {
+  Drawing drawing;
+  drawing.addLayer({"A", false, {"1", "FIRST"}});
+  drawing.addLayer({"A", false, {"2", "SECOND"}});
+  drawing.addLineType({"DASHED", {"first", "", "", ""}, false});
+  drawing.addLineType({"DASHED", {"second", "", "", ""}, false});
+  EXPECT_EQ(drawing.findLayer("A"), &drawing.layers[0]);
+  EXPECT_EQ(drawing.findLineType("DASHED"), &drawing.lineTypes[0]);
+  EXPECT_EQ(drawing.findLayer("a"), nullptr);
+  EXPECT_EQ(drawing.findLayer(""), nullptr);
+  EXPECT_EQ(drawing.findLineType("HIDDEN"), nullptr);
+}
+
+TEST(IsLayout, IsToldByTheStartOfTheName) {
+  const auto isLayout = [](std::string_view name) {
+    BlockRec block;
+    block.name = name;
+    return block.isLayout();
+  };
+  for (const std::string_view name : {"*MODEL_SPACE", "*PAPER_SPACE", "*PAPER_SPACE0",
+                                      "$MODEL_SPACE", "$PAPER_SPACE12", "*MODEL_SPACES"}) {
+    EXPECT_TRUE(isLayout(name)) << name;
+  }
+  for (const std::string_view name :
+       {"", "MODEL_SPACE", "*MODEL", "*D1", "A*MODEL_SPACE", "*MODELSPACE", "#MODEL_SPACE"}) {
+    EXPECT_FALSE(isLayout(name)) << name;
+  }
+}
+
+TEST(IsLayout, SeesLowerCaseNamesOfADrawing) {
+  DxfBuilder dxf;
+  dxf.beginBlock("*Model_Space").endBlock().beginBlock("$paper_space").endBlock();
+  for (const BlockRec& block : ReadDrawing(dxf.text()).drawing.blocks) {
+    EXPECT_TRUE(block.isLayout()) << block.name;
+  }
+}
+
+TEST(Drawing, NumbersTheLinesOfItsBlocks) {
+  for (const std::string_view lineEnd : {"\n", "\r\n"}) {
+    DxfBuilder dxf;
+    dxf.header("$ORTHOMODE", 70, "0");
+    dxf.beginBlock("a").entity("POINT", {{8, "first"}}).endBlock();
+    dxf.beginBlock("b").entity("LINE", {{8, "0"}, {10, "second"}}).endBlock();
+    const std::string text = dxf.text(lineEnd);
+    ReadDrawing read(text);
+    const auto lineOf = [&](std::string_view part) {
+      const auto end = text.begin() + static_cast<std::ptrdiff_t>(text.find(part));
+      return static_cast<std::uint64_t>(std::count(text.begin(), end, lineEnd.front())) + 1;
+    };
+    const DxfEntity point = read.blockEntity(0, 0);
+    const DxfEntity line = read.blockEntity(1, 0);
+    // The layer is a kept copy, the groups stand in the block's own text.
+    EXPECT_EQ(read.drawing.lineInBlocks(point.groups), lineOf("first") - 1);
+    EXPECT_EQ(read.drawing.lineInBlocks(line.value(0).data()), lineOf("second"));
+    EXPECT_EQ(read.drawing.lineInBlocks(nullptr), 0U);
+    EXPECT_EQ(read.drawing.lineInBlocks(text.data()), 0U);
+  }
+}
+
+}  // namespace
+}  // namespace quillon::dxf

@@ -1,0 +1,163 @@
+#include "dxf/entity_walk.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dxf/run_time_error.h"
+#include "support/read_drawing.h"
+#include "support/text_walk.h"
+
+namespace quillon::dxf {
+namespace {
+
+using testing::OpenFile;
+using testing::ReadDrawing;
+using Lines = std::vector<std::string>;
+
+/// The walk over the ENTITIES section by its definition, on a list of lines.
+class PlainWalk {
+ public:
+  explicit PlainWalk(const Lines& lines) {
+    for (const std::string& line : lines) {
+      lines_.emplace_back(trimBlanks(line));
+      if (lines_.back() == "ENDSEC") break;
+    }
+    walk();
+  }
+
+  Lines entities;  ///< kind, first layer and first x
+  std::map<std::string, std::uint64_t> unknown;
+
+ private:
+  struct Broken {};
+
+  const std::string& line(std::size_t i) const {
+    if (i >= lines_.size()) throw Broken{};
+    return lines_[i];
+  }
+
+  void walk() {
+    std::size_t i = 0;
+    while (i < lines_.size()) {
+      std::size_t behindName = lines_.size();
+      try {
+        const std::string& name = line(i + 1);
+        if (!isEntityName(name)) {
+          if (line(i) == "0" && name != "ENDSEC" && !name.empty()) ++unknown[name];
+          i += 2;
+        } else if (numberValue(line(i)) != 0.0) {
+          i += 2;
+        } else {
+          behindName = i + 2;
+          i = readEntity(name, i + 2);
+        }
+      } catch (const Broken&) {
+        i = nextEntity(behindName);
+      }
+    }
+  }
+
+  std::size_t readEntity(const std::string& name, std::size_t i) {
+    std::map<int, std::string> first;
+    std::string pendingX;
+    for (; line(i) != "0"; i += 2) {
+      int code = 0;
+      try {
+        code = groupCode(lines_[i]);
+      } catch (const RunTimeError&) {
+        throw Broken{};
+      }
+      const std::string& value = line(i + 1);
+      if (value == "ENDSEC") throw Broken{};
+      first.emplace(code, value);
+      if (code == 10) pendingX.clear();
+      if (code == 11 || code == 41) pendingX = value;
+      if (name == "SPLINE" && code == 12 && !pendingX.empty() && !value.empty()) throw Broken{};
+    }
+    std::string text = name;
+    if (name != "SEQEND") text += '/' + upperCase(first[8], Encoding::Windows1252);
+    if (name == "LINE") text += '/' + first[10];
+    entities.push_back(text);
+    return i;
+  }
+
+  std::size_t nextEntity(std::size_t from) const {
+    for (std::size_t i = from; i + 1 < lines_.size(); ++i) {
+      if (lines_[i] == "0" && isEntityName(lines_[i + 1])) return i;
+    }
+    return lines_.size();
+  }
+
+  Lines lines_;
+};
+
+Lines describe(const ReadDrawing& read) {
+  Lines entities;
+  for (const DxfEntity& entity : read.entities()) {
+    std::string text(entityName(entity.kind));
+    if (entity.layer != nullptr) text.append("/").append(entity.layer->name);
+    if (entity.kind == EntityKind::Line) text.append("/").append(entity.value(0));
+    entities.push_back(text);
+  }
+  return entities;
+}
+
+/// Lines as a drawing has them, in any order: entities that are whole, broken and cut off.
+Lines randomLines(std::mt19937& random, std::size_t count, unsigned endsecEvery) {
+  constexpr std::string_view kPool[] = {
+      "0",  "0",   "0",  "  0", "LINE", "LINE", "SPLINE", "SEQEND", "HATCH", "8", "8", "layer",
+      "10", "1.5", "11", "12",  "41",   " 20 ", "LEADER", "00",     "0.0",   "x", "",  "POINT"};
+  constexpr std::string_view kWhole[][6] = {{"0", "LINE", "8", "a", "10", "7"},
+                                            {"0", "SPLINE", "41", "1", "8", "b"},
+                                            {"0", "LWPOLYLINE", "8", "c", "70", "1"}};
+  Lines lines;
+  while (lines.size() < count) {
+    if (endsecEvery != 0 && random() % endsecEvery == 0) lines.emplace_back("ENDSEC");
+    if (random() % 4 == 0) {
+      const auto& whole = kWhole[random() % std::size(kWhole)];
+      lines.insert(lines.end(), std::begin(whole), std::end(whole));
+    } else {
+      lines.emplace_back(kPool[random() % std::size(kPool)]);
+    }
+  }
+  return lines;
+}
+
+std::string textOf(const Lines& lines) {
+  std::string text = "2\nENTITIES\n";
+  for (const std::string& line : lines) text.append(line).append("\n");
+  return text;
+}
+
+TEST(EntityWalk, FollowsItsRulesOnRandomLines) {
+  std::mt19937 random(77);
+  for (int i = 0; i < 20'000; ++i) {
+    const Lines lines = randomLines(random, random() % 40, 60);
+    const PlainWalk plain(lines);
+    const ReadDrawing read(textOf(lines));
+    ASSERT_EQ(describe(read), plain.entities) << textOf(lines);
+    ASSERT_EQ(read.drawing.unknownKinds, UnknownKinds(plain.unknown.begin(), plain.unknown.end()))
+        << textOf(lines);
+  }
+}
+
+TEST(EntityWalk, FollowsItsRulesAcrossWindows) {
+  std::mt19937 random(78);
+  for (int i = 0; i < 4; ++i) {
+    const Lines lines = randomLines(random, 150'000, 0);
+    const PlainWalk plain(lines);
+    const OpenFile file(textOf(lines));
+    const ReadDrawing read(file.get());
+    ASSERT_TRUE(describe(read) == plain.entities) << i;
+    EXPECT_EQ(read.drawing.unknownKinds, UnknownKinds(plain.unknown.begin(), plain.unknown.end()));
+  }
+}
+
+}  // namespace
+}  // namespace quillon::dxf

@@ -1,0 +1,141 @@
+#include "dxf/spline_points.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dxf/run_time_error.h"
+#include "support/dxf_builder.h"
+#include "support/read_drawing.h"
+
+namespace quillon::dxf {
+namespace {
+
+using testing::DxfBuilder;
+using testing::Groups;
+using testing::ReadDrawing;
+using testing::readFault;
+using Texts = std::vector<std::string>;
+
+struct Spline {
+  Texts points;
+  Texts knots;
+  Texts weights;
+};
+
+Spline splineOf(Groups groups) {
+  DxfBuilder dxf;
+  dxf.entity("SPLINE", groups);
+  ReadDrawing read(dxf.text());
+  const SplineRec record = readSpline(read.reader.groups(read.entity(0)));
+  Spline spline;
+  for (const SplinePoint& point : record.controlPoints) {
+    spline.points.push_back(std::string(point.x) + ' ' + std::string(point.y));
+  }
+  spline.knots.assign(record.knots.begin(), record.knots.end());
+  spline.weights.assign(record.weights.begin(), record.weights.end());
+  return spline;
+}
+
+TEST(ReadSpline, KeepsKnotsAndControlPointsInFileOrder) {
+  const Spline spline = splineOf({{70, "8"},
+                                  {71, "3"},
+                                  {40, "0.0"},
+                                  {40, ""},
+                                  {40, "0.50"},
+                                  {40, "1"},
+                                  {10, "0"},
+                                  {20, "1.50"},
+                                  {30, "9"},
+                                  {10, "2"},
+                                  {20, "3"}});
+  EXPECT_EQ(spline.knots, (Texts{"0.0", "0.50", "1"}));
+  EXPECT_EQ(spline.points, (Texts{"0 1.50", "2 3"}));
+  EXPECT_EQ(spline.weights, Texts{});
+}
+
+TEST(ReadSpline, KeepsTheLastWeight) {
+  EXPECT_EQ(splineOf({{41, "1"}, {41, "0.5"}, {41, "2"}}).weights, Texts{"2"});
+}
+
+TEST(ReadSpline, NeedsXAndYForAControlPoint) {
+  EXPECT_EQ(splineOf({{20, "1"},
+                      {10, "2"},
+                      {10, "3"},
+                      {20, "4"},
+                      {10, ""},
+                      {20, "5"},
+                      {10, "6"},
+                      {20, ""},
+                      {10, "7"}})
+                .points,
+            Texts{"3 4"});
+}
+
+TEST(ReadSpline, MakesAPointOfEveryYBehindAnX) {
+  EXPECT_EQ(splineOf({{10, "1"}, {20, "2"}, {20, "3"}}).points, (Texts{"1 2", "1 3"}));
+}
+
+TEST(ReadSpline, KeepsNoFitPoints) {
+  // Tangents before fit points, as drawings have them.
+  const Spline spline = splineOf({{12, "1"},
+                                  {22, "0"},
+                                  {13, "0"},
+                                  {23, "1"},
+                                  {10, "0"},
+                                  {20, "0"},
+                                  {11, "5"},
+                                  {21, "6"},
+                                  {11, "7"},
+                                  {21, "8"}});
+  EXPECT_EQ(spline.points, Texts{"0 0"});
+}
+
+struct FitCase {
+  Groups groups;
+  bool raises;
+};
+
+TEST(FitPointRule, RaisesAnErrorForAGroup12BehindAPendingX) {
+  for (const auto& [groups, raises] : {FitCase{{{11, "1"}, {12, "2"}}, true},
+                                       {{{11, "1"}, {21, "5"}, {40, "0"}, {12, "2"}}, true},
+                                       {{{41, "1"}, {12, "2"}}, true},
+                                       {{{11, "1"}, {20, "3"}, {12, "2"}}, true},
+                                       {{{12, "2"}, {11, "1"}}, false},
+                                       {{{12, "2"}}, false},
+                                       {{{11, "1"}, {12, ""}}, false},
+                                       {{{11, ""}, {12, "2"}}, false},
+                                       {{{11, "1"}, {10, "0"}, {12, "2"}}, false},
+                                       {{{11, "1"}, {41, ""}, {12, "2"}}, false},
+                                       {{{11, "1"}, {22, "2"}, {13, "3"}}, false}}) {
+    DxfBuilder entities;
+    entities.entity("SPLINE", groups).entity("POINT", {{8, "0"}});
+    EXPECT_EQ(ReadDrawing(entities.text()).entities().size(), raises ? 1U : 2U);
+
+    DxfBuilder blocks;
+    blocks.beginBlock("A").entity("SPLINE", groups).endBlock();
+    const auto fault = readFault(blocks.text());
+    ASSERT_EQ(fault.has_value(), raises);
+    if (!raises) continue;
+    EXPECT_EQ(fault->fault, Fault::TooManyPoints);
+  }
+}
+
+TEST(FitPointRule, HoldsForSplinesOnly) {
+  DxfBuilder dxf;
+  for (const std::string_view kind : {"SOLID", "TRACE", "3DFACE", "DIMENSION", "LINE"}) {
+    dxf.entity(kind, {{11, "1"}, {12, "2"}});
+  }
+  EXPECT_EQ(ReadDrawing(dxf.text()).entities().size(), 5U);
+}
+
+TEST(FitPointRule, StartsAnewWithEverySpline) {
+  DxfBuilder dxf;
+  dxf.entity("SPLINE", {{11, "1"}, {21, "2"}}).entity("SPLINE", {{12, "3"}, {22, "4"}});
+  EXPECT_EQ(ReadDrawing(dxf.text()).entities().size(), 2U);
+}
+
+}  // namespace
+}  // namespace quillon::dxf

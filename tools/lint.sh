@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# Checks the style of the sources: their format, the rules of .clang-tidy, and which folder may
+# include which. Takes the folder of a configured build; without one clang-tidy is left out.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+build=${1:-}
+failed=0
+
+fail() {
+  printf '%s\n' "$*"
+  failed=1
+}
+
+check_format() {
+  local wrong
+  wrong=$(find src tests bench -name '*.h' -print0 -o -name '*.cpp' -print0 |
+    xargs -0 clang-format --dry-run -Werror 2>&1 | sed -n 's/^\([^:]*\):[0-9].*error:.*/\1/p' |
+    sort -u) || true
+  [ -z "$wrong" ] || fail "clang-format -i has something to change in these files:
+$wrong"
+}
+
+# check_includes FOLDER ALLOWED...: the folder includes of src/ only what lies in the allowed ones,
+# and nothing of Qt. Names without a folder are those of files beside.
+check_includes() {
+  local folder=$1 allowed include='^[[:space:]]*#[[:space:]]*include[[:space:]]*'
+  shift
+  allowed=$(IFS='|' && printf '%s' "$*")
+  grep -rnE "$include"'[<"](Q[A-Z]|Qt|q[a-z]+\.h)' "src/$folder" &&
+    fail "src/$folder may not include Qt."
+  grep -rnE "$include"'"[^"]*/' "src/$folder" | grep -vE "include[[:space:]]*\"($allowed)/" &&
+    fail "src/$folder may include these folders alone: $*."
+  return 0
+}
+
+run_clang_tidy() {
+  # The compile commands are those of GCC, whose options clang does not all know.
+  tidy_one() {
+    local log
+    log=$(clang-tidy --quiet -p "$1" --extra-arg=-Wno-unknown-warning-option "$2" 2>&1) ||
+      { grep -v ' warnings\? generated' <<<"$log" || true; return 1; }
+  }
+  export -f tidy_one
+  find src -name '*.cpp' -print0 |
+    xargs -0 -P "$(nproc)" -I{} bash -c 'tidy_one "$@"' tidy "$build" {} ||
+    fail "clang-tidy has found something."
+}
+
+check_format
+check_includes dxf dxf
+check_includes emit dxf emit
+check_includes convert dxf emit convert ui/resources
+check_includes ui/resources ui/resources
+if [ -n "$build" ]; then run_clang_tidy; fi
+exit "$failed"

@@ -1,0 +1,79 @@
+# shellcheck shell=sh disable=SC2154
+# Functions that ./quillon and ./test share, for any POSIX shell. The caller has set `program`, its
+# own name, and `root`, the folder of the checkout. All that is said goes to standard error, since
+# a script may be on its way to standard output.
+
+missing=
+
+say() { printf '%s\n' "$*" >&2; }
+
+die() {
+  say "$program: $*"
+  exit 1
+}
+
+has_command() { command -v "$1" >/dev/null 2>&1; }
+
+# need_command PACKAGE COMMAND: asks for the package unless the command is there.
+need_command() {
+  has_command "$2" || missing="$missing $1"
+}
+
+# need_header PACKAGE HEADER: asks for the package unless the header is there. Where packages
+# cannot be installed from here, CMake alone knows all places to look for a library.
+need_header() {
+  if has_command apt-get && ! [ -e "/usr/include/$2" ] && ! [ -e "/usr/local/include/$2" ]; then
+    missing="$missing $1"
+  fi
+}
+
+say_what_to_install() {
+  say "Quillon is built with a C++20 compiler (GCC 12 or newer), CMake 3.25, Ninja and CLI11 2.1 or"
+  say "newer; its tests also need GoogleTest. Please install what is missing, for example with"
+  say "  dnf install gcc-c++ cmake ninja-build cli11-devel gtest-devel     (Fedora)"
+  say "  pacman -S gcc cmake ninja cli11 gtest                             (Arch Linux)"
+}
+
+# install_missing: installs what was asked for with the distribution's own packages.
+install_missing() {
+  [ -n "$missing" ] || return 0
+  if ! has_command apt-get; then
+    say "$program: missing here (by the names of Debian's packages):$missing"
+    say_what_to_install
+    exit 1
+  fi
+  as_root=
+  if [ "$(id -u)" -ne 0 ]; then
+    has_command sudo || die "please install as root: apt-get install$missing"
+    as_root=sudo
+  fi
+  say "Installing$missing (this can take a minute) ..."
+  $as_root apt-get -qq update </dev/null >&2 ||
+    say "$program: the package lists could not be renewed; trying with those that are here"
+  # shellcheck disable=SC2086  # both are lists of words
+  if ! log=$($as_root env DEBIAN_FRONTEND=noninteractive apt-get -y -qq \
+    -o DPkg::Lock::Timeout=300 install --no-install-recommends $missing </dev/null 2>&1); then
+    say "$log"
+    die "this did not work; as root please try: apt-get install$missing"
+  fi
+  missing=
+}
+
+# is_configured FOLDER: true when the build folder was configured for this checkout, not for one
+# that has moved since.
+is_configured() {
+  [ -e "$1/build.ninja" ] &&
+    grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$1/CMakeCache.txt" 2>/dev/null
+}
+
+# configure PRESET [OPTION...]: configures build/PRESET and is silent when that succeeds.
+configure() {
+  preset=$1
+  shift
+  is_configured "$root/build/$preset" || set -- --fresh "$@"
+  if ! log=$(cd "$root" && cmake --preset "$preset" "$@" </dev/null 2>&1); then
+    say "$log"
+    has_command apt-get || say_what_to_install
+    die "build/$preset could not be configured"
+  fi
+}
