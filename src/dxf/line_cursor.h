@@ -61,7 +61,7 @@ class LineCursor {
 
   /// The next line without its line end and without any trimming.
   std::string_view next() {
-    if (atEnd()) return {end_, 0};
+    if (atEnd()) return {};
     const std::string_view line = peek();
     take(line);
     return line;

@@ -82,6 +82,7 @@ double defaultPointRadius(int unit) {
   switch (unit) {
     case 0:
       return 100.0;
+    case -1:  // no selection counts as mm, as it does for the grid
     case 1:
       return 0.1;
     case 2:

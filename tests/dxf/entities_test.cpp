@@ -199,6 +199,15 @@ TEST(Entities, DoNotEndAtEndsecInLowerCase) {
             (Names{"ARC A", "LINE C"}));
 }
 
+TEST(Entities, AreFollowedByOneEnd) {
+  using Counts = std::vector<std::size_t>;
+  DxfBuilder dxf;
+  EXPECT_EQ(ReadDrawing(dxf.text()).countAtEnd(), Counts{0});
+  dxf.entity("LINE", {{8, "0"}}).entity("POINT", {{8, "0"}});
+  EXPECT_EQ(ReadDrawing(dxf.text()).countAtEnd(), Counts{2});
+  EXPECT_EQ(ReadDrawing("2\nENTITIES\n0\nLINE\n8\na\n0\nPOINT\n8\n").countAtEnd(), Counts{1});
+}
+
 /// Indices of the side records of the entities, 0 for those without one.
 Indices sideIndices(const std::vector<DxfEntity>& items) {
   Indices indices;

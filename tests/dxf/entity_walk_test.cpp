@@ -147,6 +147,23 @@ TEST(EntityWalk, FollowsItsRulesOnRandomLines) {
   }
 }
 
+TEST(EntityWalk, CountsNoNamesThatStructureADrawing) {
+  const ReadDrawing read(textOf({"0", "EOF", "0", "SECTION", "0", "TABLE", "0", "ENDTAB", "0",
+                                 "BLOCK", "0", "ENDBLK", "0", "", "0", "HATCH", "0", "ENDSEC"}));
+  EXPECT_EQ(read.drawing.unknownKinds, (UnknownKinds{{"HATCH", 1}}));
+}
+
+TEST(EntityWalk, CountsTheRestOfVeryManyNamesTogether) {
+  Lines lines;
+  for (int round = 0; round < 2; ++round) {
+    for (int i = 0; i < 1500; ++i) lines.insert(lines.end(), {"0", "NAME" + std::to_string(i)});
+  }
+  const ReadDrawing read(textOf(lines));
+  EXPECT_EQ(read.drawing.unknownKinds.size(), 1001U);
+  EXPECT_EQ(read.drawing.unknownKinds.at("NAME0"), 2U);
+  EXPECT_EQ(read.drawing.unknownKinds.at("(other)"), 1000U);
+}
+
 TEST(EntityWalk, FollowsItsRulesAcrossWindows) {
   std::mt19937 random(78);
   for (int i = 0; i < 4; ++i) {

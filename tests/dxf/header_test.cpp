@@ -182,6 +182,9 @@ TEST(Header, LastVersionWins) {
 }
 
 TEST(Header, VersionCountsOnlyInItsOwnGroupAndSection) {
+  const ReadDrawing lastHasNone(
+      headerOf({"9", "$ACADVER", "1", "AC1024", "9", "$ACADVER", "3", "AC1024"}));
+  EXPECT_EQ(lastHasNone.drawing.encoding, Encoding::Windows1252);
   const ReadDrawing otherGroup(headerOf({"9", "$ACADVER", "3", "AC1024"}));
   EXPECT_EQ(otherGroup.drawing.encoding, Encoding::Windows1252);
   const ReadDrawing otherSection(

@@ -265,6 +265,11 @@ TEST(NumberText, HasFifteenDigitsAndNoTrailingZeros) {
   }
 }
 
+TEST(NumberText, KeepsInfinityReadable) {
+  EXPECT_EQ(numberValue(numberText(kInfinity)), kInfinity);
+  EXPECT_EQ(numberValue(numberText(-kInfinity)), -kInfinity);
+}
+
 TEST(NumberText, IsReadBackAsTheSameNumberUpToFifteenDigits) {
   std::mt19937_64 random(99);
   std::uniform_real_distribution<double> mantissa(-10.0, 10.0);

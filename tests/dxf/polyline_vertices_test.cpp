@@ -167,6 +167,19 @@ TEST(PolyVertices, CloseAtTheFirstCompleteVertexWithTheCurrentWidthAndBulge) {
             (Vertices{"0 1 - - -", "2 3 - - 4", "0 1 - 0.2 0.5"}));
 }
 
+TEST(PolyVertices, OfAKindWithoutAClosedFlagNeverClose) {
+  DxfBuilder dxf;
+  dxf.entity("LEADER", {{70, "1"}, {10, "0"}, {20, "1"}, {10, "2"}, {20, "3"}});
+  ReadDrawing read(dxf.text());
+  PolyVertexWalk walk(read.reader.groups(read.entity(0)), {}, false);
+  PolyVertex vertex;
+  EXPECT_TRUE(walk.next(vertex));
+  EXPECT_TRUE(walk.next(vertex));
+  EXPECT_EQ(vertex.x, "2");
+  EXPECT_FALSE(walk.next(vertex));
+  EXPECT_FALSE(walk.next(vertex));
+}
+
 TEST(PolyVertices, OfALeaderFollowTheSameRules) {
   EXPECT_EQ(verticesOf({{3, "ISO"},
                         {40, "2.5"},

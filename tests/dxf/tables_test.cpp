@@ -210,6 +210,7 @@ TEST(LineTypeTable, WritesDashesAsNumbers) {
         {{"49", "12.7000"}, "12.7;"},
         {{"49", "1e1", "49", "-1.5E-1"}, "10;-0.15;"},
         {{"49", "-0"}, "0;"},
+        {{"49", "1e999", "49", "-1e999"}, "1e999;-1e999;"},
         {{"49", "dash", "49", "", "49", "2,5"}, "0;0;2;"},
         // Without dashes, and where another group comes last, one more element follows.
         {{}, "0;"},

@@ -130,6 +130,14 @@ TEST(TextSource, HoldsAStreamThatCannotSeekAsAWhole) {
     }
   }
 }
+
+TEST(TextSource, StopsReadingAStreamThatCannotSeekAfterACancel) {
+  const std::unique_ptr<std::FILE, ClosePipe> pipe(popen("printf 'one\\ntwo\\n'", "r"));
+  ASSERT_NE(pipe, nullptr);
+  TextSource source(pipe.get(), "head\n", [] { return true; });
+  EXPECT_EQ(textOf(source), "head\n");
+  EXPECT_TRUE(source.atFileEnd());
+}
 #endif
 
 TEST(TextSource, KeepsTheTextFromTheGivenPlaceOn) {
@@ -177,6 +185,7 @@ TEST(TextSource, ReportsAStreamThatCannotBeRead) {
     const TextSource source(file, {});
     ADD_FAILURE() << "no error";
   } catch (const ReadError& error) {
+    EXPECT_NE(error.reason(), 0);
     EXPECT_STRNE(error.what(), "");
   }
   std::fclose(file);
@@ -215,6 +224,33 @@ TEST(TextSource, SplitsAFileIntoTheSameLinesAsATextInMemory) {
     }
     EXPECT_TRUE(stream.reader.atEnd());
     EXPECT_TRUE(memory.reader.atEnd());
+  }
+}
+
+TEST(TextSource, DropsStrayCharactersAtTheBorderOfWindowsToo) {
+  for (std::size_t place = TextSource::kWindow - 2; place < TextSource::kWindow + 3; ++place) {
+    for (const std::string_view strays : {"\r", "\r\r", "\n\r", "\n\r\r", "\r\n\r"}) {
+      std::string bytes = someText(TextSource::kWindow / 2);
+      bytes.append(place - bytes.size(), 'x').append(strays).append("behind\nlast\n");
+      const OpenFile file(bytes);
+      TextWalk walk(file.get());
+      for (PlainLineReader plain(bytes); !plain.atEnd();) {
+        ASSERT_FALSE(walk.reader.atEnd()) << place;
+        ASSERT_EQ(walk.reader.readDxfLine(true), plain.next()) << place;
+      }
+      EXPECT_TRUE(walk.reader.atEnd());
+    }
+  }
+}
+
+TEST(TextSource, LeavesTheLastLineEndOfTwoCharactersAsALineWhereverAWindowEnds) {
+  for (std::size_t size = TextSource::kWindow - 2; size < TextSource::kWindow + 4; ++size) {
+    std::string bytes = "first\r\n";
+    bytes.append(size - bytes.size() - 2, 'x').append("\r\n");
+    const OpenFile file(bytes);
+    TextWalk walk(file.get());
+    while (!walk.reader.atEnd()) walk.reader.readDxfLine(true);
+    EXPECT_EQ(walk.reader.linesRead(), 3U) << size;
   }
 }
 

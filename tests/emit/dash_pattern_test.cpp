@@ -43,6 +43,7 @@ TEST(DashPatterns, AreFoundByNamesThatDoNotLast) {
 TEST(DashPatterns, StayTheSameHoweverOftenTheyAreAskedFor) {
   DxfBuilder dxf;
   std::vector<std::string> names;
+  names.reserve(40);
   for (int i = 0; i < 40; ++i) names.push_back("TYPE" + std::to_string(i));
   for (const std::string& name : names) dxf.dashes(name, "2", {"1", "-1"});
   Definitions read(dxf);

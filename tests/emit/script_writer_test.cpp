@@ -16,7 +16,6 @@ namespace {
 
 using testing::kRangeNote;
 using testing::ScriptCapture;
-using testing::StringSink;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 const double kNaN = std::nan("");

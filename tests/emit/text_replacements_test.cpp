@@ -60,16 +60,19 @@ constexpr std::array<Row, 23> kRows = {{
     {"\xC5\xA1", "\xC3\x9C", "\x9A", "\xDC"},
 }};
 
+/// A text around two pieces.
+std::string around(std::string_view piece) {
+  std::string text = "x";
+  text.append(piece).append("y").append(piece).append("z");
+  return text;
+}
+
 TEST(TextReplacements, ReplaceEveryRowWhereverItOccurs) {
   for (const Row& row : kRows) {
-    const std::string from8(row.utf8From);
-    const std::string to8(row.utf8To);
-    EXPECT_EQ(utf8(from8), to8);
-    EXPECT_EQ(utf8("x" + from8 + "y" + from8 + "z"), "x" + to8 + "y" + to8 + "z") << from8;
-    const std::string fromW(row.windowsFrom);
-    const std::string toW(row.windowsTo);
-    EXPECT_EQ(windows(fromW), toW);
-    EXPECT_EQ(windows("x" + fromW + "y" + fromW + "z"), "x" + toW + "y" + toW + "z") << from8;
+    EXPECT_EQ(utf8(std::string(row.utf8From)), row.utf8To);
+    EXPECT_EQ(utf8(around(row.utf8From)), around(row.utf8To)) << row.utf8From;
+    EXPECT_EQ(windows(std::string(row.windowsFrom)), row.windowsTo);
+    EXPECT_EQ(windows(around(row.windowsFrom)), around(row.windowsTo)) << row.utf8From;
   }
 }
 

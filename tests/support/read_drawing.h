@@ -39,7 +39,10 @@ class EntityKeeper : public dxf::EntitySink {
     entity.groupsEnd = entity.groups + size;
   }
 
+  void endOfEntities() override { countAtEnd.push_back(entities.size()); }
+
   std::vector<dxf::DxfEntity> entities;
+  std::vector<std::size_t> countAtEnd;  ///< entities there were at each end
 
  private:
   dxf::EntityReader& reader_;
@@ -65,6 +68,7 @@ class ReadDrawing {
 
   /// The entities of the ENTITIES section.
   const std::vector<dxf::DxfEntity>& entities() const { return keeper_.entities; }
+  const std::vector<std::size_t>& countAtEnd() const { return keeper_.countAtEnd; }
   const dxf::DxfEntity& entity(std::size_t index) const { return entities().at(index); }
   /// The entities of a block.
   std::vector<dxf::DxfEntity> blockEntities(std::size_t block) {
