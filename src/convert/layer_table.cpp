@@ -1,15 +1,13 @@
 #include "convert/layer_table.h"
 
-#include <utility>
-
 #include "convert/ini_file.h"
 #include "dxf/number_text.h"
 #include "dxf/run_time_error.h"
 
 namespace quillon::convert {
 
-void LayerTable::add(std::string_view name, std::string layer) {
-  layers_.try_emplace(dxf::upperCase(name, dxf::Encoding::Utf8), std::move(layer));
+void LayerTable::add(std::string_view name, std::string_view layer) {
+  layers_.try_emplace(dxf::upperCase(name, dxf::Encoding::Utf8), layer);
   ++size_;
 }
 

@@ -15,7 +15,7 @@ namespace quillon::convert {
 class LayerTable {
  public:
   /// Adds a record; the first one of a name decides. The name is UTF-8, `layer` a decimal number.
-  void add(std::string_view name, std::string layer);
+  void add(std::string_view name, std::string_view layer);
   /// The EAGLE layer of an upper-cased UTF-8 name, or null.
   const std::string* find(std::string_view upperName) const;
   std::size_t size() const { return size_; }

@@ -31,7 +31,7 @@ std::string folded(std::string_view name) { return dxf::upperCase(name, dxf::Enc
 /// The entry of a folder with this name, exact case first; empty when there is none.
 fs::path findEntry(const fs::path& folder, const std::string& name) {
   std::error_code error;
-  const fs::path exact = folder / toPath(name);
+  fs::path exact = folder / toPath(name);
   if (fs::exists(exact, error)) return exact;
   const std::string wanted = folded(name);
   fs::path found;
@@ -97,16 +97,16 @@ std::string readWholeFile(const std::string& path) {
 }
 
 fs::path findExisting(std::string_view path) {
-  const fs::path asWritten = toPath(path);
+  fs::path asWritten = toPath(path);
   std::error_code error;
   if (path.empty() || fs::exists(asWritten, error)) return asWritten;
   const std::vector<std::string> parts = splitComponents(path);
-  const fs::path found = walk(path, parts, parts.size());
+  fs::path found = walk(path, parts, parts.size());
   return found.empty() ? asWritten : found;
 }
 
 fs::path findForCreation(std::string_view path) {
-  const fs::path asWritten = toPath(path);
+  fs::path asWritten = toPath(path);
   std::error_code error;
   if (path.empty() || fs::exists(asWritten, error)) return asWritten;
   const bool oneSeparator = path.find('\\') == std::string_view::npos;

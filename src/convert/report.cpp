@@ -121,8 +121,12 @@ std::string blockLine(const dxf::BlockRec& block, const ConversionJob& job,
   std::string line(texts(library.wasInserted(block.name) ? 2923 : 2924));
   line += dxf::toUtf8(block.name, drawing.encoding) + " ==> ";
   for (const std::string& part : library.partNames(block.name)) {
-    line += job.targetKind == kBoard ? part + ".pac" : part + ".sym (" + part + ".dev )";
-    line += "; ";
+    line.append(part);
+    if (job.targetKind == kBoard) {
+      line.append(".pac; ");
+    } else {
+      line.append(".sym (").append(part).append(".dev ); ");
+    }
   }
   return line;
 }

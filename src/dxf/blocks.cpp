@@ -1,7 +1,6 @@
 #include "dxf/blocks.h"
 
 #include <string_view>
-#include <utility>
 
 #include "dxf/entity_walk.h"
 #include "dxf/number_text.h"
@@ -55,7 +54,7 @@ void parseBlock(Drawing& drawing, LineRange lines, std::uint64_t firstLine) {
     error.setLine(block.lineAt(error.position(), drawing.lineEnds.eolChar));
     throw;
   }
-  drawing.addBlock(std::move(block));
+  drawing.addBlock(block);
 }
 
 }  // namespace quillon::dxf

@@ -1,7 +1,6 @@
 #include "dxf/drawing.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "dxf/byte_scan.h"
 
@@ -43,14 +42,14 @@ void Drawing::addLayer(LayerRec layer) {
   layers.push_back(layer);
 }
 
-void Drawing::addLineType(LineTypeRec lineType) {
+void Drawing::addLineType(const LineTypeRec& lineType) {
   lineTypeIndex.try_emplace(lineType.name, lineTypes.size());
   lineTypes.push_back(lineType);
 }
 
-void Drawing::addBlock(BlockRec block) {
+void Drawing::addBlock(const BlockRec& block) {
   blockIndex.try_emplace(block.name, blocks.size());
-  blocks.push_back(std::move(block));
+  blocks.push_back(block);
 }
 
 LayerRec* Drawing::findLayer(std::string_view name) {

@@ -104,8 +104,8 @@ struct Drawing {
   std::uint64_t lineInBlocks(const char* position) const;
 
   void addLayer(LayerRec layer);
-  void addLineType(LineTypeRec lineType);
-  void addBlock(BlockRec block);
+  void addLineType(const LineTypeRec& lineType);
+  void addBlock(const BlockRec& block);
 
   /// The first record of this upper-cased name, or null.
   LayerRec* findLayer(std::string_view name);

@@ -1,6 +1,7 @@
 #include "dxf/entity_store.h"
 
 #include <bit>
+#include <cstring>
 
 namespace quillon::dxf {
 namespace {
@@ -26,6 +27,21 @@ std::uint64_t getWide(const std::uint32_t*& in) {
   return low | std::uint64_t{*in++} << 32;
 }
 
+constexpr std::size_t kAddressWords = 2;
+static_assert(sizeof(const char*) <= kAddressWords * sizeof(std::uint32_t));
+
+void putAddress(std::uint32_t*& out, const char* address) {
+  std::memcpy(out, &address, sizeof(address));
+  out += kAddressWords;
+}
+
+const char* getAddress(const std::uint32_t*& in) {
+  const char* address = nullptr;
+  std::memcpy(&address, in, sizeof(address));
+  in += kAddressWords;
+  return address;
+}
+
 }  // namespace
 
 void EntityStore::append(EntityList& list, const DxfEntity& entity) {
@@ -34,7 +50,7 @@ void EntityStore::append(EntityList& list, const DxfEntity& entity) {
   ++list.count;
   std::uint32_t* out = start;
   *out++ = static_cast<std::uint32_t>(entity.kind) | entity.filled << kKindBits;
-  putWide(out, reinterpret_cast<std::uintptr_t>(entity.groups));
+  putAddress(out, entity.groups);
   if (hasSideRecord(entity.kind)) {
     *out++ = static_cast<std::uint32_t>(entity.sideIndex);
     putWide(out, static_cast<std::uint64_t>(entity.groupsEnd - entity.groups));
@@ -77,7 +93,7 @@ bool EntityCursor::next(DxfEntity& entity) {
   const std::uint32_t head = *in++;
   entity.kind = static_cast<EntityKind>(head & ((1U << kKindBits) - 1));
   entity.filled = head >> kKindBits;
-  entity.groups = reinterpret_cast<const char*>(static_cast<std::uintptr_t>(getWide(in)));
+  entity.groups = getAddress(in);
   entity.sideIndex = 0;
   if (hasSideRecord(entity.kind)) {
     entity.sideIndex = *in++;

@@ -27,7 +27,11 @@ struct LineRange {
 class LineCursor {
  public:
   LineCursor(LineRange range, const LineEnds& ends)
-      : position_(range.begin), end_(range.end), eol_(ends.eolChar), other_(ends.eolOther) {
+      : position_(range.begin),
+        end_(range.end),
+        eol_(ends.eolChar),
+        other_(ends.eolOther),
+        block_(range.begin) {
     if (range.begin != range.end) seek(range.begin);
   }
 
@@ -90,7 +94,7 @@ class LineCursor {
   const char* end_;
   char eol_;
   char other_;
-  const char* block_ = nullptr;
+  const char* block_;
   std::uint64_t lineEnds_ = 0;  ///< of the 64 bytes at block_, those not yet taken
 };
 

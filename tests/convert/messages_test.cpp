@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
 namespace quillon::convert {
 namespace {
 
@@ -100,6 +102,21 @@ class MessagesTest : public ::testing::Test {
   Messages english{englishTexts};
   Messages german{germanTexts};
 };
+
+TEST_F(MessagesTest, WordTheReasonsOfTheSystem) {
+  EXPECT_EQ(english.reasonText(ENOENT), "No such file or directory");
+  EXPECT_EQ(english.reasonText(EACCES), "Permission denied");
+  EXPECT_EQ(english.reasonText(EPERM), "Permission denied");
+  EXPECT_EQ(english.reasonText(EISDIR), "Is a directory");
+  EXPECT_EQ(english.reasonText(ENOSPC), "No space left on device");
+  EXPECT_EQ(english.reasonText(EROFS), "Read-only file system");
+  EXPECT_EQ(english.reasonText(EPIPE), "Broken pipe");
+  EXPECT_EQ(german.reasonText(ENOENT), "Datei oder Verzeichnis nicht gefunden");
+  EXPECT_EQ(german.reasonText(EACCES), "Keine Berechtigung");
+  EXPECT_EQ(german.reasonText(EISDIR), "Ist ein Verzeichnis");
+  EXPECT_EQ(german.reasonText(ENOSPC), "Kein Speicherplatz mehr frei");
+  EXPECT_EQ(german.reasonText(EROFS), "Das Dateisystem ist schreibgeschützt");
+}
 
 TEST_F(MessagesTest, ADrawingIsMissing) {
   expectMessage(english.drawingMissing("C:\\A.DXF", "why"), MessageKind::Error, "File Error",

@@ -35,6 +35,7 @@ struct ProgramCall {
   std::filesystem::path folder;                                 ///< to work in
   std::vector<std::string> environment = {"LANG=C", "TZ=UTC"};  ///< nothing else is inherited
   bool unprivileged = false;  ///< without root's rights, which see through every permission
+  int outputStream = -1;      ///< a descriptor that becomes standard output, instead of a file
   int errorStream = -1;       ///< a descriptor that becomes standard error, instead of a file
 };
 
@@ -60,9 +61,10 @@ class RunningProgram {
     const std::string error = streams_.file("error");
     process_ = fork();
     if (process_ == 0) {
+      const int outputStream = call.outputStream >= 0 ? call.outputStream : openForWriting(output);
       const int errorStream = call.errorStream >= 0 ? call.errorStream : openForWriting(error);
       const bool ready = dup2(input[0], STDIN_FILENO) >= 0 &&
-                         dup2(openForWriting(output), STDOUT_FILENO) >= 0 &&
+                         dup2(outputStream, STDOUT_FILENO) >= 0 &&
                          dup2(errorStream, STDERR_FILENO) >= 0 && chdir(call.folder.c_str()) == 0 &&
                          (!call.unprivileged || geteuid() != 0 || setuid(kNobody) == 0);
       if (ready) execve(argv[0], argv.data(), envp.data());
