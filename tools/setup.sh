@@ -27,11 +27,20 @@ need_header() {
   fi
 }
 
+# need_file PACKAGE PATTERN: asks for the package unless a file has a path like that.
+need_file() {
+  has_command apt-get || return 0
+  for found in $2; do
+    if [ -e "$found" ]; then return 0; fi
+  done
+  missing="$missing $1"
+}
+
 say_what_to_install() {
   say "Quillon is built with a C++20 compiler (GCC 12 or newer), CMake 3.25, Ninja and CLI11 2.1 or"
-  say "newer; its tests also need GoogleTest. Please install what is missing, for example with"
-  say "  dnf install gcc-c++ cmake ninja-build cli11-devel gtest-devel     (Fedora)"
-  say "  pacman -S gcc cmake ninja cli11 gtest                             (Arch Linux)"
+  say "newer; its tests also need GoogleTest and clang. Please install what is missing, for example with"
+  say "  dnf install gcc-c++ cmake ninja-build cli11-devel gtest-devel clang   (Fedora)"
+  say "  pacman -S gcc cmake ninja cli11 gtest clang                       (Arch Linux)"
 }
 
 # install_missing: installs what was asked for with the distribution's own packages.

@@ -11,7 +11,7 @@ namespace quillon::convert {
 /// around a value is taken off. Bytes are not converted.
 class IniFile {
  public:
-  /// Longest value that is given back.
+  /// Longest value that is given back, in characters of one byte.
   static constexpr std::size_t kLongestValue = 254;
 
   IniFile() = default;
@@ -20,7 +20,9 @@ class IniFile {
   /// Reads a file; a missing or unreadable one reads as empty.
   static IniFile read(const std::string& path);
 
-  /// The value of a key, or "".
+  /// The value of a key in full, or "".
+  std::string_view wholeValue(std::string_view section, std::string_view key) const;
+  /// The value of a key as far as it is given back, or "".
   std::string value(std::string_view section, std::string_view key) const;
 
  private:

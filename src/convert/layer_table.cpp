@@ -1,6 +1,6 @@
 #include "convert/layer_table.h"
 
-#include "convert/ini_file.h"
+#include "convert/layer_file.h"
 #include "dxf/number_text.h"
 #include "dxf/run_time_error.h"
 
@@ -18,17 +18,8 @@ const std::string* LayerTable::find(std::string_view upperName) const {
 
 LayerTable readLayerFile(const std::string& path) {
   LayerTable table;
-  if (path.empty()) return table;
-  const IniFile file = IniFile::read(path);
-  for (std::size_t n = 1;; ++n) {
-    const std::string section = std::to_string(n);
-    const std::string name = file.value(section, "layername");
-    const std::string_view trimmed = dxf::trimBlanks(name);
-    if (trimmed.empty()) return table;
-    // The number stays a text: "16.7" is kept, a text without a number becomes "0".
-    table.add(dxf::windows1252ToUtf8(trimmed),
-              dxf::numberText(dxf::numberValue(file.value(section, "layernr"))));
-  }
+  for (const LayerRow& row : readLayerRows(path)) table.add(row.name, row.layer);
+  return table;
 }
 
 std::string_view LayerAssignment::lookupLayer(std::string_view dxfLayerName) const {

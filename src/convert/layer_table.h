@@ -25,8 +25,7 @@ class LayerTable {
   std::size_t size_ = 0;
 };
 
-/// Reads sections 1, 2, 3, … of a layer assignment file until one has no name. An empty or missing
-/// path gives an empty table.
+/// The table of a layer assignment file. An empty or missing path gives an empty table.
 LayerTable readLayerFile(const std::string& path);
 
 /// Finds the EAGLE layer of a drawing's layers, once for each.

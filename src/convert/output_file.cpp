@@ -6,6 +6,12 @@
 #include <string>
 #include <system_error>
 
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
 namespace quillon::convert {
 
 namespace fs = std::filesystem;
@@ -33,7 +39,10 @@ std::string temporaryName() {
 
 }  // namespace
 
-OutputFile::OutputFile(const fs::path& target) : target_(followLinks(target)) {
+OutputFile::OutputFile(const fs::path& target) : OutputFile(target, true) {}
+
+OutputFile::OutputFile(const fs::path& target, bool mayWriteDirectly)
+    : target_(followLinks(target)) {
   std::error_code error;
   const fs::file_status status = fs::status(target_, error);
   const bool exists = fs::exists(status);
@@ -45,7 +54,10 @@ OutputFile::OutputFile(const fs::path& target) : target_(followLinks(target)) {
     if (openFile(target_, "r+b") == nullptr) throw WriteError(errno);
   }
   const bool regular = !exists || fs::is_regular_file(status);
-  if (!regular || !openTemporary()) file_ = openFile(target_, "wb");
+  if (!regular || !openTemporary()) {
+    if (!mayWriteDirectly) throw WriteError(regular ? errno : EACCES);
+    file_ = openFile(target_, "wb");
+  }
   if (file_ == nullptr) throw WriteError(errno);
   stream_ = file_.get();
   std::setvbuf(stream_, nullptr, _IONBF, 0);  // the writers above hand over large blocks
@@ -76,6 +88,16 @@ void OutputFile::write(std::string_view block) {
   }
 }
 
+void OutputFile::sync() {
+  if (std::fflush(stream_) != 0) throw WriteError(errno);
+#ifdef _WIN32
+  const int result = _commit(_fileno(stream_));
+#else
+  const int result = fsync(fileno(stream_));
+#endif
+  if (result != 0) throw WriteError(errno);
+}
+
 void OutputFile::commit() {
   if (std::fflush(stream_) != 0) throw WriteError(errno);
   if (file_ == nullptr) return;
@@ -85,6 +107,15 @@ void OutputFile::commit() {
   fs::rename(temporary_, target_, error);
   if (error) throw WriteError(error.value());
   temporary_.clear();
+}
+
+void replaceFile(const fs::path& target, std::string_view bytes) {
+  std::error_code ignored;  // a folder that cannot be made is noticed when the file is
+  if (target.has_parent_path()) fs::create_directories(target.parent_path(), ignored);
+  OutputFile file(target, false);
+  file.write(bytes);
+  file.sync();  // on the disk before it takes the old file's place
+  file.commit();
 }
 
 }  // namespace quillon::convert

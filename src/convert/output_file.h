@@ -45,12 +45,20 @@ class OutputFile : public emit::ScriptSink {
   void commit();
 
  private:
+  explicit OutputFile(const std::filesystem::path& target, bool mayWriteDirectly);
+  friend void replaceFile(const std::filesystem::path& target, std::string_view bytes);
+
   bool openTemporary();
+  void sync();
 
   std::filesystem::path target_;
   std::filesystem::path temporary_;  ///< empty when the target is written directly
   FileHandle file_;
   std::FILE* stream_ = nullptr;  ///< where the bytes go; owned by file_ unless it is the process's
 };
+
+/// Gives a file new contents as a whole: after a crash or with a full disk it is as it was. Missing
+/// folders are made. Throws WriteError; also where no temporary file can be made beside the target.
+void replaceFile(const std::filesystem::path& target, std::string_view bytes);
 
 }  // namespace quillon::convert

@@ -76,12 +76,14 @@ FileHandle openFile(const fs::path& path, const char* mode) {
 }
 
 std::string readFile(const std::string& path) {
+  constexpr std::size_t kLongestSmallFile = std::size_t{1} << 26;  // a device may have no end
   std::string bytes;
   const FileHandle file = openFile(findExisting(path), "rb");
   if (file == nullptr) throw dxf::ReadError(errno);
   std::array<char, 1U << 14> block{};
   for (std::size_t got = 0; (got = std::fread(block.data(), 1, block.size(), file.get())) > 0;) {
     bytes.append(block.data(), got);
+    if (bytes.size() > kLongestSmallFile) throw dxf::ReadError(EFBIG);
   }
   if (std::ferror(file.get()) != 0) throw dxf::ReadError(errno);
   return bytes;
@@ -121,6 +123,11 @@ bool namesFile(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   return fs::exists(status) && !fs::is_directory(status);
+}
+
+bool isMissing(const fs::path& path) {
+  std::error_code error;
+  return fs::status(path, error).type() == fs::file_type::not_found;
 }
 
 std::string_view lastComponent(std::string_view name) {

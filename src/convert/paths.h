@@ -20,7 +20,7 @@ using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 /// std::fopen for a path of this system; null with errno set when it fails.
 FileHandle openFile(const std::filesystem::path& path, const char* mode);
 
-/// The bytes of a file. Throws ReadError.
+/// The bytes of a small file, such as settings. Throws ReadError, also for one beyond 64 MiB.
 std::string readFile(const std::string& path);
 /// The bytes of a file; "" when it is missing or cannot be read.
 std::string readWholeFile(const std::string& path);
@@ -35,6 +35,9 @@ std::filesystem::path findForCreation(std::string_view path);
 
 /// True when the path names something that exists and is no folder.
 bool namesFile(const std::filesystem::path& path);
+
+/// True when there is surely nothing at the path; false also where that cannot be found out.
+bool isMissing(const std::filesystem::path& path);
 
 /// The last component of a name, after the last "\" or "/".
 std::string_view lastComponent(std::string_view name);

@@ -65,11 +65,7 @@ std::string_view defaultFrameText() {
 ScriptFrame loadFrame(const FrameSource& source) {
   if (namesFile(findExisting(source.path))) return parseFrame(readFile(source.path));
   if (source.mustExist) throw dxf::ReadError(ENOENT);
-  if (source.create) {
-    OutputFile file(findForCreation(source.path));
-    file.write(defaultFrameText());
-    file.commit();
-  }
+  if (source.create) replaceFile(findForCreation(source.path), defaultFrameText());
   return parseFrame(defaultFrameText());
 }
 

@@ -51,8 +51,9 @@ std::size_t findText(std::string_view bytes, std::string_view text) {
     const std::size_t stop = std::min(starts, i + kBlock);
     std::uint8_t candidates = 0;
     for (std::size_t j = i; j < stop; ++j) {
-      candidates = static_cast<std::uint8_t>(
-          candidates | ((first[j] == text.front()) & (last[j] == text.back())));
+      const unsigned starting = first[j] == text.front() ? 1 : 0;
+      const unsigned ending = last[j] == text.back() ? 1 : 0;
+      candidates = static_cast<std::uint8_t>(candidates | (starting & ending));
     }
     if (candidates == 0) continue;
     const std::size_t found = bytes.substr(0, stop + text.size() - 1).find(text, i);

@@ -39,6 +39,10 @@ constexpr char upperAscii(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+constexpr char lowerAscii(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 char upperWindows1252(char c) {
   switch (byteOf(c)) {
     case 0x9A:  // š
@@ -54,24 +58,44 @@ char upperWindows1252(char c) {
   }
 }
 
+constexpr unsigned codeOfTwoBytes(const char* p) {
+  return (byteOf(p[0]) & 0x1F) << 6 | (byteOf(p[1]) & 0x3F);
+}
+
+void putTwoBytes(char* p, unsigned code) {
+  p[0] = static_cast<char>(0xC0 | (code >> 6));
+  p[1] = static_cast<char>(0x80 | (code & 0x3F));
+}
+
 /// Upper case of the two-byte character at p, written back in place.
 void upperTwoBytes(char* p) {
-  const unsigned code = (byteOf(p[0]) & 0x1F) << 6 | (byteOf(p[1]) & 0x3F);
+  const unsigned code = codeOfTwoBytes(p);
   unsigned upper = code;
   if (code >= 0xE0 && code <= 0xFE && code != 0xF7) upper = code - 0x20;
   if (code == 0xFF) upper = 0x178;                                        // ÿ
   if (code == 0x161 || code == 0x17E || code == 0x153) upper = code - 1;  // š, ž, œ
-  p[0] = static_cast<char>(0xC0 | (upper >> 6));
-  p[1] = static_cast<char>(0x80 | (upper & 0x3F));
+  putTwoBytes(p, upper);
 }
 
-void upperUtf8(std::string& text) {
+/// Lower case of the two-byte character at p, written back in place.
+void lowerTwoBytes(char* p) {
+  const unsigned code = codeOfTwoBytes(p);
+  unsigned lower = code;
+  if (code >= 0xC0 && code <= 0xDE && code != 0xD7) lower = code + 0x20;
+  if (code == 0x178) lower = 0xFF;                                        // Ÿ
+  if (code == 0x160 || code == 0x17D || code == 0x152) lower = code + 1;  // Š, Ž, Œ
+  putTwoBytes(p, lower);
+}
+
+/// Changes each character of one byte and each of two bytes in place.
+template <typename OneByte, typename TwoBytes>
+void changeUtf8(std::string& text, OneByte oneByte, TwoBytes twoBytes) {
   char* p = text.data();
   const char* const end = p + text.size();
   while (p != end) {
     const std::size_t length = utf8SequenceLength(p, end);
-    if (length <= 1) *p = upperAscii(*p);
-    if (length == 2) upperTwoBytes(p);
+    if (length <= 1) *p = oneByte(*p);
+    if (length == 2) twoBytes(p);
     p += std::max<std::size_t>(length, 1);
   }
 }
@@ -102,11 +126,17 @@ bool isValidUtf8(std::string_view bytes) {
 std::string upperCase(std::string_view text, Encoding encoding) {
   std::string upper(text);
   if (encoding == Encoding::Utf8) {
-    upperUtf8(upper);
+    changeUtf8(upper, upperAscii, upperTwoBytes);
   } else {
     for (char& c : upper) c = upperWindows1252(c);
   }
   return upper;
+}
+
+std::string lowerCase(std::string_view utf8) {
+  std::string lower(utf8);
+  changeUtf8(lower, lowerAscii, lowerTwoBytes);
+  return lower;
 }
 
 bool equalsUpperCased(std::string_view text, std::string_view upper) {

@@ -16,6 +16,9 @@ bool isValidUtf8(std::string_view bytes);
 /// character stays; the length in bytes never changes.
 std::string upperCase(std::string_view text, Encoding encoding);
 
+/// A UTF-8 text with A-Z and the accented Latin letters of Windows-1252 in lower case.
+std::string lowerCase(std::string_view utf8);
+
 /// True when upperCase(text) equals `upper`, which must be ASCII without lower-case letters.
 bool equalsUpperCased(std::string_view text, std::string_view upper);
 

@@ -1,8 +1,8 @@
-#include "app/headless/console.h"
+#include "app/console/console.h"
 
 #include <gtest/gtest.h>
 
-namespace quillon::headless {
+namespace quillon::console {
 namespace {
 
 /// What a console prints to standard error.
@@ -46,4 +46,4 @@ TEST(Console, PrintsNothingForNoLines) {
 }
 
 }  // namespace
-}  // namespace quillon::headless
+}  // namespace quillon::console

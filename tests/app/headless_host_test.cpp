@@ -9,7 +9,7 @@ using convert::MessageKind;
 
 class HeadlessHostTest : public ::testing::Test {
  protected:
-  Console console{false};
+  console::Console console{false};
   resources::Texts texts{resources::kEnglish};
   HeadlessHost host{console, texts, ""};
 };

@@ -35,6 +35,19 @@ class ProgramTest : public ::testing::Test {
     dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "2"}});
     return dxf;
   }
+  /// A drawing whose blocks multiply to work without an end and without output.
+  static testing::DxfBuilder endless() {
+    testing::DxfBuilder dxf;
+    for (int level = 0; level < 14; ++level) {
+      dxf.beginBlock("L" + std::to_string(level));
+      for (int i = 0; i < 10; ++i) {
+        dxf.entity("INSERT", {{8, "0"}, {2, "L" + std::to_string(level + 1)}});
+      }
+      dxf.endBlock();
+    }
+    dxf.entity("INSERT", {{8, "0"}, {2, "L0"}});
+    return dxf;
+  }
   std::string write(std::string_view name, const testing::DxfBuilder& dxf) const {
     return folder.write(name, dxf.text());
   }

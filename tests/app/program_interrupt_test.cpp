@@ -9,25 +9,11 @@
 namespace quillon::headless {
 namespace {
 
-using testing::DxfBuilder;
 using testing::ProgramResult;
 using testing::RunningProgram;
 
 class InterruptTest : public ProgramTest {
  protected:
-  /// A drawing whose blocks multiply to work without an end and without output.
-  static DxfBuilder endless() {
-    DxfBuilder dxf;
-    for (int level = 0; level < 14; ++level) {
-      dxf.beginBlock("L" + std::to_string(level));
-      for (int i = 0; i < 10; ++i) {
-        dxf.entity("INSERT", {{8, "0"}, {2, "L" + std::to_string(level + 1)}});
-      }
-      dxf.endBlock();
-    }
-    dxf.entity("INSERT", {{8, "0"}, {2, "L0"}});
-    return dxf;
-  }
   /// True while a script is being written in the folder.
   bool isWriting(const std::string& below = ".") const {
     for (const auto& entry : std::filesystem::directory_iterator(folder.path() / below)) {

@@ -211,9 +211,10 @@ TEST_F(FailureTest, ADrawingThatMayNotBeReadIsRefused) {
 }
 
 TEST_F(FailureTest, AFrameFileThatCannotBeCreatedReachesTheHandler) {
-  surroundings.frame = {folder.file("none/quillon.cfh"), false, true};
-  EXPECT_EQ(failure(), folder.file("none/quillon.cfh") +
-                           " cannot be written: No such file or directory. Please check the path, "
+  folder.write("file", "");
+  surroundings.frame = {folder.file("file/quillon.cfh"), false, true};
+  EXPECT_EQ(failure(), folder.file("file/quillon.cfh") +
+                           " cannot be written: Not a directory. Please check the path, "
                            "its permissions and the free space.");
 }
 

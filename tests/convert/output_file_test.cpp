@@ -195,5 +195,33 @@ TEST_F(OutputFileTest, AStreamThatCannotTakeItsBytesIsAnError) {
   std::fclose(stream);
 }
 
+TEST_F(OutputFileTest, ReplacingAFileMakesItsFolder) {
+  replaceFile(at("new/deep/a.ini"), "text");
+  EXPECT_EQ(folder.read("new/deep/a.ini"), "text");
+}
+
+TEST_F(OutputFileTest, ReplacingAFileFollowsALinkAndKeepsThePermissions) {
+  folder.write("real.ini", "old");
+  fs::permissions(at("real.ini"), fs::perms(0640));
+  fs::create_symlink(at("real.ini"), at("a.ini"));
+  replaceFile(at("a.ini"), "new");
+  EXPECT_EQ(folder.read("real.ini"), "new");
+  EXPECT_TRUE(fs::is_symlink(at("a.ini")));
+  EXPECT_EQ(fs::status(at("real.ini")).permissions(), fs::perms(0640));
+}
+
+TEST_F(OutputFileTest, ReplacingAFileNeverWritesIntoTheOldOne) {
+  folder.write("a.ini", "old");
+  fs::permissions(at("a.ini"), fs::perms(0666));
+  fs::permissions(folder.path(), fs::perms(0555));
+  {
+    const Unprivileged user;
+    EXPECT_THROW(replaceFile(at("a.ini"), "new"), WriteError);
+  }
+  fs::permissions(folder.path(), fs::perms(0755));
+  EXPECT_EQ(folder.read("a.ini"), "old");
+  EXPECT_THROW(replaceFile("/dev/full", "new"), WriteError);
+}
+
 }  // namespace
 }  // namespace quillon::convert

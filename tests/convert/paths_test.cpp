@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "dxf/text_source.h"
 #include "support/temp_folder.h"
 
 namespace quillon::convert {
@@ -88,6 +89,16 @@ TEST_F(PathsTest, ReadsAWholeFileOfAnySizeUnderAnyCase) {
   EXPECT_EQ(readWholeFile(folder.file("none")), "");
   EXPECT_EQ(readWholeFile(folder.file("In")), "");
   EXPECT_EQ(readWholeFile(""), "");
+}
+
+TEST_F(PathsTest, DoesNotReadADeviceWithoutAnEnd) {
+  EXPECT_THROW(readFile("/dev/zero"), dxf::ReadError);
+  EXPECT_EQ(readWholeFile("/dev/zero"), "");
+}
+
+TEST_F(PathsTest, IsMissingOnlyWhereThereIsSurelyNothing) {
+  EXPECT_TRUE(isMissing(folder.path() / "none"));
+  EXPECT_FALSE(isMissing(folder.path()));
 }
 
 TEST(PathText, KeepsItsBytesBothWays) {

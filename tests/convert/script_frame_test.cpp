@@ -131,7 +131,14 @@ TEST(LoadFrame, AFileThatMustExistAndIsMissingIsAnError) {
 
 TEST(LoadFrame, AFileThatCannotBeCreatedIsAnError) {
   const TempFolder folder;
-  EXPECT_THROW(loadFrame({folder.file("missing/quillon.cfh"), false, true}), WriteError);
+  folder.write("file", "");
+  EXPECT_THROW(loadFrame({folder.file("file/quillon.cfh"), false, true}), WriteError);
+}
+
+TEST(LoadFrame, MakesTheFolderOfAFileThatItCreates) {
+  const TempFolder folder;
+  loadFrame({folder.file("missing/quillon.cfh"), false, true});
+  EXPECT_EQ(folder.read("missing/quillon.cfh"), defaultFrameText());
 }
 
 }  // namespace

@@ -68,6 +68,18 @@ TEST(UpperCase, KeepsMalformedBytesOfUtf8AndMapsWhatFollows) {
             "Z\xF0\x9FÖ");
 }
 
+TEST(LowerCase, MapsWhatUpperCaseMaps) {
+  EXPECT_EQ(lowerCase("ABZ @[`{ 019"), "abz @[`{ 019");
+  EXPECT_EQ(lowerCase("ÀÖØÞŠŽŒŸ"), "àöøþšžœÿ");
+  EXPECT_EQ(upperCase(lowerCase("ÄÖÜŸ"), Encoding::Utf8), "ÄÖÜŸ");
+}
+
+TEST(LowerCase, LeavesEveryOtherCharacter) {
+  EXPECT_EQ(lowerCase("×ßĀΩЖ国€"), "×ßĀΩЖ国€");
+  EXPECT_EQ(lowerCase("A\xC3"), "a\xC3");
+  EXPECT_EQ(lowerCase("\xC3\xC3\x84\xFF"), "\xC3\xC3\xA4\xFF");
+}
+
 TEST(EqualsUpperCased, ComparesWithoutRegardToAsciiCase) {
   EXPECT_TRUE(equalsUpperCased("EndSec", "ENDSEC"));
   EXPECT_TRUE(equalsUpperCased("", ""));

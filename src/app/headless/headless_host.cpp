@@ -1,6 +1,6 @@
 #include "app/headless/headless_host.h"
 
-#include "app/headless/interrupt.h"
+#include "app/console/interrupt.h"
 
 namespace quillon::headless {
 
@@ -9,7 +9,7 @@ void HeadlessHost::setProgress(bool writing, int percent) {
   if (!label_.empty()) console_.showProgress((readPercent_ + writePercent_) / 2, label_);
 }
 
-bool HeadlessHost::cancelRequested() { return interrupted(); }
+bool HeadlessHost::cancelRequested() { return console::interrupted(); }
 
 bool HeadlessHost::ask(const convert::Message& question) {
   // The one question of a conversion is whether to replace the script.

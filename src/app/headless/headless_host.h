@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "app/headless/console.h"
+#include "app/console/console.h"
 #include "convert/host.h"
 #include "ui/resources/string_table.h"
 
@@ -13,7 +13,7 @@ namespace quillon::headless {
 class HeadlessHost : public convert::ConversionHost {
  public:
   /// `label` stands beside the progress bar; an empty one shows none.
-  HeadlessHost(Console& console, const resources::Texts& texts, std::string label)
+  HeadlessHost(console::Console& console, const resources::Texts& texts, std::string label)
       : console_(console), texts_(texts), label_(std::move(label)) {}
 
   const std::vector<convert::Message>& messages() const { return messages_; }
@@ -29,7 +29,7 @@ class HeadlessHost : public convert::ConversionHost {
   void showReport(std::string_view) override {}
 
  private:
-  Console& console_;
+  console::Console& console_;
   const resources::Texts& texts_;
   std::string label_;
   int readPercent_ = 0;

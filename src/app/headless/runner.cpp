@@ -10,9 +10,9 @@
 #include <thread>
 #include <vector>
 
-#include "app/headless/console.h"
+#include "app/console/console.h"
+#include "app/console/interrupt.h"
 #include "app/headless/headless_host.h"
-#include "app/headless/interrupt.h"
 #include "app/headless/json_output.h"
 #include "app/headless/plan.h"
 #include "convert/driver.h"
@@ -24,6 +24,7 @@
 namespace quillon::headless {
 
 namespace fs = std::filesystem;
+using console::interrupted;
 using convert::ConversionResult;
 using convert::Message;
 using convert::Outcome;
@@ -43,7 +44,7 @@ class Runner {
       : options_(options),
         plan_(std::move(plan)),
         texts_(options.languageOffset),
-        console_(!options.quiet && errorIsTerminal()),
+        console_(!options.quiet && console::errorIsTerminal()),
         printed_(plan_.conversions.size()) {}
 
   int run() {
@@ -221,7 +222,7 @@ class Runner {
   const Options& options_;
   Plan plan_;
   resources::Texts texts_;
-  Console console_;
+  console::Console console_;
   std::atomic<std::size_t> next_{0};
   std::atomic<std::size_t> converted_{0};
   std::mutex mutex_;
@@ -235,7 +236,7 @@ class Runner {
 int run(const Options& options) {
   Plan plan = makePlan(options);
   if (!plan.usageError.empty()) return usageError(plan.usageError);
-  catchInterrupt();
+  console::catchInterrupt();
   return Runner(options, std::move(plan)).run();
 }
 

@@ -9,8 +9,9 @@ namespace quillon::resources {
 inline constexpr int kGerman = 0;
 inline constexpr int kEnglish = 10000;
 
-/// The entry of the string table with this id (German at the id itself, English at id + 10000), or
-/// "" for an id without one. UTF-8.
+/// The entry of the string table with this id, or "" for an id without one. German texts answer to
+/// the id itself, English ones to id + 10000; the names of EAGLE's layers stand once, at the id
+/// itself. UTF-8.
 std::string_view loadString(int id);
 
 /// A text whose "%1", "%2", … are replaced by the arguments.

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace quillon::headless {
+namespace quillon::console {
 
 /// From now on Ctrl-C sets a flag instead of ending the program; a second one ends it.
 void catchInterrupt();
@@ -8,4 +8,4 @@ void catchInterrupt();
 /// True once Ctrl-C was pressed.
 bool interrupted();
 
-}  // namespace quillon::headless
+}  // namespace quillon::console

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillon::headless {
+namespace quillon::console {
 
 /// The program's two output streams, shared by conversions that run at the same time: whole lines
 /// go to standard error, above a progress line where one is shown.
@@ -36,4 +36,4 @@ class Console {
 /// True when standard error is a terminal.
 bool errorIsTerminal();
 
-}  // namespace quillon::headless
+}  // namespace quillon::console

@@ -1,4 +1,4 @@
-#include "app/headless/console.h"
+#include "app/console/console.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -9,7 +9,7 @@
 #include <unistd.h>
 #endif
 
-namespace quillon::headless {
+namespace quillon::console {
 namespace {
 
 bool put(std::FILE* stream, std::string_view text) {
@@ -71,4 +71,4 @@ bool errorIsTerminal() {
 #endif
 }
 
-}  // namespace quillon::headless
+}  // namespace quillon::console

@@ -1,9 +1,9 @@
-#include "app/headless/interrupt.h"
+#include "app/console/interrupt.h"
 
 #include <atomic>
 #include <csignal>
 
-namespace quillon::headless {
+namespace quillon::console {
 namespace {
 
 // A signal handler can reach nothing but a static flag.
@@ -31,4 +31,4 @@ void catchInterrupt() {
 
 bool interrupted() { return interruptSeen.load(); }
 
-}  // namespace quillon::headless
+}  // namespace quillon::console

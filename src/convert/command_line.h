@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillon::convert {
+
+/// Numbers of the options of the command line, as settings refer to them.
+enum class CommandLineOption : std::uint8_t {
+  DxfFile = 1,
+  ScriptFile = 2,
+  DrawingName = 3,
+  TargetKind = 4,
+  LayerFile = 5,
+  Layer = 6,
+  Version = 7,
+  Unit = 8,
+  Scale = 9,
+  Dotted = 10,
+  Ellipses = 11,
+  Poly = 12,
+  Blocks = 13,
+  Report = 14,
+  Unattended = 15,
+  Overwrite = 16,
+  ArcToLine = 17,
+};
+
+/// What the program's command line asks for: options as "/key:value", lower-cased. Bad values are
+/// not reported.
+struct CommandLine {
+  /// 2^(n-1) was added for every item of option n: a second item of the same option carries over
+  /// into the next one, as intended.
+  std::uint32_t CmdLineGiven = 0;
+
+  std::string dxfFile;
+  std::string scriptFile;
+  std::string drawingName;
+  std::string layerFile;
+  std::string layer;  ///< an entry of the layer list
+  std::string unit;   ///< a word
+  std::int16_t targetKind = 0;
+  std::int16_t version = 0;
+  std::int16_t poly = 0;
+  std::int16_t blocks = 0;
+  double scale = 0.0;
+  bool dotted = false;
+  bool ellipses = false;
+  bool report = false;
+  bool arcToLine = false;
+
+  bool autoRun = false;          ///< one conversion, then the end
+  bool autoRunExit = false;      ///< every drawing of a folder, then the end
+  bool overwriteScript = false;  ///< without a question
+
+  /// The bit of an option; true values come from the command line, not from the settings file.
+  bool given(CommandLineOption option) const {
+    return (CmdLineGiven >> (static_cast<unsigned>(option) - 1U) & 1U) != 0;
+  }
+};
+
+/// Reads a command line (UTF-8, without the program's name), whose items begin at every "/".
+CommandLine parseCommandLine(std::string_view text);
+
+/// The arguments of a process as one command line.
+std::string joinArguments(const std::vector<std::string>& arguments);
+
+}  // namespace quillon::convert

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quillon::convert {
+
+/// A line of an INI file, as Windows reads profile files.
+struct IniLine {
+  enum class Kind : std::uint8_t {
+    Section,
+    Key,
+    Other,  ///< a comment, an empty line, or one that means nothing
+  };
+  Kind kind = Kind::Other;
+  std::string_view name;   ///< of the section or the key, as written
+  std::string_view value;  ///< of the key; blanks around it and one pair of quotes are taken off
+};
+
+IniLine parseIniLine(std::string_view line);
+
+/// Takes the first line off a text, without its line end (CR LF, LF or CR).
+std::string_view takeIniLine(std::string_view& text);
+
+/// The text behind its byte order marks, which editors put in front of UTF-8.
+std::string_view withoutByteOrderMark(std::string_view text);
+
+/// The name of a section or key for comparisons, which do not regard case.
+std::string foldedName(std::string_view name);
+
+}  // namespace quillon::convert

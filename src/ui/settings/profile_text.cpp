@@ -1,0 +1,28 @@
+#include "ui/settings/profile_text.h"
+
+#include "convert/ini_line.h"
+#include "dxf/encoding.h"
+
+namespace quillon::settings {
+
+std::string decodeProfile(std::string_view bytes) {
+  bytes = convert::withoutByteOrderMark(bytes);
+  return dxf::isValidUtf8(bytes) ? std::string(bytes) : dxf::windows1252ToUtf8(bytes);
+}
+
+std::string encodeProfile(std::string_view utf8) {
+  std::string bytes = dxf::fromUtf8(utf8, dxf::Encoding::Windows1252);
+  // Some texts of Windows-1252 could be taken for UTF-8; those are written in UTF-8 too.
+  return decodeProfile(bytes) == utf8 ? bytes : std::string(utf8);
+}
+
+std::string_view firstCharacters(std::string_view utf8, std::size_t count) {
+  std::size_t end = 0;
+  for (; end < utf8.size(); ++end) {
+    const bool starts = (static_cast<unsigned char>(utf8[end]) & 0xC0) != 0x80;
+    if (starts && count-- == 0) break;
+  }
+  return utf8.substr(0, end);
+}
+
+}  // namespace quillon::settings

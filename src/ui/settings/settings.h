@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "convert/command_line.h"
+#include "convert/job.h"
+#include "ui/resources/string_table.h"
+#include "ui/settings/settings_store.h"
+
+namespace quillon::settings {
+
+/// Target kind when none of the four is selected.
+inline constexpr int kNoTarget = 4;
+/// Index of a list in which nothing is selected.
+inline constexpr int kNoChoice = -1;
+
+/// What the main window's controls show. The defaults are those of a window before it loads.
+struct Settings {
+  std::string dxfFile = "C:\\*.DXF";
+  std::string scriptFile = "C:\\CONVERS.SCR";
+  std::string layerFile;
+  std::string drawingName = "CONVERS";
+  int targetKind = convert::kBoard;  ///< or kNoTarget
+  int version = 1;
+  int unit = 2;
+  std::string scale = "1.000";
+  std::string layer;  ///< the chosen entry of the target's layer list; "" when there is none
+  bool dotted = false;
+  bool report = true;
+  bool ellipses = false;
+  bool arcToLine = false;
+  int poly = 2;
+  int blocks = convert::kDrawBlocks;
+  bool blocksEnabled = true;  ///< block handling can be chosen for boards and schematics alone
+  double PolyWidth = 0.0;     ///< read but never saved, as intended
+  std::string offsetX;        ///< of this session only
+  std::string offsetY;
+};
+
+/// Entries of the list of standard layers for a target; none for kNoTarget.
+std::vector<std::string> layersOf(int targetKind, const resources::Texts& texts);
+
+/// Chooses a target as a click on its option does: its layer list with the usual choice; a package
+/// and a symbol have blocks drawn in place.
+void selectTarget(Settings& settings, int targetKind, const resources::Texts& texts);
+
+/// The language offset of the settings file: 0 German, 10000 English; other numbers as they stand.
+int loadLanguage(const SettingsStore& store);
+bool saveLanguage(const SettingsStore& store, int languageOffset);
+
+/// Loads the settings in their order, options of the command line first, each by its own rule.
+Settings LoadSettings(const SettingsStore& store, const convert::CommandLine& commandLine,
+                      const resources::Texts& texts);
+
+/// Saves the settings, all of them or none. False when that failed.
+bool SaveSettings(const SettingsStore& store, const Settings& settings);
+
+/// The job that the settings describe.
+convert::ConversionJob jobOf(const Settings& settings, const convert::CommandLine& commandLine);
+
+}  // namespace quillon::settings

@@ -1,0 +1,65 @@
+#include "app/unattended/unattended_host.h"
+
+#include <gtest/gtest.h>
+
+namespace quillon::unattended {
+namespace {
+
+using convert::Message;
+using convert::MessageKind;
+
+class UnattendedHostTest : public ::testing::Test {
+ protected:
+  template <typename Action>
+  std::string printedBy(Action action) {
+    ::testing::internal::CaptureStderr();
+    action();
+    return ::testing::internal::GetCapturedStderr();
+  }
+
+  console::Console console{false};
+  resources::Texts english{resources::kEnglish};
+  UnattendedHost host{console, english, "part.dxf"};
+};
+
+TEST_F(UnattendedHostTest, PrintsTitleAndLinesOfAMessage) {
+  EXPECT_EQ(printedBy([this] {
+              host.tell({MessageKind::Error, "File Error", "one\rtwo\r   ", "one\rtwo\r   "});
+            }),
+            "quillon: File Error: one two\n");
+}
+
+TEST_F(UnattendedHostTest, PrintsTheDetailWhereItSaysMore) {
+  EXPECT_EQ(printedBy([this] {
+              host.tell({MessageKind::Error, "Error", "It failed.", "a.dxf:3: no group code"});
+            }),
+            "quillon: Error: It failed.\n  a.dxf:3: no group code\n");
+}
+
+TEST_F(UnattendedHostTest, EscapesControlCharactersOfNames) {
+  EXPECT_EQ(printedBy([this] {
+              host.tell({MessageKind::Error, "Error", "a\x1b[2Jb\rc", "a\x1b[2Jb\rc"});
+            }),
+            "quillon: Error: a\\x1b[2Jb c\n");
+}
+
+TEST_F(UnattendedHostTest, AnswersAQuestionWithNo) {
+  EXPECT_EQ(printedBy([this] {
+              EXPECT_FALSE(host.ask({MessageKind::Question, "Warning", "Overwrite?", "a.scr"}));
+            }),
+            "quillon: Warning: Overwrite?\n  The answer is No. Add /w:o to replace the file.\n");
+}
+
+TEST_F(UnattendedHostTest, CancelsTheFileDialog) { EXPECT_EQ(host.chooseDxfFile({}), ""); }
+
+TEST_F(UnattendedHostTest, PrintsTheReportWithPlainLineEnds) {
+  EXPECT_EQ(printedBy([this] { host.showReport("\r\none\r\ntwo"); }), "\none\ntwo\n");
+}
+
+TEST_F(UnattendedHostTest, HasNoCancelButton) {
+  EXPECT_FALSE(host.hasCancelButton());
+  EXPECT_FALSE(host.cancelRequested());
+}
+
+}  // namespace
+}  // namespace quillon::unattended

@@ -1,0 +1,139 @@
+#include "convert/layer_file.h"
+
+#include <gtest/gtest.h>
+
+#include "convert/layer_table.h"
+#include "convert/output_file.h"
+#include "dxf/text_source.h"
+#include "support/temp_folder.h"
+#include "support/unprivileged.h"
+
+namespace quillon::convert {
+
+bool operator==(const LayerRow& a, const LayerRow& b) {
+  return a.name == b.name && a.layer == b.layer;
+}
+void PrintTo(const LayerRow& row, std::ostream* out) { *out << row.name << " = " << row.layer; }
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TempFolder;
+
+class LayerFileTest : public ::testing::Test {
+ protected:
+  using Rows = std::vector<LayerRow>;
+
+  Rows readBack(std::string_view bytes) const {
+    return readLayerRows(folder.write("in.lay", bytes));
+  }
+  std::string saved(const Rows& rows) const {
+    saveLayerRows(path, rows);
+    return folder.read("a.lay");
+  }
+
+  TempFolder folder;
+  std::string path = folder.file("a.lay");
+};
+
+TEST_F(LayerFileTest, SavesOneSectionForEachRow) {
+  EXPECT_EQ(saved({{"OUTLINE", "20"}, {"holes", "45"}}),
+            "[1]\r\nlayername=OUTLINE\r\nlayernr=20\r\n[2]\r\nlayername=holes\r\nlayernr=45\r\n");
+}
+
+TEST_F(LayerFileTest, ReadsBackWhatItSaved) {
+  const Rows rows = {
+      {"OUTLINE", "20"}, {"Umri\xC3\x9F", "21"}, {"Out line", "999"}, {"\"x\"", "1"},
+      {"'y'", "255"},    {"a=b;c", "16"},        {"[z]", "17"},       {"\xE2\x82\xAC 100", "18"},
+      {"it's", "19"}};
+  saveLayerRows(path, rows);
+  EXPECT_EQ(readLayerRows(path), rows);
+}
+
+TEST_F(LayerFileTest, SavesTheNumberOfAListEntry) {
+  EXPECT_EQ(saved({{"a", "16 Bottom (B)"}, {"b", "999 unconverted"}, {"c", "16.7"}}),
+            "[1]\r\nlayername=a\r\nlayernr=16\r\n[2]\r\nlayername=b\r\nlayernr=999\r\n"
+            "[3]\r\nlayername=c\r\nlayernr=16.7\r\n");
+}
+
+TEST_F(LayerFileTest, LeavesOutRowsWithoutANameOrWithAnotherLayerAndNumbersWithoutGaps) {
+  EXPECT_EQ(saved({{"", "20"},
+                   {"  ", "20"},
+                   {"a", "0"},
+                   {"b", "256"},
+                   {"c", "-1"},
+                   {"d", ""},
+                   {"e", "1000"},
+                   {"f", "255"},
+                   {"g", " Userdefined"},
+                   {"h", "1"}}),
+            "[1]\r\nlayername=f\r\nlayernr=255\r\n[2]\r\nlayername=h\r\nlayernr=1\r\n");
+}
+
+TEST_F(LayerFileTest, ReplacesTheOldAssignmentsAndKeepsOtherSections) {
+  folder.write("a.lay", "; of the family\n[1]\nlayername=A\nlayernr=1\n[notes]\nby=me\n[7]\nx=y\n");
+  EXPECT_EQ(saved({{"B", "2"}}),
+            "; of the family\r\n[notes]\r\nby=me\r\n[1]\r\nlayername=B\r\nlayernr=2\r\n");
+}
+
+TEST_F(LayerFileTest, IsWindows1252AndHasAQuestionMarkForOtherCharacters) {
+  EXPECT_EQ(saved({{"Umri\xC3\x9F", "20"}, {"\xE5\x9B\xBD", "21"}}),
+            "[1]\r\nlayername=Umri\xDF\r\nlayernr=20\r\n[2]\r\nlayername=?\r\nlayernr=21\r\n");
+}
+
+TEST_F(LayerFileTest, SavingNothingLeavesAnEmptyFile) { EXPECT_EQ(saved({}), ""); }
+
+TEST_F(LayerFileTest, MakesTheFolderAndLeavesNoTemporaryFile) {
+  saveLayerRows(folder.file("new/b.lay"), {{"A", "1"}});
+  EXPECT_EQ(folder.read("new/b.lay"), "[1]\r\nlayername=A\r\nlayernr=1\r\n");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder.path() / "new"), {}), 1);
+}
+
+TEST_F(LayerFileTest, AFileInAFolderThatCannotBeWrittenStaysAsItWas) {
+  folder.write("a.lay", "[1]\nlayername=A\nlayernr=1\n");
+  fs::permissions(path, fs::perms(0666));
+  fs::permissions(folder.path(), fs::perms(0555));
+  {
+    const testing::Unprivileged user;
+    EXPECT_THROW(saveLayerRows(path, {{"B", "2"}}), WriteError);
+  }
+  fs::permissions(folder.path(), fs::perms(0755));
+  EXPECT_EQ(folder.read("a.lay"), "[1]\nlayername=A\nlayernr=1\n");
+}
+
+TEST_F(LayerFileTest, AFileThatCannotBeReadIsNotReplaced) {
+  fs::create_directory(folder.path() / "b.lay");
+  EXPECT_THROW(saveLayerRows(folder.file("b.lay"), {{"B", "2"}}), dxf::ReadError);
+}
+
+TEST_F(LayerFileTest, AGapInTheNumberingEndsTheFile) {
+  EXPECT_EQ(readBack("[1]\nlayername=a\nlayernr=20\n[3]\nlayername=b\nlayernr=21\n"),
+            (Rows{{"a", "20"}}));
+}
+
+TEST_F(LayerFileTest, ReadsANumberAsDecimalText) {
+  EXPECT_EQ(readBack("[1]\nlayername=a\nlayernr=16.7\n[2]\nlayername=b\nlayernr=abc\n"
+                     "[3]\nlayername=c\nlayernr=020x\n[4]\nlayername=d\n"),
+            (Rows{{"a", "16.7"}, {"b", "0"}, {"c", "20"}, {"d", "0"}}));
+}
+
+TEST_F(LayerFileTest, KeepsTheSpellingOfNamesAndTrimsThem) {
+  EXPECT_EQ(readBack("[1]\nlayername=  Out line \nlayernr=1\n"), (Rows{{"Out line", "1"}}));
+}
+
+TEST_F(LayerFileTest, GivesNoRowsWithoutAFile) {
+  EXPECT_TRUE(readLayerRows("").empty());
+  EXPECT_TRUE(readLayerRows(folder.file("none.lay")).empty());
+}
+
+TEST_F(LayerFileTest, WhatIsSavedAssignsLayersInAConversion) {
+  saveLayerRows(path, {{"Outline", "20 Dimension (B)"}, {"OUTLINE", "21"}, {"hidden", "999"}});
+  const LayerTable table = readLayerFile(path);
+  ASSERT_NE(table.find("OUTLINE"), nullptr);
+  EXPECT_EQ(*table.find("OUTLINE"), "20");
+  ASSERT_NE(table.find("HIDDEN"), nullptr);
+  EXPECT_EQ(*table.find("HIDDEN"), "999");
+}
+
+}  // namespace
+}  // namespace quillon::convert

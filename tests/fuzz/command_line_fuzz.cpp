@@ -1,0 +1,31 @@
+// Any text is a command line; its letters' case does not count.
+#include <cstdlib>
+#include <string_view>
+
+#include "convert/command_line.h"
+#include "dxf/encoding.h"
+
+namespace {
+
+using quillon::convert::CommandLine;
+
+bool equal(const CommandLine& a, const CommandLine& b) {
+  // A scale may be infinite, but is never not a number.
+  return a.CmdLineGiven == b.CmdLineGiven && a.dxfFile == b.dxfFile &&
+         a.scriptFile == b.scriptFile && a.drawingName == b.drawingName &&
+         a.layerFile == b.layerFile && a.layer == b.layer && a.unit == b.unit &&
+         a.targetKind == b.targetKind && a.version == b.version && a.poly == b.poly &&
+         a.blocks == b.blocks && a.scale == b.scale && a.dotted == b.dotted &&
+         a.ellipses == b.ellipses && a.report == b.report && a.arcToLine == b.arcToLine &&
+         a.autoRun == b.autoRun && a.autoRunExit == b.autoRunExit &&
+         a.overwriteScript == b.overwriteScript;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  const CommandLine line = quillon::convert::parseCommandLine(text);
+  if (!equal(line, quillon::convert::parseCommandLine(quillon::dxf::lowerCase(text)))) std::abort();
+  return 0;
+}
