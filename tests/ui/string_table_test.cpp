@@ -2,25 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
+
+#include "ui/expect_texts.h"
 
 namespace quillon::resources {
 namespace {
-
-struct Row {
-  int id;
-  std::string_view german;
-  std::string_view english;
-};
-
-template <std::size_t N>
-void expectTexts(const std::array<Row, N>& rows) {
-  for (const auto& [id, german, english] : rows) {
-    EXPECT_EQ(loadString(id), german) << id;
-    EXPECT_EQ(loadString(id + 10000), english) << id;
-  }
-}
 
 TEST(StringTable, HoldsTheEntriesOfThePolylineAndBlockLists) {
   expectTexts(
