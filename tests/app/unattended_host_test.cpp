@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "app/unattended/console_progress.h"
+
 namespace quillon::unattended {
 namespace {
 
@@ -19,7 +21,8 @@ class UnattendedHostTest : public ::testing::Test {
 
   console::Console console{false};
   resources::Texts english{resources::kEnglish};
-  UnattendedHost host{console, english, "part.dxf"};
+  ConsoleProgress progress{console};
+  UnattendedHost host{console, progress, english};
 };
 
 TEST_F(UnattendedHostTest, PrintsTitleAndLinesOfAMessage) {

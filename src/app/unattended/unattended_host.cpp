@@ -2,17 +2,9 @@
 
 #include <algorithm>
 
-#include "app/console/interrupt.h"
 #include "convert/messages.h"
 
 namespace quillon::unattended {
-
-void UnattendedHost::setProgress(bool writing, int percent) {
-  (writing ? writePercent_ : readPercent_) = percent;
-  console_.showProgress((readPercent_ + writePercent_) / 2, label_);
-}
-
-bool UnattendedHost::cancelRequested() { return console::interrupted(); }
 
 bool UnattendedHost::ask(const convert::Message& question) {
   print(question);

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "app/console/console.h"
+#include "app/unattended/progress_view.h"
 #include "convert/host.h"
 #include "ui/resources/string_table.h"
 
@@ -13,15 +14,14 @@ namespace quillon::unattended {
 /// question is answered with No, a dialog is cancelled.
 class UnattendedHost : public convert::ConversionHost {
  public:
-  /// `label` stands beside the progress bar.
-  UnattendedHost(console::Console& console, const resources::Texts& texts, std::string label)
-      : console_(console), texts_(texts), label_(std::move(label)) {}
+  UnattendedHost(console::Console& console, ProgressView& progress, const resources::Texts& texts)
+      : console_(console), progress_(progress), texts_(texts) {}
 
-  void setStatus(std::string_view) override {}
-  void setProgress(bool writing, int percent) override;
-  void processEvents() override {}
-  bool cancelRequested() override;
-  bool hasCancelButton() const override { return false; }
+  void setStatus(std::string_view text) override { progress_.setStatus(text); }
+  void setProgress(bool writing, int percent) override { progress_.setProgress(writing, percent); }
+  void processEvents() override { progress_.processEvents(); }
+  bool cancelRequested() override { return progress_.cancelRequested(); }
+  bool hasCancelButton() const override { return progress_.hasCancelButton(); }
   bool ask(const convert::Message& question) override;
   void tell(const convert::Message& message) override;
   std::string chooseDxfFile(const convert::FileQuestion&) override { return {}; }
@@ -31,10 +31,8 @@ class UnattendedHost : public convert::ConversionHost {
   void print(const convert::Message& message);
 
   console::Console& console_;
+  ProgressView& progress_;
   const resources::Texts& texts_;
-  std::string label_;
-  int readPercent_ = 0;
-  int writePercent_ = 0;
 };
 
 }  // namespace quillon::unattended

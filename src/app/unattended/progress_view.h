@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string_view>
+
+namespace quillon::unattended {
+
+/// Where an unattended run shows how far it has come, and where it is cancelled.
+class ProgressView {
+ public:
+  virtual ~ProgressView() = default;
+
+  /// The conversion of a file begins; all is at zero.
+  virtual void begin(std::string_view file) = 0;
+  virtual void setStatus(std::string_view text) = 0;
+  virtual void setProgress(bool writing, int percent) = 0;
+  virtual void processEvents() = 0;
+  virtual bool cancelRequested() = 0;
+  virtual bool hasCancelButton() const = 0;
+  /// The conversion is over.
+  virtual void end() = 0;
+};
+
+}  // namespace quillon::unattended

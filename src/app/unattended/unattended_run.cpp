@@ -1,0 +1,60 @@
+#include "app/unattended/unattended_run.h"
+
+#include "app/unattended/batch.h"
+#include "app/unattended/unattended_host.h"
+#include "convert/messages.h"
+#include "convert/paths.h"
+
+namespace quillon::unattended {
+
+using convert::ConversionResult;
+using convert::Outcome;
+using convert::quotable;
+
+int UnattendedRun::convertOne() {
+  const Outcome outcome = convert();
+  if (cancelled_) return kCancelled;
+  return outcome == Outcome::Converted ? kAllConverted : kSomeNotConverted;
+}
+
+/// Only a cancel ends the batch before its last file.
+int UnattendedRun::convertBatch() {
+  const Batch batch = listBatch(settings_, store_);
+  if (batch.reason != 0) {
+    const convert::Messages messages(texts_);
+    const std::string reason = messages.reasonText(batch.reason);
+    console_.printError("quillon: " + messages.unreadableText(batch.folder, reason) + "\n");
+    return kSomeNotConverted;
+  }
+  std::size_t converted = 0;
+  std::size_t failed = 0;
+  for (const BatchFile& file : batch.files) {
+    settings_.dxfFile = file.dxfFile;
+    settings_.scriptFile = file.scriptFile;
+    ++(convert() == Outcome::Converted ? converted : failed);
+    if (cancelled_) break;
+  }
+  console_.printError(texts_(3121, {std::to_string(converted), std::to_string(failed)}) + "\n");
+  if (cancelled_) return kCancelled;
+  return failed == 0 ? kAllConverted : kSomeNotConverted;
+}
+
+Outcome UnattendedRun::convert() {
+  convert::Surroundings surroundings;
+  surroundings.languageOffset = texts_.languageOffset();
+  surroundings.frame.path = convert::fromPath(store_.programFolder() / "quillon.cfh");
+  surroundings.frame.create = true;
+  const convert::ConversionJob job = settings::jobOf(settings_, line_);
+  progress_.begin(convert::lastComponent(job.dxfFile));
+  UnattendedHost host(console_, progress_, texts_);
+  const ConversionResult result = convert::convertDXF(job, host, surroundings);
+  cancelled_ = result.outcome == Outcome::Cancelled || progress_.cancelRequested();
+  progress_.end();
+  if (result.outcome == Outcome::Converted) {
+    console_.printError(
+        texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n");
+  }
+  return result.outcome;
+}
+
+}  // namespace quillon::unattended

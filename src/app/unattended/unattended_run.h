@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/console/console.h"
+#include "app/unattended/progress_view.h"
+#include "convert/command_line.h"
+#include "convert/driver.h"
+#include "ui/settings/settings.h"
+
+namespace quillon::unattended {
+
+enum ExitCode : int { kAllConverted = 0, kSomeNotConverted = 1, kNoWindow = 2, kCancelled = 130 };
+
+/// A run without questions: one drawing, or every drawing of a folder.
+class UnattendedRun {
+ public:
+  /// `settings` are those of the window after it has loaded.
+  UnattendedRun(const settings::SettingsStore& store, const convert::CommandLine& line,
+                const settings::Settings& settings, const resources::Texts& texts,
+                console::Console& console, ProgressView& progress)
+      : store_(store),
+        line_(line),
+        settings_(settings),
+        texts_(texts),
+        console_(console),
+        progress_(progress) {}
+
+  /// Carries out what the command line asks for. The result is the exit code.
+  int run() { return line_.autoRunExit ? convertBatch() : convertOne(); }
+
+ private:
+  int convertOne();
+  int convertBatch();
+  convert::Outcome convert();
+
+  const settings::SettingsStore& store_;
+  const convert::CommandLine& line_;
+  settings::Settings settings_;
+  const resources::Texts& texts_;
+  console::Console& console_;
+  ProgressView& progress_;
+  bool cancelled_ = false;
+};
+
+}  // namespace quillon::unattended
