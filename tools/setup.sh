@@ -36,11 +36,20 @@ need_file() {
   missing="$missing $1"
 }
 
+# need_qt: asks for Qt 6, and for a font to write with.
+need_qt() {
+  need_file qt6-base-dev "/usr/include/*/qt6/QtWidgets"
+  need_file fonts-dejavu-core "/usr/share/fonts/truetype/*/*.ttf"
+}
+
 say_what_to_install() {
   say "Quillon is built with a C++20 compiler (GCC 12 or newer), CMake 3.25, Ninja and CLI11 2.1 or"
-  say "newer; its tests also need GoogleTest and clang. Please install what is missing, for example with"
-  say "  dnf install gcc-c++ cmake ninja-build cli11-devel gtest-devel clang   (Fedora)"
-  say "  pacman -S gcc cmake ninja cli11 gtest clang                       (Arch Linux)"
+  say "newer; its window needs Qt 6.4, its tests also GoogleTest and clang. Please install what is"
+  say "missing, for example with"
+  say "  dnf install gcc-c++ cmake ninja-build cli11-devel qt6-qtbase-devel gtest-devel clang"
+  say "(Fedora), or with"
+  say "  pacman -S gcc cmake ninja cli11 qt6-base gtest clang"
+  say "(Arch Linux)."
 }
 
 # install_missing: installs what was asked for with the distribution's own packages.

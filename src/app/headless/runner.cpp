@@ -3,7 +3,6 @@
 #include <atomic>
 #include <filesystem>
 #include <mutex>
-#include <numeric>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -20,6 +19,7 @@
 #include "convert/output_file.h"
 #include "convert/paths.h"
 #include "convert/program_folder.h"
+#include "convert/summary.h"
 
 namespace quillon::headless {
 
@@ -171,32 +171,15 @@ class Runner {
 
   /// What was read, what was written, and what to type in EAGLE.
   std::string summary(const ConversionResult& result) const {
-    constexpr auto kVertex = static_cast<std::size_t>(dxf::EntityKind::Vertex);
-    constexpr auto kSeqend = static_cast<std::size_t>(dxf::EntityKind::Seqend);
-    const std::uint64_t all =
-        std::accumulate(result.counts.begin(), result.counts.end(), std::uint64_t{0});
-    const std::uint64_t entities = all - result.counts[kVertex] - result.counts[kSeqend];
-    std::string text = texts_(3104, {quotable(result.dxfFile), std::to_string(entities)});
-    constexpr std::size_t kMostKinds = 10;
-    std::string unknown;
-    std::size_t kinds = 0;
-    for (const auto& [name, count] : result.unknownKinds) {
-      if (++kinds > kMostKinds) {
-        unknown += ", …";
-        break;
-      }
-      unknown += (unknown.empty() ? "" : ", ") + quotable(name) + " " + std::to_string(count);
-    }
+    std::string text =
+        texts_(3104, {quotable(result.dxfFile), std::to_string(convert::entityCount(result))});
+    const std::string unknown = convert::unknownKindsText(result);
     if (!unknown.empty()) text += texts_(3105, {unknown});
     text += "\n" +
             texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n";
     if (result.scriptFile == "-" || plan_.several) return text;
-    std::error_code ignored;
-    const std::string full = convert::fromPath(
-        fs::absolute(convert::toPath(result.scriptFile), ignored).lexically_normal());
-    // A path that would break its quotes is not worth typing.
-    const bool plain = full.find('\'') == std::string::npos && !convert::hasControlCharacter(full);
-    return plain ? text + texts_(3107, {full}) + "\n" : text;
+    const std::string argument = convert::scriptArgument(result);
+    return argument.empty() ? text : text + texts_(3107, {argument}) + "\n";
   }
 
   void flush(std::optional<Printed>& printed) {

@@ -1,0 +1,29 @@
+#include "app/window/dialog_progress.h"
+
+#include <QCoreApplication>
+
+#include "app/console/interrupt.h"
+
+namespace quillon::window {
+
+void DialogProgress::begin(std::string_view file) {
+  dialog_.loadResources();
+  dialog_.setWindowTitle(ui::toQt(file));
+  dialog_.show();
+}
+
+void DialogProgress::setProgress(bool writing, int percent) {
+  if (writing) {
+    dialog_.setWriteBeam(percent);
+  } else {
+    dialog_.setReadBeam(percent);
+  }
+}
+
+void DialogProgress::processEvents() { QCoreApplication::processEvents(); }
+
+bool DialogProgress::cancelRequested() {
+  return dialog_.cancelRequested() || console::interrupted();
+}
+
+}  // namespace quillon::window

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/unattended/progress_view.h"
+#include "ui/windows/progress_dialog.h"
+
+namespace quillon::window {
+
+/// The progress dialog of an unattended run; its button, or Ctrl-C, cancels.
+class DialogProgress : public unattended::ProgressView {
+ public:
+  explicit DialogProgress(ui::AppContext& context) : dialog_(context) {}
+
+  void begin(std::string_view file) override;
+  void setStatus(std::string_view text) override { dialog_.setStatus(text); }
+  void setProgress(bool writing, int percent) override;
+  void processEvents() override;
+  bool cancelRequested() override;
+  bool hasCancelButton() const override { return true; }
+  void end() override { dialog_.hide(); }
+
+ private:
+  ui::ProgressDialog dialog_;
+};
+
+}  // namespace quillon::window

@@ -1,0 +1,63 @@
+#include "ui/windows/language_dialog.h"
+
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QVBoxLayout>
+
+#include "ui/settings/settings.h"
+#include "ui/windows/save_failure.h"
+
+namespace quillon::ui {
+namespace {
+
+constexpr int kGermanIndex = 1;
+
+}  // namespace
+
+LanguageDialog::LanguageDialog(AppContext& context, std::function<void()> apply, QWidget* parent)
+    : QDialog(parent),
+      context_(context),
+      apply_(std::move(apply)),
+      language_(new QComboBox(this)),
+      ok_(new QPushButton(this)),
+      cancel_(new QPushButton(this)) {
+  setObjectName("frmConfig");
+  language_->setObjectName("cboLanguage");
+  ok_->setObjectName("OKButton");
+  cancel_->setObjectName("CancelButton");
+  language_->addItems({"english", "deutsch"});
+  language_->setCurrentIndex(context_.LanguageOffset == resources::kGerman ? kGermanIndex : 0);
+  ok_->setDefault(true);
+  auto* const buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(ok_);
+  buttons->addWidget(cancel_);
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(language_);
+  layout->addStretch();
+  layout->addLayout(buttons);
+  connect(language_, &QComboBox::activated, this, [this](int index) {
+    context_.LanguageOffset = index == kGermanIndex ? resources::kGerman : resources::kEnglish;
+    loadResources();
+  });
+  connect(ok_, &QPushButton::clicked, this, [this] { confirm(); });
+  connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
+  loadResources();
+}
+
+void LanguageDialog::loadResources() {
+  setWindowTitle(context_.text(3133).remove('&'));
+  ok_->setText(context_.text(1102));
+  cancel_->setText(context_.text(1101));
+}
+
+void LanguageDialog::confirm() {
+  const int offset =
+      language_->currentIndex() == kGermanIndex ? resources::kGerman : resources::kEnglish;
+  context_.LanguageOffset = offset;
+  if (!settings::saveLanguage(context_.store, offset)) showSaveFailure(context_, this);
+  apply_();
+  accept();
+}
+
+}  // namespace quillon::ui

@@ -1,0 +1,312 @@
+#include "ui/windows/main_window.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QShortcut>
+
+#include "convert/paths.h"
+#include "ui/windows/app_icon.h"
+#include "ui/windows/file_dialog.h"
+#include "ui/windows/help_viewer.h"
+#include "ui/windows/language_dialog.h"
+#include "ui/windows/save_failure.h"
+#include "ui/windows/shell.h"
+#include "ui/windows/window_host.h"
+
+namespace quillon::ui {
+namespace {
+
+constexpr int kFirstToolTip = 971;
+constexpr int kLastToolTip = 995;
+
+/// The path of the one local file that is dragged, or "".
+QString draggedFile(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
+}
+
+}  // namespace
+
+MainWindow::MainWindow(AppContext& context)
+    : QDialog(nullptr, Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
+      context_(context),
+      controls_(*this, context) {
+  setObjectName("frmDXF");
+  setWindowIcon(appIcon());
+  setAcceptDrops(true);
+  connectControls();
+  loadResources();
+  showSettings({});
+}
+
+void MainWindow::connectControls() {
+  const auto onClick = [this](QPushButton* button, void (MainWindow::*action)()) {
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, action);
+  };
+  onClick(controls_.btnDXFbrowse, &MainWindow::browseForDrawing);
+  onClick(controls_.btnSCRbrowse, &MainWindow::browseForScript);
+  onClick(controls_.btnBRDbrowse, &MainWindow::browseForName);
+  onClick(controls_.befSave, &MainWindow::befSave_Click);
+  onClick(controls_.befLanguage, &MainWindow::chooseLanguage);
+  onClick(controls_.befHilfe, &MainWindow::befHilfe_Click);
+  onClick(controls_.befEnde, &MainWindow::befEnde_Click);
+  connect(controls_.befStart, &QPushButton::clicked, this, [this] { befStart_Click(); });
+  connect(controls_.targets, &QButtonGroup::idClicked, this, &MainWindow::chooseTarget);
+  connect(controls_.labViewer, &QLabel::linkActivated, this, [this] { labViewer_Click(); });
+  connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+          &MainWindow::befHilfe_Click);
+}
+
+void MainWindow::LoadSettings() {
+  showSettings(settings::LoadSettings(context_.store, context_.line, context_.texts()));
+}
+
+settings::Settings MainWindow::settings() const {
+  settings::Settings settings;
+  settings.dxfFile = fromQt(controls_.txtDXFDatei->path());
+  settings.scriptFile = fromQt(controls_.txtScriptdatei->path());
+  settings.layerFile = fromQt(controls_.labLayerDatei->text());
+  settings.drawingName = fromQt(controls_.txtBRDname->text());
+  const int kind = controls_.targets->checkedId();
+  settings.targetKind = kind < 0 ? settings::kNoTarget : kind;
+  settings.version = controls_.cboVersion->currentIndex();
+  settings.unit = controls_.cboUnit->currentIndex();
+  settings.scale = fromQt(controls_.txtmasst->text());
+  settings.layer = fromQt(controls_.komStandartlayer->currentText());
+  settings.dotted = controls_.chkDotLines->isChecked();
+  settings.report = controls_.chkReport->isChecked();
+  settings.ellipses = controls_.chkEllipses->isChecked();
+  settings.arcToLine = controls_.chkArc->isChecked();
+  settings.poly = controls_.cboPoly->currentIndex();
+  settings.blocks = controls_.cboBlocks->currentIndex();
+  settings.blocksEnabled = controls_.cboBlocks->isEnabled();
+  settings.PolyWidth = polyWidth_;
+  settings.offsetX = fromQt(controls_.txtOffsetX->text());
+  settings.offsetY = fromQt(controls_.txtOffsetY->text());
+  return settings;
+}
+
+void MainWindow::showSettings(const settings::Settings& settings) {
+  controls_.txtDXFDatei->setPath(toQt(settings.dxfFile));
+  controls_.txtScriptdatei->setPath(toQt(settings.scriptFile));
+  controls_.labLayerDatei->setText(toQt(settings.layerFile));
+  controls_.txtBRDname->setText(toQt(settings.drawingName));
+  controls_.targets->setExclusive(false);
+  for (QAbstractButton* const kind : controls_.targets->buttons()) {
+    kind->setChecked(controls_.targets->id(kind) == settings.targetKind);
+  }
+  controls_.targets->setExclusive(true);
+  fillLayers(settings.targetKind);
+  controls_.komStandartlayer->setCurrentIndex(
+      controls_.komStandartlayer->findText(toQt(settings.layer), Qt::MatchExactly));
+  controls_.cboVersion->setCurrentIndex(settings.version);
+  controls_.cboUnit->setCurrentIndex(settings.unit);
+  controls_.txtmasst->setText(toQt(settings.scale));
+  controls_.chkDotLines->setChecked(settings.dotted);
+  controls_.chkReport->setChecked(settings.report);
+  controls_.chkEllipses->setChecked(settings.ellipses);
+  controls_.chkArc->setChecked(settings.arcToLine);
+  controls_.cboPoly->setCurrentIndex(settings.poly);
+  controls_.cboBlocks->setCurrentIndex(settings.blocks);
+  controls_.cboBlocks->setEnabled(settings.blocksEnabled);
+  polyWidth_ = settings.PolyWidth;
+  controls_.txtOffsetX->setText(toQt(settings.offsetX));
+  controls_.txtOffsetY->setText(toQt(settings.offsetY));
+}
+
+void MainWindow::setDrawing(const QString& path) {
+  controls_.txtDXFDatei->setPath(path);
+  const QFileInfo file(path);
+  controls_.txtScriptdatei->setPath(
+      QDir::toNativeSeparators(file.dir().filePath(file.completeBaseName() + ".scr")));
+}
+
+void MainWindow::chooseTarget(int kind) {
+  settings::Settings chosen = settings();
+  settings::selectTarget(chosen, kind, context_.texts());
+  showSettings(chosen);
+}
+
+void MainWindow::fillLayers(int kind) {
+  controls_.komStandartlayer->clear();
+  for (const std::string& entry : settings::layersOf(kind, context_.texts())) {
+    controls_.komStandartlayer->addItem(toQt(entry));
+  }
+}
+
+convert::ConversionResult MainWindow::befStart_Click() {
+  if (progress_ != nullptr) return {};
+  setCursor(Qt::WaitCursor);
+  ProgressDialog progress(context_, this);
+  progress_ = &progress;
+  progress.show();
+  setEnabled(false);
+  progress.setEnabled(true);
+  convert::Surroundings surroundings;
+  surroundings.languageOffset = context_.LanguageOffset;
+  surroundings.frame.path = convert::fromPath(context_.store.programFolder() / "quillon.cfh");
+  surroundings.frame.create = true;
+  WindowHost host(context_, progress, this);
+  convert::ConversionResult result =
+      convert::convertDXF(settings::jobOf(settings(), context_.line), host, surroundings);
+  unsetCursor();
+  progress.hide();
+  progress_ = nullptr;
+  setEnabled(true);
+  controls_.result->showResult(result);
+  activateWindow();
+  return result;
+}
+
+void MainWindow::browseForDrawing() {
+  ObjFiledialog dialog(context_);
+  dialog.setFilename("*.*");
+  dialog.Filter1Text = context_.text(961);
+  // Every file, so that drawings of any extension can be chosen: intended.
+  dialog.Filter1Suffix = "*.*";
+  dialog.DialogTitle = context_.text(962);
+  dialog.Flags = kOpenFlags;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtDXFDatei->path())));
+  const QString path = dialog.ShowOpen(this);
+  if (!path.isEmpty()) controls_.txtDXFDatei->setPath(path);
+}
+
+void MainWindow::browseForScript() {
+  ObjFiledialog dialog(context_);
+  dialog.setFilename("*.SCR");
+  dialog.Filter1Text = context_.text(963);
+  dialog.Filter1Suffix = "*.scr";
+  dialog.Filter2Text = context_.text(964);
+  dialog.Filter2Suffix = "*.*";
+  dialog.DialogTitle = context_.text(965);
+  dialog.Flags = kNameFlags;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtScriptdatei->path())));
+  const QString path = dialog.ShowOpen(this);
+  if (!path.isEmpty()) controls_.txtScriptdatei->setPath(path);
+}
+
+void MainWindow::browseForName() {
+  ObjFiledialog dialog(context_);
+  dialog.setFilename("*");
+  dialog.Filter1Text = "BRD_SCH_LBR_Name";
+  dialog.Filter1Suffix = "*";
+  dialog.DialogTitle = context_.text(960);
+  dialog.Flags = kNameFlags;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtBRDname->text())));
+  const QString path = dialog.ShowOpen(this);
+  // The name ends before the first dot of the whole path, as intended.
+  if (!path.isEmpty()) controls_.txtBRDname->setText(path.left(path.indexOf('.')));
+}
+
+void MainWindow::befSave_Click() {
+  if (!settings::SaveSettings(context_.store, settings())) showSaveFailure(context_, this);
+}
+
+void MainWindow::befHilfe_Click() { openHelp(context_, kMainWindowHelp, this); }
+
+void MainWindow::befEnde_Click() {
+  QDir::setCurrent(toQt(convert::fromPath(context_.store.programFolder())));
+  close();
+}
+
+void MainWindow::labViewer_Click() {
+  try {
+    ShellEx(context_, {QUILLON_VIEWER_PAGE, kShowDefault, {}, {}, "open"}, this);
+  } catch (const ShellError& error) {
+    QMessageBox::critical(this, context_.text(2811), toQt(error.what()));
+  }
+}
+
+void MainWindow::chooseLanguage() {
+  LanguageDialog dialog(
+      context_, [this] { applyLanguage(); }, this);
+  dialog.exec();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (progress_ == nullptr) {
+    event->accept();
+    return;
+  }
+  progress_->cancel();  // the conversion has to end first
+  event->ignore();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (!draggedFile(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  setDrawing(QDir::toNativeSeparators(draggedFile(*event->mimeData())));
+  event->acceptProposedAction();
+}
+
+void MainWindow::applyLanguage() {
+  const std::array<QComboBox*, 5> lists = {controls_.cboUnit, controls_.cboVersion,
+                                           controls_.cboPoly, controls_.cboBlocks,
+                                           controls_.komStandartlayer};
+  std::array<int, lists.size()> chosen{};
+  for (std::size_t i = 0; i < lists.size(); ++i) chosen[i] = lists[i]->currentIndex();
+  loadResources();
+  fillLayers(settings().targetKind);
+  for (std::size_t i = 0; i < lists.size(); ++i) lists[i]->setCurrentIndex(chosen[i]);
+}
+
+void MainWindow::loadResources() {
+  const auto caption = [this](auto* control, int id) { control->setText(context_.text(id)); };
+  setWindowTitle(context_.text(900));
+  caption(controls_.befSave, 901);
+  caption(controls_.befHilfe, 902);
+  caption(controls_.befStart, 904);
+  caption(controls_.befEnde, 905);
+  caption(controls_.labDXF, 906);
+  caption(controls_.labScript, 907);
+  caption(controls_.btnDXFbrowse, 908);
+  caption(controls_.btnSCRbrowse, 909);
+  caption(controls_.labBRDSCH, 910);
+  controls_.frmOpt->setTitle(context_.text(911));
+  caption(controls_.labScale, 912);
+  caption(controls_.labLayer, 913);
+  caption(controls_.labUnit, 914);
+  controls_.fraOpt2->setTitle(context_.text(915));
+  caption(controls_.chkBRDSCH[0], 916);
+  caption(controls_.chkBRDSCH[1], 917);
+  caption(controls_.chkBRDSCH[2], 929);
+  caption(controls_.chkBRDSCH[3], 930);
+  caption(controls_.chkEllipses, 918);
+  caption(controls_.chkDotLines, 919);
+  caption(controls_.chkReport, 920);
+  caption(controls_.labLayers, 922);
+  caption(controls_.befLayeredit, 903);
+  caption(controls_.befLayeredit, 923);  // the second caption is the one shown
+  caption(controls_.labVersion, 925);
+  caption(controls_.labPoly, 926);
+  caption(controls_.labBlocks, 927);
+  caption(controls_.btnBRDbrowse, 928);
+  caption(controls_.chkArc, 931);
+  caption(controls_.labViewDesc, 932);
+  caption(controls_.labOffsetX, 3130);
+  caption(controls_.labOffsetY, 3131);
+  caption(controls_.chkStartSCR, 3132);
+  caption(controls_.befLanguage, 3133);
+  controls_.labViewer->setText("<a href=\"viewer\">free DXF Viewer</a>");
+  controls_.result->loadResources();
+  const auto refill = [this](QComboBox* list, int firstId, int index) {
+    list->clear();
+    for (int id = firstId; id < firstId + 3; ++id) list->addItem(context_.text(id));
+    list->setCurrentIndex(index);
+  };
+  refill(controls_.cboPoly, 950, 2);
+  refill(controls_.cboBlocks, 953, 0);
+  controls_.cboUnit->setCurrentIndex(2);
+  controls_.cboVersion->setCurrentIndex(1);
+  toolTips_.clear();
+  for (int id = kFirstToolTip; id <= kLastToolTip; ++id) toolTips_.add(*this, context_.texts()(id));
+}
+
+}  // namespace quillon::ui

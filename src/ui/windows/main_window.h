@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QDialog>
+
+#include "convert/driver.h"
+#include "ui/settings/settings.h"
+#include "ui/windows/app_context.h"
+#include "ui/windows/main_controls.h"
+#include "ui/windows/progress_dialog.h"
+#include "ui/windows/tool_tips.h"
+
+namespace quillon::ui {
+
+/// The program's main window: shows the settings, and starts what its buttons name.
+class MainWindow : public QDialog {
+ public:
+  explicit MainWindow(AppContext& context);
+
+  /// Sets captions, lists and tool tips in the present language.
+  void loadResources();
+  /// Loads the settings and shows them.
+  void LoadSettings();
+
+  /// What the controls show.
+  settings::Settings settings() const;
+  void showSettings(const settings::Settings& settings);
+  /// Puts a drawing into its field, and a script beside it into the script's.
+  void setDrawing(const QString& path);
+
+  /// Converts with what the controls show. What came out is shown and returned.
+  convert::ConversionResult befStart_Click();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void reject() override {}  // Esc does not end the program
+
+ private:
+  void connectControls();
+  void chooseTarget(int kind);
+  void fillLayers(int kind);
+  void browseForDrawing();
+  void browseForScript();
+  void browseForName();
+  void befSave_Click();
+  void befHilfe_Click();
+  void befEnde_Click();
+  void labViewer_Click();
+  void chooseLanguage();
+  /// Shows the window in the language just chosen, with the same choices in its lists.
+  void applyLanguage();
+
+  AppContext& context_;
+  MainControls controls_;
+  ToolTipTable toolTips_;
+  double polyWidth_ = 0.0;
+  ProgressDialog* progress_ = nullptr;  ///< while a conversion runs
+};
+
+}  // namespace quillon::ui

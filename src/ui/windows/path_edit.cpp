@@ -1,0 +1,56 @@
+#include "ui/windows/path_edit.h"
+
+#include <QFocusEvent>
+
+#include "dxf/encoding.h"
+#include "ui/windows/app_context.h"
+
+namespace quillon::ui {
+namespace {
+
+#ifdef _WIN32
+constexpr bool kNamesHaveCase = false;
+#else
+constexpr bool kNamesHaveCase = true;
+#endif
+
+/// Leaving for a context menu or another program is not leaving the field.
+bool isLeft(Qt::FocusReason reason) {
+  return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
+}
+
+}  // namespace
+
+PathEdit::PathEdit(QWidget* parent) : QLineEdit(parent) {
+  connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
+    if (!displaying_) path_ = text;
+  });
+}
+
+void PathEdit::setPath(const QString& path) {
+  path_ = path;
+  display(path);
+}
+
+void PathEdit::focusInEvent(QFocusEvent* event) {
+  if (isLeft(event->reason())) display(path_);
+  QLineEdit::focusInEvent(event);
+}
+
+void PathEdit::focusOutEvent(QFocusEvent* event) {
+  if (isLeft(event->reason())) {
+    const QString upper = toQt(dxf::upperCase(fromQt(path_), dxf::Encoding::Utf8));
+    if (!kNamesHaveCase) path_ = upper;
+    display(upper);
+  }
+  QLineEdit::focusOutEvent(event);
+}
+
+void PathEdit::display(const QString& text) {
+  if (text == this->text()) return;
+  displaying_ = true;
+  setText(text);
+  displaying_ = false;
+}
+
+}  // namespace quillon::ui

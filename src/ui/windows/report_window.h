@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QDialog>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <string_view>
+
+#include "ui/windows/app_context.h"
+
+namespace quillon::ui {
+
+/// Shows the report of a conversion.
+class ReportWindow : public QDialog {
+ public:
+  explicit ReportWindow(AppContext& context, QWidget* parent = nullptr);
+
+  void loadResources();
+  /// Shows a report's text.
+  void loadInfo(std::string_view report);
+
+ private:
+  void save();
+
+  AppContext& context_;
+  QPlainTextEdit* info_;
+  QPushButton* ok_;
+  QPushButton* copy_;
+  QPushButton* save_;
+  std::string report_;
+};
+
+}  // namespace quillon::ui

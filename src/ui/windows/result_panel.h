@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+
+#include "convert/driver.h"
+#include "ui/windows/app_context.h"
+
+namespace quillon::ui {
+
+/// Says at once what came out of a conversion, and what to do with it.
+class ResultPanel : public QFrame {
+ public:
+  explicit ResultPanel(AppContext& context, QWidget* parent = nullptr);
+
+  void loadResources();
+  /// Shows what came out; hides itself when nothing did.
+  void showResult(const convert::ConversionResult& result);
+
+ private:
+  QString resultText(const convert::ConversionResult& result) const;
+
+  AppContext& context_;
+  QLabel* text_;
+  QPushButton* openFolder_;
+  QPushButton* copyCommand_;
+  QString folder_;
+  QString command_;
+};
+
+}  // namespace quillon::ui

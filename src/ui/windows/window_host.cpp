@@ -1,0 +1,73 @@
+#include "ui/windows/window_host.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+
+#include "ui/windows/file_dialog.h"
+#include "ui/windows/report_window.h"
+
+namespace quillon::ui {
+namespace {
+
+/// The lines of a message box.
+QString boxText(const std::string& text) { return toQt(text).replace('\r', '\n').trimmed(); }
+
+}  // namespace
+
+void WindowHost::setProgress(bool writing, int percent) {
+  if (writing) {
+    progress_.setWriteBeam(percent);
+  } else {
+    progress_.setReadBeam(percent);
+  }
+}
+
+void WindowHost::processEvents() { QCoreApplication::processEvents(); }
+
+bool WindowHost::ask(const convert::Message& question) {
+  QMessageBox box(QMessageBox::Warning, toQt(question.title), boxText(question.text),
+                  QMessageBox::Yes | QMessageBox::No, owner());
+  box.setObjectName("question");
+  box.setTextFormat(Qt::PlainText);
+  box.setDefaultButton(QMessageBox::No);
+  box.setEnabled(true);
+  return box.exec() == QMessageBox::Yes;
+}
+
+void WindowHost::tell(const convert::Message& message) {
+  const bool warning = message.kind == convert::MessageKind::Warning;
+  QMessageBox box(warning ? QMessageBox::Warning : QMessageBox::Critical, toQt(message.title),
+                  boxText(message.text), QMessageBox::Ok, owner());
+  box.setObjectName("message");
+  box.setTextFormat(Qt::PlainText);
+  // The box says what is wrong; the detail adds where, and what to do.
+  if (!warning && message.detail != message.text) box.setInformativeText(toQt(message.detail));
+  box.setEnabled(true);
+  box.exec();
+}
+
+std::string WindowHost::chooseDxfFile(const convert::FileQuestion& question) {
+  ObjFiledialog dialog(context_);
+  dialog.DialogTitle = toQt(question.title);
+  dialog.Filter1Text = toQt(question.filterText);
+  dialog.Filter1Suffix = toQt(question.filterPattern);
+  dialog.Flags = kOpenFlags;
+  dialog.InitDir = toQt(context_.store.GetDirectory(question.startPath));
+  return fromQt(dialog.ShowOpen(owner()));
+}
+
+void WindowHost::showReport(std::string_view report) {
+  progress_.hide();
+  ReportWindow window(context_, window_);
+  window.loadInfo(report);
+  window.setEnabled(true);
+  window.exec();
+}
+
+/// The window in front. The main window is disabled meanwhile, which windows of its own take over
+/// unless they are enabled.
+QWidget* WindowHost::owner() const {
+  return progress_.isVisible() ? static_cast<QWidget*>(&progress_) : window_;
+}
+
+}  // namespace quillon::ui

@@ -1,0 +1,38 @@
+# The program with its windows, on Qt 6.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
+
+add_library(quillon_windows STATIC
+  ui/windows/app_icon.cpp
+  ui/windows/file_dialog.cpp
+  ui/windows/help_viewer.cpp
+  ui/windows/language_dialog.cpp
+  ui/windows/main_controls.cpp
+  ui/windows/main_window.cpp
+  ui/windows/path_edit.cpp
+  ui/windows/progress_dialog.cpp
+  ui/windows/report_window.cpp
+  ui/windows/result_panel.cpp
+  ui/windows/save_failure.cpp
+  ui/windows/shell.cpp
+  ui/windows/splash.cpp
+  ui/windows/system_file_dialog.cpp
+  ui/windows/system_shell.cpp
+  ui/windows/tool_tips.cpp
+  ui/windows/window_host.cpp)
+target_link_libraries(quillon_windows PUBLIC quillon_settings Qt6::Widgets)
+# The namespace emit is not Qt's keyword.
+target_compile_definitions(quillon_windows PUBLIC QT_NO_KEYWORDS)
+target_compile_definitions(quillon_windows PRIVATE
+  QUILLON_VERSION="${PROJECT_VERSION}"
+  QUILLON_VIEWER_PAGE="${QUILLON_VIEWER_PAGE}")
+
+add_library(quillon_program STATIC
+  app/window/dialog_progress.cpp
+  app/window/main.cpp)
+target_link_libraries(quillon_program PUBLIC quillon_windows quillon_unattended)
+
+add_executable(quillon WIN32 app/quillon_main.cpp)
+target_link_libraries(quillon PRIVATE quillon_program)
+add_custom_command(TARGET quillon POST_BUILD
+  COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/help
+    $<TARGET_FILE_DIR:quillon>/help)

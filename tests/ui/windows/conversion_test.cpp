@@ -1,0 +1,197 @@
+// Conversions that are started in the main window.
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+#include "ui/windows/report_window.h"
+#include "ui/windows/window_fixture.h"
+
+namespace quillon::ui {
+namespace {
+
+using convert::Outcome;
+
+class ConversionTest : public WindowTest {
+ protected:
+  ConversionTest() {
+    window.LoadSettings();
+    find<QCheckBox>(window, "chkReport").setChecked(false);
+  }
+  void draw(const std::string& name = "part.dxf") { window.setDrawing(toQt(writeDrawing(name))); }
+  /// Blocks that multiply to work without an end.
+  void drawEndless() {
+    testing::DxfBuilder dxf;
+    for (int level = 0; level < 14; ++level) {
+      dxf.beginBlock("L" + std::to_string(level));
+      for (int i = 0; i < 10; ++i) {
+        dxf.entity("INSERT", {{8, "0"}, {2, "L" + std::to_string(level + 1)}});
+      }
+      dxf.endBlock();
+    }
+    dxf.entity("INSERT", {{8, "0"}, {2, "L0"}});
+    window.setDrawing(toQt(folder.write("endless.dxf", dxf.text())));
+  }
+  QString resultText() { return find<QLabel>(window, "labResult").text(); }
+
+  MainWindow window{context};
+};
+
+TEST_F(ConversionTest, EnterStartsAndTheWindowSaysWhatCameOut) {
+  draw();
+  window.show();
+  find<QLineEdit>(window, "txtDXFDatei").setFocus();
+  QTest::keyClick(&find<QLineEdit>(window, "txtDXFDatei"), Qt::Key_Return);
+  EXPECT_TRUE(folder.has("part.scr"));
+  EXPECT_EQ(resultText(), "Entities converted: 1 (from " + path("part.dxf") +
+                              ")\nLines written: 9 (to " + path("part.scr") +
+                              ")\nNot recognised and left out: HATCH 1\nIn EAGLE type: SCRIPT '" +
+                              path("part.scr") + "'");
+  EXPECT_TRUE(window.isEnabled());
+}
+
+TEST_F(ConversionTest, MakesTheFrameFileInTheProgramFolder) {
+  draw();
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_TRUE(folder.read("program/quillon.cfh").starts_with("[Start]\r\nSet Optimizing off;\r\n"));
+}
+
+TEST_F(ConversionTest, UsesWhatTheControlsShow) {
+  draw();
+  find<QLineEdit>(window, "txtBRDname").setText(" sheet ");
+  click(window, "chkBRDSCH_1");
+  find<QComboBox>(window, "cboUnit").setCurrentIndex(1);
+  find<QComboBox>(window, "cboVersion").setCurrentIndex(0);
+  find<QComboBox>(window, "komStandartlayer").setCurrentText("91 Nets (S)");
+  find<QLineEdit>(window, "txtmasst").setText("2");
+  find<QLineEdit>(window, "txtOffsetX").setText("10");
+  find<QLineEdit>(window, "txtOffsetY").setText("-1.5");
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_EQ(folder.read("part.scr"),
+            "Write;\r\nEdit 'sheet.sch';\r\nSet Wire_Style 2;\r\nChange Pour Solid;\r\nGrid mm;\r\n"
+            "Set Optimizing off;\r\nSet Undo_Log off;\r\nLayer  91 ;\r\n"
+            "Wire 0.0000000 (10.0000000 -1.5000000) (12.0000000 2.5000000);\r\n"
+            "Set Undo_Log on;\r\nWindow Fit;\r\n");
+}
+
+TEST_F(ConversionTest, AsksBeforeItReplacesAScript) {
+  draw();
+  folder.write("part.scr", "old");
+  whenAsked(QMessageBox::No);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Ended);
+  EXPECT_EQ(boxTitle, "Warning");
+  EXPECT_EQ(boxText, "Scripfile exists already.\n" + path("part.scr") + "\nOverwrite?");
+  EXPECT_EQ(folder.read("part.scr"), "old");
+  EXPECT_FALSE(find<QWidget>(window, "fraResult").isVisibleTo(&window));
+  whenAsked(QMessageBox::Yes);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_TRUE(folder.read("part.scr").starts_with("Set Wire_Bend 2;"));
+}
+
+TEST_F(ConversionTest, AScaleOfZeroIsRefused) {
+  draw();
+  find<QLineEdit>(window, "txtmasst").setText("0");
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Ended);
+  EXPECT_EQ(boxTitle, "Error");
+  EXPECT_EQ(boxText, "Scaling factor must be greater then 0.00!");
+  EXPECT_EQ(modalWindows, 1);
+}
+
+TEST_F(ConversionTest, ADamagedDrawingIsToldWithItsLine) {
+  window.setDrawing(
+      toQt(folder.write("bad.dxf", "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\nx\n")));
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Ended);
+  EXPECT_EQ(boxTitle, "File Error");
+  EXPECT_TRUE(boxText.startsWith("Can't open the specified\n")) << fromQt(boxText);
+  EXPECT_TRUE(boxDetail.startsWith(path("bad.dxf") + ":")) << fromQt(boxDetail);
+  EXPECT_TRUE(window.isEnabled());
+}
+
+TEST_F(ConversionTest, ShowsTheReportAndItIsClosedByItsButton) {
+  draw();
+  find<QCheckBox>(window, "chkReport").setChecked(true);
+  QString report;
+  whenModal<ReportWindow>([&report](ReportWindow& box) {
+    report = find<QPlainTextEdit>(box, "txtInfo").toPlainText();
+    click(box, "btnOk");
+  });
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_TRUE(report.startsWith("\nConversion Report \n====")) << fromQt(report);
+  EXPECT_TRUE(report.endsWith("Lines written in Script file\n  ")) << fromQt(report);
+}
+
+TEST_F(ConversionTest, ShowsTheProgressAndDisablesTheWindowMeanwhile) {
+  drawEndless();
+  window.show();
+  bool checked = false;
+  QTimer::singleShot(100, &timers, [this, &checked] {
+    auto& progress = find<ProgressDialog>(window, "frmDxf_msg");
+    EXPECT_TRUE(progress.isVisible());
+    EXPECT_FALSE(window.isEnabled());
+    EXPECT_EQ(progress.windowTitle(), "Conversion");
+    checked = true;
+    click(progress, "befAbbruch");
+    EXPECT_FALSE(progress.isVisible());
+  });
+  whenAsked(QMessageBox::Ok);
+  const auto result = window.befStart_Click();
+  EXPECT_TRUE(checked);
+  EXPECT_EQ(result.outcome, Outcome::Cancelled);
+  EXPECT_TRUE(boxText.startsWith("Interrupt by user in line ")) << fromQt(boxText);
+  EXPECT_TRUE(boxText.endsWith(" of DXF file!"));
+  EXPECT_TRUE(folder.read("endless.scr").ends_with("Window Fit;\r\n"));
+  EXPECT_TRUE(resultText().contains("The conversion was cancelled; the script is incomplete."));
+  EXPECT_TRUE(window.isEnabled());
+}
+
+TEST_F(ConversionTest, ACancelAnswersAtOnce) {
+  drawEndless();
+  window.show();
+  QElapsedTimer sinceCancel;
+  QTimer::singleShot(50, &timers, [this, &sinceCancel] {
+    sinceCancel.start();
+    QTest::keyClick(&find<ProgressDialog>(window, "frmDxf_msg"), Qt::Key_Escape);
+  });
+  qint64 elapsed = 0;
+  whenModal<QMessageBox>([&](QMessageBox& box) {
+    elapsed = sinceCancel.elapsed();
+    box.accept();
+  });
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Cancelled);
+  EXPECT_LT(elapsed, 1000);  // 100 ms is the aim; the rest is for a busy machine
+}
+
+TEST_F(ConversionTest, ADrawingWithoutAnEndOfObjectsWaitsForTheCancel) {
+  window.setDrawing(toQt(folder.write(
+      "open.dxf", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nSECTION\n2\nOBJECTS\n0\nDICTIONARY\n")));
+  window.show();
+  QTimer::singleShot(100, &timers, [this] { find<ProgressDialog>(window, "frmDxf_msg").cancel(); });
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Cancelled);
+}
+
+TEST_F(ConversionTest, ClosingTheWindowDuringAConversionCancelsIt) {
+  drawEndless();
+  window.show();
+  QTimer::singleShot(50, &timers, [this] { window.close(); });
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Cancelled);
+  EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(ConversionTest, AMissingDrawingOpensTheFileDialog) {
+  find<QLineEdit>(window, "txtDXFDatei").setText(path("none.dxf"));
+  whenModal<QDialog>([this](QDialog& dialog) {
+    EXPECT_EQ(dialog.objectName(), "fileDialog");
+    EXPECT_EQ(dialog.windowTitle(), "DXF File open");
+    whenAsked(QMessageBox::Ok);
+    dialog.reject();
+  });
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Ended);
+  EXPECT_EQ(modalWindows, 2);
+  EXPECT_EQ(boxText, "Can't find the specified\n" + path("none.dxf") + "\nDXF file!");
+}
+
+}  // namespace
+}  // namespace quillon::ui

@@ -1,0 +1,285 @@
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QLabel>
+#include <QPlainTextEdit>
+
+#include "ui/windows/file_dialog.h"
+#include "ui/windows/help_viewer.h"
+#include "ui/windows/language_dialog.h"
+#include "ui/windows/report_window.h"
+#include "ui/windows/shell.h"
+#include "ui/windows/splash.h"
+#include "ui/windows/window_fixture.h"
+
+namespace quillon::ui {
+namespace {
+
+class LanguageDialogTest : public WindowTest {
+ protected:
+  LanguageDialogTest() { main.LoadSettings(); }
+  void choose(QDialog& dialog, int index) {
+    auto& list = find<QComboBox>(dialog, "cboLanguage");
+    list.setCurrentIndex(index);
+    QMetaObject::invokeMethod(&list, "activated", Q_ARG(int, index));
+  }
+  std::string ini() const { return folder.read("program/larkspur.ini"); }
+
+  MainWindow main{context};
+};
+
+TEST_F(LanguageDialogTest, ShowsTheChosenLanguageAtOnce) {
+  LanguageDialog dialog(context, [] {});
+  EXPECT_EQ(find<QPushButton>(dialog, "CancelButton").text(), "&Cancel");
+  choose(dialog, 1);
+  EXPECT_EQ(context.LanguageOffset, 0);
+  EXPECT_EQ(find<QPushButton>(dialog, "CancelButton").text(), "&Abbrechen");
+  choose(dialog, 0);
+  EXPECT_EQ(context.LanguageOffset, 10000);
+}
+
+TEST_F(LanguageDialogTest, OkKeepsTheLanguageAndTheFiveChoicesOfTheMainWindow) {
+  const std::vector<std::pair<const char*, int>> choices = {{"cboUnit", 0},
+                                                            {"cboVersion", 0},
+                                                            {"cboPoly", 1},
+                                                            {"cboBlocks", 2},
+                                                            {"komStandartlayer", 60}};
+  for (const auto& [name, index] : choices) find<QComboBox>(main, name).setCurrentIndex(index);
+  whenModal<LanguageDialog>([this](LanguageDialog& dialog) {
+    choose(dialog, 1);
+    click(dialog, "OKButton");
+  });
+  click(main, "befLanguage");
+  EXPECT_EQ(ini(), "[global]\r\nlanguage=0\r\n");
+  EXPECT_EQ(find<QPushButton>(main, "befEnde").text(), "&Beenden");
+  for (const auto& [name, index] : choices) {
+    EXPECT_EQ(find<QComboBox>(main, name).currentIndex(), index) << name;
+  }
+  EXPECT_EQ(find<QComboBox>(main, "cboPoly").currentText(), "Wire mit def. Breite");
+  EXPECT_TRUE(find<QComboBox>(main, "komStandartlayer").currentText().endsWith("Nutzerdefiniert"));
+}
+
+TEST_F(LanguageDialogTest, CancelLeavesTheFileAndTheCaptionsButNotTheOffset) {
+  whenModal<LanguageDialog>([this](LanguageDialog& dialog) {
+    choose(dialog, 1);
+    click(dialog, "CancelButton");
+  });
+  click(main, "befLanguage");
+  EXPECT_EQ(ini(), "");
+  EXPECT_EQ(find<QPushButton>(main, "befEnde").text(), "E&xit");
+  EXPECT_EQ(context.LanguageOffset, 0);
+  EXPECT_EQ(ProgressDialog(context).windowTitle(), "Konvertierung");
+}
+
+TEST_F(LanguageDialogTest, SaysWhenTheLanguageCannotBeKept) {
+  AppContext nowhere{settings::SettingsStore(folder.write("file", "")), {}, resources::kEnglish};
+  LanguageDialog dialog(nowhere, [] {});
+  whenAsked(QMessageBox::Ok);
+  click(dialog, "OKButton");
+  EXPECT_EQ(modalWindows, 1);
+}
+
+class ReportWindowTest : public WindowTest {
+ protected:
+  ReportWindow window{context};
+};
+
+TEST_F(ReportWindowTest, ShowsCopiesAndSavesTheReport) {
+  window.loadInfo("\r\nConversion Report \r\nTür");
+  EXPECT_EQ(find<QPlainTextEdit>(window, "txtInfo").toPlainText(), "\nConversion Report \nTür");
+  click(window, "btnCopy");
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "\nConversion Report \nTür");
+  whenModal<QFileDialog>([this](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.nameFilters(), QStringList{"Text files (*.txt)"});
+    dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path("report"));
+    QMetaObject::invokeMethod(&dialog, "accept");
+  });
+  click(window, "btnSave");
+  EXPECT_EQ(folder.read("report.txt"), "\r\nConversion Report \r\nTür");
+}
+
+class FileDialogTest : public WindowTest {
+ protected:
+  static QString nul(const char* text) {
+    QString out(text);
+    return out.replace('|', QChar(u'\0'));
+  }
+  ObjFiledialog dialog{context};
+};
+
+TEST_F(FileDialogTest, WithoutAFilterShowsAllFiles) {
+  EXPECT_EQ(dialog.record("Open").filter, nul("Alle Dateien|*.*||"));
+}
+
+TEST_F(FileDialogTest, JoinsTheFiltersThatAreComplete) {
+  dialog.Filter1Text = "Scripts";
+  dialog.Filter1Suffix = "*.scr";
+  dialog.Filter2Text = "no pattern";
+  dialog.Filter4Text = "All";
+  dialog.Filter4Suffix = "*.*";
+  dialog.Filter = nul("Free|*.lay");
+  EXPECT_EQ(dialog.record("Open").filter, nul("Scripts|*.scr|All|*.*|Free|*.lay||"));
+}
+
+TEST_F(FileDialogTest, AFilterThatEndsInTwoNulStaysAsItIs) {
+  dialog.Filter = nul("Layers|*.lay||");
+  EXPECT_EQ(dialog.record("Open").filter, nul("Layers|*.lay||"));
+}
+
+TEST_F(FileDialogTest, ChoosesFlagsByTheIntent) {
+  EXPECT_TRUE(dialog.CheckFlags("Open", nullptr));
+  EXPECT_EQ(dialog.Flags, 6145U);
+  dialog.Flags = 0;
+  EXPECT_TRUE(dialog.CheckFlags("Save", nullptr));
+  EXPECT_EQ(dialog.Flags, 2054U);
+  EXPECT_TRUE(dialog.CheckFlags("Other", nullptr));
+  EXPECT_EQ(dialog.Flags, 2054U);
+}
+
+TEST_F(FileDialogTest, TellsOfAnUnknownIntent) {
+  whenAsked(QMessageBox::Ok);
+  EXPECT_FALSE(dialog.CheckFlags("Print", nullptr));
+  EXPECT_EQ(boxTitle, "CheckFlags");
+  EXPECT_EQ(boxText, "Unbekannte Intention: Print");
+}
+
+TEST_F(FileDialogTest, TheTitleFallsBackByTheIntent) {
+  EXPECT_EQ(dialog.record("Open").title, nul("Datei öffnen|"));
+  EXPECT_EQ(dialog.record("Save").title, nul("Datei speichern unter|"));
+  dialog.DialogTitle = "Mine";
+  EXPECT_EQ(dialog.record("Save").title, nul("Mine|"));
+}
+
+TEST_F(FileDialogTest, TheNameBufferIsLongerThan512Characters) {
+  dialog.setFilename("*.SCR");
+  EXPECT_EQ(dialog.record("Open").buffer.size(), 513);
+  EXPECT_TRUE(dialog.record("Open").buffer.startsWith(nul("*.SCR|")));
+  dialog.setFilename(QString(600, 'x'));
+  EXPECT_EQ(dialog.record("Open").buffer.size(), 600);
+}
+
+TEST_F(FileDialogTest, ACancelledDialogGivesNoNameWhateverWasPreset) {
+  dialog.setFilename("*.SCR");
+  whenModal<QFileDialog>([](QFileDialog& box) { box.reject(); });
+  EXPECT_EQ(dialog.ShowOpen(nullptr), "");
+  EXPECT_EQ(dialog.Filename(), "");
+  EXPECT_EQ(modalWindows, 1);
+}
+
+TEST_F(FileDialogTest, SavingAddsTheDefaultExtension) {
+  dialog.DefaultExt = "LAY";
+  dialog.InitDir = toQt(folder.path().string());
+  whenModal<QFileDialog>([](QFileDialog& box) {
+    EXPECT_EQ(box.acceptMode(), QFileDialog::AcceptSave);
+    box.findChild<QLineEdit*>("fileNameEdit")->setText("new");
+    QMetaObject::invokeMethod(&box, "accept");
+  });
+  EXPECT_EQ(dialog.ShowSave(nullptr), path("new.LAY"));
+}
+
+/// Receives what would be opened in a browser.
+class Opened : public QObject {
+  Q_OBJECT
+ public:
+  QList<QUrl> urls;
+ public Q_SLOTS:
+  void take(const QUrl& url) { urls.push_back(url); }
+};
+
+class ShellTest : public WindowTest {
+ protected:
+  ShellTest() {
+    for (const char* scheme : {"https", "file"}) {
+      QDesktopServices::setUrlHandler(scheme, &opened, "take");
+    }
+  }
+  ~ShellTest() override {
+    for (const char* scheme : {"https", "file"}) QDesktopServices::unsetUrlHandler(scheme);
+  }
+  void open(const QString& file) {
+    ShellRequest request;
+    request.file = file;
+    EXPECT_TRUE(ShellEx(context, request, nullptr));
+  }
+  int failureOf(const QString& file) {
+    try {
+      ShellRequest request;
+      request.file = file;
+      ShellEx(context, request, nullptr);
+    } catch (const ShellError& error) {
+      description = error.what();
+      EXPECT_EQ(error.number(), static_cast<int>(0x80040418U) + error.result());
+      EXPECT_EQ(ShellError::source(), "Quillon.GShell");
+      return error.result();
+    }
+    return -1;
+  }
+
+  Opened opened;
+  std::string description;
+};
+
+TEST_F(ShellTest, OpensAddressesFilesAndFolders) {
+  open("https://quillon.example/x");
+  open(path(""));
+  open(toQt(folder.write("a.txt", "")));
+  ASSERT_EQ(opened.urls.size(), 3);
+  EXPECT_EQ(opened.urls[0], QUrl("https://quillon.example/x"));
+  EXPECT_EQ(opened.urls[2], QUrl::fromLocalFile(path("a.txt")));
+}
+
+TEST_F(ShellTest, SaysWhatIsMissing) {
+  EXPECT_EQ(failureOf(path("none.txt")), 2);
+  EXPECT_EQ(description, "File not found");
+  EXPECT_EQ(failureOf(path("none/none.txt")), 3);
+  EXPECT_EQ(description, "Path not found");
+}
+
+TEST_F(ShellTest, EveryResultHasItsText) {
+  const resources::Texts german(resources::kGerman);
+  EXPECT_EQ(shellErrorText(0, german), "Speicher zu klein");
+  EXPECT_EQ(shellErrorText(5, german), "Datei/Pfad Zugriffsfehler");
+  EXPECT_EQ(shellErrorText(11, german), "Die Programmdatei ist defekt oder manipuliert");
+  EXPECT_EQ(shellErrorText(31, context.texts()),
+            "No application is associated with this file type.");
+  EXPECT_EQ(shellErrorText(32, context.texts()),
+            "The specified dynamic-link library was not found.");
+  EXPECT_EQ(shellErrorText(7, context.texts()),
+            "An error occurred while trying to open the selected file.");
+}
+
+TEST_F(ShellTest, TheViewersLinkOpensItsPage) {
+  MainWindow main(context);
+  Q_EMIT find<QLabel>(main, "labViewer").linkActivated("viewer");
+  ASSERT_EQ(opened.urls.size(), 1);
+  EXPECT_EQ(opened.urls[0].scheme(), "https");
+}
+
+TEST_F(WindowTest, ASplashClosesOnAClickAndByItself) {
+  Splash clicked;
+  clicked.show();
+  QTest::mouseClick(&find<QLabel>(clicked, "labCaption"), Qt::LeftButton);
+  EXPECT_FALSE(clicked.isVisible());
+  Splash waiting;
+  EXPECT_EQ(find<QLabel>(waiting, "labVersion").text(), "Version 1.0.0");
+  EXPECT_EQ(waiting.exec(), QDialog::Accepted);
+}
+
+TEST_F(WindowTest, HelpShowsThePageOfAContext) {
+  folder.write("x", "");
+  std::filesystem::create_directories(folder.path() / "help" / "en");
+  folder.write("help/en/main-window.html", "<html><head><title>Main</title></head><p>Hi</html>");
+  EXPECT_EQ(findHelpFolder(toQt(folder.path().string())), path("help"));
+  EXPECT_EQ(findHelpFolder(path("none")), "");
+  HelpViewer viewer(path("help"));
+  EXPECT_TRUE(viewer.showPage(11000));
+  EXPECT_EQ(viewer.windowTitle(), "Main");
+  EXPECT_TRUE(find<QTextBrowser>(viewer, "txtHelp").toPlainText().contains("Hi"));
+  EXPECT_FALSE(viewer.showPage(1000));
+  EXPECT_FALSE(viewer.showPage(7));
+}
+
+}  // namespace
+}  // namespace quillon::ui
+
+#include "dialogs_test.moc"

@@ -1,0 +1,229 @@
+#include <QComboBox>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QRadioButton>
+
+#include "ui/windows/window_fixture.h"
+
+namespace quillon::ui {
+namespace {
+
+class MainWindowTest : public WindowTest {
+ protected:
+  MainWindowTest() { window.LoadSettings(); }
+
+  QComboBox& list(const char* name) { return find<QComboBox>(window, name); }
+  QLineEdit& field(const char* name) { return find<QLineEdit>(window, name); }
+  std::string savedSettings() const { return folder.read("program/larkspur.ini"); }
+  void loadFrom(const std::string& lines) {
+    context.store.WriteIni("dxf", "brd", "0");
+    folder.write("program/larkspur.ini", "[dxf]\r\n" + lines);
+    window.LoadSettings();
+  }
+  /// Chooses a file in the dialog that opens next.
+  void chooseInDialog(const QString& name) {
+    whenModal<QFileDialog>([this, name](QFileDialog& dialog) {
+      dialogTitle = dialog.windowTitle();
+      dialogFolder = dialog.directory().absolutePath();
+      dialogFilters = dialog.nameFilters();
+      if (name.isEmpty()) {
+        dialog.reject();
+        return;
+      }
+      dialog.findChild<QLineEdit*>("fileNameEdit")->setText(name);
+      static_cast<QDialog&>(dialog).accept();
+      if (dialog.isVisible()) QMetaObject::invokeMethod(&dialog, "accept");
+    });
+  }
+
+  MainWindow window{context};
+  QString dialogTitle;
+  QString dialogFolder;
+  QStringList dialogFilters;
+};
+
+TEST_F(MainWindowTest, ShowsTheDefaultsOfAnEmptySettingsFile) {
+  EXPECT_EQ(field("txtDXFDatei").text(), "C:\\*.DXF");
+  EXPECT_EQ(field("txtScriptdatei").text(), "C:\\CONVERS.SCR");
+  EXPECT_EQ(field("txtBRDname").text(), "");
+  EXPECT_TRUE(find<QRadioButton>(window, "chkBRDSCH_0").isChecked());
+  EXPECT_EQ(list("cboVersion").currentText(), "4.x/5.x");
+  EXPECT_EQ(list("cboUnit").currentText(), "mil");
+  EXPECT_EQ(field("txtmasst").text(), "1.000");
+  EXPECT_EQ(list("komStandartlayer").currentText(), "20 Dimension (B)");
+  EXPECT_EQ(list("cboPoly").currentText(), "Polyline");
+  EXPECT_EQ(list("cboBlocks").currentIndex(), 0);
+  EXPECT_TRUE(find<QCheckBox>(window, "chkReport").isChecked());
+  for (const char* name : {"chkDotLines", "chkEllipses", "chkArc"}) {
+    EXPECT_FALSE(find<QCheckBox>(window, name).isChecked()) << name;
+  }
+}
+
+TEST_F(MainWindowTest, SelectingAPackageRefillsTheLayersAndForcesBlocksToBeDrawn) {
+  list("cboBlocks").setCurrentIndex(2);
+  list("komStandartlayer").setCurrentIndex(0);
+  click(window, "chkBRDSCH_2");
+  EXPECT_EQ(list("komStandartlayer").count(), 250);
+  EXPECT_EQ(list("komStandartlayer").currentIndex(), 19);
+  EXPECT_EQ(list("cboBlocks").currentIndex(), 0);
+  EXPECT_FALSE(list("cboBlocks").isEnabled());
+}
+
+TEST_F(MainWindowTest, SelectingASchematicFillsItsLayersAndLetsBlocksBeChosen) {
+  click(window, "chkBRDSCH_3");
+  click(window, "chkBRDSCH_1");
+  EXPECT_EQ(list("komStandartlayer").count(), 203);
+  EXPECT_EQ(list("komStandartlayer").currentText(), "94 Symbols (S)");
+  EXPECT_TRUE(list("cboBlocks").isEnabled());
+}
+
+TEST_F(MainWindowTest, ShowsAPathInUpperCaseOnceTheFieldLosesFocus) {
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  QLineEdit& drawing = field("txtDXFDatei");
+  drawing.setFocus();
+  drawing.setText("c:\\in\\gehäuse.dxf");
+  field("txtBRDname").setFocus();
+  EXPECT_EQ(drawing.text(), "C:\\IN\\GEHÄUSE.DXF");
+#ifndef _WIN32
+  EXPECT_EQ(window.settings().dxfFile, "c:\\in\\gehäuse.dxf");
+  drawing.setFocus();
+  EXPECT_EQ(drawing.text(), "c:\\in\\gehäuse.dxf");
+#endif
+}
+
+TEST_F(MainWindowTest, SavesAndReloadsEverySetting) {
+  field("txtDXFDatei").setText("D:\\a.dxf");
+  field("txtScriptdatei").setText("D:\\b.scr");
+  field("txtBRDname").setText("Name");
+  click(window, "chkBRDSCH_1");
+  list("cboVersion").setCurrentIndex(0);
+  list("cboUnit").setCurrentIndex(3);
+  field("txtmasst").setText("2,5");
+  list("komStandartlayer").setCurrentText("91 Nets (S)");
+  for (const char* name : {"chkDotLines", "chkReport", "chkEllipses", "chkArc"}) {
+    find<QCheckBox>(window, name).toggle();
+  }
+  list("cboPoly").setCurrentIndex(0);
+  list("cboBlocks").setCurrentIndex(2);
+  click(window, "befSave");
+  EXPECT_EQ(savedSettings(),
+            "[dxf]\r\ndxffile=D:\\a.dxf\r\nscr=D:\\b.scr\r\nlayerfile=\r\nbrdsch=Name\r\nbrd=1\r\n"
+            "version=0\r\nunit=3\r\nscale=2,5\r\nlayer=91 Nets (S)\r\ndotted=1\r\nreport=0\r\n"
+            "ellipses=1\r\narc2line=1\r\npoly=0\r\nblocks=2\r\n");
+  MainWindow next(context);
+  next.LoadSettings();
+  QTest::mouseClick(&find<QPushButton>(next, "befSave"), Qt::LeftButton);
+  EXPECT_EQ(find<QComboBox>(next, "komStandartlayer").currentText(), "91 Nets (S)");
+  EXPECT_EQ(find<QLineEdit>(next, "txtmasst").text(), "2,5");
+  EXPECT_EQ(next.settings().blocks, 2);
+  EXPECT_TRUE(next.settings().arcToLine);
+}
+
+TEST_F(MainWindowTest, ShowsOneMessageWhenTheSettingsCannotBeSaved) {
+  AppContext nowhere{settings::SettingsStore(folder.write("file", "")), {}, resources::kEnglish};
+  MainWindow other(nowhere);
+  whenAsked(QMessageBox::Ok);
+  click(other, "befSave");
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_EQ(boxTitle, "Warning");
+  EXPECT_EQ(boxText, "The settings could not be saved in the folder " + path("file") +
+                         ". Please check its permissions and the free space.");
+}
+
+TEST_F(MainWindowTest, ATargetOutsideTheFourSelectsNone) {
+  loadFrom("brd=4\r\n");
+  EXPECT_EQ(window.settings().targetKind, settings::kNoTarget);
+  EXPECT_EQ(list("komStandartlayer").count(), 0);
+  click(window, "befSave");
+  EXPECT_NE(savedSettings().find("brd=4\r\n"), std::string::npos);
+  click(window, "chkBRDSCH_0");
+  EXPECT_EQ(list("komStandartlayer").currentText(), "20 Dimension (B)");
+}
+
+TEST_F(MainWindowTest, BrowsesForTheDrawingInItsFolder) {
+  writeDrawing("part.dxf");
+  field("txtDXFDatei").setText(path("*.dxf"));
+  chooseInDialog(path("part.dxf"));
+  click(window, "btnDXFbrowse");
+  EXPECT_EQ(dialogTitle, "DXF File open");
+  EXPECT_EQ(dialogFilters, QStringList{"DXF files (*)"});
+  EXPECT_EQ(dialogFolder, toQt(folder.path().string()));
+  EXPECT_EQ(field("txtDXFDatei").text(), path("part.dxf"));
+}
+
+TEST_F(MainWindowTest, BrowsesForAScriptThatNeedNotExist) {
+  chooseInDialog(path("new.scr"));
+  click(window, "btnSCRbrowse");
+  EXPECT_EQ(dialogTitle, "Script File open");
+  EXPECT_EQ(dialogFilters, (QStringList{"Script Files (*.scr)", "All Files (*)"}));
+  EXPECT_EQ(field("txtScriptdatei").text(), path("new.scr"));
+}
+
+TEST_F(MainWindowTest, TheNameEndsBeforeTheFirstDotOfThePath) {
+  chooseInDialog(path("my.board.brd"));
+  click(window, "btnBRDbrowse");
+  EXPECT_EQ(dialogTitle, "Please put in Board- or Schematicname without Extension");
+  EXPECT_EQ(field("txtBRDname").text(), path("my"));
+}
+
+TEST_F(MainWindowTest, ACancelledDialogLeavesTheField) {
+  for (const char* button : {"btnDXFbrowse", "btnSCRbrowse", "btnBRDbrowse"}) {
+    chooseInDialog("");
+    click(window, button);
+  }
+  EXPECT_EQ(modalWindows, 3);
+  EXPECT_EQ(field("txtDXFDatei").text(), "C:\\*.DXF");
+  EXPECT_EQ(field("txtScriptdatei").text(), "C:\\CONVERS.SCR");
+  EXPECT_EQ(field("txtBRDname").text(), "");
+}
+
+TEST_F(MainWindowTest, ADroppedFileBecomesTheDrawing) {
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(path("a.part.dxf"))});
+  QDragEnterEvent enter({1, 1}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&window, &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop({1.0, 1.0}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&window, &drop);
+  EXPECT_EQ(field("txtDXFDatei").text(), path("a.part.dxf"));
+  EXPECT_EQ(field("txtScriptdatei").text(), path("a.part.scr"));
+}
+
+TEST_F(MainWindowTest, OnlyOneLocalFileCanBeDropped) {
+  QMimeData data;
+  data.setUrls({QUrl("https://quillon.example/a.dxf")});
+  QDragEnterEvent enter({1, 1}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&window, &enter);
+  EXPECT_FALSE(enter.isAccepted());
+}
+
+TEST_F(MainWindowTest, EscapeDoesNotEndTheProgram) {
+  window.show();
+  QTest::keyClick(&window, Qt::Key_Escape);
+  EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(MainWindowTest, ExitClosesTheWindowWithoutSaving) {
+  const QString before = QDir::currentPath();
+  window.show();
+  click(window, "befEnde");
+  EXPECT_FALSE(window.isVisible());
+  EXPECT_EQ(savedSettings(), "");
+  QDir::setCurrent(before);
+}
+
+TEST_F(MainWindowTest, ControlsHaveTheirToolTips) {
+  EXPECT_EQ(field("txtmasst").toolTip(),
+            "Factor for all coordinates, with a decimal point.\n1.000 keeps the size, a negative "
+            "value mirrors.");
+  EXPECT_TRUE(find<QPushButton>(window, "befStart").toolTip().contains("SCRIPT"));
+  for (const char* name : {"chkBRDSCH_0", "chkBRDSCH_3"}) {
+    EXPECT_TRUE(find<QRadioButton>(window, name).toolTip().startsWith("Board and Package")) << name;
+  }
+}
+
+}  // namespace
+}  // namespace quillon::ui

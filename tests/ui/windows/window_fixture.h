@@ -1,0 +1,71 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "support/dxf_builder.h"
+#include "support/temp_folder.h"
+#include "ui/windows/main_window.h"
+
+namespace quillon::ui {
+
+/// Windows of a program whose folder is empty, in English.
+class WindowTest : public ::testing::Test {
+ protected:
+  template <typename Widget>
+  static Widget& find(QWidget& window, const char* name) {
+    auto* const widget = window.findChild<Widget*>(name);
+    if (widget == nullptr) throw std::runtime_error(std::string("no control named ") + name);
+    return *widget;
+  }
+  static void click(QWidget& window, const char* name) {
+    QTest::mouseClick(&find<QAbstractButton>(window, name), Qt::LeftButton);
+  }
+
+  /// Does something with the next modal window that opens, as a user would; it must close it.
+  template <typename Window = QWidget>
+  void whenModal(std::function<void(Window&)> action) {
+    auto* const timer = new QTimer(&timers);
+    QObject::connect(timer, &QTimer::timeout, timer, [this, timer, action = std::move(action)] {
+      auto* const window = dynamic_cast<Window*>(QApplication::activeModalWidget());
+      if (window == nullptr) return;
+      timer->stop();
+      timer->deleteLater();
+      ++modalWindows;
+      action(*window);
+    });
+    timer->start(5);
+  }
+  /// Answers the next message box, and keeps what it says.
+  void whenAsked(QMessageBox::StandardButton answer) {
+    whenModal<QMessageBox>([this, answer](QMessageBox& box) {
+      boxTitle = box.windowTitle();
+      boxText = box.text();
+      boxDetail = box.informativeText();
+      box.button(answer)->click();
+    });
+  }
+
+  std::string writeDrawing(const std::string& name) const {
+    testing::DxfBuilder dxf;
+    dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "2"}});
+    dxf.entity("HATCH", {{8, "0"}});
+    return folder.write(name, dxf.text());
+  }
+  QString path(const std::string& name) const { return toQt(folder.file(name)); }
+
+  testing::TempFolder folder;
+  AppContext context{settings::SettingsStore(folder.path() / "program"), {}, resources::kEnglish};
+  QObject timers;  ///< owns what waits, so that nothing outlives its test
+  int modalWindows = 0;
+  QString boxTitle;
+  QString boxText;
+  QString boxDetail;
+};
+
+}  // namespace quillon::ui
