@@ -196,5 +196,56 @@ TEST_F(UnattendedTest, AnExistingFileAsTheOnlyArgumentIsNoOption) {
   EXPECT_FALSE(folder.has("program/quillon.cfh"));
 }
 
+#ifdef QUILLON_WINDOWS
+
+/// The same program where there is a display: the progress dialog shows, nothing else does.
+class WindowRunTest : public UnattendedTest {
+ protected:
+  WindowRunTest() { call.environment.emplace_back("QT_QPA_PLATFORM=offscreen"); }
+};
+
+TEST_F(WindowRunTest, ConvertsOneDrawingBehindTheSplash) {
+  write("part.dxf", oneLine());
+  const ProgramResult result = run({"/x:part.dxf", "/s:out.scr", "/b:board", "/ru"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_NE(result.error.find(written("out.scr", kLines)), std::string::npos) << result.error;
+  EXPECT_EQ(folder.read("out.scr"), lineScript("board"));
+}
+
+TEST_F(WindowRunTest, QuestionsAndMessagesDoNotStopABatch) {
+  drawings("a.dxf");
+  drawings("b.dxf");
+  folder.write("in/b.scr", "old");
+  folder.write("in/c.dxf", std::string("AC1015\0\0\0\0", 10));
+  const ProgramResult result = run({"/x:in\\*.dxf", "/s:in\\x.scr", "/r:t", "/ru", "/rx"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(result.error.ends_with("1 drawings converted, 2 not converted\n")) << result.error;
+  EXPECT_NE(result.error.find("\nConversion Report \n"), std::string::npos);
+  EXPECT_NE(result.error.find("in/b.scr Overwrite?\n"), std::string::npos);
+  EXPECT_EQ(folder.read("in/b.scr"), "old");
+}
+
+TEST_F(WindowRunTest, AnInterruptCancels) {
+  write("part.dxf", endless());
+  call.arguments = {"/x:part.dxf", "/s:out.scr", "/ru"};
+  RunningProgram program(call);
+  ASSERT_TRUE(RunningProgram::waitUntil([this] {
+    const Strings all = files();
+    return std::any_of(all.begin(), all.end(),
+                       [](const std::string& file) { return file.ends_with(".tmp"); });
+  }));
+  program.interrupt();
+  EXPECT_EQ(program.finish().exitCode, 130);
+  EXPECT_EQ(folder.read("out.scr"), framed(""));
+}
+
+TEST_F(UnattendedTest, WithoutADisplayTheWindowIsRefusedWithAHint) {
+  expectResult(run({}), 2, "",
+               "quillon: There is no display to show the window on. With /ru one drawing, with /rx "
+               "all drawings of a folder are converted without it.\n");
+}
+
+#endif
+
 }  // namespace
 }  // namespace quillon::headless
