@@ -6,6 +6,10 @@ add_library(quillon_windows STATIC
   ui/windows/file_dialog.cpp
   ui/windows/help_viewer.cpp
   ui/windows/language_dialog.cpp
+  ui/windows/layer_colours.cpp
+  ui/windows/layer_delegate.cpp
+  ui/windows/layer_editor.cpp
+  ui/windows/layer_grid.cpp
   ui/windows/main_controls.cpp
   ui/windows/main_window.cpp
   ui/windows/path_edit.cpp
@@ -33,6 +37,18 @@ target_link_libraries(quillon_program PUBLIC quillon_windows quillon_unattended)
 
 add_executable(quillon WIN32 app/quillon_main.cpp)
 target_link_libraries(quillon PRIVATE quillon_program)
+if(UNIX AND NOT APPLE)
+  include(GNUInstallDirs)
+  install(TARGETS quillon quillon-convert)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/help/ DESTINATION ${CMAKE_INSTALL_DATADIR}/quillon/help
+    FILES_MATCHING PATTERN "*.html" PATTERN "*.css")
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/quillon.desktop
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/quillon-mime.xml
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages RENAME quillon.xml)
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/quillon.svg
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+endif()
 add_custom_command(TARGET quillon POST_BUILD
   COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/help
     $<TARGET_FILE_DIR:quillon>/help)

@@ -118,11 +118,15 @@ void skipObjects(LineReader& reader, bool endsAtFileEnd) {
 
 }  // namespace
 
-void readDefinitions(Drawing& drawing, LineReader& reader) {
+void readHeaderAndTables(Drawing& drawing, LineReader& reader) {
   drawing.lineEnds = reader.source().lineEnds();
   reader.monitor().setStatus(ReadPhase::Header, 0);
   if (openSection(drawing, reader, "HEADER")) readHeader(drawing, reader);
   if (openSection(drawing, reader, "TABLES")) readTables(drawing, reader);
+}
+
+void readDefinitions(Drawing& drawing, LineReader& reader) {
+  readHeaderAndTables(drawing, reader);
   if (openSection(drawing, reader, "BLOCKS")) readBlocks(drawing, reader);
 }
 

@@ -8,6 +8,9 @@
 
 namespace quillon::dxf {
 
+/// Reads HEADER and TABLES, as the first part of readDefinitions.
+void readHeaderAndTables(Drawing& drawing, LineReader& reader);
+
 /// Reads HEADER, TABLES and BLOCKS. Missing sections leave their stores empty. Throws RunTimeError,
 /// with its line, for errors inside tables and blocks.
 void readDefinitions(Drawing& drawing, LineReader& reader);

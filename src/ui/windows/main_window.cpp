@@ -13,6 +13,7 @@
 #include "ui/windows/file_dialog.h"
 #include "ui/windows/help_viewer.h"
 #include "ui/windows/language_dialog.h"
+#include "ui/windows/layer_editor.h"
 #include "ui/windows/save_failure.h"
 #include "ui/windows/shell.h"
 #include "ui/windows/window_host.h"
@@ -51,6 +52,7 @@ void MainWindow::connectControls() {
   onClick(controls_.btnDXFbrowse, &MainWindow::browseForDrawing);
   onClick(controls_.btnSCRbrowse, &MainWindow::browseForScript);
   onClick(controls_.btnBRDbrowse, &MainWindow::browseForName);
+  onClick(controls_.befLayeredit, &MainWindow::befLayeredit_Click);
   onClick(controls_.befSave, &MainWindow::befSave_Click);
   onClick(controls_.befLanguage, &MainWindow::chooseLanguage);
   onClick(controls_.befHilfe, &MainWindow::befHilfe_Click);
@@ -201,6 +203,22 @@ void MainWindow::browseForName() {
   const QString path = dialog.ShowOpen(this);
   // The name ends before the first dot of the whole path, as intended.
   if (!path.isEmpty()) controls_.txtBRDname->setText(path.left(path.indexOf('.')));
+}
+
+void MainWindow::befLayeredit_Click() {
+  if (layerEditor_ != nullptr) {
+    layerEditor_->raise();
+    layerEditor_->activateWindow();
+    return;
+  }
+  setCursor(Qt::WaitCursor);
+  layerEditor_ = new LayerEditor(
+      context_, controls_.labLayerDatei->text(),
+      [this](const QString& path) { controls_.labLayerDatei->setText(path); }, this);
+  layerEditor_->setAttribute(Qt::WA_DeleteOnClose);
+  layerEditor_->layerScanDXF(controls_.txtDXFDatei->path());
+  unsetCursor();
+  layerEditor_->show();
 }
 
 void MainWindow::befSave_Click() {

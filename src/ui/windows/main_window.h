@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QDialog>
+#include <QPointer>
 
 #include "convert/driver.h"
 #include "ui/settings/settings.h"
 #include "ui/windows/app_context.h"
+#include "ui/windows/layer_editor.h"
 #include "ui/windows/main_controls.h"
 #include "ui/windows/progress_dialog.h"
 #include "ui/windows/tool_tips.h"
@@ -43,6 +45,7 @@ class MainWindow : public QDialog {
   void browseForDrawing();
   void browseForScript();
   void browseForName();
+  void befLayeredit_Click();
   void befSave_Click();
   void befHilfe_Click();
   void befEnde_Click();
@@ -54,6 +57,7 @@ class MainWindow : public QDialog {
   AppContext& context_;
   MainControls controls_;
   ToolTipTable toolTips_;
+  QPointer<LayerEditor> layerEditor_;  ///< while it is open
   double polyWidth_ = 0.0;
   ProgressDialog* progress_ = nullptr;  ///< while a conversion runs
 };

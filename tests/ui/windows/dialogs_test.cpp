@@ -261,7 +261,7 @@ TEST_F(WindowTest, ASplashClosesOnAClickAndByItself) {
   QTest::mouseClick(&find<QLabel>(clicked, "labCaption"), Qt::LeftButton);
   EXPECT_FALSE(clicked.isVisible());
   Splash waiting;
-  EXPECT_EQ(find<QLabel>(waiting, "labVersion").text(), "Version 1.0.0");
+  EXPECT_EQ(find<QLabel>(waiting, "labVersion").text(), "Version " QUILLON_VERSION);
   EXPECT_EQ(waiting.exec(), QDialog::Accepted);
 }
 
@@ -277,6 +277,16 @@ TEST_F(WindowTest, HelpShowsThePageOfAContext) {
   EXPECT_TRUE(find<QTextBrowser>(viewer, "txtHelp").toPlainText().contains("Hi"));
   EXPECT_FALSE(viewer.showPage(1000));
   EXPECT_FALSE(viewer.showPage(7));
+}
+
+TEST_F(WindowTest, EveryWindowHasItsHelpPageInBothLanguages) {
+  HelpViewer viewer(QUILLON_HELP);
+  for (const int language : {resources::kGerman, resources::kEnglish}) {
+    for (const int page : {kMainWindowHelp, kLayerEditorHelp}) {
+      EXPECT_TRUE(viewer.showPage(language + page)) << language + page;
+      EXPECT_GT(find<QTextBrowser>(viewer, "txtHelp").toPlainText().size(), 1000);
+    }
+  }
 }
 
 }  // namespace

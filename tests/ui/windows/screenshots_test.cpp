@@ -80,6 +80,24 @@ TEST_P(ScreenshotTest, LanguageDialog) {
   shoot(window);
 }
 
+TEST_P(ScreenshotTest, LayerEditor) {
+  testing::DxfBuilder dxf;
+  dxf.layer("OUTLINE").layer("HOLES").layer("NOTES");
+  folder.write("a.lay",
+               "[1]\nlayername=OUTLINE\nlayernr=20\n[2]\nlayername=NOTES\nlayernr=999\n[3]\n"
+               "layername=TEXT\nlayernr=25\n");
+  LayerEditor window(
+      context, path("a.lay"), [](const QString&) {}, nullptr);
+  window.layerScanDXF(toQt(folder.write("a.dxf", dxf.text())));
+  shoot(window);
+}
+
+TEST_P(ScreenshotTest, Help) {
+  HelpViewer window(QUILLON_HELP);
+  window.showPage(context.LanguageOffset + kMainWindowHelp);
+  shoot(window);
+}
+
 TEST_P(ScreenshotTest, Splash) {
   Splash window;
   shoot(window);

@@ -1,0 +1,129 @@
+#include "ui/settings/layer_rows.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "dxf/encoding.h"
+#include "dxf/number_text.h"
+#include "ui/resources/layer_lists.h"
+
+namespace quillon::settings {
+namespace {
+
+constexpr double kLastLayer = 255.0;
+constexpr double kUnconverted = 999.0;
+constexpr std::size_t kLongestHistory = 100;
+
+bool isPlainNumber(const std::string& text) {
+  return !text.empty() && std::all_of(text.begin(), text.end(),
+                                      [](char c) { return (c >= '0' && c <= '9') || c == '.'; });
+}
+
+}  // namespace
+
+LayerRows::LayerRows(const resources::Texts& texts) : entries_(resources::editorLayers(texts)) {}
+
+void LayerRows::clear() {
+  rows_.fill({});
+  history_.clear();
+  modified_ = false;
+  leftOut_ = 0;
+}
+
+void LayerRows::load(const std::vector<convert::LayerRow>& rows) {
+  clear();
+  const std::size_t shown = std::min(rows.size(), kMostRows);
+  for (std::size_t i = 0; i < shown; ++i) rows_[i] = {rows[i].name, entryOf(rows[i].layer)};
+  leftOut_ = rows.size() - shown;
+}
+
+/// The entry at the place of its number: right for 1..49 and 53..255; 50, 51 and 52 show their
+/// neighbours, as intended.
+std::string LayerRows::entryOf(const std::string& layer) const {
+  const double number = dxf::numberValue(layer);
+  if (number == kUnconverted) return entries_.back();
+  if (number != std::floor(number) || number < 1.0 || number > kLastLayer) return layer;
+  return entries_[static_cast<std::size_t>(number) - 1];
+}
+
+void LayerRows::setName(std::size_t index, const std::string& name) {
+  if (rows_[index].name == name) return;
+  rows_[index].name = name;
+  modified_ = true;
+}
+
+void LayerRows::setLayer(std::size_t index, const std::string& layer) {
+  std::string text = layer;
+  if (isPlainNumber(layer)) {
+    // A number that is typed means the entry that begins with it.
+    const auto found =
+        std::find_if(entries_.begin(), entries_.end(), [&](const std::string& entry) {
+          return dxf::numberValue(entry) == dxf::numberValue(layer) &&
+                 dxf::numberValue(layer) != 0.0;
+        });
+    if (found != entries_.end()) text = *found;
+  }
+  if (rows_[index].layer == text) return;
+  rows_[index].layer = text;
+  modified_ = true;
+}
+
+void LayerRows::clearRow(std::size_t index) {
+  setName(index, "");
+  setLayer(index, "");
+}
+
+void LayerRows::take(const std::vector<std::string>& names) {
+  std::unordered_set<std::string> assigned = assignedNames();
+  auto free = rows_.begin();
+  for (const std::string& name : names) {
+    if (!assigned.insert(foldedName(name)).second) continue;
+    while (free != rows_.end() && !free->name.empty()) ++free;
+    if (free == rows_.end()) return;
+    free->name = name;
+    modified_ = true;
+  }
+}
+
+bool LayerRows::isDuplicate(std::size_t index) const {
+  const std::string wanted = foldedName(rows_[index].name);
+  if (wanted.empty()) return false;
+  return std::count_if(rows_.begin(), rows_.end(), [&wanted](const convert::LayerRow& row) {
+           return !row.name.empty() && foldedName(row.name) == wanted;
+         }) > 1;
+}
+
+std::unordered_set<std::string> LayerRows::assignedNames() const {
+  std::unordered_set<std::string> names;
+  for (const convert::LayerRow& row : rows_) {
+    if (!row.name.empty()) names.insert(foldedName(row.name));
+  }
+  return names;
+}
+
+std::string LayerRows::foldedName(const std::string& name) {
+  return dxf::upperCase(dxf::trimBlanks(name), dxf::Encoding::Utf8);
+}
+
+void LayerRows::beginChange() {
+  if (history_.size() == kLongestHistory) history_.erase(history_.begin());
+  history_.push_back(rows_);
+}
+
+bool LayerRows::undo() {
+  while (!history_.empty()) {
+    const Rows before = std::move(history_.back());
+    history_.pop_back();
+    const auto same = [](const convert::LayerRow& a, const convert::LayerRow& b) {
+      return a.name == b.name && a.layer == b.layer;
+    };
+    // What began and changed nothing is no step.
+    if (std::equal(before.begin(), before.end(), rows_.begin(), same)) continue;
+    rows_ = before;
+    modified_ = true;
+    return true;
+  }
+  return false;
+}
+
+}  // namespace quillon::settings

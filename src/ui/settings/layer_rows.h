@@ -1,0 +1,68 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "convert/layer_file.h"
+#include "ui/resources/string_table.h"
+
+namespace quillon::settings {
+
+/// The table of the layer editor: assignments of DXF layers to EAGLE layers, as they are shown.
+class LayerRows {
+ public:
+  static constexpr std::size_t kMostRows = 490;
+
+  explicit LayerRows(const resources::Texts& texts);
+
+  /// The entries of EAGLE's layers to choose from.
+  const std::vector<std::string>& entries() const { return entries_; }
+  const convert::LayerRow& row(std::size_t index) const { return rows_[index]; }
+  /// True once something was changed that is not saved.
+  bool modified() const { return modified_; }
+  /// Number of assignments of the file that find no room in the table.
+  std::size_t leftOut() const { return leftOut_; }
+
+  void clear();
+  /// Shows the assignments of a file.
+  void load(const std::vector<convert::LayerRow>& rows);
+  /// All rows, for saving.
+  std::vector<convert::LayerRow> rows() const { return {rows_.begin(), rows_.end()}; }
+  void setSaved() {
+    modified_ = false;
+    leftOut_ = 0;
+  }
+
+  void setName(std::size_t index, const std::string& name);
+  /// Sets the layer: an entry, or a number, which becomes its entry where there is one.
+  void setLayer(std::size_t index, const std::string& layer);
+  void clearRow(std::size_t index);
+  /// Adds names that are not in the table yet, each in the first row without a name.
+  void take(const std::vector<std::string>& names);
+
+  /// True when another row has the name of this one, in any case.
+  bool isDuplicate(std::size_t index) const;
+  /// The names in the table, in the form that ignores their case.
+  std::unordered_set<std::string> assignedNames() const;
+  static std::string foldedName(const std::string& name);
+
+  /// Marks the state that undo goes back to.
+  void beginChange();
+  /// Goes back before the last change. False when there is none.
+  bool undo();
+
+ private:
+  using Rows = std::array<convert::LayerRow, kMostRows>;
+
+  std::string entryOf(const std::string& layer) const;
+  std::vector<std::string> entries_;
+  Rows rows_;
+  std::vector<Rows> history_;
+  bool modified_ = false;
+  std::size_t leftOut_ = 0;
+};
+
+}  // namespace quillon::settings

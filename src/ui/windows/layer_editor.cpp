@@ -1,0 +1,300 @@
+#include "ui/windows/layer_editor.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QVBoxLayout>
+
+#include "convert/layer_file.h"
+#include "convert/layer_scan.h"
+#include "convert/messages.h"
+#include "convert/output_file.h"
+#include "convert/paths.h"
+#include "dxf/run_time_error.h"
+#include "dxf/text_source.h"
+#include "ui/windows/file_dialog.h"
+#include "ui/windows/help_viewer.h"
+
+namespace quillon::ui {
+namespace {
+
+constexpr int kFirstToolTip = 1151;
+constexpr int kLastToolTip = 1161;
+
+template <typename Widget>
+Widget* make(QWidget& parent, const char* name) {
+  auto* const widget = new Widget(&parent);
+  widget->setObjectName(name);
+  return widget;
+}
+
+}  // namespace
+
+LayerEditor::LayerEditor(AppContext& context, const QString& path,
+                         std::function<void(QString)> accepted, QWidget* parent)
+    : QDialog(parent), context_(context), accepted_(std::move(accepted)), rows_(context.texts()) {
+  setObjectName("frmLayers");
+  setWindowFlag(Qt::WindowMaximizeButtonHint);
+  makeControls();
+  layOut();
+  connectControls();
+  loadResources();
+  path_->setText(path);
+  // A bare drive or folder names no file.
+  const bool bare = path.indexOf(':') == path.size() - 1 || path.indexOf('\\') == path.size() - 1;
+  if (namesFile() && !bare) {
+    btnScan_Click();
+  } else {
+    btnNew_Click();
+  }
+}
+
+void LayerEditor::makeControls() {
+  labLay_ = make<QLabel>(*this, "labLay");
+  path_ = make<QLineEdit>(*this, "txtLayerDatei");
+  path_->setText("C:\\*.lay");
+  browse_ = make<QPushButton>(*this, "btnLayerbrowse");
+  scan_ = make<QPushButton>(*this, "btnScan");
+  new_ = make<QPushButton>(*this, "btnNew");
+  save_ = make<QPushButton>(*this, "btnSave");
+  saveAs_ = make<QPushButton>(*this, "btnSaveAs");
+  labScan_ = make<QLabel>(*this, "labScan");
+  scanned_ = make<QListWidget>(*this, "lstScanDXF");
+  scanned_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  scanned_->setUniformItemSizes(true);
+  take_ = make<QPushButton>(*this, "btnTake");
+  take_->setText("==>");
+  labLayer_ = make<QLabel>(*this, "labLayer");
+  grid_ = new LayerGrid(context_, rows_, this);
+  labCheck_ = make<QLabel>(*this, "labCheck");
+  labDelHint_ = make<QLabel>(*this, "labDelHint");
+  ok_ = make<QPushButton>(*this, "OKButton");
+  cancel_ = make<QPushButton>(*this, "CancelButton");
+  help_ = make<QPushButton>(*this, "befHilfe");
+  labLay_->setBuddy(path_);
+  labScan_->setBuddy(scanned_);
+  labLayer_->setBuddy(grid_);
+}
+
+void LayerEditor::layOut() {
+  auto* const file = new QGridLayout;
+  file->addWidget(labLay_, 0, 0);
+  file->addWidget(path_, 0, 1);
+  file->addWidget(browse_, 0, 2);
+  auto* const actions = new QHBoxLayout;
+  for (QPushButton* const button : {scan_, new_, save_, saveAs_}) actions->addWidget(button);
+  actions->addStretch();
+  auto* const tables = new QGridLayout;
+  tables->addWidget(labScan_, 0, 0);
+  tables->addWidget(scanned_, 1, 0);
+  tables->addWidget(labCheck_, 2, 0);
+  tables->addWidget(take_, 1, 1);
+  tables->addWidget(labLayer_, 0, 2);
+  tables->addWidget(grid_, 1, 2);
+  tables->addWidget(labDelHint_, 2, 2);
+  tables->setColumnStretch(0, 2);
+  tables->setColumnStretch(2, 5);
+  auto* const buttons = new QHBoxLayout;
+  buttons->addWidget(help_);
+  buttons->addStretch();
+  buttons->addWidget(ok_);
+  buttons->addWidget(cancel_);
+  auto* const layout = new QVBoxLayout(this);
+  layout->addLayout(file);
+  layout->addLayout(actions);
+  layout->addLayout(tables, 1);
+  layout->addLayout(buttons);
+  constexpr int kColumns = 110;
+  constexpr int kRows = 36;
+  resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kRows);
+}
+
+void LayerEditor::connectControls() {
+  const auto onClick = [this](QPushButton* button, auto action) {
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, action);
+  };
+  onClick(browse_, [this] { btnLayerbrowse_Click(); });
+  onClick(scan_, [this] { btnScan_Click(); });
+  onClick(new_, [this] { btnNew_Click(); });
+  onClick(save_, [this] { saveLayers(path_->text()); });
+  onClick(saveAs_, [this] { saveLayers({}); });
+  onClick(take_, [this] { btnTake_Click(); });
+  onClick(help_, [this] { befHilfe_Click(); });
+  onClick(ok_, [this] { OKButton_Click(); });
+  onClick(cancel_, [this] { reject(); });
+  connect(scanned_, &QListWidget::itemDoubleClicked, this, [this] { btnTake_Click(); });
+  grid_->onChanged = [this] { markAssigned(); };
+}
+
+void LayerEditor::loadResources() {
+  setWindowTitle(context_.text(1100));
+  const auto caption = [this](auto* control, int id) { control->setText(context_.text(id)); };
+  caption(cancel_, 1101);
+  caption(ok_, 1102);
+  caption(browse_, 1103);
+  caption(scan_, 1104);
+  caption(save_, 1105);
+  caption(labLay_, 1106);
+  caption(help_, 1108);
+  caption(new_, 1109);
+  caption(saveAs_, 1110);
+  caption(labScan_, 1111);
+  caption(labLayer_, 1112);
+  caption(labCheck_, 1113);
+  caption(labDelHint_, 1114);
+  grid_->loadResources();
+  toolTips_.clear();
+  for (int id = kFirstToolTip; id <= kLastToolTip; ++id) toolTips_.add(*this, context_.texts()(id));
+}
+
+void LayerEditor::layerScanDXF(const QString& drawing) {
+  scanned_->clear();
+  const resources::Texts texts = context_.texts();
+  const convert::Messages messages(texts);
+  try {
+    for (const std::string& name : convert::layerScanDXF(fromQt(drawing))) {
+      auto* const item = new QListWidgetItem(toQt(name), scanned_);
+      item->setFlags(item->flags() & ~Qt::ItemIsUserCheckable);
+    }
+  } catch (const dxf::RunTimeError& error) {
+    QMessageBox::warning(this, context_.text(2804),
+                         toQt(messages.faultText(error, fromQt(drawing))));
+  } catch (const dxf::ReadError& error) {
+    const std::string reason = messages.reasonText(error.reason());
+    QMessageBox::warning(this, context_.text(2804),
+                         toQt(messages.unreadableText(fromQt(drawing), reason)));
+  }
+  markAssigned();
+}
+
+/// Checks the scanned layers that stand in the table.
+void LayerEditor::markAssigned() {
+  const std::unordered_set<std::string> assigned = rows_.assignedNames();
+  for (int i = 0; i < scanned_->count(); ++i) {
+    QListWidgetItem* const item = scanned_->item(i);
+    const bool found = assigned.count(settings::LayerRows::foldedName(fromQt(item->text()))) > 0;
+    item->setCheckState(found ? Qt::Checked : Qt::Unchecked);
+  }
+}
+
+bool LayerEditor::namesFile() const {
+  const std::string path = fromQt(path_->text());
+  return !path.empty() && convert::namesFile(convert::findExisting(path));
+}
+
+void LayerEditor::btnScan_Click() {
+  grid_->commit();
+  if (!namesFile()) {
+    QApplication::beep();
+    btnNew_Click();
+    return;
+  }
+  const std::vector<convert::LayerRow> rows = convert::readLayerRows(fromQt(path_->text()));
+  rows_.load(rows);
+  grid_->loadResources();
+  grid_->refresh();
+  markAssigned();
+  ok_->setFocus();
+  if (rows_.leftOut() == 0) return;
+  QMessageBox::information(this, context_.text(1300),
+                           context_.text(3160, {std::to_string(rows.size())}));
+}
+
+void LayerEditor::btnNew_Click() {
+  grid_->commit();
+  rows_.clear();
+  grid_->loadResources();
+  grid_->refresh();
+  markAssigned();
+  ok_->setFocus();
+  path_->clear();
+}
+
+void LayerEditor::btnTake_Click() {
+  grid_->commit();
+  std::vector<std::string> names;
+  for (int i = 0; i < scanned_->count(); ++i) {
+    if (scanned_->item(i)->isSelected()) names.push_back(fromQt(scanned_->item(i)->text()));
+  }
+  rows_.beginChange();
+  rows_.take(names);
+  grid_->refresh();
+  markAssigned();
+}
+
+void LayerEditor::btnLayerbrowse_Click() {
+  ObjFiledialog dialog(context_);
+  dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
+  dialog.DefaultExt = "LAY";
+  dialog.DialogTitle = "Layer Definition File open";
+  dialog.Flags = kOpenFlags;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(path_->text())));
+  const QString path = dialog.ShowOpen(this);
+  if (!path.isEmpty()) path_->setText(path);
+}
+
+QString LayerEditor::askForPath() {
+  ObjFiledialog dialog(context_);
+  dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
+  dialog.setFilename("*.LAY");
+  dialog.DefaultExt = "LAY";
+  dialog.DialogTitle = context_.text(1305);
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(path_->text())));
+  return dialog.ShowSave(this);
+}
+
+bool LayerEditor::saveLayers(QString path) {
+  grid_->commit();
+  if (path.isEmpty()) path = askForPath();
+  if (path.isEmpty()) {
+    QApplication::beep();
+    return false;
+  }
+  if (rows_.leftOut() > 0 &&
+      QMessageBox::warning(
+          this, context_.text(1300), context_.text(3161, {std::to_string(rows_.leftOut())}),
+          QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes) {
+    return false;
+  }
+  const resources::Texts texts = context_.texts();
+  const convert::Messages messages(texts);
+  std::string failure;
+  try {
+    convert::saveLayerRows(fromQt(path), rows_.rows());
+  } catch (const convert::WriteError& error) {
+    failure = messages.unwritableText(fromQt(path), messages.reasonText(error.reason()));
+  } catch (const dxf::ReadError& error) {
+    failure = messages.unreadableText(fromQt(path), messages.reasonText(error.reason()));
+  }
+  if (!failure.empty()) {
+    QMessageBox::critical(this, context_.text(1302), toQt(failure));
+    return false;
+  }
+  rows_.setSaved();
+  path_->setText(path);
+  return true;
+}
+
+void LayerEditor::OKButton_Click() {
+  grid_->commit();
+  if (rows_.modified()) {
+    const auto answer = QMessageBox::warning(
+        this, context_.text(1300), context_.text(1301),
+        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+    if (answer == QMessageBox::Cancel) return;
+    // What could not be saved is not lost.
+    if (answer == QMessageBox::Yes && !saveLayers(path_->text())) return;
+  }
+  accepted_(path_->text());
+  accept();
+}
+
+void LayerEditor::befHilfe_Click() {
+  if (!openHelp(context_, kLayerEditorHelp, this)) {
+    QMessageBox::warning(this, context_.text(956), context_.text(957));
+  }
+}
+
+}  // namespace quillon::ui

@@ -1,0 +1,161 @@
+#include "ui/windows/layer_grid.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <set>
+
+#include "ui/windows/layer_colours.h"
+#include "ui/windows/layer_delegate.h"
+
+namespace quillon::ui {
+namespace {
+
+constexpr int kRowCount = static_cast<int>(settings::LayerRows::kMostRows);
+
+std::size_t at(int row) { return static_cast<std::size_t>(row); }
+
+/// The captions of a header format, in which "^" centres a column and "|" separates columns.
+QStringList headerCaptions(QString format) {
+  QStringList captions;
+  for (const QString& part : format.remove('^').split('|')) captions << part.trimmed();
+  return captions;
+}
+
+}  // namespace
+
+LayerGrid::LayerGrid(AppContext& context, settings::LayerRows& rows, QWidget* parent)
+    : QTableWidget(kRowCount, 2, parent), context_(context), rows_(rows) {
+  setObjectName("grdLayers");
+  setItemDelegate(new LayerDelegate(rows, this));
+  for (int row = 0; row < kRowCount; ++row) {
+    for (const int column : {kName, kLayer}) setItem(row, column, new QTableWidgetItem);
+  }
+  horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+  setTabKeyNavigation(false);
+  connect(this, &QTableWidget::cellChanged, this, &LayerGrid::cellEdited);
+}
+
+void LayerGrid::loadResources() { setHorizontalHeaderLabels(headerCaptions(context_.text(1107))); }
+
+void LayerGrid::refresh() {
+  refreshing_ = true;
+  for (int row = 0; row < kRowCount; ++row) {
+    const convert::LayerRow& shown = rows_.row(at(row));
+    const QString layer = toQt(shown.layer);
+    if (item(row, kName)->text() != toQt(shown.name)) item(row, kName)->setText(toQt(shown.name));
+    if (item(row, kLayer)->text() == layer) continue;
+    item(row, kLayer)->setText(layer);
+    item(row, kLayer)->setIcon(layerSwatch(layer));
+  }
+  refreshing_ = false;
+}
+
+void LayerGrid::commit() {
+  // Moving the current cell ends an edit with its text.
+  if (state() == EditingState)
+    setCurrentCell(currentRow(), currentColumn() == kName ? kLayer : kName);
+}
+
+void LayerGrid::cellEdited(int row, int column) {
+  if (refreshing_) return;
+  const std::string text = fromQt(item(row, column)->text());
+  rows_.beginChange();
+  if (column == kName) {
+    rows_.setName(at(row), text);
+    if (rows_.isDuplicate(at(row))) {
+      QMetaObject::invokeMethod(
+          this, [this, row] { warnOfDuplicate(row); }, Qt::QueuedConnection);
+    }
+  } else {
+    // Several selected rows get the layer together.
+    const QList<int> selected = selectedRows();
+    if (selected.contains(row)) {
+      for (const int other : selected) rows_.setLayer(at(other), text);
+    }
+    rows_.setLayer(at(row), text);
+  }
+  changed();
+}
+
+void LayerGrid::warnOfDuplicate(int row) {
+  if (!rows_.isDuplicate(at(row))) return;
+  QMessageBox::critical(this, context_.text(1302), context_.text(1304));
+}
+
+QList<int> LayerGrid::selectedRows() const {
+  std::set<int> rows;
+  for (const QModelIndex& index : selectedIndexes()) rows.insert(index.row());
+  return {rows.begin(), rows.end()};
+}
+
+QString LayerGrid::selectedText() const {
+  QString text;
+  for (const int row : selectedRows()) {
+    text += item(row, kName)->text() + '\t' + item(row, kLayer)->text() + '\n';
+  }
+  return text;
+}
+
+void LayerGrid::pasteText(const QString& text) {
+  rows_.beginChange();
+  int row = std::max(currentRow(), 0);
+  const QStringList lines = QString(text).remove('\r').split('\n');
+  for (const QString& line : lines) {
+    if (row == kRowCount || (line.isEmpty() && &line == &lines.back())) break;
+    const QStringList cells = line.split('\t');
+    rows_.setName(at(row), fromQt(cells[0].trimmed()));
+    if (cells.size() > 1) rows_.setLayer(at(row), fromQt(cells[1].trimmed()));
+    ++row;
+  }
+  changed();
+}
+
+void LayerGrid::clearSelectedRows() {
+  rows_.beginChange();
+  for (const int row : selectedRows()) rows_.clearRow(at(row));
+  changed();
+}
+
+void LayerGrid::undo() {
+  if (rows_.undo()) changed();
+}
+
+void LayerGrid::changed() {
+  refresh();
+  if (onChanged) onChanged();
+}
+
+void LayerGrid::moveDown() {
+  if (currentRow() + 1 < kRowCount) setCurrentCell(currentRow() + 1, currentColumn());
+}
+
+void LayerGrid::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Copy)) {
+    QGuiApplication::clipboard()->setText(selectedText());
+  } else if (event->matches(QKeySequence::Paste)) {
+    pasteText(QGuiApplication::clipboard()->text());
+  } else if (event->matches(QKeySequence::Undo)) {
+    undo();
+  } else if (event->key() == Qt::Key_Delete) {
+    clearSelectedRows();
+  } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    // From inside a cell, its text has to get there first.
+    const auto how = state() == EditingState ? Qt::QueuedConnection : Qt::DirectConnection;
+    QMetaObject::invokeMethod(
+        this, [this] { moveDown(); }, how);
+  } else if (event->key() == Qt::Key_Backtab || event->key() == Qt::Key_Tab) {
+    event->ignore();  // leaves the table
+  } else if (currentColumn() == kLayer && !isLayerKey(event->key(), event->text())) {
+    QApplication::beep();
+  } else {
+    QTableWidget::keyPressEvent(event);
+  }
+}
+
+}  // namespace quillon::ui

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QTableWidget>
+#include <functional>
+
+#include "ui/settings/layer_rows.h"
+#include "ui/windows/app_context.h"
+
+namespace quillon::ui {
+
+/// The table of the layer editor: the DXF layer and its EAGLE layer, in as many rows as a file can
+/// have. Shows LayerRows and puts edits into it.
+class LayerGrid : public QTableWidget {
+ public:
+  static constexpr int kName = 0;
+  static constexpr int kLayer = 1;
+
+  LayerGrid(AppContext& context, settings::LayerRows& rows, QWidget* parent);
+
+  /// Sets the header from the string table.
+  void loadResources();
+  /// Shows all rows anew.
+  void refresh();
+  /// Ends an edit that is going on, with its text in the cell.
+  void commit();
+  /// Puts rows in place of the selection on: name, tab, layer on each line.
+  void pasteText(const QString& text);
+  QString selectedText() const;
+  void clearSelectedRows();
+  void undo();
+
+  std::function<void()> onChanged;  ///< after the table has changed
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void cellEdited(int row, int column);
+  void warnOfDuplicate(int row);
+  QList<int> selectedRows() const;
+  void changed();
+  void moveDown();
+
+  AppContext& context_;
+  settings::LayerRows& rows_;
+  bool refreshing_ = false;
+};
+
+}  // namespace quillon::ui

@@ -1,0 +1,357 @@
+#include "ui/windows/layer_editor.h"
+
+#include <QClipboard>
+#include <QFileDialog>
+
+#include "ui/windows/window_fixture.h"
+
+namespace quillon::ui {
+namespace {
+
+class LayerEditorTest : public WindowTest {
+ protected:
+  LayerEditor& open(const QString& file = {}) {
+    editor = std::make_unique<LayerEditor>(
+        context, file, [this](const QString& path) { accepted << path; }, nullptr);
+    editor->show();
+    return *editor;
+  }
+  LayerGrid& grid() { return *static_cast<LayerGrid*>(&find<QTableWidget>(*editor, "grdLayers")); }
+  QString cell(int row, int column) { return grid().item(row, column)->text(); }
+  QListWidget& scanned() { return find<QListWidget>(*editor, "lstScanDXF"); }
+  QLineEdit& pathField() { return find<QLineEdit>(*editor, "txtLayerDatei"); }
+  /// Lets events run and closed editors go.
+  static void settle() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  /// Types into a cell and confirms with Enter.
+  void type(int row, int column, const QString& text) {
+    grid().setCurrentCell(row, column);
+    grid().editItem(grid().item(row, column));
+    auto* const field = grid().findChild<QLineEdit*>("txtDXFLay");
+    ASSERT_NE(field, nullptr);
+    field->selectAll();
+    QTest::keyClicks(field, text);
+    QTest::keyClick(field, Qt::Key_Return);
+    settle();
+  }
+  std::string writeLayers(int count) const {
+    std::string text;
+    for (int i = 1; i <= count; ++i) {
+      const std::string n = std::to_string(i);
+      text += "[" + n + "]\r\nlayername=L" + n + "\r\nlayernr=20\r\n";
+    }
+    return folder.write("a.lay", text);
+  }
+  std::string drawingWithLayers(int count) const {
+    testing::DxfBuilder dxf;
+    for (int i = 1; i <= count; ++i) dxf.layer("L" + std::to_string(i));
+    return folder.write("a.dxf", dxf.text());
+  }
+
+  std::unique_ptr<LayerEditor> editor;
+  QStringList accepted;
+};
+
+TEST_F(LayerEditorTest, OpensWithTheAssignmentsOfTheFile) {
+  folder.write("a.lay", "[1]\nlayername=OUTLINE\nlayernr=20\n[2]\nlayername=x\nlayernr=50\n");
+  open(path("a.lay"));
+  EXPECT_EQ(cell(0, 0), "OUTLINE");
+  EXPECT_EQ(cell(0, 1), "20 Dimension (B)");
+  EXPECT_EQ(cell(1, 1), "51 tDocu (B)");
+  EXPECT_EQ(pathField().text(), path("a.lay"));
+  EXPECT_EQ(grid().rowCount(), 490);
+  EXPECT_EQ(grid().horizontalHeaderItem(0)->text(), "DXF Layer");
+  EXPECT_EQ(grid().horizontalHeaderItem(1)->text(), "EAGLE Layer");
+}
+
+TEST_F(LayerEditorTest, StartsEmptyWithoutAFile) {
+  for (const QString& file : {QString(), path("none.lay"), QString("C:"), QString("C:\\")}) {
+    open(file);
+    EXPECT_EQ(cell(0, 0), "");
+    EXPECT_EQ(pathField().text(), "");
+  }
+}
+
+TEST_F(LayerEditorTest, ListsTheLayersOfTheDrawingAndChecksThoseInTheTable) {
+  writeLayers(1);
+  open(path("a.lay")).layerScanDXF(toQt(drawingWithLayers(3)));
+  ASSERT_EQ(scanned().count(), 3);
+  EXPECT_EQ(scanned().item(0)->text(), "L1");
+  EXPECT_EQ(scanned().item(0)->checkState(), Qt::Checked);
+  EXPECT_EQ(scanned().item(1)->checkState(), Qt::Unchecked);
+  editor->layerScanDXF(path("none.dxf"));
+  EXPECT_EQ(scanned().count(), 0);
+}
+
+TEST_F(LayerEditorTest, TakesSelectedLayersOnce) {
+  open().layerScanDXF(toQt(drawingWithLayers(4)));
+  scanned().item(1)->setSelected(true);
+  scanned().item(3)->setSelected(true);
+  click(*editor, "btnTake");
+  click(*editor, "btnTake");
+  EXPECT_EQ(cell(0, 0), "L2");
+  EXPECT_EQ(cell(1, 0), "L4");
+  EXPECT_EQ(cell(2, 0), "");
+  EXPECT_EQ(scanned().item(3)->checkState(), Qt::Checked);
+}
+
+TEST_F(LayerEditorTest, ADoubleClickTakesALayer) {
+  open().layerScanDXF(toQt(drawingWithLayers(2)));
+  scanned().item(1)->setSelected(true);
+  Q_EMIT scanned().itemDoubleClicked(scanned().item(1));
+  EXPECT_EQ(cell(0, 0), "L2");
+}
+
+TEST_F(LayerEditorTest, TypesNamesAndNumbersAndEnterGoesDown) {
+  open();
+  type(0, 0, "Outline");
+  EXPECT_EQ(cell(0, 0), "Outline");
+  type(0, 1, "20");
+  EXPECT_EQ(cell(0, 1), "20 Dimension (B)");
+  grid().setCurrentCell(0, 1);
+  QTest::keyClick(&grid(), Qt::Key_Return);
+  EXPECT_EQ(grid().currentRow(), 1);
+  EXPECT_EQ(grid().currentColumn(), 1);
+}
+
+TEST_F(LayerEditorTest, LettersAreDiscardedInTheLayerColumn) {
+  open();
+  type(0, 1, "a2b0x");
+  EXPECT_EQ(cell(0, 1), "20 Dimension (B)");
+  grid().setCurrentCell(1, 1);
+  QTest::keyClick(&grid(), Qt::Key_X);
+  EXPECT_EQ(cell(1, 1), "");
+  settle();
+  EXPECT_EQ(grid().findChild<QLineEdit*>("txtDXFLay"), nullptr);
+}
+
+TEST_F(LayerEditorTest, ChoosesALayerFromTheList) {
+  open();
+  grid().setCurrentCell(0, 1);
+  grid().editItem(grid().item(0, 1));
+  auto* const list = grid().findChild<QComboBox*>("cboLayer");
+  ASSERT_NE(list, nullptr);
+  EXPECT_EQ(list->count(), 256);
+  list->setCurrentIndex(15);
+  QMetaObject::invokeMethod(list, "activated", Q_ARG(int, 15));
+  EXPECT_EQ(cell(0, 1), "16 Bottom (B)");
+}
+
+TEST_F(LayerEditorTest, TheOpenedListFindsAnEntryByAnyPartOfIt) {
+  open();
+  grid().setCurrentCell(0, 1);
+  grid().editItem(grid().item(0, 1));
+  auto* const list = grid().findChild<QComboBox*>("cboLayer");
+  ASSERT_NE(list, nullptr);
+  list->view()->keyboardSearch("d");
+  list->view()->keyboardSearch("i");
+  list->view()->keyboardSearch("m");
+  EXPECT_EQ(list->view()->currentIndex().data().toString(), "20 Dimension (B)");
+}
+
+TEST_F(LayerEditorTest, TellsOfANameThatIsUsedAlready) {
+  open();
+  type(0, 0, "Outline");
+  whenAsked(QMessageBox::Ok);
+  type(3, 0, "OUTLINE");
+  QTest::qWait(50);
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_EQ(boxTitle, "Error");
+  EXPECT_EQ(boxText, "This Layername will be used already!");
+  EXPECT_EQ(cell(3, 0), "OUTLINE");
+}
+
+TEST_F(LayerEditorTest, SeveralRowsGetOneLayerTogether) {
+  open();
+  for (int row = 0; row < 3; ++row) type(row, 0, "L" + QString::number(row));
+  grid().clearSelection();
+  grid().setRangeSelected({0, 1, 2, 1}, true);
+  grid().setCurrentCell(0, 1, QItemSelectionModel::NoUpdate);
+  grid().item(0, 1)->setText("21");
+  for (int row = 0; row < 3; ++row) EXPECT_EQ(cell(row, 1), "21 tPlace (B)");
+  EXPECT_EQ(cell(3, 1), "");
+}
+
+TEST_F(LayerEditorTest, DelClearsRowsAndUndoBringsThemBack) {
+  writeLayers(3);
+  open(path("a.lay"));
+  grid().setRangeSelected({0, 0, 1, 0}, true);
+  QTest::keyClick(&grid(), Qt::Key_Delete);
+  EXPECT_EQ(cell(0, 0) + cell(0, 1) + cell(1, 0), "");
+  EXPECT_EQ(cell(2, 0), "L3");
+  QTest::keySequence(&grid(), QKeySequence::Undo);
+  EXPECT_EQ(cell(0, 0), "L1");
+  EXPECT_EQ(cell(1, 1), "20 Dimension (B)");
+}
+
+TEST_F(LayerEditorTest, RowsAreCopiedAndPastedAsTabbedText) {
+  writeLayers(2);
+  open(path("a.lay"));
+  grid().setRangeSelected({0, 0, 1, 1}, true);
+  QTest::keySequence(&grid(), QKeySequence::Copy);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "L1\t20 Dimension (B)\nL2\t20 Dimension (B)\n");
+  QGuiApplication::clipboard()->setText("A\t16\r\nB\t999\r\n");
+  grid().setCurrentCell(5, 0);
+  QTest::keySequence(&grid(), QKeySequence::Paste);
+  EXPECT_EQ(cell(5, 0) + "=" + cell(5, 1), "A=16 Bottom (B)");
+  EXPECT_EQ(cell(6, 0) + "=" + cell(6, 1), "B=999 unconverted");
+  EXPECT_EQ(cell(7, 0), "");
+}
+
+TEST_F(LayerEditorTest, SavesUnderANewName) {
+  open();
+  type(0, 0, "Outline");
+  type(0, 1, "20");
+  whenModal<QFileDialog>([this](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Save Layer Definition File");
+    dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path("new"));
+    QMetaObject::invokeMethod(&dialog, "accept");
+  });
+  click(*editor, "btnSave");
+  EXPECT_EQ(folder.read("new.LAY"), "[1]\r\nlayername=Outline\r\nlayernr=20\r\n");
+  EXPECT_EQ(pathField().text(), path("new.LAY"));
+}
+
+TEST_F(LayerEditorTest, ACancelledSaveSavesNothing) {
+  open();
+  whenModal<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
+  EXPECT_FALSE(editor->saveLayers({}));
+}
+
+TEST_F(LayerEditorTest, OkOnAnUnmodifiedTableHandsThePathOverWithoutAsking) {
+  writeLayers(1);
+  open(path("a.lay"));
+  click(*editor, "OKButton");
+  EXPECT_EQ(accepted, QStringList{path("a.lay")});
+  EXPECT_FALSE(editor->isVisible());
+  EXPECT_EQ(modalWindows, 0);
+}
+
+TEST_F(LayerEditorTest, OkOnAModifiedTableAsks) {
+  writeLayers(1);
+  open(path("a.lay"));
+  type(1, 0, "new");
+  type(1, 1, "21");
+  whenAsked(QMessageBox::Cancel);
+  click(*editor, "OKButton");
+  EXPECT_EQ(boxTitle, "Warning");
+  EXPECT_EQ(boxText, "Layer Definition File file wasn't saved. Save now?");
+  EXPECT_TRUE(editor->isVisible());
+  EXPECT_TRUE(accepted.isEmpty());
+  whenAsked(QMessageBox::Yes);
+  click(*editor, "OKButton");
+  EXPECT_EQ(accepted, QStringList{path("a.lay")});
+  EXPECT_TRUE(folder.read("a.lay").ends_with("[2]\r\nlayername=new\r\nlayernr=21\r\n"));
+}
+
+TEST_F(LayerEditorTest, OkWithoutSavingKeepsTheFile) {
+  const std::string file = writeLayers(1);
+  const std::string before = folder.read("a.lay");
+  open(path("a.lay"));
+  type(1, 0, "new");
+  whenAsked(QMessageBox::No);
+  click(*editor, "OKButton");
+  EXPECT_EQ(accepted, QStringList{path("a.lay")});
+  EXPECT_EQ(folder.read("a.lay"), before);
+}
+
+TEST_F(LayerEditorTest, CancelHandsNothingOver) {
+  open();
+  type(0, 0, "new");
+  click(*editor, "CancelButton");
+  EXPECT_TRUE(accepted.isEmpty());
+  EXPECT_EQ(modalWindows, 0);
+}
+
+TEST_F(LayerEditorTest, ALongFileShowsItsFirst490AssignmentsAndSavingAsksFirst) {
+  writeLayers(600);
+  const std::string before = folder.read("a.lay");
+  whenAsked(QMessageBox::Ok);
+  open(path("a.lay"));
+  EXPECT_EQ(boxText, "The file holds 600 assignments. The table shows the first 490.");
+  EXPECT_EQ(cell(489, 0), "L490");
+  whenAsked(QMessageBox::No);
+  click(*editor, "btnSave");
+  EXPECT_TRUE(boxText.startsWith("The file holds 110 more assignments")) << fromQt(boxText);
+  EXPECT_EQ(folder.read("a.lay"), before);
+  whenAsked(QMessageBox::Yes);
+  click(*editor, "btnSave");
+  EXPECT_TRUE(folder.read("a.lay").ends_with("[490]\r\nlayername=L490\r\nlayernr=20\r\n"));
+}
+
+TEST_F(LayerEditorTest, SaysWhenAFileCannotBeSaved) {
+  open();
+  type(0, 0, "a");
+  whenAsked(QMessageBox::Ok);
+  EXPECT_FALSE(editor->saveLayers(path("")));
+  EXPECT_EQ(boxTitle, "Error");
+}
+
+TEST_F(LayerEditorTest, BrowsesForAFile) {
+  writeLayers(1);
+  open();
+  whenModal<QFileDialog>([this](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Layer Definition File open");
+    dialog.setDirectory(toQt(folder.path().string()));
+    dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path("a.lay"));
+    QMetaObject::invokeMethod(&dialog, "accept");
+  });
+  click(*editor, "btnLayerbrowse");
+  EXPECT_EQ(pathField().text(), path("a.lay"));
+  click(*editor, "btnScan");
+  EXPECT_EQ(cell(0, 0), "L1");
+  click(*editor, "btnNew");
+  EXPECT_EQ(cell(0, 0), "");
+  EXPECT_EQ(pathField().text(), "");
+}
+
+TEST_F(LayerEditorTest, TellsThatTheHelpIsMissing) {
+  open();
+  whenAsked(QMessageBox::Ok);
+  click(*editor, "befHilfe");
+  EXPECT_EQ(boxTitle, "File Error");
+  EXPECT_EQ(boxText, "Can't find Help file");
+}
+
+TEST_F(LayerEditorTest, ThousandsOfLayersStayInstant) {
+  open();
+  QElapsedTimer timer;
+  timer.start();
+  editor->layerScanDXF(toQt(drawingWithLayers(5000)));
+  scanned().selectAll();
+  click(*editor, "btnTake");
+  EXPECT_EQ(cell(489, 0), "L490");
+  EXPECT_LT(timer.elapsed(), 5000);  // a busy machine with sanitizers has to pass, too
+}
+
+TEST_F(LayerEditorTest, TheMainWindowTakesTheFileAndConvertsWithIt) {
+  MainWindow main(context);
+  main.LoadSettings();
+  find<QCheckBox>(main, "chkReport").setChecked(false);
+  testing::DxfBuilder dxf;
+  dxf.layer("Outline").layer("hidden").layer("rest");
+  for (const char* layer : {"OUTLINE", "hidden", "rest"}) {
+    dxf.entity("LINE", {{8, layer}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "2"}});
+  }
+  main.setDrawing(toQt(folder.write("part.dxf", dxf.text())));
+  main.show();
+  click(main, "befLayeredit");
+  auto& opened = static_cast<LayerEditor&>(find<QDialog>(main, "frmLayers"));
+  auto& table = static_cast<LayerGrid&>(find<QTableWidget>(opened, "grdLayers"));
+  EXPECT_EQ(find<QListWidget>(opened, "lstScanDXF").count(), 3);
+  table.setCurrentCell(0, 0);
+  table.pasteText("Outline\t21\nHIDDEN\t999\n");
+  EXPECT_TRUE(opened.saveLayers(path("my.lay")));
+  click(opened, "OKButton");
+  EXPECT_EQ(find<QLabel>(main, "labLayerDatei").text(), path("my.lay"));
+  EXPECT_EQ(main.befStart_Click().outcome, convert::Outcome::Converted);
+  const std::string script = folder.read("part.scr");
+  EXPECT_NE(script.find("Layer  21 ;\r\nWire "), std::string::npos) << script;
+  EXPECT_NE(script.find("Layer  20 ;\r\nWire "), std::string::npos) << script;
+  EXPECT_EQ(script.find("999"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace quillon::ui
