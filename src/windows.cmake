@@ -32,6 +32,7 @@ target_compile_definitions(quillon_windows PRIVATE
 
 add_library(quillon_program STATIC
   app/window/dialog_progress.cpp
+  app/window/display.cpp
   app/window/main.cpp)
 target_link_libraries(quillon_program PUBLIC quillon_windows quillon_unattended)
 

@@ -270,6 +270,7 @@ class Conversion {
     result_.rangeWarning = script.rangeWarning();
     result_.extents = script.extents();
     result_.counts = translator.counts();
+    result_.leftOut = translator.leftOut();
     for (const auto& [name, count] : drawing_->unknownKinds) {
       result_.unknownKinds[dxf::toUtf8(name, drawing_->encoding)] += count;
     }

@@ -49,6 +49,7 @@ struct ConversionResult {
   std::uint64_t linesRead = 0;
   std::uint64_t commandCount = 0;
   emit::EntityCounts counts{};
+  std::uint64_t leftOut = 0;                          ///< entities on layers assigned to 999
   std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8
   emit::Extents extents;
   bool rangeWarning = false;

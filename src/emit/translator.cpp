@@ -113,7 +113,11 @@ void Translator::translateBlock(std::size_t blockIndex, const Placement& placeme
   expanding_[blockIndex] = 0;
 }
 
-int Translator::layerOf(const DxfEntity& entity) { return layers_.layerNumber(*entity.layer); }
+int Translator::layerOf(const DxfEntity& entity) {
+  const int layer = layers_.layerNumber(*entity.layer);
+  if (layer == kNotConverted) ++leftOut_;
+  return layer;
+}
 
 const DashPattern* Translator::dashesOf(const DxfEntity& entity) {
   if (!context_.settings.dotted) return nullptr;

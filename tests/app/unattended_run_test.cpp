@@ -239,6 +239,12 @@ TEST_F(WindowRunTest, AnInterruptCancels) {
   EXPECT_EQ(folder.read("out.scr"), framed(""));
 }
 
+TEST_F(UnattendedTest, ADisplayThatIsNotThereDoesNotStopARun) {
+  write("part.dxf", oneLine());
+  call.environment.emplace_back("DISPLAY=:4711");
+  expectResult(run({"/x:part.dxf", "/s:out.scr", "/ru"}), 0, "", written("out.scr", 9));
+}
+
 TEST_F(UnattendedTest, WithoutADisplayTheWindowIsRefusedWithAHint) {
   expectResult(run({}), 2, "",
                "quillon: There is no display to show the window on. With /ru one drawing, with /rx "

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QScreen>
-#include <cstdlib>
 
 #include "app/console/console.h"
 #include "app/console/interrupt.h"
@@ -10,26 +9,13 @@
 #include "app/unattended/start_up.h"
 #include "app/unattended/unattended_run.h"
 #include "app/window/dialog_progress.h"
+#include "app/window/display.h"
 #include "ui/windows/app_icon.h"
 #include "ui/windows/main_window.h"
 #include "ui/windows/splash.h"
 
 namespace quillon::window {
 namespace {
-
-bool isSet(const char* variable) {
-  const char* const value = std::getenv(variable);
-  return value != nullptr && *value != '\0';
-}
-
-/// Without a display Qt would end the program.
-bool hasDisplay() {
-#if defined(_WIN32) || defined(__APPLE__)
-  return true;
-#else
-  return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
-#endif
-}
 
 void centre(QWidget& window) {
   const QRect screen = window.screen()->availableGeometry();

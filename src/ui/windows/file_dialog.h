@@ -5,8 +5,6 @@
 #include <array>
 #include <cstdint>
 
-#include "ui/windows/app_context.h"
-
 namespace quillon::ui {
 
 /// Flags of Windows' file dialogs.
@@ -37,8 +35,6 @@ struct FileDialogRecord {
 /// A file dialog; one object for each use.
 class ObjFiledialog {
  public:
-  explicit ObjFiledialog(const AppContext& context) : context_(context) {}
-
   QString DefaultExt;
   QString DialogTitle;
   QString Filter;  ///< free filter text: pairs of text and pattern, separated by NUL
@@ -67,7 +63,6 @@ class ObjFiledialog {
   QString show(const QString& intent, QWidget* owner);
   QString filterText() const;
 
-  const AppContext& context_;
   QString filename_;
 };
 

@@ -225,7 +225,7 @@ void LayerEditor::btnTake_Click() {
 }
 
 void LayerEditor::btnLayerbrowse_Click() {
-  ObjFiledialog dialog(context_);
+  ObjFiledialog dialog;
   dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
   dialog.DefaultExt = "LAY";
   dialog.DialogTitle = "Layer Definition File open";
@@ -236,7 +236,7 @@ void LayerEditor::btnLayerbrowse_Click() {
 }
 
 QString LayerEditor::askForPath() {
-  ObjFiledialog dialog(context_);
+  ObjFiledialog dialog;
   dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
   dialog.setFilename("*.LAY");
   dialog.DefaultExt = "LAY";

@@ -166,7 +166,7 @@ convert::ConversionResult MainWindow::befStart_Click() {
 }
 
 void MainWindow::browseForDrawing() {
-  ObjFiledialog dialog(context_);
+  ObjFiledialog dialog;
   dialog.setFilename("*.*");
   dialog.Filter1Text = context_.text(961);
   // Every file, so that drawings of any extension can be chosen: intended.
@@ -179,7 +179,7 @@ void MainWindow::browseForDrawing() {
 }
 
 void MainWindow::browseForScript() {
-  ObjFiledialog dialog(context_);
+  ObjFiledialog dialog;
   dialog.setFilename("*.SCR");
   dialog.Filter1Text = context_.text(963);
   dialog.Filter1Suffix = "*.scr";
@@ -193,7 +193,7 @@ void MainWindow::browseForScript() {
 }
 
 void MainWindow::browseForName() {
-  ObjFiledialog dialog(context_);
+  ObjFiledialog dialog;
   dialog.setFilename("*");
   dialog.Filter1Text = "BRD_SCH_LBR_Name";
   dialog.Filter1Suffix = "*";

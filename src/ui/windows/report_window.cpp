@@ -67,7 +67,7 @@ void ReportWindow::loadInfo(std::string_view report) {
 }
 
 void ReportWindow::save() {
-  ObjFiledialog dialog(context_);
+  ObjFiledialog dialog;
   dialog.Filter1Text = context_.text(3153);
   dialog.Filter1Suffix = "*.txt";
   dialog.DefaultExt = "txt";

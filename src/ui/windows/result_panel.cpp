@@ -72,6 +72,7 @@ QString ResultPanel::resultText(const convert::ConversionResult& result) const {
         << context_.text(3141, {std::to_string(result.commandCount), script});
   const std::string unknown = convert::unknownKindsText(result);
   if (!unknown.empty()) lines << context_.text(3142, {unknown});
+  if (result.leftOut > 0) lines << context_.text(3148, {std::to_string(result.leftOut)});
   if (result.outcome == convert::Outcome::Cancelled) lines << context_.text(3146);
   if (result.rangeWarning) lines << context_.text(3147);
   if (!command_.isEmpty()) lines << context_.text(3143, {fromQt(command_)});

@@ -4,6 +4,7 @@
 #include <QFileDialog>
 
 #include "convert/paths.h"
+#include "ui/windows/app_context.h"
 
 namespace quillon::ui {
 namespace {

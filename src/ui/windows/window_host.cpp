@@ -47,7 +47,7 @@ void WindowHost::tell(const convert::Message& message) {
 }
 
 std::string WindowHost::chooseDxfFile(const convert::FileQuestion& question) {
-  ObjFiledialog dialog(context_);
+  ObjFiledialog dialog;
   dialog.DialogTitle = toQt(question.title);
   dialog.Filter1Text = toQt(question.filterText);
   dialog.Filter1Suffix = toQt(question.filterPattern);

@@ -104,7 +104,7 @@ class FileDialogTest : public WindowTest {
     QString out(text);
     return out.replace('|', QChar(u'\0'));
   }
-  ObjFiledialog dialog{context};
+  ObjFiledialog dialog;
 };
 
 TEST_F(FileDialogTest, WithoutAFilterShowsAllFiles) {
