@@ -14,6 +14,7 @@ add_library(quillon_windows STATIC
   ui/windows/main_window.cpp
   ui/windows/path_edit.cpp
   ui/windows/progress_dialog.cpp
+  ui/windows/question.cpp
   ui/windows/report_window.cpp
   ui/windows/result_panel.cpp
   ui/windows/save_failure.cpp

@@ -27,7 +27,7 @@ class UnattendedHostTest : public ::testing::Test {
 
 TEST_F(UnattendedHostTest, PrintsTitleAndLinesOfAMessage) {
   EXPECT_EQ(printedBy([this] {
-              host.tell({MessageKind::Error, "File Error", "one\rtwo\r   ", "one\rtwo\r   "});
+              host.tell({MessageKind::Error, "File Error", "one\rtwo\r   ", "one two"});
             }),
             "quillon: File Error: one two\n");
 }
@@ -39,9 +39,17 @@ TEST_F(UnattendedHostTest, PrintsTheDetailWhereItSaysMore) {
             "quillon: Error: It failed.\n  a.dxf:3: no group code\n");
 }
 
+TEST_F(UnattendedHostTest, DoesNotRepeatAMessageInItsDetail) {
+  EXPECT_EQ(
+      printedBy([this] {
+        host.tell({MessageKind::Warning, "Warning", "out\rof range\r  ", "a.dxf: out of range"});
+      }),
+      "quillon: Warning: a.dxf: out of range\n");
+}
+
 TEST_F(UnattendedHostTest, EscapesControlCharactersOfNames) {
   EXPECT_EQ(printedBy([this] {
-              host.tell({MessageKind::Error, "Error", "a\x1b[2Jb\rc", "a\x1b[2Jb\rc"});
+              host.tell({MessageKind::Error, "Error", "a\x1b[2Jb\rc", "a\\x1b[2Jb c"});
             }),
             "quillon: Error: a\\x1b[2Jb c\n");
 }

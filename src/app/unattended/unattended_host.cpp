@@ -5,6 +5,23 @@
 #include "convert/messages.h"
 
 namespace quillon::unattended {
+namespace {
+
+/// The lines of a message box in one.
+std::string oneLine(std::string_view lines) {
+  std::string text;
+  while (true) {
+    const std::size_t stop = std::min(lines.find('\r'), lines.size());
+    text += convert::quotable(lines.substr(0, stop));
+    if (stop == lines.size()) break;
+    text += ' ';
+    lines.remove_prefix(stop + 1);
+  }
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
+
+}  // namespace
 
 bool UnattendedHost::ask(const convert::Message& question) {
   print(question);
@@ -13,9 +30,14 @@ bool UnattendedHost::ask(const convert::Message& question) {
 }
 
 void UnattendedHost::tell(const convert::Message& message) {
+  // The box says what is wrong, the detail where and what to do; often it says the same once more.
+  const std::string text = oneLine(message.text);
+  if (message.detail.ends_with(text)) {
+    console_.printError("quillon: " + message.title + ": " + message.detail + "\n");
+    return;
+  }
   print(message);
-  // The box says what is wrong, the detail where and what to do.
-  if (message.detail != message.text) console_.printError("  " + message.detail + "\n");
+  console_.printError("  " + message.detail + "\n");
 }
 
 void UnattendedHost::showReport(std::string_view report) {
@@ -25,17 +47,7 @@ void UnattendedHost::showReport(std::string_view report) {
 }
 
 void UnattendedHost::print(const convert::Message& message) {
-  std::string text = "quillon: " + message.title + ": ";
-  std::string_view rest = message.text;
-  while (true) {
-    const std::size_t stop = std::min(rest.find('\r'), rest.size());
-    text += convert::quotable(rest.substr(0, stop));
-    if (stop == rest.size()) break;
-    text += ' ';
-    rest.remove_prefix(stop + 1);
-  }
-  text.erase(text.find_last_not_of(' ') + 1);
-  console_.printError(text + "\n");
+  console_.printError("quillon: " + message.title + ": " + oneLine(message.text) + "\n");
 }
 
 }  // namespace quillon::unattended

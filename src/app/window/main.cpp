@@ -38,7 +38,7 @@ int runUnattended(ui::AppContext& context, const ui::MainWindow& window) {
 int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
   const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
   const unattended::StartUp start = unattended::readArguments(arguments);
-  if (!hasDisplay()) {
+  if (!hasDisplay(argc, argv)) {
     if (start.unattended()) return unattended::Main(arguments, programFolder);
     const settings::SettingsStore store(programFolder);
     const resources::Texts texts(settings::loadLanguage(store));

@@ -33,7 +33,9 @@ void LayerRows::clear() {
 void LayerRows::load(const std::vector<convert::LayerRow>& rows) {
   clear();
   const std::size_t shown = std::min(rows.size(), kMostRows);
-  for (std::size_t i = 0; i < shown; ++i) rows_[i] = {rows[i].name, entryOf(rows[i].layer)};
+  for (std::size_t i = 0; i < shown; ++i) {
+    rows_[i] = {{rows[i].name, entryOf(rows[i].layer)}, rows[i].layer};
+  }
   leftOut_ = rows.size() - shown;
 }
 
@@ -44,6 +46,16 @@ std::string LayerRows::entryOf(const std::string& layer) const {
   if (number == kUnconverted) return entries_.back();
   if (number != std::floor(number) || number < 1.0 || number > kLastLayer) return layer;
   return entries_[static_cast<std::size_t>(number) - 1];
+}
+
+std::vector<convert::LayerRow> LayerRows::rows() const {
+  std::vector<convert::LayerRow> rows;
+  rows.reserve(rows_.size());
+  // Where a neighbour is shown, the number of the file is kept.
+  for (const Row& row : rows_) {
+    rows.push_back({row.name, row.number.empty() ? row.layer : row.number});
+  }
+  return rows;
 }
 
 void LayerRows::setName(std::size_t index, const std::string& name) {
@@ -65,6 +77,7 @@ void LayerRows::setLayer(std::size_t index, const std::string& layer) {
   }
   if (rows_[index].layer == text) return;
   rows_[index].layer = text;
+  rows_[index].number.clear();
   modified_ = true;
 }
 

@@ -20,6 +20,7 @@ class LayerRows {
 
   /// The entries of EAGLE's layers to choose from.
   const std::vector<std::string>& entries() const { return entries_; }
+  /// A row as it is shown.
   const convert::LayerRow& row(std::size_t index) const { return rows_[index]; }
   /// True once something was changed that is not saved.
   bool modified() const { return modified_; }
@@ -30,7 +31,7 @@ class LayerRows {
   /// Shows the assignments of a file.
   void load(const std::vector<convert::LayerRow>& rows);
   /// All rows, for saving.
-  std::vector<convert::LayerRow> rows() const { return {rows_.begin(), rows_.end()}; }
+  std::vector<convert::LayerRow> rows() const;
   void setSaved() {
     modified_ = false;
     leftOut_ = 0;
@@ -55,7 +56,10 @@ class LayerRows {
   bool undo();
 
  private:
-  using Rows = std::array<convert::LayerRow, kMostRows>;
+  struct Row : convert::LayerRow {
+    std::string number;  ///< of the file, as long as the layer is not edited
+  };
+  using Rows = std::array<Row, kMostRows>;
 
   std::string entryOf(const std::string& layer) const;
   std::vector<std::string> entries_;

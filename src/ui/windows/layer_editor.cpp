@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QMessageBox>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "convert/layer_file.h"
@@ -15,6 +16,7 @@
 #include "dxf/text_source.h"
 #include "ui/windows/file_dialog.h"
 #include "ui/windows/help_viewer.h"
+#include "ui/windows/question.h"
 
 namespace quillon::ui {
 namespace {
@@ -116,14 +118,20 @@ void LayerEditor::connectControls() {
     connect(button, &QPushButton::clicked, this, action);
   };
   onClick(browse_, [this] { btnLayerbrowse_Click(); });
-  onClick(scan_, [this] { btnScan_Click(); });
-  onClick(new_, [this] { btnNew_Click(); });
+  onClick(scan_, [this] {
+    if (mayDiscard()) btnScan_Click();
+  });
+  onClick(new_, [this] {
+    if (mayDiscard()) btnNew_Click();
+  });
   onClick(save_, [this] { saveLayers(path_->text()); });
   onClick(saveAs_, [this] { saveLayers({}); });
   onClick(take_, [this] { btnTake_Click(); });
   onClick(help_, [this] { befHilfe_Click(); });
   onClick(ok_, [this] { OKButton_Click(); });
-  onClick(cancel_, [this] { reject(); });
+  onClick(cancel_, [this] { QDialog::reject(); });
+  connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+          [this] { befHilfe_Click(); });
   connect(scanned_, &QListWidget::itemDoubleClicked, this, [this] { btnTake_Click(); });
   grid_->onChanged = [this] { markAssigned(); };
 }
@@ -252,10 +260,15 @@ bool LayerEditor::saveLayers(QString path) {
     QApplication::beep();
     return false;
   }
-  if (rows_.leftOut() > 0 &&
-      QMessageBox::warning(
-          this, context_.text(1300), context_.text(3161, {std::to_string(rows_.leftOut())}),
-          QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes) {
+  // Rows that the table has no room for would be lost, in this file or in the one it replaces.
+  const std::size_t inFile = convert::readLayerRows(fromQt(path)).size();
+  const std::size_t unseen = inFile > settings::LayerRows::kMostRows
+                                 ? inFile - settings::LayerRows::kMostRows
+                                 : rows_.leftOut();
+  if (unseen > 0 &&
+      askQuestion(context_, this, context_.text(1300),
+                  context_.text(3161, {std::to_string(unseen)}), QMessageBox::Yes | QMessageBox::No,
+                  QMessageBox::No) != QMessageBox::Yes) {
     return false;
   }
   const resources::Texts texts = context_.texts();
@@ -277,16 +290,19 @@ bool LayerEditor::saveLayers(QString path) {
   return true;
 }
 
-void LayerEditor::OKButton_Click() {
+bool LayerEditor::mayDiscard() {
   grid_->commit();
-  if (rows_.modified()) {
-    const auto answer = QMessageBox::warning(
-        this, context_.text(1300), context_.text(1301),
-        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
-    if (answer == QMessageBox::Cancel) return;
-    // What could not be saved is not lost.
-    if (answer == QMessageBox::Yes && !saveLayers(path_->text())) return;
-  }
+  if (!rows_.modified()) return true;
+  const auto answer =
+      askQuestion(context_, this, context_.text(1300), context_.text(1301),
+                  QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+  if (answer == QMessageBox::Cancel) return false;
+  // What could not be saved is not lost.
+  return answer == QMessageBox::No || saveLayers(path_->text());
+}
+
+void LayerEditor::OKButton_Click() {
+  if (!mayDiscard()) return;
   accepted_(path_->text());
   accept();
 }

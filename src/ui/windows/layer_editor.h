@@ -21,13 +21,25 @@ class LayerEditor : public QDialog {
   LayerEditor(AppContext& context, const QString& path, std::function<void(QString)> accepted,
               QWidget* parent);
 
+  ~LayerEditor() override { delete grid_; }  // it refers to the rows
+  LayerEditor(const LayerEditor&) = delete;
+  LayerEditor& operator=(const LayerEditor&) = delete;
+
   void loadResources();
   /// Lists the layers of a drawing; without one the list stays empty.
   void layerScanDXF(const QString& drawing);
   /// Saves the table; asks for a file when the path is empty. False when nothing was saved.
   bool saveLayers(QString path);
 
+ protected:
+  /// Esc, and closing the window; the Cancel button does not ask.
+  void reject() override {
+    if (mayDiscard()) QDialog::reject();
+  }
+
  private:
+  /// Asks what to do with a table that is not saved. False to go on with it.
+  bool mayDiscard();
   void makeControls();
   void layOut();
   void connectControls();

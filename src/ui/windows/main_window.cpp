@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QLayout>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QShortcut>
@@ -143,6 +144,7 @@ void MainWindow::fillLayers(int kind) {
 
 convert::ConversionResult MainWindow::befStart_Click() {
   if (progress_ != nullptr) return {};
+  const QPointer<QWidget> focused = focusWidget();
   setCursor(Qt::WaitCursor);
   ProgressDialog progress(context_, this);
   progress_ = &progress;
@@ -160,7 +162,11 @@ convert::ConversionResult MainWindow::befStart_Click() {
   progress.hide();
   progress_ = nullptr;
   setEnabled(true);
+  if (focused != nullptr) focused->setFocus();
   controls_.result->showResult(result);
+  // A label that wraps asks for its height only when it is known how wide it is.
+  layout()->activate();
+  resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
   activateWindow();
   return result;
 }
@@ -175,7 +181,13 @@ void MainWindow::browseForDrawing() {
   dialog.Flags = kOpenFlags;
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtDXFDatei->path())));
   const QString path = dialog.ShowOpen(this);
-  if (!path.isEmpty()) controls_.txtDXFDatei->setPath(path);
+  if (path.isEmpty()) return;
+  // As long as no script was chosen it stands beside the drawing.
+  if (fromQt(controls_.txtScriptdatei->path()) == settings::Settings{}.scriptFile) {
+    setDrawing(path);
+  } else {
+    controls_.txtDXFDatei->setPath(path);
+  }
 }
 
 void MainWindow::browseForScript() {
@@ -207,6 +219,8 @@ void MainWindow::browseForName() {
 
 void MainWindow::befLayeredit_Click() {
   if (layerEditor_ != nullptr) {
+    layerEditor_->loadResources();
+    layerEditor_->layerScanDXF(controls_.txtDXFDatei->path());
     layerEditor_->raise();
     layerEditor_->activateWindow();
     return;
@@ -248,7 +262,8 @@ void MainWindow::chooseLanguage() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (progress_ == nullptr) {
-    event->accept();
+    const bool closed = layerEditor_ == nullptr || layerEditor_->close();
+    event->setAccepted(closed);  // what is not saved in the editor can be kept
     return;
   }
   progress_->cancel();  // the conversion has to end first

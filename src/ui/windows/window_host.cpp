@@ -4,6 +4,7 @@
 #include <QMessageBox>
 
 #include "ui/windows/file_dialog.h"
+#include "ui/windows/question.h"
 #include "ui/windows/report_window.h"
 
 namespace quillon::ui {
@@ -25,13 +26,8 @@ void WindowHost::setProgress(bool writing, int percent) {
 void WindowHost::processEvents() { QCoreApplication::processEvents(); }
 
 bool WindowHost::ask(const convert::Message& question) {
-  QMessageBox box(QMessageBox::Warning, toQt(question.title), boxText(question.text),
-                  QMessageBox::Yes | QMessageBox::No, owner());
-  box.setObjectName("question");
-  box.setTextFormat(Qt::PlainText);
-  box.setDefaultButton(QMessageBox::No);
-  box.setEnabled(true);
-  return box.exec() == QMessageBox::Yes;
+  return askQuestion(context_, owner(), toQt(question.title), boxText(question.text),
+                     QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 
 void WindowHost::tell(const convert::Message& message) {

@@ -27,6 +27,14 @@ TEST_F(LayerRowsTest, Show50To52AsTheirNeighbours) {
   EXPECT_EQ(rows.row(2).layer, " Nutzerdefiniert");
 }
 
+TEST_F(LayerRowsTest, KeepTheNumbersOfTheFileUntilTheyAreEdited) {
+  rows.load({{"a", "50"}, {"b", "51"}, {"c", "52"}});
+  rows.setLayer(0, "20");
+  EXPECT_EQ(rows.rows()[0].layer, "20 Dimension (B)");
+  EXPECT_EQ(rows.rows()[1].layer, "51");
+  EXPECT_EQ(rows.rows()[2].layer, "52");
+}
+
 TEST_F(LayerRowsTest, ShowOtherNumbersAsTheyAre) {
   rows.load({{"a", "0"}, {"b", "256"}, {"c", "16.7"}, {"d", "-3"}});
   EXPECT_EQ(rows.row(0).layer, "0");
