@@ -50,6 +50,10 @@ bool isSaved(const LayerRow& row) {
          ((layer >= 1.0 && layer <= kLastLayer) || layer == kUnconverted);
 }
 
+bool fitsLayerFile(const std::string& name) {
+  return dxf::windows1252ToUtf8(dxf::fromUtf8(name, dxf::Encoding::Windows1252)) == name;
+}
+
 void saveLayerRows(const std::string& path, const std::vector<LayerRow>& rows) {
   const std::filesystem::path target = findForCreation(path);
   IniDocument document(isMissing(target) ? "" : readFile(fromPath(target)));

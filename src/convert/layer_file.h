@@ -18,6 +18,9 @@ std::vector<LayerRow> readLayerRows(const std::string& path);
 /// True for a row that is saved: it has a name, and a layer from 1 to 255, or 999.
 bool isSaved(const LayerRow& row);
 
+/// True when a name can be written as it is: the file has the characters of Windows-1252 alone.
+bool fitsLayerFile(const std::string& name);
+
 /// Replaces the assignments in a file by those of the rows that are saved, in their order; sections
 /// whose name is no number are kept. The file is complete or as it was. Characters that
 /// Windows-1252 lacks become "?". Throws ReadError or WriteError.

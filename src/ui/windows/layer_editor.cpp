@@ -287,7 +287,25 @@ bool LayerEditor::saveLayers(QString path) {
   }
   rows_.setSaved();
   path_->setText(path);
+  tellWhatIsMissing();
   return true;
+}
+
+/// Names the rows that do not stand in the file as they stand in the table.
+void LayerEditor::tellWhatIsMissing() {
+  constexpr int kMostNames = 10;
+  QStringList names;
+  for (const convert::LayerRow& row : rows_.rows()) {
+    if (row.name.empty() || (convert::isSaved(row) && convert::fitsLayerFile(row.name))) continue;
+    if (names.size() == kMostNames) {
+      names << QStringLiteral("…");
+      break;
+    }
+    names << toQt(convert::quotable(row.name));
+  }
+  if (names.isEmpty()) return;
+  QMessageBox::information(this, context_.text(1300),
+                           context_.text(3162, {fromQt(names.join(", "))}));
 }
 
 bool LayerEditor::mayDiscard() {

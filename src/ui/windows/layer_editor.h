@@ -50,6 +50,7 @@ class LayerEditor : public QDialog {
   void befHilfe_Click();
   void OKButton_Click();
   void markAssigned();
+  void tellWhatIsMissing();
   bool namesFile() const;
   QString askForPath();
 

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <set>
+#include <utility>
 
 #include "ui/windows/layer_colours.h"
 #include "ui/windows/layer_delegate.h"
@@ -57,9 +58,13 @@ void LayerGrid::refresh() {
 }
 
 void LayerGrid::commit() {
-  // Moving the current cell ends an edit with its text.
-  if (state() == EditingState)
-    setCurrentCell(currentRow(), currentColumn() == kName ? kLayer : kName);
+  if (state() == EditingState) {
+    // Moving the current cell ends an edit with its text.
+    const int column = currentColumn();
+    setCurrentCell(currentRow(), column == kName ? kLayer : kName);
+    setCurrentCell(currentRow(), column);
+  }
+  warnOfDuplicate();
 }
 
 void LayerGrid::cellEdited(int row, int column) {
@@ -68,10 +73,10 @@ void LayerGrid::cellEdited(int row, int column) {
   rows_.beginChange();
   if (column == kName) {
     rows_.setName(at(row), text);
-    if (rows_.isDuplicate(at(row))) {
-      QMetaObject::invokeMethod(
-          this, [this, row] { warnOfDuplicate(row); }, Qt::QueuedConnection);
-    }
+    // Told when the cell has been left, unless commit() does so before.
+    uncheckedRow_ = row;
+    QMetaObject::invokeMethod(
+        this, [this] { warnOfDuplicate(); }, Qt::QueuedConnection);
   } else {
     // Several selected rows get the layer together.
     const QList<int> selected = selectedRows();
@@ -83,8 +88,9 @@ void LayerGrid::cellEdited(int row, int column) {
   changed();
 }
 
-void LayerGrid::warnOfDuplicate(int row) {
-  if (!rows_.isDuplicate(at(row))) return;
+void LayerGrid::warnOfDuplicate() {
+  const int row = std::exchange(uncheckedRow_, -1);
+  if (row < 0 || !rows_.isDuplicate(at(row))) return;
   QMessageBox::critical(this, context_.text(1302), context_.text(1304));
 }
 
@@ -95,25 +101,35 @@ QList<int> LayerGrid::selectedRows() const {
 }
 
 QString LayerGrid::selectedText() const {
+  std::set<int> columns;
+  for (const QModelIndex& index : selectedIndexes()) columns.insert(index.column());
   QString text;
   for (const int row : selectedRows()) {
-    text += item(row, kName)->text() + '\t' + item(row, kLayer)->text() + '\n';
+    QStringList cells;
+    for (const int column : columns) cells << item(row, column)->text();
+    text += cells.join('\t') + '\n';
   }
   return text;
 }
 
 void LayerGrid::pasteText(const QString& text) {
   rows_.beginChange();
-  int row = std::max(currentRow(), 0);
-  const QStringList lines = QString(text).remove('\r').split('\n');
+  const QList<int> selected = selectedRows();
+  int row = selected.isEmpty() ? std::max(currentRow(), 0) : selected.front();
+  QStringList lines = QString(text).remove('\r').split('\n');
+  if (lines.back().isEmpty()) lines.pop_back();
   for (const QString& line : lines) {
-    if (row == kRowCount || (line.isEmpty() && &line == &lines.back())) break;
+    if (row == kRowCount) break;
     const QStringList cells = line.split('\t');
-    rows_.setName(at(row), fromQt(cells[0].trimmed()));
-    if (cells.size() > 1) rows_.setLayer(at(row), fromQt(cells[1].trimmed()));
+    // One column goes where the cursor is, two are names and their layers.
+    const bool layersOnly = cells.size() == 1 && currentColumn() == kLayer;
+    if (!layersOnly) rows_.setName(at(row), fromQt(cells.front().trimmed()));
+    if (layersOnly || cells.size() > 1) rows_.setLayer(at(row), fromQt(cells.last().trimmed()));
+    if (rows_.isDuplicate(at(row))) uncheckedRow_ = row;
     ++row;
   }
   changed();
+  warnOfDuplicate();
 }
 
 void LayerGrid::clearSelectedRows() {

@@ -23,7 +23,7 @@ class LayerGrid : public QTableWidget {
   void refresh();
   /// Ends an edit that is going on, with its text in the cell.
   void commit();
-  /// Puts rows in place of the selection on: name, tab, layer on each line.
+  /// Puts lines into the rows from the selection on: name, tab, layer; or one column.
   void pasteText(const QString& text);
   QString selectedText() const;
   void clearSelectedRows();
@@ -36,7 +36,7 @@ class LayerGrid : public QTableWidget {
 
  private:
   void cellEdited(int row, int column);
-  void warnOfDuplicate(int row);
+  void warnOfDuplicate();
   QList<int> selectedRows() const;
   void changed();
   void moveDown();
@@ -44,6 +44,7 @@ class LayerGrid : public QTableWidget {
   AppContext& context_;
   settings::LayerRows& rows_;
   bool refreshing_ = false;
+  int uncheckedRow_ = -1;  ///< whose name may be used already, or -1
 };
 
 }  // namespace quillon::ui

@@ -87,6 +87,30 @@ TEST_F(ConversionTest, AsksBeforeItReplacesAScript) {
   EXPECT_TRUE(folder.read("part.scr").starts_with("Set Wire_Bend 2;"));
 }
 
+TEST_F(ConversionTest, TheWindowGrowsForALongResult) {
+  const std::string name(120, 'x');
+  draw(name + ".dxf");
+  window.show();
+  QTest::qWait(20);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  QTest::qWait(20);
+  const auto& text = find<QLabel>(window, "labResult");
+  EXPECT_GE(text.height(), text.heightForWidth(text.width()));
+}
+
+TEST_F(ConversionTest, QuestionsHaveButtonsInTheLanguageOfTheWindow) {
+  context.LanguageOffset = resources::kGerman;
+  draw();
+  folder.write("part.scr", "old");
+  QString yes;
+  whenModal<QMessageBox>([&yes](QMessageBox& box) {
+    yes = box.button(QMessageBox::Yes)->text();
+    box.reject();
+  });
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Ended);
+  EXPECT_EQ(yes, "&Ja");
+}
+
 TEST_F(ConversionTest, AScaleOfZeroIsRefused) {
   draw();
   find<QLineEdit>(window, "txtmasst").setText("0");

@@ -193,11 +193,80 @@ TEST_F(LayerEditorTest, RowsAreCopiedAndPastedAsTabbedText) {
   QTest::keySequence(&grid(), QKeySequence::Copy);
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "L1\t20 Dimension (B)\nL2\t20 Dimension (B)\n");
   QGuiApplication::clipboard()->setText("A\t16\r\nB\t999\r\n");
+  grid().clearSelection();
   grid().setCurrentCell(5, 0);
   QTest::keySequence(&grid(), QKeySequence::Paste);
   EXPECT_EQ(cell(5, 0) + "=" + cell(5, 1), "A=16 Bottom (B)");
   EXPECT_EQ(cell(6, 0) + "=" + cell(6, 1), "B=999 unconverted");
   EXPECT_EQ(cell(7, 0), "");
+}
+
+TEST_F(LayerEditorTest, OneColumnIsPastedWhereTheCursorIs) {
+  writeLayers(2);
+  open(path("a.lay"));
+  QGuiApplication::clipboard()->setText("16\r\n17");
+  grid().setCurrentCell(0, 1);
+  QTest::keySequence(&grid(), QKeySequence::Paste);
+  EXPECT_EQ(cell(0, 0) + "=" + cell(0, 1), "L1=16 Bottom (B)");
+  EXPECT_EQ(cell(1, 0) + "=" + cell(1, 1), "L2=17 Pads (B)");
+  grid().clearSelection();
+  grid().setRangeSelected({0, 1, 1, 1}, true);
+  QTest::keySequence(&grid(), QKeySequence::Copy);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "16 Bottom (B)\n17 Pads (B)\n");
+}
+
+TEST_F(LayerEditorTest, ANameThatIsUsedAlreadyIsToldBeforeTheFileIsSaved) {
+  writeLayers(2);
+  open(path("a.lay"));
+  const std::string before = folder.read("a.lay");
+  grid().setCurrentCell(1, 0);
+  grid().editItem(grid().item(1, 0));
+  auto* const field = grid().findChild<QLineEdit*>("txtDXFLay");
+  ASSERT_NE(field, nullptr);
+  field->setText("l1");
+  std::string whenTold;
+  whenModal<QMessageBox>([this, &whenTold](QMessageBox& box) {
+    boxText = box.text();
+    whenTold = folder.read("a.lay");
+    box.accept();
+  });
+  EXPECT_TRUE(editor->saveLayers(path("a.lay")));
+  EXPECT_EQ(boxText, "This Layername will be used already!");
+  EXPECT_EQ(whenTold, before);
+}
+
+TEST_F(LayerEditorTest, NamesTheRowsThatTheFileCannotHold) {
+  open();
+  grid().setCurrentCell(0, 0);
+  grid().pasteText("good\t20\nŁĄKA\t21\nnone\t\nfar\t300");
+  whenAsked(QMessageBox::Ok);
+  EXPECT_TRUE(editor->saveLayers(path("a.lay")));
+  EXPECT_TRUE(boxText.endsWith(": ŁĄKA, none, far")) << fromQt(boxText);
+}
+
+TEST_F(LayerEditorTest, AModifiedTableIsNotDiscardedWithoutAsking) {
+  writeLayers(1);
+  open(path("a.lay"));
+  type(1, 0, "new");
+  for (const char* button : {"btnNew", "btnScan"}) {
+    whenAsked(QMessageBox::Cancel);
+    click(*editor, button);
+    EXPECT_EQ(cell(1, 0), "new") << button;
+  }
+  whenAsked(QMessageBox::Cancel);
+  editor->close();
+  EXPECT_EQ(modalWindows, 3);
+  EXPECT_TRUE(editor->isVisible());
+}
+
+TEST_F(LayerEditorTest, ReplacingALongFileThatWasNotReadAsksFirst) {
+  writeLayers(600);
+  open();
+  type(0, 0, "A");
+  type(0, 1, "20");
+  whenAsked(QMessageBox::No);
+  EXPECT_FALSE(editor->saveLayers(path("a.lay")));
+  EXPECT_TRUE(boxText.startsWith("The file holds 110 more assignments")) << fromQt(boxText);
 }
 
 TEST_F(LayerEditorTest, SavesUnderANewName) {

@@ -152,6 +152,8 @@ TEST_F(MainWindowTest, BrowsesForTheDrawingInItsFolder) {
   EXPECT_EQ(dialogFilters, QStringList{"DXF files (*)"});
   EXPECT_EQ(dialogFolder, toQt(folder.path().string()));
   EXPECT_EQ(field("txtDXFDatei").text(), path("part.dxf"));
+  // No script was chosen yet, so it goes beside the drawing.
+  EXPECT_EQ(field("txtScriptdatei").text(), path("part.scr"));
 }
 
 TEST_F(MainWindowTest, BrowsesForAScriptThatNeedNotExist) {
