@@ -5,7 +5,7 @@
 
 namespace quillon::unattended {
 
-void ConsoleProgress::begin(std::string_view file) {
+void ConsoleProgress::begin(std::string_view file, bool) {
   label_ = convert::quotable(file);
   readPercent_ = writePercent_ = 0;
 }

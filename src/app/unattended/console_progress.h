@@ -12,7 +12,7 @@ class ConsoleProgress : public ProgressView {
  public:
   explicit ConsoleProgress(console::Console& console) : console_(console) {}
 
-  void begin(std::string_view file) override;
+  void begin(std::string_view file, bool inBatch) override;
   void setStatus(std::string_view) override {}
   void setProgress(bool writing, int percent) override;
   void processEvents() override {}

@@ -9,8 +9,8 @@ class ProgressView {
  public:
   virtual ~ProgressView() = default;
 
-  /// The conversion of a file begins; all is at zero.
-  virtual void begin(std::string_view file) = 0;
+  /// The conversion of a file, alone or in a batch, begins; all is at zero.
+  virtual void begin(std::string_view file, bool inBatch) = 0;
   virtual void setStatus(std::string_view text) = 0;
   virtual void setProgress(bool writing, int percent) = 0;
   virtual void processEvents() = 0;

@@ -45,7 +45,7 @@ Outcome UnattendedRun::convert() {
   surroundings.frame.path = convert::fromPath(store_.programFolder() / "quillon.cfh");
   surroundings.frame.create = true;
   const convert::ConversionJob job = settings::jobOf(settings_, line_);
-  progress_.begin(convert::lastComponent(job.dxfFile));
+  progress_.begin(convert::lastComponent(job.dxfFile), line_.autoRunExit);
   UnattendedHost host(console_, progress_, texts_);
   const ConversionResult result = convert::convertDXF(job, host, surroundings);
   cancelled_ = result.outcome == Outcome::Cancelled || progress_.cancelRequested();

@@ -6,9 +6,9 @@
 
 namespace quillon::window {
 
-void DialogProgress::begin(std::string_view file) {
+void DialogProgress::begin(std::string_view file, bool inBatch) {
   dialog_.loadResources();
-  dialog_.setWindowTitle(ui::toQt(file));
+  if (inBatch) dialog_.setWindowTitle(ui::toQt(file));
   dialog_.show();
 }
 

@@ -10,7 +10,7 @@ class DialogProgress : public unattended::ProgressView {
  public:
   explicit DialogProgress(ui::AppContext& context) : dialog_(context) {}
 
-  void begin(std::string_view file) override;
+  void begin(std::string_view file, bool inBatch) override;
   void setStatus(std::string_view text) override { dialog_.setStatus(text); }
   void setProgress(bool writing, int percent) override;
   void processEvents() override;

@@ -22,6 +22,7 @@ bool isLeft(Qt::FocusReason reason) {
 }  // namespace
 
 PathEdit::PathEdit(QWidget* parent) : QLineEdit(parent) {
+  setAcceptDrops(false);  // the window takes a file that is dropped; as text it would be an address
   connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
     if (!displaying_) path_ = text;
   });

@@ -194,6 +194,12 @@ TEST_F(MainWindowTest, ADroppedFileBecomesTheDrawing) {
   EXPECT_EQ(field("txtScriptdatei").text(), path("a.part.scr"));
 }
 
+TEST_F(MainWindowTest, PathFieldsLeaveADropToTheWindow) {
+  EXPECT_FALSE(field("txtDXFDatei").acceptDrops());
+  EXPECT_FALSE(field("txtScriptdatei").acceptDrops());
+  EXPECT_TRUE(window.acceptDrops());
+}
+
 TEST_F(MainWindowTest, OnlyOneLocalFileCanBeDropped) {
   QMimeData data;
   data.setUrls({QUrl("https://quillon.example/a.dxf")});
