@@ -75,7 +75,7 @@ fs::path programFolder() {
 
 fs::path frameFilePath() {
   const fs::path folder = programFolder();
-  return folder.empty() ? fs::path() : folder / "quillon.cfh";
+  return folder.empty() ? fs::path() : folder / kFrameFile;
 }
 
 }  // namespace quillon::convert

@@ -9,6 +9,9 @@ namespace quillon::convert {
 /// program. The folder need not exist. Empty when there is neither.
 std::filesystem::path programFolder();
 
+/// Name of the frame file.
+inline constexpr const char* kFrameFile = "quillon.cfh";
+
 /// The frame file in the program folder.
 std::filesystem::path frameFilePath();
 

@@ -40,10 +40,8 @@ int UnattendedRun::convertBatch() {
 }
 
 Outcome UnattendedRun::convert() {
-  convert::Surroundings surroundings;
-  surroundings.languageOffset = texts_.languageOffset();
-  surroundings.frame.path = convert::fromPath(store_.programFolder() / "quillon.cfh");
-  surroundings.frame.create = true;
+  const convert::Surroundings surroundings =
+      settings::surroundingsOf(store_, texts_.languageOffset());
   const convert::ConversionJob job = settings::jobOf(settings_, line_);
   progress_.begin(convert::lastComponent(job.dxfFile), line_.autoRunExit);
   UnattendedHost host(console_, progress_, texts_);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "convert/paths.h"
+#include "convert/program_folder.h"
 #include "dxf/encoding.h"
 #include "dxf/number_text.h"
 #include "ui/resources/layer_lists.h"
@@ -184,6 +186,14 @@ bool SaveSettings(const SettingsStore& store, const Settings& settings) {
                                    {"arc2line", digit(settings.arcToLine)},
                                    {"poly", std::to_string(settings.poly)},
                                    {"blocks", std::to_string(settings.blocks)}});
+}
+
+convert::Surroundings surroundingsOf(const SettingsStore& store, int languageOffset) {
+  convert::Surroundings surroundings;
+  surroundings.languageOffset = languageOffset;
+  surroundings.frame.path = convert::fromPath(store.programFolder() / convert::kFrameFile);
+  surroundings.frame.create = true;
+  return surroundings;
 }
 
 convert::ConversionJob jobOf(const Settings& settings, const CommandLine& commandLine) {

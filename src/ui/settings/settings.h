@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "convert/command_line.h"
+#include "convert/driver.h"
 #include "convert/job.h"
 #include "ui/resources/string_table.h"
 #include "ui/settings/settings_store.h"
@@ -55,6 +56,10 @@ Settings LoadSettings(const SettingsStore& store, const convert::CommandLine& co
 
 /// Saves the settings, all of them or none. False when that failed.
 bool SaveSettings(const SettingsStore& store, const Settings& settings);
+
+/// What the program adds to its jobs: the language, and the frame file of its folder, which is made
+/// when it is missing.
+convert::Surroundings surroundingsOf(const SettingsStore& store, int languageOffset);
 
 /// The job that the settings describe.
 convert::ConversionJob jobOf(const Settings& settings, const convert::CommandLine& commandLine);

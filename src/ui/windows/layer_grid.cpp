@@ -50,9 +50,12 @@ void LayerGrid::refresh() {
     const convert::LayerRow& shown = rows_.row(at(row));
     const QString layer = toQt(shown.layer);
     if (item(row, kName)->text() != toQt(shown.name)) item(row, kName)->setText(toQt(shown.name));
-    if (item(row, kLayer)->text() == layer) continue;
-    item(row, kLayer)->setText(layer);
-    item(row, kLayer)->setIcon(layerSwatch(layer));
+    QTableWidgetItem* const cell = item(row, kLayer);
+    if (cell->text() != layer) cell->setText(layer);
+    // A text that was typed or chosen stands in the cell already, its swatch does not.
+    if (cell->data(Qt::UserRole).toString() == layer) continue;
+    cell->setData(Qt::UserRole, layer);
+    cell->setIcon(layerSwatch(layer));
   }
   refreshing_ = false;
 }

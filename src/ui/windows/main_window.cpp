@@ -151,10 +151,8 @@ convert::ConversionResult MainWindow::befStart_Click() {
   progress.show();
   setEnabled(false);
   progress.setEnabled(true);
-  convert::Surroundings surroundings;
-  surroundings.languageOffset = context_.LanguageOffset;
-  surroundings.frame.path = convert::fromPath(context_.store.programFolder() / "quillon.cfh");
-  surroundings.frame.create = true;
+  const convert::Surroundings surroundings =
+      settings::surroundingsOf(context_.store, context_.LanguageOffset);
   WindowHost host(context_, progress, this);
   convert::ConversionResult result =
       convert::convertDXF(settings::jobOf(settings(), context_.line), host, surroundings);

@@ -137,6 +137,12 @@ TEST_F(LayerEditorTest, ChoosesALayerFromTheList) {
   list->setCurrentIndex(15);
   QMetaObject::invokeMethod(list, "activated", Q_ARG(int, 15));
   EXPECT_EQ(cell(0, 1), "16 Bottom (B)");
+  const auto colour = [this] {
+    return grid().item(0, 1)->icon().pixmap(12, 12).toImage().pixelColor(6, 6);
+  };
+  EXPECT_EQ(colour(), QColor(50, 50, 200));
+  grid().item(0, 1)->setText("1  Top (B)");
+  EXPECT_EQ(colour(), QColor(200, 50, 50));
 }
 
 TEST_F(LayerEditorTest, TheOpenedListFindsAnEntryByAnyPartOfIt) {
