@@ -1,8 +1,9 @@
 # The program with its windows, on Qt 6.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets PrintSupport)
 
 add_library(quillon_windows STATIC
   ui/windows/app_icon.cpp
+  ui/windows/error_window.cpp
   ui/windows/file_dialog.cpp
   ui/windows/help_viewer.cpp
   ui/windows/language_dialog.cpp
@@ -13,6 +14,7 @@ add_library(quillon_windows STATIC
   ui/windows/main_controls.cpp
   ui/windows/main_window.cpp
   ui/windows/path_edit.cpp
+  ui/windows/print_protocol.cpp
   ui/windows/progress_dialog.cpp
   ui/windows/question.cpp
   ui/windows/report_window.cpp
@@ -23,8 +25,11 @@ add_library(quillon_windows STATIC
   ui/windows/system_file_dialog.cpp
   ui/windows/system_shell.cpp
   ui/windows/tool_tips.cpp
+  ui/windows/trap.cpp
+  ui/windows/window_fault_view.cpp
   ui/windows/window_host.cpp)
-target_link_libraries(quillon_windows PUBLIC quillon_settings Qt6::Widgets)
+target_link_libraries(quillon_windows PUBLIC quillon_settings quillon_errors Qt6::Widgets
+  Qt6::PrintSupport)
 # The namespace emit is not Qt's keyword.
 target_compile_definitions(quillon_windows PUBLIC QT_NO_KEYWORDS)
 target_compile_definitions(quillon_windows PRIVATE
@@ -32,6 +37,7 @@ target_compile_definitions(quillon_windows PRIVATE
   QUILLON_VIEWER_PAGE="${QUILLON_VIEWER_PAGE}")
 
 add_library(quillon_program STATIC
+  app/window/application.cpp
   app/window/dialog_progress.cpp
   app/window/display.cpp
   app/window/main.cpp)

@@ -54,8 +54,9 @@ check_includes emit dxf emit
 check_includes convert dxf emit convert ui/resources
 check_includes ui/resources ui/resources
 check_includes ui/settings dxf convert ui/resources ui/settings
+check_includes errors dxf convert ui/resources errors
 check_includes app/console app/console
-check_includes app/headless dxf convert ui/resources app/console app/headless
-check_includes app/unattended dxf convert ui/resources ui/settings app/console app/unattended
+check_includes app/headless dxf convert ui/resources errors app/console app/headless
+check_includes app/unattended dxf convert ui/resources ui/settings errors app/console app/unattended
 if [ -n "$build" ]; then run_clang_tidy; fi
 exit "$failed"

@@ -107,7 +107,8 @@ std::string Messages::faultText(const dxf::RunTimeError& error, std::string_view
   if (error.line() > 0) place += ":" + std::to_string(error.line());
   const int id = kFirstFaultText + static_cast<int>(error.fault());
   const std::string subject = quotable(dxf::toUtf8(error.subject(), dxf::Encoding::Utf8));
-  return place + ": " + texts_(id, {subject});
+  if (!place.empty()) place += ": ";
+  return place + texts_(id, {subject});
 }
 
 std::string Messages::reasonText(int reason) const {

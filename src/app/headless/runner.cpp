@@ -20,6 +20,10 @@
 #include "convert/paths.h"
 #include "convert/program_folder.h"
 #include "convert/summary.h"
+#include "errors/attempt.h"
+#include "errors/crash.h"
+#include "errors/fault_printer.h"
+#include "errors/program.h"
 
 namespace quillon::headless {
 
@@ -220,7 +224,20 @@ int run(const Options& options) {
   Plan plan = makePlan(options);
   if (!plan.usageError.empty()) return usageError(plan.usageError);
   console::catchInterrupt();
-  return Runner(options, std::move(plan)).run();
+  const errors::ProgramIdentity program =
+      errors::thisProgram("quillon-convert", convert::programFolder());
+  errors::FaultPrinter printer(
+      [](std::string_view lines) { console::Console(false).printError(lines); }, program,
+      options.languageOffset);
+  errors::FaultScribe faults(program, options.languageOffset, printer);
+  faults.SetProgInfo(errors::programVersion());
+  const errors::CrashReporting crashes(faults,
+                                       errors::crashNotice(program, options.languageOffset));
+  int exitCode = kSomeNotConverted;
+  errors::attempt(
+      faults, "headless", "run", [&] { exitCode = Runner(options, std::move(plan)).run(); },
+      errors::kMayLeave);
+  return exitCode;
 }
 
 }  // namespace quillon::headless

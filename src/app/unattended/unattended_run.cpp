@@ -4,6 +4,7 @@
 #include "app/unattended/unattended_host.h"
 #include "convert/messages.h"
 #include "convert/paths.h"
+#include "errors/attempt.h"
 
 namespace quillon::unattended {
 
@@ -12,7 +13,7 @@ using convert::Outcome;
 using convert::quotable;
 
 int UnattendedRun::convertOne() {
-  const Outcome outcome = convert();
+  const Outcome outcome = convertTrapped();
   if (cancelled_) return kCancelled;
   return outcome == Outcome::Converted ? kAllConverted : kSomeNotConverted;
 }
@@ -31,7 +32,7 @@ int UnattendedRun::convertBatch() {
   for (const BatchFile& file : batch.files) {
     settings_.dxfFile = file.dxfFile;
     settings_.scriptFile = file.scriptFile;
-    ++(convert() == Outcome::Converted ? converted : failed);
+    ++(convertTrapped() == Outcome::Converted ? converted : failed);
     if (cancelled_) break;
   }
   console_.printError(texts_(3121, {std::to_string(converted), std::to_string(failed)}) + "\n");
@@ -39,7 +40,18 @@ int UnattendedRun::convertBatch() {
   return failed == 0 ? kAllConverted : kSomeNotConverted;
 }
 
+/// An unexpected error ends the conversion of one drawing, and the batch goes on.
+Outcome UnattendedRun::convertTrapped() {
+  Outcome outcome = Outcome::Ended;
+  errors::attempt(
+      faults_, "UnattendedRun", "convert", [&] { outcome = convert(); }, errors::kMayLeave);
+  return outcome;
+}
+
 Outcome UnattendedRun::convert() {
+  errors::Procedure running(faults_.callStack(), "convert", "convertDXF");
+  running.parameter("dxfFile", errors::toValue(settings_.dxfFile));
+  running.parameter("scriptFile", errors::toValue(settings_.scriptFile));
   const convert::Surroundings surroundings =
       settings::surroundingsOf(store_, texts_.languageOffset());
   const convert::ConversionJob job = settings::jobOf(settings_, line_);

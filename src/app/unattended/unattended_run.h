@@ -4,6 +4,7 @@
 #include "app/unattended/progress_view.h"
 #include "convert/command_line.h"
 #include "convert/driver.h"
+#include "errors/fault_scribe.h"
 #include "ui/settings/settings.h"
 
 namespace quillon::unattended {
@@ -13,16 +14,17 @@ enum ExitCode : int { kAllConverted = 0, kSomeNotConverted = 1, kNoWindow = 2, k
 /// A run without questions: one drawing, or every drawing of a folder.
 class UnattendedRun {
  public:
-  /// `settings` are those of the window after it has loaded.
+  /// `settings` are those of the window after it has loaded; `faults` gets what fails unexpectedly.
   UnattendedRun(const settings::SettingsStore& store, const convert::CommandLine& line,
                 const settings::Settings& settings, const resources::Texts& texts,
-                console::Console& console, ProgressView& progress)
+                console::Console& console, ProgressView& progress, errors::FaultScribe& faults)
       : store_(store),
         line_(line),
         settings_(settings),
         texts_(texts),
         console_(console),
-        progress_(progress) {}
+        progress_(progress),
+        faults_(faults) {}
 
   /// Carries out what the command line asks for. The result is the exit code.
   int run() { return line_.autoRunExit ? convertBatch() : convertOne(); }
@@ -31,6 +33,7 @@ class UnattendedRun {
   int convertOne();
   int convertBatch();
   convert::Outcome convert();
+  convert::Outcome convertTrapped();
 
   const settings::SettingsStore& store_;
   const convert::CommandLine& line_;
@@ -38,6 +41,7 @@ class UnattendedRun {
   const resources::Texts& texts_;
   console::Console& console_;
   ProgressView& progress_;
+  errors::FaultScribe& faults_;
   bool cancelled_ = false;
 };
 

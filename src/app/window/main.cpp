@@ -1,6 +1,5 @@
 #include "app/window/main.h"
 
-#include <QApplication>
 #include <QScreen>
 
 #include "app/console/console.h"
@@ -8,11 +7,17 @@
 #include "app/unattended/main.h"
 #include "app/unattended/start_up.h"
 #include "app/unattended/unattended_run.h"
+#include "app/window/application.h"
 #include "app/window/dialog_progress.h"
 #include "app/window/display.h"
+#include "errors/attempt.h"
+#include "errors/crash.h"
+#include "errors/fault_printer.h"
+#include "errors/program.h"
 #include "ui/windows/app_icon.h"
 #include "ui/windows/main_window.h"
 #include "ui/windows/splash.h"
+#include "ui/windows/window_fault_view.h"
 
 namespace quillon::window {
 namespace {
@@ -23,14 +28,29 @@ void centre(QWidget& window) {
               screen.top() + (screen.height() - window.height()) / 2);
 }
 
-int runUnattended(ui::AppContext& context, const ui::MainWindow& window) {
+int runUnattended(ui::AppContext& context, const ui::MainWindow& window,
+                  console::Console& console) {
   console::catchInterrupt();
-  console::Console console(false);
   DialogProgress progress(context);
   const resources::Texts texts = context.texts();
   return unattended::UnattendedRun(context.store, context.line, window.settings(), texts, console,
-                                   progress)
+                                   progress, *context.faults)
       .run();
+}
+
+/// The windows of the program, from the splash to the end.
+int runWindows(ui::AppContext& context, const unattended::StartUp& start,
+               console::Console& console) {
+  if (!(start.line.autoRun && start.line.autoRunExit)) ui::Splash().exec();
+  context.LanguageOffset = settings::loadLanguage(context.store);
+  ui::MainWindow window(context);
+  window.LoadSettings();
+  if (start.unattended()) return runUnattended(context, window, console);
+  if (!start.drawing.empty()) window.setDrawing(ui::toQt(start.drawing));
+  window.resize(window.sizeHint());
+  centre(window);
+  window.show();
+  return context.faults->ending() ? ui::kEndedByError : QApplication::exec();
 }
 
 }  // namespace
@@ -45,21 +65,31 @@ int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
     console::Console(false).printError("quillon: " + std::string(texts(3154)) + "\n");
     return unattended::kNoWindow;
   }
-  QApplication app(argc, argv);
+  Application app(argc, argv);
   QApplication::setApplicationName("Quillon");
   QApplication::setDesktopFileName("quillon");
   QApplication::setWindowIcon(ui::appIcon());
   ui::AppContext context{settings::SettingsStore(programFolder), start.line, resources::kGerman};
-  if (!(start.line.autoRun && start.line.autoRunExit)) ui::Splash().exec();
-  context.LanguageOffset = settings::loadLanguage(context.store);
-  ui::MainWindow window(context);
-  window.LoadSettings();
-  if (start.unattended()) return runUnattended(context, window);
-  if (!start.drawing.empty()) window.setDrawing(ui::toQt(start.drawing));
-  window.resize(window.sizeHint());
-  centre(window);
-  window.show();
-  return QApplication::exec();
+  console::Console console(false);
+  const errors::ProgramIdentity program = errors::thisProgram("quillon", programFolder);
+  ui::WindowFaultView shown(context, program);
+  errors::FaultPrinter printed([&](std::string_view lines) { console.printError(lines); }, program,
+                               context.LanguageOffset);
+  errors::FaultView& view = start.unattended() ? static_cast<errors::FaultView&>(printed)
+                                               : static_cast<errors::FaultView&>(shown);
+  errors::FaultScribe faults(program, context.LanguageOffset, view);
+  faults.SetProgInfo(errors::programVersion());
+  context.faults = &faults;
+  app.setFaults(&faults);
+  const errors::CrashReporting crashes(faults,
+                                       errors::crashNotice(program, context.LanguageOffset));
+  int exitCode = ui::kEndedByError;
+  const unsigned allowed =
+      start.unattended() ? errors::kMayLeave : errors::kMayRetry | errors::kMayEnd;
+  errors::attempt(
+      faults, "Main", "Main", [&] { exitCode = runWindows(context, start, console); }, allowed);
+  app.setFaults(nullptr);
+  return exitCode;
 }
 
 }  // namespace quillon::window

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "convert/command_line.h"
+#include "errors/fault_scribe.h"
 #include "ui/resources/string_table.h"
 #include "ui/settings/settings_store.h"
 
@@ -20,6 +21,7 @@ struct AppContext {
   settings::SettingsStore store;
   convert::CommandLine line;
   int LanguageOffset = resources::kGerman;
+  errors::FaultScribe* faults = nullptr;  ///< the program's error reporter; null leaves errors alone
 
   resources::Texts texts() const { return resources::Texts(LanguageOffset); }
   /// A text of the present language.

@@ -1,0 +1,118 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <csignal>
+#include <cstdlib>
+#include <ctime>
+#include <exception>
+#include <memory>
+
+#include "errors/crash.h"
+#include "errors/crash_protocol.h"
+
+namespace quillon::errors {
+namespace {
+
+struct CrashSignal {
+  int number;
+  std::string_view name;
+};
+
+constexpr std::array<CrashSignal, 5> kSignals = {{{SIGSEGV, "SIGSEGV"},
+                                                  {SIGBUS, "SIGBUS"},
+                                                  {SIGFPE, "SIGFPE"},
+                                                  {SIGILL, "SIGILL"},
+                                                  {SIGABRT, "SIGABRT"}}};
+constexpr std::size_t kStackSize = 64 * 1024;  // a crash may be an overflow of the usual stack
+
+}  // namespace
+
+/// What a crash needs, allocated beforehand.
+struct CrashReporting::State {
+  State(FaultScribe& reporter, std::string text)
+      : protocol(reporter, std::move(text)),
+        folder(reporter.program().folder.string()),
+        file(reporter.program().protocolFile().string()) {}
+
+  CrashProtocol protocol;
+  std::string folder;
+  std::string file;
+  FixedSink sink;
+  std::array<char, kStackSize> stack{};
+};
+
+namespace {
+
+// A signal handler can reach nothing but static objects.
+std::atomic<CrashReporting::State*> present{nullptr};
+static_assert(std::atomic<CrashReporting::State*>::is_always_lock_free);
+
+void writeAll(int file, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t count = ::write(file, text.data(), text.size());
+    if (count <= 0) return;
+    text.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
+/// Only the first crash is reported; one of the report itself ends the program.
+void report(std::string_view reason, int code) {
+  CrashReporting::State* const state = present.exchange(nullptr);
+  if (state == nullptr) return;
+  state->protocol.write(reason, static_cast<std::uint64_t>(code), ::time(nullptr), state->sink);
+  ::mkdir(state->folder.c_str(), S_IRWXU);
+  const int file = ::open(state->file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC,
+                          S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
+  if (file >= 0) {
+    writeAll(file, state->sink.text());
+    ::close(file);
+    writeAll(STDERR_FILENO, state->protocol.notice());
+  } else {
+    writeAll(STDERR_FILENO, state->sink.text());
+  }
+}
+
+extern "C" void onCrash(int number) {
+  for (const CrashSignal& known : kSignals) {
+    if (known.number == number) report(known.name, number);
+  }
+  std::signal(number, SIG_DFL);
+  ::raise(number);
+}
+
+void setHandlers(bool on) {
+  struct sigaction action = {};
+  sigemptyset(&action.sa_mask);
+  action.sa_flags = on ? SA_ONSTACK : 0;
+  action.sa_handler = on ? onCrash : SIG_DFL;
+  for (const CrashSignal& known : kSignals) sigaction(known.number, &action, nullptr);
+}
+
+void setStack(char* memory) {
+  stack_t stack = {};
+  stack.ss_sp = memory;
+  stack.ss_size = memory == nullptr ? 0 : kStackSize;
+  stack.ss_flags = memory == nullptr ? SS_DISABLE : 0;
+  sigaltstack(&stack, nullptr);
+}
+
+}  // namespace
+
+// An exception that nobody traps ends in an abort, whose signal is reported.
+CrashReporting::CrashReporting(FaultScribe& faults, std::string notice)
+    : state_(std::make_unique<State>(faults, std::move(notice))) {
+  setStack(state_->stack.data());
+  present.store(state_.get());
+  setHandlers(true);
+}
+
+CrashReporting::~CrashReporting() {
+  setHandlers(false);
+  present.store(nullptr);
+  setStack(nullptr);
+}
+
+}  // namespace quillon::errors

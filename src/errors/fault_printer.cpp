@@ -1,0 +1,35 @@
+#include "errors/fault_printer.h"
+
+#include "convert/messages.h"
+#include "convert/paths.h"
+
+namespace quillon::errors {
+namespace {
+
+std::string quotedFile(const ProgramIdentity& program) {
+  return convert::quotable(convert::fromPath(program.protocolFile()));
+}
+
+}  // namespace
+
+Continuation FaultPrinter::show(const FaultReport& report) {
+  const resources::Texts texts(languageOffset_);
+  const std::string prefix = program_.fileName + ": ";
+  const std::string place = report.values[1] + "." + report.values[2];
+  const std::string protocol = report.protocol();
+  std::string lines =
+      prefix + texts(3509, {report.values[0], place, report.fault.description}) + "\n" + protocol;
+  std::erase(lines, '\r');
+  if (saveProtocol(program_, protocol)) {
+    lines += prefix + texts(3510, {quotedFile(program_)}) + "\n";
+  }
+  print_(lines);
+  return kLeave;
+}
+
+std::string crashNotice(const ProgramIdentity& program, int languageOffset) {
+  return program.fileName + ": " + resources::Texts(languageOffset)(3512, {quotedFile(program)}) +
+         "\n";
+}
+
+}  // namespace quillon::errors

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "errors/call_stack.h"
+
+namespace quillon::errors {
+
+/// The error window's captions, German in either language: intended.
+inline constexpr std::string_view kCaptionSuffix = " - Fehlermeldung";
+inline constexpr std::string_view kFaultFrame = "Fehlerbeschreibung:";
+inline constexpr std::string_view kCallStackFrame = "CallStack:";
+inline constexpr std::array<std::string_view, 4> kFaultTitles = {
+    "Fehler-Nr:", "Modul:", "Prozedur:", "Zeilen-Nr.:"};
+
+/// What a protocol tells, UTF-8. The texts belong to the caller.
+struct ProtocolFields {
+  std::string_view caption;                     ///< of the error window
+  std::string_view programInfo;                 ///< line behind the caption; empty for none
+  std::array<std::string_view, 4> faultValues;  ///< number, module, procedure, line
+  std::string_view date;
+  std::string_view time;
+  std::string_view platform;
+  std::string_view version;
+  std::string_view build;
+  std::string_view servicePack;
+};
+
+/// Gets a protocol in pieces.
+class ProtocolSink {
+ public:
+  virtual ~ProtocolSink() = default;
+  virtual void append(std::string_view piece) = 0;
+};
+
+/// Writes the protocol, UTF-8 with CR LF. Takes no memory and no lock, so that the handler of a
+/// crash can use it.
+void writeProtocol(const ProtocolFields& fields, const CallStackList& stack, ProtocolSink& sink);
+
+/// The same as a text.
+std::string protocolText(const ProtocolFields& fields, const CallStackList& stack);
+
+}  // namespace quillon::errors

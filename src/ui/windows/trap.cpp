@@ -1,0 +1,16 @@
+#include "ui/windows/trap.h"
+
+#include "errors/attempt.h"
+
+namespace quillon::ui {
+
+bool attempt(const AppContext& context, std::string_view module, std::string_view procedure,
+             const std::function<void()>& step, unsigned allowed, std::source_location where) {
+  if (context.faults != nullptr) {
+    return errors::attempt(*context.faults, module, procedure, step, allowed, where);
+  }
+  step();
+  return true;
+}
+
+}  // namespace quillon::ui

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "errors/attempt.h"
+#include "support/temp_folder.h"
+
+namespace quillon::errors {
+
+/// Keeps the reports, and answers with what it was told to.
+class ScriptedView : public FaultView {
+ public:
+  Continuation show(const FaultReport& report) override {
+    reports.push_back(report);
+    if (whileShown) whileShown();
+    if (answers.empty()) return kLeave;
+    const Continuation answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+  void endProgram() override { ++ends; }
+
+  std::vector<FaultReport> reports;
+  std::deque<Continuation> answers;
+  std::function<void()> whileShown;
+  int ends = 0;
+};
+
+class ScribeTest : public ::testing::Test {
+ protected:
+  std::vector<std::string> stack(const FaultReport& report) const {
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; i < report.callStack.size(); ++i) {
+      lines.push_back(entryText(report.callStack.entry(i)));
+    }
+    return lines;
+  }
+
+  testing::TempFolder folder;
+  int language = resources::kEnglish;
+  ScriptedView view;
+  FaultScribe faults{
+      {"Quillon", folder.path(), "quillon", "support@quillon.example"}, language, view};
+};
+
+}  // namespace quillon::errors
