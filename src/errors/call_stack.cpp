@@ -25,6 +25,7 @@ void CallStackList::recordProcedure(std::string_view module, std::string_view pr
   entry.text.clear();
   entry.line = line;
   publish();
+  if (watcher_) watcher_(entry);
 }
 
 /// A place for a record. The oldest but the first gives way when there is no other.

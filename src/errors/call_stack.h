@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <source_location>
 #include <string>
 #include <string_view>
@@ -32,6 +33,9 @@ class CallStackList {
   void record(std::string text);
   void recordProcedure(std::string_view module, std::string_view procedure,
                        std::uint_least32_t line);
+  /// Is called with each procedure that begins; what it throws, the procedure throws.
+  using Watcher = std::function<void(const Entry& procedure)>;
+  void watch(Watcher watcher) { watcher_ = std::move(watcher); }
   /// Records are kept only while recording is on.
   void setRecording(bool on) { recording_ = on; }
 
@@ -56,6 +60,7 @@ class CallStackList {
   std::size_t size_ = 0;
   std::uint64_t nextSerial_ = 0;
   bool recording_ = true;
+  Watcher watcher_;
 };
 
 /// One line of the list.

@@ -2,24 +2,25 @@
 
 #include <QString>
 #include <QWidget>
-#include <stdexcept>
+#include <source_location>
 #include <string>
 
+#include "errors/fault_info.h"
 #include "ui/windows/app_context.h"
 
 namespace quillon::ui {
 
 /// A document or program could not be opened.
-class ShellError : public std::runtime_error {
+class ShellError : public errors::NumberedError {
  public:
-  ShellError(int result, const std::string& description)
-      : std::runtime_error(description), result_(result) {}
+  ShellError(int result, const std::string& description,
+             std::source_location where = std::source_location::current())
+      : NumberedError(static_cast<std::int32_t>(0x80040418U) + result, "Quillon.GShell",
+                      description, where),
+        result_(result) {}
 
   /// The result of the system, 0 to 32.
   int result() const { return result_; }
-  /// The number of the run-time error.
-  std::int32_t number() const { return static_cast<std::int32_t>(0x80040418U) + result_; }
-  static std::string source() { return "Quillon.GShell"; }
 
  private:
   int result_;

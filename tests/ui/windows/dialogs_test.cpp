@@ -209,7 +209,7 @@ class ShellTest : public WindowTest {
     } catch (const ShellError& error) {
       description = error.what();
       EXPECT_EQ(error.number(), static_cast<int>(0x80040418U) + error.result());
-      EXPECT_EQ(ShellError::source(), "Quillon.GShell");
+      EXPECT_EQ(error.source(), "Quillon.GShell");
       return error.result();
     }
     return -1;
