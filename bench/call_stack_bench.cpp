@@ -1,0 +1,18 @@
+// What a procedure pays for standing in the call stack.
+#include <benchmark/benchmark.h>
+
+#include "errors/call_stack.h"
+
+namespace {
+
+void registeredProcedure(benchmark::State& state) {
+  quillon::errors::CallStackList list;
+  const quillon::errors::Procedure outer(list, "Main", "Main");
+  for (auto _ : state) {
+    const quillon::errors::Procedure running(list, "frmDXF", "befStart_Click");
+    benchmark::DoNotOptimize(list);
+  }
+}
+BENCHMARK(registeredProcedure);
+
+}  // namespace
