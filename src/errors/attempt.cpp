@@ -19,11 +19,11 @@ class KeptCallStack {
 }  // namespace
 
 bool attempt(FaultScribe& faults, std::string_view module, std::string_view procedure,
-             const std::function<void()>& step, unsigned allowed, std::source_location where) {
+             const std::function<void()>& step, unsigned allowed, SourceLine line) {
   for (;;) {
     const KeptCallStack kept(faults.callStack());
     try {
-      const Procedure running(faults.callStack(), module, procedure, where);
+      const Procedure running(faults.callStack(), module, procedure, line);
       step();
       return true;
     } catch (...) {

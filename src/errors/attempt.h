@@ -1,10 +1,10 @@
 #pragma once
 
 #include <functional>
-#include <source_location>
 #include <string_view>
 
 #include "errors/fault_scribe.h"
+#include "errors/source_line.h"
 
 namespace quillon::errors {
 
@@ -14,6 +14,6 @@ namespace quillon::errors {
 /// procedure; the user may have chosen to end the program, which the reporter then knows.
 bool attempt(FaultScribe& faults, std::string_view module, std::string_view procedure,
              const std::function<void()>& step, unsigned allowed = kEveryContinuation,
-             std::source_location where = std::source_location::current());
+             SourceLine line = __builtin_LINE());
 
 }  // namespace quillon::errors

@@ -17,7 +17,7 @@ void CallStackList::record(std::string text) {
 }
 
 void CallStackList::recordProcedure(std::string_view module, std::string_view procedure,
-                                    std::uint_least32_t line) {
+                                    SourceLine line) {
   if (!recording_) return;
   Entry& entry = add();
   entry.module = module;
@@ -51,7 +51,7 @@ const CallStackList::Entry* CallStackList::newestProcedure() const {
   return nullptr;
 }
 
-std::uint_least32_t CallStackList::newestLine() const {
+SourceLine CallStackList::newestLine() const {
   const Entry* const newest = newestProcedure();
   return newest == nullptr ? 0 : newest->line;
 }

@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <exception>
 #include <functional>
-#include <source_location>
 #include <string>
 #include <string_view>
 
+#include "errors/source_line.h"
 #include "errors/value.h"
 
 namespace quillon::errors {
@@ -25,14 +25,13 @@ class CallStackList {
     std::string_view module;     ///< of a procedure; static text
     std::string_view procedure;  ///< of a procedure; static text
     std::string text;            ///< of any other record
-    std::uint_least32_t line = 0;
+    SourceLine line = 0;
     std::uint64_t serial = 0;  ///< counts the records of the list's whole life
   };
 
   /// Adds a record; beyond 40 the last of the list is dropped.
   void record(std::string text);
-  void recordProcedure(std::string_view module, std::string_view procedure,
-                       std::uint_least32_t line);
+  void recordProcedure(std::string_view module, std::string_view procedure, SourceLine line);
   /// Is called with each procedure that begins; what it throws, the procedure throws.
   using Watcher = std::function<void(const Entry& procedure)>;
   void watch(Watcher watcher) { watcher_ = std::move(watcher); }
@@ -43,7 +42,7 @@ class CallStackList {
   /// An entry in the order of the list, 0 to size() - 1.
   const Entry& entry(std::size_t index) const { return entries_[index == 0 ? 0 : size_ - index]; }
   /// The line of the program in which the newest procedure begins, or 0.
-  std::uint_least32_t newestLine() const;
+  SourceLine newestLine() const;
   /// The newest procedure, or null.
   const Entry* newestProcedure() const;
 
@@ -72,9 +71,9 @@ class Procedure {
  public:
   /// `module` and `name` are static texts.
   Procedure(CallStackList& list, std::string_view module, std::string_view name,
-            std::source_location where = std::source_location::current())
+            SourceLine line = __builtin_LINE())
       : list_(list), mark_(list.mark()), exceptions_(std::uncaught_exceptions()) {
-    list.recordProcedure(module, name, where.line());
+    list.recordProcedure(module, name, line);
   }
   ~Procedure() {
     if (std::uncaught_exceptions() == exceptions_) list_.backTo(mark_);

@@ -26,7 +26,7 @@ constexpr std::array<CrashSignal, 5> kSignals = {{{SIGSEGV, "SIGSEGV"},
                                                   {SIGFPE, "SIGFPE"},
                                                   {SIGILL, "SIGILL"},
                                                   {SIGABRT, "SIGABRT"}}};
-constexpr std::size_t kStackSize = 64 * 1024;  // a crash may be an overflow of the usual stack
+constexpr std::size_t kStackSize = 65536;  // a crash may be an overflow of the usual stack
 
 }  // namespace
 

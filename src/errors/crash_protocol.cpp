@@ -81,7 +81,7 @@ void CrashProtocol::write(std::string_view reason, std::uint64_t code, std::int6
                           ProtocolSink& sink) const {
   const CallStackList::Entry* const running = stack_.newestProcedure();
   const FixedText number = FixedText().number(code).text(" ").text(reason);
-  const FixedText line = FixedText().number(running == nullptr ? 0 : running->line);
+  const FixedText line = FixedText().number(static_cast<std::uint64_t>(stack_.newestLine()));
   const std::int64_t local = now + secondsEastOfUtc_;
   const FixedText date = dateText(local);
   const FixedText time = timeText(local);

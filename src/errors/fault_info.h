@@ -2,10 +2,10 @@
 
 #include <cstdint>
 #include <exception>
-#include <source_location>
 #include <stdexcept>
 #include <string>
 
+#include "errors/source_line.h"
 #include "ui/resources/string_table.h"
 
 namespace quillon::errors {
@@ -14,20 +14,17 @@ namespace quillon::errors {
 class NumberedError : public std::runtime_error {
  public:
   NumberedError(std::int32_t number, std::string source, const std::string& description,
-                std::source_location where = std::source_location::current())
-      : std::runtime_error(description),
-        number_(number),
-        source_(std::move(source)),
-        line_(where.line()) {}
+                SourceLine line = __builtin_LINE())
+      : std::runtime_error(description), number_(number), source_(std::move(source)), line_(line) {}
 
   std::int32_t number() const { return number_; }
   const std::string& source() const { return source_; }
-  std::uint_least32_t line() const { return line_; }
+  SourceLine line() const { return line_; }
 
  private:
   std::int32_t number_;
   std::string source_;
-  std::uint_least32_t line_;
+  SourceLine line_;
 };
 
 /// Numbers of run-time errors.
@@ -50,8 +47,8 @@ enum FaultNumber : std::int32_t {
 /// What is known of an error.
 struct FaultInfo {
   std::int32_t number = kInvalidCall;
-  std::string description;       ///< UTF-8, in the language asked for
-  std::uint_least32_t line = 0;  ///< in the program; 0 when the error does not carry it
+  std::string description;  ///< UTF-8, in the language asked for
+  SourceLine line = 0;      ///< in the program; 0 when the error does not carry it
 };
 
 /// Describes an exception that was trapped.

@@ -8,7 +8,7 @@ namespace quillon::errors {
 namespace {
 
 /// A program that fails again and again must not fill the disk.
-constexpr std::size_t kLongestTrace = 256 * 1024;
+constexpr std::size_t kLongestTrace = 262144;
 
 /// Takes a change back at the end of a scope.
 class WhileShowing {

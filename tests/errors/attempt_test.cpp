@@ -52,7 +52,7 @@ TEST_F(AttemptTest, EndLeavesTheProcedureAndEndsTheProgram) {
 }
 
 TEST_F(AttemptTest, ReportsTheNamesTheLineAndThePathThere) {
-  const std::uint_least32_t line = __LINE__ + 3;
+  const SourceLine line = __LINE__ + 3;
   attempt(faults, "Main", "Main", [this] {
     attempt(faults, "frmDXF", "LoadSettings", [this] {
       const Procedure inner(faults.callStack(), "ini", "ReadIni");

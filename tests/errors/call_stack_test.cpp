@@ -113,9 +113,9 @@ TEST(Procedure, DeeperThanTheListLeavesItAsItWas) {
 
 TEST(Procedure, KnowsTheLineOfItsBeginning) {
   CallStackList list;
-  EXPECT_EQ(list.newestLine(), 0U);
+  EXPECT_EQ(list.newestLine(), 0);
   const Procedure running(list, "a", "b");
-  const std::uint_least32_t line = __LINE__ - 1;
+  const SourceLine line = __LINE__ - 1;
   list.record("a parameter");
   EXPECT_EQ(list.newestLine(), line);
 }

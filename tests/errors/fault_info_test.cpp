@@ -21,7 +21,7 @@ FaultInfo described(const Error& error, int language = resources::kEnglish) {
 
 TEST(FaultInfo, OfANumberedErrorHasItsNumberTextAndLine) {
   const NumberedError error(-2147220456, "Quillon.GShell", "No such program");
-  const std::uint_least32_t line = __LINE__ - 1;
+  const SourceLine line = __LINE__ - 1;
   const FaultInfo info = described(error);
   EXPECT_EQ(info.number, -2147220456);
   EXPECT_EQ(info.description, "No such program");

@@ -2,10 +2,10 @@
 
 #include <QString>
 #include <QWidget>
-#include <source_location>
 #include <string>
 
 #include "errors/fault_info.h"
+#include "errors/source_line.h"
 #include "ui/windows/app_context.h"
 
 namespace quillon::ui {
@@ -13,10 +13,9 @@ namespace quillon::ui {
 /// A document or program could not be opened.
 class ShellError : public errors::NumberedError {
  public:
-  ShellError(int result, const std::string& description,
-             std::source_location where = std::source_location::current())
+  ShellError(int result, const std::string& description, errors::SourceLine line = __builtin_LINE())
       : NumberedError(static_cast<std::int32_t>(0x80040418U) + result, "Quillon.GShell",
-                      description, where),
+                      description, line),
         result_(result) {}
 
   /// The result of the system, 0 to 32.

@@ -5,9 +5,9 @@
 namespace quillon::ui {
 
 bool attempt(const AppContext& context, std::string_view module, std::string_view procedure,
-             const std::function<void()>& step, unsigned allowed, std::source_location where) {
+             const std::function<void()>& step, unsigned allowed, errors::SourceLine line) {
   if (context.faults != nullptr) {
-    return errors::attempt(*context.faults, module, procedure, step, allowed, where);
+    return errors::attempt(*context.faults, module, procedure, step, allowed, line);
   }
   step();
   return true;

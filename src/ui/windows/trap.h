@@ -1,10 +1,10 @@
 #pragma once
 
 #include <functional>
-#include <source_location>
 #include <string_view>
 
 #include "errors/fault_scribe.h"
+#include "errors/source_line.h"
 #include "ui/windows/app_context.h"
 
 namespace quillon::ui {
@@ -12,15 +12,15 @@ namespace quillon::ui {
 /// Runs a step of a window's procedure, as errors::attempt does, with the program's reporter.
 bool attempt(const AppContext& context, std::string_view module, std::string_view procedure,
              const std::function<void()>& step, unsigned allowed = errors::kWholeProcedure,
-             std::source_location where = std::source_location::current());
+             errors::SourceLine line = __builtin_LINE());
 
 /// A slot that traps what it throws: no error may pass through Qt. `module` and `procedure` are
 /// static texts.
 template <typename Slot>
 auto trapped(const AppContext& context, std::string_view module, std::string_view procedure,
-             Slot slot, std::source_location where = std::source_location::current()) {
-  return [&context, module, procedure, slot, where] {
-    attempt(context, module, procedure, slot, errors::kWholeProcedure, where);
+             Slot slot, errors::SourceLine line = __builtin_LINE()) {
+  return [&context, module, procedure, slot, line] {
+    attempt(context, module, procedure, slot, errors::kWholeProcedure, line);
   };
 }
 
