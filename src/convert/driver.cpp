@@ -274,6 +274,7 @@ class Conversion {
     for (const auto& [name, count] : drawing_->unknownKinds) {
       result_.unknownKinds[dxf::toUtf8(name, drawing_->encoding)] += count;
     }
+    result_.dropped = drawing_->dropped;
   }
 
   void finish() {

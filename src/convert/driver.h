@@ -49,8 +49,9 @@ struct ConversionResult {
   std::uint64_t linesRead = 0;
   std::uint64_t commandCount = 0;
   emit::EntityCounts counts{};
-  std::uint64_t leftOut = 0;                          ///< entities on layers assigned to 999
+  emit::EntityCounts leftOut{};                       ///< of these, on layers assigned to 999
   std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8
+  dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
   emit::Extents extents;
   bool rangeWarning = false;
   std::string report;  ///< UTF-8; "" when the run ended before

@@ -9,12 +9,30 @@
 
 namespace quillon::convert {
 
+namespace {
+
+std::uint64_t sum(const emit::EntityCounts& counts) {
+  return std::accumulate(counts.begin(), counts.end(), std::uint64_t{0});
+}
+
+}  // namespace
+
 std::uint64_t entityCount(const ConversionResult& result) {
   constexpr auto kVertex = static_cast<std::size_t>(dxf::EntityKind::Vertex);
   constexpr auto kSeqend = static_cast<std::size_t>(dxf::EntityKind::Seqend);
-  const std::uint64_t all =
-      std::accumulate(result.counts.begin(), result.counts.end(), std::uint64_t{0});
-  return all - result.counts[kVertex] - result.counts[kSeqend];
+  return sum(result.counts) - result.counts[kVertex] - result.counts[kSeqend] - sum(result.leftOut);
+}
+
+std::vector<std::string> leftOutTexts(const ConversionResult& result,
+                                      const resources::Texts& texts) {
+  std::vector<std::string> lines;
+  const std::uint64_t onLayers999 = sum(result.leftOut);
+  if (onLayers999 > 0) lines.push_back(texts(3148, {std::to_string(onLayers999)}));
+  if (result.dropped.count > 0) {
+    lines.push_back(texts(
+        3149, {std::to_string(result.dropped.count), std::to_string(result.dropped.firstLine)}));
+  }
+  return lines;
 }
 
 std::string unknownKindsText(const ConversionResult& result) {

@@ -2,13 +2,19 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "convert/driver.h"
 
 namespace quillon::convert {
 
-/// Number of entities that were converted, as a user counts them.
+/// Number of entities that were converted, as a user counts them: vertices belong to their
+/// polyline, and what is left out does not count.
 std::uint64_t entityCount(const ConversionResult& result);
+
+/// What was recognised but left out, and why, in one line each.
+std::vector<std::string> leftOutTexts(const ConversionResult& result,
+                                      const resources::Texts& texts);
 
 /// The kinds of entities that were met but not recognised, with their counts ("HATCH 2, IMAGE 1");
 /// "" when there are none. Long lists are cut.

@@ -61,6 +61,14 @@ struct BlockRec {
 /// Entity names that were met but are not recognised, with their numbers.
 using UnknownKinds = std::map<std::string, std::uint64_t, std::less<>>;
 
+/// Entities of the ENTITIES section that were dropped because the text is damaged.
+struct DroppedEntities {
+  std::uint64_t count = 0;
+  std::uint64_t firstLine = 0;  ///< number of the line of the first damage; 0 without one
+
+  bool operator==(const DroppedEntities&) const = default;
+};
+
 /// The first of several records with one name wins, so an index never replaces an entry.
 using NameIndex = std::unordered_map<std::string_view, std::size_t>;
 
@@ -92,6 +100,7 @@ struct Drawing {
   std::uint64_t splineData = 0;
 
   UnknownKinds unknownKinds;
+  DroppedEntities dropped;
   bool anySection = false;  ///< some section name was found
 
   NameIndex layerIndex;

@@ -65,11 +65,20 @@ class SectionReading {
     } catch (const RunTimeError& error) {
       const bool ranOut = error.fault() == Fault::TextEndsTooEarly && !walk.ended();
       if (ranOut && !reader_.source().atFileEnd()) return Step::Beyond;
-      // The entity in which an error arises is dropped without a message: intended.
+      // The entity in which an error arises is dropped without an error: intended. It is counted.
+      if (walk.failedInEntity()) noteDropped(error);
       walk.goBehindFailedName();
       lost_ = true;
       return Step::Other;
     }
+  }
+
+  void noteDropped(const RunTimeError& error) {
+    DroppedEntities& dropped = drawing_.dropped;
+    if (++dropped.count > 1) return;
+    // Where the file ends too early, its last line is the damaged one.
+    const bool atEnd = error.position() == reader_.window().end;
+    dropped.firstLine = reader_.lineAt(atEnd ? error.position() - 1 : error.position());
   }
 
   Drawing& drawing_;

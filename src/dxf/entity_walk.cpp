@@ -21,6 +21,7 @@ bool isStructureName(std::string_view name) {
 }  // namespace
 
 bool EntityWalk::step(DxfEntity& entity) {
+  inEntity_ = false;
   afterName_ = lines_.position();
   const std::string_view code = nextLine();
   const std::string_view name = nextLine();
@@ -33,6 +34,7 @@ bool EntityWalk::step(DxfEntity& entity) {
   }
   if (!isStart && numberValue(code) != 0.0) return false;
   entity.kind = kind;
+  inEntity_ = true;
   readGroups(entity);
   return true;
 }

@@ -23,6 +23,8 @@ class EntityWalk {
   /// is none or the lines end too early.
   bool step(DxfEntity& entity);
 
+  /// After an error: whether it arose in an entity, whose name has been read.
+  bool failedInEntity() const { return inEntity_; }
   /// After an error: goes on behind the name of the entity that failed.
   void goBehindFailedName() {
     lines_.seek(afterName_);
@@ -45,6 +47,7 @@ class EntityWalk {
   LineCursor lines_;
   std::string_view endMarker_;
   const char* afterName_ = nullptr;
+  bool inEntity_ = false;
   bool ended_ = false;
 };
 

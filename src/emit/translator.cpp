@@ -115,7 +115,7 @@ void Translator::translateBlock(std::size_t blockIndex, const Placement& placeme
 
 int Translator::layerOf(const DxfEntity& entity) {
   const int layer = layers_.layerNumber(*entity.layer);
-  if (layer == kNotConverted) ++leftOut_;
+  if (layer == kNotConverted) ++leftOut_[static_cast<std::size_t>(countedAs(entity.kind))];
   return layer;
 }
 

@@ -53,8 +53,8 @@ class Translator {
 
   /// MTEXT counts as TEXT and LEADER as LWPOLYLINE.
   const EntityCounts& counts() const { return counts_; }
-  /// Number of entities left out because their layer is assigned to 999.
-  std::uint64_t leftOut() const { return leftOut_; }
+  /// How many of these were left out because their layer is assigned to 999.
+  const EntityCounts& leftOut() const { return leftOut_; }
   /// Where the entity stands that was translated last, for error messages; may be null.
   const char* currentPosition() const { return currentPosition_; }
 
@@ -95,7 +95,7 @@ class Translator {
   PolylineWriter polyline_;
   BlockParts* parts_ = nullptr;
   EntityCounts counts_{};
-  std::uint64_t leftOut_ = 0;
+  EntityCounts leftOut_{};
   std::vector<char> expanding_;  ///< by block index: the block is being expanded
   std::size_t depth_ = 0;
   const char* currentPosition_ = nullptr;

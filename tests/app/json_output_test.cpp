@@ -26,16 +26,21 @@ TEST(ToJson, IsOneLineWithEveryMember) {
   result.linesRead = 12;
   result.commandCount = 34;
   result.counts[static_cast<std::size_t>(dxf::EntityKind::Line)] = 5;
+  result.leftOut[static_cast<std::size_t>(dxf::EntityKind::Line)] = 2;
+  result.counts[static_cast<std::size_t>(dxf::EntityKind::Arc)] = 1;
+  result.leftOut[static_cast<std::size_t>(dxf::EntityKind::Arc)] = 1;
   result.counts[static_cast<std::size_t>(dxf::EntityKind::Vertex)] = 9;
   result.counts[static_cast<std::size_t>(dxf::EntityKind::Seqend)] = 9;
   result.unknownKinds = {{"HATCH", 2}};
+  result.dropped = {3, 12};
   result.extents = {-1.0, 0.5, 2.0, 1e21};
   result.rangeWarning = true;
   const convert::Message message{convert::MessageKind::Warning, "title", "text", "detail"};
   EXPECT_EQ(toJson(result, "r.txt", {message}),
             "{\"dxf\":\"a.dxf\",\"script\":\"a.scr\",\"report\":\"r.txt\","
             "\"outcome\":\"cancelled\",\"linesRead\":12,\"linesWritten\":34,"
-            "\"entities\":{\"LINE\":5},\"notRecognised\":{\"HATCH\":2},"
+            "\"entities\":{\"LINE\":3},\"leftOut\":{\"LINE\":2,\"ARC\":1},"
+            "\"notRecognised\":{\"HATCH\":2},\"damaged\":{\"count\":3,\"firstLine\":12},"
             "\"extents\":{\"minX\":-1,\"minY\":0.5,\"maxX\":2,\"maxY\":1e+21},"
             "\"rangeWarning\":true,"
             "\"messages\":[{\"kind\":\"warning\",\"text\":\"detail\"}]}\n");
@@ -45,10 +50,11 @@ TEST(ToJson, NamesNoFileThatWasNotWritten) {
   convert::ConversionResult result;
   result.dxfFile = "a.dxf";
   result.scriptFile = "a.scr";
-  EXPECT_EQ(toJson(result, "r.txt", {}),
-            "{\"dxf\":\"a.dxf\",\"script\":null,\"report\":null,\"outcome\":\"failed\","
-            "\"linesRead\":0,\"linesWritten\":0,\"entities\":{},\"notRecognised\":{},"
-            "\"extents\":null,\"rangeWarning\":false,\"messages\":[]}\n");
+  EXPECT_EQ(
+      toJson(result, "r.txt", {}),
+      "{\"dxf\":\"a.dxf\",\"script\":null,\"report\":null,\"outcome\":\"failed\","
+      "\"linesRead\":0,\"linesWritten\":0,\"entities\":{},\"leftOut\":{},\"notRecognised\":{},"
+      "\"damaged\":null,\"extents\":null,\"rangeWarning\":false,\"messages\":[]}\n");
 }
 
 }  // namespace

@@ -43,9 +43,9 @@ TEST_F(JsonTest, TellsAllAboutAConversion) {
   dxf.entity("SEQEND", {{8, "0"}}).entity("VERTEX", {{8, "0"}});
   write("part.dxf", dxf);
   const JsonValue value = object({"part.dxf", "--report", "r.txt", "--unit", "mm"});
-  EXPECT_EQ(value.names(),
-            (Strings{"dxf", "entities", "extents", "linesRead", "linesWritten", "messages",
-                     "notRecognised", "outcome", "rangeWarning", "report", "script"}));
+  EXPECT_EQ(value.names(), (Strings{"damaged", "dxf", "entities", "extents", "leftOut", "linesRead",
+                                    "linesWritten", "messages", "notRecognised", "outcome",
+                                    "rangeWarning", "report", "script"}));
   EXPECT_EQ(value.at("dxf").text(), "part.dxf");
   EXPECT_EQ(value.at("script").text(), "part.scr");
   EXPECT_EQ(value.at("report").text(), "r.txt");
@@ -59,12 +59,40 @@ TEST_F(JsonTest, TellsAllAboutAConversion) {
   EXPECT_EQ(value.at("entities").at("TEXT").number(), 1);
   EXPECT_EQ(value.at("notRecognised").names(), (Strings{"HATCH", "IMAGE"}));
   EXPECT_EQ(value.at("notRecognised").at("HATCH").number(), 2);
+  EXPECT_TRUE(value.at("leftOut").names().empty());
+  EXPECT_TRUE(value.at("damaged").isNull());
   EXPECT_EQ(value.at("extents").at("minX").number(), -3.0);
   EXPECT_EQ(value.at("extents").at("minY").number(), 0.0);
   EXPECT_EQ(value.at("extents").at("maxX").number(), 5.0);
   EXPECT_EQ(value.at("extents").at("maxY").number(), 4.1);
   EXPECT_FALSE(value.at("rangeWarning").boolean());
   EXPECT_TRUE(value.at("messages").items().empty());
+}
+
+TEST_F(JsonTest, CountsWhatIsLeftOutApart) {
+  DxfBuilder dxf = oneLine();
+  dxf.entity("LINE", {{8, "hidden"}}).entity("CIRCLE", {{8, "hidden"}});
+  dxf.entity("LINE", {{8, "0\nbroken\n1"}});
+  folder.write("a.lay", "[1]\nlayername=HIDDEN\nlayernr=999\n");
+  const std::string text = dxf.text();
+  const auto broken = text.begin() + static_cast<std::ptrdiff_t>(text.find("broken"));
+  const auto line = std::count(text.begin(), broken, '\n') + 1;
+  folder.write("part.dxf", text);
+  const JsonValue value = object({"part.dxf", "--layers", "a.lay"});
+  EXPECT_EQ(value.at("entities").names(), Strings{"LINE"});
+  EXPECT_EQ(value.at("entities").at("LINE").number(), 1);
+  EXPECT_EQ(value.at("leftOut").names(), (Strings{"CIRCLE", "LINE"}));
+  EXPECT_EQ(value.at("leftOut").at("LINE").number(), 1);
+  EXPECT_EQ(value.at("damaged").at("count").number(), 1);
+  EXPECT_EQ(value.at("damaged").at("firstLine").number(), static_cast<double>(line));
+  const std::string summary = run({"part.dxf", "--layers", "a.lay", "--force"}).error;
+  EXPECT_TRUE(
+      summary.starts_with("part.dxf: 1 entities converted\n"
+                          "Left out because their layer is assigned to 999: 2\n"
+                          "Left out because the drawing is damaged: 1 (first damage in "
+                          "line " +
+                          std::to_string(line) + ")\npart.scr: "))
+      << summary;
 }
 
 TEST_F(JsonTest, StandsInOneLineAndBesideItTheSummaryStays) {

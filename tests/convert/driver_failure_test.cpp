@@ -53,6 +53,7 @@ TEST_F(FailureTest, ABadGroupCodeInTheEntitiesDropsItsEntityOnly) {
   EXPECT_EQ(convert(), Outcome::Converted);
   EXPECT_EQ(script(),
             framed("Layer  20 ;\r\nCircle 0.0 (R1.0000000 2.0000000) (R1.0000000 2.3940000);\r\n"));
+  EXPECT_EQ(result.dropped, (dxf::DroppedEntities{1, 9}));
 }
 
 TEST_F(FailureTest, AFileThatIsCutInsideABlockNamesItsLastLine) {

@@ -107,6 +107,32 @@ TEST(Entities, WithABrokenGroupCodeAreDroppedAndTheNextIsRead) {
   }
 }
 
+TEST(Entities, ThatAreDroppedAreCountedWithTheLineOfTheFirstDamage) {
+  const auto dropped = [](const std::string& text) { return ReadDrawing(text).drawing.dropped; };
+  // The section begins with line 5.
+  EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8", "a", "0", "POINT", "8", "b"})),
+            (DroppedEntities{0, 0}));
+  EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8", "a", "x", "1", "0", "POINT", "8", "b",  //
+                               "0", "ARC", "-", "1", "0", "HATCH", "x", "1"})),
+            (DroppedEntities{2, 9}));
+  EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8", "a", "", "1"})), (DroppedEntities{1, 9}));
+  // A section's end that stands in the place of a value.
+  EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8"})), (DroppedEntities{1, 9}));
+}
+
+TEST(Entities, ThatAreCutOffCountAsDroppedInTheLastLine) {
+  const std::string start = joinLines({"2", "ENTITIES", "0", "ARC", "8", "a", "0", "LINE"});
+  const auto dropped = [&start](std::string_view tail) {
+    return ReadDrawing(start + std::string(tail)).drawing.dropped;
+  };
+  EXPECT_EQ(dropped(""), (DroppedEntities{1, 8}));
+  EXPECT_EQ(dropped("8"), (DroppedEntities{1, 9}));
+  EXPECT_EQ(dropped("8\nb\n"), (DroppedEntities{1, 10}));
+  EXPECT_EQ(dropped("8\nb\n10\n0"), (DroppedEntities{1, 12}));
+  // Without a name it is no entity.
+  EXPECT_EQ(dropped("8\nb\n0\n"), (DroppedEntities{0, 0}));
+}
+
 TEST(Entities, BeforeAnErrorStay) {
   EXPECT_EQ(
       entitiesOfLines({"0",    "ARC", "8", "a", "0",      "LINE", "8", "b", "x",     "y", "0",
@@ -297,9 +323,11 @@ TEST(Entities, MayBeLargerThanAnyWindow) {
 TEST(Entities, LargerThanAnyWindowAreDroppedWhenTheyAreCutOff) {
   std::string text = "2\nENTITIES\n0\nPOINT\n8\na\n0\nLWPOLYLINE\n8\nb\n";
   while (text.size() < 4 * TextSource::kWindow) text += "10\n1\n20\n0\n";
+  const auto lines = static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n'));
   const OpenFile file(text);
   ReadDrawing read(file.get());
   EXPECT_EQ(entitiesOf(read), Names{"POINT A"});
+  EXPECT_EQ(read.drawing.dropped, (DroppedEntities{1, lines}));
 }
 
 }  // namespace

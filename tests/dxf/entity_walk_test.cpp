@@ -33,6 +33,7 @@ class PlainWalk {
 
   Lines entities;  ///< kind, first layer and first x
   std::map<std::string, std::uint64_t> unknown;
+  std::uint64_t dropped = 0;
 
  private:
   struct Broken {};
@@ -46,6 +47,7 @@ class PlainWalk {
     std::size_t i = 0;
     while (i < lines_.size()) {
       std::size_t behindName = lines_.size();
+      bool inEntity = false;
       try {
         const std::string& name = line(i + 1);
         if (!isEntityName(name)) {
@@ -55,9 +57,11 @@ class PlainWalk {
           i += 2;
         } else {
           behindName = i + 2;
+          inEntity = true;
           i = readEntity(name, i + 2);
         }
       } catch (const Broken&) {
+        if (inEntity) ++dropped;
         i = nextEntity(behindName);
       }
     }
@@ -144,6 +148,7 @@ TEST(EntityWalk, FollowsItsRulesOnRandomLines) {
     ASSERT_EQ(describe(read), plain.entities) << textOf(lines);
     ASSERT_EQ(read.drawing.unknownKinds, UnknownKinds(plain.unknown.begin(), plain.unknown.end()))
         << textOf(lines);
+    ASSERT_EQ(read.drawing.dropped.count, plain.dropped) << textOf(lines);
   }
 }
 
@@ -173,6 +178,7 @@ TEST(EntityWalk, FollowsItsRulesAcrossWindows) {
     const ReadDrawing read(file.get());
     ASSERT_TRUE(describe(read) == plain.entities) << i;
     EXPECT_EQ(read.drawing.unknownKinds, UnknownKinds(plain.unknown.begin(), plain.unknown.end()));
+    EXPECT_EQ(read.drawing.dropped.count, plain.dropped);
   }
 }
 

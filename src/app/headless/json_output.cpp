@@ -57,8 +57,9 @@ std::string entities(const ConversionResult& result) {
   for (std::size_t i = 0; i < result.counts.size(); ++i) {
     const auto kind = static_cast<dxf::EntityKind>(i);
     const bool reported = kind != dxf::EntityKind::Vertex && kind != dxf::EntityKind::Seqend;
-    if (result.counts[i] > 0 && reported) {
-      members.add(dxf::entityName(kind), std::to_string(result.counts[i]));
+    const std::uint64_t converted = result.counts[i] - result.leftOut[i];
+    if (converted > 0 && reported) {
+      members.add(dxf::entityName(kind), std::to_string(converted));
     }
   }
   return members.close();
@@ -67,6 +68,26 @@ std::string entities(const ConversionResult& result) {
 std::string unrecognised(const ConversionResult& result) {
   Members members('{');
   for (const auto& [name, count] : result.unknownKinds) members.add(name, std::to_string(count));
+  return members.close();
+}
+
+/// Entities on layers that are assigned to 999.
+std::string leftOut(const ConversionResult& result) {
+  Members members('{');
+  for (std::size_t i = 0; i < result.leftOut.size(); ++i) {
+    const auto kind = static_cast<dxf::EntityKind>(i);
+    if (result.leftOut[i] > 0)
+      members.add(dxf::entityName(kind), std::to_string(result.leftOut[i]));
+  }
+  return members.close();
+}
+
+/// Entities that were dropped because of damage.
+std::string dropped(const ConversionResult& result) {
+  if (result.dropped.count == 0) return "null";
+  Members members('{');
+  members.add("count", std::to_string(result.dropped.count));
+  members.add("firstLine", std::to_string(result.dropped.firstLine));
   return members.close();
 }
 
@@ -124,7 +145,9 @@ std::string toJson(const ConversionResult& result, std::string_view reportFile,
   members.add("linesRead", std::to_string(result.linesRead));
   members.add("linesWritten", std::to_string(result.commandCount));
   members.add("entities", entities(result));
+  members.add("leftOut", leftOut(result));
   members.add("notRecognised", unrecognised(result));
+  members.add("damaged", dropped(result));
   members.add("extents", extents(result.extents));
   members.add("rangeWarning", result.rangeWarning ? "true" : "false");
   members.add("messages", messageList(messages));

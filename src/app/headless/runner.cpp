@@ -179,8 +179,9 @@ class Runner {
         texts_(3104, {quotable(result.dxfFile), std::to_string(convert::entityCount(result))});
     const std::string unknown = convert::unknownKindsText(result);
     if (!unknown.empty()) text += texts_(3105, {unknown});
-    text += "\n" +
-            texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n";
+    text += "\n";
+    for (const std::string& line : convert::leftOutTexts(result, texts_)) text += line + "\n";
+    text += texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n";
     if (result.scriptFile == "-" || plan_.several) return text;
     const std::string argument = convert::scriptArgument(result);
     return argument.empty() ? text : text + texts_(3107, {argument}) + "\n";

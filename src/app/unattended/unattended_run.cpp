@@ -4,6 +4,7 @@
 #include "app/unattended/unattended_host.h"
 #include "convert/messages.h"
 #include "convert/paths.h"
+#include "convert/summary.h"
 #include "errors/attempt.h"
 
 namespace quillon::unattended {
@@ -63,6 +64,9 @@ Outcome UnattendedRun::convert() {
   if (result.outcome == Outcome::Converted) {
     console_.printError(
         texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n");
+    for (const std::string& line : convert::leftOutTexts(result, texts_)) {
+      console_.printError(line + "\n");
+    }
   }
   return result.outcome;
 }

@@ -68,12 +68,13 @@ QString ResultPanel::resultText(const convert::ConversionResult& result) const {
   const std::string drawing = convert::quotable(result.dxfFile);
   const std::string script = convert::quotable(result.scriptFile);
   QStringList lines;
-  lines << context_.text(3140,
-                         {std::to_string(convert::entityCount(result) - result.leftOut), drawing})
+  lines << context_.text(3140, {std::to_string(convert::entityCount(result)), drawing})
         << context_.text(3141, {std::to_string(result.commandCount), script});
   const std::string unknown = convert::unknownKindsText(result);
   if (!unknown.empty()) lines << context_.text(3142, {unknown});
-  if (result.leftOut > 0) lines << context_.text(3148, {std::to_string(result.leftOut)});
+  for (const std::string& line : convert::leftOutTexts(result, context_.texts())) {
+    lines << toQt(line);
+  }
   if (result.outcome == convert::Outcome::Cancelled) lines << context_.text(3146);
   if (result.rangeWarning) lines << context_.text(3147);
   if (!command_.isEmpty()) lines << context_.text(3143, {fromQt(command_)});

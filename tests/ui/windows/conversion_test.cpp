@@ -133,6 +133,17 @@ TEST_F(ConversionTest, ADamagedDrawingIsToldWithItsLine) {
 }
 
 TEST_F(ConversionTest, ShowsTheReportAndItIsClosedByItsButton) {
+TEST_F(ConversionTest, WhatIsDroppedBecauseOfDamageIsNamed) {
+  window.setDrawing(toQt(folder.write("bad.dxf",
+                                      "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\nx\n1\n"
+                                      "0\nPOINT\n8\n0\n0\nENDSEC\n0\nEOF\n")));
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_TRUE(resultText().startsWith("Entities converted: 1 ")) << fromQt(resultText());
+  EXPECT_TRUE(resultText().contains(
+      "\nLeft out because the drawing is damaged: 1 (first damage in line 9)\n"))
+      << fromQt(resultText());
+}
+
   draw();
   find<QCheckBox>(window, "chkReport").setChecked(true);
   QString report;
