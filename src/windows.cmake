@@ -16,6 +16,7 @@ add_library(quillon_windows STATIC
   ui/windows/path_edit.cpp
   ui/windows/print_protocol.cpp
   ui/windows/progress_dialog.cpp
+  ui/windows/qt_texts.cpp
   ui/windows/question.cpp
   ui/windows/report_window.cpp
   ui/windows/result_panel.cpp

@@ -16,6 +16,7 @@
 #include "errors/program.h"
 #include "ui/windows/app_icon.h"
 #include "ui/windows/main_window.h"
+#include "ui/windows/qt_texts.h"
 #include "ui/windows/splash.h"
 #include "ui/windows/window_fault_view.h"
 
@@ -70,6 +71,8 @@ int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
   QApplication::setDesktopFileName("quillon");
   QApplication::setWindowIcon(ui::appIcon());
   ui::AppContext context{settings::SettingsStore(programFolder), start.line, resources::kGerman};
+  ui::QtTexts qtTexts(context);
+  QApplication::installTranslator(&qtTexts);
   console::Console console(false);
   const errors::ProgramIdentity program = errors::thisProgram("quillon", programFolder);
   ui::WindowFaultView shown(context, program);

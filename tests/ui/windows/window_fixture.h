@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
@@ -11,12 +15,15 @@
 #include "support/dxf_builder.h"
 #include "support/temp_folder.h"
 #include "ui/windows/main_window.h"
+#include "ui/windows/qt_texts.h"
 
 namespace quillon::ui {
 
 /// Windows of a program whose folder is empty, in English.
 class WindowTest : public ::testing::Test {
  protected:
+  WindowTest() { QCoreApplication::installTranslator(&qtTexts); }
+
   template <typename Widget>
   static Widget& find(QWidget& window, const char* name) {
     auto* const widget = window.findChild<Widget*>(name);
@@ -25,6 +32,28 @@ class WindowTest : public ::testing::Test {
   }
   static void click(QWidget& window, const char* name) {
     QTest::mouseClick(&find<QAbstractButton>(window, name), Qt::LeftButton);
+  }
+
+  /// Chooses an entry of a list with the mouse, once its window shows.
+  static void choose(QComboBox& list, int index) {
+    QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
+    clickEntry(list, index);
+  }
+  /// Clicks an entry of an opened list.
+  static void clickEntry(QComboBox& list, int index) {
+    QAbstractItemView& view = *list.view();
+    ASSERT_TRUE(view.isVisible());
+    const QModelIndex entry = view.model()->index(index, 0);
+    view.scrollTo(entry);
+    const QPoint at = view.visualRect(entry).center();
+    QTest::mouseMove(view.viewport(), at);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, at);
+  }
+  /// Types a file's name into a dialog and confirms with Enter.
+  static void enterName(QFileDialog& dialog, const QString& name) {
+    auto& field = find<QLineEdit>(dialog, "fileNameEdit");
+    field.setText(name);
+    QTest::keyClick(&field, Qt::Key_Return);
   }
 
   /// Does something with the next modal window that opens, as a user would; it must close it.
@@ -61,6 +90,7 @@ class WindowTest : public ::testing::Test {
 
   testing::TempFolder folder;
   AppContext context{settings::SettingsStore(folder.path() / "program"), {}, resources::kEnglish};
+  QtTexts qtTexts{context};
   QObject timers;  ///< owns what waits, so that nothing outlives its test
   int modalWindows = 0;
   QString boxTitle;
