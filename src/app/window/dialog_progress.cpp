@@ -13,11 +13,7 @@ void DialogProgress::begin(std::string_view file, bool inBatch) {
 }
 
 void DialogProgress::setProgress(bool writing, int percent) {
-  if (writing) {
-    dialog_.setWriteBeam(percent);
-  } else {
-    dialog_.setReadBeam(percent);
-  }
+  dialog_.setProgress(writing, percent);
 }
 
 void DialogProgress::processEvents() { QCoreApplication::processEvents(); }

@@ -13,6 +13,7 @@ QProgressBar* makeBar(QWidget* parent, const char* name) {
   auto* const bar = new QProgressBar(parent);
   bar->setObjectName(name);
   bar->setRange(0, kComplete);
+  bar->setTextVisible(false);  // the label says it
   return bar;
 }
 
@@ -57,6 +58,8 @@ ProgressDialog::ProgressDialog(AppContext& context, QWidget* parent)
 void ProgressDialog::loadResources() {
   setWindowTitle(context_.text(2600));
   cancelButton_->setText(context_.text(2601));
+  readPrefix_ = context_.text(2602) + ' ';
+  writePrefix_ = context_.text(2603) + ' ';
   readLabel_->setText(context_.text(2602));
   writeLabel_->setText(context_.text(2603));
   status_->clear();
@@ -68,6 +71,20 @@ void ProgressDialog::loadResources() {
 void ProgressDialog::setReadBeam(int value) { readBar_->setValue(value); }
 
 void ProgressDialog::setWriteBeam(int value) { writeBar_->setValue(value); }
+
+void ProgressDialog::read(int i) { readLabel_->setText(readPrefix_ + QString::number(i) + '%'); }
+
+void ProgressDialog::write(int i) { writeLabel_->setText(writePrefix_ + QString::number(i) + '%'); }
+
+void ProgressDialog::setProgress(bool writing, int percent) {
+  if (writing) {
+    setWriteBeam(percent);
+    write(percent);
+  } else {
+    setReadBeam(percent);
+    read(percent);
+  }
+}
 
 void ProgressDialog::setStatus(std::string_view text) { status_->setText(toQt(text)); }
 

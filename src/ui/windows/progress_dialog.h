@@ -22,6 +22,12 @@ class ProgressDialog : public QDialog {
   int writeBeam() const { return writeBar_->value(); }
   void setReadBeam(int value);
   void setWriteBeam(int value);
+  /// Shows how far reading has come, in percent, behind its label.
+  void read(int i);
+  /// The same for writing.
+  void write(int i);
+  /// Bar and label of writing or reading, in percent.
+  void setProgress(bool writing, int percent);
   void setStatus(std::string_view text);
 
   /// True once the user has cancelled, until the next loadResources.
@@ -36,6 +42,8 @@ class ProgressDialog : public QDialog {
   AppContext& context_;
   QLabel* readLabel_;
   QLabel* writeLabel_;
+  QString readPrefix_;
+  QString writePrefix_;
   QLabel* status_;
   QProgressBar* readBar_;
   QProgressBar* writeBar_;

@@ -9,6 +9,7 @@
 
 #include "convert/messages.h"
 #include "convert/output_file.h"
+#include "convert/paths.h"
 #include "ui/windows/file_dialog.h"
 
 namespace quillon::ui {
@@ -62,6 +63,18 @@ void ReportWindow::loadResources() {
 }
 
 void ReportWindow::loadInfo(std::string_view report) {
+  try {
+    fill(report);
+  } catch (const std::exception&) {
+    report_.clear();
+    info_->clear();
+    const std::string folder = convert::fromPath(context_.store.programFolder());
+    QMessageBox::critical(this, context_.text(2811),
+                          context_.text(3163, {folder + "\\Convers.lgf"}));
+  }
+}
+
+void ReportWindow::fill(std::string_view report) {
   report_ = report;
   info_->setPlainText(toQt(report).remove('\r'));
 }

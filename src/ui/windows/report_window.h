@@ -15,8 +15,12 @@ class ReportWindow : public QDialog {
   explicit ReportWindow(AppContext& context, QWidget* parent = nullptr);
 
   void loadResources();
-  /// Shows a report's text.
+  /// Shows a report's text. When that fails it says so, and the window stays empty.
   void loadInfo(std::string_view report);
+
+ protected:
+  /// Puts the text into the window; throws when that fails.
+  virtual void fill(std::string_view report);
 
  private:
   void save();

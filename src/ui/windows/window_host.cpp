@@ -15,13 +15,7 @@ QString boxText(const std::string& text) { return toQt(text).replace('\r', '\n')
 
 }  // namespace
 
-void WindowHost::setProgress(bool writing, int percent) {
-  if (writing) {
-    progress_.setWriteBeam(percent);
-  } else {
-    progress_.setReadBeam(percent);
-  }
-}
+void WindowHost::setProgress(bool writing, int percent) { progress_.setProgress(writing, percent); }
 
 void WindowHost::processEvents() { QCoreApplication::processEvents(); }
 

@@ -96,6 +96,46 @@ TEST_F(ReportWindowTest, ShowsCopiesAndSavesTheReport) {
   });
   click(window, "btnSave");
   EXPECT_EQ(folder.read("report.txt"), "\r\nConversion Report \r\nTür");
+/// A window that has no room for its text.
+class FullReportWindow : public ReportWindow {
+ public:
+  using ReportWindow::ReportWindow;
+
+ protected:
+  void fill(std::string_view report) override {
+    ReportWindow::fill(report.substr(0, 3));
+    throw std::bad_alloc();
+  }
+};
+
+TEST_F(ReportWindowTest, StaysEmptyAndSaysSoWhenItCannotBeFilled) {
+  FullReportWindow full(context);
+  whenAsked(QMessageBox::Ok);
+  full.loadInfo("Conversion Report");
+  EXPECT_EQ(boxTitle, "Error");
+  EXPECT_EQ(boxText, "Can't load file '" + path("program") + "\\Convers.lgf'!");
+  EXPECT_EQ(find<QPlainTextEdit>(full, "txtInfo").toPlainText(), "");
+}
+
+TEST_F(WindowTest, TheProgressDialogShowsPercentagesBehindItsLabels) {
+  ProgressDialog dialog(context);
+  EXPECT_EQ(find<QLabel>(dialog, "labRead").text(), "Read in DXF file");
+  dialog.read(7);
+  EXPECT_EQ(find<QLabel>(dialog, "labRead").text(), "Read in DXF file 7%");
+  EXPECT_EQ(dialog.readBeam(), 0);
+  dialog.setProgress(false, 40);
+  dialog.setProgress(true, 5);
+  EXPECT_EQ(find<QLabel>(dialog, "labRead").text(), "Read in DXF file 40%");
+  EXPECT_EQ(find<QLabel>(dialog, "labWrite").text(), "Write into Script file 5%");
+  EXPECT_EQ(dialog.readBeam(), 40);
+  EXPECT_EQ(dialog.writeBeam(), 5);
+  context.LanguageOffset = resources::kGerman;
+  dialog.loadResources();
+  EXPECT_EQ(find<QLabel>(dialog, "labRead").text(), "Einlesen der DXF-Datei");
+  dialog.read(100);
+  EXPECT_EQ(find<QLabel>(dialog, "labRead").text(), "Einlesen der DXF-Datei 100%");
+}
+
 }
 
 class FileDialogTest : public WindowTest {
