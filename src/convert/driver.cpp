@@ -225,6 +225,9 @@ class Conversion {
       result_.scriptFile = "-";
       return;
     }
+    if (job_.scriptBesideDrawing && !surroundings_.readStandardInput) {
+      job_.scriptFile = scriptBeside(result_.dxfFile);
+    }
     scriptPath_ = findForCreation(job_.scriptFile);
     result_.scriptFile = fromPath(scriptPath_);
     std::error_code error;
@@ -271,10 +274,10 @@ class Conversion {
     result_.extents = script.extents();
     result_.counts = translator.counts();
     result_.leftOut = translator.leftOut();
+    result_.dropped = drawing_->dropped;
     for (const auto& [name, count] : drawing_->unknownKinds) {
       result_.unknownKinds[dxf::toUtf8(name, drawing_->encoding)] += count;
     }
-    result_.dropped = drawing_->dropped;
   }
 
   void finish() {

@@ -16,6 +16,8 @@ enum BlockHandling : int { kDrawBlocks = 0, kUsedBlocksAsParts = 1, kAllBlocksAs
 struct ConversionJob {
   std::string dxfFile;
   std::string scriptFile;
+  /// The script goes beside the drawing that is found, with its name; `scriptFile` is not used.
+  bool scriptBesideDrawing = false;
   std::string drawingName;  ///< board, schematic or library; trimmed before use; may be empty
   int targetKind = kBoard;
   std::string layerFile;  ///< layer assignment file; may be empty

@@ -135,4 +135,11 @@ std::string_view lastComponent(std::string_view name) {
   return separator == std::string_view::npos ? name : name.substr(separator + 1);
 }
 
+std::string scriptBeside(std::string_view drawing) {
+  const std::string_view name = lastComponent(drawing);
+  const std::size_t dot = name.rfind('.');
+  const std::size_t extension = dot == std::string_view::npos ? 0 : name.size() - dot;
+  return std::string(drawing.substr(0, drawing.size() - extension)) + ".scr";
+}
+
 }  // namespace quillon::convert

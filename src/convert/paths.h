@@ -42,4 +42,7 @@ bool isMissing(const std::filesystem::path& path);
 /// The last component of a name, after the last "\" or "/".
 std::string_view lastComponent(std::string_view name);
 
+/// The path of a script in the folder of a drawing, with the drawing's name.
+std::string scriptBeside(std::string_view drawing);
+
 }  // namespace quillon::convert

@@ -37,6 +37,25 @@ TEST_F(UnattendedTest, ConvertsOneDrawingWithTheSettingsOfTheFile) {
   EXPECT_EQ(folder.read("out.scr"), lineScript("PART"));
 }
 
+#ifndef _WIN32
+TEST_F(UnattendedTest, AScriptThatIsNotNamedGoesBesideItsDrawing) {
+  drawings("Part.dxf");
+  const testing::ProgramResult one = run({"/x:IN\\PART.DXF", "/b:p", "/ru"});
+  expectResult(one, 0, "", written("in/Part.scr", kLines));
+  EXPECT_EQ(run({"/x:in\\*.dxf", "/w:o", "/rx"}).exitCode, 0);
+  EXPECT_EQ(files(), (Strings{"in", "in/Part.dxf", "in/Part.scr", "program", "program/larkspur.ini",
+                              "program/quillon", "program/quillon.cfh"}));
+}
+
+TEST_F(UnattendedTest, WhatIsLeftOutIsNamed) {
+  folder.write("part.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\nx\n0\n  0\nENDSEC\n  0\nEOF\n");
+  const testing::ProgramResult result = run({"/x:part.dxf", "/s:out.scr", "/ru"});
+  EXPECT_TRUE(result.error.ends_with(
+      "lines written\nLeft out because the drawing is damaged: 1 (first damage in line 7)\n"))
+      << result.error;
+}
+#endif
+
 TEST_F(UnattendedTest, OptionsReplaceTheSettings) {
   write("part.dxf", oneLine());
   expectResult(run({"/x:part.dxf", "/s:out.scr", "/o:s", "/b:sheet", "/v:3", "/u:mm", "/f:2",

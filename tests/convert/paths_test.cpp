@@ -119,5 +119,11 @@ TEST(LastComponent, FollowsTheLastSeparatorOfEitherKind) {
   EXPECT_EQ(lastComponent(""), "");
 }
 
+TEST(ScriptBeside, HasTheFolderAndTheNameOfTheDrawing) {
+  EXPECT_EQ(scriptBeside("part.dxf"), "part.scr");
+  EXPECT_EQ(scriptBeside("/in/a.part.DXF"), "/in/a.part.scr");
+  EXPECT_EQ(scriptBeside("\\in.old\\part"), "\\in.old\\part.scr");
+}
+
 }  // namespace
 }  // namespace quillon::convert

@@ -38,7 +38,8 @@ std::string folderOf(std::string_view path, const settings::SettingsStore& store
 Batch listBatch(const settings::Settings& settings, const settings::SettingsStore& store) {
   Batch batch;
   batch.folder = folderOf(settings.dxfFile, store);
-  const std::string scripts = folderOf(settings.scriptFile, store);
+  const std::string scripts =
+      settings::scriptBesideDrawing(settings) ? batch.folder : folderOf(settings.scriptFile, store);
   std::error_code error;
   fs::directory_iterator entry(convert::findExisting(batch.folder), error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {

@@ -188,6 +188,12 @@ bool SaveSettings(const SettingsStore& store, const Settings& settings) {
                                    {"blocks", std::to_string(settings.blocks)}});
 }
 
+bool pathsHaveDrives() { return std::filesystem::path("C:").has_root_name(); }
+
+bool scriptBesideDrawing(const Settings& settings) {
+  return !pathsHaveDrives() && settings.scriptFile == Settings{}.scriptFile;
+}
+
 convert::Surroundings surroundingsOf(const SettingsStore& store, int languageOffset) {
   convert::Surroundings surroundings;
   surroundings.languageOffset = languageOffset;
@@ -200,6 +206,7 @@ convert::ConversionJob jobOf(const Settings& settings, const CommandLine& comman
   convert::ConversionJob job;
   job.dxfFile = settings.dxfFile;
   job.scriptFile = settings.scriptFile;
+  job.scriptBesideDrawing = scriptBesideDrawing(settings);
   job.drawingName = settings.drawingName;
   job.targetKind = settings.targetKind;
   job.layerFile = settings.layerFile;

@@ -57,6 +57,13 @@ Settings LoadSettings(const SettingsStore& store, const convert::CommandLine& co
 /// Saves the settings, all of them or none. False when that failed.
 bool SaveSettings(const SettingsStore& store, const Settings& settings);
 
+/// True on a system whose paths may begin with a drive.
+bool pathsHaveDrives();
+
+/// True where no script has been chosen and its initial path, which has a drive, would name a file
+/// in the current folder, since paths have no drives. The script goes beside the drawing then.
+bool scriptBesideDrawing(const Settings& settings);
+
 /// What the program adds to its jobs: the language, and the frame file of its folder, which is made
 /// when it is missing.
 convert::Surroundings surroundingsOf(const SettingsStore& store, int languageOffset);

@@ -3,7 +3,6 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QDropEvent>
-#include <QFileInfo>
 #include <QLayout>
 #include <QMessageBox>
 #include <QMimeData>
@@ -45,6 +44,12 @@ MainWindow::MainWindow(AppContext& context)
   showSettings({});
 }
 
+MainWindow::~MainWindow() {
+  // A field that has the focus loses it while the controls go, after what it would tell this
+  // window.
+  controls_.txtDXFDatei->disconnect(this);
+}
+
 void MainWindow::connectControls() {
   const auto onClick = [this](QPushButton* button, void (MainWindow::*action)()) {
     button->setAutoDefault(false);
@@ -58,6 +63,10 @@ void MainWindow::connectControls() {
   onClick(controls_.befLanguage, &MainWindow::chooseLanguage);
   onClick(controls_.befHilfe, &MainWindow::befHilfe_Click);
   onClick(controls_.befEnde, &MainWindow::befEnde_Click);
+  // Where the initial script's path has no meaning, a typed drawing gets its script at once.
+  connect(controls_.txtDXFDatei, &QLineEdit::editingFinished, this, [this] {
+    if (!settings::pathsHaveDrives()) followDrawing();
+  });
   connect(controls_.befStart, &QPushButton::clicked, this, [this] { befStart_Click(); });
   connect(controls_.targets, &QButtonGroup::idClicked, this, &MainWindow::chooseTarget);
   connect(controls_.labViewer, &QLabel::linkActivated, this, [this] { labViewer_Click(); });
@@ -124,9 +133,18 @@ void MainWindow::showSettings(const settings::Settings& settings) {
 
 void MainWindow::setDrawing(const QString& path) {
   controls_.txtDXFDatei->setPath(path);
-  const QFileInfo file(path);
-  controls_.txtScriptdatei->setPath(
-      QDir::toNativeSeparators(file.dir().filePath(file.completeBaseName() + ".scr")));
+  followedScript_ = controls_.txtScriptdatei->path();
+  followDrawing();
+}
+
+void MainWindow::followDrawing() {
+  const std::string drawing = fromQt(controls_.txtDXFDatei->path());
+  const std::string script = fromQt(controls_.txtScriptdatei->path());
+  const settings::Settings initial;
+  const bool chosen = script != initial.scriptFile && toQt(script) != followedScript_;
+  if (chosen || drawing.empty() || drawing == initial.dxfFile) return;
+  followedScript_ = toQt(convert::scriptBeside(drawing));
+  controls_.txtScriptdatei->setPath(followedScript_);
 }
 
 void MainWindow::chooseTarget(int kind) {
@@ -180,12 +198,8 @@ void MainWindow::browseForDrawing() {
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtDXFDatei->path())));
   const QString path = dialog.ShowOpen(this);
   if (path.isEmpty()) return;
-  // As long as no script was chosen it stands beside the drawing.
-  if (fromQt(controls_.txtScriptdatei->path()) == settings::Settings{}.scriptFile) {
-    setDrawing(path);
-  } else {
-    controls_.txtDXFDatei->setPath(path);
-  }
+  controls_.txtDXFDatei->setPath(path);
+  followDrawing();
 }
 
 void MainWindow::browseForScript() {

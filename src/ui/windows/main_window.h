@@ -17,6 +17,9 @@ namespace quillon::ui {
 class MainWindow : public QDialog {
  public:
   explicit MainWindow(AppContext& context);
+  ~MainWindow() override;
+  MainWindow(const MainWindow&) = delete;
+  MainWindow& operator=(const MainWindow&) = delete;
 
   /// Sets captions, lists and tool tips in the present language.
   void loadResources();
@@ -42,6 +45,8 @@ class MainWindow : public QDialog {
   void connectControls();
   void chooseTarget(int kind);
   void fillLayers(int kind);
+  /// Puts the script beside the drawing, as long as the user has chosen none.
+  void followDrawing();
   void browseForDrawing();
   void browseForScript();
   void browseForName();
@@ -58,6 +63,7 @@ class MainWindow : public QDialog {
   MainControls controls_;
   ToolTipTable toolTips_;
   QPointer<LayerEditor> layerEditor_;  ///< while it is open
+  QString followedScript_;             ///< the path that followDrawing last set
   double polyWidth_ = 0.0;
   ProgressDialog* progress_ = nullptr;  ///< while a conversion runs
 };

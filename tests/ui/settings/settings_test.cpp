@@ -296,6 +296,13 @@ TEST_F(SettingsTest, TheJobHoldsTheNumbersOfTheTexts) {
   EXPECT_FALSE(jobOf(settings, CommandLine{}).overwriteScript);
 }
 
+TEST_F(SettingsTest, WithoutDrivesAScriptThatWasNotChosenGoesBesideTheDrawing) {
+  Settings settings;
+  EXPECT_EQ(jobOf(settings, CommandLine{}).scriptBesideDrawing, !pathsHaveDrives());
+  settings.scriptFile = "out.scr";
+  EXPECT_FALSE(jobOf(settings, CommandLine{}).scriptBesideDrawing);
+}
+
 TEST_F(SettingsTest, TheJobHoldsEveryChoice) {
   const Settings settings = load(
       "dxffile=A\r\nscr=B\r\nlayerfile=C\r\nbrdsch=D\r\nbrd=1\r\nversion=0\r\nunit=3\r\n"

@@ -32,10 +32,14 @@ class MainWindowTest : public WindowTest {
         dialog.reject();
         return;
       }
-      dialog.findChild<QLineEdit*>("fileNameEdit")->setText(name);
-      static_cast<QDialog&>(dialog).accept();
-      if (dialog.isVisible()) QMetaObject::invokeMethod(&dialog, "accept");
+      enterName(dialog, name);
     });
+  }
+
+  void setDrawingByBrowsing(const std::string& name) {
+    writeDrawing(name);
+    chooseInDialog(path(name));
+    click(window, "btnDXFbrowse");
   }
 
   MainWindow window{context};
@@ -155,6 +159,39 @@ TEST_F(MainWindowTest, BrowsesForTheDrawingInItsFolder) {
   // No script was chosen yet, so it goes beside the drawing.
   EXPECT_EQ(field("txtScriptdatei").text(), path("part.scr"));
 }
+
+TEST_F(MainWindowTest, TheScriptFollowsTheDrawingUntilOneIsChosen) {
+  setDrawingByBrowsing("a.dxf");
+  setDrawingByBrowsing("b.dxf");
+  EXPECT_EQ(field("txtScriptdatei").text(), path("b.scr"));
+  field("txtScriptdatei").setText(path("mine.scr"));
+  setDrawingByBrowsing("a.dxf");
+  EXPECT_EQ(field("txtScriptdatei").text(), path("mine.scr"));
+}
+
+#ifndef _WIN32
+TEST_F(MainWindowTest, ATypedDrawingGetsItsScriptBesideIt) {
+  writeDrawing("Part.dxf");
+  find<QCheckBox>(window, "chkReport").setChecked(false);
+  window.show();
+  QLineEdit& drawing = field("txtDXFDatei");
+  drawing.setFocus();
+  drawing.selectAll();
+  QTest::keyClicks(&drawing, path("Part.dxf"));
+  QTest::keyClick(&drawing, Qt::Key_Return);
+  EXPECT_TRUE(folder.has("Part.scr"));
+  EXPECT_EQ(window.settings().scriptFile, folder.file("Part.scr"));
+  EXPECT_FALSE(std::filesystem::exists("C:\\CONVERS.SCR"));
+}
+
+TEST_F(MainWindowTest, ADrawingThatIsChosenAfterStartGetsItsScriptBesideIt) {
+  writeDrawing("part.dxf");
+  find<QCheckBox>(window, "chkReport").setChecked(false);
+  chooseInDialog(path("part.dxf"));
+  EXPECT_EQ(window.befStart_Click().scriptFile, folder.file("part.scr"));
+  EXPECT_TRUE(folder.has("part.scr"));
+}
+#endif
 
 TEST_F(MainWindowTest, BrowsesForAScriptThatNeedNotExist) {
   chooseInDialog(path("new.scr"));
