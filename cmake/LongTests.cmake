@@ -7,7 +7,8 @@ function(quillon_memcheck name)
   if(QUILLON_VALGRIND AND NOT QUILLON_SANITIZE)
     add_test(NAME memcheck.${name} COMMAND ${QUILLON_VALGRIND}
       --quiet --leak-check=full --error-exitcode=99 $<TARGET_FILE:${name}>)
-    set_tests_properties(memcheck.${name} PROPERTIES LABELS long TIMEOUT 3600)
+    set_tests_properties(memcheck.${name} PROPERTIES LABELS long TIMEOUT 3600
+      ENVIRONMENT QUILLON_PATIENCE=50)
   endif()
 endfunction()
 

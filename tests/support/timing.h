@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdlib>
 #include <ctime>
 
 namespace quillon::testing {
@@ -17,6 +18,13 @@ double leastSeconds(const Run& run) {
     least = std::min(least, ticks / CLOCKS_PER_SEC);
   }
   return least;
+}
+
+/// How many times longer than usual something may take here: sanitizers and valgrind slow
+/// everything down.
+inline int patience() {
+  const char* const times = std::getenv("QUILLON_PATIENCE");
+  return times == nullptr ? 1 : std::max(1, std::atoi(times));
 }
 
 }  // namespace quillon::testing

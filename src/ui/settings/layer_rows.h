@@ -52,6 +52,7 @@ class LayerRows {
 
   /// Marks the state that undo goes back to.
   void beginChange();
+  bool canUndo() const { return !history_.empty(); }
   /// Goes back before the last change. False when there is none.
   bool undo();
 

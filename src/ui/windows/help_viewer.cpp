@@ -1,12 +1,13 @@
 #include "ui/windows/help_viewer.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <memory>
 
 namespace quillon::ui {
 namespace {
@@ -66,15 +67,25 @@ bool HelpViewer::showPage(int contextId) {
 }
 
 bool openHelp(const AppContext& context, int contextId, QWidget* parent) {
-  const QString folder = findHelpFolder(QCoreApplication::applicationDirPath());
+  return openHelp(context, findHelpFolder(QCoreApplication::applicationDirPath()), contextId,
+                  parent);
+}
+
+bool openHelp(const AppContext& context, const QString& folder, int contextId, QWidget* parent) {
   if (folder.isEmpty()) return false;
-  auto* const viewer = new HelpViewer(folder, parent);
-  viewer->setAttribute(Qt::WA_DeleteOnClose);
-  if (!viewer->showPage(context.LanguageOffset + contextId)) {
-    delete viewer;
-    return false;
+  const int page = context.LanguageOffset + contextId;
+  for (QWidget* const window : QApplication::topLevelWidgets()) {
+    auto* const open = dynamic_cast<HelpViewer*>(window);
+    if (open == nullptr || !open->isVisible() || !open->showPage(page)) continue;
+    open->setWindowState(open->windowState() & ~Qt::WindowMinimized);
+    open->raise();
+    open->activateWindow();
+    return true;
   }
-  viewer->show();
+  auto viewer = std::make_unique<HelpViewer>(folder, parent);
+  if (!viewer->showPage(page)) return false;
+  viewer->setAttribute(Qt::WA_DeleteOnClose);
+  viewer.release()->show();
   return true;
 }
 

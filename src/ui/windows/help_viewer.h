@@ -29,7 +29,10 @@ class HelpViewer : public QDialog {
   QTextBrowser* page_;
 };
 
-/// Opens the help at a page of the present language. False when the help is not there.
+/// Opens the help at a page of the present language, in the viewer that is open already if there is
+/// one. False when the help is not there.
 bool openHelp(const AppContext& context, int contextId, QWidget* parent);
+/// The same for the pages of a folder.
+bool openHelp(const AppContext& context, const QString& folder, int contextId, QWidget* parent);
 
 }  // namespace quillon::ui

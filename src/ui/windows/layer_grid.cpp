@@ -2,9 +2,12 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMessageBox>
 #include <set>
 #include <utility>
@@ -14,6 +17,12 @@
 
 namespace quillon::ui {
 namespace {
+
+// Entries that Qt's own menus have as well.
+constexpr int kUndoText = 3326;
+constexpr int kCutText = 3328;
+constexpr int kCopyText = 3329;
+constexpr int kPasteText = 3330;
 
 constexpr int kRowCount = static_cast<int>(settings::LayerRows::kMostRows);
 
@@ -141,6 +150,24 @@ void LayerGrid::clearSelectedRows() {
   changed();
 }
 
+void LayerGrid::cut() {
+  copy();
+  clearSelectedRows();
+}
+
+void LayerGrid::copy() { QGuiApplication::clipboard()->setText(selectedText()); }
+
+void LayerGrid::paste() { pasteText(QGuiApplication::clipboard()->text()); }
+
+void LayerGrid::chooseLayer() {
+  if (currentRow() < 0) return;
+  // The rows that are selected stay, wherever the current cell goes.
+  selectionModel()->setCurrentIndex(model()->index(currentRow(), kLayer),
+                                    QItemSelectionModel::NoUpdate);
+  edit(currentIndex());
+  if (auto* const list = qobject_cast<QComboBox*>(indexWidget(currentIndex()))) list->showPopup();
+}
+
 void LayerGrid::undo() {
   if (rows_.undo()) changed();
 }
@@ -155,10 +182,12 @@ void LayerGrid::moveDown() {
 }
 
 void LayerGrid::keyPressEvent(QKeyEvent* event) {
-  if (event->matches(QKeySequence::Copy)) {
-    QGuiApplication::clipboard()->setText(selectedText());
+  if (event->matches(QKeySequence::Cut)) {
+    cut();
+  } else if (event->matches(QKeySequence::Copy)) {
+    copy();
   } else if (event->matches(QKeySequence::Paste)) {
-    pasteText(QGuiApplication::clipboard()->text());
+    paste();
   } else if (event->matches(QKeySequence::Undo)) {
     undo();
   } else if (event->key() == Qt::Key_Delete) {
@@ -175,6 +204,53 @@ void LayerGrid::keyPressEvent(QKeyEvent* event) {
   } else {
     QTableWidget::keyPressEvent(event);
   }
+}
+
+/// True for a plain click on the layer of one of several selected rows.
+bool LayerGrid::isChoiceForSelection(const QMouseEvent& event) const {
+  if (event.button() != Qt::LeftButton || event.modifiers() != Qt::NoModifier) return false;
+  const QModelIndex index = indexAt(event.position().toPoint());
+  const QList<int> selected = selectedRows();
+  return index.column() == kLayer && selected.size() > 1 && selected.contains(index.row());
+}
+
+void LayerGrid::mousePressEvent(QMouseEvent* event) {
+  choosing_ = isChoiceForSelection(*event);
+  QTableWidget::mousePressEvent(event);
+}
+
+void LayerGrid::mouseReleaseEvent(QMouseEvent* event) {
+  QTableWidget::mouseReleaseEvent(event);
+  if (std::exchange(choosing_, false)) chooseLayer();
+}
+
+QItemSelectionModel::SelectionFlags LayerGrid::selectionCommand(const QModelIndex& index,
+                                                                const QEvent* event) const {
+  return choosing_ ? QItemSelectionModel::NoUpdate : QTableWidget::selectionCommand(index, event);
+}
+
+void LayerGrid::contextMenuEvent(QContextMenuEvent* event) {
+  const bool any = !selectedIndexes().isEmpty();
+  QMenu menu(this);
+  menu.setObjectName("mnuLayers");
+  const auto add = [this, &menu](const QString& text, QKeySequence keys, bool enabled,
+                                 void (LayerGrid::*action)()) {
+    QAction* const entry = menu.addAction(text, this, action);
+    entry->setShortcut(keys);
+    entry->setEnabled(enabled);
+  };
+  add(context_.text(kUndoText), QKeySequence::Undo, rows_.canUndo(), &LayerGrid::undo);
+  menu.addSeparator();
+  add(context_.text(kCutText), QKeySequence::Cut, any, &LayerGrid::cut);
+  add(context_.text(kCopyText), QKeySequence::Copy, any, &LayerGrid::copy);
+  add(context_.text(kPasteText), QKeySequence::Paste,
+      !QGuiApplication::clipboard()->text().isEmpty(), &LayerGrid::paste);
+  add(context_.text(3158), QKeySequence(Qt::Key_Delete), any, &LayerGrid::clearSelectedRows);
+  menu.addSeparator();
+  add(context_.text(3157), {}, any, &LayerGrid::chooseLayer);
+  const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
+  menu.exec(byKeyboard ? viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft())
+                       : event->globalPos());
 }
 
 }  // namespace quillon::ui

@@ -26,15 +26,26 @@ class LayerGrid : public QTableWidget {
   /// Puts lines into the rows from the selection on: name, tab, layer; or one column.
   void pasteText(const QString& text);
   QString selectedText() const;
+  void cut();
+  void copy();
+  void paste();
   void clearSelectedRows();
+  /// Opens the list of EAGLE layers in the current row; the choice goes to all selected rows.
+  void chooseLayer();
   void undo();
 
   std::function<void()> onChanged;  ///< after the table has changed
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override;
 
  private:
+  bool isChoiceForSelection(const QMouseEvent& event) const;
   void cellEdited(int row, int column);
   void warnOfDuplicate();
   QList<int> selectedRows() const;
@@ -44,6 +55,7 @@ class LayerGrid : public QTableWidget {
   AppContext& context_;
   settings::LayerRows& rows_;
   bool refreshing_ = false;
+  bool choosing_ = false;  ///< a click opens the list for the selected rows, which stay
   int uncheckedRow_ = -1;  ///< whose name may be used already, or -1
 };
 

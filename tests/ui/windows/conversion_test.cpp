@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
+#include "support/timing.h"
 #include "ui/windows/report_window.h"
 #include "ui/windows/window_fixture.h"
 
@@ -132,7 +133,6 @@ TEST_F(ConversionTest, ADamagedDrawingIsToldWithItsLine) {
   EXPECT_TRUE(window.isEnabled());
 }
 
-TEST_F(ConversionTest, ShowsTheReportAndItIsClosedByItsButton) {
 TEST_F(ConversionTest, WhatIsDroppedBecauseOfDamageIsNamed) {
   window.setDrawing(toQt(folder.write("bad.dxf",
                                       "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\nx\n1\n"
@@ -144,6 +144,7 @@ TEST_F(ConversionTest, WhatIsDroppedBecauseOfDamageIsNamed) {
       << fromQt(resultText());
 }
 
+TEST_F(ConversionTest, ShowsTheReportAndItIsClosedByItsButton) {
   draw();
   find<QCheckBox>(window, "chkReport").setChecked(true);
   QString report;
@@ -183,18 +184,22 @@ TEST_F(ConversionTest, ShowsTheProgressAndDisablesTheWindowMeanwhile) {
 TEST_F(ConversionTest, ACancelAnswersAtOnce) {
   drawEndless();
   window.show();
-  QElapsedTimer sinceCancel;
-  QTimer::singleShot(50, &timers, [this, &sinceCancel] {
-    sinceCancel.start();
-    QTest::keyClick(&find<ProgressDialog>(window, "frmDxf_msg"), Qt::Key_Escape);
-  });
-  qint64 elapsed = 0;
-  whenModal<QMessageBox>([&](QMessageBox& box) {
-    elapsed = sinceCancel.elapsed();
-    box.accept();
-  });
-  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Cancelled);
-  EXPECT_LT(elapsed, 1000);  // 100 ms is the aim; the rest is for a busy machine
+  // The least of several runs: what else the machine does must not decide.
+  qint64 least = 1000;
+  for (int run = 0; run < 5; ++run) {
+    std::filesystem::remove(folder.file("endless.scr"));
+    QElapsedTimer sinceCancel;
+    QTimer::singleShot(50, &timers, [this, &sinceCancel] {
+      sinceCancel.start();
+      QTest::keyClick(&find<ProgressDialog>(window, "frmDxf_msg"), Qt::Key_Escape);
+    });
+    whenModal<QMessageBox>([&](QMessageBox& box) {
+      least = std::min(least, sinceCancel.elapsed());
+      box.accept();
+    });
+    EXPECT_EQ(window.befStart_Click().outcome, Outcome::Cancelled);
+  }
+  EXPECT_LT(least, 100 * testing::patience());
 }
 
 TEST_F(ConversionTest, ADrawingWithoutAnEndOfObjectsWaitsForTheCancel) {

@@ -18,10 +18,8 @@ namespace {
 class LanguageDialogTest : public WindowTest {
  protected:
   LanguageDialogTest() { main.LoadSettings(); }
-  void choose(QDialog& dialog, int index) {
-    auto& list = find<QComboBox>(dialog, "cboLanguage");
-    list.setCurrentIndex(index);
-    QMetaObject::invokeMethod(&list, "activated", Q_ARG(int, index));
+  static void chooseLanguage(QDialog& dialog, int index) {
+    choose(find<QComboBox>(dialog, "cboLanguage"), index);
   }
   std::string ini() const { return folder.read("program/larkspur.ini"); }
 
@@ -30,11 +28,12 @@ class LanguageDialogTest : public WindowTest {
 
 TEST_F(LanguageDialogTest, ShowsTheChosenLanguageAtOnce) {
   LanguageDialog dialog(context, [] {});
+  dialog.show();
   EXPECT_EQ(find<QPushButton>(dialog, "CancelButton").text(), "&Cancel");
-  choose(dialog, 1);
+  chooseLanguage(dialog, 1);
   EXPECT_EQ(context.LanguageOffset, 0);
   EXPECT_EQ(find<QPushButton>(dialog, "CancelButton").text(), "&Abbrechen");
-  choose(dialog, 0);
+  chooseLanguage(dialog, 0);
   EXPECT_EQ(context.LanguageOffset, 10000);
 }
 
@@ -46,7 +45,7 @@ TEST_F(LanguageDialogTest, OkKeepsTheLanguageAndTheFiveChoicesOfTheMainWindow) {
                                                             {"komStandartlayer", 60}};
   for (const auto& [name, index] : choices) find<QComboBox>(main, name).setCurrentIndex(index);
   whenModal<LanguageDialog>([this](LanguageDialog& dialog) {
-    choose(dialog, 1);
+    chooseLanguage(dialog, 1);
     click(dialog, "OKButton");
   });
   click(main, "befLanguage");
@@ -61,7 +60,7 @@ TEST_F(LanguageDialogTest, OkKeepsTheLanguageAndTheFiveChoicesOfTheMainWindow) {
 
 TEST_F(LanguageDialogTest, CancelLeavesTheFileAndTheCaptionsButNotTheOffset) {
   whenModal<LanguageDialog>([this](LanguageDialog& dialog) {
-    choose(dialog, 1);
+    chooseLanguage(dialog, 1);
     click(dialog, "CancelButton");
   });
   click(main, "befLanguage");
@@ -91,11 +90,12 @@ TEST_F(ReportWindowTest, ShowsCopiesAndSavesTheReport) {
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "\nConversion Report \nTür");
   whenModal<QFileDialog>([this](QFileDialog& dialog) {
     EXPECT_EQ(dialog.nameFilters(), QStringList{"Text files (*.txt)"});
-    dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path("report"));
-    QMetaObject::invokeMethod(&dialog, "accept");
+    enterName(dialog, path("report"));
   });
   click(window, "btnSave");
   EXPECT_EQ(folder.read("report.txt"), "\r\nConversion Report \r\nTür");
+}
+
 /// A window that has no room for its text.
 class FullReportWindow : public ReportWindow {
  public:
@@ -134,8 +134,6 @@ TEST_F(WindowTest, TheProgressDialogShowsPercentagesBehindItsLabels) {
   EXPECT_EQ(find<QLabel>(dialog, "labRead").text(), "Einlesen der DXF-Datei");
   dialog.read(100);
   EXPECT_EQ(find<QLabel>(dialog, "labRead").text(), "Einlesen der DXF-Datei 100%");
-}
-
 }
 
 class FileDialogTest : public WindowTest {
@@ -211,8 +209,7 @@ TEST_F(FileDialogTest, SavingAddsTheDefaultExtension) {
   dialog.InitDir = toQt(folder.path().string());
   whenModal<QFileDialog>([](QFileDialog& box) {
     EXPECT_EQ(box.acceptMode(), QFileDialog::AcceptSave);
-    box.findChild<QLineEdit*>("fileNameEdit")->setText("new");
-    QMetaObject::invokeMethod(&box, "accept");
+    enterName(box, "new");
   });
   EXPECT_EQ(dialog.ShowSave(nullptr), path("new.LAY"));
 }
@@ -290,7 +287,9 @@ TEST_F(ShellTest, EveryResultHasItsText) {
 
 TEST_F(ShellTest, TheViewersLinkOpensItsPage) {
   MainWindow main(context);
-  Q_EMIT find<QLabel>(main, "labViewer").linkActivated("viewer");
+  main.show();
+  auto& link = find<QLabel>(main, "labViewer");
+  QTest::mouseClick(&link, Qt::LeftButton, {}, {link.fontMetrics().height(), link.height() / 2});
   ASSERT_EQ(opened.urls.size(), 1);
   EXPECT_EQ(opened.urls[0].scheme(), "https");
 }
@@ -317,6 +316,21 @@ TEST_F(WindowTest, HelpShowsThePageOfAContext) {
   EXPECT_TRUE(find<QTextBrowser>(viewer, "txtHelp").toPlainText().contains("Hi"));
   EXPECT_FALSE(viewer.showPage(1000));
   EXPECT_FALSE(viewer.showPage(7));
+}
+
+TEST_F(WindowTest, HelpOpensInTheViewerThatIsOpenAlready) {
+  QWidget owner;
+  const auto viewers = [&owner] { return owner.findChildren<HelpViewer*>(); };
+  EXPECT_TRUE(openHelp(context, QUILLON_HELP, kMainWindowHelp, &owner));
+  EXPECT_TRUE(openHelp(context, QUILLON_HELP, kLayerEditorHelp, &owner));
+  ASSERT_EQ(viewers().size(), 1);
+  EXPECT_EQ(find<QTextBrowser>(*viewers().front(), "txtHelp").source().fileName(),
+            "layer-editor.html");
+  viewers().front()->close();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(openHelp(context, QUILLON_HELP, kMainWindowHelp, &owner));
+  EXPECT_EQ(viewers().size(), 1);
+  EXPECT_FALSE(openHelp(context, "", kMainWindowHelp, &owner));
 }
 
 TEST_F(WindowTest, EveryWindowHasItsHelpPageInBothLanguages) {

@@ -1,8 +1,10 @@
 #include "ui/windows/layer_editor.h"
 
 #include <QClipboard>
-#include <QFileDialog>
+#include <QContextMenuEvent>
+#include <QMenu>
 
+#include "support/timing.h"
 #include "ui/windows/window_fixture.h"
 
 namespace quillon::ui {
@@ -25,10 +27,46 @@ class LayerEditorTest : public WindowTest {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
+  QPoint placeOf(int row, int column) {
+    QTableWidgetItem* const item = grid().item(row, column);
+    grid().scrollToItem(item);
+    return grid().visualItemRect(item).center();
+  }
+  void clickCell(int row, int column, Qt::KeyboardModifiers keys = {}) {
+    QTest::mouseClick(grid().viewport(), Qt::LeftButton, keys, placeOf(row, column));
+  }
+  /// Opens the editor of a cell.
+  void doubleClick(int row, int column) {
+    const QPoint place = placeOf(row, column);
+    QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, place);
+  }
+  QComboBox& openedList() {
+    auto* const list = qobject_cast<QComboBox*>(grid().indexWidget(grid().currentIndex()));
+    if (list == nullptr) throw std::runtime_error("no list is open");
+    return *list;
+  }
+  /// Chooses from the menu of a cell.
+  void chooseInMenu(int row, int column, const QString& entry) {
+    QTimer::singleShot(20, &timers, [this, entry] {
+      auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      ASSERT_NE(menu, nullptr);
+      menuTexts.clear();
+      for (QAction* const action : menu->actions()) {
+        const QString text = action->text().remove('&');
+        if (!text.isEmpty()) menuTexts << text;
+        if (text == entry) menu->setActiveAction(action);
+      }
+      QTest::keyClick(menu, entry.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+    });
+    const QPoint place = placeOf(row, column);
+    QTest::mousePress(grid().viewport(), Qt::RightButton, {}, place);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, grid().viewport()->mapToGlobal(place));
+    QApplication::sendEvent(grid().viewport(), &event);
+  }
   /// Types into a cell and confirms with Enter.
   void type(int row, int column, const QString& text) {
-    grid().setCurrentCell(row, column);
-    grid().editItem(grid().item(row, column));
+    doubleClick(row, column);
     auto* const field = grid().findChild<QLineEdit*>("txtDXFLay");
     ASSERT_NE(field, nullptr);
     field->selectAll();
@@ -52,6 +90,7 @@ class LayerEditorTest : public WindowTest {
 
   std::unique_ptr<LayerEditor> editor;
   QStringList accepted;
+  QStringList menuTexts;
 };
 
 TEST_F(LayerEditorTest, OpensWithTheAssignmentsOfTheFile) {
@@ -87,8 +126,12 @@ TEST_F(LayerEditorTest, ListsTheLayersOfTheDrawingAndChecksThoseInTheTable) {
 
 TEST_F(LayerEditorTest, TakesSelectedLayersOnce) {
   open().layerScanDXF(toQt(drawingWithLayers(4)));
-  scanned().item(1)->setSelected(true);
-  scanned().item(3)->setSelected(true);
+  const auto clickLayer = [this](int row, Qt::KeyboardModifiers keys) {
+    QTest::mouseClick(scanned().viewport(), Qt::LeftButton, keys,
+                      scanned().visualItemRect(scanned().item(row)).center());
+  };
+  clickLayer(1, {});
+  clickLayer(3, Qt::ControlModifier);
   click(*editor, "btnTake");
   click(*editor, "btnTake");
   EXPECT_EQ(cell(0, 0), "L2");
@@ -99,8 +142,9 @@ TEST_F(LayerEditorTest, TakesSelectedLayersOnce) {
 
 TEST_F(LayerEditorTest, ADoubleClickTakesALayer) {
   open().layerScanDXF(toQt(drawingWithLayers(2)));
-  scanned().item(1)->setSelected(true);
-  Q_EMIT scanned().itemDoubleClicked(scanned().item(1));
+  const QPoint place = scanned().visualItemRect(scanned().item(1)).center();
+  QTest::mouseClick(scanned().viewport(), Qt::LeftButton, {}, place);
+  QTest::mouseDClick(scanned().viewport(), Qt::LeftButton, {}, place);
   EXPECT_EQ(cell(0, 0), "L2");
 }
 
@@ -129,32 +173,29 @@ TEST_F(LayerEditorTest, LettersAreDiscardedInTheLayerColumn) {
 
 TEST_F(LayerEditorTest, ChoosesALayerFromTheList) {
   open();
-  grid().setCurrentCell(0, 1);
-  grid().editItem(grid().item(0, 1));
-  auto* const list = grid().findChild<QComboBox*>("cboLayer");
-  ASSERT_NE(list, nullptr);
-  EXPECT_EQ(list->count(), 256);
-  list->setCurrentIndex(15);
-  QMetaObject::invokeMethod(list, "activated", Q_ARG(int, 15));
+  doubleClick(0, 1);
+  QComboBox& list = openedList();
+  EXPECT_EQ(list.count(), 256);
+  choose(list, 15);
   EXPECT_EQ(cell(0, 1), "16 Bottom (B)");
   const auto colour = [this] {
     return grid().item(0, 1)->icon().pixmap(12, 12).toImage().pixelColor(6, 6);
   };
   EXPECT_EQ(colour(), QColor(50, 50, 200));
-  grid().item(0, 1)->setText("1  Top (B)");
+  choose(list, 0);
   EXPECT_EQ(colour(), QColor(200, 50, 50));
 }
 
 TEST_F(LayerEditorTest, TheOpenedListFindsAnEntryByAnyPartOfIt) {
   open();
-  grid().setCurrentCell(0, 1);
-  grid().editItem(grid().item(0, 1));
-  auto* const list = grid().findChild<QComboBox*>("cboLayer");
-  ASSERT_NE(list, nullptr);
-  list->view()->keyboardSearch("d");
-  list->view()->keyboardSearch("i");
-  list->view()->keyboardSearch("m");
-  EXPECT_EQ(list->view()->currentIndex().data().toString(), "20 Dimension (B)");
+  doubleClick(0, 1);
+  QComboBox& list = openedList();
+  QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
+  ASSERT_TRUE(list.view()->isVisible());
+  QTest::keyClicks(list.view(), "dim");
+  EXPECT_EQ(list.view()->currentIndex().data().toString(), "20 Dimension (B)");
+  QTest::keyClick(list.view(), Qt::Key_Return);
+  EXPECT_EQ(cell(0, 1), "20 Dimension (B)");
 }
 
 TEST_F(LayerEditorTest, TellsOfANameThatIsUsedAlready) {
@@ -172,12 +213,80 @@ TEST_F(LayerEditorTest, TellsOfANameThatIsUsedAlready) {
 TEST_F(LayerEditorTest, SeveralRowsGetOneLayerTogether) {
   open();
   for (int row = 0; row < 3; ++row) type(row, 0, "L" + QString::number(row));
-  grid().clearSelection();
-  grid().setRangeSelected({0, 1, 2, 1}, true);
-  grid().setCurrentCell(0, 1, QItemSelectionModel::NoUpdate);
-  grid().item(0, 1)->setText("21");
+  clickCell(0, 1);
+  clickCell(2, 1, Qt::ShiftModifier);
+  QTest::keyClick(&grid(), Qt::Key_2);
+  QTest::keyClick(openedList().lineEdit(), Qt::Key_1);
+  QTest::keyClick(openedList().lineEdit(), Qt::Key_Return);
+  settle();
   for (int row = 0; row < 3; ++row) EXPECT_EQ(cell(row, 1), "21 tPlace (B)");
   EXPECT_EQ(cell(3, 1), "");
+}
+
+TEST_F(LayerEditorTest, AClickIntoTheLayersOfSelectedRowsChoosesForAllOfThem) {
+  writeLayers(4);
+  open(path("a.lay"));
+  clickCell(0, 0);
+  clickCell(2, 0, Qt::ShiftModifier);
+  clickCell(1, 1);
+  ASSERT_TRUE(openedList().view()->isVisible());
+  clickEntry(openedList(), 15);
+  for (int row = 0; row < 3; ++row) EXPECT_EQ(cell(row, 1), "16 Bottom (B)") << row;
+  EXPECT_EQ(cell(3, 1), "20 Dimension (B)");
+  // The rows stay selected, so that another choice goes to all of them, too.
+  choose(openedList(), 0);
+  for (int row = 0; row < 3; ++row) EXPECT_EQ(cell(row, 1), "1  Top (B)") << row;
+  // A click elsewhere selects one row again.
+  clickCell(3, 0);
+  settle();
+  clickCell(3, 1);
+  EXPECT_EQ(grid().indexWidget(grid().currentIndex()), nullptr);
+  EXPECT_EQ(cell(3, 1), "20 Dimension (B)");
+}
+
+TEST_F(LayerEditorTest, TheMenuOfARowCutsPastesClearsAndUndoes) {
+  writeLayers(3);
+  open(path("a.lay"));
+  clickCell(0, 0);
+  clickCell(1, 1, Qt::ShiftModifier);
+  chooseInMenu(0, 0, "Cut");
+  EXPECT_EQ(menuTexts,
+            (QStringList{"Undo", "Cut", "Copy", "Paste", "Clear rows", "Assign EAGLE layer"}));
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "L1\t20 Dimension (B)\nL2\t20 Dimension (B)\n");
+  EXPECT_EQ(cell(0, 0) + cell(1, 0), "");
+  chooseInMenu(4, 0, "Paste");
+  EXPECT_EQ(cell(4, 0) + "=" + cell(4, 1), "L1=20 Dimension (B)");
+  EXPECT_EQ(cell(5, 0), "L2");
+  chooseInMenu(5, 0, "Clear rows");
+  EXPECT_EQ(cell(5, 0), "");
+  chooseInMenu(5, 0, "Undo");
+  EXPECT_EQ(cell(5, 0), "L2");
+  chooseInMenu(5, 0, "Copy");
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "L2\n");
+  context.LanguageOffset = resources::kGerman;
+  chooseInMenu(0, 0, "");
+  EXPECT_EQ(menuTexts, (QStringList{"Rückgängig", "Ausschneiden", "Kopieren", "Einfügen",
+                                    "Zeilen leeren", "EAGLE-Layer zuweisen"}));
+}
+
+TEST_F(LayerEditorTest, TheMenuAssignsALayerToAllSelectedRows) {
+  writeLayers(4);
+  open(path("a.lay"));
+  clickCell(1, 0);
+  clickCell(3, 0, Qt::ShiftModifier);
+  chooseInMenu(2, 0, "Assign EAGLE layer");
+  clickEntry(openedList(), 15);
+  EXPECT_EQ(cell(0, 1), "20 Dimension (B)");
+  for (int row = 1; row < 4; ++row) EXPECT_EQ(cell(row, 1), "16 Bottom (B)") << row;
+}
+
+TEST_F(LayerEditorTest, CutByKeyboardClearsTheRows) {
+  writeLayers(2);
+  open(path("a.lay"));
+  clickCell(0, 0);
+  QTest::keySequence(&grid(), QKeySequence::Cut);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "L1\n");
+  EXPECT_EQ(cell(0, 0), "");
 }
 
 TEST_F(LayerEditorTest, DelClearsRowsAndUndoBringsThemBack) {
@@ -225,11 +334,11 @@ TEST_F(LayerEditorTest, ANameThatIsUsedAlreadyIsToldBeforeTheFileIsSaved) {
   writeLayers(2);
   open(path("a.lay"));
   const std::string before = folder.read("a.lay");
-  grid().setCurrentCell(1, 0);
-  grid().editItem(grid().item(1, 0));
+  doubleClick(1, 0);
   auto* const field = grid().findChild<QLineEdit*>("txtDXFLay");
   ASSERT_NE(field, nullptr);
-  field->setText("l1");
+  field->selectAll();
+  QTest::keyClicks(field, "l1");
   std::string whenTold;
   whenModal<QMessageBox>([this, &whenTold](QMessageBox& box) {
     boxText = box.text();
@@ -281,8 +390,7 @@ TEST_F(LayerEditorTest, SavesUnderANewName) {
   type(0, 1, "20");
   whenModal<QFileDialog>([this](QFileDialog& dialog) {
     EXPECT_EQ(dialog.windowTitle(), "Save Layer Definition File");
-    dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path("new"));
-    QMetaObject::invokeMethod(&dialog, "accept");
+    enterName(dialog, path("new"));
   });
   click(*editor, "btnSave");
   EXPECT_EQ(folder.read("new.LAY"), "[1]\r\nlayername=Outline\r\nlayernr=20\r\n");
@@ -370,8 +478,7 @@ TEST_F(LayerEditorTest, BrowsesForAFile) {
   whenModal<QFileDialog>([this](QFileDialog& dialog) {
     EXPECT_EQ(dialog.windowTitle(), "Layer Definition File open");
     dialog.setDirectory(toQt(folder.path().string()));
-    dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path("a.lay"));
-    QMetaObject::invokeMethod(&dialog, "accept");
+    enterName(dialog, path("a.lay"));
   });
   click(*editor, "btnLayerbrowse");
   EXPECT_EQ(pathField().text(), path("a.lay"));
@@ -392,13 +499,16 @@ TEST_F(LayerEditorTest, TellsThatTheHelpIsMissing) {
 
 TEST_F(LayerEditorTest, ThousandsOfLayersStayInstant) {
   open();
-  QElapsedTimer timer;
-  timer.start();
-  editor->layerScanDXF(toQt(drawingWithLayers(5000)));
-  scanned().selectAll();
-  click(*editor, "btnTake");
+  const QString drawing = toQt(drawingWithLayers(5000));
+  const double seconds = testing::leastSeconds([this, &drawing] {
+    editor->layerScanDXF(drawing);
+    QCoreApplication::processEvents();
+    scanned().selectAll();
+    click(*editor, "btnTake");
+    QCoreApplication::processEvents();
+  });
   EXPECT_EQ(cell(489, 0), "L490");
-  EXPECT_LT(timer.elapsed(), 5000);  // a busy machine with sanitizers has to pass, too
+  EXPECT_LT(seconds, 0.1 * testing::patience());
 }
 
 TEST_F(LayerEditorTest, TheMainWindowTakesTheFileAndConvertsWithIt) {
