@@ -76,7 +76,7 @@ MainControls::MainControls(QWidget& window, AppContext& context)
   }
   cboUnit->addItems({"mic", "mm", "mil", "inch"});
   cboVersion->addItems({"3.5", "4.x/5.x"});
-  for (QComboBox* const list : {komStandartlayer, cboPoly, cboBlocks}) letShrink(*list);
+  for (QComboBox* const list : {komStandartlayer, cboPoly}) letShrink(*list);
   labLayerDatei->setTextFormat(Qt::PlainText);
   labLayerDatei->setWordWrap(true);
   labViewer->setTextFormat(Qt::RichText);

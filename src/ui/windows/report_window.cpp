@@ -15,7 +15,7 @@
 namespace quillon::ui {
 namespace {
 
-constexpr int kColumns = 92;
+constexpr int kColumns = 98;
 constexpr int kRows = 40;
 
 }  // namespace

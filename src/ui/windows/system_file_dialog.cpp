@@ -2,6 +2,8 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QTreeView>
 
 #include "convert/paths.h"
 #include "ui/windows/app_context.h"
@@ -20,6 +22,15 @@ QStringList nameFilters(const QString& filter) {
     filters.push_back(parts[i] + " (" + pattern + ")");
   }
   return filters;
+}
+
+/// Qt's own dialog cuts the columns behind the name, however wide it is.
+void showWholeColumns(const QFileDialog& dialog) {
+  const auto* const files = dialog.findChild<QTreeView*>("treeView");
+  if (files == nullptr) return;
+  files->header()->setStretchLastSection(false);
+  files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
 /// The start folder if it is there, however its name is spelt.
@@ -44,6 +55,7 @@ QString runSystemFileDialog(const FileDialogRecord& record, bool save, QWidget* 
   if (save) dialog.setDefaultSuffix(untilNul(record.defaultExt));
   const QString preset = untilNul(record.buffer);
   if (!preset.isEmpty() && !preset.contains('*')) dialog.selectFile(preset);
+  showWholeColumns(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return QDir::toNativeSeparators(dialog.selectedFiles().front());
 }
