@@ -62,6 +62,9 @@ void ResultPanel::showResult(const convert::ConversionResult& result) {
   command_ = argument.empty() ? QString() : toQt("SCRIPT '" + argument + "'");
   copyCommand_->setVisible(!command_.isEmpty());
   text_->setText(resultText(result));
+  // The window asks at once how high the text is; a pending layout would answer for the old one.
+  layout()->activate();
+  updateGeometry();
 }
 
 QString ResultPanel::resultText(const convert::ConversionResult& result) const {

@@ -1,5 +1,6 @@
 // Conversions that are started in the main window.
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
@@ -96,7 +97,9 @@ TEST_F(ConversionTest, TheWindowGrowsForALongResult) {
   EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
   QTest::qWait(20);
   const auto& text = find<QLabel>(window, "labResult");
-  EXPECT_GE(text.height(), text.heightForWidth(text.width()));
+  EXPECT_GE(text.height(), text.heightForWidth(text.width()))
+      << text.width() << " in " << window.width() << " x " << window.height() << ", which wants "
+      << window.layout()->totalHeightForWidth(window.width()) << fromQt(text.text());
 }
 
 TEST_F(ConversionTest, QuestionsHaveButtonsInTheLanguageOfTheWindow) {
