@@ -19,6 +19,11 @@ struct Look {
   bool dark;
 };
 
+void PrintTo(const Look& look, std::ostream* out) {
+  *out << (look.language == resources::kGerman ? "German" : "English")
+       << (look.dark ? "Dark" : "Light");
+}
+
 QPalette darkPalette() {
   QPalette palette(QColor(60, 60, 60), QColor(53, 53, 53));
   palette.setColor(QPalette::Base, QColor(35, 35, 35));
@@ -146,14 +151,12 @@ TEST_P(ScreenshotTest, Question) {
               QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Looks, ScreenshotTest,
-    ::testing::Values(Look{resources::kGerman, false}, Look{resources::kEnglish, false},
-                      Look{resources::kGerman, true}, Look{resources::kEnglish, true}),
-    [](const auto& look) {
-      return std::string(look.param.language == resources::kGerman ? "German" : "English") +
-             (look.param.dark ? "Dark" : "Light");
-    });
+INSTANTIATE_TEST_SUITE_P(Looks, ScreenshotTest,
+                         ::testing::Values(Look{resources::kGerman, false},
+                                           Look{resources::kEnglish, false},
+                                           Look{resources::kGerman, true},
+                                           Look{resources::kEnglish, true}),
+                         ::testing::PrintToStringParamName());
 
 TEST_F(WindowTest, TextsThatAreCutAreFound) {
   MainWindow window(context);
