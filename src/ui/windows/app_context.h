@@ -21,7 +21,8 @@ struct AppContext {
   settings::SettingsStore store;
   convert::CommandLine line;
   int LanguageOffset = resources::kGerman;
-  errors::FaultScribe* faults = nullptr;  ///< the program's error reporter; null leaves errors alone
+  errors::FaultScribe* faults =
+      nullptr;  ///< the program's error reporter; null leaves errors alone
 
   resources::Texts texts() const { return resources::Texts(LanguageOffset); }
   /// A text of the present language.

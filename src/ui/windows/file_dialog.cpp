@@ -3,6 +3,7 @@
 #include <QMessageBox>
 
 #include "ui/windows/system_file_dialog.h"
+#include "ui/windows/trap.h"
 
 namespace quillon::ui {
 namespace {
@@ -25,9 +26,16 @@ void ObjFiledialog::setFilename(const QString& name) {
   if (filename_.size() <= kLongestName) filename_ = filename_.leftJustified(kLongestName + 1, kNul);
 }
 
-QString ObjFiledialog::ShowOpen(QWidget* owner) { return show("Open", owner); }
+QString ObjFiledialog::ShowOpen(QWidget* owner) { return showTrapped("ShowOpen", "Open", owner); }
 
-QString ObjFiledialog::ShowSave(QWidget* owner) { return show("Save", owner); }
+QString ObjFiledialog::ShowSave(QWidget* owner) { return showTrapped("ShowSave", "Save", owner); }
+
+QString ObjFiledialog::showTrapped(std::string_view procedure, const QString& intent,
+                                   QWidget* owner) {
+  QString chosen;
+  attempt(context_, "ObjFiledialog", procedure, [&] { chosen = show(intent, owner); });
+  return chosen;
+}
 
 bool ObjFiledialog::CheckFlags(const QString& intent, QWidget* owner) {
   if (Flags != 0) return true;

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 
+#include "ui/windows/app_context.h"
+
 namespace quillon::ui {
 
 /// Flags of Windows' file dialogs.
@@ -35,6 +37,8 @@ struct FileDialogRecord {
 /// A file dialog; one object for each use.
 class ObjFiledialog {
  public:
+  explicit ObjFiledialog(const AppContext& context) : context_(context) {}
+
   QString DefaultExt;
   QString DialogTitle;
   QString Filter;  ///< free filter text: pairs of text and pattern, separated by NUL
@@ -60,9 +64,11 @@ class ObjFiledialog {
   FileDialogRecord record(const QString& intent) const;
 
  private:
+  QString showTrapped(std::string_view procedure, const QString& intent, QWidget* owner);
   QString show(const QString& intent, QWidget* owner);
   QString filterText() const;
 
+  const AppContext& context_;
   QString filename_;
 };
 

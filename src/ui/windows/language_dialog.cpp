@@ -6,10 +6,12 @@
 
 #include "ui/settings/settings.h"
 #include "ui/windows/save_failure.h"
+#include "ui/windows/trap.h"
 
 namespace quillon::ui {
 namespace {
 
+constexpr std::string_view kModule = "frmConfig";
 constexpr int kGermanIndex = 1;
 
 }  // namespace
@@ -36,11 +38,10 @@ LanguageDialog::LanguageDialog(AppContext& context, std::function<void()> apply,
   layout->addWidget(language_);
   layout->addStretch();
   layout->addLayout(buttons);
-  connect(language_, &QComboBox::activated, this, [this](int index) {
-    context_.LanguageOffset = index == kGermanIndex ? resources::kGerman : resources::kEnglish;
-    loadResources();
-  });
-  connect(ok_, &QPushButton::clicked, this, [this] { confirm(); });
+  connect(language_, &QComboBox::activated, this,
+          trapped(context_, kModule, "cboLanguage_Click", [this] { showLanguage(); }));
+  connect(ok_, &QPushButton::clicked, this,
+          trapped(context_, kModule, "OKButton_Click", [this] { confirm(); }));
   connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
   loadResources();
 }
@@ -51,9 +52,17 @@ void LanguageDialog::loadResources() {
   cancel_->setText(context_.text(1101));
 }
 
+int LanguageDialog::chosen() const {
+  return language_->currentIndex() == kGermanIndex ? resources::kGerman : resources::kEnglish;
+}
+
+void LanguageDialog::showLanguage() {
+  context_.LanguageOffset = chosen();
+  loadResources();
+}
+
 void LanguageDialog::confirm() {
-  const int offset =
-      language_->currentIndex() == kGermanIndex ? resources::kGerman : resources::kEnglish;
+  const int offset = chosen();
   context_.LanguageOffset = offset;
   if (!settings::saveLanguage(context_.store, offset)) showSaveFailure(context_, this);
   apply_();

@@ -19,6 +19,8 @@ class LanguageDialog : public QDialog {
   void loadResources();
 
  private:
+  int chosen() const;
+  void showLanguage();
   void confirm();
 
   AppContext& context_;

@@ -17,10 +17,12 @@
 #include "ui/windows/file_dialog.h"
 #include "ui/windows/help_viewer.h"
 #include "ui/windows/question.h"
+#include "ui/windows/trap.h"
 
 namespace quillon::ui {
 namespace {
 
+constexpr std::string_view kModule = "frmLayers";
 constexpr int kFirstToolTip = 1151;
 constexpr int kLastToolTip = 1161;
 
@@ -113,27 +115,39 @@ void LayerEditor::layOut() {
 }
 
 void LayerEditor::connectControls() {
-  const auto onClick = [this](QPushButton* button, auto action) {
-    button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, action);
+  const auto slot = [this](std::string_view procedure, std::function<void()> action) {
+    return trapped(context_, kModule, procedure, std::move(action));
   };
-  onClick(browse_, [this] { btnLayerbrowse_Click(); });
-  onClick(scan_, [this] {
+  const auto onClick = [this, &slot](QPushButton* button, std::string_view procedure,
+                                     std::function<void()> action) {
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, slot(procedure, std::move(action)));
+  };
+  onClick(browse_, "btnLayerbrowse_Click", [this] { btnLayerbrowse_Click(); });
+  onClick(scan_, "btnScan_Click", [this] {
     if (mayDiscard()) btnScan_Click();
   });
-  onClick(new_, [this] {
+  onClick(new_, "btnNew_Click", [this] {
     if (mayDiscard()) btnNew_Click();
   });
-  onClick(save_, [this] { saveLayers(path_->text()); });
-  onClick(saveAs_, [this] { saveLayers({}); });
-  onClick(take_, [this] { btnTake_Click(); });
-  onClick(help_, [this] { befHilfe_Click(); });
-  onClick(ok_, [this] { OKButton_Click(); });
-  onClick(cancel_, [this] { QDialog::reject(); });
+  onClick(save_, "btnSave_Click", [this] { saveLayers(path_->text()); });
+  onClick(saveAs_, "btnSaveAs_Click", [this] { saveLayers({}); });
+  onClick(take_, "btnTake_Click", [this] { btnTake_Click(); });
+  onClick(help_, "befHilfe_Click", [this] { befHilfe_Click(); });
+  onClick(ok_, "OKButton_Click", [this] { OKButton_Click(); });
+  onClick(cancel_, "CancelButton_Click", [this] { QDialog::reject(); });
   connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
-          [this] { befHilfe_Click(); });
-  connect(scanned_, &QListWidget::itemDoubleClicked, this, [this] { btnTake_Click(); });
+          slot("befHilfe_Click", [this] { befHilfe_Click(); }));
+  connect(scanned_, &QListWidget::itemDoubleClicked, this,
+          slot("lstScanDXF_DblClick", [this] { btnTake_Click(); }));
   grid_->onChanged = [this] { markAssigned(); };
+}
+
+/// Esc, and closing the window; the Cancel button does not ask.
+void LayerEditor::reject() {
+  attempt(context_, kModule, "reject", [this] {
+    if (mayDiscard()) QDialog::reject();
+  });
 }
 
 void LayerEditor::loadResources() {
@@ -233,7 +247,7 @@ void LayerEditor::btnTake_Click() {
 }
 
 void LayerEditor::btnLayerbrowse_Click() {
-  ObjFiledialog dialog;
+  ObjFiledialog dialog(context_);
   dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
   dialog.DefaultExt = "LAY";
   dialog.DialogTitle = "Layer Definition File open";
@@ -244,7 +258,7 @@ void LayerEditor::btnLayerbrowse_Click() {
 }
 
 QString LayerEditor::askForPath() {
-  ObjFiledialog dialog;
+  ObjFiledialog dialog(context_);
   dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
   dialog.setFilename("*.LAY");
   dialog.DefaultExt = "LAY";
@@ -314,9 +328,9 @@ bool LayerEditor::mayDiscard() {
   const auto answer =
       askQuestion(context_, this, context_.text(1300), context_.text(1301),
                   QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
-  if (answer == QMessageBox::Cancel) return false;
-  // What could not be saved is not lost.
-  return answer == QMessageBox::No || saveLayers(path_->text());
+  if (answer == QMessageBox::No) return true;
+  // What could not be saved is not lost; without an answer nothing is done.
+  return answer == QMessageBox::Yes && saveLayers(path_->text());
 }
 
 void LayerEditor::OKButton_Click() {

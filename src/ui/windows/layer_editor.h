@@ -32,10 +32,7 @@ class LayerEditor : public QDialog {
   bool saveLayers(QString path);
 
  protected:
-  /// Esc, and closing the window; the Cancel button does not ask.
-  void reject() override {
-    if (mayDiscard()) QDialog::reject();
-  }
+  void reject() override;
 
  private:
   /// Asks what to do with a table that is not saved. False to go on with it.

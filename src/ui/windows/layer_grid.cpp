@@ -14,6 +14,7 @@
 
 #include "ui/windows/layer_colours.h"
 #include "ui/windows/layer_delegate.h"
+#include "ui/windows/trap.h"
 
 namespace quillon::ui {
 namespace {
@@ -24,6 +25,7 @@ constexpr int kCutText = 3328;
 constexpr int kCopyText = 3329;
 constexpr int kPasteText = 3330;
 
+constexpr std::string_view kModule = "grdLayers";
 constexpr int kRowCount = static_cast<int>(settings::LayerRows::kMostRows);
 
 std::size_t at(int row) { return static_cast<std::size_t>(row); }
@@ -48,7 +50,9 @@ LayerGrid::LayerGrid(AppContext& context, settings::LayerRows& rows, QWidget* pa
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
   setTabKeyNavigation(false);
-  connect(this, &QTableWidget::cellChanged, this, &LayerGrid::cellEdited);
+  connect(this, &QTableWidget::cellChanged, this, [this](int row, int column) {
+    attempt(context_, kModule, "cellEdited", [this, row, column] { cellEdited(row, column); });
+  });
 }
 
 void LayerGrid::loadResources() { setHorizontalHeaderLabels(headerCaptions(context_.text(1107))); }
@@ -88,7 +92,8 @@ void LayerGrid::cellEdited(int row, int column) {
     // Told when the cell has been left, unless commit() does so before.
     uncheckedRow_ = row;
     QMetaObject::invokeMethod(
-        this, [this] { warnOfDuplicate(); }, Qt::QueuedConnection);
+        this, trapped(context_, kModule, "warnOfDuplicate", [this] { warnOfDuplicate(); }),
+        Qt::QueuedConnection);
   } else {
     // Several selected rows get the layer together.
     const QList<int> selected = selectedRows();
@@ -182,6 +187,10 @@ void LayerGrid::moveDown() {
 }
 
 void LayerGrid::keyPressEvent(QKeyEvent* event) {
+  attempt(context_, kModule, "keyPressEvent", [this, event] { pressKey(event); });
+}
+
+void LayerGrid::pressKey(QKeyEvent* event) {
   if (event->matches(QKeySequence::Cut)) {
     cut();
   } else if (event->matches(QKeySequence::Copy)) {
@@ -221,7 +230,8 @@ void LayerGrid::mousePressEvent(QMouseEvent* event) {
 
 void LayerGrid::mouseReleaseEvent(QMouseEvent* event) {
   QTableWidget::mouseReleaseEvent(event);
-  if (std::exchange(choosing_, false)) chooseLayer();
+  if (!std::exchange(choosing_, false)) return;
+  attempt(context_, kModule, "mouseReleaseEvent", [this] { chooseLayer(); });
 }
 
 QItemSelectionModel::SelectionFlags LayerGrid::selectionCommand(const QModelIndex& index,
@@ -230,12 +240,18 @@ QItemSelectionModel::SelectionFlags LayerGrid::selectionCommand(const QModelInde
 }
 
 void LayerGrid::contextMenuEvent(QContextMenuEvent* event) {
+  attempt(context_, kModule, "contextMenuEvent", [this, event] { showMenu(*event); });
+}
+
+void LayerGrid::showMenu(const QContextMenuEvent& event) {
   const bool any = !selectedIndexes().isEmpty();
   QMenu menu(this);
   menu.setObjectName("mnuLayers");
   const auto add = [this, &menu](const QString& text, QKeySequence keys, bool enabled,
                                  void (LayerGrid::*action)()) {
-    QAction* const entry = menu.addAction(text, this, action);
+    QAction* const entry = menu.addAction(
+        text, this,
+        trapped(context_, kModule, "mnuLayers_Click", [this, action] { (this->*action)(); }));
     entry->setShortcut(keys);
     entry->setEnabled(enabled);
   };
@@ -248,9 +264,9 @@ void LayerGrid::contextMenuEvent(QContextMenuEvent* event) {
   add(context_.text(3158), QKeySequence(Qt::Key_Delete), any, &LayerGrid::clearSelectedRows);
   menu.addSeparator();
   add(context_.text(3157), {}, any, &LayerGrid::chooseLayer);
-  const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
+  const bool byKeyboard = event.reason() == QContextMenuEvent::Keyboard;
   menu.exec(byKeyboard ? viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft())
-                       : event->globalPos());
+                       : event.globalPos());
 }
 
 }  // namespace quillon::ui

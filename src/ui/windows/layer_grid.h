@@ -45,6 +45,8 @@ class LayerGrid : public QTableWidget {
                                                        const QEvent* event) const override;
 
  private:
+  void pressKey(QKeyEvent* event);
+  void showMenu(const QContextMenuEvent& event);
   bool isChoiceForSelection(const QMouseEvent& event) const;
   void cellEdited(int row, int column);
   void warnOfDuplicate();

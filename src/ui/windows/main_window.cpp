@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QShortcut>
+#include <memory>
 
 #include "convert/paths.h"
 #include "ui/windows/app_icon.h"
@@ -16,13 +17,27 @@
 #include "ui/windows/layer_editor.h"
 #include "ui/windows/save_failure.h"
 #include "ui/windows/shell.h"
+#include "ui/windows/trap.h"
 #include "ui/windows/window_host.h"
 
 namespace quillon::ui {
 namespace {
 
+constexpr std::string_view kModule = "frmDXF";
 constexpr int kFirstToolTip = 971;
 constexpr int kLastToolTip = 995;
+
+/// The cursor of a window that is busy.
+class BusyCursor {
+ public:
+  explicit BusyCursor(QWidget& window) : window_(window) { window_.setCursor(Qt::WaitCursor); }
+  ~BusyCursor() { window_.unsetCursor(); }
+  BusyCursor(const BusyCursor&) = delete;
+  BusyCursor& operator=(const BusyCursor&) = delete;
+
+ private:
+  QWidget& window_;
+};
 
 /// The path of the one local file that is dragged, or "".
 QString draggedFile(const QMimeData& data) {
@@ -31,6 +46,35 @@ QString draggedFile(const QMimeData& data) {
 }
 
 }  // namespace
+
+/// The window while it converts; afterwards, however that ends, it is as before.
+class MainWindow::ConversionInProgress {
+ public:
+  explicit ConversionInProgress(MainWindow& window)
+      : window_(window),
+        busy_(window),
+        focused_(window.focusWidget()),
+        progress_(window.context_, &window) {
+    window_.progress_ = &progress_;
+    progress_.show();
+    window_.setEnabled(false);
+    progress_.setEnabled(true);
+  }
+  ~ConversionInProgress() {
+    progress_.hide();
+    window_.progress_ = nullptr;
+    window_.setEnabled(true);
+    if (focused_ != nullptr) focused_->setFocus();
+  }
+  ConversionInProgress(const ConversionInProgress&) = delete;
+  ConversionInProgress& operator=(const ConversionInProgress&) = delete;
+
+ private:
+  MainWindow& window_;
+  BusyCursor busy_;
+  QPointer<QWidget> focused_;
+  ProgressDialog progress_;
+};
 
 MainWindow::MainWindow(AppContext& context)
     : QDialog(nullptr, Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
@@ -51,31 +95,45 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::connectControls() {
-  const auto onClick = [this](QPushButton* button, void (MainWindow::*action)()) {
-    button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, action);
+  const auto slot = [this](std::string_view procedure, void (MainWindow::*action)()) {
+    return trapped(context_, kModule, procedure, [this, action] { (this->*action)(); });
   };
-  onClick(controls_.btnDXFbrowse, &MainWindow::browseForDrawing);
-  onClick(controls_.btnSCRbrowse, &MainWindow::browseForScript);
-  onClick(controls_.btnBRDbrowse, &MainWindow::browseForName);
-  onClick(controls_.befLayeredit, &MainWindow::befLayeredit_Click);
-  onClick(controls_.befSave, &MainWindow::befSave_Click);
-  onClick(controls_.befLanguage, &MainWindow::chooseLanguage);
-  onClick(controls_.befHilfe, &MainWindow::befHilfe_Click);
-  onClick(controls_.befEnde, &MainWindow::befEnde_Click);
+  const auto onClick = [this, &slot](QPushButton* button, std::string_view procedure,
+                                     void (MainWindow::*action)()) {
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, slot(procedure, action));
+  };
+  onClick(controls_.btnDXFbrowse, "btnDXFbrowse_Click", &MainWindow::browseForDrawing);
+  onClick(controls_.btnSCRbrowse, "btnSCRbrowse_Click", &MainWindow::browseForScript);
+  onClick(controls_.btnBRDbrowse, "btnBRDbrowse_Click", &MainWindow::browseForName);
+  onClick(controls_.befLayeredit, "befLayeredit_Click", &MainWindow::befLayeredit_Click);
+  onClick(controls_.befSave, "befSave_Click", &MainWindow::befSave_Click);
+  onClick(controls_.befLanguage, "befLanguage_Click", &MainWindow::chooseLanguage);
+  onClick(controls_.befHilfe, "befHilfe_Click", &MainWindow::befHilfe_Click);
+  onClick(controls_.befEnde, "befEnde_Click", &MainWindow::befEnde_Click);
   // Where the initial script's path has no meaning, a typed drawing gets its script at once.
-  connect(controls_.txtDXFDatei, &QLineEdit::editingFinished, this, [this] {
-    if (!settings::pathsHaveDrives()) followDrawing();
-  });
+  connect(controls_.txtDXFDatei, &QLineEdit::editingFinished, this,
+          trapped(context_, kModule, "txtDXFDatei_LostFocus", [this] {
+            if (!settings::pathsHaveDrives()) followDrawing();
+          }));
   connect(controls_.befStart, &QPushButton::clicked, this, [this] { befStart_Click(); });
-  connect(controls_.targets, &QButtonGroup::idClicked, this, &MainWindow::chooseTarget);
-  connect(controls_.labViewer, &QLabel::linkActivated, this, [this] { labViewer_Click(); });
+  connect(controls_.targets, &QButtonGroup::idClicked, this, [this](int kind) {
+    attempt(context_, kModule, "chkBRDSCH_Click", [this, kind] { chooseTarget(kind); });
+  });
+  connect(controls_.labViewer, &QLabel::linkActivated, this,
+          slot("labViewer_Click", &MainWindow::labViewer_Click));
   connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
-          &MainWindow::befHilfe_Click);
+          slot("befHilfe_Click", &MainWindow::befHilfe_Click));
 }
 
 void MainWindow::LoadSettings() {
-  showSettings(settings::LoadSettings(context_.store, context_.line, context_.texts()));
+  // Without the settings the window shows the defaults.
+  attempt(
+      context_, kModule, "LoadSettings",
+      [this] {
+        showSettings(settings::LoadSettings(context_.store, context_.line, context_.texts()));
+      },
+      errors::kMayRetry | errors::kMayResume | errors::kMayEnd);
 }
 
 settings::Settings MainWindow::settings() const {
@@ -161,34 +219,35 @@ void MainWindow::fillLayers(int kind) {
 }
 
 convert::ConversionResult MainWindow::befStart_Click() {
-  if (progress_ != nullptr) return {};
-  const QPointer<QWidget> focused = focusWidget();
-  setCursor(Qt::WaitCursor);
-  ProgressDialog progress(context_, this);
-  progress_ = &progress;
-  progress.show();
-  setEnabled(false);
-  progress.setEnabled(true);
+  convert::ConversionResult result;
+  if (progress_ != nullptr) return result;
+  const auto step = [this](const std::function<void()>& action) {
+    return attempt(context_, kModule, "befStart_Click", action, errors::kEveryContinuation);
+  };
+  if (step([&] { result = convertShown(); })) step([&] { showResult(result); });
+  return result;
+}
+
+/// Converts behind the progress dialog, with this window disabled.
+convert::ConversionResult MainWindow::convertShown() {
+  const ConversionInProgress running(*this);
   const convert::Surroundings surroundings =
       settings::surroundingsOf(context_.store, context_.LanguageOffset);
-  WindowHost host(context_, progress, this);
-  convert::ConversionResult result =
-      convert::convertDXF(settings::jobOf(settings(), context_.line), host, surroundings);
-  unsetCursor();
-  progress.hide();
-  progress_ = nullptr;
-  setEnabled(true);
-  if (focused != nullptr) focused->setFocus();
+  const convert::ConversionJob job = settings::jobOf(settings(), context_.line);
+  WindowHost host(context_, *progress_, this);
+  return convert::convertDXF(job, host, surroundings);
+}
+
+void MainWindow::showResult(const convert::ConversionResult& result) {
   controls_.result->showResult(result);
   // A label that wraps asks for its height only when it is known how wide it is.
   layout()->activate();
   resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
   activateWindow();
-  return result;
 }
 
 void MainWindow::browseForDrawing() {
-  ObjFiledialog dialog;
+  ObjFiledialog dialog(context_);
   dialog.setFilename("*.*");
   dialog.Filter1Text = context_.text(961);
   // Every file, so that drawings of any extension can be chosen: intended.
@@ -203,7 +262,7 @@ void MainWindow::browseForDrawing() {
 }
 
 void MainWindow::browseForScript() {
-  ObjFiledialog dialog;
+  ObjFiledialog dialog(context_);
   dialog.setFilename("*.SCR");
   dialog.Filter1Text = context_.text(963);
   dialog.Filter1Suffix = "*.scr";
@@ -217,7 +276,7 @@ void MainWindow::browseForScript() {
 }
 
 void MainWindow::browseForName() {
-  ObjFiledialog dialog;
+  ObjFiledialog dialog(context_);
   dialog.setFilename("*");
   dialog.Filter1Text = "BRD_SCH_LBR_Name";
   dialog.Filter1Suffix = "*";
@@ -237,13 +296,13 @@ void MainWindow::befLayeredit_Click() {
     layerEditor_->activateWindow();
     return;
   }
-  setCursor(Qt::WaitCursor);
-  layerEditor_ = new LayerEditor(
+  const BusyCursor busy(*this);
+  auto editor = std::make_unique<LayerEditor>(
       context_, controls_.labLayerDatei->text(),
       [this](const QString& path) { controls_.labLayerDatei->setText(path); }, this);
-  layerEditor_->setAttribute(Qt::WA_DeleteOnClose);
-  layerEditor_->layerScanDXF(controls_.txtDXFDatei->path());
-  unsetCursor();
+  editor->layerScanDXF(controls_.txtDXFDatei->path());
+  editor->setAttribute(Qt::WA_DeleteOnClose);
+  layerEditor_ = editor.release();
   layerEditor_->show();
 }
 
@@ -273,22 +332,28 @@ void MainWindow::chooseLanguage() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (progress_ == nullptr) {
-    const bool closed = layerEditor_ == nullptr || layerEditor_->close();
-    event->setAccepted(closed);  // what is not saved in the editor can be kept
-    return;
-  }
-  progress_->cancel();  // the conversion has to end first
-  event->ignore();
+  event->ignore();  // until it is known that nothing speaks against it
+  attempt(context_, kModule, "closeEvent", [this, event] {
+    if (progress_ == nullptr) {
+      const bool closed = layerEditor_ == nullptr || layerEditor_->close();
+      event->setAccepted(closed);  // what is not saved in the editor can be kept
+      return;
+    }
+    progress_->cancel();  // the conversion has to end first
+  });
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (!draggedFile(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+  attempt(context_, kModule, "dragEnterEvent", [event] {
+    if (!draggedFile(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+  });
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-  setDrawing(QDir::toNativeSeparators(draggedFile(*event->mimeData())));
-  event->acceptProposedAction();
+  attempt(context_, kModule, "dropEvent", [this, event] {
+    setDrawing(QDir::toNativeSeparators(draggedFile(*event->mimeData())));
+    event->acceptProposedAction();
+  });
 }
 
 void MainWindow::applyLanguage() {

@@ -42,11 +42,15 @@ class MainWindow : public QDialog {
   void reject() override {}  // Esc does not end the program
 
  private:
+  class ConversionInProgress;
+
   void connectControls();
   void chooseTarget(int kind);
   void fillLayers(int kind);
   /// Puts the script beside the drawing, as long as the user has chosen none.
   void followDrawing();
+  convert::ConversionResult convertShown();
+  void showResult(const convert::ConversionResult& result);
   void browseForDrawing();
   void browseForScript();
   void browseForName();

@@ -3,6 +3,8 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 
+#include "ui/windows/trap.h"
+
 namespace quillon::ui {
 namespace {
 
@@ -51,7 +53,8 @@ ProgressDialog::ProgressDialog(AppContext& context, QWidget* parent)
   layout->addStretch();
   layout->addWidget(cancelButton_, 0, Qt::AlignHCenter);
   setMinimumWidth(fontMetrics().averageCharWidth() * kLeastWidth);
-  connect(cancelButton_, &QPushButton::clicked, this, [this] { cancel(); });
+  connect(cancelButton_, &QPushButton::clicked, this,
+          trapped(context_, "frmDxf_msg", "befAbbruch_Click", [this] { cancel(); }));
   loadResources();
 }
 

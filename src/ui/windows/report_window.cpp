@@ -11,10 +11,12 @@
 #include "convert/output_file.h"
 #include "convert/paths.h"
 #include "ui/windows/file_dialog.h"
+#include "ui/windows/trap.h"
 
 namespace quillon::ui {
 namespace {
 
+constexpr std::string_view kModule = "frmReport";
 constexpr int kColumns = 98;
 constexpr int kRows = 40;
 
@@ -48,9 +50,11 @@ ReportWindow::ReportWindow(AppContext& context, QWidget* parent)
   resize(metrics.horizontalAdvance('=') * kColumns, metrics.height() * kRows);
   setWindowFlag(Qt::WindowMaximizeButtonHint);
   connect(ok_, &QPushButton::clicked, this, &QDialog::accept);
-  connect(copy_, &QPushButton::clicked, this,
-          [this] { QGuiApplication::clipboard()->setText(info_->toPlainText()); });
-  connect(save_, &QPushButton::clicked, this, [this] { save(); });
+  connect(copy_, &QPushButton::clicked, this, trapped(context_, kModule, "btnCopy_Click", [this] {
+            QGuiApplication::clipboard()->setText(info_->toPlainText());
+          }));
+  connect(save_, &QPushButton::clicked, this,
+          trapped(context_, kModule, "btnSave_Click", [this] { save(); }));
   loadResources();
   ok_->setFocus();
 }
@@ -80,7 +84,7 @@ void ReportWindow::fill(std::string_view report) {
 }
 
 void ReportWindow::save() {
-  ObjFiledialog dialog;
+  ObjFiledialog dialog(context_);
   dialog.Filter1Text = context_.text(3153);
   dialog.Filter1Suffix = "*.txt";
   dialog.DefaultExt = "txt";

@@ -9,8 +9,14 @@
 #include "convert/messages.h"
 #include "convert/summary.h"
 #include "ui/windows/shell.h"
+#include "ui/windows/trap.h"
 
 namespace quillon::ui {
+namespace {
+
+constexpr std::string_view kModule = "fraResult";
+
+}  // namespace
 
 ResultPanel::ResultPanel(AppContext& context, QWidget* parent)
     : QFrame(parent),
@@ -34,18 +40,22 @@ ResultPanel::ResultPanel(AppContext& context, QWidget* parent)
   layout->addWidget(text_, 1);
   layout->addLayout(buttons);
   connect(copyCommand_, &QPushButton::clicked, this,
-          [this] { QGuiApplication::clipboard()->setText(command_); });
-  connect(openFolder_, &QPushButton::clicked, this, [this] {
-    try {
-      ShellRequest request;
-      request.file = folder_;
-      ShellEx(context_, request, this);
-    } catch (const ShellError& error) {
-      QMessageBox::warning(this, context_.text(2811), toQt(error.what()));
-    }
-  });
+          trapped(context_, kModule, "btnCopyCommand_Click",
+                  [this] { QGuiApplication::clipboard()->setText(command_); }));
+  connect(openFolder_, &QPushButton::clicked, this,
+          trapped(context_, kModule, "btnOpenFolder_Click", [this] { openFolder(); }));
   loadResources();
   hide();
+}
+
+void ResultPanel::openFolder() {
+  try {
+    ShellRequest request;
+    request.file = folder_;
+    ShellEx(context_, request, this);
+  } catch (const ShellError& error) {
+    QMessageBox::warning(this, context_.text(2811), toQt(error.what()));
+  }
 }
 
 void ResultPanel::loadResources() {

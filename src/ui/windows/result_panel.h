@@ -19,6 +19,7 @@ class ResultPanel : public QFrame {
   void showResult(const convert::ConversionResult& result);
 
  private:
+  void openFolder();
   QString resultText(const convert::ConversionResult& result) const;
 
   AppContext& context_;

@@ -17,6 +17,11 @@ QString boxText(const std::string& text) { return toQt(text).replace('\r', '\n')
 
 void WindowHost::setProgress(bool writing, int percent) { progress_.setProgress(writing, percent); }
 
+bool WindowHost::cancelRequested() {
+  const bool ending = context_.faults != nullptr && context_.faults->ending();
+  return ending || progress_.cancelRequested();
+}
+
 void WindowHost::processEvents() { QCoreApplication::processEvents(); }
 
 bool WindowHost::ask(const convert::Message& question) {
@@ -37,7 +42,7 @@ void WindowHost::tell(const convert::Message& message) {
 }
 
 std::string WindowHost::chooseDxfFile(const convert::FileQuestion& question) {
-  ObjFiledialog dialog;
+  ObjFiledialog dialog(context_);
   dialog.DialogTitle = toQt(question.title);
   dialog.Filter1Text = toQt(question.filterText);
   dialog.Filter1Suffix = toQt(question.filterPattern);

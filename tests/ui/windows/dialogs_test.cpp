@@ -142,7 +142,7 @@ class FileDialogTest : public WindowTest {
     QString out(text);
     return out.replace('|', QChar(u'\0'));
   }
-  ObjFiledialog dialog;
+  ObjFiledialog dialog{context};
 };
 
 TEST_F(FileDialogTest, WithoutAFilterShowsAllFiles) {

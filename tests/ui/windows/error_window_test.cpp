@@ -7,10 +7,8 @@
 
 #include "convert/output_file.h"
 #include "errors/attempt.h"
-#include "errors/program.h"
 #include "ui/windows/opened_addresses.h"
 #include "ui/windows/print_protocol.h"
-#include "ui/windows/window_fault_view.h"
 #include "ui/windows/window_fixture.h"
 
 namespace quillon::ui {
@@ -42,9 +40,6 @@ class ErrorWindowTest : public WindowTest {
   QString text(ErrorWindow& window, const char* name) { return find<QLabel>(window, name).text(); }
 
   std::filesystem::path home = folder.path() / "program";
-  errors::ProgramIdentity program = errors::thisProgram("quillon", home);
-  WindowFaultView view{context, program};
-  errors::FaultScribe faults{program, context.LanguageOffset, view};
   int expectedWindows = 1;
   int choice = -1;
 };

@@ -104,7 +104,7 @@ TEST_F(QtTextsTest, FileDialogsSpeakTheLanguageOfTheWindows) {
         texts = textsOf(dialog);
         dialog.reject();
       });
-      ObjFiledialog dialog;
+      ObjFiledialog dialog{context};
       dialog.DialogTitle = context.text(965);
       dialog.Filter1Text = context.text(963);
       dialog.Filter1Suffix = "*.scr";
@@ -128,7 +128,7 @@ TEST_F(QtTextsTest, TheQuestionOfAFileDialogIsTranslatedToo) {
     enterName(dialog, path("old.lay"));
     dialog.reject();
   });
-  ObjFiledialog dialog;
+  ObjFiledialog dialog{context};
   EXPECT_EQ(dialog.ShowSave(nullptr), "");
   EXPECT_TRUE(boxText.endsWith("old.lay existiert bereits.\nÜberschreiben?")) << fromQt(boxText);
   EXPECT_EQ(boxDetail, "&Ja&Nein");

@@ -134,7 +134,7 @@ TEST_P(ScreenshotTest, FileDialog) {
     shoot(dialog);
     dialog.reject();
   });
-  ObjFiledialog dialog;
+  ObjFiledialog dialog{context};
   dialog.DialogTitle = context.text(965);
   dialog.Filter1Text = context.text(963);
   dialog.Filter1Suffix = "*.scr";

@@ -12,17 +12,22 @@
 #include <QTimer>
 #include <functional>
 
+#include "errors/program.h"
 #include "support/dxf_builder.h"
 #include "support/temp_folder.h"
 #include "ui/windows/main_window.h"
 #include "ui/windows/qt_texts.h"
+#include "ui/windows/window_fault_view.h"
 
 namespace quillon::ui {
 
 /// Windows of a program whose folder is empty, in English.
 class WindowTest : public ::testing::Test {
  protected:
-  WindowTest() { QCoreApplication::installTranslator(&qtTexts); }
+  WindowTest() {
+    QCoreApplication::installTranslator(&qtTexts);
+    context.faults = &faults;
+  }
 
   template <typename Widget>
   static Widget& find(QWidget& window, const char* name) {
@@ -91,6 +96,9 @@ class WindowTest : public ::testing::Test {
   testing::TempFolder folder;
   AppContext context{settings::SettingsStore(folder.path() / "program"), {}, resources::kEnglish};
   QtTexts qtTexts{context};
+  errors::ProgramIdentity program = errors::thisProgram("quillon", folder.path() / "program");
+  WindowFaultView view{context, program};
+  errors::FaultScribe faults{program, context.LanguageOffset, view};
   QObject timers;  ///< owns what waits, so that nothing outlives its test
   int modalWindows = 0;
   QString boxTitle;
