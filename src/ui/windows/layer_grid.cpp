@@ -247,7 +247,7 @@ void LayerGrid::showMenu(const QContextMenuEvent& event) {
   const bool any = !selectedIndexes().isEmpty();
   QMenu menu(this);
   menu.setObjectName("mnuLayers");
-  const auto add = [this, &menu](const QString& text, QKeySequence keys, bool enabled,
+  const auto add = [this, &menu](const QString& text, const QKeySequence& keys, bool enabled,
                                  void (LayerGrid::*action)()) {
     QAction* const entry = menu.addAction(
         text, this,
