@@ -47,11 +47,10 @@ class FaultsTest : public WindowTest {
     trigger();
     QTest::qWait(1);  // for what is queued
     EXPECT_EQ(modalWindows, before + 1);
-    EXPECT_EQ(shownModule, module);
-    EXPECT_EQ(shownProcedure, procedure);
-    EXPECT_EQ(shownText, "injected");
+    EXPECT_EQ(fromQt(shownModule), module);
+    EXPECT_EQ(fromQt(shownProcedure), procedure);
+    EXPECT_EQ(fromQt(shownText), "injected");
     EXPECT_EQ(faults.callStack().size(), 0U);
-    if (modalWindows == before) timers.deleteLater();
   }
   void expectFaults(QWidget& window, const char* module,
                     const std::vector<std::pair<const char*, const char*>>& buttons) {
@@ -82,10 +81,16 @@ TEST_F(FaultsTest, InTheMainWindow) {
                 {"befEnde", "befEnde_Click"},
                 {"befStart", "befStart_Click"},
                 {"chkBRDSCH_1", "chkBRDSCH_Click"}});
-  expectFault("frmDXF", "LoadSettings", [&] {
-    whenFault("cmdContinue_1");
-    window.LoadSettings();
-  });
+}
+
+TEST_F(FaultsTest, InLoadingTheSettingsLeaveTheDefaults) {
+  MainWindow window(context);
+  failIn("frmDXF", "LoadSettings");
+  whenFault("cmdContinue_1");
+  window.LoadSettings();
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_EQ(shownProcedure, "LoadSettings");
+  EXPECT_EQ(find<QLineEdit>(window, "txtmasst").text(), "1.000");
 }
 
 TEST_F(FaultsTest, InTheMainWindowsEvents) {
@@ -93,6 +98,8 @@ TEST_F(FaultsTest, InTheMainWindowsEvents) {
   window.show();
   expectFault("frmDXF", "labViewer_Click",
               [&] { Q_EMIT find<QLabel>(window, "labViewer").linkActivated("viewer"); });
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
   expectFault("frmDXF", "befHilfe_Click", [&] { QTest::keyClick(&window, Qt::Key_F1); });
   expectFault("frmDXF", "closeEvent", [&] {
     EXPECT_FALSE(window.close());
@@ -100,6 +107,9 @@ TEST_F(FaultsTest, InTheMainWindowsEvents) {
   });
   QMimeData data;
   data.setUrls({QUrl::fromLocalFile(toQt(writeDrawing("a.dxf")))});
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  expectFault("frmDXF", "dragEnterEvent", [&] { QApplication::sendEvent(&window, &enter); });
+  QApplication::sendEvent(&window, &enter);
   QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   expectFault("frmDXF", "dropEvent", [&] { QApplication::sendEvent(&window, &drop); });
   EXPECT_FALSE(find<QLineEdit>(window, "txtDXFDatei").text().contains("a.dxf"));

@@ -2,7 +2,10 @@
 #include <QDir>
 #include <QPalette>
 
+#include "convert/output_file.h"
+#include "errors/attempt.h"
 #include "ui/windows/cut_texts.h"
+#include "ui/windows/error_window.h"
 #include "ui/windows/file_dialog.h"
 #include "ui/windows/help_viewer.h"
 #include "ui/windows/language_dialog.h"
@@ -149,6 +152,17 @@ TEST_P(ScreenshotTest, Question) {
   });
   askQuestion(context, nullptr, context.text(1300), context.text(1301),
               QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+}
+
+TEST_P(ScreenshotTest, ErrorWindow) {
+  whenModal<ErrorWindow>([this](ErrorWindow& window) {
+    shoot(window);
+    window.reject();
+  });
+  errors::Procedure running(faults.callStack(), "frmDXF", "befStart_Click");
+  running.parameter("drawing", errors::toValue(folder.file("frontplate.dxf")));
+  errors::attempt(faults, "frmReport", "btnSave_Click", [] { throw convert::WriteError(ENOSPC); });
+  EXPECT_EQ(modalWindows, 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, ScreenshotTest,
