@@ -1,5 +1,7 @@
 #include "errors/fault_scribe.h"
 
+#include <cstdio>
+
 #include "convert/driver.h"
 #include "convert/output_file.h"
 #include "errors/protocol.h"
@@ -80,7 +82,11 @@ std::int16_t FaultScribe::OnError(std::string_view module, std::string_view proc
       ending_ = true;
       view_.endProgram();
     }
-  } catch (...) {  // NOLINT(bugprone-empty-catch): an error of the reporter itself ends here
+  } catch (...) {
+    // An error of the reporter itself ends here; what was to be reported must not go unheard.
+    std::fprintf(stderr, "%s: %.*s.%.*s\n", program_.fileName.c_str(),
+                 static_cast<int>(module.size()), module.data(), static_cast<int>(procedure.size()),
+                 procedure.data());
   }
   return choice;
 }

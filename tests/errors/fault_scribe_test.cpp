@@ -83,7 +83,9 @@ TEST_F(ScribeTest, ShowsNoSecondWindowAboveTheFirst) {
 
 TEST_F(ScribeTest, NeverThrows) {
   view.whileShown = [] { throw std::runtime_error("the window fails"); };
+  ::testing::internal::CaptureStderr();
   EXPECT_EQ(reportError(faults), kLeave);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "quillon: frmDXF.befStart_Click\n");
   EXPECT_EQ(reportError(faults, kMayEnd), kEnd);
   view.whileShown = nullptr;
   reportError(faults);
