@@ -1,5 +1,4 @@
 // Any bytes are an INI file: a value that is set is read back, every other one stays.
-#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <string_view>
@@ -7,20 +6,13 @@
 #include "convert/ini_document.h"
 #include "convert/ini_file.h"
 #include "convert/ini_line.h"
+#include "parts.h"
 #include "ui/settings/profile_text.h"
 
 namespace {
 
 using quillon::convert::IniDocument;
 using quillon::convert::IniFile;
-
-/// The part of the data up to a NUL byte, which is taken off.
-std::string_view takePart(std::string_view& data) {
-  const std::size_t stop = std::min(data.find('\0'), data.size());
-  const std::string_view part = data.substr(0, stop);
-  data.remove_prefix(std::min(stop + 1, data.size()));
-  return part;
-}
 
 void require(bool holds) {
   if (!holds) std::abort();
@@ -30,7 +22,7 @@ void require(bool holds) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size) {
   std::string_view data(reinterpret_cast<const char*>(bytes), size);
-  const std::string_view value = takePart(data);
+  const std::string_view value = quillon::fuzz::takePart(data);
   const IniFile before(data);
 
   IniDocument document(data);

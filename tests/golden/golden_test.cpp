@@ -9,7 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "convert/script_frame.h"
 #include "support/program_run.h"
+#include "support/script_grammar.h"
 
 namespace quillon {
 namespace {
@@ -132,6 +134,26 @@ TEST(GoldenFolder, HasScriptsWhoseEveryLineEndsInCrLf) {
     EXPECT_TRUE(text.ends_with("\r\n")) << name;
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), pairs) << name;
     EXPECT_EQ(std::count(text.begin(), text.end(), '\r'), pairs) << name;
+  }
+}
+
+/// The value of an option in a drawing's words, or "".
+std::string optionOf(const std::vector<std::string>& words, const std::string& option) {
+  const auto found = std::find(words.begin(), words.end(), option);
+  return found == words.end() || found + 1 == words.end() ? "" : found[1];
+}
+
+TEST(GoldenFolder, HasScriptsOfKnownLinesAlone) {
+  for (const std::string& name : namesOf(".scr")) {
+    const std::vector<std::string> words = splitWords(readFile(kFolder / (name + ".args")));
+    const std::string frame = optionOf(words, "--frame");
+    const convert::ScriptFrame lines = convert::parseFrame(
+        frame.empty() ? convert::defaultFrameText() : readFile(kFolder / frame));
+    const testing::ScriptFacts facts = testing::checkScript(
+        readFile(kFolder / (name + ".scr")),
+        {optionOf(words, "--eagle") != "3.5", lines.startBlock, lines.endBlock});
+    EXPECT_EQ(facts.fault, "") << name;
+    EXPECT_GT(facts.lines, 0U) << name;
   }
 }
 

@@ -1,0 +1,38 @@
+// AddressSanitizer tells of every allocation, those of the C library included.
+#include <sanitizer/allocator_interface.h>
+
+#include <algorithm>
+#include <cstddef>
+
+#include "allocations.h"
+
+namespace quillon::fuzz {
+namespace {
+
+// The hooks can reach nothing but static variables.
+std::ptrdiff_t inUse = 0;
+std::ptrdiff_t most = 0;
+
+void onAllocation(const volatile void*, std::size_t size) {
+  inUse += static_cast<std::ptrdiff_t>(size);
+  most = std::max(most, inUse);
+}
+
+void onRelease(const volatile void* block) {
+  if (block == nullptr) return;
+  inUse -=
+      static_cast<std::ptrdiff_t>(__sanitizer_get_allocated_size(const_cast<const void*>(block)));
+}
+
+}  // namespace
+
+void startMeasuring() {
+  static const int installed = __sanitizer_install_malloc_and_free_hooks(onAllocation, onRelease);
+  static_cast<void>(installed);
+  inUse = 0;
+  most = 0;
+}
+
+std::size_t mostBytesInUse() { return static_cast<std::size_t>(most); }
+
+}  // namespace quillon::fuzz

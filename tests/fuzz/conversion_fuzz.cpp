@@ -1,0 +1,158 @@
+// A whole conversion, from any bytes with any options: its script holds nothing but the lines that
+// Quillon writes, and costs no more than its input and output.
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "allocations.h"
+#include "conversion_input.h"
+#include "convert/driver.h"
+#include "memory_file.h"
+#include "parts.h"
+#include "support/script_grammar.h"
+
+namespace {
+
+using quillon::convert::Outcome;
+using quillon::fuzz::ConversionInput;
+using quillon::fuzz::MemoryFile;
+using quillon::fuzz::require;
+
+/// Polls after which a conversion is cancelled that writes or expands without an end.
+constexpr std::uint64_t kMostPolls = 300;
+/// Polls that may follow one that said yes: what is under way is closed, nothing is begun.
+constexpr std::uint64_t kMostPollsAfterCancel = 16;
+/// Entities, dashes or pieces of curves between two polls, at most.
+constexpr std::uint64_t kStepsPerPoll = 64;
+/// Memory of any conversion, and for each byte that it reads.
+constexpr std::size_t kFixedBytes = std::size_t{1} << 20;
+constexpr std::size_t kBytesPerByte = 64;
+
+/// Counts the polls, and cancels at one of them.
+class FuzzHost : public quillon::convert::ConversionHost {
+ public:
+  explicit FuzzHost(std::uint64_t cancelAtPoll) : cancelAt_(cancelAtPoll) {}
+
+  void setStatus(std::string_view) override {}
+  void setProgress(bool, int) override {}
+  void processEvents() override {}
+  bool cancelRequested() override {
+    ++polls_;
+    if (!cancelled_ && (polls_ == cancelAt_ || polls_ == kMostPolls)) {
+      cancelled_ = true;
+      pollsAtCancel_ = polls_;
+    }
+    return cancelled_;
+  }
+  bool hasCancelButton() const override { return false; }
+  bool ask(const quillon::convert::Message&) override { return false; }
+  void tell(const quillon::convert::Message& message) override { messages_ += message.detail; }
+  std::string chooseDxfFile(const quillon::convert::FileQuestion&) override { return {}; }
+  void showReport(std::string_view) override {}
+
+  std::uint64_t polls() const { return polls_; }
+  bool cancelled() const { return cancelled_; }
+  std::uint64_t pollsAfterCancel() const { return cancelled_ ? polls_ - pollsAtCancel_ : 0; }
+  const std::string& messages() const { return messages_; }
+
+ private:
+  std::uint64_t cancelAt_;
+  std::uint64_t polls_ = 0;
+  std::uint64_t pollsAtCancel_ = 0;
+  bool cancelled_ = false;
+  std::string messages_;
+};
+
+/// Where the conversion's files are.
+struct Files {
+  MemoryFile drawing;
+  MemoryFile layers;
+  MemoryFile frame;
+  MemoryFile script;  ///< stands for standard output
+};
+
+struct Run {
+  quillon::convert::ConversionResult result;
+  std::string script;
+  std::string messages;
+  std::uint64_t polls = 0;
+  std::uint64_t pollsAfterCancel = 0;
+  bool cancelled = false;
+  std::size_t memory = 0;
+};
+
+Run convertOnce(const ConversionInput& input, const Files& files) {
+  quillon::convert::ConversionJob job = input.job;
+  job.dxfFile = files.drawing.path();
+  if (!input.layerFile.empty()) job.layerFile = files.layers.path();
+  quillon::convert::Surroundings surroundings;
+  if (!input.frame.empty()) surroundings.frame.path = files.frame.path();
+  surroundings.languageOffset =
+      input.german ? quillon::resources::kGerman : quillon::resources::kEnglish;
+  surroundings.refuseWithoutSections = input.refuseWithoutSections;
+  surroundings.writeStandardOutput = true;
+  surroundings.now = [] { return quillon::convert::ReportTime{"1", "2"}; };
+  files.script.set({});
+
+  FuzzHost host(input.cancelAtPoll);
+  Run run;
+  quillon::fuzz::startMeasuring();
+  run.result = quillon::convert::convertDXF(job, host, surroundings);
+  run.memory = quillon::fuzz::mostBytesInUse();
+  run.script = files.script.get();
+  run.messages = host.messages();
+  run.polls = host.polls();
+  run.pollsAfterCancel = host.pollsAfterCancel();
+  run.cancelled = host.cancelled();
+  return run;
+}
+
+void checkLines(const ConversionInput& input, const Run& run) {
+  if (run.result.outcome == Outcome::Ended) return;
+  const std::string frame(input.frame.empty() ? quillon::convert::defaultFrameText() : input.frame);
+  const quillon::convert::ScriptFrame lines = quillon::convert::parseFrame(frame);
+  const quillon::testing::ScriptRules rules{input.job.version != 0, lines.startBlock,
+                                            lines.endBlock};
+  const quillon::testing::ScriptFacts facts = quillon::testing::checkScript(run.script, rules);
+  require(facts.fault.empty(), facts.fault);
+  require(run.result.commandCount == facts.lines + facts.namedPolygons,
+          "the command count is " + std::to_string(run.result.commandCount) + ", the lines are " +
+              std::to_string(facts.lines) + " and the polygons " +
+              std::to_string(facts.namedPolygons));
+}
+
+void checkCost(const ConversionInput& input, const Run& run, std::size_t inputBytes) {
+  const std::size_t mostMemory = kFixedBytes + kBytesPerByte * inputBytes;
+  require(run.memory <= mostMemory, "memory of " + std::to_string(run.memory) + " bytes");
+  require(run.pollsAfterCancel <= kMostPollsAfterCancel, "a cancel ends the conversion");
+  // A dash may be too short to be seen, so dashes alone can take time without giving lines. They
+  // can be cancelled.
+  if (input.job.dotted) return;
+  std::uint64_t steps = inputBytes + run.script.size();
+  for (const std::uint64_t count : run.result.counts) steps += kStepsPerPoll * count;
+  if (run.result.outcome != Outcome::Ended) {
+    require(run.polls <= 16 + steps / kStepsPerPoll, "the work is that of input and output");
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  static const Files files;
+  static const bool redirected = dup2(files.script.descriptor(), STDOUT_FILENO) >= 0;
+  require(redirected, "standard output is a file in memory");
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  const ConversionInput input = quillon::fuzz::readConversionInput(bytes);
+  files.drawing.set(input.drawing);
+  files.layers.set(input.layerFile);
+  files.frame.set(input.frame);
+
+  const Run first = convertOnce(input, files);
+  checkLines(input, first);
+  checkCost(input, first, size);
+  const Run second = convertOnce(input, files);
+  require(second.script == first.script, "the same input gives the same script");
+  require(second.result.report == first.result.report, "the same input gives the same report");
+  require(second.messages == first.messages, "the same input gives the same messages");
+  return 0;
+}

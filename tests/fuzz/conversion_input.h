@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "convert/job.h"
+
+namespace quillon::fuzz {
+
+/// A whole conversion in one run of bytes: options, default layer, drawing name, layer file and
+/// frame, each ended by a NUL byte, then the drawing.
+///
+/// The options are letters, so that they can be read and changed by hand: d, e, a, r and g switch
+/// on dotted lines, ellipses, arcs as lines, the refusal of texts without a section and German; o
+/// takes the older version; u, t, p, b, s, x, y, w and c are followed by a digit that chooses unit,
+/// target, polylines, blocks, scale, offsets, polyline width and the poll that cancels. Other bytes
+/// count for nothing.
+struct ConversionInput {
+  convert::ConversionJob job;  ///< without files
+  std::string_view layerFile;
+  std::string_view frame;
+  std::string_view drawing;
+  bool refuseWithoutSections = false;
+  bool german = false;
+  std::uint64_t cancelAtPoll = 0;  ///< from 1; 0: at none
+};
+
+ConversionInput readConversionInput(std::string_view data);
+
+}  // namespace quillon::fuzz

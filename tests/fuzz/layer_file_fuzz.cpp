@@ -1,0 +1,67 @@
+// Any bytes are a layer assignment file: saving what was read gives a file that reads the same.
+#include <sys/stat.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "convert/layer_file.h"
+#include "convert/layer_table.h"
+#include "convert/paths.h"
+#include "dxf/encoding.h"
+#include "dxf/number_text.h"
+#include "memory_folder.h"
+#include "parts.h"
+
+namespace {
+
+using quillon::convert::LayerRow;
+using quillon::fuzz::require;
+
+/// The rows that a saved file must hold.
+std::vector<LayerRow> savedRows(const std::vector<LayerRow>& rows) {
+  std::vector<LayerRow> saved;
+  for (const LayerRow& row : rows) {
+    if (quillon::convert::isSaved(row)) saved.push_back(row);
+  }
+  return saved;
+}
+
+/// A name whose own quotes or control characters are lost in a file is not read back as it is.
+bool isPlain(const std::string& name) {
+  return name.find_first_of("\"'\r\n") == std::string::npos && name.find('\0') == std::string::npos;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  static const quillon::fuzz::MemoryFolder folder;
+  const std::string path = folder.write("a.lay", {reinterpret_cast<const char*>(data), size});
+  const std::vector<LayerRow> rows = quillon::convert::readLayerRows(path);
+  std::size_t bytes = 0;
+  for (const LayerRow& row : rows) {
+    bytes += row.name.size();
+    require(!quillon::dxf::trimBlanks(row.name).empty(), "a row has a name");
+    require(row.layer == quillon::dxf::numberText(quillon::dxf::numberValue(row.layer)),
+            "a layer is a plain number");
+    require(quillon::convert::fitsLayerFile(row.name), "what was read can be written");
+  }
+  require(bytes <= 3 * size && rows.size() <= size, "the rows are no more than the file");
+
+  quillon::convert::saveLayerRows(path, rows);
+  const std::vector<LayerRow> expected = savedRows(rows);
+  const std::vector<LayerRow> again = quillon::convert::readLayerRows(path);
+  require(again.size() == expected.size(), "all saved rows are read again");
+  for (std::size_t i = 0; i < again.size(); ++i) {
+    require(again[i].layer == expected[i].layer, "a layer is read as it was saved");
+    if (!isPlain(expected[i].name)) continue;
+    require(again[i].name == expected[i].name, "a name is read as it was saved");
+  }
+  const quillon::convert::LayerTable table = quillon::convert::readLayerFile(path);
+  require(table.size() == again.size(), "the table has all rows");
+  for (const LayerRow& row : again) {
+    require(table.find(quillon::dxf::upperCase(row.name, quillon::dxf::Encoding::Utf8)) != nullptr,
+            "every layer is found");
+  }
+  return 0;
+}

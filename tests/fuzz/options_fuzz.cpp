@@ -1,0 +1,91 @@
+// Any words are the arguments of the headless program: it says what is wrong with them, or gives
+// options that a conversion can have.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <cstdio>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/headless/options.h"
+#include "app/headless/plan.h"
+#include "dxf/number_text.h"
+#include "parts.h"
+
+namespace {
+
+using quillon::fuzz::require;
+using quillon::headless::Options;
+
+/// Sends what the program says nowhere, as long as it lives.
+class Silence {
+ public:
+  Silence() : output_(dup(STDOUT_FILENO)), error_(dup(STDERR_FILENO)) {
+    static const int nowhere = open("/dev/null", O_WRONLY);
+    dup2(nowhere, STDOUT_FILENO);
+    dup2(nowhere, STDERR_FILENO);
+  }
+  ~Silence() {
+    std::fflush(stdout);
+    std::cout.flush();
+    dup2(output_, STDOUT_FILENO);
+    dup2(error_, STDERR_FILENO);
+    close(output_);
+    close(error_);
+  }
+  Silence(const Silence&) = delete;
+  Silence& operator=(const Silence&) = delete;
+
+ private:
+  int output_;
+  int error_;
+};
+
+bool within(int value, int least, int most) { return value >= least && value <= most; }
+
+void check(const Options& options) {
+  require(!options.inputs.empty(), "there is a drawing");
+  for (const std::string& input : options.inputs) {
+    require(!input.empty(), "a drawing has a name");
+    for (const char c : quillon::headless::nameFromFile(input)) {
+      require(std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '-' || c == '.',
+              "a name from a file's name is plain");
+    }
+  }
+  require(options.jobs >= 1 && options.jobs <= 256, "1 to 256 conversions run at once");
+  const quillon::convert::ConversionJob& job = options.job;
+  require(std::isfinite(job.scale) && job.scale != 0.0, "the scale is a number other than 0");
+  require(std::isfinite(job.offsetX) && std::isfinite(job.offsetY) && std::isfinite(job.polyWidth),
+          "offsets and widths are numbers");
+  require(within(job.unit, 0, 3) && within(job.targetKind, 0, 3) && within(job.version, 0, 1) &&
+              within(job.poly, -1, 2) && within(job.blocks, 0, 2),
+          "choices are within their lists");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size) {
+  std::string_view data(reinterpret_cast<const char*>(bytes), size);
+  std::vector<std::string> words = {"quillon-convert"};
+  while (!data.empty()) words.emplace_back(quillon::fuzz::takePart(data));
+  std::vector<char*> argv;
+  for (std::string& word : words) argv.push_back(word.data());
+  argv.push_back(nullptr);
+  std::optional<int> exitCode;
+  Options options;
+  {
+    const Silence silence;
+    options =
+        quillon::headless::parseOptions(static_cast<int>(words.size()), argv.data(), exitCode);
+  }
+  if (exitCode) {
+    require(*exitCode == 0 || *exitCode == quillon::headless::kWrongUsage, "an exit code is known");
+  } else {
+    check(options);
+  }
+  return 0;
+}

@@ -1,0 +1,68 @@
+// Any bytes are a settings file, and any text is the command line over it: the settings stay within
+// their ranges, and saving them leaves the other sections as they were.
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "convert/command_line.h"
+#include "convert/ini_file.h"
+#include "convert/paths.h"
+#include "memory_folder.h"
+#include "parts.h"
+#include "ui/settings/profile_text.h"
+#include "ui/settings/settings.h"
+
+namespace {
+
+using quillon::fuzz::require;
+using quillon::settings::Settings;
+
+bool within(int value, int least, int most) { return value >= least && value <= most; }
+
+void checkRanges(const Settings& settings, const quillon::resources::Texts& texts) {
+  require(within(settings.targetKind, 0, quillon::settings::kNoTarget), "the target is one");
+  require(within(settings.version, -1, 1), "the version is one");
+  require(within(settings.unit, -1, 3), "the unit is one");
+  require(within(settings.poly, -1, 2) && within(settings.blocks, -1, 2),
+          "the lists have 3 entries");
+  require(!settings.scale.empty(), "there is a scale");
+  const auto layers = quillon::settings::layersOf(settings.targetKind, texts);
+  require(settings.layer.empty() ||
+              std::find(layers.begin(), layers.end(), settings.layer) != layers.end(),
+          "the layer is an entry of its list");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size) {
+  static const quillon::fuzz::MemoryFolder folder;
+  std::string_view data(reinterpret_cast<const char*>(bytes), size);
+  const auto line = quillon::convert::parseCommandLine(quillon::fuzz::takePart(data));
+  const std::string path = folder.write("larkspur.ini", data);
+  const quillon::settings::SettingsStore store(folder.path());
+  const quillon::resources::Texts texts(quillon::settings::loadLanguage(store));
+
+  const Settings settings = quillon::settings::LoadSettings(store, line, texts);
+  checkRanges(settings, texts);
+  const quillon::convert::ConversionJob job = quillon::settings::jobOf(settings, line);
+  require(job.scaleText == settings.scale, "the job has the settings' scale");
+
+  const quillon::convert::IniFile before(quillon::settings::decodeProfile(data));
+  require(quillon::settings::SaveSettings(store, settings), "settings can be saved");
+  const std::string saved = quillon::convert::readFile(path);
+  const quillon::convert::IniFile after(quillon::settings::decodeProfile(saved));
+  for (const char* const section : {"global", "1", "window"}) {
+    for (const char* const key : {"language", "layername", "dxffile"}) {
+      require(after.wholeValue(section, key) == before.wholeValue(section, key),
+              "other sections stay");
+    }
+  }
+  const Settings again = quillon::settings::LoadSettings(store, {}, texts);
+  checkRanges(again, texts);
+  require(again.targetKind == settings.targetKind && again.dotted == settings.dotted &&
+              again.ellipses == settings.ellipses && again.arcToLine == settings.arcToLine &&
+              again.report == settings.report && again.layer == settings.layer &&
+              again.unit == settings.unit && again.version == settings.version,
+          "choices are read as they were saved");
+  return 0;
+}
