@@ -8,19 +8,25 @@
 namespace quillon::emit {
 namespace {
 
-DashPattern parseDashList(std::string_view list) {
-  DashPattern pattern;
+/// Takes the next dash off a list; false at its end.
+bool takeDash(std::string_view& list, double& dash) {
   while (!list.empty()) {
     const std::size_t stop = list.find(';');
     const std::string_view item = list.substr(0, stop);
-    if (!item.empty()) pattern.push_back(dxf::numberValue(item));
-    if (stop == std::string_view::npos) break;
-    list.remove_prefix(stop + 1);
+    list.remove_prefix(stop == std::string_view::npos ? list.size() : stop + 1);
+    if (item.empty()) continue;
+    dash = dxf::numberValue(item);
+    return true;
   }
-  return pattern;
+  return false;
 }
 
 }  // namespace
+
+DashPattern::DashPattern(std::string_view list) : rest_(list) {
+  double dash = 0.0;
+  while (first_.size() < kMostKept && takeDash(rest_, dash)) first_.push_back(dash);
+}
 
 const DashPattern* DashPatterns::find(std::string_view lineType) {
   if (lineType.empty()) return nullptr;
@@ -39,17 +45,24 @@ const DashPattern* DashPatterns::load(std::string_view lineType) {
   if (record == nullptr) return nullptr;
   record->used = true;
   if (dxf::numberValue(record->values[kTotalLength]) == 0.0) return nullptr;
-  return &patterns_.emplace_back(parseDashList(record->values[kDashList]));
+  return &patterns_.emplace_back(record->values[kDashList]);
 }
 
 bool DashWalk::next(double travelled, double& dash) {
-  if (index_ == pattern_.size()) index_ = 0;
-  if (index_ == 0) {
-    if (pattern_.empty() || (started_ && !(travelled > passStart_))) return false;
-    started_ = true;
-    passStart_ = travelled;
+  const std::vector<double>& first = pattern_.first_;
+  if (index_ > 0) {
+    if (index_ < first.size()) {
+      dash = first[index_++];
+      return true;
+    }
+    if (takeDash(rest_, dash)) return true;
   }
-  dash = pattern_[index_++];
+  if (first.empty() || (started_ && !(travelled > passStart_))) return false;
+  started_ = true;
+  passStart_ = travelled;
+  rest_ = pattern_.rest_;
+  index_ = 1;
+  dash = first[0];
   return true;
 }
 

@@ -125,5 +125,40 @@ TEST(DashWalk, EndsAtOnceForAPatternWithoutDashes) {
   EXPECT_FALSE(walk.next(0.0, dash));
 }
 
+TEST(DashWalk, GivesAllDashesOfALongListOverAndOver) {
+  std::string list;
+  for (int i = 1; i <= 150; ++i) list += std::to_string(i) + ";;";
+  const DashPattern pattern(list);
+  DashWalk walk(pattern);
+  double travelled = 0.0;
+  for (int pass = 0; pass < 3; ++pass) {
+    for (int i = 1; i <= 150; ++i) {
+      double dash = 0.0;
+      ASSERT_TRUE(walk.next(travelled, dash));
+      EXPECT_EQ(dash, i);
+      travelled += dash;
+    }
+  }
+}
+
+TEST(DashWalk, StandsStillAfterOnePassOfALongListWithoutAdvance) {
+  std::string list;
+  for (int i = 0; i < 150; ++i) list += "0;";
+  const DashPattern pattern(list);
+  DashWalk walk(pattern);
+  double dash = 1.0;
+  for (int i = 0; i < 150; ++i) EXPECT_TRUE(walk.next(0.0, dash));
+  EXPECT_FALSE(walk.next(0.0, dash));
+}
+
+TEST(DashPatterns, OfEmptyListsHaveNoDashes) {
+  for (const char* const list : {"", ";", ";;;"}) {
+    const DashPattern pattern{std::string_view(list)};
+    DashWalk walk(pattern);
+    double dash = 0.0;
+    EXPECT_FALSE(walk.next(0.0, dash)) << list;
+  }
+}
+
 }  // namespace
 }  // namespace quillon::emit
