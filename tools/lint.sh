@@ -49,6 +49,7 @@ run_clang_tidy() {
 
 check_format
 python3 tools/check_help.py || fail "The help pages need mending."
+python3 tools/check_messages.py || fail "Every message needs a test that raises it."
 check_includes dxf dxf
 check_includes emit dxf emit
 check_includes convert dxf emit convert ui/resources

@@ -115,6 +115,24 @@ TEST_F(ConversionTest, QuestionsHaveButtonsInTheLanguageOfTheWindow) {
   EXPECT_EQ(yes, "&Ja");
 }
 
+TEST_F(ConversionTest, TheResultSaysThatAPartIsOutOfRangeAndWhatToDoNext) {
+  testing::DxfBuilder dxf;
+  dxf.entity("POINT", {{8, "0"}, {10, "1e9"}, {20, "0"}});
+  window.setDrawing(toQt(folder.write("part.dxf", dxf.text())));
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_TRUE(resultText().contains(
+      "\nA part lies outside EAGLE's drawing area. Please check unit and scale.\n"))
+      << fromQt(resultText());
+  const auto& panel = find<QWidget>(window, "fraResult");
+  QStringList words;
+  for (const QPushButton* const button : panel.findChildren<QPushButton*>()) {
+    words << button->text();
+  }
+  EXPECT_TRUE(words.contains("&Open folder") && words.contains("Cop&y command"))
+      << fromQt(words.join(","));
+}
+
 TEST_F(ConversionTest, AScaleOfZeroIsRefused) {
   draw();
   find<QLineEdit>(window, "txtmasst").setText("0");
