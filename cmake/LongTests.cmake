@@ -2,6 +2,16 @@
 # them out.
 find_program(QUILLON_VALGRIND valgrind)
 
+# quillon_long_test(<name> <library> <sources…>): a test program of cases that each take a minute,
+# or more than 100 megabytes of disk.
+function(quillon_long_test name library)
+  add_executable(${name} ${ARGN})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE ${library} GTest::gtest_main)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
+    PROPERTIES LABELS long TIMEOUT 3600 RUN_SERIAL ON)
+endfunction()
+
 # quillon_memcheck(<name>): the whole test program once more, under valgrind.
 function(quillon_memcheck name)
   if(QUILLON_VALGRIND AND NOT QUILLON_SANITIZE)

@@ -16,6 +16,7 @@
 #include "convert/paths.h"
 #include "convert/report.h"
 #include "convert/target_commands.h"
+#include "convert/temporary_file.h"
 #include "dxf/line_reader.h"
 #include "dxf/number_text.h"
 #include "dxf/run_time_error.h"
@@ -32,6 +33,7 @@ constexpr int kFirstRefusal = 3000;
 constexpr int kNoSection = 3005;
 constexpr int kBadName = 3006;
 constexpr int kScriptIsDrawing = 3007;
+constexpr int kChangedMeanwhile = 3010;
 
 /// Ends a run after its message; the host has been told.
 struct EndOfRun {};
@@ -56,7 +58,7 @@ class Conversion {
     } catch (const EndOfRun&) {
       // The reason has been told.
     } catch (const dxf::RunTimeError& error) {
-      fail(messages_.faultText(error, result_.dxfFile));
+      fail(hasChanged() ? changedText() : messages_.faultText(error, result_.dxfFile));
     } catch (const WriteError& error) {
       fail(messages_.unwritableText(result_.scriptFile, messages_.reasonText(error.reason())));
     } catch (const dxf::ReadError& error) {
@@ -91,13 +93,14 @@ class Conversion {
     emit::ScriptWriter script(*output_, {job_.unit, job_.version, job_.offsetX, job_.offsetY});
     const emit::EmitSettings settings = emitSettings();
     emit::EmitContext context{script, settings, emit::CancelPoll(control_)};
+    if (surroundings_.maxLines > 0) context.cancelled.limitLines(script, surroundings_.maxLines);
     LayerAssignment layers(layerTable_, job_.defaultLayer, drawing_->encoding);
     const emit::TranslationRules rules;
     emit::Translator translator(context, *drawing_, layers, rules);
     TargetCommands commands(script, job_, frame_, *drawing_);
     BlockLibrary library(script, commands, translator, *drawing_, job_.targetKind);
     try {
-      convertEntities(translator, commands, library);
+      convertEntities(translator, context.cancelled, commands, library);
     } catch (dxf::RunTimeError& error) {
       if (error.line() == 0) error.setLine(lineAt(translator.currentPosition()));
       throw;
@@ -114,9 +117,9 @@ class Conversion {
   /// Hands the entities on to the translator as they are read.
   class Entities : public dxf::EntitySink {
    public:
-    Entities(emit::Translator& translator, double scale, const dxf::TextSource& text,
-             RunControl& control)
-        : translator_(translator), text_(text), control_(control) {
+    Entities(emit::Translator& translator, emit::CancelPoll& cancelled, double scale,
+             const dxf::TextSource& text, RunControl& control)
+        : translator_(translator), cancelled_(cancelled), text_(text), control_(control) {
       placement_.scaleX = placement_.scaleY = scale;
     }
 
@@ -125,6 +128,7 @@ class Conversion {
       if (pacer_.due()) {
         control_.setProgress(true, text_.offsetOf(entity.groups), text_.fileSize());
       }
+      if (cancelled_.atLimit()) return control_.stop();
       translator_.translateEntity(entity, placement_);
     }
 
@@ -134,6 +138,7 @@ class Conversion {
     static constexpr std::uint32_t kEntitiesPerUpdate = 256;
 
     emit::Translator& translator_;
+    emit::CancelPoll& cancelled_;
     const dxf::TextSource& text_;
     RunControl& control_;
     emit::Placement placement_;
@@ -142,26 +147,34 @@ class Conversion {
 
   /// The target's commands, the header, every entity in file order, and the remaining parts of the
   /// block library. Entities are converted while the rest of the drawing is still being read.
-  void convertEntities(emit::Translator& translator, TargetCommands& commands,
-                       BlockLibrary& library) {
+  void convertEntities(emit::Translator& translator, emit::CancelPoll& cancelled,
+                       TargetCommands& commands, BlockLibrary& library) {
     commands.writeTargetOpen();
     commands.writeScriptHeader();
     if (job_.blocks == kUsedBlocksAsParts || job_.blocks == kAllBlocksAsParts) {
       translator.setBlockParts(&library);
     }
-    Entities entities(translator, job_.scale, *text_, control_);
+    Entities entities(translator, cancelled, job_.scale, *text_, control_);
     dxf::readContents(*drawing_, *reader_, entities, !host_.hasCancelButton());
     result_.linesRead = reader_->linesRead();
+    if (!control_.cancelled() && hasChanged()) {
+      refuse(messages_.fileError(kChangedMeanwhile, result_.dxfFile));
+    }
     if (surroundings_.refuseWithoutSections && !drawing_->anySection && !control_.cancelled()) {
       refuse(messages_.fileError(kNoSection, result_.dxfFile));
     }
     control_.setStatusText(2839);
-    if (job_.blocks == kAllBlocksAsParts) {
-      for (std::size_t i = 0; i < drawing_->blocks.size() && !control_.cancelRequested(); ++i) {
-        library.writeRemainingPart(i);
-      }
-    }
+    if (job_.blocks == kAllBlocksAsParts) writeRemainingParts(cancelled, library);
+    lineLimitReached_ = cancelled.limitReached();
+    if (lineLimitReached_) control_.stop();
     if (!control_.cancelled()) control_.setProgress(true, 1, 1);
+  }
+
+  void writeRemainingParts(emit::CancelPoll& cancelled, BlockLibrary& library) {
+    for (std::size_t i = 0; i < drawing_->blocks.size() && !control_.cancelRequested(); ++i) {
+      if (cancelled.atLimit()) return;
+      library.writeRemainingPart(i);
+    }
   }
 
   emit::EmitSettings emitSettings() const {
@@ -240,6 +253,9 @@ class Conversion {
   }
 
   void openScript() {
+    if (surroundings_.clearAbandoned && !surroundings_.writeStandardOutput) {
+      clearAbandonedFiles(folderOfTarget(scriptPath_));
+    }
     output_ = surroundings_.writeStandardOutput ? std::make_unique<OutputFile>(stdout)
                                                 : std::make_unique<OutputFile>(scriptPath_);
   }
@@ -283,7 +299,8 @@ class Conversion {
   void finish() {
     result_.outcome = control_.cancelled() ? Outcome::Cancelled : Outcome::Converted;
     if (result_.outcome == Outcome::Cancelled) {
-      host_.tell(messages_.cancelled(result_.dxfFile, result_.linesRead));
+      host_.tell(lineLimitReached_ ? messages_.lineLimit(result_.dxfFile, surroundings_.maxLines)
+                                   : messages_.cancelled(result_.dxfFile, result_.linesRead));
     }
     if (result_.rangeWarning) host_.tell(messages_.outOfRange(result_.dxfFile));
     if (job_.report) host_.showReport(result_.report);
@@ -310,6 +327,13 @@ class Conversion {
     host_.tell(messages_.scriptError(result_.scriptFile, std::move(detail)));
   }
 
+  /// True when the drawing was written anew while it was read: what was read of it may be of two
+  /// drawings.
+  bool hasChanged() const { return text_ != nullptr && text_->sizeHasChanged(); }
+  std::string changedText() const {
+    return messages_.fileError(kChangedMeanwhile, result_.dxfFile).detail;
+  }
+
   /// Number of the line in the file that holds a position of a block or of the present window.
   std::uint64_t lineAt(const char* position) const {
     const std::uint64_t line = drawing_->lineInBlocks(position);
@@ -326,6 +350,7 @@ class Conversion {
   std::optional<DrawingInput> input_;
   fs::path scriptPath_;
   std::unique_ptr<OutputFile> output_;
+  bool lineLimitReached_ = false;
   LayerTable layerTable_;
   ScriptFrame frame_;
   std::unique_ptr<dxf::TextSource> text_;

@@ -31,13 +31,18 @@ struct Surroundings {
   bool refuseWithoutSections = false;
   bool readStandardInput = false;    ///< instead of the drawing's path
   bool writeStandardOutput = false;  ///< instead of the script's path
+  /// Lines after which a script ends as if the user had cancelled; 0 for no such limit.
+  std::uint64_t maxLines = 0;
+  /// Looks beside the script for temporary files that killed runs left. Who converts many drawings
+  /// into one folder does that once.
+  bool clearAbandoned = true;
   ReportTime (*now)() = currentReportTime;
   RunControl::Clock::duration updateInterval = RunControl::kInterval;
 };
 
 enum class Outcome : std::uint8_t {
   Converted,
-  Cancelled,  ///< the script is well-formed but incomplete
+  Cancelled,  ///< by the user or the limit of lines; the script is well-formed but incomplete
   Ended,      ///< the job or the drawing was refused, or an error ended the run; the host was told
 };
 

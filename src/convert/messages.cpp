@@ -97,6 +97,11 @@ Message Messages::cancelled(std::string_view drawing, std::uint64_t line) const 
   return {MessageKind::Warning, std::string(texts_(2805)), text, quotable(drawing) + ": " + text};
 }
 
+Message Messages::lineLimit(std::string_view drawing, std::uint64_t lines) const {
+  const std::string text = texts_(3011, {quotable(drawing), std::to_string(lines)});
+  return {MessageKind::Warning, std::string(texts_(2805)), text, text};
+}
+
 Message Messages::scriptError(std::string_view script, std::string detail) const {
   return {MessageKind::Error, std::string(texts_(2814)), aroundPath(2812, script, 2813),
           std::move(detail)};

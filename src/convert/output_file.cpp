@@ -1,16 +1,17 @@
 #include "convert/output_file.h"
 
-#include <atomic>
 #include <cerrno>
-#include <random>
-#include <string>
+#include <optional>
 #include <system_error>
+#include <utility>
 
 #ifdef _WIN32
 #include <io.h>
 #else
 #include <unistd.h>
 #endif
+
+#include "convert/temporary_file.h"
 
 namespace quillon::convert {
 
@@ -31,10 +32,10 @@ fs::path followLinks(const fs::path& path) {
   return target;
 }
 
-std::string temporaryName() {
-  static std::atomic<unsigned> counter{0};
-  thread_local std::mt19937 random{std::random_device{}()};
-  return ".quillon-" + std::to_string(random()) + "-" + std::to_string(++counter) + ".tmp";
+/// Reasons for which a folder takes no temporary file although the target itself may be written.
+/// Others, such as a full disk, would leave a target that is written directly torn.
+bool allowsDirectWriting(int reason) {
+  return reason == EACCES || reason == EPERM || reason == EROFS || reason == ENAMETOOLONG;
 }
 
 }  // namespace
@@ -55,7 +56,8 @@ OutputFile::OutputFile(const fs::path& target, bool mayWriteDirectly)
   }
   const bool regular = !exists || fs::is_regular_file(status);
   if (!regular || !openTemporary()) {
-    if (!mayWriteDirectly) throw WriteError(regular ? errno : EACCES);
+    const int reason = regular ? errno : EACCES;
+    if (!mayWriteDirectly || !allowsDirectWriting(reason)) throw WriteError(reason);
     file_ = openFile(target_, "wb");
   }
   if (file_ == nullptr) throw WriteError(errno);
@@ -72,10 +74,11 @@ OutputFile::~OutputFile() {
 }
 
 bool OutputFile::openTemporary() {
-  const fs::path candidate = target_.parent_path() / temporaryName();
-  file_ = openFile(candidate, "wbx");
-  if (file_ == nullptr) return false;
-  temporary_ = candidate;
+  std::optional<TemporaryFile> made = makeTemporaryFile(target_.parent_path());
+  if (!made) return false;
+  temporary_ = std::move(made->path);
+  file_ = std::move(made->file);
+  claim_ = std::move(made->claim);
   std::error_code error;
   const fs::file_status status = fs::status(target_, error);
   if (fs::exists(status)) fs::permissions(temporary_, status.permissions(), error);
@@ -107,11 +110,15 @@ void OutputFile::commit() {
   fs::rename(temporary_, target_, error);
   if (error) throw WriteError(error.value());
   temporary_.clear();
+  claim_.reset();
 }
+
+fs::path folderOfTarget(const fs::path& target) { return followLinks(target).parent_path(); }
 
 void replaceFile(const fs::path& target, std::string_view bytes) {
   std::error_code ignored;  // a folder that cannot be made is noticed when the file is
   if (target.has_parent_path()) fs::create_directories(target.parent_path(), ignored);
+  clearAbandonedFiles(folderOfTarget(target));
   OutputFile file(target, false);
   file.write(bytes);
   file.sync();  // on the disk before it takes the old file's place

@@ -26,8 +26,8 @@ class WriteError : public std::runtime_error {
 ///
 /// Everything goes to a temporary file beside the target, which replaces the target on commit();
 /// without a commit the target stays as it was. A link is followed. A target that exists and is no
-/// regular file (a device, a pipe), or beside which no temporary file can be made, is written
-/// directly.
+/// regular file (a device, a pipe), or in whose folder no file may be made, is written directly.
+/// What a killed process leaves of its temporary file is for clearAbandonedFiles().
 class OutputFile : public emit::ScriptSink {
  public:
   /// Throws WriteError when the target cannot be written.
@@ -53,12 +53,17 @@ class OutputFile : public emit::ScriptSink {
 
   std::filesystem::path target_;
   std::filesystem::path temporary_;  ///< empty when the target is written directly
+  std::shared_ptr<void> claim_;      ///< on the temporary file
   FileHandle file_;
   std::FILE* stream_ = nullptr;  ///< where the bytes go; owned by file_ unless it is the process's
 };
 
+/// The folder in which a target's temporary files are made.
+std::filesystem::path folderOfTarget(const std::filesystem::path& target);
+
 /// Gives a file new contents as a whole: after a crash or with a full disk it is as it was. Missing
-/// folders are made. Throws WriteError; also where no temporary file can be made beside the target.
+/// folders are made; what killed writers left beside the file is cleared. Throws WriteError; also
+/// where no temporary file can be made beside the target.
 void replaceFile(const std::filesystem::path& target, std::string_view bytes);
 
 }  // namespace quillon::convert

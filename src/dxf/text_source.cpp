@@ -94,6 +94,12 @@ std::uint64_t TextSource::offsetOf(const char* position) const {
   return bytesRead_ - static_cast<std::uint64_t>(end() - position);
 }
 
+bool TextSource::sizeHasChanged() const {
+  if (stream_ == nullptr) return false;
+  const long long size = seekableSize(stream_);
+  return size < 0 || static_cast<std::uint64_t>(size) != fileSize_;
+}
+
 bool TextSource::isUtf8(const std::function<bool()>& cancelled) {
   Utf8Check check;
   if (stream_ == nullptr) {

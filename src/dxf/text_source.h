@@ -71,6 +71,9 @@ class TextSource {
   /// Bytes of the file in front of a position in the window, and in the whole file as far as known.
   std::uint64_t offsetOf(const char* position) const;
   std::uint64_t fileSize() const { return fileSize_; }
+  /// True when the file is not as long any more as it was at the beginning. Reading cannot go on
+  /// after the question.
+  bool sizeHasChanged() const;
 
   /// True when the whole file is well-formed UTF-8. Reads a file through once; `cancelled` is asked
   /// now and then, and a cancel gives false.

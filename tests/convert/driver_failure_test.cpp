@@ -241,6 +241,25 @@ TEST_F(FailureTest, AFrameFileThatMayNotBeReadReachesTheHandler) {
   EXPECT_FALSE(hasScript());
 }
 
+TEST_F(FailureTest, TooLittleMemoryReachesTheHandler) {
+  folder.write("drawing.scr", "old");
+  job.overwriteScript = true;
+  host.cancelWhen = []() -> bool { throw std::bad_alloc(); };
+  EXPECT_EQ(convert(), Outcome::Ended);
+  ASSERT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(host.messages[0].detail, "There is not enough memory. Please split the drawing.");
+  EXPECT_EQ(script(), "old");
+  EXPECT_EQ(folder.entries(), 2U);
+}
+
+TEST_F(FailureTest, WhateverElseIsThrownReachesTheHandlerToo) {
+  host.cancelWhen = []() -> bool { throw std::runtime_error("out of luck"); };
+  EXPECT_EQ(convert(), Outcome::Ended);
+  ASSERT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(host.messages[0].detail, job.dxfFile + ": out of luck");
+  EXPECT_FALSE(hasScript());
+}
+
 TEST_F(FailureTest, TwoConversionsAtOnceDoNotDisturbEachOther) {
   DxfBuilder dxf;
   for (int i = 0; i < 3000; ++i) dxf.entity("POINT", {{8, "0"}, {10, "1"}, {20, "2"}});

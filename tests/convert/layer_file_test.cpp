@@ -5,6 +5,7 @@
 #include "convert/layer_table.h"
 #include "convert/output_file.h"
 #include "dxf/text_source.h"
+#include "support/full_disk.h"
 #include "support/temp_folder.h"
 #include "support/unprivileged.h"
 
@@ -99,6 +100,16 @@ TEST_F(LayerFileTest, AFileInAFolderThatCannotBeWrittenStaysAsItWas) {
   }
   fs::permissions(folder.path(), fs::perms(0755));
   EXPECT_EQ(folder.read("a.lay"), "[1]\nlayername=A\nlayernr=1\n");
+}
+
+TEST_F(LayerFileTest, AFullDiskLeavesTheFileAsItWas) {
+  const std::string before = saved({{"OUTLINE", "20"}});
+  {
+    const testing::FullDisk disk(1000);
+    EXPECT_THROW(saveLayerRows(path, {{std::string(2000, 'x'), "21"}}), WriteError);
+  }
+  EXPECT_EQ(folder.read("a.lay"), before);
+  EXPECT_EQ(folder.entries(), 1U);
 }
 
 TEST_F(LayerFileTest, AFileThatCannotBeReadIsNotReplaced) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,6 +27,7 @@ struct ProgramResult {
   int exitCode = -1;  ///< minus the signal's number when one ended the program
   std::string output;
   std::string error;
+  std::size_t peakBytes = 0;  ///< most memory that was in use at once
 };
 
 /// How to start a program.
@@ -35,8 +37,9 @@ struct ProgramCall {
   std::filesystem::path folder;                                 ///< to work in
   std::vector<std::string> environment = {"LANG=C", "TZ=UTC"};  ///< nothing else is inherited
   bool unprivileged = false;  ///< without root's rights, which see through every permission
-  int outputStream = -1;      ///< a descriptor that becomes standard output, instead of a file
-  int errorStream = -1;       ///< a descriptor that becomes standard error, instead of a file
+  rlim_t largestFile = RLIM_INFINITY;  ///< files that the program writes cannot grow beyond it
+  int outputStream = -1;  ///< a descriptor that becomes standard output, instead of a file
+  int errorStream = -1;   ///< a descriptor that becomes standard error, instead of a file
 };
 
 /// A program that runs in a process of its own. Standard input is a pipe, the other two streams
@@ -66,6 +69,7 @@ class RunningProgram {
       const bool ready = dup2(input[0], STDIN_FILENO) >= 0 &&
                          dup2(outputStream, STDOUT_FILENO) >= 0 &&
                          dup2(errorStream, STDERR_FILENO) >= 0 && chdir(call.folder.c_str()) == 0 &&
+                         limitFiles(call.largestFile) &&
                          (!call.unprivileged || geteuid() != 0 || setuid(kNobody) == 0);
       if (ready) execve(argv[0], argv.data(), envp.data());
       _exit(127);
@@ -97,7 +101,8 @@ class RunningProgram {
     if (input_ >= 0) close(input_);
     input_ = -1;
   }
-  void interrupt() const { kill(process_, SIGINT); }
+  void interrupt() const { signal(SIGINT); }
+  void signal(int number) const { kill(process_, number); }
 
   /// Waits for something to happen; false when it does not within a minute.
   static bool waitUntil(const std::function<bool()>& condition) {
@@ -113,11 +118,13 @@ class RunningProgram {
   ProgramResult finish() {
     closeInput();
     int status = 0;
-    while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
+    rusage used{};
+    while (wait4(process_, &status, 0, &used) < 0 && errno == EINTR) {
     }
     process_ = -1;
     const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-    return {exitCode, streams_.read("output"), streams_.read("error")};
+    const auto kilobytes = static_cast<std::size_t>(used.ru_maxrss);
+    return {exitCode, streams_.read("output"), streams_.read("error"), kilobytes << 10};
   }
 
  private:
@@ -127,6 +134,10 @@ class RunningProgram {
     for (std::string& text : texts) out.push_back(text.data());
     out.push_back(nullptr);
     return out;
+  }
+  static bool limitFiles(rlim_t most) {
+    const rlimit limit{most, most};
+    return most == RLIM_INFINITY || setrlimit(RLIMIT_FSIZE, &limit) == 0;
   }
   static int openForWriting(const std::string& path) {
     return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);

@@ -32,6 +32,15 @@ std::string checkScale(const std::string& text) {
   return error;
 }
 
+/// A positive whole number.
+std::string checkLineLimit(const std::string& text) {
+  const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
+  constexpr std::size_t kMostDigits = 18;
+  const bool positive = text.find_first_not_of('0') != std::string::npos;
+  if (digits && positive && text.size() <= kMostDigits) return {};
+  return "\"" + text + "\" is no number of lines";
+}
+
 /// German in a German locale, else English.
 int localeLanguage() {
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
@@ -108,6 +117,10 @@ void addProgramOptions(CLI::App& app, Options& options) {
   app.add_option("--report", options.report, "Write the conversion report, to a folder for several")
       ->type_name("FILE");
   app.add_flag("--force", options.job.overwriteScript, "Replace existing scripts and reports");
+  app.add_flag("--newer", options.newer,
+               "Convert drawings that are newer than their scripts, replace these, skip the rest");
+  app.add_option("--max-lines", options.maxLines, "End a script after so many lines [no limit]")
+      ->check(CLI::Validator(checkLineLimit, "NUMBER"));
   app.add_option("--jobs", options.jobs, "Conversions at the same time [1]")
       ->check(CLI::Range(1, 256));
   app.add_flag("--quiet", options.quiet, "Print errors and warnings only");
@@ -124,6 +137,9 @@ std::string checkTogether(const Options& options) {
   const bool toOutput = options.output ? *options.output == "-" : options.inputs.front() == "-";
   if (toOutput && !one) return "-o - takes one drawing only";
   if (toOutput && options.json) return "--json and the script cannot both go to standard output";
+  if (options.newer && toOutput) return "--newer needs scripts that are files";
+  if (options.newer && options.inputs.front() == "-")
+    return "--newer needs drawings that are files";
   if (options.output && options.output->empty()) return "the name of the script is empty";
   if (options.report && options.report->empty()) return "the name of the report is empty";
   if (options.name && !one) return "--name takes one drawing only";
@@ -163,6 +179,7 @@ Options parseOptions(int argc, char** argv, std::optional<int>& exitCode) {
   options.job.offsetX = dxf::numberValue(numbers.offsetX);
   options.job.offsetY = dxf::numberValue(numbers.offsetY);
   options.job.polyWidth = dxf::numberValue(numbers.polyWidth);
+  if (options.newer) options.job.overwriteScript = true;
   const std::string wrong = checkTogether(options);
   if (!wrong.empty()) exitCode = usageError(wrong);
   return options;

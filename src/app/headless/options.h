@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,6 +19,8 @@ struct Options {
   convert::ConversionJob job;         ///< settings that all conversions share
   int languageOffset = 0;
   unsigned jobs = 1;
+  std::uint64_t maxLines = 0;  ///< of a script; 0 for no limit
+  bool newer = false;          ///< drawings older than their scripts are left out
   bool quiet = false;
   bool json = false;
 };

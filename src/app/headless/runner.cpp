@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -24,6 +25,7 @@
 #include "errors/crash.h"
 #include "errors/fault_printer.h"
 #include "errors/program.h"
+#include "convert/temporary_file.h"
 
 namespace quillon::headless {
 
@@ -60,7 +62,11 @@ class Runner {
       console_.printError(
           problemLine(convert::MessageKind::Error, texts_(3108, {quotable(folder)})));
     }
+    clearAbandoned();
     convertAll();
+    if (skipped_ > 0 && !options_.quiet) {
+      console_.printError(texts_(3112, {std::to_string(skipped_)}) + "\n");
+    }
     if (plan_.several && !options_.quiet) {
       console_.printError(
           texts_(3109, {std::to_string(converted_), std::to_string(plan_.conversions.size())}) +
@@ -70,8 +76,9 @@ class Runner {
     if (outputFailed_) {
       console_.printError(problemLine(convert::MessageKind::Error, std::string(texts_(3111))));
     }
-    const bool all = converted_ == plan_.conversions.size() && plan_.emptyFolders.empty() &&
-                     plan_.unreadableFolders.empty() && !outputFailed_;
+    const bool all = converted_ + skipped_ == plan_.conversions.size() &&
+                     plan_.emptyFolders.empty() && plan_.unreadableFolders.empty() &&
+                     !outputFailed_;
     return all ? kAllConverted : kSomeNotConverted;
   }
 
@@ -105,7 +112,46 @@ class Runner {
     }
   }
 
+  /// Runs that were killed may have left temporary files. Each folder is looked at once, since many
+  /// drawings may share it.
+  void clearAbandoned() const {
+    std::set<fs::path> folders;
+    for (const PlannedConversion& planned : plan_.conversions) {
+      for (const std::string* const file : {&planned.job.scriptFile, &planned.reportFile}) {
+        if (file->empty()) continue;
+        folders.insert(convert::folderOfTarget(convert::findForCreation(*file)));
+      }
+    }
+    for (const fs::path& folder : folders) convert::clearAbandonedFiles(folder);
+  }
+
+  /// True when the script is newer than its drawing. At the same time it may have been written
+  /// before the drawing was.
+  bool isUpToDate(const PlannedConversion& planned) const {
+    std::error_code error;
+    const fs::path script = convert::findForCreation(planned.job.scriptFile);
+    if (!options_.newer || !fs::is_regular_file(script, error)) return false;
+    const auto written = fs::last_write_time(script, error);
+    if (error) return false;
+    const auto drawn = fs::last_write_time(convert::findExisting(planned.job.dxfFile), error);
+    return !error && written > drawn;
+  }
+
+  /// A script that a cancel left incomplete is dated like its drawing, so that --newer makes it
+  /// anew.
+  static void dateAsIncomplete(const PlannedConversion& planned) {
+    const fs::path script = convert::findForCreation(planned.job.scriptFile);
+    std::error_code ignored;
+    if (!fs::is_regular_file(script, ignored)) return;
+    const auto time = fs::last_write_time(convert::findExisting(planned.job.dxfFile), ignored);
+    if (!ignored) fs::last_write_time(script, time, ignored);
+  }
+
   Printed convertOne(const PlannedConversion& planned) {
+    if (isUpToDate(planned)) {
+      ++skipped_;
+      return {};
+    }
     HeadlessHost host(console_, texts_, plan_.several ? "" : quotable(planned.job.dxfFile));
     ConversionResult result;
     std::vector<Message> messages;
@@ -117,6 +163,8 @@ class Runner {
       result = convert::convertDXF(planned.job, host, surroundingsOf(planned));
       messages = host.messages();
       reportWritten = writeReport(planned.reportFile, result, messages);
+      const bool files = !planned.readStandardInput && !planned.writeStandardOutput;
+      if (result.outcome == Outcome::Cancelled && files) dateAsIncomplete(planned);
     }
     if (result.outcome == Outcome::Converted && reportWritten) ++converted_;
     Printed printed;
@@ -138,6 +186,8 @@ class Runner {
     surroundings.refuseWithoutSections = true;
     surroundings.readStandardInput = planned.readStandardInput;
     surroundings.writeStandardOutput = planned.writeStandardOutput;
+    surroundings.maxLines = options_.maxLines;
+    surroundings.clearAbandoned = false;
     return surroundings;
   }
 
@@ -213,6 +263,7 @@ class Runner {
   console::Console console_;
   std::atomic<std::size_t> next_{0};
   std::atomic<std::size_t> converted_{0};
+  std::atomic<std::size_t> skipped_{0};
   std::mutex mutex_;
   std::vector<std::optional<Printed>> printed_;
   std::size_t printedUpTo_ = 0;

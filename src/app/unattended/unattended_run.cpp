@@ -53,8 +53,9 @@ Outcome UnattendedRun::convert() {
   errors::Procedure running(faults_.callStack(), "convert", "convertDXF");
   running.parameter("dxfFile", errors::toValue(settings_.dxfFile));
   running.parameter("scriptFile", errors::toValue(settings_.scriptFile));
-  const convert::Surroundings surroundings =
-      settings::surroundingsOf(store_, texts_.languageOffset());
+  convert::Surroundings surroundings = settings::surroundingsOf(store_, texts_.languageOffset());
+  surroundings.clearAbandoned = clearAbandoned_;
+  clearAbandoned_ = false;  // the scripts of a batch share their folder
   const convert::ConversionJob job = settings::jobOf(settings_, line_);
   progress_.begin(convert::lastComponent(job.dxfFile), line_.autoRunExit);
   UnattendedHost host(console_, progress_, texts_);

@@ -43,6 +43,7 @@ class UnattendedRun {
   ProgressView& progress_;
   errors::FaultScribe& faults_;
   bool cancelled_ = false;
+  bool clearAbandoned_ = true;
 };
 
 }  // namespace quillon::unattended

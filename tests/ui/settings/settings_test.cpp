@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/full_disk.h"
 #include "support/temp_folder.h"
 
 namespace quillon::settings {
@@ -301,6 +302,20 @@ TEST_F(SettingsTest, WithoutDrivesAScriptThatWasNotChosenGoesBesideTheDrawing) {
   EXPECT_EQ(jobOf(settings, CommandLine{}).scriptBesideDrawing, !pathsHaveDrives());
   settings.scriptFile = "out.scr";
   EXPECT_FALSE(jobOf(settings, CommandLine{}).scriptBesideDrawing);
+}
+
+TEST_F(SettingsTest, AFullDiskLeavesTheFileAsItWas) {
+  Settings settings = load("unit=3\r\n");
+  const std::string before = folder.read("larkspur.ini");
+  settings.unit = 1;
+  settings.layerFile = std::string(2000, 'x');
+  {
+    const testing::FullDisk disk(1000);
+    EXPECT_FALSE(SaveSettings(store, settings));
+    EXPECT_TRUE(saveLanguage(store, 0));  // which has room
+  }
+  EXPECT_EQ(folder.read("larkspur.ini"), before + "[global]\r\nlanguage=0\r\n");
+  EXPECT_EQ(folder.entries(), 1U);
 }
 
 TEST_F(SettingsTest, TheJobHoldsEveryChoice) {

@@ -1,0 +1,66 @@
+// A file that is open for writing cannot be removed here. A writer closes it only to rename it, so
+// its process, whose number stands in the file's name, must be gone as well.
+#include <windows.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <cwchar>
+#include <random>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "convert/temporary_file.h"
+
+namespace quillon::convert {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::wstring_view kPrefix = L".quillon-";
+constexpr std::wstring_view kSuffix = L".tmp";
+
+std::wstring newName() {
+  static std::atomic<unsigned> counter{0};
+  thread_local std::mt19937 random{std::random_device{}()};
+  return std::wstring(kPrefix) + std::to_wstring(GetCurrentProcessId()) + L"-" +
+         std::to_wstring(random()) + L"-" + std::to_wstring(++counter) + std::wstring(kSuffix);
+}
+
+bool isRunning(DWORD process) {
+  const HANDLE handle = OpenProcess(SYNCHRONIZE, FALSE, process);
+  if (handle == nullptr) return GetLastError() == ERROR_ACCESS_DENIED;
+  const bool running = WaitForSingleObject(handle, 0) == WAIT_TIMEOUT;
+  CloseHandle(handle);
+  return running;
+}
+
+bool isAbandoned(const std::wstring& name) {
+  if (!name.starts_with(kPrefix) || !name.ends_with(kSuffix)) return false;
+  const wchar_t* const number = name.c_str() + kPrefix.size();
+  wchar_t* end = nullptr;
+  const unsigned long process = std::wcstoul(number, &end, 10);
+  return end != number && *end == L'-' && !isRunning(process);
+}
+
+}  // namespace
+
+std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder) {
+  TemporaryFile made;
+  made.path = folder / newName();
+  made.file = openFile(made.path, "wbx");
+  if (made.file == nullptr) return std::nullopt;
+  return made;
+}
+
+void clearAbandonedFiles(const fs::path& folder) {
+  std::error_code error;
+  fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    std::error_code ignored;  // a file that is still open
+    if (isAbandoned(entry->path().filename().native())) fs::remove(entry->path(), ignored);
+  }
+}
+
+}  // namespace quillon::convert
