@@ -20,11 +20,21 @@ bool isDecimalNumber(std::string_view text) {
          std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-/// A name that stands in quotes gets a second pair, since reading takes one off.
+bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20; }
+
+/// A name that stands in quotes gets a second pair, since reading takes one off. One with a control
+/// character such as a tab at an end gets quotes as well, since reading would trim it.
 std::string quotedOnce(std::string name) {
   const bool quoted = name.size() >= 2 && name.front() == name.back() &&
                       (name.front() == '"' || name.front() == '\'');
-  return quoted ? '"' + name + '"' : name;
+  const bool trimmed = !name.empty() && (isControl(name.front()) || isControl(name.back()));
+  return quoted || trimmed ? '"' + name + '"' : name;
+}
+
+/// A name without any other character than blanks and control characters would be read as none,
+/// and end the file for the reader.
+bool isVisible(std::string_view name) {
+  return std::any_of(name.begin(), name.end(), [](char c) { return c != ' ' && !isControl(c); });
 }
 
 }  // namespace
@@ -46,8 +56,7 @@ std::vector<LayerRow> readLayerRows(const std::string& path) {
 
 bool isSaved(const LayerRow& row) {
   const double layer = dxf::numberValue(row.layer);
-  return !dxf::trimBlanks(row.name).empty() &&
-         ((layer >= 1.0 && layer <= kLastLayer) || layer == kUnconverted);
+  return isVisible(row.name) && ((layer >= 1.0 && layer <= kLastLayer) || layer == kUnconverted);
 }
 
 bool fitsLayerFile(const std::string& name) {

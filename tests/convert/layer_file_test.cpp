@@ -102,6 +102,13 @@ TEST_F(LayerFileTest, AFileInAFolderThatCannotBeWrittenStaysAsItWas) {
   EXPECT_EQ(folder.read("a.lay"), "[1]\nlayername=A\nlayernr=1\n");
 }
 
+TEST_F(LayerFileTest, NamesThatCannotBeSeenDoNotEndTheFile) {
+  using std::string_literals::operator""s;
+  const Rows rows = {{"\t", "20"}, {" \t ", "20"}, {"\0\0"s, "20"}, {"\tA\t", "21"}, {"B", "22"}};
+  saveLayerRows(path, rows);
+  EXPECT_EQ(readLayerRows(path), (Rows{{"\tA\t", "21"}, {"B", "22"}}));
+}
+
 TEST_F(LayerFileTest, AFullDiskLeavesTheFileAsItWas) {
   const std::string before = saved({{"OUTLINE", "20"}});
   {

@@ -10,10 +10,13 @@ std::string decodeProfile(std::string_view bytes) {
   return dxf::isValidUtf8(bytes) ? std::string(bytes) : dxf::windows1252ToUtf8(bytes);
 }
 
-std::string encodeProfile(std::string_view utf8) {
+std::string encodeProfile(std::string_view text) {
+  // One byte that is no UTF-8, from a file name for one, would turn the whole file into
+  // Windows-1252 for the next reader.
+  std::string utf8 = dxf::toUtf8(text, dxf::Encoding::Utf8);
   std::string bytes = dxf::fromUtf8(utf8, dxf::Encoding::Windows1252);
   // Some texts of Windows-1252 could be taken for UTF-8; those are written in UTF-8 too.
-  return decodeProfile(bytes) == utf8 ? bytes : std::string(utf8);
+  return decodeProfile(bytes) == utf8 ? bytes : utf8;
 }
 
 std::string_view firstCharacters(std::string_view utf8, std::size_t count) {

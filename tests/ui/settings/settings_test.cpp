@@ -304,6 +304,15 @@ TEST_F(SettingsTest, WithoutDrivesAScriptThatWasNotChosenGoesBesideTheDrawing) {
   EXPECT_FALSE(jobOf(settings, CommandLine{}).scriptBesideDrawing);
 }
 
+TEST_F(SettingsTest, AFileNameThatIsNoUtf8DoesNotSpoilOtherTexts) {
+  Settings settings = load("layerfile=C:\\\xC3\x84.LAY\r\n");
+  settings.dxfFile = "caf\xE9.dxf";
+  EXPECT_TRUE(SaveSettings(store, settings));
+  const Settings again = LoadSettings(store, CommandLine{}, english);
+  EXPECT_EQ(again.layerFile, "C:\\\xC3\x84.LAY");
+  EXPECT_EQ(again.dxfFile, "caf\xC3\xA9.dxf");
+}
+
 TEST_F(SettingsTest, AFullDiskLeavesTheFileAsItWas) {
   Settings settings = load("unit=3\r\n");
   const std::string before = folder.read("larkspur.ini");

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Makes pages of the engine's lines that the tests have reached, and fails when they are too few.
+# Takes the folder of a build of the preset "coverage" in which the tests have run.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+build=$1
+root=$PWD
+least=95
+all=$build/all.info
+engine=$build/engine.info
+
+lcov --quiet --capture --directory "$build" --base-directory "$root" --no-external \
+  --output-file "$all"
+lcov --quiet --output-file "$engine" --extract "$all" "$root/src/dxf/*" "$root/src/emit/*" \
+  "$root/src/convert/*" "$root/src/ui/resources/*" "$root/src/ui/settings/*"
+rm -rf "$build/report"
+genhtml --quiet --prefix "$root" --title Quillon --output-directory "$build/report" "$engine"
+
+# Lines found and lines reached, over all files.
+awk -F: -v least=$least -v report="$build/report/index.html" '
+  /^LF:/ { found += $2 }
+  /^LH:/ { hit += $2 }
+  END {
+    share = found > 0 ? 100 * hit / found : 0
+    printf "The tests reach %d of %d lines of the engine: %.1f of 100. See %s\n", hit, found, share,
+           report
+    exit share < least
+  }' "$engine"
