@@ -53,8 +53,7 @@ class RunningProgram {
     std::vector<std::string> words = call.arguments;
     words.insert(words.begin(), call.program);
     std::vector<std::string> environment = call.environment;
-    for (const char* const name :
-         {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "GCOV_ERROR_FILE"}) {
+    for (const char* const name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
       if (const char* const value = std::getenv(name)) {
         environment.push_back(std::string(name) + "=" + value);
       }
