@@ -6,7 +6,8 @@ find_program(QUILLON_VALGRIND valgrind)
 # or more than 100 megabytes of disk.
 function(quillon_long_test name library)
   add_executable(${name} ${ARGN})
-  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_include_directories(${name} PRIVATE
+    ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/tests/platform/${QUILLON_PLATFORM})
   target_link_libraries(${name} PRIVATE ${library} GTest::gtest_main)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
     PROPERTIES LABELS long TIMEOUT 3600 RUN_SERIAL ON)

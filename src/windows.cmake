@@ -23,8 +23,9 @@ add_library(quillon_windows STATIC
   ui/windows/save_failure.cpp
   ui/windows/shell.cpp
   ui/windows/splash.cpp
-  ui/windows/system_file_dialog.cpp
-  ui/windows/system_shell.cpp
+  ui/windows/system_file_dialog_${QUILLON_PLATFORM}.cpp
+  ui/windows/system_help_${QUILLON_PLATFORM}.cpp
+  ui/windows/system_shell_${QUILLON_PLATFORM}.cpp
   ui/windows/tool_tips.cpp
   ui/windows/trap.cpp
   ui/windows/window_fault_view.cpp
@@ -40,12 +41,16 @@ target_compile_definitions(quillon_windows PRIVATE
 add_library(quillon_program STATIC
   app/window/application.cpp
   app/window/dialog_progress.cpp
-  app/window/display.cpp
+  app/window/display_${QUILLON_PLATFORM}.cpp
   app/window/main.cpp)
 target_link_libraries(quillon_program PUBLIC quillon_windows quillon_unattended)
 
 add_executable(quillon WIN32 app/quillon_main.cpp)
 target_link_libraries(quillon PRIVATE quillon_program)
+if(WIN32)
+  target_link_libraries(quillon_windows PRIVATE comdlg32 shell32)
+  quillon_windows_resources(quillon "DXF to EAGLE script converter" ${PROJECT_SOURCE_DIR}/packaging/quillon.svg)
+endif()
 if(UNIX AND NOT APPLE)
   include(GNUInstallDirs)
   install(TARGETS quillon quillon-convert)

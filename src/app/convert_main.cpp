@@ -1,12 +1,15 @@
 #include <clocale>
 #include <optional>
 
+#include "app/console/terminal.h"
 #include "app/headless/options.h"
 #include "app/headless/runner.h"
 
 int main(int argc, char** argv) {
   std::setlocale(LC_TIME, "");  // dates of the report; numbers never follow the locale
+  quillon::console::prepareStreams();
   std::optional<int> exitCode;
-  const quillon::headless::Options options = quillon::headless::parseOptions(argc, argv, exitCode);
+  const quillon::headless::Options options =
+      quillon::headless::parseOptions(quillon::console::processArguments(argc, argv), exitCode);
   return exitCode ? *exitCode : quillon::headless::run(options);
 }

@@ -4,6 +4,8 @@
 #include <system_error>
 #include <utility>
 
+#include "dxf/stream_position.h"
+
 namespace quillon::convert {
 namespace {
 
@@ -19,7 +21,7 @@ DrawingInput::DrawingInput(std::FILE* stream, const Cancelled& cancelled)
     size += std::fread(head_.data() + size, 1, head_.size() - size, stream);
     if (std::feof(stream) != 0) break;
     if (std::ferror(stream) == 0) continue;
-    if (errno != EINTR) failReading();
+    if (!dxf::readWasInterrupted()) failReading();
     std::clearerr(stream);
   }
   head_.resize(size);

@@ -1,8 +1,6 @@
 #include "convert/driver.h"
 
-#include <array>
 #include <cerrno>
-#include <ctime>
 #include <memory>
 #include <new>
 #include <optional>
@@ -10,6 +8,7 @@
 
 #include "convert/block_library.h"
 #include "convert/drawing_input.h"
+#include "convert/file_system.h"
 #include "convert/layer_table.h"
 #include "convert/messages.h"
 #include "convert/output_file.h"
@@ -204,8 +203,7 @@ class Conversion {
     }
     result_.dxfFile = fromPath(path);
     if (!job_.dxfFile.empty() && namesFile(path)) return;
-    std::error_code ignored;
-    const int reason = fs::is_directory(path, ignored) ? EISDIR : ENOENT;
+    const int reason = namesFolder(path) ? EISDIR : ENOENT;
     refuse(messages_.drawingMissing(job_.dxfFile, messages_.reasonText(reason)));
   }
 
@@ -243,12 +241,10 @@ class Conversion {
     }
     scriptPath_ = findForCreation(job_.scriptFile);
     result_.scriptFile = fromPath(scriptPath_);
-    std::error_code error;
-    if (!surroundings_.readStandardInput &&
-        fs::equivalent(scriptPath_, toPath(result_.dxfFile), error)) {
+    if (!surroundings_.readStandardInput && isSameFile(scriptPath_, toPath(result_.dxfFile))) {
       refuse(messages_.fileError(kScriptIsDrawing, result_.scriptFile));
     }
-    if (job_.overwriteScript || !fs::is_regular_file(scriptPath_, error)) return;
+    if (job_.overwriteScript || fileKind(scriptPath_) != FileKind::Regular) return;
     if (!host_.ask(messages_.scriptExists(result_.scriptFile))) throw EndOfRun{};
   }
 
@@ -359,21 +355,6 @@ class Conversion {
 };
 
 }  // namespace
-
-ReportTime currentReportTime() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-#ifdef _WIN32
-  localtime_s(&local, &now);
-#else
-  localtime_r(&now, &local);
-#endif
-  std::array<char, 64> buffer{};
-  ReportTime text;
-  text.date.assign(buffer.data(), std::strftime(buffer.data(), buffer.size(), "%x", &local));
-  text.time.assign(buffer.data(), std::strftime(buffer.data(), buffer.size(), "%X", &local));
-  return text;
-}
 
 ConversionResult convertDXF(const ConversionJob& job, ConversionHost& host,
                             const Surroundings& surroundings) {

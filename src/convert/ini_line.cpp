@@ -27,10 +27,10 @@ IniLine parseIniLine(std::string_view line) {
   if (line.front() == '[') {
     const std::size_t close = line.rfind(']');
     if (close == std::string_view::npos) return {};
-    return {IniLine::Kind::Section, line.substr(1, close - 1), {}};
+    return {IniLine::Kind::Section, trimmed(line.substr(1, close - 1)), {}};
   }
   const std::size_t equals = line.find('=');
-  if (equals == std::string_view::npos) return {};
+  if (equals == std::string_view::npos) return {IniLine::Kind::Key, line, {}};
   return {IniLine::Kind::Key, trimmed(line.substr(0, equals)),
           unquoted(trimmed(line.substr(equals + 1)))};
 }
@@ -50,7 +50,7 @@ std::string_view withoutByteOrderMark(std::string_view text) {
 }
 
 std::string foldedName(std::string_view name) {
-  std::string out(name);
+  std::string out(trimmed(name));
   for (char& c : out) {
     if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
   }

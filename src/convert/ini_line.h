@@ -14,8 +14,9 @@ struct IniLine {
     Other,  ///< a comment, an empty line, or one that means nothing
   };
   Kind kind = Kind::Other;
-  std::string_view name;   ///< of the section or the key, as written
-  std::string_view value;  ///< of the key; blanks around it and one pair of quotes are taken off
+  std::string_view name;   ///< of the section or the key, without the blanks around it
+  std::string_view value;  ///< of the key; blanks around it and one pair of quotes are taken off; a
+                           ///< line without "=" is a key with an empty value
 };
 
 IniLine parseIniLine(std::string_view line);
@@ -26,7 +27,7 @@ std::string_view takeIniLine(std::string_view& text);
 /// The text behind its byte order marks, which editors put in front of UTF-8.
 std::string_view withoutByteOrderMark(std::string_view text);
 
-/// The name of a section or key for comparisons, which do not regard case.
+/// The name of a section or key for comparisons, which regard neither case nor blanks around it.
 std::string foldedName(std::string_view name);
 
 }  // namespace quillon::convert

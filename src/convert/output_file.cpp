@@ -2,15 +2,9 @@
 
 #include <cerrno>
 #include <optional>
-#include <system_error>
 #include <utility>
 
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
-
+#include "convert/file_system.h"
 #include "convert/temporary_file.h"
 
 namespace quillon::convert {
@@ -18,19 +12,6 @@ namespace quillon::convert {
 namespace fs = std::filesystem;
 
 namespace {
-
-/// Where writing to this path really ends up.
-fs::path followLinks(const fs::path& path) {
-  std::error_code error;
-  fs::path target = path;
-  constexpr int kMostLinks = 40;
-  for (int i = 0; i < kMostLinks && fs::is_symlink(target, error); ++i) {
-    const fs::path next = fs::read_symlink(target, error);
-    if (error) break;
-    target = next.is_absolute() ? next : target.parent_path() / next;
-  }
-  return target;
-}
 
 /// Reasons for which a folder takes no temporary file although the target itself may be written.
 /// Others, such as a full disk, would leave a target that is written directly torn.
@@ -44,17 +25,13 @@ OutputFile::OutputFile(const fs::path& target) : OutputFile(target, true) {}
 
 OutputFile::OutputFile(const fs::path& target, bool mayWriteDirectly)
     : target_(followLinks(target)) {
-  std::error_code error;
-  const fs::file_status status = fs::status(target_, error);
-  const bool exists = fs::exists(status);
-  if (exists && fs::is_directory(status)) {
-    throw WriteError(EISDIR);
-  }
-  if (exists && fs::is_regular_file(status)) {
+  const FileKind kind = fileKind(target_);
+  if (kind == FileKind::Folder) throw WriteError(EISDIR);
+  if (kind == FileKind::Regular) {
     // Opening for update changes nothing and finds out whether the file may be written.
     if (openFile(target_, "r+b") == nullptr) throw WriteError(errno);
   }
-  const bool regular = !exists || fs::is_regular_file(status);
+  const bool regular = kind != FileKind::Other;
   if (!regular || !openTemporary()) {
     const int reason = regular ? errno : EACCES;
     if (!mayWriteDirectly || !allowsDirectWriting(reason)) throw WriteError(reason);
@@ -69,8 +46,7 @@ OutputFile::OutputFile(std::FILE* stream) : stream_(stream) {}
 
 OutputFile::~OutputFile() {
   file_.reset();
-  std::error_code ignored;
-  if (!temporary_.empty()) fs::remove(temporary_, ignored);
+  if (!temporary_.empty()) removeFile(temporary_);
 }
 
 bool OutputFile::openTemporary() {
@@ -79,9 +55,7 @@ bool OutputFile::openTemporary() {
   temporary_ = std::move(made->path);
   file_ = std::move(made->file);
   claim_ = std::move(made->claim);
-  std::error_code error;
-  const fs::file_status status = fs::status(target_, error);
-  if (fs::exists(status)) fs::permissions(temporary_, status.permissions(), error);
+  copyRights(target_, temporary_);
   return true;
 }
 
@@ -92,13 +66,8 @@ void OutputFile::write(std::string_view block) {
 }
 
 void OutputFile::sync() {
-  if (std::fflush(stream_) != 0) throw WriteError(errno);
-#ifdef _WIN32
-  const int result = _commit(_fileno(stream_));
-#else
-  const int result = fsync(fileno(stream_));
-#endif
-  if (result != 0) throw WriteError(errno);
+  const int reason = putOnDisk(stream_);
+  if (reason != 0) throw WriteError(reason);
 }
 
 void OutputFile::commit() {
@@ -106,9 +75,8 @@ void OutputFile::commit() {
   if (file_ == nullptr) return;
   if (std::fclose(file_.release()) != 0) throw WriteError(errno);
   if (temporary_.empty()) return;
-  std::error_code error;
-  fs::rename(temporary_, target_, error);
-  if (error) throw WriteError(error.value());
+  const int reason = replaceWith(target_, temporary_);
+  if (reason != 0) throw WriteError(reason);
   temporary_.clear();
   claim_.reset();
 }
@@ -116,8 +84,8 @@ void OutputFile::commit() {
 fs::path folderOfTarget(const fs::path& target) { return followLinks(target).parent_path(); }
 
 void replaceFile(const fs::path& target, std::string_view bytes) {
-  std::error_code ignored;  // a folder that cannot be made is noticed when the file is
-  if (target.has_parent_path()) fs::create_directories(target.parent_path(), ignored);
+  // A folder that cannot be made is noticed when the file is.
+  if (target.has_parent_path()) makeFolders(target.parent_path());
   clearAbandonedFiles(folderOfTarget(target));
   OutputFile file(target, false);
   file.write(bytes);

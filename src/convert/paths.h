@@ -17,7 +17,8 @@ struct CloseFile {
 };
 using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 
-/// std::fopen for a path of this system; null with errno set when it fails.
+/// Opens a file of any path in mode "rb", "r+b", "wb", or "wbx" for one that must be new; null with
+/// errno set when that fails.
 FileHandle openFile(const std::filesystem::path& path, const char* mode);
 
 /// The bytes of a small file, such as settings. Throws ReadError, also for one beyond 64 MiB.
@@ -25,9 +26,9 @@ std::string readFile(const std::string& path);
 /// The bytes of a file; "" when it is missing or cannot be read.
 std::string readWholeFile(const std::string& path);
 
-/// The path of an existing file or folder. One that does not exist as written is looked up
-/// component by component without regard to case, with "\" and "/" both as separators; what is not
-/// found is returned as written.
+/// The path of an existing file or folder. Where names of files have case, one that does not exist
+/// as written is looked up component by component without regard to case, with "\" and "/" both as
+/// separators; what is not found is returned as written.
 std::filesystem::path findExisting(std::string_view path);
 
 /// The path of a file that is to be created: its folder is looked up like that, its name stays.
@@ -36,8 +37,14 @@ std::filesystem::path findForCreation(std::string_view path);
 /// True when the path names something that exists and is no folder.
 bool namesFile(const std::filesystem::path& path);
 
+/// True when the path names a folder that exists.
+bool namesFolder(const std::filesystem::path& path);
+
 /// True when there is surely nothing at the path; false also where that cannot be found out.
 bool isMissing(const std::filesystem::path& path);
+
+/// True where names of files that differ in case are different names.
+bool namesHaveCase();
 
 /// The last component of a name, after the last "\" or "/".
 std::string_view lastComponent(std::string_view name);

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "dxf/byte_scan.h"
+#include "dxf/stream_position.h"
 #include "dxf/utf8_check.h"
 
 namespace quillon::dxf {
@@ -16,19 +17,8 @@ namespace {
 
 [[noreturn]] void failReading() { throw ReadError(errno); }
 
-/// Size of a stream that can be read again from its start, or -1.
-long long seekableSize(std::FILE* stream) {
-#ifdef _WIN32
-  if (_fseeki64(stream, 0, SEEK_END) != 0) return -1;
-  return _ftelli64(stream);
-#else
-  if (fseeko(stream, 0, SEEK_END) != 0) return -1;
-  return ftello(stream);
-#endif
-}
-
 void seekToStart(std::FILE* stream) {
-  if (std::fseek(stream, 0, SEEK_SET) != 0) failReading();
+  if (!seekTo(stream, 0)) failReading();
 }
 
 }  // namespace
@@ -115,12 +105,7 @@ bool TextSource::isUtf8(const std::function<bool()>& cancelled) {
     check.add({block.get(), got});
   }
   const bool whole = std::feof(stream_) != 0 && check.complete();
-#ifdef _WIN32
-  const bool back = _fseeki64(stream_, static_cast<long long>(bytesRead_), SEEK_SET) == 0;
-#else
-  const bool back = fseeko(stream_, static_cast<off_t>(bytesRead_), SEEK_SET) == 0;
-#endif
-  if (!back) failReading();
+  if (!seekTo(stream_, bytesRead_)) failReading();
   return whole;
 }
 
@@ -136,7 +121,7 @@ bool TextSource::readMore() {
   const std::size_t wanted = capacity_ - size_;
   const std::size_t got = std::fread(data_.get() + size_, 1, wanted, stream_);
   if (got < wanted) {
-    const bool interrupted = std::ferror(stream_) != 0 && errno == EINTR;
+    const bool interrupted = std::ferror(stream_) != 0 && readWasInterrupted();
     if (std::ferror(stream_) != 0 && !interrupted) failReading();
     if (interrupted) std::clearerr(stream_);
     atFileEnd_ = !interrupted;

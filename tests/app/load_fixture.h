@@ -49,7 +49,7 @@ class FolderLoad : public ProgramTest {
     }
     call.arguments = {"in", "--jobs", "2", "--newer"};
     testing::RunningProgram program(call);
-    ASSERT_TRUE(testing::RunningProgram::waitUntil([&] { return scripts() > count / 10; }));
+    ASSERT_TRUE(testing::waitUntil([&] { return scripts() > count / 10; }));
     program.interrupt();
     EXPECT_EQ(program.finish().exitCode, 130);
     const int before = scripts();

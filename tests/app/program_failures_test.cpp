@@ -1,6 +1,4 @@
 // Files in each other's way, and streams and folders that fail.
-#include <fcntl.h>
-
 #include "app/program_fixture.h"
 
 namespace quillon::headless {
@@ -15,9 +13,9 @@ class ProgramFailureTest : public ProgramTest {
 
   /// Runs the program with a standard output that takes nothing.
   ProgramResult runWithFullOutput(Strings arguments) {
-    call.outputStream = open("/dev/full", O_WRONLY | O_CLOEXEC);
+    call.outputStream = testing::openFullDevice();
     const ProgramResult result = run(std::move(arguments));
-    close(call.outputStream);
+    ::close(call.outputStream);
     return result;
   }
 };
@@ -113,10 +111,10 @@ TEST_F(ProgramFailureTest, AnInterruptIsSeenWhileTheProgramWaitsForItsInput) {
     }
     return false;
   };
-  ASSERT_TRUE(RunningProgram::waitUntil(isWriting));
+  ASSERT_TRUE(testing::waitUntil(isWriting));
   std::this_thread::sleep_for(std::chrono::milliseconds(50));
   program.interrupt();
-  EXPECT_TRUE(RunningProgram::waitUntil([this] { return folder.has("x.scr"); }));
+  EXPECT_TRUE(testing::waitUntil([this] { return folder.has("x.scr"); }));
   EXPECT_EQ(program.finish().exitCode, 130);
 }
 

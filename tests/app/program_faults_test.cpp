@@ -84,7 +84,7 @@ TEST_F(FaultTest, ADiskThatGetsFullLeavesTheOldReport) {
 TEST_F(FaultTest, AFileThatCannotGrowLeavesTheOldScript) {
   write("part.dxf", large());
   folder.write("part.scr", "old");
-  call.largestFile = rlim_t{64} << 10;
+  call.largestFile = std::uint64_t{64} << 10;
   const ProgramResult result = run({"part.dxf", "--force"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.error,

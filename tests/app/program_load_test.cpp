@@ -8,6 +8,7 @@ namespace {
 
 using testing::ProgramResult;
 using testing::RunningProgram;
+using testing::waitUntil;
 
 TEST_F(FolderLoad, ABadDrawingAmongManyDoesNotStopTheOthers) { convertWithABadFile(200); }
 
@@ -44,7 +45,7 @@ TEST_F(MultiplyingBlocks, AreWrittenAsTheyGrowAndCanBeCancelled) {
   call.arguments = {"part.dxf"};
   RunningProgram program(call);
   constexpr std::uintmax_t kMuch = std::uintmax_t{64} << 20;
-  ASSERT_TRUE(RunningProgram::waitUntil([this] { return written() > kMuch; }));
+  ASSERT_TRUE(waitUntil([this] { return written() > kMuch; }));
   program.signal(SIGTERM);
   const auto asked = std::chrono::steady_clock::now();
   const ProgramResult result = program.finish();

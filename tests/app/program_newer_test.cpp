@@ -8,6 +8,7 @@ namespace fs = std::filesystem;
 using std::chrono::hours;
 using testing::ProgramResult;
 using testing::RunningProgram;
+using testing::waitUntil;
 
 class NewerTest : public ProgramTest {
  protected:
@@ -70,7 +71,7 @@ TEST_F(NewerTest, DoesNotTakeACancelledScriptForAConvertedOne) {
   date("part.dxf", 1);
   call.arguments = {"part.dxf", "--quiet"};
   RunningProgram program(call);
-  ASSERT_TRUE(RunningProgram::waitUntil([this] { return files().size() == 2; }));
+  ASSERT_TRUE(waitUntil([this] { return files().size() == 2; }));
   program.interrupt();
   EXPECT_EQ(program.finish().exitCode, 130);
   ASSERT_TRUE(folder.has("part.scr"));

@@ -12,6 +12,7 @@ namespace {
 using std::chrono::microseconds;
 using testing::ProgramResult;
 using testing::RunningProgram;
+using testing::waitUntil;
 
 class SignalTest : public ProgramTest {
  protected:
@@ -102,7 +103,7 @@ class EndlessTest : public SignalTest {
   EndlessTest() { write("part.dxf", endless()); }
 
   void waitForWriting() const {
-    ASSERT_TRUE(RunningProgram::waitUntil([this] { return !temporaryFiles().empty(); }));
+    ASSERT_TRUE(waitUntil([this] { return !temporaryFiles().empty(); }));
   }
 };
 

@@ -146,7 +146,7 @@ TEST_F(UnattendedTest, ABatchGoesOnAfterABadFile) {
   folder.write("in/bad.dxf", std::string("AC1015\0\0\0\0", 10));
   const ProgramResult result = run({"/x:in\\*.dxf", "/s:in\\x.scr", "/rx"});
   EXPECT_EQ(result.exitCode, 1);
-  EXPECT_NE(result.error.find("in/bad.dxf is a DWG file. Please save the drawing as ASCII DXF.\n"),
+  EXPECT_NE(result.error.find("bad.dxf is a DWG file. Please save the drawing as ASCII DXF.\n"),
             std::string::npos)
       << result.error;
   EXPECT_TRUE(result.error.ends_with("5 drawings converted, 1 not converted\n")) << result.error;
@@ -184,7 +184,7 @@ TEST_F(UnattendedTest, AnInterruptEndsTheBatchAndLeavesAWellFormedScript) {
     return std::any_of(all.begin(), all.end(),
                        [](const std::string& file) { return file.ends_with(".tmp"); });
   };
-  ASSERT_TRUE(RunningProgram::waitUntil(isWriting));
+  ASSERT_TRUE(testing::waitUntil(isWriting));
   program.interrupt();
   const ProgramResult result = program.finish();
   EXPECT_EQ(result.exitCode, 130);
@@ -248,7 +248,7 @@ TEST_F(WindowRunTest, AnInterruptCancels) {
   write("part.dxf", endless());
   call.arguments = {"/x:part.dxf", "/s:out.scr", "/ru"};
   RunningProgram program(call);
-  ASSERT_TRUE(RunningProgram::waitUntil([this] {
+  ASSERT_TRUE(testing::waitUntil([this] {
     const Strings all = files();
     return std::any_of(all.begin(), all.end(),
                        [](const std::string& file) { return file.ends_with(".tmp"); });

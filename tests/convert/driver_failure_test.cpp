@@ -2,7 +2,7 @@
 #include <thread>
 
 #include "convert/driver_fixture.h"
-#include "support/unprivileged.h"
+#include "platform.h"
 
 namespace quillon::convert {
 namespace {

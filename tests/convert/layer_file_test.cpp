@@ -5,9 +5,9 @@
 #include "convert/layer_table.h"
 #include "convert/output_file.h"
 #include "dxf/text_source.h"
-#include "support/full_disk.h"
+#include "full_disk.h"
+#include "platform.h"
 #include "support/temp_folder.h"
-#include "support/unprivileged.h"
 
 namespace quillon::convert {
 

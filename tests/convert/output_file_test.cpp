@@ -5,8 +5,8 @@
 
 #include <thread>
 
+#include "platform.h"
 #include "support/temp_folder.h"
-#include "support/unprivileged.h"
 
 namespace quillon::convert {
 namespace {
@@ -102,7 +102,7 @@ TEST_F(OutputFileTest, KeepsThePermissionsOfTheOldFile) {
 }
 
 TEST_F(OutputFileTest, MakesANewFileWithTheUsualPermissions) {
-  const mode_t mask = umask(027);
+  const auto mask = umask(027);
   writeOut(at("a.scr"), "new");
   umask(mask);
   EXPECT_EQ(fs::status(at("a.scr")).permissions(), fs::perms(0640));
@@ -114,7 +114,7 @@ TEST_F(OutputFileTest, WritesADeviceDirectly) {
 }
 
 TEST_F(OutputFileTest, WritesAPipeDirectly) {
-  ASSERT_EQ(mkfifo(at("pipe").c_str(), 0600), 0);
+  ASSERT_TRUE(testing::makePipe(folder.file("pipe")));
   std::string got;
   std::thread reader([&] { got = folder.read("pipe"); });
   writeOut(at("pipe"), "new");
@@ -173,7 +173,7 @@ TEST_F(OutputFileTest, WritesAFileDirectlyWhereNoTemporaryOneCanBeMade) {
 }
 
 TEST_F(OutputFileTest, AStreamOfTheProcessStaysOpen) {
-  std::FILE* const stream = std::fopen(at("stream").c_str(), "wb");
+  std::FILE* const stream = std::fopen(folder.file("stream").c_str(), "wb");
   ASSERT_NE(stream, nullptr);
   {
     OutputFile file(stream);

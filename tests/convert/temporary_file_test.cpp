@@ -8,9 +8,9 @@
 
 #include "convert/driver.h"
 #include "convert/output_file.h"
+#include "full_disk.h"
 #include "support/conversion.h"
 #include "support/dxf_builder.h"
-#include "support/full_disk.h"
 #include "support/temp_folder.h"
 
 namespace quillon::convert {

@@ -8,12 +8,14 @@
 #include <string>
 #include <string_view>
 
+#include "support/filled_pipe.h"
 #include "support/temp_folder.h"
 #include "support/text_walk.h"
 
 namespace quillon::dxf {
 namespace {
 
+using testing::FilledPipe;
 using testing::OpenFile;
 using testing::PlainLineReader;
 using testing::TempFolder;
@@ -105,20 +107,12 @@ TEST(TextSource, StartsAtTheFirstByteWhateverHasBeenReadOfAFile) {
   EXPECT_TRUE(readThrough(source) == content);
 }
 
-#ifndef _WIN32
-struct ClosePipe {
-  void operator()(std::FILE* pipe) const { pclose(pipe); }
-};
-
 TEST(TextSource, HoldsAStreamThatCannotSeekAsAWhole) {
-  const TempFolder folder;
   for (const std::size_t size :
        {std::size_t{0}, std::size_t{10}, std::size_t{70'000}, 3 * TextSource::kWindow + 1}) {
     const std::string content = someText(size);
-    const std::string command = "cat '" + folder.write("drawing.dxf", content) + "'";
     for (const std::size_t headSize : {0, 4096}) {
-      const std::unique_ptr<std::FILE, ClosePipe> pipe(popen(command.c_str(), "r"));
-      ASSERT_NE(pipe, nullptr);
+      const FilledPipe pipe(content);
       std::string head(headSize, '\0');
       head.resize(std::fread(head.data(), 1, headSize, pipe.get()));
       TextSource source(pipe.get(), head);
@@ -132,14 +126,11 @@ TEST(TextSource, HoldsAStreamThatCannotSeekAsAWhole) {
 }
 
 TEST(TextSource, StopsReadingAStreamThatCannotSeekAfterACancel) {
-  const std::unique_ptr<std::FILE, ClosePipe> pipe(popen("printf 'one\\ntwo\\n'", "r"));
-  ASSERT_NE(pipe, nullptr);
+  const FilledPipe pipe("one\ntwo\n");
   TextSource source(pipe.get(), "head\n", [] { return true; });
   EXPECT_EQ(textOf(source), "head\n");
   EXPECT_TRUE(source.atFileEnd());
 }
-#endif
-
 TEST(TextSource, KeepsTheTextFromTheGivenPlaceOn) {
   const std::string content = someText(8 * TextSource::kWindow);
   const OpenFile file(content);

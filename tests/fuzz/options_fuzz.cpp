@@ -70,17 +70,13 @@ void check(const Options& options) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size) {
   std::string_view data(reinterpret_cast<const char*>(bytes), size);
-  std::vector<std::string> words = {"quillon-convert"};
+  std::vector<std::string> words;
   while (!data.empty()) words.emplace_back(quillon::fuzz::takePart(data));
-  std::vector<char*> argv;
-  for (std::string& word : words) argv.push_back(word.data());
-  argv.push_back(nullptr);
   std::optional<int> exitCode;
   Options options;
   {
     const Silence silence;
-    options =
-        quillon::headless::parseOptions(static_cast<int>(words.size()), argv.data(), exitCode);
+    options = quillon::headless::parseOptions(std::move(words), exitCode);
   }
   if (exitCode) {
     require(*exitCode == 0 || *exitCode == quillon::headless::kWrongUsage, "an exit code is known");

@@ -1,152 +1,25 @@
 #pragma once
 
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <chrono>
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
 #include <functional>
-#include <stdexcept>
-#include <string>
 #include <string_view>
 #include <thread>
-#include <vector>
 
-#include "support/temp_folder.h"
-#include "support/unprivileged.h"
+#include "running_program.h"
+#include "support/program_call.h"
 
 namespace quillon::testing {
 
-/// What a program left behind.
-struct ProgramResult {
-  int exitCode = -1;  ///< minus the signal's number when one ended the program
-  std::string output;
-  std::string error;
-  std::size_t peakBytes = 0;  ///< most memory that was in use at once
-};
-
-/// How to start a program.
-struct ProgramCall {
-  std::string program;
-  std::vector<std::string> arguments;
-  std::filesystem::path folder;                                 ///< to work in
-  std::vector<std::string> environment = {"LANG=C", "TZ=UTC"};  ///< nothing else is inherited
-  bool unprivileged = false;  ///< without root's rights, which see through every permission
-  rlim_t largestFile = RLIM_INFINITY;  ///< files that the program writes cannot grow beyond it
-  int outputStream = -1;  ///< a descriptor that becomes standard output, instead of a file
-  int errorStream = -1;   ///< a descriptor that becomes standard error, instead of a file
-};
-
-/// A program that runs in a process of its own. Standard input is a pipe, the other two streams
-/// are files outside the program's working folder.
-class RunningProgram {
- public:
-  explicit RunningProgram(const ProgramCall& call) {
-    int input[2];
-    if (pipe2(input, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
-    input_ = input[1];
-    std::vector<std::string> words = call.arguments;
-    words.insert(words.begin(), call.program);
-    std::vector<std::string> environment = call.environment;
-    for (const char* const name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
-      if (const char* const value = std::getenv(name)) {
-        environment.push_back(std::string(name) + "=" + value);
-      }
-    }
-    const std::vector<char*> argv = pointers(words);
-    const std::vector<char*> envp = pointers(environment);
-    const std::string output = streams_.file("output");
-    const std::string error = streams_.file("error");
-    process_ = fork();
-    if (process_ == 0) {
-      const int outputStream = call.outputStream >= 0 ? call.outputStream : openForWriting(output);
-      const int errorStream = call.errorStream >= 0 ? call.errorStream : openForWriting(error);
-      const bool ready = dup2(input[0], STDIN_FILENO) >= 0 &&
-                         dup2(outputStream, STDOUT_FILENO) >= 0 &&
-                         dup2(errorStream, STDERR_FILENO) >= 0 && chdir(call.folder.c_str()) == 0 &&
-                         limitFiles(call.largestFile) &&
-                         (!call.unprivileged || geteuid() != 0 || setuid(kNobody) == 0);
-      if (ready) execve(argv[0], argv.data(), envp.data());
-      _exit(127);
-    }
-    close(input[0]);
-    if (process_ < 0) throw std::runtime_error("no process");
+/// Waits for something to happen; false when it does not within a minute.
+inline bool waitUntil(const std::function<bool()>& condition) {
+  using namespace std::chrono_literals;
+  const auto deadline = std::chrono::steady_clock::now() + 1min;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    std::this_thread::sleep_for(2ms);
   }
-  ~RunningProgram() {
-    closeInput();
-    if (process_ > 0) {
-      kill(process_, SIGKILL);
-      waitpid(process_, nullptr, 0);
-    }
-  }
-  RunningProgram(const RunningProgram&) = delete;
-  RunningProgram& operator=(const RunningProgram&) = delete;
-
-  void write(std::string_view bytes) const {
-    const auto old = std::signal(SIGPIPE, SIG_IGN);  // the program may end before it reads all
-    while (!bytes.empty()) {
-      const ssize_t written = ::write(input_, bytes.data(), bytes.size());
-      if (written < 0 && errno == EINTR) continue;
-      if (written <= 0) break;
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    std::signal(SIGPIPE, old);
-  }
-  void closeInput() {
-    if (input_ >= 0) close(input_);
-    input_ = -1;
-  }
-  void interrupt() const { signal(SIGINT); }
-  void signal(int number) const { kill(process_, number); }
-
-  /// Waits for something to happen; false when it does not within a minute.
-  static bool waitUntil(const std::function<bool()>& condition) {
-    using namespace std::chrono_literals;
-    const auto deadline = std::chrono::steady_clock::now() + 1min;
-    while (!condition()) {
-      if (std::chrono::steady_clock::now() > deadline) return false;
-      std::this_thread::sleep_for(2ms);
-    }
-    return true;
-  }
-
-  ProgramResult finish() {
-    closeInput();
-    int status = 0;
-    rusage used{};
-    while (wait4(process_, &status, 0, &used) < 0 && errno == EINTR) {
-    }
-    process_ = -1;
-    const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-    const auto kilobytes = static_cast<std::size_t>(used.ru_maxrss);
-    return {exitCode, streams_.read("output"), streams_.read("error"), kilobytes << 10};
-  }
-
- private:
-  static std::vector<char*> pointers(std::vector<std::string>& texts) {
-    std::vector<char*> out;
-    out.reserve(texts.size() + 1);
-    for (std::string& text : texts) out.push_back(text.data());
-    out.push_back(nullptr);
-    return out;
-  }
-  static bool limitFiles(rlim_t most) {
-    const rlimit limit{most, most};
-    return most == RLIM_INFINITY || setrlimit(RLIMIT_FSIZE, &limit) == 0;
-  }
-  static int openForWriting(const std::string& path) {
-    return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-  }
-
-  TempFolder streams_;
-  int input_ = -1;
-  pid_t process_ = -1;
-};
+  return true;
+}
 
 inline ProgramResult runProgram(const ProgramCall& call, std::string_view input = {}) {
   RunningProgram program(call);

@@ -31,14 +31,14 @@ class TempFolder {
   std::string file(std::string_view name) const { return (path_ / name).string(); }
 
   std::string write(std::string_view name, std::string_view bytes) const {
-    std::ofstream(file(name), std::ios::binary) << bytes;
+    std::ofstream(path_ / name, std::ios::binary) << bytes;
     return file(name);
   }
   std::string read(std::string_view name) const {
-    std::ifstream in(file(name), std::ios::binary);
+    std::ifstream in(path_ / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
   }
-  bool has(std::string_view name) const { return std::filesystem::exists(file(name)); }
+  bool has(std::string_view name) const { return std::filesystem::exists(path_ / name); }
   /// Number of entries in the folder.
   std::size_t entries() const {
     return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <ctime>
+
+#include "platform.h"
 
 namespace quillon::testing {
 
@@ -12,10 +13,9 @@ template <typename Run>
 double leastSeconds(const Run& run) {
   double least = 1e9;
   for (int i = 0; i < 3; ++i) {
-    const std::clock_t start = std::clock();
+    const double start = processorSeconds();
     run();
-    const auto ticks = static_cast<double>(std::clock() - start);
-    least = std::min(least, ticks / CLOCKS_PER_SEC);
+    least = std::min(least, processorSeconds() - start);
   }
   return least;
 }

@@ -3,17 +3,13 @@
 #include <algorithm>
 #include <cstdio>
 
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
+#include "app/console/terminal.h"
 
 namespace quillon::console {
 namespace {
 
 bool put(std::FILE* stream, std::string_view text) {
-  const bool whole = std::fwrite(text.data(), 1, text.size(), stream) == text.size();
+  const bool whole = writeText(stream, text);
   return std::fflush(stream) == 0 && whole;
 }
 
@@ -61,14 +57,6 @@ void Console::erase() {
   if (shown_.empty()) return;
   put(stderr, "\r\x1b[K");
   shown_.clear();
-}
-
-bool errorIsTerminal() {
-#ifdef _WIN32
-  return _isatty(_fileno(stderr)) != 0;
-#else
-  return isatty(STDERR_FILENO) != 0;
-#endif
 }
 
 }  // namespace quillon::console

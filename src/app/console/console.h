@@ -33,7 +33,4 @@ class Console {
   std::string shown_;
 };
 
-/// True when standard error is a terminal.
-bool errorIsTerminal();
-
 }  // namespace quillon::console

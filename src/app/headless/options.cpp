@@ -1,12 +1,14 @@
 #include "app/headless/options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <map>
-#include <string_view>
+#include <utility>
 
+#include "app/console/console.h"
+#include "app/console/terminal.h"
 #include "convert/messages.h"
 #include "dxf/number_text.h"
 #include "ui/resources/string_table.h"
@@ -39,16 +41,6 @@ std::string checkLineLimit(const std::string& text) {
   const bool positive = text.find_first_not_of('0') != std::string::npos;
   if (digits && positive && text.size() <= kMostDigits) return {};
   return "\"" + text + "\" is no number of lines";
-}
-
-/// German in a German locale, else English.
-int localeLanguage() {
-  for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-    const char* const value = std::getenv(name);
-    if (value == nullptr || *value == '\0') continue;
-    return std::string_view(value).starts_with("de") ? resources::kGerman : resources::kEnglish;
-  }
-  return resources::kEnglish;
 }
 
 /// The options whose texts become numbers after parsing.
@@ -154,22 +146,24 @@ std::string checkTogether(const Options& options) {
 }  // namespace
 
 int usageError(const std::string& message) {
-  std::fprintf(stderr, "quillon-convert: %s\nTry 'quillon-convert --help'.\n",
-               convert::quotable(message).c_str());
+  console::Console(false).printError("quillon-convert: " + convert::quotable(message) +
+                                     "\nTry 'quillon-convert --help'.\n");
   return kWrongUsage;
 }
 
-Options parseOptions(int argc, char** argv, std::optional<int>& exitCode) {
+Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exitCode) {
   Options options;
-  options.languageOffset = localeLanguage();
+  options.languageOffset = console::userSpeaksGerman() ? resources::kGerman : resources::kEnglish;
   NumberTexts numbers;
   CLI::App app("Turns DXF drawings into scripts for the EAGLE PCB editor.", "quillon-convert");
   app.set_version_flag("--version", "quillon-convert " QUILLON_VERSION);
+  app.allow_windows_style_options(false);  // "/name" is a path everywhere
   app.get_formatter()->column_width(34);
   addProgramOptions(app, options);
   addJobOptions(app, options, numbers);
   try {
-    app.parse(argc, argv);
+    std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+    app.parse(std::move(arguments));
   } catch (const CLI::ParseError& error) {
     const bool asked = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
     exitCode = asked ? app.exit(error) : usageError(error.what());

@@ -25,9 +25,9 @@ struct Options {
   bool json = false;
 };
 
-/// Reads the arguments. When the program has nothing more to do (help, version, a usage error), it
-/// has printed that and `exitCode` is set.
-Options parseOptions(int argc, char** argv, std::optional<int>& exitCode);
+/// Reads the arguments (of the process, without its name, UTF-8). When the program has nothing more
+/// to do (help, version, a usage error), it has printed that and `exitCode` is set.
+Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exitCode);
 
 /// Prints a usage error; the result is the exit code.
 int usageError(const std::string& message);

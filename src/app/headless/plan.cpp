@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <set>
-#include <system_error>
+#include <utility>
 
+#include "convert/file_system.h"
 #include "convert/paths.h"
 #include "dxf/encoding.h"
 
@@ -20,14 +21,10 @@ bool isDrawingName(const fs::path& path) {
   return dxf::equalsUpperCased(fromPath(path.extension()), ".DXF");
 }
 
-std::vector<fs::path> drawingsIn(const fs::path& folder, std::error_code& error) {
+std::vector<fs::path> drawingsIn(const fs::path& folder, int& reason) {
   std::vector<fs::path> drawings;
-  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    std::error_code ignored;
-    if (isDrawingName(entry->path()) && !entry->is_directory(ignored)) {
-      drawings.push_back(entry->path());
-    }
+  for (fs::path& path : convert::listFolder(folder, reason)) {
+    if (isDrawingName(path) && !convert::namesFolder(path)) drawings.push_back(std::move(path));
   }
   std::sort(drawings.begin(), drawings.end());
   return drawings;
@@ -43,16 +40,14 @@ class PathRules {
     name.replace_extension(".scr");
     if (!options_.output) return fromPath(drawing.parent_path() / name);
     const fs::path output = toPath(*options_.output);
-    std::error_code ignored;
-    const bool folder = several_ || fs::is_directory(output, ignored);
+    const bool folder = several_ || convert::namesFolder(output);
     return folder ? fromPath(output / name) : *options_.output;
   }
 
   std::string reportOf(const fs::path& drawing) const {
     if (!options_.report) return {};
     const fs::path report = toPath(*options_.report);
-    std::error_code ignored;
-    if (!several_ && !fs::is_directory(report, ignored)) return *options_.report;
+    if (!several_ && !convert::namesFolder(report)) return *options_.report;
     fs::path name = drawing.filename();
     name.replace_extension(".txt");
     return fromPath(report / name);
@@ -88,10 +83,7 @@ PlannedConversion planDrawing(const Options& options, const PathRules& paths,
 
 /// One spelling for all paths of a file.
 fs::path fileKey(const std::string& file) {
-  std::error_code error;
-  const fs::path path = fs::absolute(convert::findForCreation(file), error);
-  const fs::path canonical = fs::weakly_canonical(path, error);
-  return error ? path : canonical;
+  return convert::uniquePath(convert::findForCreation(file));
 }
 
 /// No result may replace a file that is read, nor another result.
@@ -110,14 +102,14 @@ std::string checkCollisions(const Options& options, const Plan& plan) {
     for (const std::string* const result : {&planned.job.scriptFile, &planned.reportFile}) {
       const std::string& file = *result;
       if (file.empty()) continue;
-      std::error_code ignored;
       const fs::path key = fileKey(file);
       // A script over its own drawing by another name is the conversion's to refuse.
       const bool own = result == &planned.job.scriptFile && !planned.readStandardInput &&
                        key == fileKey(planned.job.dxfFile);
       if (own) continue;
       if (inputs.contains(key)) return file + " would replace a file that is read";
-      const bool isDevice = fs::exists(key, ignored) && !fs::is_regular_file(key, ignored);
+      const convert::FileKind kind = convert::fileKind(convert::findForCreation(file));
+      const bool isDevice = kind == convert::FileKind::Other || kind == convert::FileKind::Folder;
       if (!isDevice && !written.insert(key).second) {
         return "two results would be written to " + file;
       }
@@ -130,9 +122,7 @@ std::string checkCollisions(const Options& options, const Plan& plan) {
 std::string makeFolders(const Options& options) {
   for (const auto& folder : {options.output, options.report}) {
     if (!folder) continue;
-    std::error_code error;
-    fs::create_directories(toPath(*folder), error);
-    if (error || !fs::is_directory(toPath(*folder), error)) {
+    if (!convert::makeFolders(toPath(*folder))) {
       return *folder + " is no folder and cannot be made one; several drawings need a folder";
     }
   }
@@ -163,15 +153,14 @@ Plan makePlan(const Options& options) {
   plan.several = options.inputs.size() > 1;
   for (const std::string& input : options.inputs) {
     const fs::path path = convert::findExisting(input);
-    std::error_code ignored;
-    if (!fs::is_directory(path, ignored)) {
+    if (!convert::namesFolder(path)) {
       drawings.push_back(path);
       continue;
     }
     plan.several = true;
-    std::error_code error;
-    const std::vector<fs::path> found = drawingsIn(path, error);
-    if (error) {
+    int reason = 0;
+    const std::vector<fs::path> found = drawingsIn(path, reason);
+    if (reason != 0) {
       plan.unreadableFolders.push_back(input);
     } else if (found.empty()) {
       plan.emptyFolders.push_back(input);

@@ -1,7 +1,6 @@
 #include "app/headless/runner.h"
 
 #include <atomic>
-#include <filesystem>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -12,24 +11,27 @@
 
 #include "app/console/console.h"
 #include "app/console/interrupt.h"
+#include "app/console/terminal.h"
 #include "app/headless/headless_host.h"
 #include "app/headless/json_output.h"
 #include "app/headless/plan.h"
 #include "convert/driver.h"
+#include "convert/file_system.h"
 #include "convert/messages.h"
 #include "convert/output_file.h"
 #include "convert/paths.h"
 #include "convert/program_folder.h"
 #include "convert/summary.h"
+#include "convert/temporary_file.h"
 #include "errors/attempt.h"
 #include "errors/crash.h"
 #include "errors/fault_printer.h"
 #include "errors/program.h"
-#include "convert/temporary_file.h"
 
 namespace quillon::headless {
 
 namespace fs = std::filesystem;
+
 using console::interrupted;
 using convert::ConversionResult;
 using convert::Message;
@@ -192,9 +194,8 @@ class Runner {
   }
 
   bool reportInTheWay(const std::string& reportFile) const {
-    std::error_code ignored;
     return !reportFile.empty() && !options_.job.overwriteScript &&
-           fs::is_regular_file(convert::findForCreation(reportFile), ignored);
+           convert::fileKind(convert::findForCreation(reportFile)) == convert::FileKind::Regular;
   }
 
   bool writeReport(const std::string& reportFile, const ConversionResult& result,

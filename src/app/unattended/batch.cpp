@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "convert/file_system.h"
 #include "convert/paths.h"
 #include "dxf/encoding.h"
 #include "dxf/number_text.h"
@@ -40,17 +41,14 @@ Batch listBatch(const settings::Settings& settings, const settings::SettingsStor
   batch.folder = folderOf(settings.dxfFile, store);
   const std::string scripts =
       settings::scriptBesideDrawing(settings) ? batch.folder : folderOf(settings.scriptFile, store);
-  std::error_code error;
-  fs::directory_iterator entry(convert::findExisting(batch.folder), error);
-  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    std::error_code unknown;
-    if (entry->is_directory(unknown)) continue;
-    const std::string name = convert::fromPath(entry->path().filename());
+  const fs::path folder = convert::findExisting(batch.folder);
+  for (const fs::path& path : convert::listFolder(folder, batch.reason)) {
+    if (convert::namesFolder(path)) continue;
+    const std::string name = convert::fromPath(path.filename());
     if (!dxf::upperCase(name, dxf::Encoding::Utf8).ends_with(kExtension)) continue;
     const std::string stem = name.substr(0, name.size() - kExtension.size());
     batch.files.push_back({batch.folder + name, scripts + stem + ".scr"});
   }
-  batch.reason = error.value();
   return batch;
 }
 

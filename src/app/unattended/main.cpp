@@ -1,6 +1,7 @@
 #include "app/unattended/main.h"
 
 #include "app/console/interrupt.h"
+#include "app/console/terminal.h"
 #include "app/unattended/console_progress.h"
 #include "app/unattended/start_up.h"
 #include "app/unattended/unattended_run.h"

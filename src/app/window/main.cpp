@@ -4,6 +4,7 @@
 
 #include "app/console/console.h"
 #include "app/console/interrupt.h"
+#include "app/console/terminal.h"
 #include "app/unattended/main.h"
 #include "app/unattended/start_up.h"
 #include "app/unattended/unattended_run.h"
@@ -57,7 +58,7 @@ int runWindows(ui::AppContext& context, const unattended::StartUp& start,
 }  // namespace
 
 int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
-  const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+  const std::vector<std::string> arguments = console::processArguments(argc, argv);
   const unattended::StartUp start = unattended::readArguments(arguments);
   if (!hasDisplay(argc, argv)) {
     if (start.unattended()) return unattended::Main(arguments, programFolder);

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "convert/file_system.h"
+#include "convert/paths.h"
 #include "dxf/encoding.h"
 #include "ui/settings/profile.h"
 
@@ -10,17 +12,26 @@ namespace {
 
 std::string ansi(std::string_view utf8) { return dxf::fromUtf8(utf8, dxf::Encoding::Windows1252); }
 
-/// The path for functions that take ANSI text: the short form where the long one has other
-/// characters.
+/// A path in the system's own code page; empty when that lacks some of its characters.
+std::string ansiText(const std::wstring& path) {
+  BOOL lacking = FALSE;
+  const int length = static_cast<int>(path.size());
+  const int size = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, path.c_str(), length, nullptr,
+                                       0, nullptr, &lacking);
+  if (lacking != FALSE) return {};
+  std::string text(static_cast<std::size_t>(size), '\0');
+  WideCharToMultiByte(CP_ACP, 0, path.c_str(), length, text.data(), size, nullptr, nullptr);
+  return text;
+}
+
+/// The path for functions that take ANSI text of limited length: where need be, the short form.
 std::string ansiPath(const std::filesystem::path& path) {
-  const std::u8string utf8 = path.u8string();
-  const std::string text(utf8.begin(), utf8.end());
-  if (dxf::windows1252ToUtf8(ansi(text)) == text) return ansi(text);
-  std::array<wchar_t, MAX_PATH> shortPath{};
-  const DWORD length = GetShortPathNameW(path.c_str(), shortPath.data(), MAX_PATH);
-  const std::u8string found =
-      length > 0 && length < MAX_PATH ? std::filesystem::path(shortPath.data()).u8string() : utf8;
-  return ansi(std::string(found.begin(), found.end()));
+  std::string text = ansiText(path.native());
+  if (!text.empty() && text.size() < MAX_PATH) return text;
+  constexpr DWORD kLongestPath = 32768;
+  std::wstring shortPath(kLongestPath, L'\0');
+  shortPath.resize(GetShortPathNameW(path.c_str(), shortPath.data(), kLongestPath));
+  return ansiText(shortPath);
 }
 
 }  // namespace
@@ -36,8 +47,9 @@ std::string readProfile(const std::filesystem::path& file, std::string_view sect
 
 bool writeProfile(const std::filesystem::path& file, std::string_view section,
                   const std::vector<ProfileEntry>& entries) {
-  std::error_code ignored;  // a folder that cannot be made is noticed when the file is written
-  std::filesystem::create_directories(file.parent_path(), ignored);
+  convert::makeFolders(file.parent_path());  // one that cannot be made is noticed at once
+  // The short form of a name is that of a file which exists.
+  if (convert::isMissing(file)) convert::openFile(file, "wbx");
   const std::string path = ansiPath(file);
   bool written = true;
   for (const auto& [key, value] : entries) {

@@ -1,18 +1,11 @@
 #include "ui/settings/settings_store.h"
 
-#include <system_error>
-
 #include "convert/paths.h"
 
 namespace quillon::settings {
 namespace {
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
-
-bool namesFolder(std::string_view path) {
-  std::error_code error;
-  return std::filesystem::is_directory(convert::findExisting(path), error);
-}
 
 }  // namespace
 
@@ -34,7 +27,8 @@ std::string SettingsStore::GetDirectory(std::string_view path) const {
   path = path.substr(0, path.find('*'));
   for (std::size_t length = path.size(); length > 0; --length) {
     const std::string_view prefix = path.substr(0, length);
-    if (isSeparator(prefix.back()) && namesFolder(prefix)) return std::string(prefix);
+    if (isSeparator(prefix.back()) && convert::namesFolder(convert::findExisting(prefix)))
+      return std::string(prefix);
   }
   std::string drive(path.substr(0, 2));
   if (drive.size() == 2 && drive[1] == ':') drive += '\\';

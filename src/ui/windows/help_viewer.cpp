@@ -9,6 +9,8 @@
 #include <QVBoxLayout>
 #include <memory>
 
+#include "ui/windows/system_help.h"
+
 namespace quillon::ui {
 namespace {
 
@@ -72,8 +74,9 @@ bool openHelp(const AppContext& context, int contextId, QWidget* parent) {
 }
 
 bool openHelp(const AppContext& context, const QString& folder, int contextId, QWidget* parent) {
-  if (folder.isEmpty()) return false;
   const int page = context.LanguageOffset + contextId;
+  if (showSystemHelp(QCoreApplication::applicationDirPath(), page, parent)) return true;
+  if (folder.isEmpty()) return false;
   for (QWidget* const window : QApplication::topLevelWidgets()) {
     auto* const open = dynamic_cast<HelpViewer*>(window);
     if (open == nullptr || !open->isVisible() || !open->showPage(page)) continue;

@@ -2,17 +2,12 @@
 
 #include <QFocusEvent>
 
+#include "convert/paths.h"
 #include "dxf/encoding.h"
 #include "ui/windows/app_context.h"
 
 namespace quillon::ui {
 namespace {
-
-#ifdef _WIN32
-constexpr bool kNamesHaveCase = false;
-#else
-constexpr bool kNamesHaveCase = true;
-#endif
 
 /// Leaving for a context menu or another program is not leaving the field.
 bool isLeft(Qt::FocusReason reason) {
@@ -41,7 +36,7 @@ void PathEdit::focusInEvent(QFocusEvent* event) {
 void PathEdit::focusOutEvent(QFocusEvent* event) {
   if (isLeft(event->reason())) {
     const QString upper = toQt(dxf::upperCase(fromQt(path_), dxf::Encoding::Utf8));
-    if (!kNamesHaveCase) path_ = upper;
+    if (!convert::namesHaveCase()) path_ = upper;
     display(upper);
   }
   QLineEdit::focusOutEvent(event);

@@ -1,9 +1,8 @@
-#include "ui/settings/profile.h"
-
 #include <gtest/gtest.h>
 
+#include "platform.h"
 #include "support/temp_folder.h"
-#include "support/unprivileged.h"
+#include "ui/settings/own_profile.h"
 #include "ui/settings/profile_text.h"
 
 namespace quillon::settings {
@@ -16,10 +15,10 @@ class ProfileTest : public ::testing::Test {
  protected:
   std::string valueIn(std::string_view bytes, std::string_view key = "key") const {
     folder.write("a.ini", bytes);
-    return readProfile(path, "dxf", key);
+    return readOwnProfile(path, "dxf", key);
   }
   bool write(std::string_view key, const std::string& value) const {
-    return writeProfile(path, "dxf", {{key, value}});
+    return writeOwnProfile(path, "dxf", {{key, value}});
   }
 
   TempFolder folder;
@@ -31,8 +30,8 @@ TEST_F(ProfileTest, ReadsAValueWithoutRegardToCase) {
 }
 
 TEST_F(ProfileTest, ReadsAMissingFileSectionOrKeyAsEmpty) {
-  EXPECT_EQ(readProfile(folder.path() / "none.ini", "dxf", "key"), "");
-  EXPECT_EQ(readProfile(folder.path(), "dxf", "key"), "");
+  EXPECT_EQ(readOwnProfile(folder.path() / "none.ini", "dxf", "key"), "");
+  EXPECT_EQ(readOwnProfile(folder.path(), "dxf", "key"), "");
   EXPECT_EQ(valueIn("[other]\r\nkey=1\r\n"), "");
   EXPECT_EQ(valueIn("[dxf]\r\nother=1\r\n"), "");
 }
@@ -65,7 +64,7 @@ TEST_F(ProfileTest, KeepsCommentsAndUnknownLines) {
 }
 
 TEST_F(ProfileTest, WritesSeveralKeysAtOnce) {
-  EXPECT_TRUE(writeProfile(path, "dxf", {{"b", "2"}, {"a", "1"}}));
+  EXPECT_TRUE(writeOwnProfile(path, "dxf", {{"b", "2"}, {"a", "1"}}));
   EXPECT_EQ(folder.read("a.ini"), "[dxf]\r\nb=2\r\na=1\r\n");
 }
 
@@ -85,7 +84,7 @@ TEST_F(ProfileTest, TurnsTheFileIntoUtf8AsSoonAsACharacterAsksForIt) {
 TEST_F(ProfileTest, ReadsBackWhatItWrote) {
   for (const std::string value : {"C:\\Ü\\part.dxf", "国", "Ã¤", "Ã", "€", "ä", "a=b", "; c"}) {
     EXPECT_TRUE(write("key", value));
-    EXPECT_EQ(readProfile(path, "dxf", "key"), value);
+    EXPECT_EQ(readOwnProfile(path, "dxf", "key"), value);
   }
 }
 
@@ -113,10 +112,10 @@ TEST_F(ProfileTest, AFileThatCannotBeReadIsNotReplaced) {
 }
 
 TEST_F(ProfileTest, WritingWhereNoFileCanBeFails) {
-  EXPECT_FALSE(writeProfile(folder.path(), "dxf", {{"key", "1"}}));
+  EXPECT_FALSE(writeOwnProfile(folder.path(), "dxf", {{"key", "1"}}));
   folder.write("file", "");
-  EXPECT_FALSE(writeProfile(folder.path() / "file" / "a.ini", "dxf", {{"key", "1"}}));
-  EXPECT_FALSE(writeProfile("/dev/full", "dxf", {{"key", "1"}}));
+  EXPECT_FALSE(writeOwnProfile(folder.path() / "file" / "a.ini", "dxf", {{"key", "1"}}));
+  EXPECT_FALSE(writeOwnProfile("/dev/full", "dxf", {{"key", "1"}}));
 }
 
 TEST(FirstCharacters, CountCharactersAndNotBytes) {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/full_disk.h"
+#include "full_disk.h"
 #include "support/temp_folder.h"
 
 namespace quillon::settings {

@@ -247,6 +247,9 @@ TEST_F(FaultsTest, EndCancelsARunningConversion) {
   const convert::ConversionResult result = window.befStart_Click();
   EXPECT_EQ(result.outcome, convert::Outcome::Cancelled);
   EXPECT_TRUE(faults.ending());
+  // The application takes up its end here, so that the dialogs of other tests open again.
+  QTimer::singleShot(0, &timers, [] { QCoreApplication::quit(); });
+  QApplication::exec();
 }
 
 }  // namespace

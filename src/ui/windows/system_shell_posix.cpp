@@ -1,10 +1,10 @@
-#include "ui/windows/system_shell.h"
-
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QUrl>
+
+#include "ui/windows/system_shell.h"
 
 namespace quillon::ui {
 namespace {

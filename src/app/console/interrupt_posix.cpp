@@ -1,7 +1,7 @@
-#include "app/console/interrupt.h"
-
 #include <atomic>
 #include <csignal>
+
+#include "app/console/interrupt.h"
 
 namespace quillon::console {
 namespace {
@@ -18,10 +18,6 @@ extern "C" void onInterrupt(int number) {
 }  // namespace
 
 void catchInterrupt() {
-#ifdef _WIN32
-  std::signal(SIGINT, onInterrupt);
-  std::signal(SIGTERM, onInterrupt);
-#else
   // Without SA_RESTART a read that waits for a pipe ends, and the cancel is seen at once.
   struct sigaction action = {};
   action.sa_handler = onInterrupt;
@@ -35,7 +31,6 @@ void catchInterrupt() {
   // A reader that is gone and a file that may not grow are errors of writing like others: the
   // program tells of them and clears up.
   for (const int number : {SIGPIPE, SIGXFSZ}) std::signal(number, SIG_IGN);
-#endif
 }
 
 bool interrupted() { return interruptSeen.load(); }

@@ -1,10 +1,3 @@
-#include "app/window/display.h"
-
-#include <cstdlib>
-#include <string>
-#include <string_view>
-
-#ifndef _WIN32
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -12,15 +5,13 @@
 
 #include <QGuiApplication>
 #include <cerrno>
-#endif
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "app/window/display.h"
 
 namespace quillon::window {
-
-#if defined(_WIN32) || defined(__APPLE__)
-
-bool hasDisplay(int&, char**) { return true; }
-
-#else
 
 namespace {
 
@@ -62,7 +53,5 @@ bool hasDisplay(int& argc, char** argv) {
   const bool named = !variable("DISPLAY").empty() || !variable("WAYLAND_DISPLAY").empty();
   return named && displayOpens(argc, argv);
 }
-
-#endif
 
 }  // namespace quillon::window

@@ -1,4 +1,4 @@
-#include "ui/settings/profile.h"
+#include "ui/settings/own_profile.h"
 
 #include <exception>
 
@@ -13,14 +13,14 @@ namespace quillon::settings {
 using convert::IniDocument;
 using convert::IniFile;
 
-std::string readProfile(const std::filesystem::path& file, std::string_view section,
-                        std::string_view key) {
+std::string readOwnProfile(const std::filesystem::path& file, std::string_view section,
+                           std::string_view key) {
   const IniFile ini(decodeProfile(convert::readWholeFile(convert::fromPath(file))));
   return std::string(firstCharacters(ini.wholeValue(section, key), IniFile::kLongestValue));
 }
 
-bool writeProfile(const std::filesystem::path& file, std::string_view section,
-                  const std::vector<ProfileEntry>& entries) {
+bool writeOwnProfile(const std::filesystem::path& file, std::string_view section,
+                     const std::vector<ProfileEntry>& entries) {
   try {
     const std::string path = convert::fromPath(file);
     const std::filesystem::path target = convert::findExisting(path);

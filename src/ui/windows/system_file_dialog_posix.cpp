@@ -1,5 +1,3 @@
-#include "ui/windows/system_file_dialog.h"
-
 #include <QDir>
 #include <QFileDialog>
 #include <QHeaderView>
@@ -7,6 +5,7 @@
 
 #include "convert/paths.h"
 #include "ui/windows/app_context.h"
+#include "ui/windows/system_file_dialog.h"
 
 namespace quillon::ui {
 namespace {

@@ -1,0 +1,108 @@
+#!/usr/bin/env bash
+# Builds Quillon for 64-bit Windows, runs its tests under Wine, and packs it.
+set -euo pipefail
+
+program="build.sh"
+root=$(readlink -f "$(dirname "${BASH_SOURCE[0]}")/../..")
+# shellcheck source=tools/setup.sh
+. "$root/tools/setup.sh"
+
+usage() {
+  cat <<'END'
+Usage: packaging/windows/build.sh [--qt FOLDER] [STEP...] [-- CTEST-ARGUMENT...]
+
+Builds with the distribution's mingw-w64. FOLDER holds a static Qt 6.4 for it, without which there
+is only quillon-convert.exe; the variable QUILLON_WINDOWS_QT names one as well. Without a step: all
+of these, in this order.
+
+  --build    the programs and their tests, in build/windows
+  --test     all tests, under Wine; those of the windows in a display of their own
+  --package  an installer and a portable archive, in build/windows/packages; needs Qt
+END
+}
+
+qt=${QUILLON_WINDOWS_QT:-}
+steps=()
+while [ $# -gt 0 ]; do
+  case $1 in
+    --qt) qt=${2:?--qt FOLDER} && shift ;;
+    --build | --test | --package) steps+=("${1#--}") ;;
+    -h | --help) usage && exit 0 ;;
+    --) shift && break ;;
+    *) usage >&2 && exit 2 ;;
+  esac
+  shift
+done
+ctest_arguments=("$@")
+if [ -n "$qt" ]; then
+  [ -d "$qt/lib/cmake/Qt6" ] || die "$qt holds no Qt 6"
+  qt=$(readlink -f "$qt")
+fi
+if [ ${#steps[@]} -eq 0 ]; then
+  steps=(build test)
+  if [ -n "$qt" ]; then steps+=(package); fi
+fi
+
+has_step() { case " ${steps[*]} " in *" $1 "*) ;; *) return 1 ;; esac; }
+
+install_for() {
+  need_command g++-mingw-w64-x86-64-posix x86_64-w64-mingw32-g++-posix
+  need_command cmake cmake
+  need_command ninja-build ninja
+  need_command ccache ccache
+  need_header libcli11-dev CLI/CLI.hpp
+  need_file googletest "/usr/src/googletest/CMakeLists.txt"
+  if [ -n "$qt" ]; then
+    need_qt
+    need_file libgl-dev "/usr/include/GL/gl.h"
+    need_command librsvg2-bin rsvg-convert
+    need_command icoutils icotool
+  fi
+  if has_step test || has_step package; then
+    need_file wine64 "/usr/lib/wine/wine64"
+    need_file wine "/usr/bin/wine"
+    if [ -n "$qt" ]; then need_command xvfb Xvfb; fi
+  fi
+  if has_step package; then
+    need_command nsis makensis
+    need_command fp-utils chmcmd
+    need_command zip zip
+    need_command unzip unzip
+  fi
+  install_missing
+}
+
+build() {
+  local options=(-DQUILLON_BUILD_WINDOWS=OFF -UQUILLON_WINDOWS_QT)
+  if [ -n "$qt" ]; then
+    options=(-DQUILLON_BUILD_WINDOWS=ON "-DQUILLON_WINDOWS_QT=$qt")
+  fi
+  configure windows "${options[@]}"
+  cmake --build --preset windows
+}
+
+# with_display COMMAND...: runs a command with a display of its own, which nobody sees.
+with_display() {
+  local number server result=0
+  coproc SERVER { exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp 2>/dev/null; }
+  server=$SERVER_PID
+  read -r -t 60 number <&"${SERVER[0]}" || die "Xvfb does not start"
+  DISPLAY=:$number "$@" || result=$?
+  kill "$server"
+  wait "$server" 2>/dev/null || true
+  return "$result"
+}
+
+run_tests() {
+  ctest --preset windows --parallel "$(nproc)" "${ctest_arguments[@]}"
+}
+
+cd "$root"
+install_for
+for step in "${steps[@]}"; do
+  case $step in
+    build) build ;;
+    test) if [ -n "$qt" ]; then with_display run_tests; else run_tests; fi ;;
+    package) with_display packaging/windows/package.sh build/windows ;;
+  esac
+done

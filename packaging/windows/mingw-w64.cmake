@@ -1,0 +1,30 @@
+# Builds for 64-bit Windows with the distribution's mingw-w64 (posix threads). Where the variable
+# QUILLON_WINDOWS_QT of CMake or of the environment names a static Qt for it, the windows are built
+# too.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+
+set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+if(QUILLON_WINDOWS_QT)
+  list(APPEND CMAKE_FIND_ROOT_PATH ${QUILLON_WINDOWS_QT})
+  list(APPEND CMAKE_PREFIX_PATH ${QUILLON_WINDOWS_QT})
+  # Qt's own tools run on this machine.
+  set(QT_HOST_PATH /usr CACHE PATH "")
+  file(GLOB QUILLON_HOST_QT_CMAKE /usr/lib/*/cmake/Qt6 /usr/lib64/cmake/Qt6)
+  list(POP_FRONT QUILLON_HOST_QT_CMAKE QUILLON_HOST_QT_CMAKE)
+  cmake_path(GET QUILLON_HOST_QT_CMAKE PARENT_PATH QUILLON_HOST_QT_CMAKE)
+  set(QT_HOST_PATH_CMAKE_DIR ${QUILLON_HOST_QT_CMAKE} CACHE PATH "")
+endif()
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QUILLON_WINDOWS_QT)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+
+# One file for each program, which needs nothing that Windows does not have.
+set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+# Tests and other programs that run while building run under Wine.
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/wine.sh)

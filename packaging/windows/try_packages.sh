@@ -1,0 +1,68 @@
+#!/usr/bin/env bash
+# try_packages.sh FOLDER VERSION: installs, runs, converts and uninstalls under Wine, and does the
+# same with the portable archive. Needs a display.
+set -euo pipefail
+
+here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
+packages=$(readlink -f "$1")
+version=$2
+prefix=$(mktemp -d)
+export WINEPREFIX=$prefix/wine
+end() {
+  WINEPREFIX=$WINEPREFIX /usr/lib/wine/wineserver64 -k 2>/dev/null || true
+  rm -rf "$prefix"
+}
+trap end EXIT
+
+wine() { "$here/wine.sh" "$@"; }
+fail() {
+  echo "try_packages.sh: $*" >&2
+  exit 1
+}
+expect_file() { [ -s "$1" ] || fail "$1 is missing"; }
+expect_nothing() { ! [ -e "$1" ] || fail "$1 is still there: $(ls -A "$1" 2>/dev/null | tr '\n' ' ')"; }
+
+# try_programs FOLDER: both programs convert, and the settings stay in the folder.
+try_programs() {
+  local work=$prefix/work
+  rm -rf "$work" && mkdir "$work"
+  cp "$1/examples/frontplate.dxf" "$work"
+  (cd "$work" && wine "$1/quillon-convert.exe" --quiet frontplate.dxf -o one.scr)
+  expect_file "$work/one.scr"
+  (cd "$work" && wine "$1/quillon.exe" /x:frontplate.dxf /s:two.scr /b:frontplate /w:o /ru)
+  cmp "$work/one.scr" "$work/two.scr"
+  (cd "$work" && wine "$1/quillon.exe" /x:frontplate.dxf /s:three.scr /w:o /rx)
+  expect_file "$work/frontplate.scr"
+  expect_file "$1/quillon.cfh"  # which the program makes in its own folder
+}
+
+setup=$packages/Quillon-$version-setup.exe
+wine "$setup" /S
+user=$(cd "$WINEPREFIX/drive_c/users" && find . -mindepth 1 -maxdepth 1 -type d ! -name Public -printf '%P')
+home=$WINEPREFIX/drive_c/users/$user
+installed=$home/AppData/Local/Programs/Quillon
+shortcut="$home/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Quillon.lnk"
+for file in quillon.exe quillon-convert.exe Larkspur.chm help/en/main-window.html \
+  examples/frontplate.dxf LICENSE.txt licenses/LGPL-3.0.txt licenses/GPL-3.0.txt \
+  licenses/gcc-runtime.txt licenses/mingw-w64.txt uninstall.exe; do
+  expect_file "$installed/$file"
+done
+expect_file "$shortcut"
+key='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quillon'
+wine reg query "$key" /v DisplayVersion | grep -q "$version" || fail "no entry among the programs"
+try_programs "$installed"
+# Run from elsewhere, the uninstaller works in the foreground.
+cp "$installed/uninstall.exe" "$prefix"
+wine "$prefix/uninstall.exe" /S "_?=$(wine winepath -w "$installed" | tr -d '\r')"
+expect_nothing "$installed"
+expect_nothing "$shortcut"
+! wine reg query "$key" >/dev/null 2>&1 || fail "the entry among the programs is still there"
+
+(cd "$prefix" && unzip -q "$packages/Quillon-$version-portable.zip")
+portable=$prefix/Quillon-$version
+find "$home/AppData" -type f | sort >"$prefix/before"
+try_programs "$portable"
+find "$home/AppData" -type f ! -path '*/Temp/*' | sort >"$prefix/after"
+[ -z "$(comm -13 "$prefix/before" "$prefix/after")" ] ||
+  fail "the portable program wrote $(comm -13 "$prefix/before" "$prefix/after")"
+echo "The installer and the portable archive work."

@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# wine.sh PROGRAM [ARGUMENT...]: runs a Windows program under Wine, in a Wine folder of its own.
+set -euo pipefail
+
+# Names of files are UTF-8, numbers and messages those of no country.
+export LC_ALL=C.UTF-8
+export WINEDEBUG=${WINEDEBUG:--all}
+export WINEPREFIX=${WINEPREFIX:-$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/../../build/wine}
+# Wine would offer to download what these two need, and nothing here needs them.
+export WINEDLLOVERRIDES="mscoree=;mshtml=${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
+
+find_wine() {
+  local candidate
+  for candidate in /usr/lib/wine/wine64 wine64 wine; do
+    if command -v "$candidate"; then return; fi
+  done
+  echo "wine.sh: Wine is missing" >&2
+  exit 127
+}
+
+# A new Wine folder, with fonts for the windows' texts; made by one process at a time.
+prepare_folder() {
+  mkdir -p "$WINEPREFIX"
+  exec 9>"$WINEPREFIX.lock"
+  flock 9
+  if ! [ -e "$WINEPREFIX/ready" ]; then
+    "$wine" wineboot --init >/dev/null 2>&1 9>&-
+    local font
+    for font in /usr/share/fonts/truetype/dejavu/*.ttf; do
+      if [ -e "$font" ]; then cp "$font" "$WINEPREFIX/drive_c/windows/Fonts/"; fi
+    done
+    touch "$WINEPREFIX/ready"
+  fi
+  exec 9>&-
+}
+
+wine=$(find_wine)
+[ -e "$WINEPREFIX/ready" ] || prepare_folder
+# Wine's services live on for a while; they must not hold the streams of whoever waits for their end.
+"$wine" cmd /c exit </dev/null >/dev/null 2>&1
+exec "$wine" "$@"

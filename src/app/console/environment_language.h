@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdlib>
+#include <string_view>
+
+namespace quillon::console {
+
+/// The language that the environment asks for, in the form of a locale's name, or "".
+inline std::string_view environmentLanguage() {
+  for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const char* const value = std::getenv(name);
+    if (value != nullptr && *value != '\0') return value;
+  }
+  return {};
+}
+
+}  // namespace quillon::console

@@ -1,0 +1,99 @@
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+// In this order.
+#include <shellapi.h>
+
+#include <cstdint>
+
+#include "app/console/environment_language.h"
+#include "app/console/terminal.h"
+
+namespace quillon::console {
+namespace {
+
+HANDLE handleOf(std::FILE* stream) {
+  return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+}
+
+bool isConsole(std::FILE* stream) {
+  DWORD mode = 0;
+  return GetConsoleMode(handleOf(stream), &mode) != 0;
+}
+
+std::wstring wide(std::string_view utf8) {
+  const int size = static_cast<int>(utf8.size());
+  std::wstring text(utf8.size(), L'\0');
+  const int length = static_cast<int>(text.size());
+  text.resize(static_cast<std::size_t>(
+      MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, text.data(), length)));
+  return text;
+}
+
+std::string narrow(const wchar_t* text) {
+  const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+  std::string utf8(static_cast<std::size_t>(size > 0 ? size : 1), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8.data(), size, nullptr, nullptr);
+  utf8.pop_back();  // the NUL
+  return utf8;
+}
+
+/// A program with windows has no console of its own: its messages go to the one that it was started
+/// from, unless they are led elsewhere.
+void useConsoleOfParent(std::FILE* stream, DWORD which) {
+  const HANDLE given = GetStdHandle(which);
+  const bool lost = given == nullptr || given == INVALID_HANDLE_VALUE;
+  if (!lost) return;
+  if (GetConsoleWindow() == nullptr && AttachConsole(ATTACH_PARENT_PROCESS) == 0) return;
+  static_cast<void>(std::freopen("CONOUT$", "wb", stream));
+}
+
+}  // namespace
+
+void prepareStreams() {
+  useConsoleOfParent(stdout, STD_OUTPUT_HANDLE);
+  useConsoleOfParent(stderr, STD_ERROR_HANDLE);
+  for (std::FILE* const stream : {stdin, stdout, stderr}) {
+    if (_fileno(stream) >= 0) _setmode(_fileno(stream), _O_BINARY);
+  }
+}
+
+std::vector<std::string> processArguments(int, char**) {
+  std::vector<std::string> arguments;
+  int count = 0;
+  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
+  for (int i = 1; words != nullptr && i < count; ++i) arguments.push_back(narrow(words[i]));
+  LocalFree(words);
+  return arguments;
+}
+
+bool errorIsTerminal() {
+  DWORD mode = 0;
+  const HANDLE error = handleOf(stderr);
+  return GetConsoleMode(error, &mode) != 0 &&
+         SetConsoleMode(error, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+bool writeText(std::FILE* stream, std::string_view utf8) {
+  if (!isConsole(stream)) return std::fwrite(utf8.data(), 1, utf8.size(), stream) == utf8.size();
+  // Whatever code page the console has: it shows UTF-16.
+  constexpr std::size_t kMost = 8192;
+  const std::wstring text = wide(utf8);
+  for (std::size_t done = 0; done < text.size();) {
+    const auto count = static_cast<DWORD>(std::min(kMost, text.size() - done));
+    DWORD written = 0;
+    const BOOL shown =
+        WriteConsoleW(handleOf(stream), text.data() + done, count, &written, nullptr);
+    if (shown == 0 || written == 0) return false;
+    done += written;
+  }
+  return true;
+}
+
+bool userSpeaksGerman() {
+  const std::string_view language = environmentLanguage();
+  if (!language.empty()) return language.starts_with("de");
+  return PRIMARYLANGID(GetUserDefaultUILanguage()) == LANG_GERMAN;
+}
+
+}  // namespace quillon::console

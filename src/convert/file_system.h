@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <vector>
+
+namespace quillon::convert {
+
+/// What the program asks of the system's files. Paths may have any length and any characters;
+/// reasons are numbers of errno, 0 for success.
+
+enum class FileKind : std::uint8_t {
+  Missing,
+  Regular,
+  Folder,
+  Other,    ///< a device, a pipe
+  Unknown,  ///< cannot be found out
+};
+
+/// What stands at a path; links are followed.
+FileKind fileKind(const std::filesystem::path& path);
+
+/// True when both paths lead to the same file, which exists.
+bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b);
+
+/// One spelling for all paths of a file or folder, which need not exist.
+std::filesystem::path uniquePath(const std::filesystem::path& path);
+
+/// The paths of all that is in a folder, in the order of the system. `reason` says why it could not
+/// be listed; what was found until then is returned.
+std::vector<std::filesystem::path> listFolder(const std::filesystem::path& folder, int& reason);
+
+/// Makes a folder and those above it. True when it is there afterwards.
+bool makeFolders(const std::filesystem::path& folder);
+
+/// Where writing to this path really ends up: the target of a link.
+std::filesystem::path followLinks(const std::filesystem::path& path);
+
+/// Puts a new file in the place of another one of the same folder, in one step: at any moment one
+/// or the other is there as a whole. The new file gets the rights of the old one. The result is the
+/// reason of a failure; both files are then as they were.
+int replaceWith(const std::filesystem::path& target, const std::filesystem::path& newFile);
+
+/// Gives a new file the rights of an existing one, as far as this system keeps them in the file
+/// while it is written.
+void copyRights(const std::filesystem::path& from, const std::filesystem::path& to);
+
+/// Removes a file; that it cannot be removed does not matter.
+void removeFile(const std::filesystem::path& path);
+
+/// Has all that was written to a stream put on the disk. The result is the reason of a failure.
+int putOnDisk(std::FILE* stream);
+
+}  // namespace quillon::convert

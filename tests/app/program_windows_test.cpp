@@ -1,0 +1,131 @@
+// Names of files as Windows has them, and its console.
+#include <windows.h>
+
+#include "app/program_fixture.h"
+#include "convert/file_system.h"
+#include "convert/paths.h"
+
+namespace quillon::headless {
+namespace {
+
+namespace fs = std::filesystem;
+
+class WindowsPathTest : public ProgramTest {
+ protected:
+  /// Converts a drawing that is named in full, and expects its script beside it.
+  void expectConverted(const fs::path& drawing) {
+    ASSERT_TRUE(convert::makeFolders(drawing.parent_path()));
+    const std::string text = oneLine().text();
+    {
+      const convert::FileHandle file = convert::openFile(drawing, "wb");
+      ASSERT_NE(file, nullptr);
+      std::fwrite(text.data(), 1, text.size(), file.get());
+    }
+    const testing::ProgramResult result = run({convert::fromPath(drawing), "--name", "A"});
+    EXPECT_EQ(result.exitCode, 0) << result.error;
+    fs::path script = drawing;
+    script.replace_extension(".scr");
+    EXPECT_EQ(convert::readWholeFile(convert::fromPath(script)), lineScript("A"));
+    EXPECT_NE(result.error.find("SCRIPT '" + convert::fromPath(script) + "'\n"), std::string::npos)
+        << result.error;
+  }
+};
+
+TEST_F(WindowsPathTest, HasADriveAndBackslashes) {
+  const fs::path drawing = folder.path() / "in" / "part.dxf";
+  ASSERT_EQ(convert::fromPath(drawing).substr(1, 2), ":\\");
+  expectConverted(drawing);
+}
+
+TEST_F(WindowsPathTest, HasSlashesAsWell) {
+  write("part.dxf", oneLine());
+  EXPECT_EQ(run({"./part.dxf", "-o", "./PART.SCR"}).exitCode, 0);
+  EXPECT_TRUE(folder.has("part.scr"));
+}
+
+TEST_F(WindowsPathTest, HasUmlautsAndLettersThatNoCodePageHas) {
+  expectConverted(folder.path() / L"Gehäuse.dxf");
+  expectConverted(folder.path() / L"Ωμέγα 日本.dxf");
+}
+
+TEST_F(WindowsPathTest, IsLongerThan260Characters) {
+  fs::path drawing = folder.path();
+  for (int i = 0; i < 5; ++i) drawing /= std::string(100, static_cast<char>('a' + i));
+  expectConverted(drawing / L"Gehäuse.dxf");
+  int reason = 0;
+  EXPECT_EQ(convert::listFolder(drawing, reason).size(), 2U);
+  EXPECT_EQ(reason, 0);
+  // The drawings of a folder that is named in full.
+  const testing::ProgramResult result = run({convert::fromPath(drawing), "--force"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_TRUE(result.error.ends_with("1 of 1 drawings converted\n")) << result.error;
+  // What cleans up after tests knows no such paths.
+  for (const fs::path& path : convert::listFolder(drawing, reason)) convert::removeFile(path);
+  for (; drawing != folder.path(); drawing = drawing.parent_path()) {
+    EXPECT_NE(RemoveDirectoryW((L"\\\\?\\" + drawing.native()).c_str()), 0);
+  }
+}
+
+TEST_F(WindowsPathTest, OfADeviceIsWrittenDirectly) {
+  write("part.dxf", oneLine());
+  EXPECT_EQ(run({"part.dxf", "-o", "NUL", "--report", "NUL"}).exitCode, 0);
+  EXPECT_EQ(files(), Strings{"part.dxf"});
+}
+
+TEST_F(WindowsPathTest, DiffersFromAnotherNotByCase) {
+  write("part.dxf", oneLine());
+  EXPECT_EQ(run({"part.dxf", "--report", "PART.DXF", "--force"}).exitCode, 2);
+  EXPECT_EQ(run({"part.dxf", "-o", "PART.DXF", "--force"}).exitCode, 1);
+  EXPECT_EQ(folder.read("part.dxf"), oneLine().text());
+}
+
+TEST_F(WindowsPathTest, OfAScriptThatAnotherProgramHoldsIsAnErrorAndTheScriptStays) {
+  write("part.dxf", oneLine());
+  const std::string script = folder.write("part.scr", "old");
+  const HANDLE held = CreateFileA(script.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                  OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(held, INVALID_HANDLE_VALUE);
+  const testing::ProgramResult result = run({"part.dxf", "--force"});
+  CloseHandle(held);
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_NE(result.error.find("part.scr cannot be written: Permission denied."), std::string::npos)
+      << result.error;
+  EXPECT_EQ(folder.read("part.scr"), "old");
+  EXPECT_EQ(files(), (Strings{"part.dxf", "part.scr"}));
+}
+
+TEST_F(WindowsPathTest, OfAFolderIsNoScript) {
+  write("part.dxf", oneLine());
+  fs::create_directory(folder.path() / "part.scr");
+  const testing::ProgramResult result = run({"part.dxf", "--force"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_NE(result.error.find("part.scr cannot be written: Is a directory."), std::string::npos)
+      << result.error;
+}
+
+TEST_F(WindowsPathTest, IsTheUsersOwnFolderForAProgramAmongTheSystems) {
+  fs::create_directories(folder.path() / "programs/quillon");
+  fs::copy_file(QUILLON_CONVERT, folder.path() / "programs/quillon/program.exe");
+  const std::string frame = "[start]\n# mine\nendblock\n";
+  fs::create_directories(folder.path() / "data/Quillon");
+  folder.write("data/Quillon/quillon.cfh", frame);
+  call.program = folder.file("programs/quillon/program.exe");
+  call.environment = {"LANG=C", "APPDATA=" + folder.file("data")};
+  const auto usesFrame = [this] {
+    return run({"-", "--quiet"}, oneLine().text()).output.find("# mine") != std::string::npos;
+  };
+  EXPECT_FALSE(usesFrame());
+  call.environment.push_back("ProgramFiles=" + folder.file("PROGRAMS"));
+  EXPECT_TRUE(usesFrame());
+}
+
+TEST_F(WindowsPathTest, IsTakenFromTheCommandLineWithQuotesAndBlanks) {
+  write("a b.dxf", oneLine());
+  EXPECT_EQ(run({"a b.dxf", "-o", "c \"d\".scr"}).exitCode, 1);  // quotes are in no file's name
+  EXPECT_EQ(run({"a b.dxf", "-o", "c d\\"}).exitCode, 1);
+  EXPECT_EQ(run({"a b.dxf"}).exitCode, 0);
+  EXPECT_TRUE(folder.has("a b.scr"));
+}
+
+}  // namespace
+}  // namespace quillon::headless

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <chrono>
+#include <cstdio>
+#include <string>
+
+namespace quillon::testing {
+
+/// Takes rights away on systems where tests run with all of them.
+class Unprivileged {
+ public:
+  Unprivileged() {}
+};
+
+/// Seconds that have passed: the system's processor times are too coarse for short runs.
+inline double processorSeconds() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration<double>(now).count();
+}
+
+/// Both ends of a new pipe. False when there is none.
+inline bool openPipe(std::FILE*& reader, std::FILE*& writer) {
+  int ends[2];
+  if (_pipe(ends, 1U << 16, _O_BINARY | _O_NOINHERIT) != 0) return false;
+  reader = _fdopen(ends[0], "rb");
+  writer = _fdopen(ends[1], "wb");
+  return true;
+}
+
+// What follows, this system does not have; the tests that need it stand in skipped_tests.txt.
+
+inline int openFullDevice() { return -1; }
+
+inline bool makePipe(const std::string&) { return false; }
+
+}  // namespace quillon::testing
