@@ -197,6 +197,9 @@ bool scriptBesideDrawing(const Settings& settings) {
 convert::Surroundings surroundingsOf(const SettingsStore& store, int languageOffset) {
   convert::Surroundings surroundings;
   surroundings.languageOffset = languageOffset;
+  // Without a folder of the program the frame's lines come from memory, not from wherever the
+  // program was started.
+  if (store.programFolder().empty()) return surroundings;
   surroundings.frame.path = convert::fromPath(store.programFolder() / convert::kFrameFile);
   surroundings.frame.create = true;
   return surroundings;

@@ -64,8 +64,8 @@ bool pathsHaveDrives();
 /// in the current folder, since paths have no drives. The script goes beside the drawing then.
 bool scriptBesideDrawing(const Settings& settings);
 
-/// What the program adds to its jobs: the language, and the frame file of its folder, which is made
-/// when it is missing.
+/// What the program adds to its jobs: the language, and the frame file of its folder, if it has
+/// one, which is made when it is missing.
 convert::Surroundings surroundingsOf(const SettingsStore& store, int languageOffset);
 
 /// The job that the settings describe.

@@ -327,6 +327,15 @@ TEST_F(SettingsTest, AFullDiskLeavesTheFileAsItWas) {
   EXPECT_EQ(folder.entries(), 1U);
 }
 
+TEST_F(SettingsTest, WithoutAProgramFolderNoFrameFileIsMade) {
+  const convert::FrameSource nowhere = surroundingsOf(SettingsStore({}), 0).frame;
+  EXPECT_EQ(nowhere.path, "");
+  EXPECT_FALSE(nowhere.create);
+  const convert::FrameSource here = surroundingsOf(store, 0).frame;
+  EXPECT_EQ(here.path, folder.file("quillon.cfh"));
+  EXPECT_TRUE(here.create);
+}
+
 TEST_F(SettingsTest, TheJobHoldsEveryChoice) {
   const Settings settings = load(
       "dxffile=A\r\nscr=B\r\nlayerfile=C\r\nbrdsch=D\r\nbrd=1\r\nversion=0\r\nunit=3\r\n"
