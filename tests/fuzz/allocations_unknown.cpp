@@ -1,4 +1,4 @@
-// Without AddressSanitizer nobody counts allocations.
+// Where clang's AddressSanitizer is not there nobody counts allocations.
 #include "allocations.h"
 
 namespace quillon::fuzz {
