@@ -1,6 +1,5 @@
-# Builds for 64-bit Windows with the distribution's mingw-w64 (posix threads). Where the variable
-# QUILLON_WINDOWS_QT of CMake or of the environment names a static Qt for it, the windows are built
-# too.
+# Builds for 64-bit Windows with the distribution's mingw-w64 (posix threads). The variable
+# QUILLON_WINDOWS_QT names a static Qt for it, which the windows need.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
@@ -13,10 +12,12 @@ if(QUILLON_WINDOWS_QT)
   list(APPEND CMAKE_PREFIX_PATH ${QUILLON_WINDOWS_QT})
   # Qt's own tools run on this machine.
   set(QT_HOST_PATH /usr CACHE PATH "")
-  file(GLOB QUILLON_HOST_QT_CMAKE /usr/lib/*/cmake/Qt6 /usr/lib64/cmake/Qt6)
-  list(POP_FRONT QUILLON_HOST_QT_CMAKE QUILLON_HOST_QT_CMAKE)
-  cmake_path(GET QUILLON_HOST_QT_CMAKE PARENT_PATH QUILLON_HOST_QT_CMAKE)
-  set(QT_HOST_PATH_CMAKE_DIR ${QUILLON_HOST_QT_CMAKE} CACHE PATH "")
+  file(GLOB quillonHostQt /usr/lib/*/cmake/Qt6 /usr/lib64/cmake/Qt6)
+  if(quillonHostQt)
+    list(GET quillonHostQt 0 quillonHostQt)
+    get_filename_component(quillonHostQt ${quillonHostQt} DIRECTORY)
+    set(QT_HOST_PATH_CMAKE_DIR ${quillonHostQt} CACHE PATH "")
+  endif()
 endif()
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QUILLON_WINDOWS_QT)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform.h"
 #include "support/temp_folder.h"
 
 namespace quillon::headless {
@@ -48,7 +49,7 @@ TEST_F(PlanTest, PutsTheScriptBesideTheDrawing) {
   ASSERT_EQ(plan.conversions.size(), 1U);
   EXPECT_FALSE(plan.several);
   EXPECT_EQ(plan.conversions[0].job.dxfFile, "sub/a.b.dxf");
-  EXPECT_EQ(plan.conversions[0].job.scriptFile, "sub/a.b.scr");
+  EXPECT_EQ(testing::withSlashes(plan.conversions[0].job.scriptFile), "sub/a.b.scr");
   EXPECT_EQ(plan.conversions[0].job.drawingName, "a.b");
   EXPECT_EQ(plan.conversions[0].reportFile, "");
 }

@@ -319,9 +319,10 @@ TEST_F(ProgramTest, NamesTheWholePathOfTheScriptForEagle) {
   write(path + "part.dxf", oneLine());
   const testing::ProgramResult result = run({path + "part.dxf"});
   EXPECT_EQ(result.exitCode, 0);
-  EXPECT_NE(result.error.find("SCRIPT '" + std::filesystem::canonical(folder.path()).string() +
-                              "/" + path + "part.scr'\n"),
-            std::string::npos)
+  EXPECT_NE(
+      result.error.find("SCRIPT '" + std::filesystem::canonical(folder.path()).generic_string() +
+                        "/" + path + "part.scr'\n"),
+      std::string::npos)
       << result.error;
 }
 

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform.h"
 #include "support/dxf_builder.h"
 #include "support/program_run.h"
 #include "support/temp_folder.h"
@@ -26,7 +27,9 @@ class ProgramTest : public ::testing::Test {
 
   testing::ProgramResult run(Strings arguments, std::string_view input = {}) {
     call.arguments = std::move(arguments);
-    return testing::runProgram(call, input);
+    testing::ProgramResult result = testing::runProgram(call, input);
+    result.error = testing::withSlashes(result.error);
+    return result;
   }
 
   /// The line (0 0) to (1 2).
@@ -69,7 +72,7 @@ class ProgramTest : public ::testing::Test {
   std::string summary(const std::string& drawing, int entities, const std::string& script,
                       int lines) const {
     return summaryLines(drawing, entities, script, lines) + "In EAGLE type: SCRIPT '" +
-           std::filesystem::canonical(folder.path()).string() + "/" + script + "'\n";
+           std::filesystem::canonical(folder.path()).generic_string() + "/" + script + "'\n";
   }
   /// The same for one of several.
   static std::string summaryLines(const std::string& drawing, int entities,
@@ -85,7 +88,7 @@ class ProgramTest : public ::testing::Test {
   Strings files() const {
     Strings out;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path())) {
-      out.push_back(entry.path().lexically_relative(folder.path()).string());
+      out.push_back(entry.path().lexically_relative(folder.path()).generic_string());
     }
     std::sort(out.begin(), out.end());
     return out;
@@ -99,7 +102,7 @@ inline void expectResult(const testing::ProgramResult& result, int exitCode,
                          std::string_view output, std::string_view error) {
   EXPECT_EQ(result.exitCode, exitCode);
   EXPECT_EQ(result.output, output);
-  EXPECT_EQ(result.error, error);
+  EXPECT_EQ(result.error, testing::withSlashes(std::string(error)));
 }
 
 }  // namespace quillon::headless

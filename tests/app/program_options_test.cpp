@@ -235,7 +235,7 @@ TEST_F(OptionsTest, LanguageSpeaksGerman) {
   expectResult(run({"part.dxf", "--language", "de", "--report", "r.txt"}), 0, "",
                "part.dxf: 1 Elemente konvertiert\npart.scr: 11 Zeilen geschrieben\n"
                "In EAGLE eingeben: SCRIPT '" +
-                   std::filesystem::canonical(folder.path()).string() + "/part.scr'\n");
+                   std::filesystem::canonical(folder.path()).generic_string() + "/part.scr'\n");
   EXPECT_TRUE(folder.read("r.txt").starts_with("\r\nKonversionsreport \r\n"));
   expectResult(run({"part.dxf", "--language=de"}), 1, "",
                "quillon-convert: Fehler: part.scr existiert bereits. Mit --force wird die Datei "

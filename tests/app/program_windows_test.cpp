@@ -26,7 +26,9 @@ class WindowsPathTest : public ProgramTest {
     fs::path script = drawing;
     script.replace_extension(".scr");
     EXPECT_EQ(convert::readWholeFile(convert::fromPath(script)), lineScript("A"));
-    EXPECT_NE(result.error.find("SCRIPT '" + convert::fromPath(script) + "'\n"), std::string::npos)
+    EXPECT_NE(
+        result.error.find("SCRIPT '" + testing::withSlashes(convert::fromPath(script)) + "'\n"),
+        std::string::npos)
         << result.error;
   }
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/unattended/batch.h"
+#include "platform.h"
 #include "support/temp_folder.h"
 
 namespace quillon::unattended {
@@ -59,7 +60,8 @@ TEST_F(BatchTest, TakesTheDrawingsFolderFromAPathWithAStar) {
 
 TEST_F(BatchTest, TakesAPathWithoutAFolderFromTheCurrentOne) {
   settings.dxfFile = "any.dxf";
-  EXPECT_EQ(listBatch(settings, store).folder, fs::current_path().string() + "/");
+  EXPECT_EQ(testing::withSlashes(listBatch(settings, store).folder),
+            fs::current_path().generic_string() + "/");
 }
 
 TEST_F(BatchTest, AnEmptyPathMeansTheProgramFolder) {

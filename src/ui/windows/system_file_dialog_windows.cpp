@@ -5,13 +5,15 @@
 #include <commdlg.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace quillon::ui {
 namespace {
 
-static_assert(OPENFILENAME_SIZE_VERSION_400A == (sizeof(void*) == 4 ? 76 : 136));
+// The version 4.00 of the structure ends where later ones go on.
+static_assert(offsetof(OPENFILENAMEA, pvReserved) == (sizeof(void*) == 4 ? 76 : 136));
 
 /// A text of the record in the system's code page, NUL characters included.
 std::string ansi(const QString& text) { return text.toLocal8Bit().toStdString(); }

@@ -31,6 +31,9 @@ class Unprivileged {
   bool dropped_ = false;
 };
 
+/// What a program says, with "/" in its paths.
+inline std::string withSlashes(std::string text) { return text; }
+
 /// Processor time of this process so far.
 inline double processorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 

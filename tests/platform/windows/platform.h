@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <string>
@@ -14,6 +15,12 @@ class Unprivileged {
  public:
   Unprivileged() {}
 };
+
+/// What a program says, with "/" in its paths.
+inline std::string withSlashes(std::string text) {
+  std::replace(text.begin(), text.end(), '\\', '/');
+  return text;
+}
 
 /// Seconds that have passed: the system's processor times are too coarse for short runs.
 inline double processorSeconds() {

@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <QRadioButton>
 
+#include "convert/paths.h"
 #include "ui/windows/window_fixture.h"
 
 namespace quillon::ui {
