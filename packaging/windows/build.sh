@@ -102,7 +102,7 @@ install_for
 for step in "${steps[@]}"; do
   case $step in
     build) build ;;
-    test) if [ -n "$qt" ]; then QT_QPA_PLATFORM=windows with_display run_tests; else run_tests; fi ;;
+    test) if [ -n "$qt" ]; then with_display run_tests; else run_tests; fi ;;
     package) with_display packaging/windows/package.sh build/windows ;;
   esac
 done

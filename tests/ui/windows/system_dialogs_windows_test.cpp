@@ -1,0 +1,140 @@
+// The system's own dialogs, shell and help on Windows.
+#include <windows.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <chrono>
+#include <optional>
+#include <string>
+#include <thread>
+
+#include "convert/paths.h"
+#include "ui/windows/file_dialog.h"
+#include "ui/windows/help_viewer.h"
+#include "ui/windows/shell.h"
+#include "ui/windows/system_file_dialog.h"
+#include "ui/windows/system_help.h"
+#include "ui/windows/system_shell.h"
+#include "ui/windows/window_fixture.h"
+
+namespace quillon::ui {
+namespace {
+
+/// What a user does with the next system dialog of a title, from a thread of his own: the dialog
+/// has a loop of its own.
+class DialogUser {
+ public:
+  DialogUser(const char* title, int button, std::optional<std::string> name = {})
+      : thread_([this, title, button, name] {
+          const HWND dialog = waitFor(title);
+          if (dialog == nullptr) return;
+          seen_ = true;
+          // The name stands in a list with a field, or in a field alone (cmb13 and edt1).
+          constexpr int kNameList = 0x47C;
+          constexpr int kNameField = 0x480;
+          const bool hasList = IsWindowVisible(GetDlgItem(dialog, kNameList)) != 0;
+          if (name) SetDlgItemTextA(dialog, hasList ? kNameList : kNameField, name->c_str());
+          std::this_thread::sleep_for(std::chrono::milliseconds(100));
+          PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        }) {}
+
+  /// True when the dialog had opened.
+  bool seen() {
+    if (thread_.joinable()) thread_.join();
+    return seen_;
+  }
+
+ private:
+  static HWND waitFor(const char* title) {
+    for (int i = 0; i < 400; ++i) {
+      const HWND dialog = FindWindowA("#32770", title);
+      if (dialog != nullptr && IsWindowVisible(dialog) != 0) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));  // it fills its lists
+        return dialog;
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return nullptr;
+  }
+
+  bool seen_ = false;
+  std::jthread thread_;
+};
+
+class SystemDialogTest : public WindowTest {
+ protected:
+  ObjFiledialog dialogFor(const char* title, const char* suffix) const {
+    ObjFiledialog dialog;
+    dialog.DialogTitle = title;
+    dialog.Filter1Text = "Files";
+    dialog.Filter1Suffix = suffix;
+    dialog.InitDir = QDir::toNativeSeparators(toQt(folder.path().string()));
+    return dialog;
+  }
+  static QString sameForm(const QString& path) {
+    return QDir::fromNativeSeparators(path).toLower();
+  }
+};
+
+TEST_F(SystemDialogTest, OpenGivesTheFileThatIsChosen) {
+  const std::filesystem::path drawing = folder.path() / L"Gehäuse.dxf";
+  ASSERT_NE(convert::openFile(drawing, "wb"), nullptr);
+  ObjFiledialog dialog = dialogFor("Quillon opens", "*.dxf");
+  dialog.Flags = kOpenFlags;
+  DialogUser user("Quillon opens", IDOK, "Geh\xE4use.dxf");
+  const QString chosen = dialog.ShowOpen(nullptr);
+  EXPECT_TRUE(user.seen());
+  EXPECT_EQ(sameForm(chosen), sameForm(toQt(convert::fromPath(drawing))));
+  EXPECT_EQ(dialog.Filename(), chosen);
+}
+
+TEST_F(SystemDialogTest, OpenTakesThePresetAndTheFlags) {
+  folder.write("part.dxf", "x");
+  ObjFiledialog dialog = dialogFor("Quillon presets", "*.dxf");
+  dialog.setFilename(path("part.dxf"));
+  DialogUser user("Quillon presets", IDOK);
+  EXPECT_EQ(sameForm(dialog.ShowOpen(nullptr)), sameForm(path("part.dxf")));
+  EXPECT_TRUE(user.seen());
+}
+
+TEST_F(SystemDialogTest, SaveGivesANewNameWithTheDefaultExtension) {
+  ObjFiledialog dialog = dialogFor("Quillon saves", "*.scr");
+  dialog.Flags = kNameFlags;
+  dialog.DefaultExt = "scr";
+  DialogUser user("Quillon saves", IDOK, "new");
+  EXPECT_EQ(sameForm(dialog.ShowSave(nullptr)), sameForm(path("new.scr")));
+  EXPECT_TRUE(user.seen());
+}
+
+TEST_F(SystemDialogTest, ACancelledDialogGivesNoName) {
+  ObjFiledialog open = dialogFor("Quillon cancels", "*.dxf");
+  {
+    DialogUser user("Quillon cancels", IDCANCEL);
+    EXPECT_EQ(open.ShowOpen(nullptr), "");
+    EXPECT_TRUE(user.seen());
+  }
+  ObjFiledialog save = dialogFor("Quillon cancels too", "*.dxf");
+  DialogUser user("Quillon cancels too", IDCANCEL);
+  EXPECT_EQ(save.ShowSave(nullptr), "");
+  EXPECT_TRUE(user.seen());
+}
+
+TEST_F(SystemDialogTest, TheRecordHasTheSizeOfItsVersion) {
+  EXPECT_EQ(FileDialogRecord().structureSize, 136);
+}
+
+TEST_F(SystemDialogTest, TheShellSaysWhyItCannotOpenAFile) {
+  EXPECT_EQ(runSystemShell(
+                {QDir::toNativeSeparators(path("none.txt")), kShowNormal, {}, {}, "open"}, nullptr),
+            2);
+  ShellRequest request;
+  request.file = path("none.txt");
+  EXPECT_THROW(ShellEx(context, request, nullptr), ShellError);
+}
+
+TEST_F(SystemDialogTest, HelpWithoutACompiledFileIsLeftToThePages) {
+  EXPECT_FALSE(showSystemHelp(toQt(folder.path().string()), 1000, nullptr));
+}
+
+}  // namespace
+}  // namespace quillon::ui
