@@ -3,6 +3,7 @@
 #include <QDropEvent>
 #include <QMimeData>
 
+#include "app/window/application.h"
 #include "ui/windows/error_window.h"
 #include "ui/windows/file_dialog.h"
 #include "ui/windows/language_dialog.h"
@@ -176,6 +177,26 @@ TEST_F(FaultsTest, InTheFileDialog) {
   ObjFiledialog dialog(context);
   expectFault("ObjFiledialog", "ShowOpen", [&] { EXPECT_EQ(dialog.ShowOpen(nullptr), ""); });
   expectFault("ObjFiledialog", "ShowSave", [&] { EXPECT_EQ(dialog.ShowSave(nullptr), ""); });
+}
+
+/// An object whose handler of events has no trap of its own.
+class Untrapped : public QObject {
+ public:
+  bool event(QEvent*) override { throw std::runtime_error("injected"); }
+};
+
+TEST_F(FaultsTest, InAnyOtherHandlerIsReportedByTheApplication) {
+  auto& app = static_cast<window::Application&>(*QCoreApplication::instance());
+  app.setFaults(&faults);
+  whenFault("cmdContinue_2");
+  Untrapped receiver;
+  QEvent event(QEvent::User);
+  EXPECT_FALSE(QCoreApplication::sendEvent(&receiver, &event));
+  app.setFaults(nullptr);
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_EQ(fromQt(shownModule), "Application");
+  EXPECT_EQ(fromQt(shownProcedure), "notify");
+  EXPECT_EQ(fromQt(shownText), "injected");
 }
 
 TEST_F(FaultsTest, RetryDoesWhatTheButtonDoes) {

@@ -2,12 +2,12 @@
 // where Qt knows only the system's own windows.
 #include <gtest/gtest.h>
 
-#include <QApplication>
+#include "app/window/application.h"
 
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   qputenv("QT_QPA_PLATFORM", QUILLON_TEST_PLATFORM);
   qputenv("QT_LOGGING_RULES", "*.debug=false");
-  const QApplication app(argc, argv);
+  const quillon::window::Application app(argc, argv);
   return RUN_ALL_TESTS();
 }
