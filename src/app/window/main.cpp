@@ -85,8 +85,9 @@ int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
   faults.SetProgInfo(errors::programVersion());
   context.faults = &faults;
   app.setFaults(&faults);
-  const errors::CrashReporting crashes(faults,
-                                       errors::crashNotice(program, context.LanguageOffset));
+  // The windows load their language later, behind the splash.
+  const errors::CrashReporting crashes(
+      faults, errors::crashNotice(program, settings::loadLanguage(context.store)));
   int exitCode = ui::kEndedByError;
   const unsigned allowed =
       start.unattended() ? errors::kMayLeave : errors::kMayRetry | errors::kMayEnd;

@@ -57,7 +57,8 @@ TEST_F(ErrorWindowTest, ShowsTheErrorAndHowItWasReached) {
     EXPECT_EQ(text(window, "lblError_2"), "befStart_Click");
     EXPECT_GT(text(window, "lblError_3").toInt(), 0);
     EXPECT_FALSE(text(window, "lblComment").isEmpty());
-    EXPECT_NE(&find<QGroupBox>(window, "framComment"), nullptr);
+    EXPECT_TRUE(
+        find<QGroupBox>(window, "framComment").isAncestorOf(&find<QLabel>(window, "lblComment")));
     EXPECT_EQ(find<QGroupBox>(window, "framCallStack").title(), "CallStack:");
     auto& list = find<QListWidget>(window, "lstCallStack");
     ASSERT_EQ(list.count(), 1);
