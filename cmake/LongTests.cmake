@@ -1,6 +1,8 @@
 # Tests that take minutes. They have the label "long": the test presets other than "long" leave
 # them out.
-find_program(QUILLON_VALGRIND valgrind)
+if(NOT CMAKE_CROSSCOMPILING)
+  find_program(QUILLON_VALGRIND valgrind)
+endif()
 
 # quillon_long_test(<name> <library> <sources…>): a test program of cases that each take a minute,
 # or more than 100 megabytes of disk.

@@ -23,6 +23,7 @@ add_library(quillon_windows STATIC
   ui/windows/save_failure.cpp
   ui/windows/shell.cpp
   ui/windows/splash.cpp
+  ui/windows/qt_file_dialog.cpp
   ui/windows/system_file_dialog_${QUILLON_PLATFORM}.cpp
   ui/windows/system_help_${QUILLON_PLATFORM}.cpp
   ui/windows/system_shell_${QUILLON_PLATFORM}.cpp

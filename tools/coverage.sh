@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes pages of the engine's lines that the tests have reached, and fails when they are too few.
-# Takes the folder of a build of the preset "coverage" in which the tests have run.
+# Takes the folder of a build of the preset "asan" in which the tests have run.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build=$1
@@ -12,7 +12,7 @@ engine=$build/engine.info
 lcov --quiet --capture --directory "$build" --base-directory "$root" --no-external \
   --output-file "$all"
 lcov --quiet --output-file "$engine" --extract "$all" "$root/src/dxf/*" "$root/src/emit/*" \
-  "$root/src/convert/*" "$root/src/ui/resources/*" "$root/src/ui/settings/*"
+  "$root/src/convert/*" "$root/src/errors/*" "$root/src/ui/resources/*" "$root/src/ui/settings/*"
 rm -rf "$build/report"
 genhtml --quiet --prefix "$root" --title Quillon --output-directory "$build/report" "$engine"
 

@@ -61,7 +61,10 @@ install_for() {
   if has_step test || has_step package; then
     need_file wine64 "/usr/lib/wine/wine64"
     need_file wine "/usr/bin/wine"
-    if [ -n "$qt" ]; then need_command xvfb Xvfb; fi
+    if [ -n "$qt" ]; then
+      need_command xvfb Xvfb
+      need_command openbox openbox
+    fi
   fi
   if has_step package; then
     need_command nsis makensis
@@ -83,12 +86,15 @@ build() {
 
 # with_display COMMAND...: runs a command with a display of its own, which nobody sees.
 with_display() {
-  local number server result=0
+  local number server manager result=0
   coproc SERVER { exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp 2>/dev/null; }
   server=$SERVER_PID
   read -r -t 60 number <&"${SERVER[0]}" || die "Xvfb does not start"
+  # Wine waits for seconds at each window that it closes where nobody manages windows.
+  DISPLAY=:$number openbox >/dev/null 2>&1 &
+  manager=$!
   DISPLAY=:$number "$@" || result=$?
-  kill "$server"
+  kill "$manager" "$server" 2>/dev/null || true
   wait "$server" 2>/dev/null || true
   return "$result"
 }

@@ -6,8 +6,9 @@ set -euo pipefail
 export LC_ALL=C.UTF-8
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEPREFIX=${WINEPREFIX:-$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/../../build/wine}
-# Wine would offer to download what these two need, and nothing here needs them.
-export WINEDLLOVERRIDES="mscoree=;mshtml=${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
+# Wine would offer to download what the first two need, and nothing here needs them; its debugger
+# would keep a program that crashes from ending.
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winedbg.exe=d${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
 
 find_wine() {
   local candidate
@@ -28,6 +29,10 @@ prepare_folder() {
     local font
     for font in /usr/share/fonts/truetype/dejavu/*.ttf; do
       if [ -e "$font" ]; then cp "$font" "$WINEPREFIX/drive_c/windows/Fonts/"; fi
+    done
+    for font in "Segoe UI" "MS Shell Dlg" "MS Shell Dlg 2" "MS Sans Serif" Tahoma; do
+      "$wine" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d "DejaVu Sans" /f \
+        >/dev/null 2>&1 9>&-
     done
     touch "$WINEPREFIX/ready"
   fi

@@ -1,3 +1,5 @@
+#include "convert/file_system_windows.h"
+
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
@@ -55,20 +57,6 @@ int reasonOf(DWORD error) {
   }
 }
 
-/// A path in the form that has no limit of length. Short ones stay as they are: names of devices
-/// mean nothing in the other form.
-std::wstring unlimited(const fs::path& path) {
-  constexpr std::size_t kLongestPlain = 240;  // a folder's limit, 248, is below that of a file
-  std::wstring whole = path.native();
-  const DWORD size = GetFullPathNameW(whole.c_str(), 0, nullptr, nullptr);
-  if (size <= kLongestPlain || whole.starts_with(L"\\\\?\\")) return whole;
-  std::wstring full(size, L'\0');
-  full.resize(GetFullPathNameW(whole.c_str(), size, full.data(), nullptr));
-  if (full.empty()) return whole;
-  if (full.starts_with(L"\\\\")) return L"\\\\?\\UNC" + full.substr(1);
-  return L"\\\\?\\" + full;
-}
-
 /// Opens a file or folder to learn about it; needs no right to read it.
 Handle openToLook(const fs::path& path) {
   const HANDLE handle = CreateFileW(unlimited(path).c_str(), 0,
@@ -102,6 +90,18 @@ std::wstring upperCased(std::wstring text) {
 }
 
 }  // namespace
+
+std::wstring unlimited(const fs::path& path) {
+  constexpr std::size_t kLongestPlain = 240;  // a folder's limit, 248, is below that of a file
+  std::wstring whole = path.native();
+  const DWORD size = GetFullPathNameW(whole.c_str(), 0, nullptr, nullptr);
+  if (size <= kLongestPlain || whole.starts_with(L"\\\\?\\")) return whole;
+  std::wstring full(size, L'\0');
+  full.resize(GetFullPathNameW(whole.c_str(), size, full.data(), nullptr));
+  if (full.empty()) return whole;
+  if (full.starts_with(L"\\\\")) return L"\\\\?\\UNC" + full.substr(1);
+  return L"\\\\?\\" + full;
+}
 
 FileHandle openFile(const fs::path& path, const char* mode) {
   const std::string_view wanted(mode);

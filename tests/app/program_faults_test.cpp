@@ -15,7 +15,7 @@ class FaultTest : public ProgramTest {
   /// A drawing whose script has more than 128 KiB.
   static testing::DxfBuilder large() {
     testing::DxfBuilder dxf;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < 5000; ++i) {
       dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "2"}});
     }
     return dxf;
@@ -84,7 +84,7 @@ TEST_F(FaultTest, ADiskThatGetsFullLeavesTheOldReport) {
 TEST_F(FaultTest, AFileThatCannotGrowLeavesTheOldScript) {
   write("part.dxf", large());
   folder.write("part.scr", "old");
-  call.largestFile = std::uint64_t{64} << 10;
+  call.largestFile = std::uint64_t{200} << 10;
   const ProgramResult result = run({"part.dxf", "--force"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.error,

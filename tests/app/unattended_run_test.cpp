@@ -2,6 +2,7 @@
 #include <thread>
 
 #include "app/program_fixture.h"
+#include "platform.h"
 
 namespace quillon::headless {
 namespace {
@@ -220,7 +221,9 @@ TEST_F(UnattendedTest, AnExistingFileAsTheOnlyArgumentIsNoOption) {
 /// The same program where there is a display: the progress dialog shows, nothing else does.
 class WindowRunTest : public UnattendedTest {
  protected:
-  WindowRunTest() { call.environment.emplace_back("QT_QPA_PLATFORM=offscreen"); }
+  WindowRunTest() {
+    call.environment.push_back(std::string("QT_QPA_PLATFORM=") + testing::kQtPlatform);
+  }
 };
 
 TEST_F(WindowRunTest, ConvertsOneDrawingBehindTheSplash) {

@@ -2,6 +2,7 @@
 
 #include "errors/program.h"
 #include "errors/scribe_fixture.h"
+#include "platform.h"
 
 namespace quillon::errors {
 namespace {
@@ -41,7 +42,7 @@ TEST_F(FaultPrinterTest, SpeaksTheLanguageOfTheProgram) {
   language = resources::kGerman;
   fail(folder.path());
   EXPECT_TRUE(printed.starts_with("quillon: Fehler 7 in UnattendedRun.convert: ")) << printed;
-  EXPECT_EQ(crashNotice(thisProgram("quillon", "/x"), resources::kGerman),
+  EXPECT_EQ(testing::withSlashes(crashNotice(thisProgram("quillon", "/x"), resources::kGerman)),
             "quillon: Das Programm ist abgestürzt. Das Fehlerprotokoll steht in der Datei "
             "'/x/quillon.ERR'.\n");
 }

@@ -28,23 +28,31 @@ class TempFolder {
   TempFolder& operator=(const TempFolder&) = delete;
 
   const std::filesystem::path& path() const { return path_; }
-  std::string file(std::string_view name) const { return (path_ / name).string(); }
+  /// The path of a file in it, in UTF-8 and with the system's separators; names are UTF-8 too.
+  std::string file(std::string_view name) const {
+    const std::u8string path = pathOf(name).make_preferred().u8string();
+    return {path.begin(), path.end()};
+  }
 
   std::string write(std::string_view name, std::string_view bytes) const {
-    std::ofstream(path_ / name, std::ios::binary) << bytes;
+    std::ofstream(pathOf(name), std::ios::binary) << bytes;
     return file(name);
   }
   std::string read(std::string_view name) const {
-    std::ifstream in(path_ / name, std::ios::binary);
+    std::ifstream in(pathOf(name), std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
   }
-  bool has(std::string_view name) const { return std::filesystem::exists(path_ / name); }
+  bool has(std::string_view name) const { return std::filesystem::exists(pathOf(name)); }
   /// Number of entries in the folder.
   std::size_t entries() const {
     return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
   }
 
  private:
+  std::filesystem::path pathOf(std::string_view name) const {
+    return path_ / std::u8string(name.begin(), name.end());
+  }
+
   std::filesystem::path path_;
 };
 

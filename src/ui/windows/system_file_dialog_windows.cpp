@@ -4,10 +4,13 @@
 // In this order.
 #include <commdlg.h>
 
+#include <QCoreApplication>
 #include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
+
+#include "ui/windows/qt_file_dialog.h"
 
 namespace quillon::ui {
 namespace {
@@ -30,6 +33,9 @@ std::vector<char> nameBuffer(const QString& preset) {
 }  // namespace
 
 QString runSystemFileDialog(const FileDialogRecord& record, bool save, QWidget* owner) {
+  if (QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs)) {
+    return runQtFileDialog(record, save, owner);
+  }
   const std::string filter = ansi(record.filter);
   const std::string initDir = ansi(record.initDir);
   const std::string title = ansi(record.title);

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <string>
 
@@ -31,11 +32,20 @@ class Unprivileged {
   bool dropped_ = false;
 };
 
+/// The plugin that Qt shows windows with in tests.
+inline constexpr const char* kQtPlatform = "offscreen";
+
 /// What a program says, with "/" in its paths.
 inline std::string withSlashes(std::string text) { return text; }
 
 /// Processor time of this process so far.
 inline double processorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
+
+/// Local times are those of UTC from now on.
+inline void useUniversalTime() {
+  ::setenv("TZ", "UTC0", 1);
+  ::tzset();
+}
 
 /// A descriptor of a device that takes nothing.
 inline int openFullDevice() { return open("/dev/full", O_WRONLY | O_CLOEXEC); }

@@ -35,6 +35,11 @@ class RunningProgram {
         environment.push_back(std::string(name) + "=" + value);
       }
     }
+    if (call.unprivileged) {
+      // A build that counts lines writes its counts at the end, for which this needs a place.
+      std::filesystem::permissions(streams_.path(), std::filesystem::perms::all);
+      environment.push_back("GCOV_PREFIX=" + streams_.path().string());
+    }
     const std::vector<char*> argv = pointers(words);
     const std::vector<char*> envp = pointers(environment);
     const std::string output = streams_.file("output");

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <ctime>
 #include <string>
 
 namespace quillon::testing {
@@ -15,6 +17,9 @@ class Unprivileged {
  public:
   Unprivileged() {}
 };
+
+/// The plugin that Qt shows windows with in tests.
+inline constexpr const char* kQtPlatform = "windows";
 
 /// What a program says, with "/" in its paths.
 inline std::string withSlashes(std::string text) {
@@ -26,6 +31,12 @@ inline std::string withSlashes(std::string text) {
 inline double processorSeconds() {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   return std::chrono::duration<double>(now).count();
+}
+
+/// Local times are those of UTC from now on.
+inline void useUniversalTime() {
+  _putenv_s("TZ", "UTC0");
+  _tzset();
 }
 
 /// Both ends of a new pipe. False when there is none.

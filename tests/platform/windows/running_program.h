@@ -17,6 +17,9 @@ namespace quillon::testing {
 /// are files outside the program's working folder.
 class RunningProgram {
  public:
+  /// Exit code of a program that did not end by itself.
+  static constexpr UINT kHung = 9999;
+
   explicit RunningProgram(const ProgramCall& call) {
     SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     HANDLE input = nullptr;
@@ -36,8 +39,9 @@ class RunningProgram {
         CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
                        CREATE_NEW_PROCESS_GROUP | CREATE_UNICODE_ENVIRONMENT, environment.data(),
                        call.folder.empty() ? nullptr : call.folder.c_str(), &start, &process_);
+    const DWORD error = GetLastError();
     for (const HANDLE handle : {input, start.hStdOutput, start.hStdError}) CloseHandle(handle);
-    if (started == 0) throw std::runtime_error("no process");
+    if (started == 0) throw std::runtime_error("no process: " + std::to_string(error));
   }
   ~RunningProgram() {
     closeInput();
@@ -87,21 +91,26 @@ class RunningProgram {
     }
     return out.append(backslashes, L'\\') + L"\"";
   }
-  /// What is asked for, and what the system itself needs.
+  /// What is asked for, and what the system itself, or its windows, need.
   static std::wstring environmentBlock(const std::vector<std::string>& variables) {
     std::wstring block;
     for (const std::string& variable : variables) block += wide(variable) + L'\0';
-    for (const wchar_t* const name : {L"SystemRoot", L"SystemDrive", L"TEMP", L"PATH"}) {
+    for (const wchar_t* const name :
+         {L"SystemRoot", L"SystemDrive", L"TEMP", L"PATH", L"USERPROFILE", L"DISPLAY"}) {
       std::wstring value(32768, L'\0');
       value.resize(GetEnvironmentVariableW(name, value.data(), 32768));
-      block += std::wstring(name) + L"=" + value + L'\0';
+      if (!value.empty()) block += std::wstring(name) + L"=" + value + L'\0';
     }
     return block + L'\0';
   }
 
   DWORD wait() {
+    constexpr DWORD kLongest = 120'000;  // milliseconds; a program that hangs fails its test
     DWORD code = 0;
-    WaitForSingleObject(process_.hProcess, INFINITE);
+    if (WaitForSingleObject(process_.hProcess, kLongest) == WAIT_TIMEOUT) {
+      TerminateProcess(process_.hProcess, kHung);
+      WaitForSingleObject(process_.hProcess, INFINITE);
+    }
     GetExitCodeProcess(process_.hProcess, &code);
     CloseHandle(process_.hProcess);
     CloseHandle(process_.hThread);

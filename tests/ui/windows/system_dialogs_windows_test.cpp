@@ -63,14 +63,23 @@ class DialogUser {
 
 class SystemDialogTest : public WindowTest {
  protected:
-  ObjFiledialog dialogFor(const char* title, const char* suffix) const {
-    ObjFiledialog dialog;
+  SystemDialogTest() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs, false); }
+  ~SystemDialogTest() override {
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    std::filesystem::current_path(workingFolder);  // dialogs take theirs for it
+  }
+
+  ObjFiledialog dialogFor(const char* title, const char* suffix) {
+    ObjFiledialog dialog(context);
     dialog.DialogTitle = title;
     dialog.Filter1Text = "Files";
     dialog.Filter1Suffix = suffix;
     dialog.InitDir = QDir::toNativeSeparators(toQt(folder.path().string()));
     return dialog;
   }
+
+  std::filesystem::path workingFolder = std::filesystem::current_path();
+
   static QString sameForm(const QString& path) {
     return QDir::fromNativeSeparators(path).toLower();
   }

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "app/window/application.h"
+#include "platform.h"
 
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
-  qputenv("QT_QPA_PLATFORM", QUILLON_TEST_PLATFORM);
+  qputenv("QT_QPA_PLATFORM", quillon::testing::kQtPlatform);
+  // Tests choose in Qt's own file dialog; those of the system have tests of their own.
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   qputenv("QT_LOGGING_RULES", "*.debug=false");
   const quillon::window::Application app(argc, argv);
   return RUN_ALL_TESTS();

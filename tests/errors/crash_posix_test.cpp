@@ -1,17 +1,15 @@
-#include "errors/crash.h"
-
 #include <csignal>
 #include <exception>
 #include <stdexcept>
 
-#include "errors/crash_protocol.h"
+#include "errors/crash.h"
 #include "errors/scribe_fixture.h"
 
 namespace quillon::errors {
 namespace {
 
 /// Crashes happen in a child process.
-class CrashTest : public ScribeTest {
+class CrashDeathTest : public ScribeTest {
  protected:
   void crash(const std::function<void()>& how) {
     const CrashReporting crashes(faults, "see the protocol\n");
@@ -20,7 +18,6 @@ class CrashTest : public ScribeTest {
     how();
   }
 };
-using CrashDeathTest = CrashTest;
 
 TEST_F(CrashDeathTest, WritesTheProtocolAndEndsAsTheSignalDoes) {
   EXPECT_EXIT(crash([] { std::raise(SIGSEGV); }), ::testing::KilledBySignal(SIGSEGV),
@@ -65,28 +62,6 @@ TEST_F(CrashDeathTest, BelongsToTheSystemAgainAfterwards) {
       },
       ::testing::KilledBySignal(SIGSEGV), "");
   EXPECT_FALSE(folder.has("quillon.ERR"));
-}
-
-TEST_F(CrashTest, ProtocolHasDateAndTimeOfTheCrash) {
-  ::setenv("TZ", "UTC0", 1);
-  ::tzset();
-  const CrashProtocol protocol(faults, "");
-  FixedSink sink;
-  protocol.write("SIGBUS", 7, 1795274433, sink);
-  EXPECT_NE(sink.text().find("Datum/Uhrzeit:\t2026-11-21 / 15:20:33\r\n"), std::string_view::npos)
-      << sink.text();
-  EXPECT_NE(sink.text().find("Zeilen-Nr.:\t0\r\n"), std::string_view::npos);
-}
-
-TEST(FixedText, PadsNumbersAndCutsWhatIsTooLong) {
-  EXPECT_EQ(FixedText().number(7, 2).text(":").number(1234567890123U).view(), "07:1234567890123");
-  EXPECT_EQ(FixedText().text(std::string(100, 'x')).view(), std::string(64, 'x'));
-}
-
-TEST(FixedSink, CutsWhatIsTooLong) {
-  FixedSink sink;
-  for (int i = 0; i < 1000; ++i) sink.append(std::string(100, 'x'));
-  EXPECT_EQ(sink.text().size(), 32768U);
 }
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include "convert/temporary_file.h"
-
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -8,6 +6,7 @@
 
 #include "convert/driver.h"
 #include "convert/output_file.h"
+#include "convert/temporary_file.h"
 #include "full_disk.h"
 #include "support/conversion.h"
 #include "support/dxf_builder.h"

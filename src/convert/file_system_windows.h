@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace quillon::convert {
+
+/// A path in the form that has no limit of length. Short ones stay as they are: names of devices
+/// mean nothing in the other form.
+std::wstring unlimited(const std::filesystem::path& path);
+
+}  // namespace quillon::convert

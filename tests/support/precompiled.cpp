@@ -1,0 +1,1 @@
+// A source for the headers that tests share; see the list of tests.
