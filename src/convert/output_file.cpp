@@ -45,6 +45,8 @@ OutputFile::OutputFile(const fs::path& target, bool mayWriteDirectly)
 OutputFile::OutputFile(std::FILE* stream) : stream_(stream) {}
 
 OutputFile::~OutputFile() {
+  // What a stream of somebody else was given must not come out after what is written next.
+  if (file_ == nullptr && stream_ != nullptr) std::fflush(stream_);
   file_.reset();
   if (!temporary_.empty()) removeFile(temporary_);
 }
@@ -73,6 +75,7 @@ void OutputFile::sync() {
 void OutputFile::commit() {
   if (std::fflush(stream_) != 0) throw WriteError(errno);
   if (file_ == nullptr) return;
+  stream_ = nullptr;
   if (std::fclose(file_.release()) != 0) throw WriteError(errno);
   if (temporary_.empty()) return;
   const int reason = replaceWith(target_, temporary_);

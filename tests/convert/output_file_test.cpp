@@ -186,6 +186,16 @@ TEST_F(OutputFileTest, AStreamOfTheProcessStaysOpen) {
   EXPECT_EQ(folder.read("stream"), "one two");
 }
 
+TEST_F(OutputFileTest, AStreamOfTheProcessHasAllBytesAlsoWithoutACommit) {
+  const FileHandle stream = openFile(folder.path() / "stream", "wb");
+  ASSERT_NE(stream, nullptr);
+  {
+    OutputFile file(stream.get());
+    file.write("cut off");
+  }
+  EXPECT_EQ(folder.read("stream"), "cut off");
+}
+
 TEST_F(OutputFileTest, AStreamThatCannotTakeItsBytesIsAnError) {
   std::FILE* const stream = std::fopen("/dev/full", "wb");
   ASSERT_NE(stream, nullptr);
