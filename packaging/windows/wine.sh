@@ -34,6 +34,8 @@ prepare_folder() {
       "$wine" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d "DejaVu Sans" /f \
         >/dev/null 2>&1 9>&-
     done
+    "$wine" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "Courier New" \
+      /d "DejaVu Sans Mono" /f >/dev/null 2>&1 9>&-
     touch "$WINEPREFIX/ready"
   fi
   exec 9>&-
