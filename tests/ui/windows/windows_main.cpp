@@ -8,6 +8,10 @@
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   qputenv("QT_QPA_PLATFORM", quillon::testing::kQtPlatform);
+  // A variable of our own: Wine keeps those of Qt to itself.
+  if (qEnvironmentVariableIsSet("QUILLON_SCALE")) {
+    qputenv("QT_SCALE_FACTOR", qgetenv("QUILLON_SCALE"));
+  }
   // Tests choose in Qt's own file dialog; those of the system have tests of their own.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   qputenv("QT_LOGGING_RULES", "*.debug=false");
