@@ -1,15 +1,6 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
-
-#include "convert/driver.h"
-#include "convert/output_file.h"
 #include "convert/temporary_file.h"
-#include "full_disk.h"
-#include "support/conversion.h"
-#include "support/dxf_builder.h"
 #include "support/temp_folder.h"
 
 namespace quillon::convert {
@@ -17,43 +8,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class TemporaryFileTest : public ::testing::Test {
- protected:
-  /// Leaves what a writer leaves that is killed.
-  void killAWriter() const {
-    const pid_t writer = fork();
-    if (writer == 0) {
-      OutputFile file(folder.path() / "killed.scr");
-      file.write("half of it");
-      kill(getpid(), SIGKILL);
-    }
-    ASSERT_GT(writer, 0);
-    int status = 0;
-    ASSERT_EQ(waitpid(writer, &status, 0), writer);
-    ASSERT_TRUE(WIFSIGNALED(status));
-  }
-
-  testing::TempFolder folder;
-};
-
-TEST_F(TemporaryFileTest, OfAKilledWriterIsCleared) {
-  killAWriter();
-  ASSERT_EQ(folder.entries(), 1U);
-  clearAbandonedFiles(folder.path());
-  EXPECT_EQ(folder.entries(), 0U);
-}
-
-TEST_F(TemporaryFileTest, OfALivingWriterStays) {
-  OutputFile file(folder.path() / "a.scr");
-  file.write("new");
-  clearAbandonedFiles(folder.path());
-  EXPECT_EQ(folder.entries(), 1U);
-  file.commit();
-  EXPECT_EQ(folder.read("a.scr"), "new");
-  EXPECT_EQ(folder.entries(), 1U);
-}
-
-TEST_F(TemporaryFileTest, StaysBetweenItsEndAndItsNewName) {
+TEST(TemporaryFileClaim, KeepsAFileThatIsClosed) {
+  const testing::TempFolder folder;
   std::optional<TemporaryFile> made = makeTemporaryFile(folder.path());
   ASSERT_TRUE(made);
   made->file.reset();
@@ -64,51 +20,12 @@ TEST_F(TemporaryFileTest, StaysBetweenItsEndAndItsNewName) {
   EXPECT_FALSE(fs::exists(made->path));
 }
 
-TEST_F(TemporaryFileTest, CannotBeMadeInAMissingFolder) {
-  errno = 0;
-  EXPECT_FALSE(makeTemporaryFile(folder.path() / "none"));
-  EXPECT_EQ(errno, ENOENT);
-}
-
-TEST_F(TemporaryFileTest, AloneIsCleared) {
-  folder.write("a.scr", "");
-  folder.write(".quillon-notes", "");
-  folder.write("x.tmp", "");
+TEST(TemporaryFileClaim, IsNotLookedForBehindALink) {
+  const testing::TempFolder folder;
   folder.write("target", "kept");
-  fs::create_directory(folder.path() / ".quillon-1-1-1.tmp");
   fs::create_symlink(folder.path() / "target", folder.path() / ".quillon-2-2-2.tmp");
   clearAbandonedFiles(folder.path());
-  EXPECT_EQ(folder.entries(), 6U);
-  clearAbandonedFiles(folder.path() / "none");
-}
-
-TEST_F(TemporaryFileTest, OfAKilledConversionIsClearedByTheNextOne) {
-  killAWriter();
-  testing::DxfBuilder dxf;
-  testing::RecordingHost host;
-  ConversionJob job;
-  job.dxfFile = folder.write("a.dxf", dxf.text());
-  job.scriptFile = folder.file("a.scr");
-  EXPECT_EQ(convertDXF(job, host, testing::fixedSurroundings()).outcome, Outcome::Converted);
   EXPECT_EQ(folder.entries(), 2U);
-}
-
-TEST_F(TemporaryFileTest, OfAKilledConversionIsClearedWhenSettingsAreSaved) {
-  killAWriter();
-  replaceFile(folder.path() / "a.ini", "text");
-  EXPECT_EQ(folder.entries(), 1U);
-}
-
-TEST_F(TemporaryFileTest, IsGoneWhenTheDiskGetsFull) {
-  folder.write("a.scr", "old");
-  {
-    const testing::FullDisk disk(1000);
-    OutputFile file(folder.path() / "a.scr");
-    EXPECT_THROW(file.write(std::string(2000, 'x')), WriteError);
-    EXPECT_THROW(replaceFile(folder.path() / "a.scr", std::string(2000, 'x')), WriteError);
-  }
-  EXPECT_EQ(folder.read("a.scr"), "old");
-  EXPECT_EQ(folder.entries(), 1U);
 }
 
 }  // namespace

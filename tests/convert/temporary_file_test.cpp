@@ -1,10 +1,15 @@
+#include "convert/temporary_file.h"
+
 #include <gtest/gtest.h>
-#include <windows.h>
 
 #include <cerrno>
 
+#include "convert/driver.h"
 #include "convert/output_file.h"
-#include "convert/temporary_file.h"
+#include "full_disk.h"
+#include "killed_writer.h"
+#include "support/conversion.h"
+#include "support/dxf_builder.h"
 #include "support/temp_folder.h"
 
 namespace quillon::convert {
@@ -14,31 +19,14 @@ namespace fs = std::filesystem;
 
 class TemporaryFileTest : public ::testing::Test {
  protected:
-  /// The number of a process that has ended.
-  static DWORD endedProcess() {
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process{};
-    std::wstring line = L"cmd.exe /c exit";
-    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
-                       nullptr, &start, &process) == 0) {
-      throw std::runtime_error("no process");
-    }
-    WaitForSingleObject(process.hProcess, INFINITE);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    return process.dwProcessId;
-  }
-  /// What a writer leaves that is killed, or would leave.
-  std::string leftBy(DWORD process) const {
-    return ".quillon-" + std::to_string(process) + "-17-1.tmp";
-  }
+  void killAWriter() const { testing::killAWriter(folder.path()); }
 
   testing::TempFolder folder;
 };
 
-TEST_F(TemporaryFileTest, OfAnEndedWriterIsCleared) {
-  folder.write(leftBy(endedProcess()), "half of it");
+TEST_F(TemporaryFileTest, OfAKilledWriterIsCleared) {
+  killAWriter();
+  ASSERT_EQ(folder.entries(), 1U);
   clearAbandonedFiles(folder.path());
   EXPECT_EQ(folder.entries(), 0U);
 }
@@ -68,19 +56,42 @@ TEST_F(TemporaryFileTest, CannotBeMadeInAMissingFolder) {
 }
 
 TEST_F(TemporaryFileTest, AloneIsCleared) {
-  const std::string ended = leftBy(endedProcess());
   folder.write("a.scr", "");
-  folder.write(".quillon-notes.tmp", "");
-  folder.write(ended + ".txt", "");
-  fs::create_directory(folder.path() / ended);
+  folder.write(".quillon-notes", "");
+  folder.write("x.tmp", "");
+  folder.write("target", "kept");
+  fs::create_directory(folder.path() / ".quillon-99999-1-1.tmp");
   clearAbandonedFiles(folder.path());
-  EXPECT_EQ(folder.entries(), 4U);
+  EXPECT_EQ(folder.entries(), 5U);
   clearAbandonedFiles(folder.path() / "none");
 }
 
+TEST_F(TemporaryFileTest, OfAKilledConversionIsClearedByTheNextOne) {
+  killAWriter();
+  testing::DxfBuilder dxf;
+  testing::RecordingHost host;
+  ConversionJob job;
+  job.dxfFile = folder.write("a.dxf", dxf.text());
+  job.scriptFile = folder.file("a.scr");
+  EXPECT_EQ(convertDXF(job, host, testing::fixedSurroundings()).outcome, Outcome::Converted);
+  EXPECT_EQ(folder.entries(), 2U);
+}
+
 TEST_F(TemporaryFileTest, OfAKilledConversionIsClearedWhenSettingsAreSaved) {
-  folder.write(leftBy(endedProcess()), "half of it");
+  killAWriter();
   replaceFile(folder.path() / "a.ini", "text");
+  EXPECT_EQ(folder.entries(), 1U);
+}
+
+TEST_F(TemporaryFileTest, IsGoneWhenTheDiskGetsFull) {
+  folder.write("a.scr", "old");
+  {
+    const testing::FullDisk disk(1000);
+    OutputFile file(folder.path() / "a.scr");
+    EXPECT_THROW(file.write(std::string(2000, 'x')), WriteError);
+    EXPECT_THROW(replaceFile(folder.path() / "a.scr", std::string(2000, 'x')), WriteError);
+  }
+  EXPECT_EQ(folder.read("a.scr"), "old");
   EXPECT_EQ(folder.entries(), 1U);
 }
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <stdexcept>
+
+#include "convert/output_file.h"
+
+namespace quillon::testing {
+
+/// Leaves in a folder what a writer leaves that is killed.
+inline void killAWriter(const std::filesystem::path& folder) {
+  const pid_t writer = fork();
+  if (writer == 0) {
+    convert::OutputFile file(folder / "killed.scr");
+    file.write("half of it");
+    kill(getpid(), SIGKILL);
+  }
+  int status = 0;
+  if (writer < 0 || waitpid(writer, &status, 0) != writer || !WIFSIGNALED(status)) {
+    throw std::runtime_error("no writer was killed");
+  }
+}
+
+}  // namespace quillon::testing
