@@ -13,9 +13,11 @@ add_library(quillon_windows STATIC
   ui/windows/layer_grid.cpp
   ui/windows/main_controls.cpp
   ui/windows/main_window.cpp
+  ui/windows/main_window_files.cpp
   ui/windows/path_edit.cpp
   ui/windows/print_protocol.cpp
   ui/windows/progress_dialog.cpp
+  ui/windows/qt_file_dialog.cpp
   ui/windows/qt_texts.cpp
   ui/windows/question.cpp
   ui/windows/report_window.cpp
@@ -23,7 +25,6 @@ add_library(quillon_windows STATIC
   ui/windows/save_failure.cpp
   ui/windows/shell.cpp
   ui/windows/splash.cpp
-  ui/windows/qt_file_dialog.cpp
   ui/windows/system_file_dialog_${QUILLON_PLATFORM}.cpp
   ui/windows/system_help_${QUILLON_PLATFORM}.cpp
   ui/windows/system_shell_${QUILLON_PLATFORM}.cpp

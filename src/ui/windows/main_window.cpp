@@ -2,16 +2,13 @@
 
 #include <QCloseEvent>
 #include <QDir>
-#include <QDropEvent>
 #include <QLayout>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QShortcut>
 #include <memory>
 
 #include "convert/paths.h"
 #include "ui/windows/app_icon.h"
-#include "ui/windows/file_dialog.h"
 #include "ui/windows/help_viewer.h"
 #include "ui/windows/language_dialog.h"
 #include "ui/windows/layer_editor.h"
@@ -38,12 +35,6 @@ class BusyCursor {
  private:
   QWidget& window_;
 };
-
-/// The path of the one local file that is dragged, or "".
-QString draggedFile(const QMimeData& data) {
-  const QList<QUrl> urls = data.urls();
-  return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
-}
 
 }  // namespace
 
@@ -189,22 +180,6 @@ void MainWindow::showSettings(const settings::Settings& settings) {
   controls_.txtOffsetY->setText(toQt(settings.offsetY));
 }
 
-void MainWindow::setDrawing(const QString& path) {
-  controls_.txtDXFDatei->setPath(path);
-  followedScript_ = controls_.txtScriptdatei->path();
-  followDrawing();
-}
-
-void MainWindow::followDrawing() {
-  const std::string drawing = fromQt(controls_.txtDXFDatei->path());
-  const std::string script = fromQt(controls_.txtScriptdatei->path());
-  const settings::Settings initial;
-  const bool chosen = script != initial.scriptFile && toQt(script) != followedScript_;
-  if (chosen || drawing.empty() || drawing == initial.dxfFile) return;
-  followedScript_ = toQt(convert::scriptBeside(drawing));
-  controls_.txtScriptdatei->setPath(followedScript_);
-}
-
 void MainWindow::chooseTarget(int kind) {
   settings::Settings chosen = settings();
   settings::selectTarget(chosen, kind, context_.texts());
@@ -244,48 +219,6 @@ void MainWindow::showResult(const convert::ConversionResult& result) {
   layout()->activate();
   resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
   activateWindow();
-}
-
-void MainWindow::browseForDrawing() {
-  ObjFiledialog dialog(context_);
-  dialog.setFilename("*.*");
-  dialog.Filter1Text = context_.text(961);
-  // Every file, so that drawings of any extension can be chosen: intended.
-  dialog.Filter1Suffix = "*.*";
-  dialog.DialogTitle = context_.text(962);
-  dialog.Flags = kOpenFlags;
-  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtDXFDatei->path())));
-  const QString path = dialog.ShowOpen(this);
-  if (path.isEmpty()) return;
-  controls_.txtDXFDatei->setPath(path);
-  followDrawing();
-}
-
-void MainWindow::browseForScript() {
-  ObjFiledialog dialog(context_);
-  dialog.setFilename("*.SCR");
-  dialog.Filter1Text = context_.text(963);
-  dialog.Filter1Suffix = "*.scr";
-  dialog.Filter2Text = context_.text(964);
-  dialog.Filter2Suffix = "*.*";
-  dialog.DialogTitle = context_.text(965);
-  dialog.Flags = kNameFlags;
-  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtScriptdatei->path())));
-  const QString path = dialog.ShowOpen(this);
-  if (!path.isEmpty()) controls_.txtScriptdatei->setPath(path);
-}
-
-void MainWindow::browseForName() {
-  ObjFiledialog dialog(context_);
-  dialog.setFilename("*");
-  dialog.Filter1Text = "BRD_SCH_LBR_Name";
-  dialog.Filter1Suffix = "*";
-  dialog.DialogTitle = context_.text(960);
-  dialog.Flags = kNameFlags;
-  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtBRDname->text())));
-  const QString path = dialog.ShowOpen(this);
-  // The name ends before the first dot of the whole path, as intended.
-  if (!path.isEmpty()) controls_.txtBRDname->setText(path.left(path.indexOf('.')));
 }
 
 void MainWindow::befLayeredit_Click() {
@@ -340,19 +273,6 @@ void MainWindow::closeEvent(QCloseEvent* event) {
       return;
     }
     progress_->cancel();  // the conversion has to end first
-  });
-}
-
-void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  attempt(context_, kModule, "dragEnterEvent", [event] {
-    if (!draggedFile(*event->mimeData()).isEmpty()) event->acceptProposedAction();
-  });
-}
-
-void MainWindow::dropEvent(QDropEvent* event) {
-  attempt(context_, kModule, "dropEvent", [this, event] {
-    setDrawing(QDir::toNativeSeparators(draggedFile(*event->mimeData())));
-    event->acceptProposedAction();
   });
 }
 
