@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 output=$(readlink -f "${1:?make_chm.sh OUTPUT-FOLDER}")
-compiler=$(command -v chmcmd) || {
+compiler=$(readlink -e "$(command -v chmcmd)") || {
   echo "make_chm.sh: please install fp-utils, which has chmcmd" >&2
   exit 1
 }
@@ -11,12 +11,16 @@ stage=$(mktemp -d)
 trap 'rm -rf "$stage"' EXIT
 cp -r help/. "$stage"
 # The compiler keeps the full path of each page that has a context id, so the pages have to lie at
-# the root of the file system while it runs.
-# shellcheck disable=SC2016  # the inner shell expands these
-unshare --map-root-user --mount sh -ec '
-  for folder in usr lib lib64; do
-    mkdir "$1/$folder"
-    mount --rbind "/$folder" "$1/$folder"
+# the root of the file system while it runs: it gets a root of its own, with the libraries that it
+# is linked with and those beside them that it opens by itself.
+mapfile -t files < <(ldd "$compiler" | grep -o '/[^ ]*')
+for file in "${files[@]}"; do
+  for opened in libpthread.so.0 libdl.so.2; do
+    if [ -e "$(dirname "$file")/$opened" ]; then files+=("$(dirname "$file")/$opened"); fi
   done
-  exec chroot "$1" "$2" --no-html-scan /quillon.hhp' sh "$stage" "$(readlink -f "$compiler")"
+done
+cp -L --parents "$compiler" "${files[@]}" "$stage"
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(unshare --map-root-user)
+"${as_root[@]}" chroot "$stage" "$compiler" --no-html-scan /quillon.hhp
 mv "$stage/Larkspur.chm" "$output"

@@ -84,20 +84,21 @@ build() {
   cmake --build --preset windows
 }
 
-# with_display COMMAND...: runs a command with a display of its own, which nobody sees.
-with_display() {
-  local number server manager result=0
+# with_display COMMAND...: runs a command with a display of its own, which nobody sees. In a shell
+# of its own, which ends what it has begun however it ends itself.
+with_display() (
   coproc SERVER { exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp 2>/dev/null; }
-  server=$SERVER_PID
-  read -r -t 60 number <&"${SERVER[0]}" || die "Xvfb does not start"
+  helpers=$SERVER_PID
+  # shellcheck disable=SC2086,SC2154  # a list of numbers
+  trap 'kill $helpers 2>/dev/null || true' EXIT
+  trap 'exit 130' INT TERM
+  read -r -t 60 number <&"${SERVER[0]-}" || die "Xvfb does not start"
+  export DISPLAY=:$number
   # Wine waits for seconds at each window that it closes where nobody manages windows.
-  DISPLAY=:$number openbox >/dev/null 2>&1 &
-  manager=$!
-  DISPLAY=:$number "$@" || result=$?
-  kill "$manager" "$server" 2>/dev/null || true
-  wait "$server" 2>/dev/null || true
-  return "$result"
-}
+  openbox >/dev/null 2>&1 &
+  helpers="$helpers $!"
+  "$@"
+)
 
 run_tests() {
   ctest --preset windows --parallel "$(nproc)" "${ctest_arguments[@]}"

@@ -19,30 +19,37 @@ find_wine() {
   exit 127
 }
 
+# prepared COMMAND...: runs a command that prepares the folder; one that fails says so.
+prepared() {
+  "$@" >/dev/null 2>&1 9>&- && return
+  echo "wine.sh: $WINEPREFIX could not be prepared: $*" >&2
+  exit 1
+}
+
 # A new Wine folder, with fonts for the windows' texts; made by one process at a time.
 prepare_folder() {
+  local font fonts='HKCU\Software\Wine\Fonts\Replacements'
   mkdir -p "$WINEPREFIX"
   exec 9>"$WINEPREFIX.lock"
   flock 9
-  if ! [ -e "$WINEPREFIX/ready" ]; then
-    "$wine" wineboot --init >/dev/null 2>&1 9>&-
-    local font
+  if ! [ -e "$ready" ]; then
+    prepared "$wine" wineboot --init
     for font in /usr/share/fonts/truetype/dejavu/*.ttf; do
       if [ -e "$font" ]; then cp "$font" "$WINEPREFIX/drive_c/windows/Fonts/"; fi
     done
     for font in "Segoe UI" "MS Shell Dlg" "MS Shell Dlg 2" "MS Sans Serif" Tahoma; do
-      "$wine" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d "DejaVu Sans" /f \
-        >/dev/null 2>&1 9>&-
+      prepared "$wine" reg add "$fonts" /v "$font" /d "DejaVu Sans" /f
     done
-    "$wine" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "Courier New" \
-      /d "DejaVu Sans Mono" /f >/dev/null 2>&1 9>&-
-    touch "$WINEPREFIX/ready"
+    prepared "$wine" reg add "$fonts" /v "Courier New" /d "DejaVu Sans Mono" /f
+    touch "$ready"
   fi
   exec 9>&-
 }
 
 wine=$(find_wine)
-[ -e "$WINEPREFIX/ready" ] || prepare_folder
+# Another state of this script prepares the folder again.
+ready=$WINEPREFIX/ready-$(cksum <"${BASH_SOURCE[0]}" | cut -d ' ' -f 1)
+[ -e "$ready" ] || prepare_folder
 # Wine's services live on for a while; they must not hold the streams of whoever waits for their end.
 "$wine" cmd /c exit </dev/null >/dev/null 2>&1
 exec "$wine" "$@"

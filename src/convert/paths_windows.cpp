@@ -26,6 +26,7 @@ fs::path storedName(const fs::path& folder, const fs::path& name) {
 // The system itself disregards case and takes both separators.
 fs::path findExisting(std::string_view path) {
   const fs::path written = toPath(path);
+  if (path.starts_with("\\\\") || path.starts_with("//")) return written;  // another machine's
   if (GetFileAttributesW(unlimited(written).c_str()) == INVALID_FILE_ATTRIBUTES) return written;
   fs::path stored = written.root_path();
   for (const fs::path& name : written.relative_path()) stored /= storedName(stored, name);

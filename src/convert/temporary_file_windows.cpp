@@ -58,9 +58,9 @@ void clearAbandonedFiles(const fs::path& folder) {
   std::error_code error;
   fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    std::error_code ignored;  // a file that is still open
-    if (!fs::is_regular_file(entry->symlink_status(ignored))) continue;
-    if (isAbandoned(entry->path().filename().native())) fs::remove(entry->path(), ignored);
+    if (!isAbandoned(entry->path().filename().native())) continue;
+    std::error_code ignored;  // what cannot be removed stays
+    if (fs::is_regular_file(entry->symlink_status(ignored))) fs::remove(entry->path(), ignored);
   }
 }
 

@@ -38,7 +38,6 @@ TEST_F(UnattendedTest, ConvertsOneDrawingWithTheSettingsOfTheFile) {
   EXPECT_EQ(folder.read("out.scr"), lineScript("PART"));
 }
 
-#ifndef _WIN32
 TEST_F(UnattendedTest, AScriptThatIsNotNamedGoesBesideItsDrawing) {
   drawings("Part.dxf");
   const testing::ProgramResult one = run({"/x:IN\\PART.DXF", "/b:p", "/ru"});
@@ -55,7 +54,6 @@ TEST_F(UnattendedTest, WhatIsLeftOutIsNamed) {
       "lines written\nLeft out because the drawing is damaged: 1 (first damage in line 7)\n"))
       << result.error;
 }
-#endif
 
 TEST_F(UnattendedTest, OptionsReplaceTheSettings) {
   write("part.dxf", oneLine());

@@ -18,7 +18,9 @@ class PathsTest : public ::testing::Test {
     fs::create_directory(folder.path() / "In");
     folder.write("In/Part.dxf", "x");
   }
-  fs::path below(std::string_view path) const { return folder.path() / path; }
+  fs::path below(std::string_view path) const {
+    return folder.path() / std::u8string(path.begin(), path.end());
+  }
 
   TempFolder folder;
 };

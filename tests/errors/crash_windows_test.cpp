@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 

@@ -1,1 +1,1 @@
-// A source for the headers that tests share; see the list of tests.
+// A source for the headers that tests/CMakeLists.txt has read once for all tests.

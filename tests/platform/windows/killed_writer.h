@@ -22,7 +22,7 @@ inline void killAWriter(const std::filesystem::path& folder) {
   }
   WaitForSingleObject(process.hProcess, INFINITE);
   CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
+  // Its handle stays open as long as the tests run, so that no other process gets its number.
   const std::string name = ".quillon-" + std::to_string(process.dwProcessId) + "-17-1.tmp";
   std::ofstream(folder / name) << "half of it";
 }

@@ -169,7 +169,6 @@ TEST_F(MainWindowTest, TheScriptFollowsTheDrawingUntilOneIsChosen) {
   EXPECT_EQ(field("txtScriptdatei").text(), path("mine.scr"));
 }
 
-#ifndef _WIN32
 TEST_F(MainWindowTest, ATypedDrawingGetsItsScriptBesideIt) {
   writeDrawing("Part.dxf");
   find<QCheckBox>(window, "chkReport").setChecked(false);
@@ -191,7 +190,6 @@ TEST_F(MainWindowTest, ADrawingThatIsChosenAfterStartGetsItsScriptBesideIt) {
   EXPECT_EQ(window.befStart_Click().scriptFile, folder.file("part.scr"));
   EXPECT_TRUE(folder.has("part.scr"));
 }
-#endif
 
 TEST_F(MainWindowTest, BrowsesForAScriptThatNeedNotExist) {
   chooseInDialog(path("new.scr"));
