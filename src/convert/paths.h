@@ -26,9 +26,9 @@ std::string readFile(const std::string& path);
 /// The bytes of a file; "" when it is missing or cannot be read.
 std::string readWholeFile(const std::string& path);
 
-/// The path of an existing file or folder, spelt as this machine keeps it. Where names of files have
-/// case, one that does not exist as written is looked up component by component without regard to
-/// case, with "\" and "/" both as separators; what is not found is returned as written.
+/// The path of an existing file or folder, spelt as this machine keeps it. Where names of files
+/// have case, one that does not exist as written is looked up component by component without regard
+/// to case, with "\" and "/" both as separators; what is not found is returned as written.
 std::filesystem::path findExisting(std::string_view path);
 
 /// The path of a file that is to be created: its folder is looked up like that, its name stays.
