@@ -2,6 +2,10 @@
 // where Qt knows only the system's own windows.
 #include <gtest/gtest.h>
 
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+
 #include "app/window/application.h"
 #include "platform.h"
 
@@ -16,5 +20,7 @@ int main(int argc, char** argv) {
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   qputenv("QT_LOGGING_RULES", "*.debug=false");
   const quillon::window::Application app(argc, argv);
+  // Out of the way: what opens below the pointer would take it for a user's.
+  QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
   return RUN_ALL_TESTS();
 }
