@@ -49,10 +49,12 @@ class WindowTest : public ::testing::Test {
     QAbstractItemView& view = *list.view();
     ASSERT_TRUE(view.isVisible());
     const QModelIndex entry = view.model()->index(index, 0);
+    // A list that has just opened may be laid out once more, and scroll, until it is seen.
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(view.window()));
     view.scrollTo(entry);
-    const QPoint at = view.visualRect(entry).center();
-    QTest::mouseMove(view.viewport(), at);
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseMove(view.viewport(), view.visualRect(entry).center());
+    view.scrollTo(entry);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(entry).center());
   }
   /// Types a file's name into a dialog and confirms with Enter.
   static void enterName(QFileDialog& dialog, const QString& name) {
