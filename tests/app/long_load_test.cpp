@@ -52,7 +52,7 @@ TEST_F(LargeDrawing, OfTenMillionEntitiesTakesNoMoreMemoryThanASmallOne) {
     writer.put("  0\nLINE\n  8\n1\n 10\n1\n 20\n2\n 11\n3\n 21\n4\n");
   }
   writer.finish();
-  expectLines("part.dxf", kFlatMemory, 2 * kEntities + 7);
+  expectLines("part.dxf", flatMemory(), 2 * kEntities + 7);
 }
 
 TEST_F(LargeDrawing, WithPolylinesOfAMillionVertices) {
@@ -69,7 +69,7 @@ TEST_F(LargeDrawing, WithPolylinesOfAMillionVertices) {
   writer.put("  0\nSEQEND\n");
   writer.finish();
   // One entity has to fit in memory as a whole, with room to read it.
-  expectLines("part.dxf", kFlatMemory + 4 * fs::file_size(folder.path() / "part.dxf"),
+  expectLines("part.dxf", flatMemory() + 4 * fs::file_size(folder.path() / "part.dxf"),
               4 * (kVertices - 1) + 7);
 }
 
@@ -81,7 +81,7 @@ TEST_F(LargeDrawing, WithASplineOfAHundredThousandPoints) {
     writer.put(" 10\n" + std::to_string(i % 999) + "\n 20\n" + std::to_string(i % 7) + "\n");
   }
   writer.finish();
-  expectLines("part.dxf", kFlatMemory + 16 * fs::file_size(folder.path() / "part.dxf"),
+  expectLines("part.dxf", flatMemory() + 16 * fs::file_size(folder.path() / "part.dxf"),
               2 * (10 * (kPoints - 1) - 1) + 7);
 }
 
@@ -92,7 +92,7 @@ TEST_F(LargeDrawing, OfOneLineIsRefusedAtOnce) {
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.error, errorLine("part.dxf is no text file, so it is no ASCII DXF file. Please "
                                     "choose a DXF file."));
-  EXPECT_LT(result.peakBytes, kFlatMemory);
+  EXPECT_LT(result.peakBytes, flatMemory());
 }
 
 TEST_F(LargeDrawing, WithALineOfAGigabyteDropsTheEntityThatHoldsIt) {
