@@ -59,7 +59,7 @@ class Conversion {
     } catch (const dxf::RunTimeError& error) {
       fail(hasChanged() ? changedText() : messages_.faultText(error, result_.dxfFile));
     } catch (const WriteError& error) {
-      fail(messages_.unwritableText(result_.scriptFile, messages_.reasonText(error.reason())));
+      fail(messages_.unwritableText(result_.scriptFile, scriptPath_, error.reason()));
     } catch (const dxf::ReadError& error) {
       fail(messages_.unreadableText(result_.dxfFile, messages_.reasonText(error.reason())));
     } catch (const std::bad_alloc&) {
@@ -240,7 +240,8 @@ class Conversion {
       job_.scriptFile = scriptBeside(result_.dxfFile);
     }
     scriptPath_ = findForCreation(job_.scriptFile);
-    result_.scriptFile = fromPath(scriptPath_);
+    // What is in no folder goes by the name that the user gave it.
+    result_.scriptFile = isInMissingFolder(scriptPath_) ? job_.scriptFile : fromPath(scriptPath_);
     if (!surroundings_.readStandardInput && isSameFile(scriptPath_, toPath(result_.dxfFile))) {
       refuse(messages_.fileError(kScriptIsDrawing, result_.scriptFile));
     }
@@ -273,7 +274,7 @@ class Conversion {
     try {
       return loadFrame(surroundings_.frame);
     } catch (const WriteError& error) {
-      fail(messages_.unwritableText(path, messages_.reasonText(error.reason())));
+      fail(messages_.unwritableText(path, toPath(path), error.reason()));
     } catch (const dxf::ReadError& error) {
       fail(messages_.unreadableText(path, messages_.reasonText(error.reason())));
     }

@@ -1,6 +1,7 @@
 #include "convert/layer_file.h"
 
 #include <algorithm>
+#include <cerrno>
 
 #include "convert/ini_document.h"
 #include "convert/ini_file.h"
@@ -65,6 +66,7 @@ bool fitsLayerFile(const std::string& name) {
 
 void saveLayerRows(const std::string& path, const std::vector<LayerRow>& rows) {
   const std::filesystem::path target = findForCreation(path);
+  if (isInMissingFolder(target)) throw WriteError(ENOENT);
   IniDocument document(isMissing(target) ? "" : readFile(fromPath(target)));
   document.removeSections(isDecimalNumber);
   std::size_t n = 0;

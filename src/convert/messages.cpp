@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "convert/paths.h"
 #include "dxf/encoding.h"
 #include "dxf/number_text.h"
 
@@ -138,8 +139,12 @@ std::string Messages::unreadableText(std::string_view path, std::string_view rea
   return texts_(3008, {quotable(path), reason});
 }
 
-std::string Messages::unwritableText(std::string_view path, std::string_view reason) const {
-  return texts_(3027, {quotable(path), reason});
+std::string Messages::unwritableText(std::string_view path, const std::filesystem::path& target,
+                                     int reason) const {
+  if (reason == ENOENT && isInMissingFolder(target)) {
+    return texts_(3070, {quotable(path), quotable(folderPart(path))});
+  }
+  return texts_(3027, {quotable(path), reasonText(reason)});
 }
 
 std::string Messages::aroundPath(int before, std::string_view path, int behind) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -36,7 +37,9 @@ class Messages {
   /// The system's reason with this number (errno), in the language of the messages.
   std::string reasonText(int reason) const;
   std::string unreadableText(std::string_view path, std::string_view reason) const;
-  std::string unwritableText(std::string_view path, std::string_view reason) const;
+  /// `path` is what the user knows the file by, `target` where it was to be written.
+  std::string unwritableText(std::string_view path, const std::filesystem::path& target,
+                             int reason) const;
   std::string outOfMemoryText() const { return std::string(texts_(3028)); }
 
  private:

@@ -55,9 +55,21 @@ bool namesFolder(const fs::path& path) { return fileKind(path) == FileKind::Fold
 
 bool isMissing(const fs::path& path) { return fileKind(path) == FileKind::Missing; }
 
+bool isInMissingFolder(const fs::path& file) {
+  const fs::path folder = file.parent_path();
+  return !folder.empty() && isMissing(folder);
+}
+
 std::string_view lastComponent(std::string_view name) {
   const std::size_t separator = name.find_last_of(kSeparators);
   return separator == std::string_view::npos ? name : name.substr(separator + 1);
+}
+
+std::string_view folderPart(std::string_view path) {
+  const std::size_t separator = path.find_last_of(kSeparators);
+  if (separator == std::string_view::npos) return path.substr(0, path.substr(1, 1) == ":" ? 2 : 0);
+  const std::size_t last = path.find_last_not_of(kSeparators, separator);
+  return path.substr(0, last == std::string_view::npos ? 1 : last + 1);
 }
 
 std::string scriptBeside(std::string_view drawing) {

@@ -32,7 +32,12 @@ std::string readWholeFile(const std::string& path);
 std::filesystem::path findExisting(std::string_view path);
 
 /// The path of a file that is to be created: its folder is looked up like that, its name stays.
+/// Where there is no such folder, neither is there one of the path that is returned; a drive is
+/// such a folder on systems that have none.
 std::filesystem::path findForCreation(std::string_view path);
+
+/// True when there is surely no folder for a file of this path.
+bool isInMissingFolder(const std::filesystem::path& file);
 
 /// True when the path names something that exists and is no folder.
 bool namesFile(const std::filesystem::path& path);
@@ -48,6 +53,10 @@ bool namesHaveCase();
 
 /// The last component of a name, after the last "\" or "/".
 std::string_view lastComponent(std::string_view name);
+
+/// What stands before the last component, without a separator at its end; of a path that has but a
+/// drive before its name, the drive.
+std::string_view folderPart(std::string_view path);
 
 /// The path of a script in the folder of a drawing, with the drawing's name.
 std::string scriptBeside(std::string_view drawing);

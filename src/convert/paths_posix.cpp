@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "convert/paths.h"
@@ -43,15 +44,43 @@ fs::path findEntry(const fs::path& folder, const std::string& name) {
   return found.empty() ? found : folder / found;
 }
 
+bool isSeparator(char c) { return kSeparators.find(c) != std::string_view::npos; }
+
+fs::path rootOf(std::string_view path) {
+  return !path.empty() && isSeparator(path.front()) ? fs::path("/") : fs::path();
+}
+
 /// Walks existing folders as far as `count` components; empty when one is missing.
 fs::path walk(std::string_view path, const std::vector<std::string>& parts, std::size_t count) {
-  const bool rooted = !path.empty() && kSeparators.find(path.front()) != std::string_view::npos;
-  fs::path found = rooted ? fs::path("/") : fs::path();
+  fs::path found = rootOf(path);
   for (std::size_t i = 0; i < count; ++i) {
     found = findEntry(found, parts[i]);
     if (found.empty()) return {};
   }
   return found;
+}
+
+bool beginsWithDrive(std::string_view path) {
+  const char letter = path.empty() ? ' ' : static_cast<char>(path.front() | 0x20);
+  return letter >= 'a' && letter <= 'z' && path.substr(1, 1) == ":";
+}
+
+struct FolderAndName {
+  std::vector<std::string> folder;
+  std::string name;
+};
+
+FolderAndName splitName(std::string_view path) {
+  FolderAndName split;
+  split.folder = splitComponents(path);
+  if (isSeparator(path.back())) return split;
+  split.name = std::move(split.folder.back());
+  split.folder.pop_back();
+  if (split.folder.empty() && !isSeparator(path.front()) && beginsWithDrive(path)) {
+    split.folder.push_back(split.name.substr(0, 2));  // a file in the present folder of a drive
+    split.name.erase(0, 2);
+  }
+  return split;
 }
 
 }  // namespace
@@ -71,10 +100,15 @@ fs::path findForCreation(std::string_view path) {
   if (path.empty() || fs::exists(asWritten, error)) return asWritten;
   const bool oneSeparator = path.find('\\') == std::string_view::npos;
   if (oneSeparator && fs::is_directory(asWritten.parent_path(), error)) return asWritten;
-  const std::vector<std::string> parts = splitComponents(path);
-  if (parts.size() < 2) return asWritten;
-  const fs::path folder = walk(path, parts, parts.size() - 1);
-  return folder.empty() ? asWritten : folder / toPath(parts.back());
+  const FolderAndName split = splitName(path);
+  fs::path folder = walk(path, split.folder, split.folder.size());
+  if (folder.empty()) {
+    // Written in this system's way the folder is as missing, while the whole path as it was typed
+    // could be the name of a file in the current folder.
+    folder = rootOf(path);
+    for (const std::string& part : split.folder) folder /= toPath(part);
+  }
+  return folder / toPath(split.name);
 }
 
 bool namesHaveCase() { return true; }

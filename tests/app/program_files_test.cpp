@@ -272,8 +272,8 @@ TEST_F(ProgramTest, NamesFileAndLineOfARunTimeErrorAndWritesNothing) {
 TEST_F(ProgramTest, SaysWhereTheScriptCannotBeWritten) {
   write("part.dxf", oneLine());
   expectResult(run({"part.dxf", "-o", "none/part.scr"}), 1, "",
-               errorLine("none/part.scr cannot be written: No such file or directory. Please "
-                         "check the path, its permissions and the free space."));
+               errorLine("none/part.scr cannot be written: the folder none does not exist. Please "
+                         "create the folder or correct the path."));
   expectResult(run({"part.dxf", "-o", "/dev/full"}), 1, "",
                errorLine("/dev/full cannot be written: No space left on device. Please check the "
                          "path, its permissions and the free space."));
@@ -284,8 +284,8 @@ TEST_F(ProgramTest, SaysWhereTheReportCannotBeWritten) {
   const testing::ProgramResult result = run({"part.dxf", "--report", "none/part.txt"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_TRUE(result.error.starts_with(
-      errorLine("none/part.txt cannot be written: No such file or directory. Please check the "
-                "path, its permissions and the free space.")));
+      errorLine("none/part.txt cannot be written: the folder none does not exist. Please create "
+                "the folder or correct the path.")));
   // The script itself was written, and the summary says so.
   EXPECT_NE(result.error.find("part.scr: 11 lines written\n"), std::string::npos);
   EXPECT_TRUE(folder.has("part.scr"));

@@ -2,6 +2,7 @@
 #include <thread>
 
 #include "app/program_fixture.h"
+#include "dxf/encoding.h"
 #include "platform.h"
 
 namespace quillon::headless {
@@ -114,6 +115,21 @@ TEST_F(UnattendedTest, AMissingDrawingIsAnError) {
       "quillon: File Error: Can't find the specified none.dxf DXF file!\n"
       "  none.dxf cannot be read: No such file or directory. Please check the path and its "
       "permissions.\n");
+}
+
+TEST_F(UnattendedTest, AScriptInAMissingFolderIsAnErrorAndGoesNowhereElse) {
+  write("part.dxf", oneLine());
+  const Strings before = {"in", "part.dxf", "program", "program/larkspur.ini", "program/quillon"};
+  std::string root = std::filesystem::canonical(folder.path()).string();
+  std::replace(root.begin(), root.end(), '/', '\\');
+  for (const std::string& missing : {dxf::lowerCase(root) + "\\nofolder", std::string("q:\\out")}) {
+    const std::string script = missing + "\\o.scr";
+    expectResult(run({"/x:part.dxf", "/s:" + script, "/ru"}), 1, "",
+                 "quillon: File Error: Can't open the specified " + script + " Script file!\n  " +
+                     script + " cannot be written: the folder " + missing +
+                     " does not exist. Please create the folder or correct the path.\n");
+    EXPECT_EQ(files(), before);
+  }
 }
 
 TEST_F(UnattendedTest, ATextWithoutSectionsGivesTheFrameAlone) {

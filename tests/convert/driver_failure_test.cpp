@@ -166,10 +166,20 @@ TEST_F(FailureTest, AScriptInAMissingFolderCannotBeOpened) {
   EXPECT_EQ(host.messages[0].text,
             "Can't open the specified\r" + job.scriptFile + "\rScript file!");
   EXPECT_EQ(host.messages[0].detail,
-            job.scriptFile +
-                " cannot be written: No such file or directory. Please check the "
-                "path, its permissions and the free space.");
+            job.scriptFile + " cannot be written: the folder " + folder.file("none") +
+                " does not exist. Please create the folder or correct the path.");
   EXPECT_TRUE(host.statuses.empty());
+}
+
+TEST_F(FailureTest, AScriptOnADriveThatIsNotThereCannotBeOpened) {
+  job.scriptFile = "Q:\\OUT\\DRAWING.SCR";
+  EXPECT_EQ(convert(), Outcome::Ended);
+  ASSERT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(host.messages[0].text, "Can't open the specified\rQ:\\OUT\\DRAWING.SCR\rScript file!");
+  EXPECT_EQ(host.messages[0].detail,
+            "Q:\\OUT\\DRAWING.SCR cannot be written: the folder Q:\\OUT does not exist. Please "
+            "create the folder or correct the path.");
+  EXPECT_EQ(folder.entries(), 1U);
 }
 
 TEST_F(FailureTest, AFullDiskIsNoticed) {

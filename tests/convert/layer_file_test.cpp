@@ -84,10 +84,19 @@ TEST_F(LayerFileTest, IsWindows1252AndHasAQuestionMarkForOtherCharacters) {
 
 TEST_F(LayerFileTest, SavingNothingLeavesAnEmptyFile) { EXPECT_EQ(saved({}), ""); }
 
-TEST_F(LayerFileTest, MakesTheFolderAndLeavesNoTemporaryFile) {
-  saveLayerRows(folder.file("new/b.lay"), {{"A", "1"}});
-  EXPECT_EQ(folder.read("new/b.lay"), "[1]\r\nlayername=A\r\nlayernr=1\r\n");
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder.path() / "new"), {}), 1);
+TEST_F(LayerFileTest, LeavesNoTemporaryFile) {
+  saveLayerRows(path, {{"A", "1"}});
+  EXPECT_EQ(folder.entries(), 1U);
+}
+
+TEST_F(LayerFileTest, AMissingFolderIsAnErrorAndIsNotMade) {
+  try {
+    saveLayerRows(folder.file("new/b.lay"), {{"A", "1"}});
+    ADD_FAILURE() << "no error";
+  } catch (const WriteError& error) {
+    EXPECT_EQ(error.reason(), ENOENT);
+  }
+  EXPECT_EQ(folder.entries(), 0U);
 }
 
 TEST_F(LayerFileTest, AFileInAFolderThatCannotBeWrittenStaysAsItWas) {

@@ -70,10 +70,33 @@ TEST_F(PathsTest, ANewFileDoesNotTakeTheNameOfAnExistingOneInAnotherCase) {
   EXPECT_EQ(findForCreation(folder.file("In/PART.DXF")), below("In/PART.DXF"));
 }
 
-TEST_F(PathsTest, ANewFileInAMissingFolderStaysAsWritten) {
+TEST_F(PathsTest, ANewFileInAMissingFolderStaysInIt) {
   EXPECT_EQ(findForCreation(folder.file("Out/New.scr")), below("Out/New.scr"));
+  EXPECT_TRUE(isInMissingFolder(findForCreation(folder.file("Out/New.scr"))));
+  EXPECT_FALSE(isInMissingFolder(findForCreation(folder.file("In/New.scr"))));
+  EXPECT_FALSE(isInMissingFolder(findForCreation("New.scr")));
   EXPECT_EQ(findForCreation("New.scr"), fs::path("New.scr"));
   EXPECT_EQ(findForCreation(""), fs::path());
+}
+
+TEST_F(PathsTest, ABackslashNeverBecomesPartOfANewFilesName) {
+  EXPECT_EQ(findForCreation(folder.path().string() + "\\Out\\New.scr"), below("Out/New.scr"));
+  EXPECT_EQ(findForCreation(folder.path().string() + "\\IN\\Out\\New.scr"),
+            below("IN/Out/New.scr"));
+  EXPECT_EQ(findForCreation("none\\New.scr"), fs::path("none/New.scr"));
+  EXPECT_EQ(findForCreation("\\New.scr"), fs::path("/New.scr"));
+  EXPECT_EQ(findForCreation("\\"), fs::path("/"));
+  EXPECT_EQ(findForCreation("none\\").parent_path(), fs::path("none"));
+}
+
+TEST_F(PathsTest, ADriveIsAMissingFolderWherePathsHaveNone) {
+  for (const char* const path :
+       {"C:\\OUT\\NEW.SCR", "c:/out/new.scr", "C:\\NEW.SCR", "C:NEW.SCR"}) {
+    EXPECT_TRUE(isInMissingFolder(findForCreation(path))) << path;
+  }
+  EXPECT_EQ(findForCreation("C:\\OUT\\NEW.SCR"), fs::path("C:/OUT/NEW.SCR"));
+  EXPECT_EQ(findForCreation("C:NEW.SCR"), fs::path("C:/NEW.SCR"));
+  EXPECT_EQ(findForCreation("1:2.scr"), fs::path("1:2.scr"));
 }
 
 TEST_F(PathsTest, OnlyWhatExistsAndIsNoFolderNamesAFile) {
@@ -119,6 +142,15 @@ TEST(LastComponent, FollowsTheLastSeparatorOfEitherKind) {
   EXPECT_EQ(lastComponent("a\\b/c"), "c");
   EXPECT_EQ(lastComponent("lib/"), "");
   EXPECT_EQ(lastComponent(""), "");
+}
+
+TEST(FolderPart, EndsBeforeTheLastSeparatorOfEitherKind) {
+  EXPECT_EQ(folderPart("C:\\out\\a.scr"), "C:\\out");
+  EXPECT_EQ(folderPart("/out//a.scr"), "/out");
+  EXPECT_EQ(folderPart("\\a.scr"), "\\");
+  EXPECT_EQ(folderPart("out/"), "out");
+  EXPECT_EQ(folderPart("C:a.scr"), "C:");
+  EXPECT_EQ(folderPart("a.scr"), "");
 }
 
 TEST(ScriptBeside, HasTheFolderAndTheNameOfTheDrawing) {

@@ -201,14 +201,15 @@ class Runner {
   bool writeReport(const std::string& reportFile, const ConversionResult& result,
                    std::vector<Message>& messages) const {
     if (reportFile.empty() || result.report.empty()) return true;
+    const fs::path target = convert::findForCreation(reportFile);
     try {
-      convert::OutputFile file(convert::findForCreation(reportFile));
+      convert::OutputFile file(target);
       file.write(result.report);
       file.commit();
       return true;
     } catch (const convert::WriteError& reason) {
-      messages.push_back(error(convert::Messages(texts_).unwritableText(
-          reportFile, convert::Messages(texts_).reasonText(reason.reason()))));
+      messages.push_back(
+          error(convert::Messages(texts_).unwritableText(reportFile, target, reason.reason())));
       return false;
     }
   }

@@ -291,7 +291,8 @@ bool LayerEditor::saveLayers(QString path) {
   try {
     convert::saveLayerRows(fromQt(path), rows_.rows());
   } catch (const convert::WriteError& error) {
-    failure = messages.unwritableText(fromQt(path), messages.reasonText(error.reason()));
+    const std::string file = fromQt(path);
+    failure = messages.unwritableText(file, convert::findForCreation(file), error.reason());
   } catch (const dxf::ReadError& error) {
     failure = messages.unreadableText(fromQt(path), messages.reasonText(error.reason()));
   }

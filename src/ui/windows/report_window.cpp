@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QMessageBox>
 #include <QVBoxLayout>
+#include <cerrno>
 
 #include "convert/messages.h"
 #include "convert/output_file.h"
@@ -90,14 +91,15 @@ void ReportWindow::save() {
   dialog.DefaultExt = "txt";
   const QString path = dialog.ShowSave(this);
   if (path.isEmpty()) return;
+  const std::filesystem::path target = convert::toPath(fromQt(path));
   try {
-    convert::replaceFile(convert::toPath(fromQt(path)), report_);
+    if (convert::isInMissingFolder(target)) throw convert::WriteError(ENOENT);
+    convert::replaceFile(target, report_);
   } catch (const convert::WriteError& error) {
     const resources::Texts texts = context_.texts();
     const convert::Messages messages(texts);
-    QMessageBox::critical(
-        this, context_.text(2811),
-        toQt(messages.unwritableText(fromQt(path), messages.reasonText(error.reason()))));
+    QMessageBox::critical(this, context_.text(2811),
+                          toQt(messages.unwritableText(fromQt(path), target, error.reason())));
   }
 }
 
