@@ -194,12 +194,11 @@ class Conversion {
       result_.dxfFile = "-";
       return;
     }
-    fs::path path = findExisting(job_.dxfFile);
+    fs::path path = job_.literalPaths ? toPath(job_.dxfFile) : findExisting(job_.dxfFile);
     if (job_.dxfFile.empty() || !namesFile(path)) {
       const std::string chosen = host_.chooseDxfFile(
           {std::string(texts_(962)), std::string(texts_(961)), "*.*", job_.dxfFile});
-      if (!chosen.empty()) job_.dxfFile = chosen;
-      path = findExisting(job_.dxfFile);
+      if (!chosen.empty()) path = findExisting(job_.dxfFile = chosen);
     }
     result_.dxfFile = fromPath(path);
     if (!job_.dxfFile.empty() && namesFile(path)) return;
@@ -238,8 +237,9 @@ class Conversion {
     }
     if (job_.scriptBesideDrawing && !surroundings_.readStandardInput) {
       job_.scriptFile = scriptBeside(result_.dxfFile);
+      job_.literalPaths = true;
     }
-    scriptPath_ = findForCreation(job_.scriptFile);
+    scriptPath_ = job_.literalPaths ? toPath(job_.scriptFile) : findForCreation(job_.scriptFile);
     // What is in no folder goes by the name that the user gave it.
     result_.scriptFile = isInMissingFolder(scriptPath_) ? job_.scriptFile : fromPath(scriptPath_);
     if (!surroundings_.readStandardInput && isSameFile(scriptPath_, toPath(result_.dxfFile))) {

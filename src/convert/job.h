@@ -16,6 +16,9 @@ enum BlockHandling : int { kDrawBlocks = 0, kUsedBlocksAsParts = 1, kAllBlocksAs
 struct ConversionJob {
   std::string dxfFile;
   std::string scriptFile;
+  /// The two paths are exact: they come from a folder's listing, not from a user, whose paths are
+  /// looked up without regard to case and with both separators.
+  bool literalPaths = false;
   /// The script goes beside the drawing that is found, with its name; `scriptFile` is not used.
   bool scriptBesideDrawing = false;
   std::string drawingName;  ///< board, schematic or library; trimmed before use; may be empty

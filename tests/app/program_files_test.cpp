@@ -161,6 +161,45 @@ TEST_F(ProgramTest, SaysWhichDrawingItMayNotRead) {
                          "its permissions."));
 }
 
+TEST_F(ProgramTest, TakesTheNamesThatAFolderListsToTheLetter) {
+  std::filesystem::create_directories(folder.path() / "a/in");
+  write("a/in/..\\evil.dxf", oneLine());
+  EXPECT_EQ(run({"a/in", "-o", "a/out", "--report", "a/out"}).exitCode, 0);
+  EXPECT_EQ(run({"A\\IN"}).exitCode, 0);
+  EXPECT_EQ(run({"a/in/..\\evil.dxf", "--force"}).exitCode, 0);
+  EXPECT_EQ(files(), (Strings{"a", "a/in", "a/in/..\\evil.dxf", "a/in/..\\evil.scr", "a/out",
+                              "a/out/..\\evil.scr", "a/out/..\\evil.txt"}));
+}
+
+TEST_F(ProgramTest, ListedNamesAreNotLookedUpWithoutRegardToCase) {
+  std::filesystem::create_directories(folder.path() / "in");
+  std::filesystem::create_directories(folder.path() / "In");
+  write("in/a.dxf", oneLine());
+  write("In/b.dxf", oneLine());
+  EXPECT_EQ(run({"in"}).exitCode, 0);
+  EXPECT_EQ(files(), (Strings{"In", "In/b.dxf", "in", "in/a.dxf", "in/a.scr"}));
+}
+
+TEST_F(ProgramTest, FoldersForResultsAreLookedUpWithBothSeparators) {
+  std::filesystem::create_directory(folder.path() / "Out");
+  write("a.dxf", oneLine());
+  write("b.dxf", oneLine());
+  EXPECT_EQ(run({"a.dxf", "b.dxf", "-o", "out\\new"}).exitCode, 0);
+  EXPECT_EQ(run({"a.dxf", "-o", "OUT\\NEW", "--force"}).exitCode, 0);
+  EXPECT_EQ(run({"a.dxf", "-o", "OUT\\c.scr"}).exitCode, 0);
+  EXPECT_EQ(files(), (Strings{"Out", "Out/c.scr", "Out/new", "Out/new/a.scr", "Out/new/b.scr",
+                              "a.dxf", "b.dxf"}));
+}
+
+TEST_F(ProgramTest, AResultInAMissingFolderGoesNowhereElse) {
+  write("a.dxf", oneLine());
+  expectResult(run({"a.dxf", "-o", "Q:\\OUT\\A.SCR"}), 1, "",
+               errorLine("Q:/OUT/A.SCR cannot be written: the folder Q:/OUT does not exist. Please "
+                         "create the folder or correct the path."));
+  EXPECT_EQ(run({"a.dxf", "-o", "a.scr", "--report", "none\\a.txt"}).exitCode, 1);
+  EXPECT_EQ(files(), (Strings{"a.dxf", "a.scr"}));
+}
+
 TEST_F(ProgramTest, SaysThatAFolderHoldsNoDrawing) {
   std::filesystem::create_directory(folder.path() / "in");
   folder.write("in/notes.txt", "");

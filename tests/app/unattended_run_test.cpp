@@ -156,6 +156,22 @@ TEST_F(UnattendedTest, ABatchConvertsEveryDrawingOfTheFolder) {
   EXPECT_EQ(folder.read("in/B.scr"), lineScript("board"));
 }
 
+TEST_F(UnattendedTest, ABatchTakesTheNamesThatItsFolderListsToTheLetter) {
+  std::filesystem::create_directory(folder.path() / "out");
+  drawings("..\\evil.dxf");
+  folder.write("evil.dxf", "not the drawing that was listed");
+  EXPECT_EQ(run({"/x:IN\\*.dxf", "/s:OUT\\x.scr", "/b:board", "/rx"}).exitCode, 0);
+  EXPECT_EQ(folder.read("out/..\\evil.scr"), lineScript("board"));
+  EXPECT_FALSE(folder.has("evil.scr"));
+}
+
+TEST_F(UnattendedTest, AScriptBesideItsDrawingHasTheDrawingsNameToTheLetter) {
+  write("in\\evil.dxf", oneLine());
+  EXPECT_EQ(run({"/x:in\\evil.dxf", "/b:board", "/ru"}).exitCode, 0);
+  EXPECT_EQ(folder.read("in\\evil.scr"), lineScript("board"));
+  EXPECT_FALSE(folder.has("in/evil.scr"));
+}
+
 TEST_F(UnattendedTest, ABatchGoesOnAfterABadFile) {
   for (int i = 0; i < 5; ++i) drawings("good" + std::to_string(i) + ".dxf");
   folder.write("in/bad.dxf", std::string("AC1015\0\0\0\0", 10));

@@ -30,7 +30,13 @@ std::vector<fs::path> drawingsIn(const fs::path& folder, int& reason) {
   return drawings;
 }
 
-/// Where the files of a plan go.
+/// A folder that was named by a user, who may have meant one that is yet to be made.
+fs::path folderNamed(const std::string& typed) {
+  const fs::path found = convert::findExisting(typed);
+  return convert::namesFolder(found) ? found : convert::findForCreation(typed);
+}
+
+/// Where the files of a plan go. All these paths are exact.
 class PathRules {
  public:
   PathRules(const Options& options, bool several) : options_(options), several_(several) {}
@@ -38,22 +44,25 @@ class PathRules {
   std::string scriptOf(const fs::path& drawing) const {
     fs::path name = drawing.filename();
     name.replace_extension(".scr");
-    if (!options_.output) return fromPath(drawing.parent_path() / name);
-    const fs::path output = toPath(*options_.output);
-    const bool folder = several_ || convert::namesFolder(output);
-    return folder ? fromPath(output / name) : *options_.output;
+    return fromPath(options_.output ? resultOf(*options_.output, name)
+                                    : drawing.parent_path() / name);
   }
 
   std::string reportOf(const fs::path& drawing) const {
     if (!options_.report) return {};
-    const fs::path report = toPath(*options_.report);
-    if (!several_ && !convert::namesFolder(report)) return *options_.report;
     fs::path name = drawing.filename();
     name.replace_extension(".txt");
-    return fromPath(report / name);
+    return fromPath(resultOf(*options_.report, name));
   }
 
  private:
+  /// What was typed is the result itself, or a folder for results.
+  fs::path resultOf(const std::string& typed, const fs::path& name) const {
+    const fs::path folder = folderNamed(typed);
+    return several_ || convert::namesFolder(folder) ? folder / name
+                                                    : convert::findForCreation(typed);
+  }
+
   const Options& options_;
   bool several_;
 };
@@ -62,10 +71,13 @@ void planStandardInput(const Options& options, Plan& plan) {
   PlannedConversion planned;
   planned.job = options.job;
   planned.job.drawingName = options.name.value_or("");
+  planned.job.literalPaths = true;
   planned.readStandardInput = true;
   planned.writeStandardOutput = !options.output || *options.output == "-";
-  if (!planned.writeStandardOutput) planned.job.scriptFile = *options.output;
-  planned.reportFile = options.report.value_or("");
+  if (!planned.writeStandardOutput) {
+    planned.job.scriptFile = fromPath(convert::findForCreation(*options.output));
+  }
+  planned.reportFile = fromPath(convert::findForCreation(options.report.value_or("")));
   plan.conversions.push_back(std::move(planned));
 }
 
@@ -73,6 +85,7 @@ PlannedConversion planDrawing(const Options& options, const PathRules& paths,
                               const fs::path& drawing) {
   PlannedConversion planned;
   planned.job = options.job;
+  planned.job.literalPaths = true;
   planned.job.dxfFile = fromPath(drawing);
   planned.job.drawingName = options.name ? *options.name : nameFromFile(fromPath(drawing.stem()));
   planned.writeStandardOutput = options.output && *options.output == "-";
@@ -82,15 +95,16 @@ PlannedConversion planDrawing(const Options& options, const PathRules& paths,
 }
 
 /// One spelling for all paths of a file.
-fs::path fileKey(const std::string& file) {
-  return convert::uniquePath(convert::findForCreation(file));
+fs::path fileKey(const std::string& file) { return convert::uniquePath(toPath(file)); }
+fs::path typedFileKey(const std::string& file) {
+  return convert::uniquePath(convert::findExisting(file));
 }
 
 /// No result may replace a file that is read, nor another result.
 std::string checkCollisions(const Options& options, const Plan& plan) {
   std::set<fs::path> inputs;
-  if (options.frame) inputs.insert(fileKey(*options.frame));
-  if (!options.job.layerFile.empty()) inputs.insert(fileKey(options.job.layerFile));
+  if (options.frame) inputs.insert(typedFileKey(*options.frame));
+  if (!options.job.layerFile.empty()) inputs.insert(typedFileKey(options.job.layerFile));
   for (const PlannedConversion& planned : plan.conversions) {
     if (!planned.readStandardInput) inputs.insert(fileKey(planned.job.dxfFile));
   }
@@ -108,7 +122,7 @@ std::string checkCollisions(const Options& options, const Plan& plan) {
                        key == fileKey(planned.job.dxfFile);
       if (own) continue;
       if (inputs.contains(key)) return file + " would replace a file that is read";
-      const convert::FileKind kind = convert::fileKind(convert::findForCreation(file));
+      const convert::FileKind kind = convert::fileKind(toPath(file));
       const bool isDevice = kind == convert::FileKind::Other || kind == convert::FileKind::Folder;
       if (!isDevice && !written.insert(key).second) {
         return "two results would be written to " + file;
@@ -122,7 +136,7 @@ std::string checkCollisions(const Options& options, const Plan& plan) {
 std::string makeFolders(const Options& options) {
   for (const auto& folder : {options.output, options.report}) {
     if (!folder) continue;
-    if (!convert::makeFolders(toPath(*folder))) {
+    if (!convert::makeFolders(folderNamed(*folder))) {
       return *folder + " is no folder and cannot be made one; several drawings need a folder";
     }
   }

@@ -8,7 +8,7 @@
 
 namespace quillon::headless {
 
-/// One conversion to be made.
+/// One conversion to be made. Its paths are exact.
 struct PlannedConversion {
   convert::ConversionJob job;
   bool readStandardInput = false;

@@ -121,7 +121,7 @@ class Runner {
     for (const PlannedConversion& planned : plan_.conversions) {
       for (const std::string* const file : {&planned.job.scriptFile, &planned.reportFile}) {
         if (file->empty()) continue;
-        folders.insert(convert::folderOfTarget(convert::findForCreation(*file)));
+        folders.insert(convert::folderOfTarget(convert::toPath(*file)));
       }
     }
     for (const fs::path& folder : folders) convert::clearAbandonedFiles(folder);
@@ -131,21 +131,21 @@ class Runner {
   /// before the drawing was.
   bool isUpToDate(const PlannedConversion& planned) const {
     std::error_code error;
-    const fs::path script = convert::findForCreation(planned.job.scriptFile);
+    const fs::path script = convert::toPath(planned.job.scriptFile);
     if (!options_.newer || !fs::is_regular_file(script, error)) return false;
     const auto written = fs::last_write_time(script, error);
     if (error) return false;
-    const auto drawn = fs::last_write_time(convert::findExisting(planned.job.dxfFile), error);
+    const auto drawn = fs::last_write_time(convert::toPath(planned.job.dxfFile), error);
     return !error && written > drawn;
   }
 
   /// A script that a cancel left incomplete is dated like its drawing, so that --newer makes it
   /// anew.
   static void dateAsIncomplete(const PlannedConversion& planned) {
-    const fs::path script = convert::findForCreation(planned.job.scriptFile);
+    const fs::path script = convert::toPath(planned.job.scriptFile);
     std::error_code ignored;
     if (!fs::is_regular_file(script, ignored)) return;
-    const auto time = fs::last_write_time(convert::findExisting(planned.job.dxfFile), ignored);
+    const auto time = fs::last_write_time(convert::toPath(planned.job.dxfFile), ignored);
     if (!ignored) fs::last_write_time(script, time, ignored);
   }
 
@@ -195,13 +195,13 @@ class Runner {
 
   bool reportInTheWay(const std::string& reportFile) const {
     return !reportFile.empty() && !options_.job.overwriteScript &&
-           convert::fileKind(convert::findForCreation(reportFile)) == convert::FileKind::Regular;
+           convert::fileKind(convert::toPath(reportFile)) == convert::FileKind::Regular;
   }
 
   bool writeReport(const std::string& reportFile, const ConversionResult& result,
                    std::vector<Message>& messages) const {
     if (reportFile.empty() || result.report.empty()) return true;
-    const fs::path target = convert::findForCreation(reportFile);
+    const fs::path target = convert::toPath(reportFile);
     try {
       convert::OutputFile file(target);
       file.write(result.report);

@@ -42,12 +42,14 @@ Batch listBatch(const settings::Settings& settings, const settings::SettingsStor
   const std::string scripts =
       settings::scriptBesideDrawing(settings) ? batch.folder : folderOf(settings.scriptFile, store);
   const fs::path folder = convert::findExisting(batch.folder);
+  const fs::path scriptFolder = convert::findExisting(scripts);
   for (const fs::path& path : convert::listFolder(folder, batch.reason)) {
     if (convert::namesFolder(path)) continue;
     const std::string name = convert::fromPath(path.filename());
     if (!dxf::upperCase(name, dxf::Encoding::Utf8).ends_with(kExtension)) continue;
     const std::string stem = name.substr(0, name.size() - kExtension.size());
-    batch.files.push_back({batch.folder + name, scripts + stem + ".scr"});
+    batch.files.push_back({convert::fromPath(path),
+                           convert::fromPath(scriptFolder / convert::toPath(stem + ".scr"))});
   }
   return batch;
 }

@@ -7,7 +7,7 @@
 
 namespace quillon::unattended {
 
-/// One conversion of a batch.
+/// One conversion of a batch, with exact paths.
 struct BatchFile {
   std::string dxfFile;
   std::string scriptFile;

@@ -14,7 +14,7 @@ using convert::Outcome;
 using convert::quotable;
 
 int UnattendedRun::convertOne() {
-  const Outcome outcome = convertTrapped();
+  const Outcome outcome = convertTrapped(false);
   if (cancelled_) return kCancelled;
   return outcome == Outcome::Converted ? kAllConverted : kSomeNotConverted;
 }
@@ -33,7 +33,7 @@ int UnattendedRun::convertBatch() {
   for (const BatchFile& file : batch.files) {
     settings_.dxfFile = file.dxfFile;
     settings_.scriptFile = file.scriptFile;
-    ++(convertTrapped() == Outcome::Converted ? converted : failed);
+    ++(convertTrapped(true) == Outcome::Converted ? converted : failed);
     if (cancelled_) break;
   }
   console_.printError(texts_(3121, {std::to_string(converted), std::to_string(failed)}) + "\n");
@@ -42,21 +42,22 @@ int UnattendedRun::convertBatch() {
 }
 
 /// An unexpected error ends the conversion of one drawing, and the batch goes on.
-Outcome UnattendedRun::convertTrapped() {
+Outcome UnattendedRun::convertTrapped(bool listed) {
   Outcome outcome = Outcome::Ended;
   errors::attempt(
-      faults_, "UnattendedRun", "convert", [&] { outcome = convert(); }, errors::kMayLeave);
+      faults_, "UnattendedRun", "convert", [&] { outcome = convert(listed); }, errors::kMayLeave);
   return outcome;
 }
 
-Outcome UnattendedRun::convert() {
+Outcome UnattendedRun::convert(bool listed) {
   errors::Procedure running(faults_.callStack(), "convert", "convertDXF");
   running.parameter("dxfFile", errors::toValue(settings_.dxfFile));
   running.parameter("scriptFile", errors::toValue(settings_.scriptFile));
   convert::Surroundings surroundings = settings::surroundingsOf(store_, texts_.languageOffset());
   surroundings.clearAbandoned = clearAbandoned_;
   clearAbandoned_ = false;  // the scripts of a batch share their folder
-  const convert::ConversionJob job = settings::jobOf(settings_, line_);
+  convert::ConversionJob job = settings::jobOf(settings_, line_);
+  job.literalPaths = listed;
   progress_.begin(convert::lastComponent(job.dxfFile), line_.autoRunExit);
   UnattendedHost host(console_, progress_, texts_);
   const ConversionResult result = convert::convertDXF(job, host, surroundings);

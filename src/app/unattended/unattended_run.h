@@ -32,8 +32,9 @@ class UnattendedRun {
  private:
   int convertOne();
   int convertBatch();
-  convert::Outcome convert();
-  convert::Outcome convertTrapped();
+  /// `listed`: the files of the settings have been found in a folder; no user has typed them.
+  convert::Outcome convert(bool listed);
+  convert::Outcome convertTrapped(bool listed);
 
   const settings::SettingsStore& store_;
   const convert::CommandLine& line_;

@@ -208,7 +208,10 @@ convert::ConversionResult MainWindow::convertShown() {
   const ConversionInProgress running(*this);
   const convert::Surroundings surroundings =
       settings::surroundingsOf(context_.store, context_.LanguageOffset);
-  const convert::ConversionJob job = settings::jobOf(settings(), context_.line);
+  convert::ConversionJob job = settings::jobOf(settings(), context_.line);
+  // A script that was made from the name of an existing drawing has that name to the letter.
+  job.literalPaths = convert::namesHaveCase() && toQt(job.scriptFile) == followedScript_ &&
+                     convert::namesFile(convert::toPath(job.dxfFile));
   WindowHost host(context_, *progress_, this);
   return convert::convertDXF(job, host, surroundings);
 }

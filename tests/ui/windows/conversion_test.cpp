@@ -52,6 +52,14 @@ TEST_F(ConversionTest, EnterStartsAndTheWindowSaysWhatCameOut) {
   EXPECT_TRUE(window.isEnabled());
 }
 
+TEST_F(ConversionTest, TheScriptOfADroppedDrawingHasItsNameToTheLetter) {
+  std::filesystem::create_directory(folder.path() / "in");
+  draw("in/..\\evil.dxf");
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_TRUE(folder.has("in/..\\evil.scr"));
+  EXPECT_FALSE(folder.has("evil.scr"));
+}
+
 TEST_F(ConversionTest, MakesTheFrameFileInTheProgramFolder) {
   draw();
   EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
