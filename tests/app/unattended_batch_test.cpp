@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 
 #include "app/unattended/batch.h"
 #include "platform.h"
@@ -71,12 +72,54 @@ TEST_F(BatchTest, AnEmptyPathMeansTheProgramFolder) {
   EXPECT_EQ(sortedFiles(), (std::vector<BatchFile>{{root + "/a.dxf", root + "/a.scr"}}));
 }
 
-TEST_F(BatchTest, SaysWhyAFolderCannotBeListed) {
-  settings.dxfFile = "Q:\\none\\a.dxf";
-  const Batch batch = listBatch(settings, store);
-  EXPECT_EQ(batch.folder, "Q:\\");
-  EXPECT_EQ(batch.reason, ENOENT);
-  EXPECT_TRUE(batch.files.empty());
+TEST_F(BatchTest, NamesTheFolderOfTheDrawingsThatIsMissing) {
+  folder.write("a.dxf", "");
+  folder.write("in/a.dxf", "");
+  for (const auto& [drawing, missing] :
+       std::map<std::string, std::string>{{"Q:\\none\\a.dxf", "Q:\\none\\"},
+                                          {"Q:a.dxf", "Q:\\"},
+                                          {root + "/none/*.dxf", root + "/none/"},
+                                          {root + "/none/deeper/a.dxf", root + "/none/deeper/"},
+                                          {root + "/in/none", root + "/in/none/"},
+                                          {root + "/in/none/", root + "/in/none/"},
+                                          {root + "/in/a.dxf/", root + "/in/a.dxf/"}}) {
+    settings.dxfFile = drawing;
+    const Batch batch = listBatch(settings, store);
+    EXPECT_EQ(batch.missing.folder, missing) << drawing;
+    EXPECT_EQ(batch.missing.item, "/x:") << drawing;
+    EXPECT_TRUE(batch.files.empty()) << drawing;
+  }
+}
+
+TEST_F(BatchTest, NamesTheFolderOfTheScriptsThatIsMissing) {
+  folder.write("in/a.dxf", "");
+  for (const char* const script : {"/none/x.scr", "/none/", "/none"}) {
+    settings.scriptFile = root + script;
+    const Batch batch = listBatch(settings, store);
+    EXPECT_EQ(batch.missing.folder, root + "/none/") << script;
+    EXPECT_EQ(batch.missing.item, "/s:") << script;
+    EXPECT_TRUE(batch.files.empty()) << script;
+  }
+}
+
+TEST_F(BatchTest, AFolderNeedsNoSeparatorAtItsEnd) {
+  folder.write("a.dxf", "");
+  folder.write("in/b.dxf", "");
+  fs::create_directory(folder.path() / "v1.2");
+  folder.write("v1.2/c.dxf", "");
+  settings.dxfFile = root + "/in";
+  settings.scriptFile = root + "/out";
+  EXPECT_EQ(sortedFiles(), (std::vector<BatchFile>{{root + "/in/b.dxf", root + "/out/b.scr"}}));
+  settings.dxfFile = root + "/v1.2";
+  settings.scriptFile = root + "/v1.2";
+  EXPECT_EQ(sortedFiles(), (std::vector<BatchFile>{{root + "/v1.2/c.dxf", root + "/v1.2/c.scr"}}));
+}
+
+TEST_F(BatchTest, ADrawingWithoutAnExtensionStandsForItsFolder) {
+  folder.write("in/a.dxf", "");
+  folder.write("in/drawing", "");
+  settings.dxfFile = root + "/in/drawing";
+  EXPECT_EQ(sortedFiles(), (std::vector<BatchFile>{{root + "/in/a.dxf", root + "/out/a.scr"}}));
 }
 
 }  // namespace

@@ -197,10 +197,34 @@ TEST_F(UnattendedTest, ABatchOverAFolderWithoutDrawingsConvertsNothing) {
                "0 drawings converted, 0 not converted\n");
 }
 
-TEST_F(UnattendedTest, ABatchOverAFolderThatIsMissingIsAnError) {
-  expectResult(run({"/x:Q:\\none\\*.dxf", "/rx"}), 1, "",
-               "quillon: q:\\ cannot be read: No such file or directory. Please check the path and "
-               "its permissions.\n");
+TEST_F(UnattendedTest, ABatchOverAFolderThatIsMissingIsRefused) {
+  write("above.dxf", oneLine());
+  drawings("a.dxf");
+  const Strings before = files();
+  expectResult(
+      run({"/x:Q:\\none\\*.dxf", "/rx"}), 1, "",
+      "quillon: The folder q:\\none\\ does not exist. Please create it or name another one "
+      "with /x:.\n");
+  for (const char* const drawing : {"/x:nofolder\\*.dxf", "/x:nofolder\\", "/x:nofolder"}) {
+    const ProgramResult result = run({drawing, "/s:in\\x.scr", "/rx"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.error.find("does not exist. Please create it or name another one with /x:.\n"),
+              std::string::npos)
+        << result.error;
+  }
+  expectResult(run({"/x:in\\*.dxf", "/s:q:\\out\\x.scr", "/rx"}), 1, "",
+               "quillon: The folder q:\\out\\ does not exist. Please create it or name another one "
+               "with /s:.\n");
+  EXPECT_EQ(files(), before);
+}
+
+TEST_F(UnattendedTest, ABatchTakesAFolderWithoutItsLastSeparator) {
+  write("above.dxf", oneLine());
+  std::filesystem::create_directory(folder.path() / "out");
+  drawings("a.dxf");
+  EXPECT_EQ(run({"/x:in", "/s:out", "/rx"}).exitCode, 0);
+  EXPECT_TRUE(folder.has("out/a.scr"));
+  EXPECT_FALSE(folder.has("above.scr"));
 }
 
 TEST_F(UnattendedTest, AnInterruptEndsTheBatchAndLeavesAWellFormedScript) {

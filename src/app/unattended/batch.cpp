@@ -1,5 +1,6 @@
 #include "app/unattended/batch.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -27,11 +28,32 @@ std::string rooted(std::string_view path) {
   return error ? std::string(path) : convert::fromPath(current / convert::toPath(path));
 }
 
-/// The folder part of a path, with a separator at its end.
-std::string folderOf(std::string_view path, const settings::SettingsStore& store) {
-  std::string folder = store.GetDirectory(rooted(path));
-  const bool separated = folder.ends_with('\\') || folder.ends_with('/');
-  return separated ? folder : folder + '/';
+bool isSeparated(std::string_view path) { return path.ends_with('\\') || path.ends_with('/'); }
+
+/// True for a folder, and for what is neither there nor has an extension: that was meant for a
+/// folder, and must not stand for the one above.
+bool meansFolder(std::string_view path) {
+  const bool isDrive = path.size() == 2 && path[1] == ':';
+  if (isDrive || path.find('*') != std::string_view::npos) return false;
+  const fs::path found = convert::findExisting(path);
+  const bool hasExtension = convert::lastComponent(path).find('.') != std::string_view::npos;
+  return convert::namesFolder(found) || (!hasExtension && !convert::namesFile(found));
+}
+
+/// The folder that a path means, or the part of it before its name, with a separator at its end.
+std::string folderOf(std::string_view typed, const settings::SettingsStore& store) {
+  std::string path = rooted(typed);
+  if (path.empty()) path = convert::fromPath(store.programFolder());
+  if (path.empty()) return path;
+  if (meansFolder(path)) return isSeparated(path) ? path : path + '/';
+  path.erase(std::min(path.find('*'), path.size()));
+  const std::string before = path.substr(0, path.size() - convert::lastComponent(path).size());
+  return before.empty() ? path.substr(0, 2) + '\\' : before;
+}
+
+/// True when there is surely no folder at a path.
+bool isNoFolder(const fs::path& path) {
+  return convert::isMissing(path) || convert::namesFile(path);
 }
 
 }  // namespace
@@ -43,6 +65,9 @@ Batch listBatch(const settings::Settings& settings, const settings::SettingsStor
       settings::scriptBesideDrawing(settings) ? batch.folder : folderOf(settings.scriptFile, store);
   const fs::path folder = convert::findExisting(batch.folder);
   const fs::path scriptFolder = convert::findExisting(scripts);
+  if (isNoFolder(folder)) batch.missing = {batch.folder, "/x:"};
+  if (batch.missing.item.empty() && isNoFolder(scriptFolder)) batch.missing = {scripts, "/s:"};
+  if (!batch.missing.item.empty()) return batch;
   for (const fs::path& path : convert::listFolder(folder, batch.reason)) {
     if (convert::namesFolder(path)) continue;
     const std::string name = convert::fromPath(path.filename());

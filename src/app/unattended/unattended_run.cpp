@@ -22,6 +22,11 @@ int UnattendedRun::convertOne() {
 /// Only a cancel ends the batch before its last file.
 int UnattendedRun::convertBatch() {
   const Batch batch = listBatch(settings_, store_);
+  if (!batch.missing.item.empty()) {
+    const auto& [folder, item] = batch.missing;
+    console_.printError("quillon: " + texts_(3071, {quotable(folder), item}) + "\n");
+    return kSomeNotConverted;
+  }
   if (batch.reason != 0) {
     const convert::Messages messages(texts_);
     const std::string reason = messages.reasonText(batch.reason);
