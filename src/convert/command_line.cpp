@@ -73,17 +73,52 @@ void takeItem(CommandLine& line, std::string_view item) {
   }
 }
 
+/// The items with the blanks around them.
+std::vector<std::string_view> splitItems(std::string_view text) {
+  std::vector<std::string_view> items;
+  while (!text.empty()) {
+    const std::size_t slash = std::min(text.find('/'), text.size());
+    items.push_back(text.substr(0, slash));
+    text.remove_prefix(std::min(slash + 1, text.size()));
+  }
+  return items;
+}
+
+bool isPathItem(std::string_view item) {
+  return item.starts_with("x:") || item.starts_with("s:") || item.starts_with("d:");
+}
+
+/// Whether an item can hardly be a folder or a file of a path that was split.
+bool looksLikeOption(std::string_view item) {
+  return item == "ru" || item == "rx" || item.substr(1, 1) == ":";
+}
+
+/// The first path that was written with "/", put together again with "\\".
+std::string findSplitPath(const std::vector<std::string_view>& items) {
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    std::string_view part = dxf::trimBlanks(items[i]);
+    if (!isPathItem(part)) continue;
+    std::string path = "/" + std::string(part);
+    const std::size_t whole = path.size();
+    // A blank stands before an item of its own.
+    for (std::size_t next = i + 1; next < items.size() && !items[next - 1].ends_with(' '); ++next) {
+      part = dxf::trimBlanks(items[next]);
+      if (looksLikeOption(part)) break;
+      path.append("\\").append(part);
+    }
+    if (path.find_first_not_of('\\', whole) != std::string::npos) return path;
+  }
+  return {};
+}
+
 }  // namespace
 
 CommandLine parseCommandLine(std::string_view text) {
   CommandLine line;
   const std::string lower = dxf::lowerCase(text);
-  std::string_view rest = lower;
-  while (!rest.empty()) {
-    const std::size_t slash = std::min(rest.find('/'), rest.size());
-    takeItem(line, dxf::trimBlanks(rest.substr(0, slash)));
-    rest.remove_prefix(std::min(slash + 1, rest.size()));
-  }
+  const std::vector<std::string_view> items = splitItems(lower);
+  for (const std::string_view item : items) takeItem(line, dxf::trimBlanks(item));
+  line.splitPath = findSplitPath(items);
   return line;
 }
 

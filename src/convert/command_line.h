@@ -55,6 +55,10 @@ struct CommandLine {
   bool autoRunExit = false;      ///< every drawing of a folder, then the end
   bool overwriteScript = false;  ///< without a question
 
+  /// An item for a path that was written with "/", where it ended: the item with "\" instead. ""
+  /// when there is none.
+  std::string splitPath;
+
   /// The bit of an option; true values come from the command line, not from the settings file.
   bool given(CommandLineOption option) const {
     return (CmdLineGiven >> (static_cast<unsigned>(option) - 1U) & 1U) != 0;

@@ -132,6 +132,16 @@ TEST_F(UnattendedTest, AScriptInAMissingFolderIsAnErrorAndGoesNowhereElse) {
   }
 }
 
+TEST_F(UnattendedTest, APathWithSlashesIsToldHowToBeWritten) {
+  const ProgramResult result = run({"/x:/home/me/In.dxf", "/s:out.scr", "/ru"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(result.error.starts_with(
+      testing::withSlashes("quillon: Warning: \"/\" begins a new item here and has split a path. "
+                           "Please write paths with "
+                           "\"\\\": /x:\\home\\me\\in.dxf\n")))
+      << result.error;
+}
+
 TEST_F(UnattendedTest, ATextWithoutSectionsGivesTheFrameAlone) {
   folder.write("part.dxf", "just\nsome\ntext\n");
   EXPECT_EQ(run({"/x:part.dxf", "/s:out.scr", "/ru"}).exitCode, 0);

@@ -122,6 +122,22 @@ TEST(CommandLine, EverySlashBeginsAnItem) {
   EXPECT_TRUE(parse("x:a.dxf/t:t").dotted);
 }
 
+TEST(CommandLine, NoticesAPathThatASlashHasSplit) {
+  EXPECT_EQ(parse("/x:/home/Me/in.dxf /ru").splitPath, "/x:\\home\\me\\in.dxf");
+  EXPECT_EQ(parse("/ru /d:C:/my layers/a.lay").splitPath, "/d:c:\\my layers\\a.lay");
+  EXPECT_EQ(parse("/s:out/x.scr/x:in.dxf").splitPath, "/s:out\\x.scr");
+  EXPECT_EQ(parse("/x:/rust/in.dxf").splitPath, "/x:\\rust\\in.dxf");
+  EXPECT_EQ(parse("/x://server/share/in.dxf").splitPath, "/x:\\\\server\\share\\in.dxf");
+}
+
+TEST(CommandLine, TakesNoOtherItemForPartOfAPath) {
+  for (const char* const text :
+       {"/x:in.dxf/s:out.scr/ru", "/x:in.dxf /quiet", "/x:in.dxf/rx", "/x: /s:out.scr",
+        "/x:in.dxf/", "/x:in.dxf //", "/x:in.dxf/z:1", "/b:my/board", "/x:\\home\\in.dxf"}) {
+    EXPECT_EQ(parse(text).splitPath, "") << text;
+  }
+}
+
 TEST(CommandLine, IgnoresUnknownItems) {
   const CommandLine line = parse("part.dxf /q:1 /? //x /-x:a /r /");
   EXPECT_EQ(line.CmdLineGiven, 0U);

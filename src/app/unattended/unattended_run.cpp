@@ -13,6 +13,15 @@ using convert::ConversionResult;
 using convert::Outcome;
 using convert::quotable;
 
+int UnattendedRun::run() {
+  if (!line_.splitPath.empty()) warn(texts_(3072, {quotable(line_.splitPath)}));
+  return line_.autoRunExit ? convertBatch() : convertOne();
+}
+
+void UnattendedRun::warn(const std::string& text) {
+  console_.printError("quillon: " + std::string(texts_(2805)) + ": " + text + "\n");
+}
+
 int UnattendedRun::convertOne() {
   const Outcome outcome = convertTrapped(false);
   if (cancelled_) return kCancelled;

@@ -27,9 +27,10 @@ class UnattendedRun {
         faults_(faults) {}
 
   /// Carries out what the command line asks for. The result is the exit code.
-  int run() { return line_.autoRunExit ? convertBatch() : convertOne(); }
+  int run();
 
  private:
+  void warn(const std::string& text);
   int convertOne();
   int convertBatch();
   /// `listed`: the files of the settings have been found in a folder; no user has typed them.

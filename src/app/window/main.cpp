@@ -52,6 +52,7 @@ int runWindows(ui::AppContext& context, const unattended::StartUp& start,
   window.resize(window.sizeHint());
   centre(window);
   window.show();
+  window.warnOfSplitPath();
   return context.faults->ending() ? ui::kEndedByError : QApplication::exec();
 }
 

@@ -31,6 +31,8 @@ class MainWindow : public QDialog {
   void showSettings(const settings::Settings& settings);
   /// Puts a drawing into its field, and a script beside it into the script's.
   void setDrawing(const QString& path);
+  /// Tells of a path on the command line that a "/" in it has cut off.
+  void warnOfSplitPath();
 
   /// Converts with what the controls show. What came out is shown and returned.
   convert::ConversionResult befStart_Click();

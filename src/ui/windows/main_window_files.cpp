@@ -1,8 +1,10 @@
 // How the main window gets its files: chosen in dialogs, dropped onto it, or following the drawing.
 #include <QDir>
 #include <QDropEvent>
+#include <QMessageBox>
 #include <QMimeData>
 
+#include "convert/messages.h"
 #include "convert/paths.h"
 #include "ui/windows/file_dialog.h"
 #include "ui/windows/main_window.h"
@@ -25,6 +27,12 @@ void MainWindow::setDrawing(const QString& path) {
   controls_.txtDXFDatei->setPath(path);
   followedScript_ = controls_.txtScriptdatei->path();
   followDrawing();
+}
+
+void MainWindow::warnOfSplitPath() {
+  if (context_.line.splitPath.empty()) return;
+  QMessageBox::warning(this, context_.text(2805),
+                       context_.text(3072, {convert::quotable(context_.line.splitPath)}));
 }
 
 void MainWindow::followDrawing() {

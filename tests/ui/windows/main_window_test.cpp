@@ -229,6 +229,19 @@ TEST_F(MainWindowTest, ADroppedFileBecomesTheDrawing) {
   EXPECT_EQ(field("txtScriptdatei").text(), path("a.part.scr"));
 }
 
+TEST_F(MainWindowTest, SaysHowAPathWithSlashesIsWritten) {
+  window.warnOfSplitPath();
+  EXPECT_EQ(modalWindows, 0);
+  context.line = convert::parseCommandLine("/x:/home/me/in.dxf");
+  whenAsked(QMessageBox::Ok);
+  window.warnOfSplitPath();
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_EQ(fromQt(boxTitle), "Warning");
+  EXPECT_EQ(fromQt(boxText),
+            "\"/\" begins a new item here and has split a path. Please write paths with \"\\\": "
+            "/x:\\home\\me\\in.dxf");
+}
+
 TEST_F(MainWindowTest, PathFieldsLeaveADropToTheWindow) {
   EXPECT_FALSE(field("txtDXFDatei").acceptDrops());
   EXPECT_FALSE(field("txtScriptdatei").acceptDrops());
