@@ -28,7 +28,13 @@ DrawingInput::DrawingInput(std::FILE* stream, const Cancelled& cancelled)
 }
 
 DrawingInput DrawingInput::openFile(const std::filesystem::path& path, const Cancelled& cancelled) {
-  FileHandle file = convert::openFile(path, "rb");
+  FileHandle file;
+  bool interrupted = false;
+  do {  // a pipe opens only when somebody writes to it
+    file = convert::openFile(path, "rb");
+    interrupted = file == nullptr && dxf::readWasInterrupted();
+  } while (interrupted && !cancelled());
+  if (interrupted) throw dxf::ReadError(EINTR);
   if (file == nullptr) failReading();
   DrawingInput input(file.get(), cancelled);
   input.file_ = std::move(file);

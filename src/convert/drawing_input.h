@@ -17,7 +17,8 @@ class DrawingInput {
   /// Asked where reading may have to wait; after a yes the input ends.
   using Cancelled = std::function<bool()>;
 
-  /// Open a file or the process's standard input and look at the first bytes. Throw ReadError.
+  /// Open a file or the process's standard input and look at the first bytes. Throw ReadError; a
+  /// cancel while a pipe waits for its writer is the reason EINTR.
   static DrawingInput openFile(const std::filesystem::path& path, const Cancelled& cancelled);
   static DrawingInput standardInput(const Cancelled& cancelled);
 

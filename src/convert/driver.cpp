@@ -59,8 +59,10 @@ class Conversion {
     } catch (const dxf::RunTimeError& error) {
       fail(hasChanged() ? changedText() : messages_.faultText(error, result_.dxfFile));
     } catch (const WriteError& error) {
+      if (wasCancelled(error.reason())) return std::move(result_);
       fail(messages_.unwritableText(result_.scriptFile, scriptPath_, error.reason()));
     } catch (const dxf::ReadError& error) {
+      if (wasCancelled(error.reason())) return std::move(result_);
       fail(messages_.unreadableText(result_.dxfFile, messages_.reasonText(error.reason())));
     } catch (const std::bad_alloc&) {
       fail(messages_.outOfMemoryText());
@@ -213,6 +215,7 @@ class Conversion {
                    ? DrawingInput::standardInput(cancelled)
                    : DrawingInput::openFile(toPath(result_.dxfFile), cancelled);
     } catch (const dxf::ReadError& error) {
+      if (isBrokenWait(error.reason()) && control_.cancelRequested()) throw;
       refuse(messages_.drawingUnreadable(result_.dxfFile, messages_.reasonText(error.reason())));
     }
     if (control_.cancelled()) return;  // what was read of it says nothing
@@ -322,6 +325,17 @@ class Conversion {
     control_.stop();
     output_.reset();
     host_.tell(messages_.scriptError(result_.scriptFile, std::move(detail)));
+  }
+
+  /// True when an error is a cancel: what the run waited for has been given up, and with it the
+  /// script, as nobody may be there to read even its last lines.
+  bool wasCancelled(int reason) {
+    if (!isBrokenWait(reason) || !control_.cancelRequested()) return false;
+    output_.reset();
+    result_.outcome = Outcome::Cancelled;
+    result_.scriptFile.clear();
+    host_.tell(messages_.cancelled(result_.dxfFile, result_.linesRead));
+    return true;
   }
 
   /// True when the drawing was written anew while it was read: what was read of it may be of two

@@ -42,15 +42,16 @@ struct Surroundings {
 
 enum class Outcome : std::uint8_t {
   Converted,
-  Cancelled,  ///< by the user or the limit of lines; the script is well-formed but incomplete
+  Cancelled,  ///< by the user or the limit of lines; the script, if any, is well-formed but
+              ///< incomplete
   Ended,      ///< the job or the drawing was refused, or an error ended the run; the host was told
 };
 
 /// What came out of a conversion.
 struct ConversionResult {
   Outcome outcome = Outcome::Ended;
-  std::string dxfFile;  ///< as found
-  std::string scriptFile;
+  std::string dxfFile;     ///< as found
+  std::string scriptFile;  ///< "" when a cancel left none
   std::uint64_t linesRead = 0;
   std::uint64_t commandCount = 0;
   emit::EntityCounts counts{};

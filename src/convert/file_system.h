@@ -49,6 +49,9 @@ void copyRights(const std::filesystem::path& from, const std::filesystem::path& 
 /// Removes a file; that it cannot be removed does not matter.
 void removeFile(const std::filesystem::path& path);
 
+/// True for the reason with which a call fails when Ctrl-C ends its waiting.
+bool isBrokenWait(int reason);
+
 /// Has all that was written to a stream put on the disk. The result is the reason of a failure.
 int putOnDisk(std::FILE* stream);
 

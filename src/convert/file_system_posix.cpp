@@ -88,6 +88,8 @@ void removeFile(const fs::path& path) {
   fs::remove(path, ignored);
 }
 
+bool isBrokenWait(int reason) { return reason == EINTR; }
+
 int putOnDisk(std::FILE* stream) {
   return std::fflush(stream) == 0 && fsync(fileno(stream)) == 0 ? 0 : errno;
 }

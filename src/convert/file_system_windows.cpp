@@ -222,6 +222,9 @@ void copyRights(const fs::path&, const fs::path&) {}
 
 void removeFile(const fs::path& path) { DeleteFileW(unlimited(path).c_str()); }
 
+/// The C library knows no reason of its own for it.
+bool isBrokenWait(int reason) { return reason == EINTR || reason == EINVAL; }
+
 int putOnDisk(std::FILE* stream) {
   return std::fflush(stream) == 0 && _commit(_fileno(stream)) == 0 ? 0 : errno;
 }

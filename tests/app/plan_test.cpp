@@ -92,6 +92,25 @@ TEST_F(PlanTest, SortsTheDrawingsOfAFolderByName) {
                                                      folder.file("b.scr")}));
 }
 
+TEST_F(PlanTest, OnlyTheSecondOfTwoListedDrawingsWithOneScriptIsMarked) {
+  for (const char* const name : {"x.dxf", "x.DXF", "y.dxf"}) folder.write(name, "");
+  const Plan plan = planOf({folder.path().string()});
+  EXPECT_EQ(plan.usageError, "");
+  ASSERT_EQ(plan.conversions.size(), 3U);
+  EXPECT_EQ(plan.conversions[0].sameResultAs, "");
+  EXPECT_EQ(plan.conversions[1].job.dxfFile, folder.file("x.dxf"));
+  EXPECT_EQ(plan.conversions[1].sameResultAs, folder.file("x.DXF"));
+  EXPECT_EQ(plan.conversions[2].sameResultAs, "");
+}
+
+TEST_F(PlanTest, ADrawingThatIsTypedAndListedIsConvertedOnce) {
+  const std::string path = folder.write("x.dxf", "");
+  const Plan plan = planOf({path, folder.path().string()});
+  EXPECT_EQ(plan.usageError, "");
+  ASSERT_EQ(plan.conversions.size(), 2U);
+  EXPECT_EQ(plan.conversions[1].sameResultAs, path);
+}
+
 TEST_F(PlanTest, NotesFoldersWithoutADrawing) {
   const Plan plan = planOf({folder.path().string()});
   EXPECT_EQ(plan.emptyFolders, std::vector<std::string>{folder.path().string()});

@@ -3,14 +3,20 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "app/console/interrupt.h"
 #include "app/console/terminal.h"
 
 namespace quillon::console {
 namespace {
 
-bool put(std::FILE* stream, std::string_view text) {
-  const bool whole = writeText(stream, text);
-  return std::fflush(stream) == 0 && whole;
+/// Writes a text. After a cancel a stream that takes nothing is `stuck`: waiting for it once more
+/// would keep the program from ending.
+bool put(std::FILE* stream, bool& stuck, std::string_view text) {
+  if (stuck) return false;
+  bool whole = writeText(stream, text);
+  whole = std::fflush(stream) == 0 && whole;
+  stuck = !whole && interrupted();
+  return whole;
 }
 
 /// The start of a UTF-8 text, cut between characters.
@@ -26,13 +32,13 @@ void Console::printError(std::string_view lines) {
   if (lines.empty()) return;
   const std::lock_guard lock(mutex_);
   erase();
-  put(stderr, lines);
+  put(stderr, errorStuck_, lines);
 }
 
 bool Console::printOutput(std::string_view lines) {
   const std::lock_guard lock(mutex_);
   erase();
-  return put(stdout, lines);
+  return put(stdout, outputStuck_, lines);
 }
 
 void Console::showProgress(int percent, std::string_view label) {
@@ -45,7 +51,7 @@ void Console::showProgress(int percent, std::string_view label) {
   line += std::to_string(percent) + " % " + std::string(shortened(label, kLongestLabel)) + "\x1b[K";
   if (line == shown_) return;
   shown_ = line;
-  put(stderr, line);
+  put(stderr, errorStuck_, line);
 }
 
 void Console::clearProgress() {
@@ -55,7 +61,7 @@ void Console::clearProgress() {
 
 void Console::erase() {
   if (shown_.empty()) return;
-  put(stderr, "\r\x1b[K");
+  put(stderr, errorStuck_, "\r\x1b[K");
   shown_.clear();
 }
 

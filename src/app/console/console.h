@@ -31,6 +31,8 @@ class Console {
   bool showsProgress_;
   std::mutex mutex_;
   std::string shown_;
+  bool outputStuck_ = false;
+  bool errorStuck_ = false;
 };
 
 }  // namespace quillon::console

@@ -3,6 +3,7 @@
 #include <atomic>
 
 #include "app/console/interrupt.h"
+#include "app/console/wait_breaker.h"
 
 namespace quillon::console {
 namespace {
@@ -10,14 +11,30 @@ namespace {
 // The system calls the handler in a thread of its own, which can reach nothing but statics.
 std::atomic<bool> interruptSeen{false};
 std::atomic<HANDLE> waitingThread{nullptr};
+const HANDLE interruptEvent = CreateEventW(nullptr, FALSE, FALSE, nullptr);
 
 BOOL WINAPI onInterrupt(DWORD event) {
   if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) return FALSE;
   if (interruptSeen.exchange(true)) return FALSE;  // the system ends the program
   // A read that waits for a pipe ends, and the cancel is seen at once.
   CancelSynchronousIo(waitingThread.load());
+  SetEvent(interruptEvent);
   return TRUE;
 }
+
+struct System {
+  using Thread = DWORD;
+
+  static void waitForInterrupt() { WaitForSingleObject(interruptEvent, INFINITE); }
+  static void stopWaiting() { SetEvent(interruptEvent); }
+  static void wake(Thread thread) {
+    const HANDLE handle = OpenThread(THREAD_TERMINATE, FALSE, thread);
+    if (handle == nullptr) return;
+    CancelSynchronousIo(handle);
+    CloseHandle(handle);
+  }
+  static bool isSame(Thread a, Thread b) { return a == b; }
+};
 
 }  // namespace
 
@@ -31,5 +48,15 @@ void catchInterrupt() {
 }
 
 bool interrupted() { return interruptSeen.load(); }
+
+struct WaitBreaker::State : Waker<System> {};
+
+WaitBreaker::WaitBreaker() : state_(std::make_unique<State>()) {}
+WaitBreaker::~WaitBreaker() = default;
+
+WaitBreaker::Part::Part(WaitBreaker& breaker) : breaker_(breaker) {
+  breaker_.state_->add(GetCurrentThreadId());
+}
+WaitBreaker::Part::~Part() { breaker_.state_->remove(GetCurrentThreadId()); }
 
 }  // namespace quillon::console

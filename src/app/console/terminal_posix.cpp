@@ -5,7 +5,10 @@
 
 namespace quillon::console {
 
-void prepareStreams() {}
+void prepareStreams() {
+  // What a reader does not take must not be offered to it once more at the program's end.
+  std::setvbuf(stdout, nullptr, _IONBF, 0);
+}
 
 std::vector<std::string> processArguments(int argc, char** argv) {
   return {argv + (argc > 0 ? 1 : 0), argv + argc};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -21,12 +22,28 @@ bool isDrawingName(const fs::path& path) {
   return dxf::equalsUpperCased(fromPath(path.extension()), ".DXF");
 }
 
-std::vector<fs::path> drawingsIn(const fs::path& folder, int& reason) {
-  std::vector<fs::path> drawings;
-  for (fs::path& path : convert::listFolder(folder, reason)) {
-    if (isDrawingName(path) && !convert::namesFolder(path)) drawings.push_back(std::move(path));
+/// A drawing that is to be converted, and where it comes from.
+struct Drawing {
+  fs::path path;
+  bool listed = false;
+};
+
+/// The drawings of a folder in the order of their names. Pipes and devices are left out.
+std::vector<Drawing> drawingsIn(const fs::path& folder, int& reason,
+                                std::vector<std::string>& leftOut) {
+  std::vector<Drawing> drawings;
+  std::vector<fs::path> found = convert::listFolder(folder, reason);
+  std::sort(found.begin(), found.end());
+  for (fs::path& path : found) {
+    if (!isDrawingName(path)) continue;
+    const convert::FileKind kind = convert::fileKind(path);
+    if (kind == convert::FileKind::Folder) continue;
+    if (kind == convert::FileKind::Other) {
+      leftOut.push_back(fromPath(path));
+    } else {
+      drawings.push_back({std::move(path), true});
+    }
   }
-  std::sort(drawings.begin(), drawings.end());
   return drawings;
 }
 
@@ -82,8 +99,10 @@ void planStandardInput(const Options& options, Plan& plan) {
 }
 
 PlannedConversion planDrawing(const Options& options, const PathRules& paths,
-                              const fs::path& drawing) {
+                              const Drawing& source) {
+  const fs::path& drawing = source.path;
   PlannedConversion planned;
+  planned.listed = source.listed;
   planned.job = options.job;
   planned.job.literalPaths = true;
   planned.job.dxfFile = fromPath(drawing);
@@ -101,15 +120,19 @@ fs::path typedFileKey(const std::string& file) {
 }
 
 /// No result may replace a file that is read, nor another result.
-std::string checkCollisions(const Options& options, const Plan& plan) {
-  std::set<fs::path> inputs;
-  if (options.frame) inputs.insert(typedFileKey(*options.frame));
-  if (!options.job.layerFile.empty()) inputs.insert(typedFileKey(options.job.layerFile));
-  for (const PlannedConversion& planned : plan.conversions) {
-    if (!planned.readStandardInput) inputs.insert(fileKey(planned.job.dxfFile));
+class Collisions {
+ public:
+  Collisions(const Options& options, const Plan& plan) {
+    if (options.frame) inputs_.insert(typedFileKey(*options.frame));
+    if (!options.job.layerFile.empty()) inputs_.insert(typedFileKey(options.job.layerFile));
+    for (const PlannedConversion& planned : plan.conversions) {
+      if (!planned.readStandardInput) inputs_.insert(fileKey(planned.job.dxfFile));
+    }
   }
-  std::set<fs::path> written;
-  for (const PlannedConversion& planned : plan.conversions) {
+
+  /// The usage error that a conversion's results make, or "". Where folders bring two drawings with
+  /// one result together, the second one is marked instead.
+  std::string check(PlannedConversion& planned) {
     if (!planned.job.scriptFile.empty() && planned.job.scriptFile == planned.job.dxfFile) {
       return planned.job.scriptFile + " is the drawing itself";
     }
@@ -121,13 +144,30 @@ std::string checkCollisions(const Options& options, const Plan& plan) {
       const bool own = result == &planned.job.scriptFile && !planned.readStandardInput &&
                        key == fileKey(planned.job.dxfFile);
       if (own) continue;
-      if (inputs.contains(key)) return file + " would replace a file that is read";
+      if (inputs_.contains(key)) return file + " would replace a file that is read";
       const convert::FileKind kind = convert::fileKind(toPath(file));
-      const bool isDevice = kind == convert::FileKind::Other || kind == convert::FileKind::Folder;
-      if (!isDevice && !written.insert(key).second) {
-        return "two results would be written to " + file;
-      }
+      if (kind == convert::FileKind::Other || kind == convert::FileKind::Folder) continue;
+      const auto [before, isNew] = written_.try_emplace(key, &planned);
+      if (isNew) continue;
+      const PlannedConversion& first = *before->second;
+      const bool listed = first.listed || planned.listed;
+      if (!listed || &first == &planned) return "two results would be written to " + file;
+      planned.sameResultAs = first.job.dxfFile;
+      break;
     }
+    return {};
+  }
+
+ private:
+  std::set<fs::path> inputs_;
+  std::map<fs::path, const PlannedConversion*> written_;
+};
+
+std::string checkCollisions(const Options& options, Plan& plan) {
+  Collisions collisions(options, plan);
+  for (PlannedConversion& planned : plan.conversions) {
+    std::string error = collisions.check(planned);
+    if (!error.empty()) return error;
   }
   return {};
 }
@@ -163,17 +203,17 @@ Plan makePlan(const Options& options) {
     plan.usageError = checkCollisions(options, plan);
     return plan;
   }
-  std::vector<fs::path> drawings;
+  std::vector<Drawing> drawings;
   plan.several = options.inputs.size() > 1;
   for (const std::string& input : options.inputs) {
     const fs::path path = convert::findExisting(input);
     if (!convert::namesFolder(path)) {
-      drawings.push_back(path);
+      drawings.push_back({path});
       continue;
     }
     plan.several = true;
     int reason = 0;
-    const std::vector<fs::path> found = drawingsIn(path, reason);
+    const std::vector<Drawing> found = drawingsIn(path, reason, plan.leftOut);
     if (reason != 0) {
       plan.unreadableFolders.push_back(input);
     } else if (found.empty()) {
@@ -187,7 +227,7 @@ Plan makePlan(const Options& options) {
   }
   if (!plan.usageError.empty()) return plan;
   const PathRules paths(options, plan.several);
-  for (const fs::path& drawing : drawings) {
+  for (const Drawing& drawing : drawings) {
     plan.conversions.push_back(planDrawing(options, paths, drawing));
   }
   plan.usageError = checkCollisions(options, plan);

@@ -11,6 +11,9 @@ namespace quillon::headless {
 /// One conversion to be made. Its paths are exact.
 struct PlannedConversion {
   convert::ConversionJob job;
+  bool listed = false;  ///< the drawing was found in a folder
+  /// The drawing before this one that has the same script or report: this one cannot be converted.
+  std::string sameResultAs;
   bool readStandardInput = false;
   bool writeStandardOutput = false;
   std::string reportFile;  ///< "" for none
@@ -19,6 +22,7 @@ struct PlannedConversion {
 struct Plan {
   std::vector<PlannedConversion> conversions;
   bool several = false;                        ///< several inputs or a folder
+  std::vector<std::string> leftOut;            ///< pipes and devices named like drawings in folders
   std::vector<std::string> emptyFolders;       ///< folders without a drawing
   std::vector<std::string> unreadableFolders;  ///< folders that cannot be listed
   std::string usageError;                      ///< "" when the plan holds

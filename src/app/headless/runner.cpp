@@ -56,6 +56,7 @@ class Runner {
         printed_(plan_.conversions.size()) {}
 
   int run() {
+    const console::WaitBreaker::Part waits(breaker_);
     for (const std::string& folder : plan_.unreadableFolders) {
       console_.printError(
           problemLine(convert::MessageKind::Error, texts_(3110, {quotable(folder)})));
@@ -63,6 +64,10 @@ class Runner {
     for (const std::string& folder : plan_.emptyFolders) {
       console_.printError(
           problemLine(convert::MessageKind::Error, texts_(3108, {quotable(folder)})));
+    }
+    for (const std::string& file : plan_.leftOut) {
+      console_.printError(
+          problemLine(convert::MessageKind::Warning, texts_(3073, {quotable(file)})));
     }
     clearAbandoned();
     convertAll();
@@ -90,13 +95,18 @@ class Runner {
     {
       std::vector<std::jthread> threads;
       try {
-        for (std::size_t i = 1; i < workers; ++i) threads.emplace_back([this] { work(); });
+        for (std::size_t i = 1; i < workers; ++i) threads.emplace_back([this] { workApart(); });
       } catch (const std::system_error&) {
         // Fewer conversions at the same time do as well.
       }
       work();
     }
     for (std::optional<Printed>& rest : printed_) flush(rest);
+  }
+
+  void workApart() {
+    const console::WaitBreaker::Part waits(breaker_);
+    work();
   }
 
   /// Takes one conversion after the other; after Ctrl-C none is begun.
@@ -150,7 +160,7 @@ class Runner {
   }
 
   Printed convertOne(const PlannedConversion& planned) {
-    if (isUpToDate(planned)) {
+    if (planned.sameResultAs.empty() && isUpToDate(planned)) {
       ++skipped_;
       return {};
     }
@@ -158,9 +168,10 @@ class Runner {
     ConversionResult result;
     std::vector<Message> messages;
     bool reportWritten = true;
-    if (reportInTheWay(planned.reportFile)) {
+    const std::string obstacle = obstacleTo(planned);
+    if (!obstacle.empty()) {
       result.dxfFile = planned.job.dxfFile;
-      messages.push_back(error(texts_(3103, {quotable(planned.reportFile)})));
+      messages.push_back(error(obstacle));
     } else {
       result = convert::convertDXF(planned.job, host, surroundingsOf(planned));
       messages = host.messages();
@@ -173,7 +184,8 @@ class Runner {
     for (const Message& message : messages) {
       printed.error += problemLine(message.kind, message.detail);
     }
-    if (!options_.quiet && result.outcome != Outcome::Ended) printed.error += summary(result);
+    const bool hasScript = result.outcome != Outcome::Ended && !result.scriptFile.empty();
+    if (!options_.quiet && hasScript) printed.error += summary(result);
     if (options_.json)
       printed.output = toJson(result, reportWritten ? planned.reportFile : "", messages);
     return printed;
@@ -193,9 +205,16 @@ class Runner {
     return surroundings;
   }
 
-  bool reportInTheWay(const std::string& reportFile) const {
-    return !reportFile.empty() && !options_.job.overwriteScript &&
-           convert::fileKind(convert::toPath(reportFile)) == convert::FileKind::Regular;
+  /// Why a drawing is not even begun, or "".
+  std::string obstacleTo(const PlannedConversion& planned) const {
+    const std::string& report = planned.reportFile;
+    if (!planned.sameResultAs.empty()) {
+      return texts_(3074, {quotable(planned.job.dxfFile), quotable(planned.job.scriptFile),
+                           quotable(planned.sameResultAs)});
+    }
+    const bool inTheWay = !report.empty() && !options_.job.overwriteScript &&
+                          convert::fileKind(convert::toPath(report)) == convert::FileKind::Regular;
+    return inTheWay ? texts_(3103, {quotable(report)}) : std::string();
   }
 
   bool writeReport(const std::string& reportFile, const ConversionResult& result,
@@ -263,6 +282,7 @@ class Runner {
   Plan plan_;
   resources::Texts texts_;
   console::Console console_;
+  console::WaitBreaker breaker_;
   std::atomic<std::size_t> next_{0};
   std::atomic<std::size_t> converted_{0};
   std::atomic<std::size_t> skipped_{0};

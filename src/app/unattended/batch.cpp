@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <system_error>
+#include <utility>
 
 #include "convert/file_system.h"
 #include "convert/paths.h"
@@ -68,13 +70,23 @@ Batch listBatch(const settings::Settings& settings, const settings::SettingsStor
   if (isNoFolder(folder)) batch.missing = {batch.folder, "/x:"};
   if (batch.missing.item.empty() && isNoFolder(scriptFolder)) batch.missing = {scripts, "/s:"};
   if (!batch.missing.item.empty()) return batch;
+  std::map<std::string, std::string> drawingOf;
   for (const fs::path& path : convert::listFolder(folder, batch.reason)) {
-    if (convert::namesFolder(path)) continue;
+    const convert::FileKind kind = convert::fileKind(path);
+    if (kind == convert::FileKind::Folder) continue;
     const std::string name = convert::fromPath(path.filename());
     if (!dxf::upperCase(name, dxf::Encoding::Utf8).ends_with(kExtension)) continue;
     const std::string stem = name.substr(0, name.size() - kExtension.size());
-    batch.files.push_back({convert::fromPath(path),
-                           convert::fromPath(scriptFolder / convert::toPath(stem + ".scr"))});
+    BatchFile file{convert::fromPath(path),
+                   convert::fromPath(scriptFolder / convert::toPath(stem + ".scr")),
+                   {}};
+    if (kind == convert::FileKind::Other) {
+      batch.leftOut.push_back(std::move(file.dxfFile));
+      continue;
+    }
+    const auto [first, isNew] = drawingOf.try_emplace(file.scriptFile, file.dxfFile);
+    if (!isNew) file.sameScriptAs = first->second;
+    batch.files.push_back(std::move(file));
   }
   return batch;
 }

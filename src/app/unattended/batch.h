@@ -11,6 +11,7 @@ namespace quillon::unattended {
 struct BatchFile {
   std::string dxfFile;
   std::string scriptFile;
+  std::string sameScriptAs = {};  ///< a drawing before it has that script: it cannot be converted
 };
 
 /// A folder that the settings name and that does not exist.
@@ -23,7 +24,8 @@ struct Batch {
   std::string folder;  ///< of the drawings
   MissingFolder missing;
   std::vector<BatchFile> files;
-  int reason = 0;  ///< why the folder cannot be listed (errno), or 0
+  std::vector<std::string> leftOut;  ///< pipes and devices named like drawings
+  int reason = 0;                    ///< why the folder cannot be listed (errno), or 0
 };
 
 /// The drawings ("*.dxf", whatever the case) beside the one in the settings, in the order in which

@@ -1,5 +1,6 @@
 #include "app/unattended/unattended_run.h"
 
+#include "app/console/interrupt.h"
 #include "app/unattended/batch.h"
 #include "app/unattended/unattended_host.h"
 #include "convert/messages.h"
@@ -14,6 +15,8 @@ using convert::Outcome;
 using convert::quotable;
 
 int UnattendedRun::run() {
+  console::WaitBreaker breaker;
+  const console::WaitBreaker::Part waits(breaker);
   if (!line_.splitPath.empty()) warn(texts_(3072, {quotable(line_.splitPath)}));
   return line_.autoRunExit ? convertBatch() : convertOne();
 }
@@ -42,9 +45,18 @@ int UnattendedRun::convertBatch() {
     console_.printError("quillon: " + messages.unreadableText(batch.folder, reason) + "\n");
     return kSomeNotConverted;
   }
+  for (const std::string& file : batch.leftOut) warn(texts_(3073, {quotable(file)}));
   std::size_t converted = 0;
   std::size_t failed = 0;
   for (const BatchFile& file : batch.files) {
+    if (!file.sameScriptAs.empty()) {
+      console_.printError("quillon: " + std::string(texts_(2804)) + ": " +
+                          texts_(3074, {quotable(file.dxfFile), quotable(file.scriptFile),
+                                        quotable(file.sameScriptAs)}) +
+                          "\n");
+      ++failed;
+      continue;
+    }
     settings_.dxfFile = file.dxfFile;
     settings_.scriptFile = file.scriptFile;
     ++(convertTrapped(true) == Outcome::Converted ? converted : failed);

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <stop_token>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include "app/console/interrupt.h"
+
+namespace quillon::console {
+
+/// What WaitBreaker is on every system. `System` has
+///   Thread             a thread that can be woken
+///   waitForInterrupt() returns after an interrupt or stopWaiting(), perhaps also without
+///   stopWaiting()
+///   wake(Thread)       ends what the thread waits for, if it does
+template <typename System>
+class Waker {
+ public:
+  using Thread = typename System::Thread;
+
+  Waker() {
+    try {
+      thread_ = std::jthread([this](const std::stop_token& stop) { run(stop); });
+    } catch (const std::system_error&) {
+      // Without a thread more, Ctrl-C still reaches one of those that wait.
+    }
+  }
+  ~Waker() {
+    thread_.request_stop();
+    System::stopWaiting();
+  }
+  Waker(const Waker&) = delete;
+  Waker& operator=(const Waker&) = delete;
+
+  void add(Thread thread) {
+    const std::lock_guard lock(mutex_);
+    threads_.push_back(thread);
+  }
+  void remove(Thread thread) {
+    const std::lock_guard lock(mutex_);
+    const auto found = std::find_if(threads_.begin(), threads_.end(), [thread](Thread other) {
+      return System::isSame(thread, other);
+    });
+    if (found != threads_.end()) threads_.erase(found);
+  }
+
+ private:
+  // What can end by itself gets a moment for it.
+  static constexpr std::chrono::milliseconds kFirstPause{200};
+  static constexpr std::chrono::milliseconds kPause{50};
+
+  void run(const std::stop_token& stop) {
+    while (!interrupted() && !stop.stop_requested()) System::waitForInterrupt();
+    for (auto pause = kFirstPause;; pause = kPause) {
+      std::unique_lock lock(mutex_);
+      ended_.wait_for(lock, stop, pause, [] { return false; });
+      if (stop.stop_requested()) return;
+      for (const Thread thread : threads_) System::wake(thread);
+    }
+  }
+
+  std::mutex mutex_;
+  std::condition_variable_any ended_;
+  std::vector<Thread> threads_;
+  std::jthread thread_;  // last: it uses the others
+};
+
+}  // namespace quillon::console
