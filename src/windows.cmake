@@ -54,8 +54,7 @@ if(WIN32)
   quillon_windows_resources(quillon "DXF to EAGLE script converter" ${PROJECT_SOURCE_DIR}/packaging/quillon.svg)
 endif()
 if(UNIX AND NOT APPLE)
-  include(GNUInstallDirs)
-  install(TARGETS quillon quillon-convert)
+  install(TARGETS quillon)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/help/ DESTINATION ${CMAKE_INSTALL_DATADIR}/quillon/help
     FILES_MATCHING PATTERN "*.html" PATTERN "*.css")
   install(FILES ${PROJECT_SOURCE_DIR}/packaging/quillon.desktop
