@@ -22,10 +22,11 @@ struct ProgramCall {
   std::vector<std::string> arguments;
   std::filesystem::path folder;                                 ///< to work in
   std::vector<std::string> environment = {"LANG=C", "TZ=UTC"};  ///< nothing else is inherited
-  bool unprivileged = false;      ///< without root's rights, which see through every permission
-  std::uint64_t largestFile = 0;  ///< files that the program writes cannot grow beyond it; 0: any
-  int outputStream = -1;          ///< a descriptor that becomes standard output, instead of a file
-  int errorStream = -1;           ///< a descriptor that becomes standard error, instead of a file
+  bool unprivileged = false;       ///< without root's rights, which see through every permission
+  std::uint64_t largestFile = 0;   ///< files that the program writes cannot grow beyond it; 0: any
+  int outputStream = -1;           ///< a descriptor that becomes standard output, instead of a file
+  int errorStream = -1;            ///< a descriptor that becomes standard error, instead of a file
+  std::vector<int> closedStreams;  ///< standard streams that the program starts without
 };
 
 }  // namespace quillon::testing

@@ -52,7 +52,7 @@ class RunningProgram {
       const bool ready = dup2(input[0], STDIN_FILENO) >= 0 &&
                          dup2(outputStream, STDOUT_FILENO) >= 0 &&
                          dup2(errorStream, STDERR_FILENO) >= 0 && chdir(call.folder.c_str()) == 0 &&
-                         limitFiles(call.largestFile) &&
+                         limitFiles(call.largestFile) && closeStreams(call.closedStreams) &&
                          (!call.unprivileged || geteuid() != 0 || setuid(kNobody) == 0);
       if (ready) execve(argv[0], argv.data(), envp.data());
       _exit(127);
@@ -86,6 +86,13 @@ class RunningProgram {
   }
   void interrupt() const { signal(SIGINT); }
   void signal(int number) const { kill(process_, number); }
+  /// Where a descriptor of the program leads; empty when it has none of this number.
+  std::string streamTarget(int descriptor) const {
+    std::error_code error;
+    const std::string link =
+        "/proc/" + std::to_string(process_) + "/fd/" + std::to_string(descriptor);
+    return std::filesystem::read_symlink(link, error).string();
+  }
 
   ProgramResult finish() {
     closeInput();
@@ -110,6 +117,12 @@ class RunningProgram {
   static bool limitFiles(std::uint64_t most) {
     const rlimit limit{most, most};
     return most == 0 || setrlimit(RLIMIT_FSIZE, &limit) == 0;
+  }
+  static bool closeStreams(const std::vector<int>& streams) {
+    for (const int stream : streams) {
+      if (close(stream) != 0) return false;
+    }
+    return true;
   }
   static int openForWriting(const std::string& path) {
     return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
