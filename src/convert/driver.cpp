@@ -340,7 +340,7 @@ class Conversion {
 
   /// True when the drawing was written anew while it was read: what was read of it may be of two
   /// drawings.
-  bool hasChanged() const { return text_ != nullptr && text_->sizeHasChanged(); }
+  bool hasChanged() const { return text_ != nullptr && text_->hasChanged(); }
   std::string changedText() const {
     return messages_.fileError(kChangedMeanwhile, result_.dxfFile).detail;
   }

@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <cerrno>
 
 #include "dxf/stream_position.h"
@@ -7,6 +9,15 @@ namespace quillon::dxf {
 long long seekableSize(std::FILE* stream) {
   if (fseeko(stream, 0, SEEK_END) != 0) return -1;
   return ftello(stream);
+}
+
+FileStamp stampOf(std::FILE* stream) {
+  struct stat status {};
+  if (fstat(fileno(stream), &status) != 0) return {};
+  constexpr std::int64_t kNanoseconds = 1'000'000'000;
+  return {static_cast<std::uint64_t>(status.st_size),
+          status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec, status.st_dev,
+          status.st_ino};
 }
 
 bool seekTo(std::FILE* stream, std::uint64_t position) {

@@ -5,12 +5,32 @@
 
 namespace quillon::dxf {
 
+namespace {
+
+HANDLE handleOf(std::FILE* stream) {
+  return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+}
+
+std::uint64_t joined(DWORD high, DWORD low) {
+  return (static_cast<std::uint64_t>(high) << 32) | low;
+}
+
+}  // namespace
+
 long long seekableSize(std::FILE* stream) {
   // Seeking in a pipe or in the console succeeds here, and means nothing.
-  const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
-  if (GetFileType(handle) != FILE_TYPE_DISK) return -1;
+  if (GetFileType(handleOf(stream)) != FILE_TYPE_DISK) return -1;
   if (_fseeki64(stream, 0, SEEK_END) != 0) return -1;
   return _ftelli64(stream);
+}
+
+FileStamp stampOf(std::FILE* stream) {
+  BY_HANDLE_FILE_INFORMATION file{};
+  if (GetFileInformationByHandle(handleOf(stream), &file) == 0) return {};
+  return {joined(file.nFileSizeHigh, file.nFileSizeLow),
+          static_cast<std::int64_t>(
+              joined(file.ftLastWriteTime.dwHighDateTime, file.ftLastWriteTime.dwLowDateTime)),
+          file.dwVolumeSerialNumber, joined(file.nFileIndexHigh, file.nFileIndexLow)};
 }
 
 bool seekTo(std::FILE* stream, std::uint64_t position) {

@@ -36,6 +36,7 @@ TextSource::TextSource(std::FILE* stream, std::string_view head,
     : stream_(stream) {
   const long long size = seekableSize(stream);
   if (size >= 0) {
+    stamp_ = stampOf(stream);
     fileSize_ = static_cast<std::uint64_t>(size);
     grow(kWindow);
     rewind();
@@ -84,11 +85,7 @@ std::uint64_t TextSource::offsetOf(const char* position) const {
   return bytesRead_ - static_cast<std::uint64_t>(end() - position);
 }
 
-bool TextSource::sizeHasChanged() const {
-  if (stream_ == nullptr) return false;
-  const long long size = seekableSize(stream_);
-  return size < 0 || static_cast<std::uint64_t>(size) != fileSize_;
-}
+bool TextSource::hasChanged() const { return stream_ != nullptr && stampOf(stream_) != stamp_; }
 
 bool TextSource::isUtf8(const std::function<bool()>& cancelled) {
   Utf8Check check;

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "dxf/stream_position.h"
+
 namespace quillon::dxf {
 
 /// The character that ends a line and the one that is dropped wherever it occurs.
@@ -71,9 +73,9 @@ class TextSource {
   /// Bytes of the file in front of a position in the window, and in the whole file as far as known.
   std::uint64_t offsetOf(const char* position) const;
   std::uint64_t fileSize() const { return fileSize_; }
-  /// True when the file is not as long any more as it was at the beginning. Reading cannot go on
-  /// after the question.
-  bool sizeHasChanged() const;
+  /// True when the file was written to since this object was made. A file that took its name in the
+  /// meantime is another one and does not count.
+  bool hasChanged() const;
 
   /// True when the whole file is well-formed UTF-8. Reads a file through once; `cancelled` is asked
   /// now and then, and a cancel gives false.
@@ -99,6 +101,7 @@ class TextSource {
   char lastByte_ = '\0';         ///< the last byte read from the stream
   std::uint64_t bytesRead_ = 0;  ///< from the start of the file to the window's end
   std::uint64_t fileSize_ = 0;
+  FileStamp stamp_;
   LineEnds lineEnds_;
 };
 

@@ -14,11 +14,17 @@ class ChangeTest : public DriverTest {
       dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "2"}});
     }
     draw(dxf);
+    datePast();
     folder.write("drawing.scr", "old");
     job.overwriteScript = true;
     surroundings.refuseWithoutSections = true;
   }
 
+  /// Clocks of file systems tick slowly: a change right after the drawing was made might not be
+  /// seen.
+  void datePast() const {
+    fs::last_write_time(job.dxfFile, fs::file_time_type::clock::now() - std::chrono::hours(1));
+  }
   /// Does something to the drawing once reading has got some way into it.
   void whileReading(const std::function<void(const fs::path&)>& change) {
     host.cancelWhen = [this, change] {
@@ -61,6 +67,26 @@ TEST_F(ChangeTest, ThatGrowAreRefused) {
   expectRefusal();
 }
 
+TEST_F(ChangeTest, ThatAreRewrittenInTheirSizeAreRefused) {
+  whileReading([](const fs::path& drawing) {
+    std::fstream file(drawing, std::ios::binary | std::ios::in | std::ios::out);
+    file.seekp(static_cast<std::streamoff>(fs::file_size(drawing) / 2));
+    file << "9";
+  });
+  const auto size = fs::file_size(job.dxfFile);
+  expectRefusal();
+  EXPECT_EQ(fs::file_size(job.dxfFile), size);
+}
+
+TEST_F(ChangeTest, ThatAreOnlyReadAndRenamedAreConverted) {
+  whileReading([this](const fs::path& drawing) {
+    EXPECT_FALSE(folder.read("drawing.dxf").empty());
+    fs::rename(drawing, folder.path() / "other.dxf");
+  });
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_TRUE(changed_);
+}
+
 TEST_F(ChangeTest, ThatVanishAreConvertedAsTheyWere) {
   whileReading([](const fs::path& drawing) { fs::remove(drawing); });
   EXPECT_EQ(convert(), Outcome::Converted);
@@ -86,6 +112,7 @@ TEST_F(ChangeTest, ThatShrinkInsideABlockAreRefusedForThat) {
   }
   dxf.endBlock();
   draw(dxf);
+  datePast();
   whileReading(
       [](const fs::path& drawing) { fs::resize_file(drawing, fs::file_size(drawing) / 2); });
   EXPECT_EQ(convert(), Outcome::Ended);
