@@ -38,13 +38,9 @@ bool makeFolders(const std::filesystem::path& folder);
 std::filesystem::path followLinks(const std::filesystem::path& path);
 
 /// Puts a new file in the place of another one of the same folder, in one step: at any moment one
-/// or the other is there as a whole. The new file gets the rights of the old one. The result is the
-/// reason of a failure; both files are then as they were.
+/// or the other is there as a whole. Where the system can, the new file gets the rights of the old
+/// one. The result is the reason of a failure; both files are then as they were.
 int replaceWith(const std::filesystem::path& target, const std::filesystem::path& newFile);
-
-/// Gives a new file the rights of an existing one, as far as this system keeps them in the file
-/// while it is written.
-void copyRights(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Removes a file; that it cannot be removed does not matter.
 void removeFile(const std::filesystem::path& path);

@@ -77,12 +77,6 @@ int replaceWith(const fs::path& target, const fs::path& newFile) {
   return error.value();
 }
 
-void copyRights(const fs::path& from, const fs::path& to) {
-  std::error_code error;
-  const fs::file_status status = fs::status(from, error);
-  if (fs::exists(status)) fs::permissions(to, status.permissions(), error);
-}
-
 void removeFile(const fs::path& path) {
   std::error_code ignored;
   fs::remove(path, ignored);

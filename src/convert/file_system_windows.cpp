@@ -217,9 +217,6 @@ int replaceWith(const fs::path& target, const fs::path& newFile) {
   return reasonOf(error);
 }
 
-/// ReplaceFileW does it when the new file takes its place.
-void copyRights(const fs::path&, const fs::path&) {}
-
 void removeFile(const fs::path& path) { DeleteFileW(unlimited(path).c_str()); }
 
 /// The C library knows no reason of its own for it.

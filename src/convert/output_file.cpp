@@ -27,12 +27,14 @@ OutputFile::OutputFile(const fs::path& target, bool mayWriteDirectly)
     : target_(followLinks(target)) {
   const FileKind kind = fileKind(target_);
   if (kind == FileKind::Folder) throw WriteError(EISDIR);
+  FileHandle old;
   if (kind == FileKind::Regular) {
     // Opening for update changes nothing and finds out whether the file may be written.
-    if (openFile(target_, "r+b") == nullptr) throw WriteError(errno);
+    old = openFile(target_, "r+b");
+    if (old == nullptr) throw WriteError(errno);
   }
   const bool regular = kind != FileKind::Other;
-  if (!regular || !openTemporary()) {
+  if (!regular || !openTemporary(old.get())) {
     const int reason = regular ? errno : EACCES;
     if (!mayWriteDirectly || !allowsDirectWriting(reason)) throw WriteError(reason);
     file_ = openFile(target_, "wb");
@@ -51,13 +53,12 @@ OutputFile::~OutputFile() {
   if (!temporary_.empty()) removeFile(temporary_);
 }
 
-bool OutputFile::openTemporary() {
-  std::optional<TemporaryFile> made = makeTemporaryFile(target_.parent_path());
+bool OutputFile::openTemporary(std::FILE* replaced) {
+  std::optional<TemporaryFile> made = makeTemporaryFile(target_.parent_path(), replaced);
   if (!made) return false;
   temporary_ = std::move(made->path);
   file_ = std::move(made->file);
   claim_ = std::move(made->claim);
-  copyRights(target_, temporary_);
   return true;
 }
 

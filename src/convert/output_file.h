@@ -48,7 +48,7 @@ class OutputFile : public emit::ScriptSink {
   explicit OutputFile(const std::filesystem::path& target, bool mayWriteDirectly);
   friend void replaceFile(const std::filesystem::path& target, std::string_view bytes);
 
-  bool openTemporary();
+  bool openTemporary(std::FILE* replaced);
   void sync();
 
   std::filesystem::path target_;

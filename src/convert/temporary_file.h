@@ -17,8 +17,12 @@ struct TemporaryFile {
   std::shared_ptr<void> claim;
 };
 
-/// Makes a temporary file in a folder. Nothing, with errno set, when that fails.
-std::optional<TemporaryFile> makeTemporaryFile(const std::filesystem::path& folder);
+/// Makes a temporary file in a folder. One that is to take the place of `replaced`, an open file,
+/// gets its rights, its owner and its group as far as this user may give them, but never runs with
+/// its owner's or group's rights; without it, it is a new file like others. At no moment has
+/// anybody more rights than in the end. Nothing, with errno set, when that fails.
+std::optional<TemporaryFile> makeTemporaryFile(const std::filesystem::path& folder,
+                                               std::FILE* replaced = nullptr);
 
 /// Removes the temporary files that writers left in a folder when they were killed. Those of living
 /// writers stay.

@@ -23,6 +23,8 @@ namespace {
 
 constexpr std::string_view kPrefix = ".quillon-";
 constexpr std::string_view kSuffix = ".tmp";
+/// Those of a new file, before the user's mask.
+constexpr mode_t kUsualRights = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
 
 /// The file's own process stands in its name for whoever meets it.
 std::string newName() {
@@ -42,6 +44,23 @@ bool lock(int file, int operation) {
     result = flock(file, operation);
   } while (result != 0 && errno == EINTR);
   return result == 0;
+}
+
+/// Makes a new file with these rights, or fewer where the user's mask says so.
+FileHandle create(const fs::path& path, mode_t rights) {
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, rights);
+  return FileHandle(file < 0 ? nullptr : fdopen(file, "wb"));
+}
+
+/// Gives a new file the owner and group of an old one, then its rights, which belong to that group.
+void takeRights(int file, const struct stat& old) {
+  constexpr auto kSameOwner = static_cast<uid_t>(-1);
+  const bool sameGroup =
+      fchown(file, old.st_uid, old.st_gid) == 0 || fchown(file, kSameOwner, old.st_gid) == 0;
+  mode_t rights = old.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+  // The members of another group were among the others before, and get no more than those.
+  if (!sameGroup) rights &= ~static_cast<mode_t>(S_IRWXG) | ((rights & S_IRWXO) << 3);
+  fchmod(file, rights);
 }
 
 /// Keeps the lock of a file when its stream is closed.
@@ -66,12 +85,15 @@ void removeUnlessLocked(const fs::path& path) {
 
 }  // namespace
 
-std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder) {
+std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder, std::FILE* replaced) {
+  struct stat old {};
+  if (replaced != nullptr && fstat(fileno(replaced), &old) != 0) return std::nullopt;
   for (;;) {
     TemporaryFile made;
     made.path = folder / newName();
-    made.file = openFile(made.path, "wbxe");
+    made.file = create(made.path, replaced == nullptr ? kUsualRights : old.st_mode & S_IRWXU);
     if (made.file == nullptr) return std::nullopt;
+    if (replaced != nullptr) takeRights(fileno(made.file.get()), old);
     const int file = fileno(made.file.get());
     // Where locks are not supported the file is never taken for abandoned, as nobody can lock it.
     lock(file, LOCK_EX);

@@ -46,7 +46,8 @@ bool isAbandoned(const std::wstring& name) {
 
 }  // namespace
 
-std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder) {
+/// The new file gets the rights of the old one when it takes its place.
+std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder, std::FILE*) {
   TemporaryFile made;
   made.path = folder / newName();
   made.file = openFile(made.path, "wbx");
