@@ -248,7 +248,7 @@ class Conversion {
     if (!surroundings_.readStandardInput && isSameFile(scriptPath_, toPath(result_.dxfFile))) {
       refuse(messages_.fileError(kScriptIsDrawing, result_.scriptFile));
     }
-    if (job_.overwriteScript || fileKind(scriptPath_) != FileKind::Regular) return;
+    if (job_.overwriteScript || !isInTheWay(scriptPath_)) return;
     if (!host_.ask(messages_.scriptExists(result_.scriptFile))) throw EndOfRun{};
   }
 

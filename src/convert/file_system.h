@@ -34,8 +34,14 @@ std::vector<std::filesystem::path> listFolder(const std::filesystem::path& folde
 /// Makes a folder and those above it. True when it is there afterwards.
 bool makeFolders(const std::filesystem::path& folder);
 
-/// Where writing to this path really ends up: the target of a link.
-std::filesystem::path followLinks(const std::filesystem::path& path);
+/// Where writing to this path really ends up: the target of a link, which need not exist. `reason`
+/// is 0, or says why the system does not let this user follow the link; the path is returned then.
+std::filesystem::path followLinks(const std::filesystem::path& path, int& reason);
+
+/// True when something is at the path that a new file would replace, or when that cannot be found
+/// out. A link counts, wherever it leads; folders, devices and pipes do not, as nothing replaces
+/// them.
+bool isInTheWay(const std::filesystem::path& path);
 
 /// Puts a new file in the place of another one of the same folder, in one step: at any moment one
 /// or the other is there as a whole. Where the system can, the new file gets the rights of the old

@@ -1,6 +1,10 @@
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
+#include <string>
 #include <system_error>
 
 #include "convert/file_system.h"
@@ -9,6 +13,58 @@
 namespace quillon::convert {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+/// A descriptor of something that is looked at, not opened.
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  ~Descriptor() {
+    if (number_ >= 0) close(number_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  int number() const { return number_; }
+
+ private:
+  int number_;
+};
+
+/// The rule of Linux for links in a folder that everybody may write to (fs.protected_symlinks),
+/// kept where it is switched off, too: there, anybody may have put a link in the place of a file,
+/// so only those of this user and of the folder's owner are followed.
+bool mayFollow(const struct stat& link, const struct stat& folder) {
+  constexpr mode_t kShared = S_ISVTX | S_IWOTH;
+  return (folder.st_mode & kShared) != kShared || link.st_uid == geteuid() ||
+         link.st_uid == folder.st_uid;
+}
+
+/// What a link says; empty for what is no link or missing. `reason` says why it must not be
+/// followed. Folder and link stay the same ones between the looks at them.
+fs::path linkAt(const fs::path& path, int& reason) {
+  const fs::path parent = path.has_parent_path() ? path.parent_path() : fs::path(".");
+  const Descriptor folder(open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  const Descriptor entry(folder.number() < 0 ? -1
+                                             : openat(folder.number(), path.filename().c_str(),
+                                                      O_PATH | O_NOFOLLOW | O_CLOEXEC));
+  struct stat link {};
+  struct stat around {};
+  if (entry.number() < 0 || fstat(entry.number(), &link) != 0 ||
+      fstat(folder.number(), &around) != 0) {
+    reason = errno == ENOENT || errno == ENOTDIR ? 0 : errno;
+    return {};
+  }
+  if (!S_ISLNK(link.st_mode)) return {};
+  std::string text(PATH_MAX, '\0');
+  const ssize_t size = readlinkat(entry.number(), "", text.data(), text.size());
+  reason = size < 0 ? errno : mayFollow(link, around) ? 0 : EACCES;
+  text.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
+  return text;
+}
+
+}  // namespace
 
 FileHandle openFile(const fs::path& path, const char* mode) {
   return FileHandle(std::fopen(path.c_str(), mode));
@@ -59,16 +115,31 @@ bool makeFolders(const fs::path& folder) {
   return !error && fs::is_directory(folder, error);
 }
 
-fs::path followLinks(const fs::path& path) {
-  std::error_code error;
-  fs::path target = path;
+fs::path followLinks(const fs::path& path, int& reason) {
   constexpr int kMostLinks = 40;
-  for (int i = 0; i < kMostLinks && fs::is_symlink(target, error); ++i) {
-    const fs::path next = fs::read_symlink(target, error);
-    if (error) break;
-    target = next.is_absolute() ? next : target.parent_path() / next;
+  fs::path target = path;
+  reason = 0;
+  for (int i = 0; i <= kMostLinks; ++i) {
+    const fs::path next = linkAt(target, reason);
+    if (reason != 0) return path;
+    if (next.empty()) return target;
+    target = target.parent_path() / next;
   }
-  return target;
+  reason = ELOOP;
+  return path;
+}
+
+bool isInTheWay(const fs::path& path) {
+  std::error_code error;
+  switch (fs::symlink_status(path, error).type()) {
+    case fs::file_type::not_found:
+    case fs::file_type::directory:
+    case fs::file_type::character:
+    case fs::file_type::fifo:
+      return false;
+    default:
+      return error != std::errc::filename_too_long;  // nothing can have that name
+  }
 }
 
 int replaceWith(const fs::path& target, const fs::path& newFile) {

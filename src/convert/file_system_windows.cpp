@@ -183,14 +183,28 @@ bool makeFolders(const fs::path& folder) {
          fileKind(folder) == FileKind::Folder;
 }
 
-fs::path followLinks(const fs::path& path) {
+fs::path followLinks(const fs::path& path, int& reason) {
+  reason = 0;
   const DWORD attributes = GetFileAttributesW(unlimited(path).c_str());
   const bool link =
       attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
   if (!link) return path;
   const Handle handle = openToLook(path);
-  const fs::path target = handle == nullptr ? fs::path() : finalPath(handle.get());
+  if (handle == nullptr) {
+    const int error = reasonOf(GetLastError());
+    reason = error == ENOENT ? 0 : error;
+    return path;
+  }
+  const fs::path target = finalPath(handle.get());
   return target.empty() ? path : target;
+}
+
+bool isInTheWay(const fs::path& path) {
+  const DWORD attributes = GetFileAttributesW(unlimited(path).c_str());
+  const bool link =
+      attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+  const FileKind kind = fileKind(path);
+  return link || kind == FileKind::Regular || kind == FileKind::Unknown;
 }
 
 int replaceWith(const fs::path& target, const fs::path& newFile) {

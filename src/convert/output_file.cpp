@@ -23,21 +23,17 @@ bool allowsDirectWriting(int reason) {
 
 OutputFile::OutputFile(const fs::path& target) : OutputFile(target, true) {}
 
-OutputFile::OutputFile(const fs::path& target, bool mayWriteDirectly)
-    : target_(followLinks(target)) {
-  const FileKind kind = fileKind(target_);
+OutputFile::OutputFile(const fs::path& target, bool mayWriteDirectly) {
+  int reason = 0;
+  target_ = followLinks(target, reason);
+  if (reason != 0) throw WriteError(reason);
+  const FileKind kind = fileKind(target);  // as the system itself follows links
   if (kind == FileKind::Folder) throw WriteError(EISDIR);
-  FileHandle old;
-  if (kind == FileKind::Regular) {
-    // Opening for update changes nothing and finds out whether the file may be written.
-    old = openFile(target_, "r+b");
-    if (old == nullptr) throw WriteError(errno);
-  }
-  const bool regular = kind != FileKind::Other;
-  if (!regular || !openTemporary(old.get())) {
-    const int reason = regular ? errno : EACCES;
-    if (!mayWriteDirectly || !allowsDirectWriting(reason)) throw WriteError(reason);
-    file_ = openFile(target_, "wb");
+  if (kind == FileKind::Other) {
+    if (!mayWriteDirectly) throw WriteError(EACCES);
+    file_ = openFile(target, "wb");
+  } else {
+    openBeside(kind == FileKind::Missing ? nullptr : openExisting(target), mayWriteDirectly);
   }
   if (file_ == nullptr) throw WriteError(errno);
   stream_ = file_.get();
@@ -53,13 +49,26 @@ OutputFile::~OutputFile() {
   if (!temporary_.empty()) removeFile(temporary_);
 }
 
-bool OutputFile::openTemporary(std::FILE* replaced) {
-  std::optional<TemporaryFile> made = makeTemporaryFile(target_.parent_path(), replaced);
-  if (!made) return false;
-  temporary_ = std::move(made->path);
-  file_ = std::move(made->file);
-  claim_ = std::move(made->claim);
-  return true;
+/// Opens a file that is to be replaced. That changes nothing and finds out whether it may be
+/// written, and whether the system leads to the same file as its links were read here.
+FileHandle OutputFile::openExisting(const fs::path& target) const {
+  FileHandle old = openFile(target, "r+b");
+  if (old == nullptr) throw WriteError(errno);
+  if (target_ != target && !isSameFile(target_, target)) throw WriteError(EACCES);
+  return old;
+}
+
+/// Opens a temporary file beside the target, or the target itself where there cannot be one.
+void OutputFile::openBeside(FileHandle old, bool mayWriteDirectly) {
+  if (std::optional<TemporaryFile> made = makeTemporaryFile(target_.parent_path(), old.get())) {
+    temporary_ = std::move(made->path);
+    file_ = std::move(made->file);
+    claim_ = std::move(made->claim);
+    return;
+  }
+  const int reason = errno;
+  if (!mayWriteDirectly || !allowsDirectWriting(reason)) throw WriteError(reason);
+  file_ = openFile(target_, "wb");
 }
 
 void OutputFile::write(std::string_view block) {
@@ -85,7 +94,10 @@ void OutputFile::commit() {
   claim_.reset();
 }
 
-fs::path folderOfTarget(const fs::path& target) { return followLinks(target).parent_path(); }
+fs::path folderOfTarget(const fs::path& target) {
+  int reason = 0;  // a link that must not be followed is noticed when the file is written
+  return followLinks(target, reason).parent_path();
+}
 
 void replaceFile(const fs::path& target, std::string_view bytes) {
   // A folder that cannot be made is noticed when the file is.

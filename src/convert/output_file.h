@@ -25,8 +25,9 @@ class WriteError : public std::runtime_error {
 /// A file that appears under its name only when it is complete.
 ///
 /// Everything goes to a temporary file beside the target, which replaces the target on commit();
-/// without a commit the target stays as it was. A link is followed. A target that exists and is no
-/// regular file (a device, a pipe), or in whose folder no file may be made, is written directly.
+/// without a commit the target stays as it was. A link is followed where the system lets this user
+/// follow it; where not, that is an error. A target that exists and is no regular file (a device, a
+/// pipe), or in whose folder no file may be made, is written directly.
 /// What a killed process leaves of its temporary file is for clearAbandonedFiles().
 class OutputFile : public emit::ScriptSink {
  public:
@@ -48,7 +49,8 @@ class OutputFile : public emit::ScriptSink {
   explicit OutputFile(const std::filesystem::path& target, bool mayWriteDirectly);
   friend void replaceFile(const std::filesystem::path& target, std::string_view bytes);
 
-  bool openTemporary(std::FILE* replaced);
+  FileHandle openExisting(const std::filesystem::path& target) const;
+  void openBeside(FileHandle old, bool mayWriteDirectly);
   void sync();
 
   std::filesystem::path target_;

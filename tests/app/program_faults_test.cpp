@@ -135,6 +135,37 @@ TEST_F(FaultTest, AScriptThatIsALinkStaysOneAndItsTargetIsReplaced) {
   EXPECT_EQ(folder.read("real.scr"), lineScript("part"));
 }
 
+TEST_F(FaultTest, AScriptOrReportThatIsALinkNeedsForceWhereverItLeads) {
+  write("part.dxf", oneLine());
+  for (const char* const target : {"none.scr", "/dev/null"}) {
+    fs::remove(folder.path() / "part.scr");
+    fs::create_symlink(target, folder.path() / "part.scr");
+    expectResult(run({"part.dxf"}), 1, "",
+                 errorLine("part.scr exists already. Use --force to replace it."));
+    expectResult(run({"part.dxf", "-o", "other.scr", "--report", "part.scr"}), 1, "",
+                 errorLine("The report part.scr exists already. Use --force to replace it."));
+  }
+  EXPECT_EQ(files(), (Strings{"part.dxf", "part.scr"}));
+  EXPECT_EQ(run({"part.dxf", "--force"}).exitCode, 0);
+  EXPECT_EQ(files(), (Strings{"part.dxf", "part.scr"}));
+}
+
+TEST_F(FaultTest, ALinkOfSomebodyElseInASharedFolderIsNotFollowed) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can make links of other users";
+  write("part.dxf", oneLine());
+  folder.write("mine", "mine");
+  fs::create_directory(folder.path() / "shared");
+  fs::permissions(folder.path() / "shared", fs::perms::all | fs::perms::sticky_bit);
+  fs::create_symlink(folder.path() / "mine", folder.path() / "shared/a");
+  ASSERT_EQ(lchown(folder.file("shared/a").c_str(), testing::kNobody, testing::kNobody), 0);
+  const std::string denied = errorLine(
+      "shared/a cannot be written: Permission denied. Please check the path, its permissions and "
+      "the free space.");
+  expectResult(run({"part.dxf", "-o", "shared/a", "--force"}), 1, "", denied);
+  EXPECT_TRUE(run({"part.dxf", "--report", "shared/a", "--force"}).error.starts_with(denied));
+  EXPECT_EQ(folder.read("mine"), "mine");
+}
+
 TEST_F(FaultTest, AHardLinkToTheDrawingIsTheDrawing) {
   write("part.dxf", oneLine());
   fs::create_hard_link(folder.path() / "part.dxf", folder.path() / "part.scr");

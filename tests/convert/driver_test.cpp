@@ -1,6 +1,7 @@
 #include "convert/driver.h"
 
 #include "convert/driver_fixture.h"
+#include "platform.h"
 
 namespace quillon::convert {
 namespace {
@@ -194,6 +195,35 @@ TEST_F(DriverTest, WritesADeviceWithoutAQuestion) {
   job.scriptFile = "/dev/null";
   EXPECT_EQ(convert(), Outcome::Converted);
   EXPECT_TRUE(host.questions.empty());
+}
+
+TEST_F(DriverTest, AsksBeforeItFollowsALinkWhereverThatLeads) {
+  folder.write("real.scr", "old");
+  std::filesystem::create_directory(folder.file("sub"));
+  for (const char* const target : {"real.scr", "none.scr", "/dev/null", "drawing.scr", "sub"}) {
+    host.questions.clear();
+    std::filesystem::remove(job.scriptFile);
+    std::filesystem::create_symlink(target, job.scriptFile);
+    EXPECT_EQ(convert(), Outcome::Ended);
+    ASSERT_EQ(host.questions.size(), 1U) << target;
+    EXPECT_EQ(host.questions[0].detail, job.scriptFile);
+  }
+  EXPECT_EQ(folder.read("real.scr"), "old");
+  EXPECT_FALSE(folder.has("none.scr"));
+}
+
+TEST_F(DriverTest, AsksWhereItCannotKnowWhetherAScriptExists) {
+  std::filesystem::create_directory(folder.file("closed"));
+  std::filesystem::permissions(folder.file("closed"), std::filesystem::perms::none);
+  std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
+  job.scriptFile = folder.file("closed/a.scr");
+  {
+    const testing::Unprivileged user;
+    EXPECT_EQ(convert(), Outcome::Ended);
+  }
+  EXPECT_EQ(host.questions.size(), 1U);
+  EXPECT_TRUE(host.messages.empty());
+  std::filesystem::permissions(folder.file("closed"), std::filesystem::perms::all);
 }
 
 TEST_F(DriverTest, ShowsTheReportOnlyWhenAskedFor) {

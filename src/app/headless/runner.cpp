@@ -213,7 +213,7 @@ class Runner {
                            quotable(planned.sameResultAs)});
     }
     const bool inTheWay = !report.empty() && !options_.job.overwriteScript &&
-                          convert::fileKind(convert::toPath(report)) == convert::FileKind::Regular;
+                          convert::isInTheWay(convert::toPath(report));
     return inTheWay ? texts_(3103, {quotable(report)}) : std::string();
   }
 
