@@ -54,6 +54,13 @@ void removeFile(const std::filesystem::path& path);
 /// True for the reason with which a call fails when Ctrl-C ends its waiting.
 bool isBrokenWait(int reason);
 
+/// Reserves the space for an open file of so many bytes, as far as the system can. The result is
+/// the reason of a failure; the file is then as it was.
+int makeRoom(std::FILE* file, std::uint64_t size);
+
+/// Ends an open file after so many bytes. The result is the reason of a failure.
+int cutOff(std::FILE* file, std::uint64_t size);
+
 /// Has all that was written to a stream put on the disk. The result is the reason of a failure.
 int putOnDisk(std::FILE* stream);
 

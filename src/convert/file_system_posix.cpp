@@ -155,6 +155,27 @@ void removeFile(const fs::path& path) {
 
 bool isBrokenWait(int reason) { return reason == EINTR; }
 
+int makeRoom(std::FILE* file, std::uint64_t size) {
+  struct stat before {};
+  if (fstat(fileno(file), &before) != 0) return errno;
+  const auto wanted = static_cast<off_t>(size);
+  if (wanted <= before.st_size) return 0;
+  int reason = 0;
+  do {
+    reason = posix_fallocate(fileno(file), 0, wanted);
+  } while (reason == EINTR);
+  if (reason == 0) return 0;
+  // What was taken of the space until it was too much is given back.
+  if (ftruncate(fileno(file), before.st_size) != 0) return errno;
+  return reason == EINVAL || reason == EOPNOTSUPP ? 0 : reason;
+}
+
+int cutOff(std::FILE* file, std::uint64_t size) {
+  const bool done =
+      std::fflush(file) == 0 && ftruncate(fileno(file), static_cast<off_t>(size)) == 0;
+  return done ? 0 : errno;
+}
+
 int putOnDisk(std::FILE* stream) {
   return std::fflush(stream) == 0 && fsync(fileno(stream)) == 0 ? 0 : errno;
 }

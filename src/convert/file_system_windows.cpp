@@ -236,6 +236,20 @@ void removeFile(const fs::path& path) { DeleteFileW(unlimited(path).c_str()); }
 /// The C library knows no reason of its own for it.
 bool isBrokenWait(int reason) { return reason == EINTR || reason == EINVAL; }
 
+int makeRoom(std::FILE* file, std::uint64_t size) {
+  const long long before = _filelengthi64(_fileno(file));
+  if (before < 0) return errno;
+  if (size <= static_cast<std::uint64_t>(before)) return 0;
+  const int reason = cutOff(file, size);
+  if (reason != 0) cutOff(file, static_cast<std::uint64_t>(before));
+  return reason;
+}
+
+int cutOff(std::FILE* file, std::uint64_t size) {
+  if (std::fflush(file) != 0) return errno;
+  return _chsize_s(_fileno(file), static_cast<long long>(size));
+}
+
 int putOnDisk(std::FILE* stream) {
   return std::fflush(stream) == 0 && _commit(_fileno(stream)) == 0 ? 0 : errno;
 }

@@ -1,5 +1,6 @@
 #include "convert/output_file.h"
 
+#include <array>
 #include <cerrno>
 #include <optional>
 #include <utility>
@@ -14,7 +15,7 @@ namespace fs = std::filesystem;
 namespace {
 
 /// Reasons for which a folder takes no temporary file although the target itself may be written.
-/// Others, such as a full disk, would leave a target that is written directly torn.
+/// Others, such as a full disk, would tear a target that is written directly.
 bool allowsDirectWriting(int reason) {
   return reason == EACCES || reason == EPERM || reason == EROFS || reason == ENAMETOOLONG;
 }
@@ -58,7 +59,9 @@ FileHandle OutputFile::openExisting(const fs::path& target) const {
   return old;
 }
 
-/// Opens a temporary file beside the target, or the target itself where there cannot be one.
+/// Opens a temporary file beside the target. Where there cannot be one, but there is a target that
+/// may be written, one elsewhere: a run that fails must not cost the old file. A new file is opened
+/// itself, for a folder may be too deep for the longer name of a temporary one.
 void OutputFile::openBeside(FileHandle old, bool mayWriteDirectly) {
   if (std::optional<TemporaryFile> made = makeTemporaryFile(target_.parent_path(), old.get())) {
     temporary_ = std::move(made->path);
@@ -68,13 +71,15 @@ void OutputFile::openBeside(FileHandle old, bool mayWriteDirectly) {
   }
   const int reason = errno;
   if (!mayWriteDirectly || !allowsDirectWriting(reason)) throw WriteError(reason);
-  file_ = openFile(target_, "wb");
+  file_ = old == nullptr ? openFile(target_, "wbx") : makeNamelessFile();
+  old_ = std::move(old);
 }
 
 void OutputFile::write(std::string_view block) {
   if (std::fwrite(block.data(), 1, block.size(), stream_) != block.size()) {
     throw WriteError(errno);
   }
+  size_ += block.size();
 }
 
 void OutputFile::sync() {
@@ -85,6 +90,7 @@ void OutputFile::sync() {
 void OutputFile::commit() {
   if (std::fflush(stream_) != 0) throw WriteError(errno);
   if (file_ == nullptr) return;
+  if (old_ != nullptr) copyIntoTarget();
   stream_ = nullptr;
   if (std::fclose(file_.release()) != 0) throw WriteError(errno);
   if (temporary_.empty()) return;
@@ -92,6 +98,22 @@ void OutputFile::commit() {
   if (reason != 0) throw WriteError(reason);
   temporary_.clear();
   claim_.reset();
+}
+
+/// The space is reserved before the first old byte is overwritten, so that a full disk is noticed
+/// while the target is still whole.
+void OutputFile::copyIntoTarget() {
+  int reason = makeRoom(old_.get(), size_);
+  std::rewind(stream_);
+  std::array<char, 1U << 16> block;
+  for (std::size_t got = 0;
+       reason == 0 && (got = std::fread(block.data(), 1, block.size(), stream_)) > 0;) {
+    if (std::fwrite(block.data(), 1, got, old_.get()) != got) reason = errno;
+  }
+  if (reason == 0 && std::ferror(stream_) != 0) reason = errno;
+  if (reason == 0) reason = cutOff(old_.get(), size_);
+  if (reason != 0) throw WriteError(reason);
+  if (std::fclose(old_.release()) != 0) throw WriteError(errno);
 }
 
 fs::path folderOfTarget(const fs::path& target) {

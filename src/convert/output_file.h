@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
@@ -26,8 +27,8 @@ class WriteError : public std::runtime_error {
 ///
 /// Everything goes to a temporary file beside the target, which replaces the target on commit();
 /// without a commit the target stays as it was. A link is followed where the system lets this user
-/// follow it; where not, that is an error. A target that exists and is no regular file (a device, a
-/// pipe), or in whose folder no file may be made, is written directly.
+/// follow it; where not, that is an error. A target in whose folder no file may be made gets its
+/// bytes on commit(), and stays as it was without one. A device or a pipe gets them at once.
 /// What a killed process leaves of its temporary file is for clearAbandonedFiles().
 class OutputFile : public emit::ScriptSink {
  public:
@@ -52,9 +53,12 @@ class OutputFile : public emit::ScriptSink {
   FileHandle openExisting(const std::filesystem::path& target) const;
   void openBeside(FileHandle old, bool mayWriteDirectly);
   void sync();
+  void copyIntoTarget();
 
   std::filesystem::path target_;
-  std::filesystem::path temporary_;  ///< empty when the target is written directly
+  std::filesystem::path temporary_;  ///< empty when there is none beside the target
+  FileHandle old_;                   ///< the target, when commit() writes into it
+  std::uint64_t size_ = 0;           ///< bytes written
   std::shared_ptr<void> claim_;      ///< on the temporary file
   FileHandle file_;
   std::FILE* stream_ = nullptr;  ///< where the bytes go; owned by file_ unless it is the process's

@@ -24,6 +24,10 @@ struct TemporaryFile {
 std::optional<TemporaryFile> makeTemporaryFile(const std::filesystem::path& folder,
                                                std::FILE* replaced = nullptr);
 
+/// Makes a file without a name for this process alone, to be written and read, in the system's
+/// folder for such files. Null, with errno set, when that fails.
+FileHandle makeNamelessFile();
+
 /// Removes the temporary files that writers left in a folder when they were killed. Those of living
 /// writers stay.
 void clearAbandonedFiles(const std::filesystem::path& folder);

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstdlib>
 #include <random>
 #include <string>
 #include <string_view>
@@ -102,6 +103,16 @@ std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder, std::FILE
     made.claim = keepLock(file);
     return made;
   }
+}
+
+FileHandle makeNamelessFile() {
+  std::error_code error;
+  std::string path = (fs::temp_directory_path(error) / (std::string(kPrefix) + "XXXXXX")).native();
+  const int file = error ? -1 : mkostemp(path.data(), O_CLOEXEC);
+  if (error) errno = error.value();
+  if (file < 0) return nullptr;
+  unlink(path.c_str());
+  return FileHandle(fdopen(file, "w+b"));
 }
 
 void clearAbandonedFiles(const fs::path& folder) {

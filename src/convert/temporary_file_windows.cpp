@@ -1,8 +1,12 @@
 // A file that is open for writing cannot be removed here. A writer closes it only to rename it, so
 // its process, whose number stands in the file's name, must be gone as well.
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
 #include <windows.h>
 
 #include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <cwchar>
 #include <random>
@@ -53,6 +57,20 @@ std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder, std::FILE
   made.file = openFile(made.path, "wbx");
   if (made.file == nullptr) return std::nullopt;
   return made;
+}
+
+/// The system removes the file when it is closed, however the process ends.
+FileHandle makeNamelessFile() {
+  std::error_code error;
+  const fs::path folder = fs::temp_directory_path(error);
+  if (error) {
+    errno = ENOENT;
+    return nullptr;
+  }
+  const int file = _wopen((folder / newName()).c_str(),
+                          _O_RDWR | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT | _O_TEMPORARY,
+                          _S_IREAD | _S_IWRITE);
+  return FileHandle(file < 0 ? nullptr : _fdopen(file, "w+b"));
 }
 
 void clearAbandonedFiles(const fs::path& folder) {

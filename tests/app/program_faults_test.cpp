@@ -28,11 +28,17 @@ class FaultTest : public ProgramTest {
   /// tells its exit code, what lies on the disk, and what is in both. Nothing where this system
   /// lets nobody mount.
   std::optional<ProgramResult> runOnFullDisk(const Strings& arguments) {
+    return runWithMounts("\"$@\"; echo \"exit $?\"; ls -A full; cat full/part.scr full/part.txt\n",
+                         arguments);
+  }
+  /// The same with commands of a shell that get the program and its arguments.
+  std::optional<ProgramResult> runWithMounts(const std::string& commands,
+                                             const Strings& arguments) {
     fs::create_directory(folder.path() / "full");
     const std::string script =
         "mount -t tmpfs -o size=64k quillon full || exit 77\n"
-        "printf old > full/part.scr; printf old > full/part.txt; printf old > full/part.lay\n"
-        "\"$@\"; echo \"exit $?\"; ls -A full; cat full/part.scr full/part.txt\n";
+        "printf old > full/part.scr; printf old > full/part.txt; printf old > full/part.lay\n" +
+        commands;
     testing::ProgramCall shell = call;
     shell.program = "/usr/bin/env";
     shell.environment.emplace_back("PATH=/usr/sbin:/usr/bin:/sbin:/bin");
@@ -82,6 +88,40 @@ TEST_F(FaultTest, ADiskThatGetsFullLeavesTheOldReport) {
   EXPECT_TRUE(result->error.starts_with(errorLine(std::string("full/part.txt") + kFullDisk)))
       << result->error;
   EXPECT_TRUE(folder.read("part.scr").ends_with("Window Fit;\r\n"));
+}
+
+TEST_F(FaultTest, ADiskThatGetsFullLeavesAScriptWhoseFolderTakesNoFile) {
+  write("part.dxf", large());
+  fs::create_directory(folder.path() / "closed");
+  folder.write("closed/part.scr", "");
+  const auto result = runWithMounts(
+      "mount --bind closed closed && mount --bind full/part.scr closed/part.scr &&\n"
+      "mount -o remount,bind,ro closed || exit 77\n"
+      "\"$@\"; echo \"exit $?\"; ls -A closed; cat closed/part.scr\n",
+      {"part.dxf", "-o", "closed/part.scr", "--force"});
+  if (!result) GTEST_SKIP() << "nothing can be mounted here";
+  EXPECT_EQ(result->output, "exit 1\npart.scr\nold");
+  EXPECT_EQ(result->error, errorLine(std::string("closed/part.scr") + kFullDisk));
+}
+
+TEST_F(FaultTest, AnErrorInTheDrawingLeavesAScriptWhoseFolderTakesNoFile) {
+  folder.write("part.dxf", "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n2\nA\n");
+  fs::create_directory(folder.path() / "closed");
+  folder.write("closed/part.scr", "old");
+  fs::permissions(folder.path() / "closed/part.scr", fs::perms(0666));
+  fs::permissions(folder.path() / "closed", fs::perms(0555));
+  fs::copy_file(QUILLON_CONVERT, folder.path() / "program");
+  call.program = folder.file("program");
+  call.unprivileged = true;
+  const ProgramResult result = run({"part.dxf", "-o", "closed/part.scr", "--force"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_NE(result.error.find("part.dxf"), std::string::npos) << result.error;
+  EXPECT_EQ(folder.read("closed/part.scr"), "old");
+  write("part.dxf", oneLine());
+  EXPECT_EQ(run({"part.dxf", "-o", "closed/part.scr", "--force"}).exitCode, 0);
+  EXPECT_EQ(folder.read("closed/part.scr"), lineScript("part"));
+  EXPECT_EQ(files(), (Strings{"closed", "closed/part.scr", "part.dxf", "program"}));
+  fs::permissions(folder.path() / "closed", fs::perms(0755));
 }
 
 TEST_F(FaultTest, AFileThatCannotGrowLeavesTheOldScript) {

@@ -172,6 +172,33 @@ TEST_F(OutputFileTest, WritesAFileDirectlyWhereNoTemporaryOneCanBeMade) {
   EXPECT_EQ(folder.entries(), 1U);
 }
 
+TEST_F(OutputFileTest, WithoutACommitAFileThatIsToBeWrittenDirectlyStaysAsItWas) {
+  folder.write("a.scr", "old");
+  fs::permissions(at("a.scr"), fs::perms(0666));
+  fs::permissions(folder.path(), fs::perms(0555));
+  {
+    const Unprivileged user;
+    OutputFile(at("a.scr")).write("new and longer");
+  }
+  fs::permissions(folder.path(), fs::perms(0755));
+  EXPECT_EQ(folder.read("a.scr"), "old");
+  EXPECT_EQ(folder.entries(), 1U);
+}
+
+TEST_F(OutputFileTest, AFileThatIsWrittenDirectlyMayBeLargerThanTheOldOne) {
+  folder.write("a.scr", "old");
+  fs::permissions(at("a.scr"), fs::perms(0666));
+  fs::permissions(folder.path(), fs::perms(0555));
+  const std::string bytes(300'000, 'x');
+  {
+    const Unprivileged user;
+    writeOut(at("a.scr"), bytes);
+  }
+  fs::permissions(folder.path(), fs::perms(0755));
+  EXPECT_EQ(folder.read("a.scr"), bytes);
+  EXPECT_EQ(folder.entries(), 1U);
+}
+
 TEST_F(OutputFileTest, AStreamOfTheProcessStaysOpen) {
   std::FILE* const stream = std::fopen(folder.file("stream").c_str(), "wb");
   ASSERT_NE(stream, nullptr);
