@@ -12,10 +12,7 @@ using testing::waitUntil;
 
 TEST_F(FolderLoad, ABadDrawingAmongManyDoesNotStopTheOthers) { convertWithABadFile(200); }
 
-// Under valgrind the test is slow, the program is not.
-TEST_F(FolderLoad, AFolderIsTakenUpWhereItWasLeft) {
-  cancelAndTakeUp(testing::patience() > 10 ? 5000 : 600);
-}
+TEST_F(FolderLoad, AFolderIsTakenUpWhereItWasLeft) { cancelAndTakeUp(600); }
 
 class MultiplyingBlocks : public ProgramTest {
  protected:

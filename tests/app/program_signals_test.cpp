@@ -1,5 +1,11 @@
 // Programs that are ended from outside, at any time.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <chrono>
+#include <cmath>
 #include <csignal>
 
 #include "app/program_fixture.h"
@@ -10,6 +16,7 @@ namespace quillon::headless {
 namespace {
 
 using std::chrono::microseconds;
+using Clock = std::chrono::steady_clock;
 using testing::ProgramResult;
 using testing::RunningProgram;
 using testing::waitUntil;
@@ -39,7 +46,7 @@ class SignalTest : public ProgramTest {
       }
       dxf.endBlock();
     }
-    for (int i = 0; i < 4000; ++i) {
+    for (int i = 0; i < 1500; ++i) {
       dxf.entity("INSERT", {{8, "0"}, {2, "B" + std::to_string(i % 200)}, {10, "1"}, {20, "1"}});
     }
     return dxf;
@@ -50,20 +57,24 @@ class SignalTest : public ProgramTest {
     return testing::checkScript(script, {true, frame.startBlock, frame.endBlock}).fault;
   }
 
-  /// Sends a signal after more and more time, until the program is done before it comes. Every time
-  /// a script is there as a whole.
+  /// Sends a signal at many times between the start of the program and its end, in an order that
+  /// covers them evenly wherever it stops: a loaded machine gets fewer. Every time a script is
+  /// there as a whole.
   void endAtEveryTime(int signal, const std::function<void(const ProgramResult&)>& check) {
     write("part.dxf", manyParts());
-    const auto begin = std::chrono::steady_clock::now();
+    const auto begin = Clock::now();
     ASSERT_EQ(run({"part.dxf", "-o", "whole.scr", "--name", "part"}).exitCode, 0);
-    const auto time =
-        std::chrono::duration_cast<microseconds>(std::chrono::steady_clock::now() - begin);
+    const auto time = std::chrono::duration_cast<microseconds>(Clock::now() - begin);
     const std::string whole = folder.read("whole.scr");
-    constexpr int kTimes = 24;
-    for (int i = 0; i <= kTimes; ++i) {
+    constexpr int kFewest = 8;
+    constexpr int kMost = 24;
+    constexpr auto kLongest = std::chrono::seconds(4);
+    for (int i = 0; i < kMost && (i < kFewest || Clock::now() - begin < kLongest); ++i) {
       folder.write("part.scr", "old");
       RunningProgram program = start({"part.dxf", "--force"});
-      std::this_thread::sleep_for(time * i / (kTimes - 4));
+      constexpr double kGoldenRatio = 0.6180339887498949;
+      const double part = std::fmod(i * kGoldenRatio, 1.0);
+      std::this_thread::sleep_for(time * part * 1.2);
       program.signal(signal);
       const ProgramResult result = program.finish();
       const std::string script = folder.read("part.scr");
@@ -105,6 +116,22 @@ class EndlessTest : public SignalTest {
   void waitForWriting() const {
     ASSERT_TRUE(waitUntil([this] { return !temporaryFiles().empty(); }));
   }
+  /// Waits until the program has locked its file: one that is found before may be taken for
+  /// abandoned, and is then made once more under another name.
+  void waitForLock() const {
+    ASSERT_TRUE(waitUntil([this] {
+      const Strings found = temporaryFiles();
+      return !found.empty() && isLocked(folder.file(found.front()));
+    }));
+  }
+
+ private:
+  static bool isLocked(const std::string& path) {
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool locked = file >= 0 && flock(file, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (file >= 0) close(file);
+    return locked;
+  }
 };
 
 TEST_F(EndlessTest, TheSystemsWishToEndCancelsAsCtrlCDoes) {
@@ -135,7 +162,7 @@ TEST_F(EndlessTest, WhatAKilledRunLeavesIsClearedByAnyNextRunInTheFolder) {
 
 TEST_F(EndlessTest, WhatALivingRunWritesIsNeverCleared) {
   RunningProgram program = start({"part.dxf", "--force"});
-  waitForWriting();
+  waitForLock();
   const Strings writing = temporaryFiles();
   write("other.dxf", oneLine());
   EXPECT_EQ(run({"other.dxf"}).exitCode, 0);

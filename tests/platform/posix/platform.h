@@ -38,6 +38,8 @@ inline constexpr const char* kQtPlatform = "offscreen";
 /// What a program says, with "/" in its paths.
 inline std::string withSlashes(std::string text) { return text; }
 
+/// Steps, in seconds, in which the system counts processor time.
+inline constexpr double kProcessorTick = 1e-6;
 /// Processor time of this process so far.
 inline double processorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
