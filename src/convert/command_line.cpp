@@ -90,7 +90,7 @@ bool isPathItem(std::string_view item) {
 
 /// Whether an item can hardly be a folder or a file of a path that was split.
 bool looksLikeOption(std::string_view item) {
-  return item == "ru" || item == "rx" || item.substr(1, 1) == ":";
+  return item == "ru" || item == "rx" || (item.size() > 1 && item[1] == ':');
 }
 
 /// The first path that was written with "/", put together again with "\\".

@@ -67,7 +67,8 @@ std::string_view lastComponent(std::string_view name) {
 
 std::string_view folderPart(std::string_view path) {
   const std::size_t separator = path.find_last_of(kSeparators);
-  if (separator == std::string_view::npos) return path.substr(0, path.substr(1, 1) == ":" ? 2 : 0);
+  const bool hasDrive = path.size() > 1 && path[1] == ':';
+  if (separator == std::string_view::npos) return path.substr(0, hasDrive ? 2 : 0);
   const std::size_t last = path.find_last_not_of(kSeparators, separator);
   return path.substr(0, last == std::string_view::npos ? 1 : last + 1);
 }

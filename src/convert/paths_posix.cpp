@@ -61,8 +61,9 @@ fs::path walk(std::string_view path, const std::vector<std::string>& parts, std:
 }
 
 bool beginsWithDrive(std::string_view path) {
-  const char letter = path.empty() ? ' ' : static_cast<char>(path.front() | 0x20);
-  return letter >= 'a' && letter <= 'z' && path.substr(1, 1) == ":";
+  if (path.size() < 2 || path[1] != ':') return false;
+  const char letter = static_cast<char>(path.front() | 0x20);
+  return letter >= 'a' && letter <= 'z';
 }
 
 struct FolderAndName {

@@ -151,6 +151,7 @@ TEST(FolderPart, EndsBeforeTheLastSeparatorOfEitherKind) {
   EXPECT_EQ(folderPart("out/"), "out");
   EXPECT_EQ(folderPart("C:a.scr"), "C:");
   EXPECT_EQ(folderPart("a.scr"), "");
+  EXPECT_EQ(folderPart(""), "");
 }
 
 TEST(ScriptBeside, HasTheFolderAndTheNameOfTheDrawing) {

@@ -18,6 +18,7 @@ namespace quillon::console {
 ///   waitForInterrupt() returns after an interrupt or stopWaiting(), perhaps also without
 ///   stopWaiting()
 ///   wake(Thread)       ends what the thread waits for, if it does
+///   isSame(Thread, Thread)
 template <typename System>
 class Waker {
  public:

@@ -96,6 +96,17 @@ TEST_F(ReportWindowTest, ShowsCopiesAndSavesTheReport) {
   EXPECT_EQ(folder.read("report.txt"), "\r\nConversion Report \r\nTür");
 }
 
+TEST_F(ReportWindowTest, AReportIsNotSavedInAFolderThatIsMissing) {
+  window.loadInfo("report");
+  whenModal<QFileDialog>([this](QFileDialog& dialog) { enterName(dialog, path("none/report")); });
+  whenAsked(QMessageBox::Ok);
+  click(window, "btnSave");
+  EXPECT_EQ(fromQt(boxText), folder.file("none/report.txt") + " cannot be written: the folder " +
+                                 folder.file("none") +
+                                 " does not exist. Please create the folder or correct the path.");
+  EXPECT_FALSE(folder.has("none"));
+}
+
 /// A window that has no room for its text.
 class FullReportWindow : public ReportWindow {
  public:

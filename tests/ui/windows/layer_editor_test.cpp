@@ -208,6 +208,17 @@ TEST_F(LayerEditorTest, SaysWhenAFileCannotBeSaved) {
   EXPECT_EQ(boxTitle, "Error");
 }
 
+TEST_F(LayerEditorTest, SavesNothingInAFolderThatIsMissing) {
+  open();
+  type(0, 0, "a");
+  whenAsked(QMessageBox::Ok);
+  EXPECT_FALSE(editor->saveLayers(path("none/a.lay")));
+  EXPECT_EQ(fromQt(boxText), folder.file("none/a.lay") + " cannot be written: the folder " +
+                                 folder.file("none") +
+                                 " does not exist. Please create the folder or correct the path.");
+  EXPECT_FALSE(folder.has("none"));
+}
+
 TEST_F(LayerEditorTest, BrowsesForAFile) {
   writeLayers(1);
   open();
