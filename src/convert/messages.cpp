@@ -102,6 +102,12 @@ Message Messages::lineLimit(std::string_view drawing, std::uint64_t lines) const
   return {MessageKind::Warning, std::string(texts_(2805)), text, text};
 }
 
+Message Messages::numberCut(const NumberNote& note) const {
+  const std::string text =
+      texts_(3090, {quotable(note.name), quotable(note.text), quotable(note.countsAs)});
+  return {MessageKind::Warning, std::string(texts_(2805)), text, text};
+}
+
 Message Messages::scriptError(std::string_view script, std::string detail) const {
   return {MessageKind::Error, std::string(texts_(2814)), aroundPath(2812, script, 2813),
           std::move(detail)};

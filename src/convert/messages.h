@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "convert/host.h"
+#include "convert/number_note.h"
 #include "dxf/run_time_error.h"
 #include "ui/resources/string_table.h"
 
@@ -28,6 +29,8 @@ class Messages {
   Message cancelled(std::string_view drawing, std::uint64_t line) const;
   /// The script has as many lines as it may have.
   Message lineLimit(std::string_view drawing, std::uint64_t lines) const;
+  /// A text counts as a number that it may not mean.
+  Message numberCut(const NumberNote& note) const;
   /// The error handler's message: the script could not be made, for the reason in `detail`.
   Message scriptError(std::string_view script, std::string detail) const;
 

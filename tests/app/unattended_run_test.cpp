@@ -67,6 +67,35 @@ TEST_F(UnattendedTest, OptionsReplaceTheSettings) {
             "Set Undo_Log on;\r\nWindow Fit;\r\n");
 }
 
+TEST_F(UnattendedTest, AScaleOfZeroOnTheCommandLineIsRefused) {
+  write("part.dxf", oneLine());
+  expectResult(run({"/x:part.dxf", "/s:out.scr", "/f:0", "/ru"}), 1, "",
+               "quillon: Error: Scaling factor must be greater then 0.00!\n");
+  EXPECT_EQ(folder.read("out.scr"), "");
+  for (const std::string text : {"abc", "0,5"}) {
+    expectResult(run({"/x:part.dxf", "/s:out.scr", "/f:" + text, "/w:o", "/ru"}), 1, "",
+                 "quillon: Warning: /f: \"" + text +
+                     "\" counts as 0, as something follows that is not part of a number. Please "
+                     "correct the number; its decimal sign is the point.\n"
+                     "quillon: Error: Scaling factor must be greater then 0.00!\n");
+  }
+}
+
+TEST_F(UnattendedTest, ANumberThatEndsBeforeItsTextIsNamedOnce) {
+  drawings("a.dxf");
+  drawings("b.dxf");
+  folder.write("program/larkspur.ini", "[dxf]\nreport=0\nscale=2,5\n");
+  const ProgramResult result = run({"/x:in\\*.dxf", "/rx"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_TRUE(result.error.starts_with(
+      "quillon: Warnung: larkspur.ini, scale: \"2,5\" zählt als 2, denn danach folgt etwas, das "
+      "nicht zu einer Zahl gehört. Bitte die Zahl berichtigen; ihr Dezimalzeichen ist der "
+      "Punkt.\n"))
+      << result.error;
+  EXPECT_EQ(result.error.find("Warnung"), result.error.rfind("Warnung"));
+  EXPECT_NE(folder.read("in/a.scr").find("(R2.0000000 4.0000000)"), std::string::npos);
+}
+
 TEST_F(UnattendedTest, TheFirstConversionMakesTheFrameFileOfNineLines) {
   write("part.dxf", oneLine());
   EXPECT_EQ(run({"/x:part.dxf", "/s:out.scr", "/ru"}).exitCode, 0);

@@ -13,6 +13,14 @@ using convert::ConversionResult;
 using convert::Outcome;
 using convert::quotable;
 
+int UnattendedRun::run() {
+  UnattendedHost host(console_, progress_, texts_);
+  for (const convert::Message& warning : settings::loadingWarnings(store_, line_, texts_)) {
+    host.tell(warning);
+  }
+  return line_.autoRunExit ? convertBatch() : convertOne();
+}
+
 int UnattendedRun::convertOne() {
   const Outcome outcome = convertTrapped();
   if (cancelled_) return kCancelled;

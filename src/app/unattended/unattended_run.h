@@ -27,7 +27,7 @@ class UnattendedRun {
         faults_(faults) {}
 
   /// Carries out what the command line asks for. The result is the exit code.
-  int run() { return line_.autoRunExit ? convertBatch() : convertOne(); }
+  int run();
 
  private:
   int convertOne();

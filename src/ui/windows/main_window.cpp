@@ -208,8 +208,12 @@ convert::ConversionResult MainWindow::convertShown() {
   const ConversionInProgress running(*this);
   const convert::Surroundings surroundings =
       settings::surroundingsOf(context_.store, context_.LanguageOffset);
-  const convert::ConversionJob job = settings::jobOf(settings(), context_.line);
+  const settings::Settings shown = settings();
+  const convert::ConversionJob job = settings::jobOf(shown, context_.line);
   WindowHost host(context_, *progress_, this);
+  for (const convert::Message& warning : settings::fieldWarnings(shown, context_.texts())) {
+    host.tell(warning);
+  }
   return convert::convertDXF(job, host, surroundings);
 }
 

@@ -144,6 +144,31 @@ TEST_F(ConversionTest, AScaleOfZeroIsRefused) {
   EXPECT_EQ(modalWindows, 1);
 }
 
+TEST_F(ConversionTest, EnterInAFieldUsesTheNumberWithItsCommaAsAPoint) {
+  draw();
+  window.show();
+  auto& scale = find<QLineEdit>(window, "txtmasst");
+  scale.setFocus();
+  scale.clear();
+  QTest::keyClicks(&scale, "2,5");
+  QTest::keyClick(&scale, Qt::Key_Return);
+  EXPECT_EQ(modalWindows, 0);
+  EXPECT_NE(folder.read("part.scr").find("(R2.5000000 5.0000000)"), std::string::npos);
+}
+
+TEST_F(ConversionTest, ANumberThatIsFollowedBySomethingElseIsNamed) {
+  draw();
+  find<QLineEdit>(window, "txtOffsetX").setText("3 mm");
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_EQ(boxTitle, "Warning");
+  EXPECT_EQ(boxText,
+            "Offset X: \"3 mm\" counts as 3, as something follows that is not part of a number. "
+            "Please correct the number; its decimal sign is the point.");
+  EXPECT_NE(folder.read("part.scr").find("(R4.0000000 2.0000000)"), std::string::npos);
+}
+
 TEST_F(ConversionTest, ADamagedDrawingIsToldWithItsLine) {
   window.setDrawing(
       toQt(folder.write("bad.dxf", "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\nx\n")));

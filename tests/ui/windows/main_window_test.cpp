@@ -98,6 +98,28 @@ TEST_F(MainWindowTest, ShowsAPathInUpperCaseOnceTheFieldLosesFocus) {
   EXPECT_EQ(drawing.text(), toQt(kept));
 }
 
+TEST_F(MainWindowTest, ACommaBecomesAPointOnceANumbersFieldIsLeft) {
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  for (const char* const name : {"txtmasst", "txtOffsetX", "txtOffsetY"}) {
+    QLineEdit& number = field(name);
+    number.setFocus();
+    number.clear();
+    QTest::keyClicks(&number, "-2,5");
+    EXPECT_EQ(number.text(), "-2,5");
+    QTest::keyClick(&number, Qt::Key_Tab);
+    EXPECT_EQ(number.text(), "-2.5") << name;
+    number.setFocus();
+    number.setText("1,000.5");
+    QTest::keyClick(&number, Qt::Key_Tab);
+    EXPECT_EQ(number.text(), "1,000.5");
+    number.setFocus();
+    number.setText("1,000,5");
+    QTest::keyClick(&number, Qt::Key_Tab);
+    EXPECT_EQ(number.text(), "1,000,5");
+  }
+}
+
 TEST_F(MainWindowTest, SavesAndReloadsEverySetting) {
   field("txtDXFDatei").setText("D:\\a.dxf");
   field("txtScriptdatei").setText("D:\\b.scr");
