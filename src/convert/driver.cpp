@@ -56,6 +56,10 @@ class Conversion {
       convert();
     } catch (const EndOfRun&) {
       // The reason has been told.
+    } catch (const NoStandardLayer& error) {
+      control_.stop();
+      output_.reset();
+      host_.tell(messages_.standardLayerMissing(error.layer()));
     } catch (const dxf::RunTimeError& error) {
       fail(hasChanged() ? changedText() : messages_.faultText(error, result_.dxfFile));
     } catch (const WriteError& error) {
@@ -76,6 +80,7 @@ class Conversion {
     host_.setProgress(true, 0);
     findDrawing();
     openDrawing();
+    checkTarget();
     checkName();
     askForOverwriting();
     openScript();
@@ -223,6 +228,10 @@ class Conversion {
     }
   }
 
+  void checkTarget() {
+    if (!isTarget(job_.targetKind)) refuse(messages_.targetMissing());
+  }
+
   /// A name that could end its quotes, or the command that it stands in, is not written.
   void checkName() {
     const std::string& name = job_.drawingName;
@@ -248,7 +257,10 @@ class Conversion {
     if (!host_.ask(messages_.scriptExists(result_.scriptFile))) throw EndOfRun{};
   }
 
+  /// A script that is there stays as it was when the settings cannot be converted.
   void openScript() {
+    const bool convertible = job_.scale != 0.0 && !lacksName();
+    if (!convertible && !surroundings_.writeStandardOutput && !isMissing(scriptPath_)) return;
     if (surroundings_.clearAbandoned && !surroundings_.writeStandardOutput) {
       clearAbandonedFiles(folderOfTarget(scriptPath_));
     }
@@ -257,10 +269,10 @@ class Conversion {
   }
 
   void checkSettings() {
-    if (job_.blocks != kDrawBlocks && job_.drawingName.empty()) {
-      leaveEmptyScript(messages_.nameMissing());
-    }
+    if (lacksName()) leaveEmptyScript(messages_.nameMissing());
   }
+
+  bool lacksName() const { return job_.blocks != kDrawBlocks && job_.drawingName.empty(); }
 
   void openText() {
     text_ = input_->text([this] { return control_.cancelRequested(); });
@@ -308,10 +320,10 @@ class Conversion {
     throw EndOfRun{};
   }
 
-  /// Settings that cannot be converted are noticed after the script was opened: it stays empty, as
-  /// intended.
+  /// Settings that cannot be converted are noticed after the script was opened: a new one stays
+  /// empty.
   [[noreturn]] void leaveEmptyScript(const Message& message) {
-    output_->commit();
+    if (output_ != nullptr) output_->commit();
     host_.tell(message);
     throw EndOfRun{};
   }

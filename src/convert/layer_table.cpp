@@ -22,16 +22,23 @@ LayerTable readLayerFile(const std::string& path) {
   return table;
 }
 
-std::string_view LayerAssignment::lookupLayer(std::string_view dxfLayerName) const {
+const std::string* LayerAssignment::assigned(std::string_view dxfLayerName) const {
   const std::string utf8 = dxf::toUtf8(dxfLayerName, encoding_);
-  const std::string* const assigned = table_.find(dxf::upperCase(utf8, dxf::Encoding::Utf8));
-  return assigned == nullptr ? std::string_view(defaultLayer_) : *assigned;
+  return table_.find(dxf::upperCase(utf8, dxf::Encoding::Utf8));
+}
+
+std::string_view LayerAssignment::lookupLayer(std::string_view dxfLayerName) const {
+  const std::string* const layer = assigned(dxfLayerName);
+  return layer == nullptr ? std::string_view(defaultLayer_) : *layer;
 }
 
 int LayerAssignment::layerNumber(const dxf::LayerUse& layer) {
   if (numbers_.size() <= layer.number) numbers_.resize(layer.number + 1);
   std::optional<int>& known = numbers_[layer.number];
   if (!known) {
+    if (assigned(layer.name) == nullptr && !dxf::startsWithNumber(defaultLayer_)) {
+      throw NoStandardLayer(dxf::toUtf8(layer.name, encoding_));
+    }
     const std::string_view text = lookupLayer(layer.name);
     bool fits = false;
     known = dxf::roundedInteger16(dxf::numberValue(text), fits);

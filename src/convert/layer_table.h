@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -28,6 +29,18 @@ class LayerTable {
 /// The table of a layer assignment file. An empty or missing path gives an empty table.
 LayerTable readLayerFile(const std::string& path);
 
+/// A layer without an assignment was met, and the standard layer has no number.
+class NoStandardLayer : public std::runtime_error {
+ public:
+  /// `layer` is the name of the DXF layer, UTF-8.
+  explicit NoStandardLayer(std::string layer)
+      : std::runtime_error("no standard layer"), layer_(std::move(layer)) {}
+  const std::string& layer() const { return layer_; }
+
+ private:
+  std::string layer_;
+};
+
 /// Finds the EAGLE layer of a drawing's layers, once for each.
 class LayerAssignment : public emit::LayerNumbers {
  public:
@@ -38,10 +51,12 @@ class LayerAssignment : public emit::LayerNumbers {
   std::string_view lookupLayer(std::string_view dxfLayerName) const;
 
   /// The leading number of that text, rounded half to even. Throws RunTimeError (BadLayerNumber)
-  /// when it does not fit in 16 bits.
+  /// when it does not fit in 16 bits, and NoStandardLayer when the default layer has no number.
   int layerNumber(const dxf::LayerUse& layer) override;
 
  private:
+  const std::string* assigned(std::string_view dxfLayerName) const;
+
   const LayerTable& table_;
   std::string defaultLayer_;
   dxf::Encoding encoding_;

@@ -73,6 +73,16 @@ Message Messages::nameMissing() const {
   return {MessageKind::Error, std::string(texts_(2809)), text, text};
 }
 
+Message Messages::targetMissing() const {
+  const std::string text(texts_(3091));
+  return {MessageKind::Error, std::string(texts_(2811)), text, text};
+}
+
+Message Messages::standardLayerMissing(std::string_view dxfLayer) const {
+  const std::string text = texts_(3092, {quotable(dxfLayer)});
+  return {MessageKind::Error, std::string(texts_(2811)), text, text};
+}
+
 Message Messages::scaleIsZero() const {
   const std::string text(texts_(2810));
   return {MessageKind::Error, std::string(texts_(2811)), text, text};

@@ -24,6 +24,10 @@ class Messages {
   Message fileError(int id, std::string_view subject) const;
   Message scriptExists(std::string_view path) const;
   Message nameMissing() const;
+  /// None of the four targets is chosen.
+  Message targetMissing() const;
+  /// A DXF layer without an assignment, and no number for it.
+  Message standardLayerMissing(std::string_view dxfLayer) const;
   Message scaleIsZero() const;
   Message outOfRange(std::string_view drawing) const;
   Message cancelled(std::string_view drawing, std::uint64_t line) const;

@@ -133,8 +133,7 @@ TEST_F(DriverTest, TheDrawingIsAskedForBeforeTheScript) {
 TEST_F(DriverTest, BlocksAsPartsWithoutANameLeaveAnEmptyScript) {
   for (const int blocks : {kUsedBlocksAsParts, kAllBlocksAsParts}) {
     job.blocks = blocks;
-    job.overwriteScript = true;
-    folder.write("drawing.scr", "old");
+    std::filesystem::remove(job.scriptFile);
     host.messages.clear();
     EXPECT_EQ(convert(), Outcome::Ended);
     const Message& message = onlyMessage(host);
@@ -146,6 +145,22 @@ TEST_F(DriverTest, BlocksAsPartsWithoutANameLeaveAnEmptyScript) {
     EXPECT_EQ(folder.entries(), 2U);
     EXPECT_EQ(result.report, "");
   }
+}
+
+TEST_F(DriverTest, SettingsThatCannotBeConvertedLeaveAnExistingScriptAsItWas) {
+  folder.write("drawing.scr", "old");
+  job.overwriteScript = true;
+  job.blocks = kUsedBlocksAsParts;
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_EQ(onlyMessage(host).text, "There isn't determined a Board or Schematic File!");
+  EXPECT_EQ(script(), "old");
+  host.messages.clear();
+  job.blocks = kDrawBlocks;
+  job.scale = 0.0;
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_EQ(onlyMessage(host).text, "Scaling factor must be greater then 0.00!");
+  EXPECT_EQ(script(), "old");
+  EXPECT_EQ(folder.entries(), 2U);
 }
 
 TEST_F(DriverTest, BlocksAsPartsWithoutANameAreRefusedInGerman) {
@@ -166,8 +181,6 @@ TEST_F(DriverTest, DrawnBlocksNeedNoName) {
 
 TEST_F(DriverTest, AScaleOfZeroLeavesAnEmptyScript) {
   job.scale = 0.0;
-  folder.write("drawing.scr", "old");
-  job.overwriteScript = true;
   EXPECT_EQ(convert(), Outcome::Ended);
   const Message& message = onlyMessage(host);
   EXPECT_EQ(message.kind, MessageKind::Error);

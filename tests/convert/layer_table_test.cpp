@@ -118,9 +118,26 @@ TEST(LayerNumber, IsTheLeadingNumberRoundedHalfToEven) {
   EXPECT_EQ(defaultNumber("17.5"), 18);
   EXPECT_EQ(defaultNumber("999 unconverted"), 999);
   EXPECT_EQ(defaultNumber(" 7"), 7);
-  EXPECT_EQ(defaultNumber("abc"), 0);
-  EXPECT_EQ(defaultNumber(""), 0);
+  EXPECT_EQ(defaultNumber("0"), 0);
   EXPECT_EQ(defaultNumber("-3"), -3);
+}
+
+TEST(LayerNumber, OfALayerThatIsNotAssignedNeedsAStandardLayerWithANumber) {
+  const LayerTable table = tableOf("[1]\nlayername=A\nlayernr=16\n");
+  for (const char* const none : {"", " Userdefined", "abc"}) {
+    LayerAssignment layers(table, none, dxf::Encoding::Windows1252);
+    dxf::LayerUse layer;
+    layer.name = "A";
+    EXPECT_EQ(layers.layerNumber(layer), 16);
+    layer.name = "T\xFCr";
+    layer.number = 1;
+    try {
+      layers.layerNumber(layer);
+      FAIL() << none;
+    } catch (const NoStandardLayer& error) {
+      EXPECT_EQ(error.layer(), "Tür");
+    }
+  }
 }
 
 TEST(LayerNumber, OutsideSixteenBitsIsARunTimeError) {

@@ -18,6 +18,10 @@ int UnattendedRun::run() {
   for (const convert::Message& warning : settings::loadingWarnings(store_, line_, texts_)) {
     host.tell(warning);
   }
+  if (!convert::isTarget(settings_.targetKind)) {
+    host.tell(convert::Messages(texts_).targetMissing());
+    return kSomeNotConverted;
+  }
   return line_.autoRunExit ? convertBatch() : convertOne();
 }
 

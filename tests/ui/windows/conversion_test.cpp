@@ -144,6 +144,33 @@ TEST_F(ConversionTest, AScaleOfZeroIsRefused) {
   EXPECT_EQ(modalWindows, 1);
 }
 
+TEST_F(ConversionTest, WithoutATargetStartIsRefused) {
+  settings::Settings shown = window.settings();
+  shown.targetKind = settings::kNoTarget;
+  window.showSettings(shown);
+  draw();
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Ended);
+  EXPECT_EQ(boxText,
+            "It is not chosen what the script creates. Please choose a board, schematic, package "
+            "or symbol.");
+  EXPECT_FALSE(folder.has("part.scr"));
+}
+
+TEST_F(ConversionTest, AStandardLayerWithoutANumberIsRefused) {
+  draw();
+  auto& layers = find<QComboBox>(window, "komStandartlayer");
+  layers.setCurrentText(" Nutzerdefiniert");  // German in both languages
+  ASSERT_EQ(layers.currentText(), " Nutzerdefiniert");
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Ended);
+  EXPECT_EQ(boxTitle, "Error");
+  EXPECT_EQ(boxText,
+            "The DXF layer \"0\" is not assigned to an EAGLE layer, and the standard layer has no "
+            "number. Please choose a standard layer with a number.");
+  EXPECT_FALSE(folder.has("part.scr"));
+}
+
 TEST_F(ConversionTest, EnterInAFieldUsesTheNumberWithItsCommaAsAPoint) {
   draw();
   window.show();
