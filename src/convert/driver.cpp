@@ -86,7 +86,7 @@ class Conversion {
     openScript();
     checkSettings();
     control_.setStatusText(2838);
-    layerTable_ = readLayerFile(job_.layerFile);
+    loadLayers();
     if (job_.scale == 0.0) leaveEmptyScript(messages_.scaleIsZero());
   }
 
@@ -219,7 +219,7 @@ class Conversion {
                    ? DrawingInput::standardInput(cancelled)
                    : DrawingInput::openFile(toPath(result_.dxfFile), cancelled);
     } catch (const dxf::ReadError& error) {
-      refuse(messages_.drawingUnreadable(result_.dxfFile, messages_.reasonText(error.reason())));
+      refuse(messages_.fileUnreadable(result_.dxfFile, messages_.reasonText(error.reason())));
     }
     if (control_.cancelled()) return;  // what was read of it says nothing
     const InputKind kind = input_->kind();
@@ -274,6 +274,18 @@ class Conversion {
 
   bool lacksName() const { return job_.blocks != kDrawBlocks && job_.drawingName.empty(); }
 
+  void loadLayers() {
+    const std::string& path = job_.layerFile;
+    if (path.empty()) return;
+    try {
+      layerTable_ = layerTableOf(readNamedLayerRows(path));
+    } catch (const dxf::ReadError& error) {
+      const std::string reason = messages_.reasonText(error.reason());
+      if (surroundings_.refuseUnreadableFiles) refuse(messages_.fileUnreadable(path, reason));
+      host_.tell(messages_.layersUnreadable(path, reason));
+    }
+  }
+
   void openText() {
     text_ = input_->text([this] { return control_.cancelRequested(); });
     drawing_ = std::make_unique<dxf::Drawing>();
@@ -287,7 +299,12 @@ class Conversion {
     } catch (const WriteError& error) {
       fail(messages_.unwritableText(path, messages_.reasonText(error.reason())));
     } catch (const dxf::ReadError& error) {
-      fail(messages_.unreadableText(path, messages_.reasonText(error.reason())));
+      const std::string reason = messages_.reasonText(error.reason());
+      if (!surroundings_.refuseUnreadableFiles && !surroundings_.frame.mustExist) {
+        host_.tell(messages_.frameUnreadable(path, reason));
+        return parseFrame(defaultFrameText());
+      }
+      fail(messages_.unreadableText(path, reason));
     }
     throw EndOfRun{};
   }

@@ -29,6 +29,9 @@ struct Surroundings {
   /// A text in which no section of a drawing is found is refused; otherwise it converts to the
   /// frame alone.
   bool refuseWithoutSections = false;
+  /// A layer file or frame file that is named and cannot be read ends the run; otherwise a warning
+  /// says what is used in its place.
+  bool refuseUnreadableFiles = false;
   bool readStandardInput = false;    ///< instead of the drawing's path
   bool writeStandardOutput = false;  ///< instead of the script's path
   /// Lines after which a script ends as if the user had cancelled; 0 for no such limit.

@@ -37,12 +37,8 @@ bool isVisible(std::string_view name) {
   return std::any_of(name.begin(), name.end(), [](char c) { return c != ' ' && !isControl(c); });
 }
 
-}  // namespace
-
-std::vector<LayerRow> readLayerRows(const std::string& path) {
+std::vector<LayerRow> rowsOf(const IniFile& file) {
   std::vector<LayerRow> rows;
-  if (path.empty()) return rows;
-  const IniFile file = IniFile::read(path);
   for (std::size_t n = 1;; ++n) {
     const std::string section = std::to_string(n);
     const std::string name = file.value(section, "layername");
@@ -52,6 +48,16 @@ std::vector<LayerRow> readLayerRows(const std::string& path) {
     rows.push_back({dxf::windows1252ToUtf8(trimmed),
                     dxf::numberText(dxf::numberValue(file.value(section, "layernr")))});
   }
+}
+
+}  // namespace
+
+std::vector<LayerRow> readLayerRows(const std::string& path) {
+  return path.empty() ? std::vector<LayerRow>() : rowsOf(IniFile::read(path));
+}
+
+std::vector<LayerRow> readNamedLayerRows(const std::string& path) {
+  return rowsOf(IniFile(readFile(path)));
 }
 
 bool isSaved(const LayerRow& row) {

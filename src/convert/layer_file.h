@@ -15,6 +15,9 @@ struct LayerRow {
 /// An empty path, or one where no file can be read, gives no rows.
 std::vector<LayerRow> readLayerRows(const std::string& path);
 
+/// The same for a file that has been named: throws ReadError when it cannot be read.
+std::vector<LayerRow> readNamedLayerRows(const std::string& path);
+
 /// True for a row that is saved: it has a name, and a layer from 1 to 255, or 999.
 bool isSaved(const LayerRow& row);
 

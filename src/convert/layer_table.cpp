@@ -1,6 +1,5 @@
 #include "convert/layer_table.h"
 
-#include "convert/layer_file.h"
 #include "dxf/number_text.h"
 #include "dxf/run_time_error.h"
 
@@ -16,11 +15,13 @@ const std::string* LayerTable::find(std::string_view upperName) const {
   return found == layers_.end() ? nullptr : &found->second;
 }
 
-LayerTable readLayerFile(const std::string& path) {
+LayerTable layerTableOf(const std::vector<LayerRow>& rows) {
   LayerTable table;
-  for (const LayerRow& row : readLayerRows(path)) table.add(row.name, row.layer);
+  for (const LayerRow& row : rows) table.add(row.name, row.layer);
   return table;
 }
+
+LayerTable readLayerFile(const std::string& path) { return layerTableOf(readLayerRows(path)); }
 
 const std::string* LayerAssignment::assigned(std::string_view dxfLayerName) const {
   const std::string utf8 = dxf::toUtf8(dxfLayerName, encoding_);

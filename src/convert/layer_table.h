@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "convert/layer_file.h"
 #include "dxf/drawing.h"
 #include "emit/translator.h"
 
@@ -25,6 +26,8 @@ class LayerTable {
   std::unordered_map<std::string, std::string> layers_;
   std::size_t size_ = 0;
 };
+
+LayerTable layerTableOf(const std::vector<LayerRow>& rows);
 
 /// The table of a layer assignment file. An empty or missing path gives an empty table.
 LayerTable readLayerFile(const std::string& path);

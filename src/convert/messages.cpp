@@ -53,9 +53,17 @@ Message Messages::drawingMissing(std::string_view path, std::string_view reason)
           unreadableText(path, reason)};
 }
 
-Message Messages::drawingUnreadable(std::string_view path, std::string_view reason) const {
+Message Messages::fileUnreadable(std::string_view path, std::string_view reason) const {
   const std::string text = unreadableText(path, reason);
   return {MessageKind::Error, std::string(texts_(2804)), text, text};
+}
+
+Message Messages::layersUnreadable(std::string_view path, std::string_view reason) const {
+  return warning(texts_(3093, {quotable(path), reason}));
+}
+
+Message Messages::frameUnreadable(std::string_view path, std::string_view reason) const {
+  return warning(texts_(3094, {quotable(path), reason}));
 }
 
 Message Messages::fileError(int id, std::string_view subject) const {
@@ -113,9 +121,7 @@ Message Messages::lineLimit(std::string_view drawing, std::uint64_t lines) const
 }
 
 Message Messages::numberCut(const NumberNote& note) const {
-  const std::string text =
-      texts_(3090, {quotable(note.name), quotable(note.text), quotable(note.countsAs)});
-  return {MessageKind::Warning, std::string(texts_(2805)), text, text};
+  return warning(texts_(3090, {quotable(note.name), quotable(note.text), quotable(note.countsAs)}));
 }
 
 Message Messages::scriptError(std::string_view script, std::string detail) const {
@@ -156,6 +162,10 @@ std::string Messages::unreadableText(std::string_view path, std::string_view rea
 
 std::string Messages::unwritableText(std::string_view path, std::string_view reason) const {
   return texts_(3027, {quotable(path), reason});
+}
+
+Message Messages::warning(const std::string& text) const {
+  return {MessageKind::Warning, std::string(texts_(2805)), text, text};
 }
 
 std::string Messages::aroundPath(int before, std::string_view path, int behind) const {

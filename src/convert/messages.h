@@ -19,7 +19,10 @@ class Messages {
 
   /// No drawing at this path; `reason` is the system's.
   Message drawingMissing(std::string_view path, std::string_view reason) const;
-  Message drawingUnreadable(std::string_view path, std::string_view reason) const;
+  Message fileUnreadable(std::string_view path, std::string_view reason) const;
+  /// What is used in the place of a layer file or a frame file that cannot be read.
+  Message layersUnreadable(std::string_view path, std::string_view reason) const;
+  Message frameUnreadable(std::string_view path, std::string_view reason) const;
   /// A message of the string table about one file or name, with the title of file errors.
   Message fileError(int id, std::string_view subject) const;
   Message scriptExists(std::string_view path) const;
@@ -47,6 +50,7 @@ class Messages {
   std::string outOfMemoryText() const { return std::string(texts_(3028)); }
 
  private:
+  Message warning(const std::string& text) const;
   /// Three lines: a text of the table, a path, another text of the table.
   std::string aroundPath(int before, std::string_view path, int behind) const;
 

@@ -201,6 +201,13 @@ TEST_F(OptionsTest, AFrameFileThatDoesNotExistIsAnErrorAndIsNotCreated) {
   EXPECT_EQ(files(), Strings{"part.dxf"});
 }
 
+TEST_F(OptionsTest, ALayerFileThatDoesNotExistIsAnError) {
+  expectResult(run({"part.dxf", "--layers", "none.lay"}), 1, "",
+               errorLine("none.lay cannot be read: No such file or directory. Please check the "
+                         "path and its permissions."));
+  EXPECT_EQ(files(), Strings{"part.dxf"});
+}
+
 TEST_F(OptionsTest, ReportWritesTheReportWithTheTextsOfScaleAndLayer) {
   run({"part.dxf", "--report", "r.txt", "--scale", "2.50", "--layer", "16 Bottom (B)", "--name",
        "A", "--language", "en"});

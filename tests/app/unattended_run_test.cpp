@@ -93,6 +93,14 @@ TEST_F(UnattendedTest, RunsWithoutATargetAreRefused) {
   EXPECT_EQ(run({"/x:in\\a.dxf", "/o:s", "/ru"}).exitCode, 0);
 }
 
+TEST_F(UnattendedTest, ALayerFileThatDoesNotExistIsAWarning) {
+  write("part.dxf", oneLine());
+  expectResult(run({"/x:part.dxf", "/s:out.scr", "/d:none.lay", "/ru"}), 0, "",
+               "quillon: Warning: The layer definition file none.lay cannot be read: No such file "
+               "or directory. All layers go to the standard layer.\n" +
+                   written("out.scr", 9));
+}
+
 TEST_F(UnattendedTest, ANumberThatEndsBeforeItsTextIsNamedOnce) {
   drawings("a.dxf");
   drawings("b.dxf");

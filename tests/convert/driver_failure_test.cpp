@@ -231,6 +231,7 @@ TEST_F(FailureTest, AFrameFileThatMayNotBeReadReachesTheHandler) {
   surroundings.frame.path = folder.write("quillon.cfh", "[start]\nA;\nendblock\n");
   fs::permissions(surroundings.frame.path, fs::perms(0000));
   fs::permissions(folder.path(), fs::perms(0777));
+  surroundings.refuseUnreadableFiles = true;
   {
     const testing::Unprivileged user;
     EXPECT_EQ(convert(), Outcome::Ended);

@@ -147,6 +147,61 @@ TEST_F(DriverTest, BlocksAsPartsWithoutANameLeaveAnEmptyScript) {
   }
 }
 
+TEST_F(DriverTest, ALayerFileThatCannotBeReadIsToldAndTheDrawingConverted) {
+  job.layerFile = folder.file("none.lay");
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(onlyMessage(host).kind, MessageKind::Warning);
+  EXPECT_EQ(onlyMessage(host).title, "Warning");
+  EXPECT_EQ(onlyMessage(host).text, "The layer definition file " + job.layerFile +
+                                        " cannot be read: No such file or directory. All layers "
+                                        "go to the standard layer.");
+  EXPECT_EQ(script(), oneLineScript());
+  speakGerman();
+  host.messages.clear();
+  std::filesystem::create_directory(job.layerFile);
+  job.overwriteScript = true;
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(onlyMessage(host).text.rfind(
+                "Die Layerzuweisungsdatei " + job.layerFile + " kann nicht gelesen werden: ", 0),
+            0U);
+  EXPECT_TRUE(onlyMessage(host).text.ends_with(". Alle Layer kommen auf den Standardlayer."));
+}
+
+TEST_F(DriverTest, ALayerFileThatCannotBeReadEndsTheRunWhereThatIsAnError) {
+  surroundings.refuseUnreadableFiles = true;
+  job.layerFile = folder.file("none.lay");
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_EQ(onlyMessage(host).kind, MessageKind::Error);
+  EXPECT_EQ(onlyMessage(host).text, job.layerFile +
+                                        " cannot be read: No such file or directory. Please check "
+                                        "the path and its permissions.");
+  EXPECT_EQ(folder.entries(), 1U);
+}
+
+TEST_F(DriverTest, AFrameFileThatCannotBeReadIsToldAndTheBuiltInOneUsed) {
+  // Longer than any file with a few commands.
+  surroundings.frame.path = folder.write("quillon.cfh", "");
+  std::filesystem::resize_file(surroundings.frame.path, std::uintmax_t{100} << 20);
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(onlyMessage(host).kind, MessageKind::Warning);
+  EXPECT_EQ(onlyMessage(host).text, "The file " + surroundings.frame.path +
+                                        " with the first and last commands cannot be read: File "
+                                        "too large. The script gets the built-in ones.");
+  EXPECT_EQ(script(), oneLineScript());
+  speakGerman();
+  host.messages.clear();
+  job.overwriteScript = true;
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(onlyMessage(host).text,
+            "Die Datei " + surroundings.frame.path +
+                " mit den ersten und letzten Befehlen kann nicht gelesen werden: File too large. "
+                "Das Script bekommt die eingebauten.");
+  surroundings.refuseUnreadableFiles = true;
+  host.messages.clear();
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_EQ(onlyMessage(host).kind, MessageKind::Error);
+}
+
 TEST_F(DriverTest, SettingsThatCannotBeConvertedLeaveAnExistingScriptAsItWas) {
   folder.write("drawing.scr", "old");
   job.overwriteScript = true;

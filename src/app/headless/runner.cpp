@@ -186,6 +186,7 @@ class Runner {
     surroundings.frame.path =
         options_.frame ? *options_.frame : convert::fromPath(convert::frameFilePath());
     surroundings.refuseWithoutSections = true;
+    surroundings.refuseUnreadableFiles = true;
     surroundings.readStandardInput = planned.readStandardInput;
     surroundings.writeStandardOutput = planned.writeStandardOutput;
     surroundings.maxLines = options_.maxLines;

@@ -171,6 +171,20 @@ TEST_F(ConversionTest, AStandardLayerWithoutANumberIsRefused) {
   EXPECT_FALSE(folder.has("part.scr"));
 }
 
+TEST_F(ConversionTest, ALayerFileThatDoesNotExistIsAWarning) {
+  settings::Settings shown = window.settings();
+  shown.layerFile = folder.file("none.lay");
+  window.showSettings(shown);
+  draw();
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_EQ(boxTitle, "Warning");
+  EXPECT_EQ(boxText, "The layer definition file " + path("none.lay") +
+                         " cannot be read: No such file or directory. All layers go to the "
+                         "standard layer.");
+  EXPECT_EQ(modalWindows, 1);
+}
+
 TEST_F(ConversionTest, EnterInAFieldUsesTheNumberWithItsCommaAsAPoint) {
   draw();
   window.show();
