@@ -275,10 +275,15 @@ class Conversion {
   bool lacksName() const { return job_.blocks != kDrawBlocks && job_.drawingName.empty(); }
 
   void loadLayers() {
+    if (dxf::startsWithNumber(job_.defaultLayer) && isCutLayer(job_.defaultLayer)) {
+      host_.tell(messages_.standardLayerCut(job_.defaultLayer));
+    }
     const std::string& path = job_.layerFile;
     if (path.empty()) return;
     try {
-      layerTable_ = layerTableOf(readNamedLayerRows(path));
+      const std::vector<LayerRow> rows = readNamedLayerRows(path);
+      for (const Message& warning : messages_.layerWarnings(path, rows)) host_.tell(warning);
+      layerTable_ = layerTableOf(rows);
     } catch (const dxf::ReadError& error) {
       const std::string reason = messages_.reasonText(error.reason());
       if (surroundings_.refuseUnreadableFiles) refuse(messages_.fileUnreadable(path, reason));

@@ -57,7 +57,7 @@ struct ConversionResult {
   std::uint64_t linesRead = 0;
   std::uint64_t commandCount = 0;
   emit::EntityCounts counts{};
-  emit::EntityCounts leftOut{};                       ///< of these, on layers assigned to 999
+  emit::EntityCounts leftOut{};                       ///< of these, on layers that are not converted
   std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
   emit::Extents extents;

@@ -17,16 +17,25 @@ namespace quillon::convert {
 class LayerTable {
  public:
   /// Adds a record; the first one of a name decides. The name is UTF-8, `layer` a decimal number.
-  void add(std::string_view name, std::string_view layer);
+  /// What lies on a layer that is not `written` is left out.
+  void add(std::string_view name, std::string_view layer, bool written = true);
   /// The EAGLE layer of an upper-cased UTF-8 name, or null.
   const std::string* find(std::string_view upperName) const;
+  bool isWritten(std::string_view upperName) const;
   std::size_t size() const { return size_; }
 
  private:
-  std::unordered_map<std::string, std::string> layers_;
+  struct Record {
+    std::string layer;
+    bool written;
+  };
+  const Record* record(std::string_view upperName) const;
+
+  std::unordered_map<std::string, Record> layers_;
   std::size_t size_ = 0;
 };
 
+/// A table in which numbers that are none of EAGLE's layers are not written.
 LayerTable layerTableOf(const std::vector<LayerRow>& rows);
 
 /// The table of a layer assignment file. An empty or missing path gives an empty table.
@@ -53,12 +62,13 @@ class LayerAssignment : public emit::LayerNumbers {
   /// The EAGLE layer of a DXF layer as text; the default layer for one that is not assigned.
   std::string_view lookupLayer(std::string_view dxfLayerName) const;
 
-  /// The leading number of that text, rounded half to even. Throws RunTimeError (BadLayerNumber)
+  /// The leading number of that text, rounded half to even; 999 when it is not written. Throws RunTimeError (BadLayerNumber)
   /// when it does not fit in 16 bits, and NoStandardLayer when the default layer has no number.
   int layerNumber(const dxf::LayerUse& layer) override;
 
  private:
-  const std::string* assigned(std::string_view dxfLayerName) const;
+  std::string upperName(std::string_view dxfLayerName) const;
+  int findNumber(std::string_view dxfLayerName) const;
 
   const LayerTable& table_;
   std::string defaultLayer_;

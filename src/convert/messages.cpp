@@ -12,6 +12,17 @@ namespace {
 
 constexpr int kFirstFaultText = 3020;
 
+/// The start of a list, its entries separated by commas.
+std::string shortList(const std::vector<std::string>& entries) {
+  constexpr std::size_t kMostEntries = 10;
+  std::string list;
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (i == kMostEntries) return list + ", …";
+    list += (list.empty() ? "" : ", ") + entries[i];
+  }
+  return list;
+}
+
 }  // namespace
 
 bool hasControlCharacter(std::string_view utf8) {
@@ -60,6 +71,32 @@ Message Messages::fileUnreadable(std::string_view path, std::string_view reason)
 
 Message Messages::layersUnreadable(std::string_view path, std::string_view reason) const {
   return warning(texts_(3093, {quotable(path), reason}));
+}
+
+std::vector<Message> Messages::layerWarnings(std::string_view path,
+                                             const std::vector<LayerRow>& rows) const {
+  std::vector<std::string> foreign;
+  std::vector<std::string> cut;
+  for (const LayerRow& row : rows) {
+    const std::string name = quotable(row.name);
+    if (isForeignLayer(row)) foreign.push_back(name + " (" + quotable(row.text) + ")");
+    if (isCutLayer(row.text)) cut.push_back(name + " (\"" + quotable(row.text) + "\": " + row.layer + ")");
+  }
+  std::vector<Message> warnings;
+  if (!cut.empty()) warnings.push_back(warning(texts_(3095, {quotable(path), shortList(cut)})));
+  if (!foreign.empty()) {
+    warnings.push_back(warning(texts_(3096, {quotable(path), shortList(foreign)})));
+  }
+  return warnings;
+}
+
+Message Messages::standardLayerCut(std::string_view text) const {
+  const std::string name = resources::captionName(texts_(913));
+  return numberCut({name, std::string(text), dxf::numberText(dxf::numberValue(text))});
+}
+
+Message Messages::layerNotUsed(std::string_view text, std::string_view used) const {
+  return warning(texts_(3097, {quotable(text), used}));
 }
 
 Message Messages::frameUnreadable(std::string_view path, std::string_view reason) const {

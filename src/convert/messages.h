@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "convert/host.h"
+#include "convert/layer_file.h"
 #include "convert/number_note.h"
 #include "dxf/run_time_error.h"
 #include "ui/resources/string_table.h"
@@ -22,6 +24,12 @@ class Messages {
   Message fileUnreadable(std::string_view path, std::string_view reason) const;
   /// What is used in the place of a layer file or a frame file that cannot be read.
   Message layersUnreadable(std::string_view path, std::string_view reason) const;
+  /// What is not as it should be with the numbers of a layer file.
+  std::vector<Message> layerWarnings(std::string_view path,
+                                     const std::vector<LayerRow>& rows) const;
+  Message standardLayerCut(std::string_view text) const;
+  /// The standard layer of the command line is none; another one is used.
+  Message layerNotUsed(std::string_view text, std::string_view used) const;
   Message frameUnreadable(std::string_view path, std::string_view reason) const;
   /// A message of the string table about one file or name, with the title of file errors.
   Message fileError(int id, std::string_view subject) const;

@@ -88,7 +88,7 @@ TEST_F(JsonTest, CountsWhatIsLeftOutApart) {
   const std::string summary = run({"part.dxf", "--layers", "a.lay", "--force"}).error;
   EXPECT_TRUE(
       summary.starts_with("part.dxf: 1 entities converted\n"
-                          "Left out because their layer is assigned to 999: 2\n"
+                          "Left out because their layer is assigned to 999 or to no EAGLE layer: 2\n"
                           "Left out because the drawing is damaged: 1 (first damage in "
                           "line " +
                           std::to_string(line) + ")\npart.scr: "))

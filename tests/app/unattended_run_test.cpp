@@ -93,6 +93,24 @@ TEST_F(UnattendedTest, RunsWithoutATargetAreRefused) {
   EXPECT_EQ(run({"/x:in\\a.dxf", "/o:s", "/ru"}).exitCode, 0);
 }
 
+TEST_F(UnattendedTest, LayersThatEagleDoesNotHaveAreNamed) {
+  write("part.dxf", oneLine());
+  folder.write("a.lay", "[1]\nlayername=0\nlayernr=-20\n");
+  expectResult(run({"/x:part.dxf", "/s:out.scr", "/d:a.lay", "/l:300", "/ru"}), 0, "",
+               "quillon: Warning: /l: \"300\" is not an EAGLE layer from 1 to 255. The standard "
+               "layer is \"20 Dimension (B)\" instead.\n"
+               "quillon: Warning: a.lay: These numbers are not EAGLE layers from 1 to 255 (or "
+               "999). What lies on them is left out: 0 (-20)\n" +
+                   written("out.scr", 7) +
+                   "Left out because their layer is assigned to 999 or to no EAGLE layer: 1\n");
+  EXPECT_EQ(folder.read("out.scr"), framed(""));
+  folder.write("program/larkspur.ini", "[dxf]\nreport=0\n");
+  EXPECT_TRUE(run({"/x:part.dxf", "/s:out.scr", "/l:-1", "/w:o", "/ru"})
+                  .error.starts_with("quillon: Warnung: /l: \"-1\" ist kein EAGLE-Layer von 1 bis "
+                                     "255. Der Standardlayer ist stattdessen \"20 Dimension "
+                                     "(B)\".\n"));
+}
+
 TEST_F(UnattendedTest, ALayerFileThatDoesNotExistIsAWarning) {
   write("part.dxf", oneLine());
   expectResult(run({"/x:part.dxf", "/s:out.scr", "/d:none.lay", "/ru"}), 0, "",

@@ -89,7 +89,7 @@ TEST_F(FailureTest, ANumberThatIsNotFiniteNamesTheEntitysLine) {
 }
 
 TEST_F(FailureTest, AnEagleLayerOutsideSixteenBitsNamesItsEntity) {
-  job.layerFile = folder.write("a.lay", "[1]\nlayername=0\nlayernr=40000\n");
+  job.defaultLayer = "40000";
   EXPECT_EQ(failure(), job.dxfFile +
                            ":7: \"40000\" is no EAGLE layer number. Please correct the layer "
                            "assignment or the standard layer.");
@@ -141,7 +141,7 @@ TEST_F(FailureTest, ADashThatIsNotFiniteNamesTheEntitysLine) {
 
 TEST_F(FailureTest, TheMessageOfTheHandlerInGerman) {
   speakGerman();
-  job.layerFile = folder.write("a.lay", "[1]\nlayername=0\nlayernr=40000\n");
+  job.defaultLayer = "40000";
   convert();
   ASSERT_EQ(host.messages.size(), 1U);
   EXPECT_EQ(host.messages[0].title, "Dateifehler");
@@ -154,9 +154,9 @@ TEST_F(FailureTest, TheMessageOfTheHandlerInGerman) {
 }
 
 TEST_F(FailureTest, AnErrorWithoutAnOldScriptMakesNone) {
-  job.layerFile = folder.write("a.lay", "[1]\nlayername=0\nlayernr=40000\n");
+  job.defaultLayer = "40000";
   EXPECT_EQ(convert(), Outcome::Ended);
-  EXPECT_EQ(folder.entries(), 2U);  // the drawing and the layer file
+  EXPECT_EQ(folder.entries(), 1U);  // the drawing
 }
 
 TEST_F(FailureTest, AScriptInAMissingFolderCannotBeOpened) {

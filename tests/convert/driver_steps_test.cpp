@@ -167,6 +167,62 @@ TEST_F(DriverTest, ALayerFileThatCannotBeReadIsToldAndTheDrawingConverted) {
   EXPECT_TRUE(onlyMessage(host).text.ends_with(". Alle Layer kommen auf den Standardlayer."));
 }
 
+TEST_F(DriverTest, LayersThatEagleDoesNotHaveAreNamedAndLeftOut) {
+  testing::DxfBuilder dxf = oneLine();
+  dxf.entity("LINE", {{8, "low"}}).entity("LINE", {{8, "HIGH"}});
+  draw(dxf);
+  job.layerFile = folder.write(
+      "a.lay", "[1]\nlayername=Low\nlayernr=-20\n[2]\nlayername=high\nlayernr=300 x\n");
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(onlyMessage(host).kind, MessageKind::Warning);
+  EXPECT_EQ(onlyMessage(host).text,
+            job.layerFile +
+                ": These numbers are not EAGLE layers from 1 to 255 (or 999). What lies on them is "
+                "left out: Low (-20), high (300 x)");
+  EXPECT_EQ(script(), oneLineScript());
+  EXPECT_EQ(result.leftOut[static_cast<std::size_t>(dxf::EntityKind::Line)], 2U);
+  speakGerman();
+  host.messages.clear();
+  job.overwriteScript = true;
+  convert();
+  EXPECT_EQ(onlyMessage(host).text,
+            job.layerFile +
+                ": Diese Nummern sind keine EAGLE-Layer von 1 bis 255 (oder 999). Was darauf "
+                "liegt, wird ausgelassen: Low (-20), high (300 x)");
+}
+
+TEST_F(DriverTest, LayerNumbersThatEndBeforeTheirTextAreNamed) {
+  std::string file;
+  for (int i = 1; i <= 11; ++i) {
+    const std::string n = std::to_string(i);
+    file.append("[").append(n).append("]\nlayername=L").append(n).append("\nlayernr=20,5\n");
+  }
+  job.layerFile = folder.write("a.lay", file);
+  EXPECT_EQ(convert(), Outcome::Converted);
+  const std::string& text = onlyMessage(host).text;
+  EXPECT_TRUE(text.starts_with(job.layerFile +
+                               ": These layer numbers count only up to the first character that "
+                               "is not part of a number: L1 (\"20,5\": 20), L2 (\"20,5\": 20), "))
+      << text;
+  EXPECT_TRUE(text.ends_with(", L10 (\"20,5\": 20), …")) << text;
+  EXPECT_EQ(script(), oneLineScript());
+  speakGerman();
+  host.messages.clear();
+  job.overwriteScript = true;
+  folder.write("a.lay", "[1]\nlayername=A\nlayernr=\n");
+  convert();
+  EXPECT_EQ(onlyMessage(host).text, job.layerFile +
+                                        ": Diese Layernummern zählen nur bis zum ersten Zeichen, "
+                                        "das nicht zu einer Zahl gehört: A (\"\": 0)");
+}
+
+TEST_F(DriverTest, AStandardLayerThatEndsBeforeItsTextIsNamed) {
+  job.defaultLayer = "20,5";
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_TRUE(onlyMessage(host).text.starts_with("Standard Layer: \"20,5\" counts as 20, "))
+      << onlyMessage(host).text;
+}
+
 TEST_F(DriverTest, ALayerFileThatCannotBeReadEndsTheRunWhereThatIsAnError) {
   surroundings.refuseUnreadableFiles = true;
   job.layerFile = folder.file("none.lay");

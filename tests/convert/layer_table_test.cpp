@@ -154,6 +154,24 @@ TEST(LayerNumber, OutsideSixteenBitsIsARunTimeError) {
   }
 }
 
+TEST(LayerNumber, ThatEagleDoesNotHaveIsNotWritten) {
+  const std::string file =
+      "[1]\nlayername=A\nlayernr=-20\n[2]\nlayername=B\nlayernr=300\n[3]\nlayername=C\n"
+      "layernr=0\n[4]\nlayername=D\nlayernr=none\n[5]\nlayername=A\nlayernr=5\n[6]\n"
+      "layername=F\nlayernr=40000\n";
+  const LayerTable table = tableOf(file);
+  LayerAssignment layers(table, "20", dxf::Encoding::Windows1252);
+  std::vector<int> numbers;
+  dxf::LayerUse layer;
+  for (const char* const name : {"A", "B", "C", "D", "E", "F"}) {
+    layer.name = name;
+    numbers.push_back(layers.layerNumber(layer));
+    ++layer.number;
+  }
+  EXPECT_EQ(numbers, (std::vector<int>{999, 999, 999, 0, 20, 999}));
+  EXPECT_EQ(layers.lookupLayer("A"), "-20");  // for the report
+}
+
 TEST(LayerNumber, RoundsAnAssignedFraction) {
   const LayerTable table = tableOf("[1]\nlayername=A\nlayernr=16.7\n");
   LayerAssignment layers(table, "20", dxf::Encoding::Windows1252);

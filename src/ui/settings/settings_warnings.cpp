@@ -37,14 +37,6 @@ constexpr std::array<NumberKey, 12> kNumberKeys = {{
     {"dxf", "blocks", Option::Blocks},
 }};
 
-/// The caption of a field as a name: without the mark of its key and the colon.
-std::string nameOf(std::string_view caption) {
-  std::string name(caption);
-  std::erase(name, '&');
-  if (name.ends_with(':')) name.pop_back();
-  return name;
-}
-
 }  // namespace
 
 std::vector<Message> loadingWarnings(const SettingsStore& store,
@@ -64,6 +56,12 @@ std::vector<Message> loadingWarnings(const SettingsStore& store,
   for (const convert::NumberNote& note : commandLine.notes) {
     warnings.push_back(messages.numberCut(note));
   }
+  const std::string& layer = commandLine.layer;
+  if (commandLine.given(Option::Layer) && dxf::startsWithNumber(layer) &&
+      !convert::isEagleLayer(layer)) {
+    const Settings used = LoadSettings(store, commandLine, texts);
+    warnings.push_back(messages.layerNotUsed(layer, used.layer));
+  }
   return warnings;
 }
 
@@ -71,7 +69,7 @@ std::vector<Message> fieldWarnings(const Settings& settings, const resources::Te
   const convert::Messages messages(texts);
   std::vector<Message> warnings;
   const auto check = [&](int captionId, std::string_view text) {
-    const auto note = convert::noteOn(nameOf(texts(captionId)), text);
+    const auto note = convert::noteOn(resources::captionName(texts(captionId)), text);
     if (note) warnings.push_back(messages.numberCut(*note));
   };
   check(912, settings.scale);

@@ -274,7 +274,7 @@ TEST_F(LayerEditorTest, TheMainWindowTakesTheFileAndConvertsWithIt) {
   EXPECT_EQ(script.find("999"), std::string::npos);
   EXPECT_TRUE(find<QLabel>(main, "labResult")
                   .text()
-                  .contains("Left out because their layer is assigned to 999: 1\n"));
+                  .contains("Left out because their layer is assigned to 999 or to no EAGLE layer: 1\n"));
 }
 
 }  // namespace
