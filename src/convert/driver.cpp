@@ -71,6 +71,7 @@ class Conversion {
     } catch (const std::exception& error) {
       fail(quotable(result_.dxfFile) + ": " + error.what());
     }
+    if (reader_ != nullptr) result_.fileLinesRead = reader_->fileLinesRead();
     return std::move(result_);
   }
 

@@ -54,10 +54,11 @@ struct ConversionResult {
   Outcome outcome = Outcome::Ended;
   std::string dxfFile;  ///< as found
   std::string scriptFile;
-  std::uint64_t linesRead = 0;
+  std::uint64_t linesRead = 0;      ///< as the report counts them
+  std::uint64_t fileLinesRead = 0;  ///< lines of the drawing that were read, each once
   std::uint64_t commandCount = 0;
   emit::EntityCounts counts{};
-  emit::EntityCounts leftOut{};                       ///< of these, on layers that are not converted
+  emit::EntityCounts leftOut{};  ///< of these, on layers that are not converted
   std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
   emit::Extents extents;

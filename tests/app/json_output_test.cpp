@@ -23,7 +23,7 @@ TEST(ToJson, IsOneLineWithEveryMember) {
   result.outcome = convert::Outcome::Cancelled;
   result.dxfFile = "a.dxf";
   result.scriptFile = "a.scr";
-  result.linesRead = 12;
+  result.fileLinesRead = 12;
   result.commandCount = 34;
   result.counts[static_cast<std::size_t>(dxf::EntityKind::Line)] = 5;
   result.leftOut[static_cast<std::size_t>(dxf::EntityKind::Line)] = 2;

@@ -142,7 +142,7 @@ std::string toJson(const ConversionResult& result, std::string_view reportFile,
   members.add("script", stringOrNull(written ? result.scriptFile : std::string_view{}));
   members.add("report", stringOrNull(written ? reportFile : std::string_view{}));
   members.add("outcome", outcomeText(result.outcome));
-  members.add("linesRead", std::to_string(result.linesRead));
+  members.add("linesRead", std::to_string(result.fileLinesRead));
   members.add("linesWritten", std::to_string(result.commandCount));
   members.add("entities", entities(result));
   members.add("leftOut", leftOut(result));

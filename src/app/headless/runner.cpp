@@ -240,7 +240,8 @@ class Runner {
   /// What was read, what was written, and what to type in EAGLE.
   std::string summary(const ConversionResult& result) const {
     std::string text =
-        texts_(3104, {quotable(result.dxfFile), std::to_string(convert::entityCount(result))});
+        texts_(3104, {quotable(result.dxfFile), std::to_string(convert::entityCount(result)),
+                      std::to_string(result.fileLinesRead)});
     const std::string unknown = convert::unknownKindsText(result);
     if (!unknown.empty()) text += texts_(3105, {unknown});
     text += "\n";

@@ -81,7 +81,8 @@ QString ResultPanel::resultText(const convert::ConversionResult& result) const {
   const std::string drawing = convert::quotable(result.dxfFile);
   const std::string script = convert::quotable(result.scriptFile);
   QStringList lines;
-  lines << context_.text(3140, {std::to_string(convert::entityCount(result)), drawing})
+  lines << context_.text(3140, {std::to_string(convert::entityCount(result)), drawing,
+                                std::to_string(result.fileLinesRead)})
         << context_.text(3141, {std::to_string(result.commandCount), script});
   const std::string unknown = convert::unknownKindsText(result);
   if (!unknown.empty()) lines << context_.text(3142, {unknown});

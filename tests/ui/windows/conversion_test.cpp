@@ -45,8 +45,8 @@ TEST_F(ConversionTest, EnterStartsAndTheWindowSaysWhatCameOut) {
   QTest::keyClick(&find<QLineEdit>(window, "txtDXFDatei"), Qt::Key_Return);
   EXPECT_TRUE(folder.has("part.scr"));
   EXPECT_EQ(fromQt(resultText()),
-            "Entities converted: 1 (from " + folder.file("part.dxf") + ")\nLines written: 9 (to " +
-                folder.file("part.scr") +
+            "Entities converted: 1 (from 30 lines of " + folder.file("part.dxf") +
+                ")\nLines written: 9 (to " + folder.file("part.scr") +
                 ")\nNot recognised and left out: HATCH 1\nIn EAGLE type: SCRIPT '" +
                 folder.file("part.scr") + "'");
   EXPECT_TRUE(window.isEnabled());
