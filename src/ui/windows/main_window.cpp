@@ -7,6 +7,7 @@
 #include <QShortcut>
 #include <memory>
 
+#include "convert/messages.h"
 #include "convert/paths.h"
 #include "ui/windows/app_icon.h"
 #include "ui/windows/help_viewer.h"
@@ -122,7 +123,14 @@ void MainWindow::LoadSettings() {
   attempt(
       context_, kModule, "LoadSettings",
       [this] {
-        showSettings(settings::LoadSettings(context_.store, context_.line, context_.texts()));
+        const resources::Texts texts = context_.texts();
+        showSettings(settings::LoadSettings(context_.store, context_.line, texts));
+        QStringList warnings;
+        for (const auto& warning :
+             settings::loadingWarnings(context_.store, context_.line, texts)) {
+          warnings << toQt(warning.text);
+        }
+        if (!warnings.isEmpty()) showNotice(warnings.join('\n'));
       },
       errors::kMayRetry | errors::kMayResume | errors::kMayEnd);
 }
@@ -219,10 +227,19 @@ convert::ConversionResult MainWindow::convertShown() {
 
 void MainWindow::showResult(const convert::ConversionResult& result) {
   controls_.result->showResult(result);
+  fitHeight();
+  activateWindow();
+}
+
+void MainWindow::showNotice(const QString& notice) {
+  controls_.result->showNotice(notice);
+  fitHeight();
+}
+
+void MainWindow::fitHeight() {
   // A label that wraps asks for its height only when it is known how wide it is.
   layout()->activate();
   resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
-  activateWindow();
 }
 
 void MainWindow::befLayeredit_Click() {
@@ -244,7 +261,11 @@ void MainWindow::befLayeredit_Click() {
 }
 
 void MainWindow::befSave_Click() {
-  if (!settings::SaveSettings(context_.store, settings())) showSaveFailure(context_, this);
+  if (!settings::SaveSettings(context_.store, settings())) {
+    showSaveFailure(context_, this);
+    return;
+  }
+  showNotice(context_.text(3098, {convert::quotable(convert::fromPath(context_.store.file()))}));
 }
 
 void MainWindow::befHilfe_Click() { openHelp(context_, kMainWindowHelp, this); }

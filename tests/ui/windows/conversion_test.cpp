@@ -52,6 +52,21 @@ TEST_F(ConversionTest, EnterStartsAndTheWindowSaysWhatCameOut) {
   EXPECT_TRUE(window.isEnabled());
 }
 
+TEST_F(ConversionTest, SavingKeepsWhatCameOutInView) {
+  draw();
+  window.show();
+  window.befStart_Click();
+  const QString result = resultText();
+  for (int i = 0; i < 2; ++i) {
+    click(window, "befSave");
+    EXPECT_EQ(resultText(),
+              result + "\nSettings saved in " +
+                  toQt(convert::fromPath(folder.path() / "program" / "larkspur.ini")));
+  }
+  EXPECT_TRUE(find<QPushButton>(window, "btnOpenFolder").isVisible());
+  EXPECT_TRUE(find<QPushButton>(window, "btnCopyCommand").isVisible());
+}
+
 TEST_F(ConversionTest, MakesTheFrameFileInTheProgramFolder) {
   draw();
   EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
