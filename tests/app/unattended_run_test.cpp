@@ -29,6 +29,27 @@ class UnattendedTest : public ProgramTest {
   static constexpr int kLines = 11;  ///< of oneLine() in a board that has a name
 };
 
+TEST_F(UnattendedTest, HelpAndVersionAnswerOnTheConsole) {
+  expectResult(run({"--version"}), 0, "Quillon " QUILLON_VERSION "\n", "");
+  const ProgramResult english = run({"--help"});
+  EXPECT_EQ(english.exitCode, 0);
+  EXPECT_EQ(english.error, "");
+  EXPECT_TRUE(
+      english.output.starts_with("Usage: quillon [DRAWING.dxf]\n"
+                                 "       quillon /x:DRAWING.dxf [/s:SCRIPT.scr] [ITEM...] /ru\n"))
+      << english.output;
+  EXPECT_TRUE(english.output.ends_with("print this help, or the version\n")) << english.output;
+  for (const char* const item :
+       {"/x:", "/s:", "/d:", "/b:", "/o:s", "/l:", "/v:4", "/u:mic", "/f:", "/p:0", "/k:0", "/t:t",
+        "/e:t", "/a:t", "/r:t", "/w:o", "/ru", "/rx", "--version"}) {
+    EXPECT_NE(english.output.find(item), std::string::npos) << item;
+  }
+  folder.write("program/larkspur.ini", "");
+  EXPECT_TRUE(run({"--help"}).output.starts_with("Aufruf: quillon [ZEICHNUNG.dxf]\n"));
+  const Strings nothingNew = {"in", "program", "program/larkspur.ini", "program/quillon"};
+  EXPECT_EQ(files(), nothingNew);
+}
+
 TEST_F(UnattendedTest, ConvertsOneDrawingWithTheSettingsOfTheFile) {
   write("part.dxf", oneLine());
   folder.write("program/larkspur.ini",

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
+#include "convert/paths.h"
 #include "support/timing.h"
 #include "ui/windows/report_window.h"
 #include "ui/windows/window_fixture.h"
