@@ -46,6 +46,25 @@ TEST(ToJson, IsOneLineWithEveryMember) {
             "\"messages\":[{\"kind\":\"warning\",\"text\":\"detail\"}]}\n");
 }
 
+TEST(ToJson, HasTheBytesOfPathsThatAreNotUtf8) {
+  convert::ConversionResult result;
+  result.outcome = convert::Outcome::Converted;
+  result.scriptFile = "ä.scr";
+  const auto json = [&](const std::string& drawing, const std::string& report) {
+    result.dxfFile = drawing;
+    const std::string all = toJson(result, report, {});
+    return all.substr(0, all.find(",\"outcome\""));
+  };
+  EXPECT_EQ(json("T\xFCr.dxf", "\xE4.txt"),
+            "{\"dxf\":\"Tür.dxf\",\"script\":\"ä.scr\",\"report\":\"ä.txt\","
+            "\"pathBytes\":{\"dxf\":\"VPxyLmR4Zg==\",\"report\":\"5C50eHQ=\"}");
+  EXPECT_EQ(json("\xFF\xFF\xFF", "r.txt"),
+            "{\"dxf\":\"ÿÿÿ\",\"script\":\"ä.scr\",\"report\":\"r.txt\","
+            "\"pathBytes\":{\"dxf\":\"////\"}");
+  EXPECT_EQ(json("Tür.dxf", "r.txt"),
+            "{\"dxf\":\"Tür.dxf\",\"script\":\"ä.scr\",\"report\":\"r.txt\"");
+}
+
 TEST(ToJson, NamesNoFileThatWasNotWritten) {
   convert::ConversionResult result;
   result.dxfFile = "a.dxf";

@@ -107,6 +107,16 @@ TEST_F(JsonTest, CountsWhatIsLeftOutApart) {
       << summary;
 }
 
+TEST_F(JsonTest, APathThatIsNotUtf8CanBeFoundAgain) {
+  write("T\xFCr.dxf", oneLine());
+  const JsonValue value = object({"T\xFCr.dxf"});
+  EXPECT_EQ(value.at("dxf").text(), "Tür.dxf");
+  EXPECT_EQ(value.at("pathBytes").names(), (Strings{"dxf", "script"}));
+  EXPECT_EQ(value.at("pathBytes").at("dxf").text(), "VPxyLmR4Zg==");
+  EXPECT_EQ(value.at("pathBytes").at("script").text(), "VPxyLnNjcg==");
+  EXPECT_TRUE(folder.has("T\xFCr.scr"));
+}
+
 TEST_F(JsonTest, StandsInOneLineAndBesideItTheSummaryStays) {
   write("part.dxf", oneLine());
   const testing::ProgramResult result = run({"part.dxf", "--json"});
