@@ -33,6 +33,12 @@ class FaultTest : public ProgramTest {
         "mount -t tmpfs -o size=64k quillon full || exit 77\n"
         "printf old > full/part.scr; printf old > full/part.txt; printf old > full/part.lay\n"
         "\"$@\"; echo \"exit $?\"; ls -A full; cat full/part.scr full/part.txt\n";
+    return runMounted(script, arguments);
+  }
+
+  /// Runs a shell's script, with the program and its arguments as "$@", where it may mount; the
+  /// script tells the program's exit code.
+  std::optional<ProgramResult> runMounted(const std::string& script, const Strings& arguments) {
     testing::ProgramCall shell = call;
     shell.program = "/usr/bin/env";
     shell.environment.emplace_back("PATH=/usr/sbin:/usr/bin:/sbin:/bin");
@@ -82,6 +88,19 @@ TEST_F(FaultTest, ADiskThatGetsFullLeavesTheOldReport) {
   EXPECT_TRUE(result->error.starts_with(errorLine(std::string("full/part.txt") + kFullDisk)))
       << result->error;
   EXPECT_TRUE(folder.read("part.scr").ends_with("Window Fit;\r\n"));
+}
+
+TEST_F(FaultTest, AScriptOnAFileSystemThatIsReadOnlyIsRefused) {
+  write("part.dxf", oneLine());
+  fs::create_directory(folder.path() / "fixed");
+  const std::optional<ProgramResult> result = runMounted(
+      "mount -t tmpfs -o ro quillon fixed || exit 77\n\"$@\"; echo \"exit $?\"; ls -A fixed\n",
+      {"part.dxf", "-o", "fixed/part.scr"});
+  if (!result) GTEST_SKIP() << "nothing can be mounted here";
+  EXPECT_EQ(result->output, "exit 1\n");
+  EXPECT_EQ(result->error,
+            errorLine("fixed/part.scr cannot be written: Read-only file system. Please check the "
+                      "path, its permissions and the free space."));
 }
 
 TEST_F(FaultTest, AFileThatCannotGrowLeavesTheOldScript) {

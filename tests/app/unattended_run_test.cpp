@@ -34,16 +34,29 @@ TEST_F(UnattendedTest, HelpAndVersionAnswerOnTheConsole) {
   const ProgramResult english = run({"--help"});
   EXPECT_EQ(english.exitCode, 0);
   EXPECT_EQ(english.error, "");
-  EXPECT_TRUE(
-      english.output.starts_with("Usage: quillon [DRAWING.dxf]\n"
-                                 "       quillon /x:DRAWING.dxf [/s:SCRIPT.scr] [ITEM...] /ru\n"))
-      << english.output;
-  EXPECT_TRUE(english.output.ends_with("print this help, or the version\n")) << english.output;
-  for (const char* const item :
-       {"/x:", "/s:", "/d:", "/b:", "/o:s", "/l:", "/v:4", "/u:mic", "/f:", "/p:0", "/k:0", "/t:t",
-        "/e:t", "/a:t", "/r:t", "/w:o", "/ru", "/rx", "--version"}) {
-    EXPECT_NE(english.output.find(item), std::string::npos) << item;
-  }
+  EXPECT_EQ(
+      english.output,
+      "Usage: quillon [DRAWING.dxf]\n"
+      "       quillon /x:DRAWING.dxf [/s:SCRIPT.scr] [ITEM...] /ru\n"
+      "       quillon /x:FOLDER\\*.dxf [/s:FOLDER\\x.scr] [ITEM...] /rx\n"
+      "\n"
+      "Turns DXF drawings into scripts for EAGLE, in its window or, with /ru and /rx, without it.\n"
+      "Each item replaces a saved setting; paths in items are written with \"\\\".\n"
+      "\n"
+      "  /x: /s: /d:                  drawing, script, layer assignment file\n"
+      "  /b:                          name of the board, schematic or library\n"
+      "  /o:s /o:p /o:y               schematic, package, symbol\n"
+      "  /l:                          standard layer, an entry such as 16 Bottom (B)\n"
+      "  /v:4                         EAGLE 4.x and 5.x; any other value 3.5\n"
+      "  /u:mic /u:mm /u:mil /u:inch  unit\n"
+      "  /f:                          scale\n"
+      "  /p:0 /p:1 /p:2               polylines\n"
+      "  /k:0 /k:1 /k:2               blocks\n"
+      "  /t:t /e:t /a:t /r:t          dotted lines, ellipses, arcs as lines, report\n"
+      "  /w:o                         replace existing scripts\n"
+      "  /ru                          convert the drawing, then end\n"
+      "  /rx                          convert all drawings of its folder, then end\n"
+      "  --help, --version            print this help, or the version\n");
   folder.write("program/larkspur.ini", "");
   EXPECT_TRUE(run({"--help"}).output.starts_with("Aufruf: quillon [ZEICHNUNG.dxf]\n"));
   const Strings nothingNew = {"in", "program", "program/larkspur.ini", "program/quillon"};

@@ -134,8 +134,10 @@ TEST_F(FailureTest, ADashThatIsNotFiniteNamesTheEntitysLine) {
   draw(dxf);
   job.dotted = true;
   const std::string detail = failure();
-  EXPECT_NE(detail.find("The length of a dash or of a dashed line is no finite number."),
-            std::string::npos)
+  EXPECT_TRUE(
+      detail.ends_with(": The length of a dash or of a dashed line is no finite number. "
+                       "Please correct the line type or switch off the emulation of dotted "
+                       "lines."))
       << detail;
 }
 
