@@ -8,8 +8,8 @@ namespace quillon::convert {
 
 /// One assignment of a layer assignment file.
 struct LayerRow {
-  std::string name;   ///< the DXF layer, UTF-8, as typed
-  std::string layer;  ///< text that begins with the number of the EAGLE layer
+  std::string name;       ///< the DXF layer, UTF-8, as typed
+  std::string layer;      ///< text that begins with the number of the EAGLE layer
   std::string text = {};  ///< what a file has for the layer, UTF-8
 };
 
@@ -28,7 +28,7 @@ bool isEagleLayer(std::string_view text);
 bool isForeignLayer(const LayerRow& row);
 
 /// True when a text has no number, or its number goes straight on into something else ("20,5"). A
-/// name may follow behind a blank ("20 Dimension (B)").
+/// name may follow after a blank ("20 Dimension (B)").
 bool isCutLayer(std::string_view text);
 
 /// True for a row that is saved: it has a name, and a layer from 1 to 255, or 999.

@@ -119,9 +119,10 @@ TEST_F(UnattendedTest, RunsWithoutATargetAreRefused) {
   drawings("a.dxf");
   folder.write("program/larkspur.ini", "[global]\nlanguage=10000\n[dxf]\nreport=0\nbrd=4\n");
   for (const char* const item : {"/ru", "/rx"}) {
-    expectResult(run({"/x:in\\a.dxf", item}), 1, "",
-                 "quillon: Error: It is not chosen what the script creates. Please choose a board, "
-                 "schematic, package or symbol.\n");
+    expectResult(
+        run({"/x:in\\a.dxf", item}), 1, "",
+        "quillon: Error: Nothing is chosen for the script to create. Please choose a board, "
+        "schematic, package or symbol.\n");
   }
   EXPECT_FALSE(folder.has("in/a.scr"));
   EXPECT_EQ(run({"/x:in\\a.dxf", "/o:s", "/ru"}).exitCode, 0);

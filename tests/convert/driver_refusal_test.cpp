@@ -128,14 +128,16 @@ TEST_F(RefusalTest, ADrawingNameInGerman) {
 TEST_F(RefusalTest, NoTarget) {
   for (const int kind : {4, -1}) {
     job.targetKind = kind;
-    EXPECT_EQ(refusal(),
-              "It is not chosen what the script creates. Please choose a board, schematic, package "
-              "or symbol.");
+    EXPECT_EQ(
+        refusal(),
+        "Nothing is chosen for the script to create. Please choose a board, schematic, package "
+        "or symbol.");
   }
   EXPECT_EQ(title, "Error");
   speakGerman();
   EXPECT_EQ(refusal(),
-            "Es ist nicht gewählt, was das Script erstellt. Bitte Board, Schematic, Package oder "
+            "Es ist nicht ausgewählt, was das Script erstellen soll. Bitte Board, Schematic, "
+            "Package oder "
             "Symbol wählen.");
 }
 

@@ -163,7 +163,7 @@ TEST(EagleLayer, IsFrom1To255Or999) {
   }
 }
 
-TEST(EagleLayer, MayBeFollowedByANameBehindABlank) {
+TEST(EagleLayer, MayBeFollowedByANameAfterABlank) {
   for (const char* const whole : {"20", "20 Dimension (B)", "20\tDimension", " 20 "}) {
     EXPECT_FALSE(isCutLayer(whole)) << whole;
   }

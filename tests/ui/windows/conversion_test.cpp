@@ -168,7 +168,7 @@ TEST_F(ConversionTest, WithoutATargetStartIsRefused) {
   whenAsked(QMessageBox::Ok);
   EXPECT_EQ(window.befStart_Click().outcome, Outcome::Ended);
   EXPECT_EQ(boxText,
-            "It is not chosen what the script creates. Please choose a board, schematic, package "
+            "Nothing is chosen for the script to create. Please choose a board, schematic, package "
             "or symbol.");
   EXPECT_FALSE(folder.has("part.scr"));
 }
