@@ -14,6 +14,7 @@ add_library(quillon_windows STATIC
   ui/windows/main_controls.cpp
   ui/windows/main_window.cpp
   ui/windows/main_window_files.cpp
+  ui/windows/number_edit.cpp
   ui/windows/path_edit.cpp
   ui/windows/print_protocol.cpp
   ui/windows/progress_dialog.cpp

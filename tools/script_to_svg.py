@@ -4,6 +4,7 @@
 Usage: script_to_svg.py SCRIPT.scr PICTURE.svg
 """
 
+import codecs
 import math
 import re
 import sys
@@ -25,6 +26,25 @@ POINT = re.compile(rf"\(R?({NUMBER}) ({NUMBER})\)")
 TEXT = re.compile(r"Text (R\d+) '((?:[^']|'')*)' ")
 # A statement ends at a ";" outside quotes.
 STATEMENT = re.compile(r"((?:[^';]|'(?:[^']|'')*')*);")
+
+
+def as_character(error):
+    """A byte that Windows-1252 does not define, as the control character of its number."""
+    return "".join(map(chr, error.object[error.start:error.end])), error.end
+
+
+codecs.register_error("as_character", as_character)
+
+
+def read_script(path):
+    """The text of a script, which is UTF-8 or else Windows-1252, with "\n" as line end."""
+    with open(path, "rb") as file:
+        script = file.read()
+    try:
+        text = script.decode("utf-8")
+    except UnicodeDecodeError:
+        text = script.decode("cp1252", errors="as_character")
+    return text.replace("\r\n", "\n").replace("\r", "\n")
 
 
 def statements(script):
@@ -138,8 +158,7 @@ class Picture:
 def main():
     if len(sys.argv) != 3:
         sys.exit(__doc__)
-    with open(sys.argv[1], encoding="cp1252", newline=None) as file:
-        script = file.read()
+    script = read_script(sys.argv[1])
     measured = Picture()
     measured.read(script)
     size = max(max(measured.xs) - min(measured.xs), max(measured.ys) - min(measured.ys))

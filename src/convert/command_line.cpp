@@ -64,10 +64,23 @@ constexpr std::array<OptionRow, 18> kOptions = {{
 
 constexpr std::size_t kKeyLength = 2;
 
+bool takesNumber(Option option) {
+  return option == Option::Scale || option == Option::Poly || option == Option::Blocks;
+}
+
+/// The last item of an option is the one that counts.
+void noteNumber(CommandLine& line, std::string_view key, std::string_view value) {
+  const std::string name = "/" + std::string(key.substr(0, 1));
+  std::erase_if(line.notes, [&name](const NumberNote& note) { return note.name == name; });
+  if (std::optional<NumberNote> note = noteOn(name, value)) line.notes.push_back(*std::move(note));
+}
+
 void takeItem(CommandLine& line, std::string_view item) {
   for (const OptionRow& row : kOptions) {
     if (!item.starts_with(row.key)) continue;
-    row.store(line, dxf::trimBlanks(item.substr(kKeyLength)));
+    const std::string_view value = dxf::trimBlanks(item.substr(kKeyLength));
+    row.store(line, value);
+    if (takesNumber(row.option)) noteNumber(line, row.key, value);
     line.CmdLineGiven += 1U << (static_cast<unsigned>(row.option) - 1U);
     return;
   }

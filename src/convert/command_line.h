@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "convert/number_note.h"
+
 namespace quillon::convert {
 
 /// Numbers of the options of the command line, as settings refer to them.
@@ -28,8 +30,8 @@ enum class CommandLineOption : std::uint8_t {
   ArcToLine = 17,
 };
 
-/// What the program's command line asks for: options as "/key:value", lower-cased. Bad values are
-/// not reported.
+/// What the program's command line asks for: options as "/key:value", lower-cased. A bad value
+/// counts as whatever its option makes of it.
 struct CommandLine {
   /// 2^(n-1) was added for every item of option n: a second item of the same option carries over
   /// into the next one, as intended.
@@ -50,6 +52,8 @@ struct CommandLine {
   bool ellipses = false;
   bool report = false;
   bool arcToLine = false;
+
+  std::vector<NumberNote> notes;  ///< on the numbers, by their items
 
   bool autoRun = false;          ///< one conversion, then the end
   bool autoRunExit = false;      ///< every drawing of a folder, then the end

@@ -56,6 +56,10 @@ class Conversion {
       convert();
     } catch (const EndOfRun&) {
       // The reason has been told.
+    } catch (const NoStandardLayer& error) {
+      control_.stop();
+      output_.reset();
+      host_.tell(messages_.standardLayerMissing(error.layer()));
     } catch (const dxf::RunTimeError& error) {
       fail(hasChanged() ? changedText() : messages_.faultText(error, result_.dxfFile));
     } catch (const WriteError& error) {
@@ -69,6 +73,7 @@ class Conversion {
     } catch (const std::exception& error) {
       fail(quotable(result_.dxfFile) + ": " + error.what());
     }
+    if (reader_ != nullptr) result_.fileLinesRead = reader_->fileLinesRead();
     return std::move(result_);
   }
 
@@ -78,12 +83,13 @@ class Conversion {
     host_.setProgress(true, 0);
     findDrawing();
     openDrawing();
+    checkTarget();
     checkName();
     askForOverwriting();
     openScript();
     checkSettings();
     control_.setStatusText(2838);
-    layerTable_ = readLayerFile(job_.layerFile);
+    loadLayers();
     if (job_.scale == 0.0) leaveEmptyScript(messages_.scaleIsZero());
   }
 
@@ -216,13 +222,17 @@ class Conversion {
                    : DrawingInput::openFile(toPath(result_.dxfFile), cancelled);
     } catch (const dxf::ReadError& error) {
       if (isBrokenWait(error.reason()) && control_.cancelRequested()) throw;
-      refuse(messages_.drawingUnreadable(result_.dxfFile, messages_.reasonText(error.reason())));
+      refuse(messages_.fileUnreadable(result_.dxfFile, messages_.reasonText(error.reason())));
     }
     if (control_.cancelled()) return;  // what was read of it says nothing
     const InputKind kind = input_->kind();
     if (kind != InputKind::Text) {
       refuse(messages_.fileError(kFirstRefusal + static_cast<int>(kind), result_.dxfFile));
     }
+  }
+
+  void checkTarget() {
+    if (!isTarget(job_.targetKind)) refuse(messages_.targetMissing());
   }
 
   /// A name that could end its quotes, or the command that it stands in, is not written.
@@ -252,7 +262,10 @@ class Conversion {
     if (!host_.ask(messages_.scriptExists(result_.scriptFile))) throw EndOfRun{};
   }
 
+  /// A script that is there stays as it was when the settings cannot be converted.
   void openScript() {
+    const bool convertible = job_.scale != 0.0 && !lacksName();
+    if (!convertible && !surroundings_.writeStandardOutput && !isMissing(scriptPath_)) return;
     if (surroundings_.clearAbandoned && !surroundings_.writeStandardOutput) {
       clearAbandonedFiles(folderOfTarget(scriptPath_));
     }
@@ -261,8 +274,25 @@ class Conversion {
   }
 
   void checkSettings() {
-    if (job_.blocks != kDrawBlocks && job_.drawingName.empty()) {
-      leaveEmptyScript(messages_.nameMissing());
+    if (lacksName()) leaveEmptyScript(messages_.nameMissing());
+  }
+
+  bool lacksName() const { return job_.blocks != kDrawBlocks && job_.drawingName.empty(); }
+
+  void loadLayers() {
+    if (dxf::startsWithNumber(job_.defaultLayer) && isCutLayer(job_.defaultLayer)) {
+      host_.tell(messages_.standardLayerCut(job_.defaultLayer));
+    }
+    const std::string& path = job_.layerFile;
+    if (path.empty()) return;
+    try {
+      const std::vector<LayerRow> rows = readNamedLayerRows(path);
+      for (const Message& warning : messages_.layerWarnings(path, rows)) host_.tell(warning);
+      layerTable_ = layerTableOf(rows);
+    } catch (const dxf::ReadError& error) {
+      const std::string reason = messages_.reasonText(error.reason());
+      if (surroundings_.refuseUnreadableFiles) refuse(messages_.fileUnreadable(path, reason));
+      host_.tell(messages_.layersUnreadable(path, reason));
     }
   }
 
@@ -279,7 +309,12 @@ class Conversion {
     } catch (const WriteError& error) {
       fail(messages_.unwritableText(path, toPath(path), error.reason()));
     } catch (const dxf::ReadError& error) {
-      fail(messages_.unreadableText(path, messages_.reasonText(error.reason())));
+      const std::string reason = messages_.reasonText(error.reason());
+      if (!surroundings_.refuseUnreadableFiles && !surroundings_.frame.mustExist) {
+        host_.tell(messages_.frameUnreadable(path, reason));
+        return parseFrame(defaultFrameText());
+      }
+      fail(messages_.unreadableText(path, reason));
     }
     throw EndOfRun{};
   }
@@ -312,10 +347,10 @@ class Conversion {
     throw EndOfRun{};
   }
 
-  /// Settings that cannot be converted are noticed after the script was opened: it stays empty, as
-  /// intended.
+  /// Settings that cannot be converted are noticed after the script was opened: a new one stays
+  /// empty.
   [[noreturn]] void leaveEmptyScript(const Message& message) {
-    output_->commit();
+    if (output_ != nullptr) output_->commit();
     host_.tell(message);
     throw EndOfRun{};
   }

@@ -29,6 +29,9 @@ struct Surroundings {
   /// A text in which no section of a drawing is found is refused; otherwise it converts to the
   /// frame alone.
   bool refuseWithoutSections = false;
+  /// A layer file or frame file that is named and cannot be read ends the run; otherwise a warning
+  /// says what is used in its place.
+  bool refuseUnreadableFiles = false;
   bool readStandardInput = false;    ///< instead of the drawing's path
   bool writeStandardOutput = false;  ///< instead of the script's path
   /// Lines after which a script ends as if the user had cancelled; 0 for no such limit.
@@ -50,12 +53,13 @@ enum class Outcome : std::uint8_t {
 /// What came out of a conversion.
 struct ConversionResult {
   Outcome outcome = Outcome::Ended;
-  std::string dxfFile;     ///< as found
-  std::string scriptFile;  ///< "" when a cancel left none
-  std::uint64_t linesRead = 0;
+  std::string dxfFile;              ///< as found
+  std::string scriptFile;           ///< "" when a cancel left none
+  std::uint64_t linesRead = 0;      ///< as the report counts them
+  std::uint64_t fileLinesRead = 0;  ///< lines of the drawing that were read, each once
   std::uint64_t commandCount = 0;
   emit::EntityCounts counts{};
-  emit::EntityCounts leftOut{};                       ///< of these, on layers assigned to 999
+  emit::EntityCounts leftOut{};  ///< of these, on layers that are not converted
   std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
   emit::Extents extents;

@@ -8,6 +8,9 @@ namespace quillon::convert {
 /// What the script draws into.
 enum TargetKind : int { kBoard = 0, kSchematic = 1, kPackage = 2, kSymbol = 3 };
 
+/// True for one of the four.
+constexpr bool isTarget(int kind) { return kind >= kBoard && kind <= kSymbol; }
+
 /// What becomes of blocks.
 enum BlockHandling : int { kDrawBlocks = 0, kUsedBlocksAsParts = 1, kAllBlocksAsParts = 2 };
 

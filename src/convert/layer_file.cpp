@@ -38,21 +38,44 @@ bool isVisible(std::string_view name) {
   return std::any_of(name.begin(), name.end(), [](char c) { return c != ' ' && !isControl(c); });
 }
 
-}  // namespace
-
-std::vector<LayerRow> readLayerRows(const std::string& path) {
+std::vector<LayerRow> rowsOf(const IniFile& file) {
   std::vector<LayerRow> rows;
-  if (path.empty()) return rows;
-  const IniFile file = IniFile::read(path);
   for (std::size_t n = 1;; ++n) {
     const std::string section = std::to_string(n);
     const std::string name = file.value(section, "layername");
     const std::string_view trimmed = dxf::trimBlanks(name);
     if (trimmed.empty()) return rows;
     // The number stays a text: "16.7" is kept, a text without a number becomes "0".
-    rows.push_back({dxf::windows1252ToUtf8(trimmed),
-                    dxf::numberText(dxf::numberValue(file.value(section, "layernr")))});
+    const std::string number = file.value(section, "layernr");
+    rows.push_back({dxf::windows1252ToUtf8(trimmed), dxf::numberText(dxf::numberValue(number)),
+                    dxf::windows1252ToUtf8(number)});
   }
+}
+
+}  // namespace
+
+std::vector<LayerRow> readLayerRows(const std::string& path) {
+  return path.empty() ? std::vector<LayerRow>() : rowsOf(IniFile::read(path));
+}
+
+std::vector<LayerRow> readNamedLayerRows(const std::string& path) {
+  return rowsOf(IniFile(readFile(path)));
+}
+
+bool isEagleLayer(std::string_view text) {
+  bool fits = false;
+  const double number = dxf::roundedInteger16(dxf::numberValue(text), fits);
+  return fits && ((number >= 1.0 && number <= kLastLayer) || number == kUnconverted);
+}
+
+bool isForeignLayer(const LayerRow& row) {
+  return dxf::startsWithNumber(row.text) && !isEagleLayer(row.text);
+}
+
+bool isCutLayer(std::string_view text) {
+  const std::string_view rest = dxf::textAfterNumber(text);
+  return !dxf::startsWithNumber(text) ||
+         (!rest.empty() && rest.front() != ' ' && rest.front() != '\t');
 }
 
 bool isSaved(const LayerRow& row) {

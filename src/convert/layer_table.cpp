@@ -1,46 +1,67 @@
 #include "convert/layer_table.h"
 
-#include "convert/layer_file.h"
 #include "dxf/number_text.h"
 #include "dxf/run_time_error.h"
 
 namespace quillon::convert {
 
-void LayerTable::add(std::string_view name, std::string_view layer) {
-  layers_.try_emplace(dxf::upperCase(name, dxf::Encoding::Utf8), layer);
+void LayerTable::add(std::string_view name, std::string_view layer, bool written) {
+  layers_.try_emplace(dxf::upperCase(name, dxf::Encoding::Utf8),
+                      Record{std::string(layer), written});
   ++size_;
 }
 
-const std::string* LayerTable::find(std::string_view upperName) const {
+const LayerTable::Record* LayerTable::record(std::string_view upperName) const {
   const auto found = layers_.find(std::string(upperName));
   return found == layers_.end() ? nullptr : &found->second;
 }
 
-LayerTable readLayerFile(const std::string& path) {
+const std::string* LayerTable::find(std::string_view upperName) const {
+  const Record* const found = record(upperName);
+  return found == nullptr ? nullptr : &found->layer;
+}
+
+bool LayerTable::isWritten(std::string_view upperName) const {
+  const Record* const found = record(upperName);
+  return found == nullptr || found->written;
+}
+
+LayerTable layerTableOf(const std::vector<LayerRow>& rows) {
   LayerTable table;
-  for (const LayerRow& row : readLayerRows(path)) table.add(row.name, row.layer);
+  for (const LayerRow& row : rows) table.add(row.name, row.layer, !isForeignLayer(row));
   return table;
 }
 
+LayerTable readLayerFile(const std::string& path) { return layerTableOf(readLayerRows(path)); }
+
+std::string LayerAssignment::upperName(std::string_view dxfLayerName) const {
+  return dxf::upperCase(dxf::toUtf8(dxfLayerName, encoding_), dxf::Encoding::Utf8);
+}
+
 std::string_view LayerAssignment::lookupLayer(std::string_view dxfLayerName) const {
-  const std::string utf8 = dxf::toUtf8(dxfLayerName, encoding_);
-  const std::string* const assigned = table_.find(dxf::upperCase(utf8, dxf::Encoding::Utf8));
+  const std::string* const assigned = table_.find(upperName(dxfLayerName));
   return assigned == nullptr ? std::string_view(defaultLayer_) : *assigned;
 }
 
 int LayerAssignment::layerNumber(const dxf::LayerUse& layer) {
   if (numbers_.size() <= layer.number) numbers_.resize(layer.number + 1);
   std::optional<int>& known = numbers_[layer.number];
-  if (!known) {
-    const std::string_view text = lookupLayer(layer.name);
-    bool fits = false;
-    known = dxf::roundedInteger16(dxf::numberValue(text), fits);
-    if (!fits) {
-      known.reset();
-      throw dxf::RunTimeError(dxf::Fault::BadLayerNumber, text);
-    }
-  }
+  if (!known) known = findNumber(layer.name);
   return *known;
+}
+
+int LayerAssignment::findNumber(std::string_view dxfLayerName) const {
+  const std::string name = upperName(dxfLayerName);
+  const std::string* const assigned = table_.find(name);
+  if (assigned == nullptr && !dxf::startsWithNumber(defaultLayer_)) {
+    throw NoStandardLayer(dxf::toUtf8(dxfLayerName, encoding_));
+  }
+  if (!table_.isWritten(name)) return emit::kNotConverted;
+  const std::string_view text = assigned == nullptr ? std::string_view(defaultLayer_) : *assigned;
+  bool fits = false;
+  const int number = dxf::roundedInteger16(dxf::numberValue(text), fits);
+  if (!fits) throw dxf::RunTimeError(dxf::Fault::BadLayerNumber, text);
+  return number;
 }
 
 }  // namespace quillon::convert

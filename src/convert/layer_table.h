@@ -1,11 +1,13 @@
 #pragma once
 
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "convert/layer_file.h"
 #include "dxf/drawing.h"
 #include "emit/translator.h"
 
@@ -15,18 +17,41 @@ namespace quillon::convert {
 class LayerTable {
  public:
   /// Adds a record; the first one of a name decides. The name is UTF-8, `layer` a decimal number.
-  void add(std::string_view name, std::string_view layer);
+  /// What lies on a layer that is not `written` is left out.
+  void add(std::string_view name, std::string_view layer, bool written = true);
   /// The EAGLE layer of an upper-cased UTF-8 name, or null.
   const std::string* find(std::string_view upperName) const;
+  bool isWritten(std::string_view upperName) const;
   std::size_t size() const { return size_; }
 
  private:
-  std::unordered_map<std::string, std::string> layers_;
+  struct Record {
+    std::string layer;
+    bool written;
+  };
+  const Record* record(std::string_view upperName) const;
+
+  std::unordered_map<std::string, Record> layers_;
   std::size_t size_ = 0;
 };
 
+/// A table in which numbers that are none of EAGLE's layers are not written.
+LayerTable layerTableOf(const std::vector<LayerRow>& rows);
+
 /// The table of a layer assignment file. An empty or missing path gives an empty table.
 LayerTable readLayerFile(const std::string& path);
+
+/// A layer without an assignment was met, and the standard layer has no number.
+class NoStandardLayer : public std::runtime_error {
+ public:
+  /// `layer` is the name of the DXF layer, UTF-8.
+  explicit NoStandardLayer(std::string layer)
+      : std::runtime_error("no standard layer"), layer_(std::move(layer)) {}
+  const std::string& layer() const { return layer_; }
+
+ private:
+  std::string layer_;
+};
 
 /// Finds the EAGLE layer of a drawing's layers, once for each.
 class LayerAssignment : public emit::LayerNumbers {
@@ -37,11 +62,14 @@ class LayerAssignment : public emit::LayerNumbers {
   /// The EAGLE layer of a DXF layer as text; the default layer for one that is not assigned.
   std::string_view lookupLayer(std::string_view dxfLayerName) const;
 
-  /// The leading number of that text, rounded half to even. Throws RunTimeError (BadLayerNumber)
-  /// when it does not fit in 16 bits.
+  /// The leading number of that text, rounded half to even; 999 when it is not written. Throws RunTimeError (BadLayerNumber)
+  /// when it does not fit in 16 bits, and NoStandardLayer when the default layer has no number.
   int layerNumber(const dxf::LayerUse& layer) override;
 
  private:
+  std::string upperName(std::string_view dxfLayerName) const;
+  int findNumber(std::string_view dxfLayerName) const;
+
   const LayerTable& table_;
   std::string defaultLayer_;
   dxf::Encoding encoding_;

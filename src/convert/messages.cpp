@@ -13,6 +13,17 @@ namespace {
 
 constexpr int kFirstFaultText = 3020;
 
+/// The start of a list, its entries separated by commas.
+std::string shortList(const std::vector<std::string>& entries) {
+  constexpr std::size_t kMostEntries = 10;
+  std::string list;
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (i == kMostEntries) return list + ", …";
+    list += (list.empty() ? "" : ", ") + entries[i];
+  }
+  return list;
+}
+
 }  // namespace
 
 bool hasControlCharacter(std::string_view utf8) {
@@ -54,9 +65,43 @@ Message Messages::drawingMissing(std::string_view path, std::string_view reason)
           unreadableText(path, reason)};
 }
 
-Message Messages::drawingUnreadable(std::string_view path, std::string_view reason) const {
+Message Messages::fileUnreadable(std::string_view path, std::string_view reason) const {
   const std::string text = unreadableText(path, reason);
   return {MessageKind::Error, std::string(texts_(2804)), text, text};
+}
+
+Message Messages::layersUnreadable(std::string_view path, std::string_view reason) const {
+  return warning(texts_(3093, {quotable(path), reason}));
+}
+
+std::vector<Message> Messages::layerWarnings(std::string_view path,
+                                             const std::vector<LayerRow>& rows) const {
+  std::vector<std::string> foreign;
+  std::vector<std::string> cut;
+  for (const LayerRow& row : rows) {
+    const std::string name = quotable(row.name);
+    if (isForeignLayer(row)) foreign.push_back(name + " (" + quotable(row.text) + ")");
+    if (isCutLayer(row.text)) cut.push_back(name + " (\"" + quotable(row.text) + "\": " + row.layer + ")");
+  }
+  std::vector<Message> warnings;
+  if (!cut.empty()) warnings.push_back(warning(texts_(3095, {quotable(path), shortList(cut)})));
+  if (!foreign.empty()) {
+    warnings.push_back(warning(texts_(3096, {quotable(path), shortList(foreign)})));
+  }
+  return warnings;
+}
+
+Message Messages::standardLayerCut(std::string_view text) const {
+  const std::string name = resources::captionName(texts_(913));
+  return numberCut({name, std::string(text), dxf::numberText(dxf::numberValue(text))});
+}
+
+Message Messages::layerNotUsed(std::string_view text, std::string_view used) const {
+  return warning(texts_(3097, {quotable(text), used}));
+}
+
+Message Messages::frameUnreadable(std::string_view path, std::string_view reason) const {
+  return warning(texts_(3094, {quotable(path), reason}));
 }
 
 Message Messages::fileError(int id, std::string_view subject) const {
@@ -72,6 +117,16 @@ Message Messages::scriptExists(std::string_view path) const {
 Message Messages::nameMissing() const {
   const std::string text(texts_(2808));
   return {MessageKind::Error, std::string(texts_(2809)), text, text};
+}
+
+Message Messages::targetMissing() const {
+  const std::string text(texts_(3091));
+  return {MessageKind::Error, std::string(texts_(2811)), text, text};
+}
+
+Message Messages::standardLayerMissing(std::string_view dxfLayer) const {
+  const std::string text = texts_(3092, {quotable(dxfLayer)});
+  return {MessageKind::Error, std::string(texts_(2811)), text, text};
 }
 
 Message Messages::scaleIsZero() const {
@@ -101,6 +156,10 @@ Message Messages::cancelled(std::string_view drawing, std::uint64_t line) const 
 Message Messages::lineLimit(std::string_view drawing, std::uint64_t lines) const {
   const std::string text = texts_(3011, {quotable(drawing), std::to_string(lines)});
   return {MessageKind::Warning, std::string(texts_(2805)), text, text};
+}
+
+Message Messages::numberCut(const NumberNote& note) const {
+  return warning(texts_(3090, {quotable(note.name), quotable(note.text), quotable(note.countsAs)}));
 }
 
 Message Messages::scriptError(std::string_view script, std::string detail) const {
@@ -145,6 +204,10 @@ std::string Messages::unwritableText(std::string_view path, const std::filesyste
     return texts_(3070, {quotable(path), quotable(folderPart(path))});
   }
   return texts_(3027, {quotable(path), reasonText(reason)});
+}
+
+Message Messages::warning(const std::string& text) const {
+  return {MessageKind::Warning, std::string(texts_(2805)), text, text};
 }
 
 std::string Messages::aroundPath(int before, std::string_view path, int behind) const {

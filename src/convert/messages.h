@@ -4,8 +4,11 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "convert/host.h"
+#include "convert/layer_file.h"
+#include "convert/number_note.h"
 #include "dxf/run_time_error.h"
 #include "ui/resources/string_table.h"
 
@@ -19,16 +22,31 @@ class Messages {
 
   /// No drawing at this path; `reason` is the system's.
   Message drawingMissing(std::string_view path, std::string_view reason) const;
-  Message drawingUnreadable(std::string_view path, std::string_view reason) const;
+  Message fileUnreadable(std::string_view path, std::string_view reason) const;
+  /// What is used in the place of a layer file or a frame file that cannot be read.
+  Message layersUnreadable(std::string_view path, std::string_view reason) const;
+  /// What is not as it should be with the numbers of a layer file.
+  std::vector<Message> layerWarnings(std::string_view path,
+                                     const std::vector<LayerRow>& rows) const;
+  Message standardLayerCut(std::string_view text) const;
+  /// The standard layer of the command line is none; another one is used.
+  Message layerNotUsed(std::string_view text, std::string_view used) const;
+  Message frameUnreadable(std::string_view path, std::string_view reason) const;
   /// A message of the string table about one file or name, with the title of file errors.
   Message fileError(int id, std::string_view subject) const;
   Message scriptExists(std::string_view path) const;
   Message nameMissing() const;
+  /// None of the four targets is chosen.
+  Message targetMissing() const;
+  /// A DXF layer without an assignment, and no number for it.
+  Message standardLayerMissing(std::string_view dxfLayer) const;
   Message scaleIsZero() const;
   Message outOfRange(std::string_view drawing) const;
   Message cancelled(std::string_view drawing, std::uint64_t line) const;
   /// The script has as many lines as it may have.
   Message lineLimit(std::string_view drawing, std::uint64_t lines) const;
+  /// A text counts as a number that it may not mean.
+  Message numberCut(const NumberNote& note) const;
   /// The error handler's message: the script could not be made, for the reason in `detail`.
   Message scriptError(std::string_view script, std::string detail) const;
 
@@ -43,6 +61,7 @@ class Messages {
   std::string outOfMemoryText() const { return std::string(texts_(3028)); }
 
  private:
+  Message warning(const std::string& text) const;
   /// Three lines: a text of the table, a path, another text of the table.
   std::string aroundPath(int before, std::string_view path, int behind) const;
 

@@ -64,7 +64,8 @@ std::string_view defaultFrameText() {
 
 ScriptFrame loadFrame(const FrameSource& source) {
   if (namesFile(findExisting(source.path))) return parseFrame(readFile(source.path));
-  if (source.mustExist) throw dxf::ReadError(ENOENT);
+  if (source.mustExist)
+    throw dxf::ReadError(namesFolder(findExisting(source.path)) ? EISDIR : ENOENT);
   if (source.create) replaceFile(findForCreation(source.path), defaultFrameText());
   return parseFrame(defaultFrameText());
 }

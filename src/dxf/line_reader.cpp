@@ -59,7 +59,18 @@ bool LineReader::skipPastLine(std::string_view text, bool showProgress) {
   return false;
 }
 
+std::uint64_t LineReader::fileLinesRead() const {
+  const char* const end = source_.end();
+  const bool whole = source_.atFileEnd() && cursor_.atEnd() && end != source_.begin();
+  const bool halfLineEnd = whole && end[-1] == source_.lineEnds().eolOther;
+  const std::uint64_t lines =
+      linesRead_ - linesBeyondEnd_ - (halfLineEnd && linesRead_ > 0 ? 1 : 0);
+  return std::max(lines, linesBeforeRewind_);
+}
+
 void LineReader::rewind() {
+  linesBeforeRewind_ = fileLinesRead();
+  linesBeyondEnd_ = 0;
   source_.rewind();
   moveTo(source_.begin());
   linesRead_ = 0;

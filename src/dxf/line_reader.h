@@ -22,7 +22,10 @@ class LineReader {
   std::string_view readDxfLine(bool showProgress) {
     if (pacer_.due()) poll(showProgress);
     ++linesRead_;
-    if (atEnd()) return {};
+    if (atEnd()) {
+      ++linesBeyondEnd_;
+      return {};
+    }
     return cursor_.next();
   }
 
@@ -32,6 +35,9 @@ class LineReader {
     return cursor_.atEnd();
   }
   std::uint64_t linesRead() const { return linesRead_; }
+  /// How many lines of the file were read: each once, whatever was rewound, none beyond its end,
+  /// and nothing for the second character of its last line end.
+  std::uint64_t fileLinesRead() const;
   TextSource& source() { return source_; }
   RunMonitor& monitor() { return monitor_; }
 
@@ -79,6 +85,8 @@ class LineReader {
   const char* kept_ = nullptr;
   Pacer pacer_{kLinesPerPoll};
   std::uint64_t linesRead_ = 0;
+  std::uint64_t linesBeyondEnd_ = 0;     ///< of these
+  std::uint64_t linesBeforeRewind_ = 0;  ///< of the file, at most
   bool cancelled_ = false;
 };
 

@@ -173,6 +173,16 @@ double numberValue(std::string_view text) {
   return readCoordinate(text, value) ? value : valueOf(splitNumber(text));
 }
 
+bool startsWithNumber(std::string_view text) { return splitNumber(text).anyDigit; }
+
+std::string_view textAfterNumber(std::string_view text) {
+  const NumberParts parts = splitNumber(text);
+  std::string_view rest = text;
+  if (parts.anyDigit) rest.remove_prefix(static_cast<std::size_t>(parts.end - text.data()));
+  const bool any = rest.find_first_not_of(" \t") != std::string_view::npos;
+  return any ? rest : std::string_view{};
+}
+
 std::int16_t roundedInteger16(double value, bool& fits) {
   const double rounded = std::nearbyint(value);
   fits = rounded >= std::numeric_limits<std::int16_t>::min() &&

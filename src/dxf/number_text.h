@@ -18,6 +18,13 @@ constexpr std::string_view trimBlanks(std::string_view text) {
 /// fit; text without digits gives 0. Too large for a double gives infinity, too small gives 0.
 double numberValue(std::string_view text);
 
+/// True when a text has a number for numberValue to read.
+bool startsWithNumber(std::string_view text);
+
+/// What follows the number at the start of a text: "" when there is nothing more than blanks and
+/// tabs, the whole text when it does not start with a number.
+std::string_view textAfterNumber(std::string_view text);
+
 /// numberValue rounded half to even to 16 bits; `fits` is false (and the result 0) when the number
 /// lies outside.
 std::int16_t roundedInteger16(double value, bool& fits);

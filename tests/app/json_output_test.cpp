@@ -23,7 +23,7 @@ TEST(ToJson, IsOneLineWithEveryMember) {
   result.outcome = convert::Outcome::Cancelled;
   result.dxfFile = "a.dxf";
   result.scriptFile = "a.scr";
-  result.linesRead = 12;
+  result.fileLinesRead = 12;
   result.commandCount = 34;
   result.counts[static_cast<std::size_t>(dxf::EntityKind::Line)] = 5;
   result.leftOut[static_cast<std::size_t>(dxf::EntityKind::Line)] = 2;
@@ -44,6 +44,25 @@ TEST(ToJson, IsOneLineWithEveryMember) {
             "\"extents\":{\"minX\":-1,\"minY\":0.5,\"maxX\":2,\"maxY\":1e+21},"
             "\"rangeWarning\":true,"
             "\"messages\":[{\"kind\":\"warning\",\"text\":\"detail\"}]}\n");
+}
+
+TEST(ToJson, HasTheBytesOfPathsThatAreNotUtf8) {
+  convert::ConversionResult result;
+  result.outcome = convert::Outcome::Converted;
+  result.scriptFile = "ä.scr";
+  const auto json = [&](const std::string& drawing, const std::string& report) {
+    result.dxfFile = drawing;
+    const std::string all = toJson(result, report, {});
+    return all.substr(0, all.find(",\"outcome\""));
+  };
+  EXPECT_EQ(json("T\xFCr.dxf", "\xE4.txt"),
+            "{\"dxf\":\"Tür.dxf\",\"script\":\"ä.scr\",\"report\":\"ä.txt\","
+            "\"pathBytes\":{\"dxf\":\"VPxyLmR4Zg==\",\"report\":\"5C50eHQ=\"}");
+  EXPECT_EQ(json("\xFF\xFF\xFF", "r.txt"),
+            "{\"dxf\":\"ÿÿÿ\",\"script\":\"ä.scr\",\"report\":\"r.txt\","
+            "\"pathBytes\":{\"dxf\":\"////\"}");
+  EXPECT_EQ(json("Tür.dxf", "r.txt"),
+            "{\"dxf\":\"Tür.dxf\",\"script\":\"ä.scr\",\"report\":\"r.txt\"");
 }
 
 TEST(ToJson, NamesNoFileThatWasNotWritten) {

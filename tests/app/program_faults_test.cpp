@@ -39,6 +39,12 @@ class FaultTest : public ProgramTest {
         "mount -t tmpfs -o size=64k quillon full || exit 77\n"
         "printf old > full/part.scr; printf old > full/part.txt; printf old > full/part.lay\n" +
         commands;
+    return runMounted(script, arguments);
+  }
+
+  /// Runs a shell's script, with the program and its arguments as "$@", where it may mount; the
+  /// script tells the program's exit code.
+  std::optional<ProgramResult> runMounted(const std::string& script, const Strings& arguments) {
     testing::ProgramCall shell = call;
     shell.program = "/usr/bin/env";
     shell.environment.emplace_back("PATH=/usr/sbin:/usr/bin:/sbin:/bin");
@@ -122,6 +128,19 @@ TEST_F(FaultTest, AnErrorInTheDrawingLeavesAScriptWhoseFolderTakesNoFile) {
   EXPECT_EQ(folder.read("closed/part.scr"), lineScript("part"));
   EXPECT_EQ(files(), (Strings{"closed", "closed/part.scr", "part.dxf", "program"}));
   fs::permissions(folder.path() / "closed", fs::perms(0755));
+}
+
+TEST_F(FaultTest, AScriptOnAFileSystemThatIsReadOnlyIsRefused) {
+  write("part.dxf", oneLine());
+  fs::create_directory(folder.path() / "fixed");
+  const std::optional<ProgramResult> result = runMounted(
+      "mount -t tmpfs -o ro quillon fixed || exit 77\n\"$@\"; echo \"exit $?\"; ls -A fixed\n",
+      {"part.dxf", "-o", "fixed/part.scr"});
+  if (!result) GTEST_SKIP() << "nothing can be mounted here";
+  EXPECT_EQ(result->output, "exit 1\n");
+  EXPECT_EQ(result->error,
+            errorLine("fixed/part.scr cannot be written: Read-only file system. Please check the "
+                      "path, its permissions and the free space."));
 }
 
 TEST_F(FaultTest, AFileThatCannotGrowLeavesTheOldScript) {

@@ -335,7 +335,7 @@ TEST_F(ProgramTest, EscapesControlCharactersOfAFileName) {
   const testing::ProgramResult result = run({"a\n\x1b[1mb.dxf"});
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_TRUE(
-      result.error.starts_with("a\\x0a\\x1b[1mb.dxf: 1 entities converted\n"
+      result.error.starts_with("a\\x0a\\x1b[1mb.dxf: 1 entities converted from 26 lines\n"
                                "a\\x0a\\x1b[1mb.scr: 11 lines written\n"));
   // No command line with a path that cannot be typed.
   EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 2);
@@ -371,7 +371,7 @@ TEST_F(ProgramTest, NamesTheKindsThatItDoesNotRecognise) {
   write("part.dxf", dxf);
   const testing::ProgramResult result = run({"part.dxf"});
   EXPECT_TRUE(result.error.starts_with(
-      "part.dxf: 1 entities converted, not recognised: HATCH 2, IMAGE 1\n"));
+      "part.dxf: 1 entities converted from 38 lines, not recognised: HATCH 2, IMAGE 1\n"));
 }
 
 TEST_F(ProgramTest, WarnsAboutCoordinatesOutOfRangeAndConvertsThem) {

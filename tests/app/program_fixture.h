@@ -75,9 +75,12 @@ class ProgramTest : public ::testing::Test {
            std::filesystem::canonical(folder.path()).generic_string() + "/" + script + "'\n";
   }
   /// The same for one of several.
-  static std::string summaryLines(const std::string& drawing, int entities,
-                                  const std::string& script, int lines) {
-    return drawing + ": " + std::to_string(entities) + " entities converted\n" + script + ": " +
+  std::string summaryLines(const std::string& drawing, int entities, const std::string& script,
+                           int lines) const {
+    // What comes from standard input is oneLine().
+    const std::string text = drawing == "-" ? oneLine().text() : folder.read(drawing);
+    return drawing + ": " + std::to_string(entities) + " entities converted from " +
+           std::to_string(std::count(text.begin(), text.end(), '\n')) + " lines\n" + script + ": " +
            std::to_string(lines) + " lines written\n";
   }
   static std::string errorLine(const std::string& text) {

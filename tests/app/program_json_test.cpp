@@ -69,6 +69,16 @@ TEST_F(JsonTest, TellsAllAboutAConversion) {
   EXPECT_TRUE(value.at("messages").items().empty());
 }
 
+TEST_F(JsonTest, CountsTheLinesThatWereReadWhereTheReportHasARuleOfItsOwn) {
+  folder.write("part.dxf", "0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\n0\n0\nENDSEC\n0\nEOF\n");
+  EXPECT_EQ(object({"part.dxf", "--report", "r.txt"}).at("linesRead").number(), 12);
+  EXPECT_NE(folder.read("r.txt").find("\n0 Lines read in DXF\r\n"), std::string::npos);
+  EXPECT_TRUE(run({"part.dxf", "--force"})
+                  .error.starts_with("part.dxf: 1 entities converted from 12 lines\n"));
+  EXPECT_TRUE(run({"part.dxf", "--force", "--language", "de"})
+                  .error.starts_with("part.dxf: 1 Elemente aus 12 Zeilen konvertiert\n"));
+}
+
 TEST_F(JsonTest, CountsWhatIsLeftOutApart) {
   DxfBuilder dxf = oneLine();
   dxf.entity("LINE", {{8, "hidden"}}).entity("CIRCLE", {{8, "hidden"}});
@@ -86,13 +96,25 @@ TEST_F(JsonTest, CountsWhatIsLeftOutApart) {
   EXPECT_EQ(value.at("damaged").at("count").number(), 1);
   EXPECT_EQ(value.at("damaged").at("firstLine").number(), static_cast<double>(line));
   const std::string summary = run({"part.dxf", "--layers", "a.lay", "--force"}).error;
-  EXPECT_TRUE(
-      summary.starts_with("part.dxf: 1 entities converted\n"
-                          "Left out because their layer is assigned to 999: 2\n"
-                          "Left out because the drawing is damaged: 1 (first damage in "
-                          "line " +
-                          std::to_string(line) + ")\npart.scr: "))
+  EXPECT_TRUE(summary.starts_with(
+      "part.dxf: 1 entities converted from " +
+      std::to_string(std::count(text.begin(), text.end(), '\n')) +
+      " lines\n"
+      "Left out because their layer is assigned to 999 or to no EAGLE layer: 2\n"
+      "Left out because the drawing is damaged: 1 (first damage in "
+      "line " +
+      std::to_string(line) + ")\npart.scr: "))
       << summary;
+}
+
+TEST_F(JsonTest, APathThatIsNotUtf8CanBeFoundAgain) {
+  write("T\xFCr.dxf", oneLine());
+  const JsonValue value = object({"T\xFCr.dxf"});
+  EXPECT_EQ(value.at("dxf").text(), "Tür.dxf");
+  EXPECT_EQ(value.at("pathBytes").names(), (Strings{"dxf", "script"}));
+  EXPECT_EQ(value.at("pathBytes").at("dxf").text(), "VPxyLmR4Zg==");
+  EXPECT_EQ(value.at("pathBytes").at("script").text(), "VPxyLnNjcg==");
+  EXPECT_TRUE(folder.has("T\xFCr.scr"));
 }
 
 TEST_F(JsonTest, StandsInOneLineAndBesideItTheSummaryStays) {

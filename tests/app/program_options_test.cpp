@@ -201,6 +201,39 @@ TEST_F(OptionsTest, AFrameFileThatDoesNotExistIsAnErrorAndIsNotCreated) {
   EXPECT_EQ(files(), Strings{"part.dxf"});
 }
 
+TEST_F(OptionsTest, LayersThatEagleDoesNotHaveAreWrongUsage) {
+  for (const std::string layer : {"-20", "0", "256", "40000", "none"}) {
+    expectResult(run({"part.dxf", "--layer=" + layer}), 2, "",
+                 "quillon-convert: --layer: \"" + layer +
+                     "\" is not an EAGLE layer from 1 to 255, or 999\n"
+                     "Try 'quillon-convert --help'.\n");
+  }
+  for (const std::string layer : {"-20", "0", "300"}) {
+    folder.write("a.lay",
+                 "[1]\nlayername=A\nlayernr=1\n[2]\nlayername=T\xFCr\nlayernr=" + layer + "\n");
+    expectResult(run({"part.dxf", "--layers", "a.lay"}), 2, "",
+                 "quillon-convert: a.lay: the layer \"" + layer +
+                     "\" of Tür is not from 1 to 255, or 999\nTry 'quillon-convert --help'.\n");
+  }
+  EXPECT_EQ(files(), (Strings{"a.lay", "part.dxf"}));
+}
+
+TEST_F(OptionsTest, ALayerThatEndsBeforeItsTextIsNamed) {
+  const testing::ProgramResult result = run({"part.dxf", "--layer", "20,5", "--quiet"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.error,
+            "quillon-convert: warning: Standard Layer: \"20,5\" counts as 20, as something "
+            "follows that is not part of a number. Please correct the number; its decimal sign is "
+            "the point.\n");
+}
+
+TEST_F(OptionsTest, ALayerFileThatDoesNotExistIsAnError) {
+  expectResult(run({"part.dxf", "--layers", "none.lay"}), 1, "",
+               errorLine("none.lay cannot be read: No such file or directory. Please check the "
+                         "path and its permissions."));
+  EXPECT_EQ(files(), Strings{"part.dxf"});
+}
+
 TEST_F(OptionsTest, ReportWritesTheReportWithTheTextsOfScaleAndLayer) {
   run({"part.dxf", "--report", "r.txt", "--scale", "2.50", "--layer", "16 Bottom (B)", "--name",
        "A", "--language", "en"});
@@ -233,7 +266,7 @@ TEST_F(OptionsTest, ReportGoesToAPipeOrDeviceToo) {
 
 TEST_F(OptionsTest, LanguageSpeaksGerman) {
   expectResult(run({"part.dxf", "--language", "de", "--report", "r.txt"}), 0, "",
-               "part.dxf: 1 Elemente konvertiert\npart.scr: 11 Zeilen geschrieben\n"
+               "part.dxf: 1 Elemente aus 26 Zeilen konvertiert\npart.scr: 11 Zeilen geschrieben\n"
                "In EAGLE eingeben: SCRIPT '" +
                    std::filesystem::canonical(folder.path()).generic_string() + "/part.scr'\n");
   EXPECT_TRUE(folder.read("r.txt").starts_with("\r\nKonversionsreport \r\n"));

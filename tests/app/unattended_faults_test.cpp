@@ -60,6 +60,7 @@ class UnattendedFaultsTest : public ::testing::Test {
     made.dxfFile = folder.file("a.dxf");
     made.scriptFile = folder.file("a.scr");
     made.drawingName = "BOARD";
+    made.layer = "20 Dimension (B)";
     return made;
   }();
   std::string printed;

@@ -23,5 +23,16 @@ TEST(UnattendedMain, WithoutARunSaysThatThereIsNoWindow) {
             "Zeichnung, mit /rx alle eines Ordners.\n");
 }
 
+TEST(UnattendedMain, AnswersWithoutItsWindow) {
+  const testing::TempFolder folder;
+  folder.write("larkspur.ini", "[global]\nlanguage=10000\n");
+  ::testing::internal::CaptureStdout();
+  EXPECT_EQ(Main({"--version"}, folder.path()), 0);
+  EXPECT_EQ(Main({"/ru", "--help"}, folder.path()), 0);
+  const std::string output = ::testing::internal::GetCapturedStdout();
+  EXPECT_TRUE(output.starts_with("Quillon " QUILLON_VERSION "\nUsage: quillon [DRAWING.dxf]\n"))
+      << output;
+}
+
 }  // namespace
 }  // namespace quillon::unattended

@@ -30,6 +30,40 @@ class UnattendedTest : public ProgramTest {
   static constexpr int kLines = 11;  ///< of oneLine() in a board that has a name
 };
 
+TEST_F(UnattendedTest, HelpAndVersionAnswerOnTheConsole) {
+  expectResult(run({"--version"}), 0, "Quillon " QUILLON_VERSION "\n", "");
+  const ProgramResult english = run({"--help"});
+  EXPECT_EQ(english.exitCode, 0);
+  EXPECT_EQ(english.error, "");
+  EXPECT_EQ(
+      english.output,
+      "Usage: quillon [DRAWING.dxf]\n"
+      "       quillon /x:DRAWING.dxf [/s:SCRIPT.scr] [ITEM...] /ru\n"
+      "       quillon /x:FOLDER\\*.dxf [/s:FOLDER\\x.scr] [ITEM...] /rx\n"
+      "\n"
+      "Turns DXF drawings into scripts for EAGLE, in its window or, with /ru and /rx, without it.\n"
+      "Each item replaces a saved setting; paths in items are written with \"\\\".\n"
+      "\n"
+      "  /x: /s: /d:                  drawing, script, layer assignment file\n"
+      "  /b:                          name of the board, schematic or library\n"
+      "  /o:s /o:p /o:y               schematic, package, symbol\n"
+      "  /l:                          standard layer, an entry such as 16 Bottom (B)\n"
+      "  /v:4                         EAGLE 4.x and 5.x; any other value 3.5\n"
+      "  /u:mic /u:mm /u:mil /u:inch  unit\n"
+      "  /f:                          scale\n"
+      "  /p:0 /p:1 /p:2               polylines\n"
+      "  /k:0 /k:1 /k:2               blocks\n"
+      "  /t:t /e:t /a:t /r:t          dotted lines, ellipses, arcs as lines, report\n"
+      "  /w:o                         replace existing scripts\n"
+      "  /ru                          convert the drawing, then end\n"
+      "  /rx                          convert all drawings of its folder, then end\n"
+      "  --help, --version            print this help, or the version\n");
+  folder.write("program/larkspur.ini", "");
+  EXPECT_TRUE(run({"--help"}).output.starts_with("Aufruf: quillon [ZEICHNUNG.dxf]\n"));
+  const Strings nothingNew = {"in", "program", "program/larkspur.ini", "program/quillon"};
+  EXPECT_EQ(files(), nothingNew);
+}
+
 TEST_F(UnattendedTest, ConvertsOneDrawingWithTheSettingsOfTheFile) {
   write("part.dxf", oneLine());
   folder.write("program/larkspur.ini",
@@ -66,6 +100,74 @@ TEST_F(UnattendedTest, OptionsReplaceTheSettings) {
             "Set Optimizing off;\r\nSet Undo_Log off;\r\nLayer  91 ;\r\n"
             "Wire 0.0000000 (0.0000000 0.0000000) (2.0000000 4.0000000);\r\n"
             "Set Undo_Log on;\r\nWindow Fit;\r\n");
+}
+
+TEST_F(UnattendedTest, AScaleOfZeroOnTheCommandLineIsRefused) {
+  write("part.dxf", oneLine());
+  expectResult(run({"/x:part.dxf", "/s:out.scr", "/f:0", "/ru"}), 1, "",
+               "quillon: Error: Scaling factor must be greater then 0.00!\n");
+  EXPECT_EQ(folder.read("out.scr"), "");
+  for (const std::string text : {"abc", "0,5"}) {
+    expectResult(run({"/x:part.dxf", "/s:out.scr", "/f:" + text, "/w:o", "/ru"}), 1, "",
+                 "quillon: Warning: /f: \"" + text +
+                     "\" counts as 0, as something follows that is not part of a number. Please "
+                     "correct the number; its decimal sign is the point.\n"
+                     "quillon: Error: Scaling factor must be greater then 0.00!\n");
+  }
+}
+
+TEST_F(UnattendedTest, RunsWithoutATargetAreRefused) {
+  drawings("a.dxf");
+  folder.write("program/larkspur.ini", "[global]\nlanguage=10000\n[dxf]\nreport=0\nbrd=4\n");
+  for (const char* const item : {"/ru", "/rx"}) {
+    expectResult(
+        run({"/x:in\\a.dxf", item}), 1, "",
+        "quillon: Error: Nothing is chosen for the script to create. Please choose a board, "
+        "schematic, package or symbol.\n");
+  }
+  EXPECT_FALSE(folder.has("in/a.scr"));
+  EXPECT_EQ(run({"/x:in\\a.dxf", "/o:s", "/ru"}).exitCode, 0);
+}
+
+TEST_F(UnattendedTest, LayersThatEagleDoesNotHaveAreNamed) {
+  write("part.dxf", oneLine());
+  folder.write("a.lay", "[1]\nlayername=0\nlayernr=-20\n");
+  expectResult(run({"/x:part.dxf", "/s:out.scr", "/d:a.lay", "/l:300", "/ru"}), 0, "",
+               "quillon: Warning: /l: \"300\" is not an EAGLE layer from 1 to 255. The standard "
+               "layer is \"20 Dimension (B)\" instead.\n"
+               "quillon: Warning: a.lay: These numbers are not EAGLE layers from 1 to 255 (or "
+               "999). What lies on them is left out: 0 (-20)\n" +
+                   written("out.scr", 7) +
+                   "Left out because their layer is assigned to 999 or to no EAGLE layer: 1\n");
+  EXPECT_EQ(folder.read("out.scr"), framed(""));
+  folder.write("program/larkspur.ini", "[dxf]\nreport=0\n");
+  EXPECT_TRUE(run({"/x:part.dxf", "/s:out.scr", "/l:-1", "/w:o", "/ru"})
+                  .error.starts_with("quillon: Warnung: /l: \"-1\" ist kein EAGLE-Layer von 1 bis "
+                                     "255. Der Standardlayer ist stattdessen \"20 Dimension "
+                                     "(B)\".\n"));
+}
+
+TEST_F(UnattendedTest, ALayerFileThatDoesNotExistIsAWarning) {
+  write("part.dxf", oneLine());
+  expectResult(run({"/x:part.dxf", "/s:out.scr", "/d:none.lay", "/ru"}), 0, "",
+               "quillon: Warning: The layer definition file none.lay cannot be read: No such file "
+               "or directory. All layers go to the standard layer.\n" +
+                   written("out.scr", 9));
+}
+
+TEST_F(UnattendedTest, ANumberThatEndsBeforeItsTextIsNamedOnce) {
+  drawings("a.dxf");
+  drawings("b.dxf");
+  folder.write("program/larkspur.ini", "[dxf]\nreport=0\nscale=2,5\n");
+  const ProgramResult result = run({"/x:in\\*.dxf", "/rx"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_TRUE(result.error.starts_with(
+      "quillon: Warnung: larkspur.ini, scale: \"2,5\" zählt als 2, denn danach folgt etwas, das "
+      "nicht zu einer Zahl gehört. Bitte die Zahl berichtigen; ihr Dezimalzeichen ist der "
+      "Punkt.\n"))
+      << result.error;
+  EXPECT_EQ(result.error.find("Warnung"), result.error.rfind("Warnung"));
+  EXPECT_NE(folder.read("in/a.scr").find("(R2.0000000 4.0000000)"), std::string::npos);
 }
 
 TEST_F(UnattendedTest, TheFirstConversionMakesTheFrameFileOfNineLines) {

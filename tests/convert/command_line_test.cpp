@@ -56,6 +56,23 @@ TEST(CommandLine, BothUnattendedRunsShareABitAndAddIt) {
   EXPECT_TRUE(parse("/ru /rx").autoRunExit);
 }
 
+/// The notes on a command line: name, text and number, separated by blanks.
+std::vector<std::string> notesOn(std::string_view text) {
+  std::vector<std::string> notes;
+  for (const NumberNote& note : parse(text).notes) {
+    notes.push_back(note.name + " " + note.text + " " + note.countsAs);
+  }
+  return notes;
+}
+
+TEST(CommandLine, NotesNumbersThatAreFollowedBySomethingElse) {
+  using Notes = std::vector<std::string>;
+  EXPECT_EQ(notesOn("/f:2,5 /p:1x /k:ALL"), (Notes{"/f 2,5 2", "/p 1x 1", "/k all 0"}));
+  EXPECT_EQ(notesOn("/f:2.5 /p: 1 /k:2 /f: /v:4.6 /o:p /u:mm"), Notes{});
+  EXPECT_EQ(notesOn("/f:1,5 /f:abc"), Notes{"/f abc 0"});
+  EXPECT_EQ(notesOn("/f:1,5 /f:2"), Notes{});
+}
+
 TEST(CommandLine, NoValueOfTheTargetSelectsABoard) {
   EXPECT_EQ(parse("/o:s").targetKind, kSchematic);
   EXPECT_EQ(parse("/o:p").targetKind, kPackage);

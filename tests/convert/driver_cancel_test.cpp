@@ -150,7 +150,7 @@ TEST_F(CancelTest, IsNotNeededForAnEndlessObjectsSectionWithoutACancelButton) {
 }
 
 TEST_F(CancelTest, IsNotToldWhenAnErrorEndedTheRun) {
-  job.layerFile = folder.write("a.lay", "[1]\nlayername=0\nlayernr=40000\n");
+  job.defaultLayer = "40000";
   convert();
   ASSERT_EQ(host.messages.size(), 1U);
   EXPECT_EQ(host.messages[0].title, "File Error");

@@ -89,7 +89,7 @@ TEST_F(FailureTest, ANumberThatIsNotFiniteNamesTheEntitysLine) {
 }
 
 TEST_F(FailureTest, AnEagleLayerOutsideSixteenBitsNamesItsEntity) {
-  job.layerFile = folder.write("a.lay", "[1]\nlayername=0\nlayernr=40000\n");
+  job.defaultLayer = "40000";
   EXPECT_EQ(failure(), job.dxfFile +
                            ":7: \"40000\" is no EAGLE layer number. Please correct the layer "
                            "assignment or the standard layer.");
@@ -134,14 +134,16 @@ TEST_F(FailureTest, ADashThatIsNotFiniteNamesTheEntitysLine) {
   draw(dxf);
   job.dotted = true;
   const std::string detail = failure();
-  EXPECT_NE(detail.find("The length of a dash or of a dashed line is no finite number."),
-            std::string::npos)
+  EXPECT_TRUE(
+      detail.ends_with(": The length of a dash or of a dashed line is no finite number. "
+                       "Please correct the line type or switch off the emulation of dotted "
+                       "lines."))
       << detail;
 }
 
 TEST_F(FailureTest, TheMessageOfTheHandlerInGerman) {
   speakGerman();
-  job.layerFile = folder.write("a.lay", "[1]\nlayername=0\nlayernr=40000\n");
+  job.defaultLayer = "40000";
   convert();
   ASSERT_EQ(host.messages.size(), 1U);
   EXPECT_EQ(host.messages[0].title, "Dateifehler");
@@ -154,9 +156,9 @@ TEST_F(FailureTest, TheMessageOfTheHandlerInGerman) {
 }
 
 TEST_F(FailureTest, AnErrorWithoutAnOldScriptMakesNone) {
-  job.layerFile = folder.write("a.lay", "[1]\nlayername=0\nlayernr=40000\n");
+  job.defaultLayer = "40000";
   EXPECT_EQ(convert(), Outcome::Ended);
-  EXPECT_EQ(folder.entries(), 2U);  // the drawing and the layer file
+  EXPECT_EQ(folder.entries(), 1U);  // the drawing
 }
 
 TEST_F(FailureTest, AScriptInAMissingFolderCannotBeOpened) {
@@ -241,6 +243,7 @@ TEST_F(FailureTest, AFrameFileThatMayNotBeReadReachesTheHandler) {
   surroundings.frame.path = folder.write("quillon.cfh", "[start]\nA;\nendblock\n");
   fs::permissions(surroundings.frame.path, fs::perms(0000));
   fs::permissions(folder.path(), fs::perms(0777));
+  surroundings.refuseUnreadableFiles = true;
   {
     const testing::Unprivileged user;
     EXPECT_EQ(convert(), Outcome::Ended);

@@ -125,6 +125,52 @@ TEST_F(RefusalTest, ADrawingNameInGerman) {
             "Steuerzeichen. Bitte einen anderen Namen wählen.");
 }
 
+TEST_F(RefusalTest, NoTarget) {
+  for (const int kind : {4, -1}) {
+    job.targetKind = kind;
+    EXPECT_EQ(
+        refusal(),
+        "Nothing is chosen for the script to create. Please choose a board, schematic, package "
+        "or symbol.");
+  }
+  EXPECT_EQ(title, "Error");
+  speakGerman();
+  EXPECT_EQ(refusal(),
+            "Es ist nicht ausgewählt, was das Script erstellen soll. Bitte Board, Schematic, "
+            "Package oder "
+            "Symbol wählen.");
+}
+
+TEST_F(RefusalTest, AStandardLayerWithoutANumberWhereOneIsNeeded) {
+  for (const char* const none : {"", " Userdefined"}) {
+    job.defaultLayer = none;
+    EXPECT_EQ(refusal(),
+              "The DXF layer \"0\" is not assigned to an EAGLE layer, and the standard layer has "
+              "no number. Please choose a standard layer with a number.");
+  }
+  EXPECT_EQ(title, "Error");
+  speakGerman();
+  EXPECT_EQ(refusal(),
+            "Der DXF-Layer \"0\" ist keinem EAGLE-Layer zugewiesen, und der Standardlayer hat "
+            "keine Nummer. Bitte einen Standardlayer mit Nummer wählen.");
+}
+
+TEST_F(RefusalTest, NoStandardLayerWhereEveryLayerIsAssigned) {
+  job.defaultLayer = "";
+  job.layerFile = folder.write("a.lay", "[1]\nlayername=0\nlayernr=16\n");
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_NE(script().find("Layer  16 ;"), std::string::npos);
+}
+
+TEST_F(RefusalTest, AnExistingScriptStaysWithoutAStandardLayer) {
+  folder.write("drawing.scr", "old");
+  job.overwriteScript = true;
+  job.defaultLayer = " Userdefined";
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_EQ(script(), "old");
+  EXPECT_EQ(folder.entries(), 2U);
+}
+
 TEST_F(RefusalTest, TheDrawingAsItsOwnScript) {
   job.scriptFile = job.dxfFile;
   job.overwriteScript = true;

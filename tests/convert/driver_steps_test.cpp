@@ -133,8 +133,7 @@ TEST_F(DriverTest, TheDrawingIsAskedForBeforeTheScript) {
 TEST_F(DriverTest, BlocksAsPartsWithoutANameLeaveAnEmptyScript) {
   for (const int blocks : {kUsedBlocksAsParts, kAllBlocksAsParts}) {
     job.blocks = blocks;
-    job.overwriteScript = true;
-    folder.write("drawing.scr", "old");
+    std::filesystem::remove(job.scriptFile);
     host.messages.clear();
     EXPECT_EQ(convert(), Outcome::Ended);
     const Message& message = onlyMessage(host);
@@ -146,6 +145,133 @@ TEST_F(DriverTest, BlocksAsPartsWithoutANameLeaveAnEmptyScript) {
     EXPECT_EQ(folder.entries(), 2U);
     EXPECT_EQ(result.report, "");
   }
+}
+
+TEST_F(DriverTest, ALayerFileThatCannotBeReadIsToldAndTheDrawingConverted) {
+  job.layerFile = folder.file("none.lay");
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(onlyMessage(host).kind, MessageKind::Warning);
+  EXPECT_EQ(onlyMessage(host).title, "Warning");
+  EXPECT_EQ(onlyMessage(host).text, "The layer definition file " + job.layerFile +
+                                        " cannot be read: No such file or directory. All layers "
+                                        "go to the standard layer.");
+  EXPECT_EQ(script(), oneLineScript());
+  speakGerman();
+  host.messages.clear();
+  std::filesystem::create_directory(job.layerFile);
+  job.overwriteScript = true;
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(onlyMessage(host).text.rfind(
+                "Die Layerzuweisungsdatei " + job.layerFile + " kann nicht gelesen werden: ", 0),
+            0U);
+  EXPECT_TRUE(onlyMessage(host).text.ends_with(". Alle Layer kommen auf den Standardlayer."));
+}
+
+TEST_F(DriverTest, LayersThatEagleDoesNotHaveAreNamedAndLeftOut) {
+  testing::DxfBuilder dxf = oneLine();
+  dxf.entity("LINE", {{8, "low"}}).entity("LINE", {{8, "HIGH"}});
+  draw(dxf);
+  job.layerFile = folder.write(
+      "a.lay", "[1]\nlayername=Low\nlayernr=-20\n[2]\nlayername=high\nlayernr=300 x\n");
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(onlyMessage(host).kind, MessageKind::Warning);
+  EXPECT_EQ(onlyMessage(host).text,
+            job.layerFile +
+                ": These numbers are not EAGLE layers from 1 to 255 (or 999). What lies on them is "
+                "left out: Low (-20), high (300 x)");
+  EXPECT_EQ(script(), oneLineScript());
+  EXPECT_EQ(result.leftOut[static_cast<std::size_t>(dxf::EntityKind::Line)], 2U);
+  speakGerman();
+  host.messages.clear();
+  job.overwriteScript = true;
+  convert();
+  EXPECT_EQ(onlyMessage(host).text,
+            job.layerFile +
+                ": Diese Nummern sind keine EAGLE-Layer von 1 bis 255 (oder 999). Was darauf "
+                "liegt, wird ausgelassen: Low (-20), high (300 x)");
+}
+
+TEST_F(DriverTest, LayerNumbersThatEndBeforeTheirTextAreNamed) {
+  std::string file;
+  for (int i = 1; i <= 11; ++i) {
+    const std::string n = std::to_string(i);
+    file.append("[").append(n).append("]\nlayername=L").append(n).append("\nlayernr=20,5\n");
+  }
+  job.layerFile = folder.write("a.lay", file);
+  EXPECT_EQ(convert(), Outcome::Converted);
+  const std::string& text = onlyMessage(host).text;
+  EXPECT_TRUE(text.starts_with(job.layerFile +
+                               ": These layer numbers count only up to the first character that "
+                               "is not part of a number: L1 (\"20,5\": 20), L2 (\"20,5\": 20), "))
+      << text;
+  EXPECT_TRUE(text.ends_with(", L10 (\"20,5\": 20), …")) << text;
+  EXPECT_EQ(script(), oneLineScript());
+  speakGerman();
+  host.messages.clear();
+  job.overwriteScript = true;
+  folder.write("a.lay", "[1]\nlayername=A\nlayernr=\n");
+  convert();
+  EXPECT_EQ(onlyMessage(host).text, job.layerFile +
+                                        ": Diese Layernummern zählen nur bis zum ersten Zeichen, "
+                                        "das nicht zu einer Zahl gehört: A (\"\": 0)");
+}
+
+TEST_F(DriverTest, AStandardLayerThatEndsBeforeItsTextIsNamed) {
+  job.defaultLayer = "20,5";
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_TRUE(onlyMessage(host).text.starts_with("Standard Layer: \"20,5\" counts as 20, "))
+      << onlyMessage(host).text;
+}
+
+TEST_F(DriverTest, ALayerFileThatCannotBeReadEndsTheRunWhereThatIsAnError) {
+  surroundings.refuseUnreadableFiles = true;
+  job.layerFile = folder.file("none.lay");
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_EQ(onlyMessage(host).kind, MessageKind::Error);
+  EXPECT_EQ(onlyMessage(host).text, job.layerFile +
+                                        " cannot be read: No such file or directory. Please check "
+                                        "the path and its permissions.");
+  EXPECT_EQ(folder.entries(), 1U);
+}
+
+TEST_F(DriverTest, AFrameFileThatCannotBeReadIsToldAndTheBuiltInOneUsed) {
+  // Longer than any file with a few commands.
+  surroundings.frame.path = folder.write("quillon.cfh", "");
+  std::filesystem::resize_file(surroundings.frame.path, std::uintmax_t{100} << 20);
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(onlyMessage(host).kind, MessageKind::Warning);
+  EXPECT_EQ(onlyMessage(host).text, "The file " + surroundings.frame.path +
+                                        " with the first and last commands cannot be read: File "
+                                        "too large. The script gets the built-in ones.");
+  EXPECT_EQ(script(), oneLineScript());
+  speakGerman();
+  host.messages.clear();
+  job.overwriteScript = true;
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(onlyMessage(host).text,
+            "Die Datei " + surroundings.frame.path +
+                " mit den ersten und letzten Befehlen kann nicht gelesen werden: File too large. "
+                "Das Script bekommt die eingebauten.");
+  surroundings.refuseUnreadableFiles = true;
+  host.messages.clear();
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_EQ(onlyMessage(host).kind, MessageKind::Error);
+}
+
+TEST_F(DriverTest, SettingsThatCannotBeConvertedLeaveAnExistingScriptAsItWas) {
+  folder.write("drawing.scr", "old");
+  job.overwriteScript = true;
+  job.blocks = kUsedBlocksAsParts;
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_EQ(onlyMessage(host).text, "There isn't determined a Board or Schematic File!");
+  EXPECT_EQ(script(), "old");
+  host.messages.clear();
+  job.blocks = kDrawBlocks;
+  job.scale = 0.0;
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_EQ(onlyMessage(host).text, "Scaling factor must be greater then 0.00!");
+  EXPECT_EQ(script(), "old");
+  EXPECT_EQ(folder.entries(), 2U);
 }
 
 TEST_F(DriverTest, BlocksAsPartsWithoutANameAreRefusedInGerman) {
@@ -166,8 +292,6 @@ TEST_F(DriverTest, DrawnBlocksNeedNoName) {
 
 TEST_F(DriverTest, AScaleOfZeroLeavesAnEmptyScript) {
   job.scale = 0.0;
-  folder.write("drawing.scr", "old");
-  job.overwriteScript = true;
   EXPECT_EQ(convert(), Outcome::Ended);
   const Message& message = onlyMessage(host);
   EXPECT_EQ(message.kind, MessageKind::Error);

@@ -162,5 +162,24 @@ TEST_F(LayerFileTest, WhatIsSavedAssignsLayersInAConversion) {
   EXPECT_EQ(*table.find("HIDDEN"), "999");
 }
 
+TEST(EagleLayer, IsFrom1To255Or999) {
+  for (const char* const layer : {"1", "255", "999", " 20 Dimension (B)", "0.6", "255.4", "20,5"}) {
+    EXPECT_TRUE(isEagleLayer(layer)) << layer;
+  }
+  for (const char* const other :
+       {"0", "-20", "256", "300", "998", "1000", "40000", "1e300", "", "x", "0.5"}) {
+    EXPECT_FALSE(isEagleLayer(other)) << other;
+  }
+}
+
+TEST(EagleLayer, MayBeFollowedByANameAfterABlank) {
+  for (const char* const whole : {"20", "20 Dimension (B)", "20\tDimension", " 20 "}) {
+    EXPECT_FALSE(isCutLayer(whole)) << whole;
+  }
+  for (const char* const cut : {"20,5", "20Dimension", "none", "", " Userdefined"}) {
+    EXPECT_TRUE(isCutLayer(cut)) << cut;
+  }
+}
+
 }  // namespace
 }  // namespace quillon::convert

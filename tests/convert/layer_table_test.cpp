@@ -118,9 +118,26 @@ TEST(LayerNumber, IsTheLeadingNumberRoundedHalfToEven) {
   EXPECT_EQ(defaultNumber("17.5"), 18);
   EXPECT_EQ(defaultNumber("999 unconverted"), 999);
   EXPECT_EQ(defaultNumber(" 7"), 7);
-  EXPECT_EQ(defaultNumber("abc"), 0);
-  EXPECT_EQ(defaultNumber(""), 0);
+  EXPECT_EQ(defaultNumber("0"), 0);
   EXPECT_EQ(defaultNumber("-3"), -3);
+}
+
+TEST(LayerNumber, OfALayerThatIsNotAssignedNeedsAStandardLayerWithANumber) {
+  const LayerTable table = tableOf("[1]\nlayername=A\nlayernr=16\n");
+  for (const char* const none : {"", " Userdefined", "abc"}) {
+    LayerAssignment layers(table, none, dxf::Encoding::Windows1252);
+    dxf::LayerUse layer;
+    layer.name = "A";
+    EXPECT_EQ(layers.layerNumber(layer), 16);
+    layer.name = "T\xFCr";
+    layer.number = 1;
+    try {
+      layers.layerNumber(layer);
+      FAIL() << none;
+    } catch (const NoStandardLayer& error) {
+      EXPECT_EQ(error.layer(), "Tür");
+    }
+  }
 }
 
 TEST(LayerNumber, OutsideSixteenBitsIsARunTimeError) {
@@ -135,6 +152,24 @@ TEST(LayerNumber, OutsideSixteenBitsIsARunTimeError) {
       EXPECT_EQ(error.subject(), layer);
     }
   }
+}
+
+TEST(LayerNumber, ThatEagleDoesNotHaveIsNotWritten) {
+  const std::string file =
+      "[1]\nlayername=A\nlayernr=-20\n[2]\nlayername=B\nlayernr=300\n[3]\nlayername=C\n"
+      "layernr=0\n[4]\nlayername=D\nlayernr=none\n[5]\nlayername=A\nlayernr=5\n[6]\n"
+      "layername=F\nlayernr=40000\n";
+  const LayerTable table = tableOf(file);
+  LayerAssignment layers(table, "20", dxf::Encoding::Windows1252);
+  std::vector<int> numbers;
+  dxf::LayerUse layer;
+  for (const char* const name : {"A", "B", "C", "D", "E", "F"}) {
+    layer.name = name;
+    numbers.push_back(layers.layerNumber(layer));
+    ++layer.number;
+  }
+  EXPECT_EQ(numbers, (std::vector<int>{999, 999, 999, 0, 20, 999}));
+  EXPECT_EQ(layers.lookupLayer("A"), "-20");  // for the report
 }
 
 TEST(LayerNumber, RoundsAnAssignedFraction) {

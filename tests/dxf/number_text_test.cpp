@@ -265,6 +265,26 @@ TEST(NumberText, HasFifteenDigitsAndNoTrailingZeros) {
   }
 }
 
+TEST(TextAfterNumber, IsWhatFollowsTheNumber) {
+  for (const char* const whole : {"", " ", "\t ", "1", " -2.5e3\t ", "+.5", "5."}) {
+    EXPECT_EQ(textAfterNumber(whole), "") << whole;
+  }
+  EXPECT_EQ(textAfterNumber("2,5"), ",5");
+  EXPECT_EQ(textAfterNumber("2 mm "), " mm ");
+  EXPECT_EQ(textAfterNumber("1e"), "e");
+  EXPECT_EQ(textAfterNumber("1.2.3"), ".3");
+  EXPECT_EQ(textAfterNumber("1\xC2\xA0"), "\xC2\xA0");
+}
+
+TEST(TextAfterNumber, IsTheWholeTextWithoutANumber) {
+  for (const char* const none : {"abc", " x 1", "-", ".", ",5", "+-1"}) {
+    EXPECT_EQ(textAfterNumber(none), none);
+    EXPECT_FALSE(startsWithNumber(none)) << none;
+  }
+  EXPECT_TRUE(startsWithNumber(" 0x"));
+  EXPECT_FALSE(startsWithNumber(""));
+}
+
 TEST(NumberText, KeepsInfinityReadable) {
   EXPECT_EQ(numberValue(numberText(kInfinity)), kInfinity);
   EXPECT_EQ(numberValue(numberText(-kInfinity)), -kInfinity);

@@ -83,6 +83,26 @@ TEST(LinesRead, StartFromZeroAgainBehindTheLastMissingSection) {
   EXPECT_EQ(ReadDrawing(entities + std::string(kEnd)).linesRead, 0U);
 }
 
+TEST(FileLinesRead, CountEachLineOfTheFileOnce) {
+  const std::string text = smallDrawing().text();
+  const auto lines = static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n'));
+  EXPECT_EQ(ReadDrawing(text).fileLinesRead, lines);
+  EXPECT_EQ(ReadDrawing(smallDrawing().text("\r")).fileLinesRead, lines);
+  EXPECT_EQ(ReadDrawing(smallDrawing().text("\r\n")).fileLinesRead, lines);
+  EXPECT_EQ(ReadDrawing(text + "\n\nmore").fileLinesRead, lines + 3);
+  EXPECT_EQ(ReadDrawing("").fileLinesRead, 0U);
+}
+
+TEST(FileLinesRead, CountWhatWasReadBeforeTheFileWasRewound) {
+  const std::string entities = joinLines({"0", "SECTION", "2", "ENTITIES", "0", "ENDSEC"});
+  EXPECT_EQ(ReadDrawing(entities + std::string(kObjects)).fileLinesRead, 14U);
+  EXPECT_EQ(ReadDrawing(entities + std::string(kEnd)).fileLinesRead, 8U);
+  const OpenFile file(longDrawing());
+  const std::string text = longDrawing();
+  EXPECT_EQ(ReadDrawing(file.get()).fileLinesRead,
+            static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n')));
+}
+
 /// Where the reading bar stands after a read, in percent.
 double lastProgress(const ReadDrawing& read) {
   const auto& [value, total] = read.monitor.progress.back();

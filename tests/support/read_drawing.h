@@ -88,6 +88,7 @@ class ReadDrawing {
   dxf::Drawing drawing;
   dxf::EntityReader reader;
   std::uint64_t linesRead = 0;
+  std::uint64_t fileLinesRead = 0;
 
  private:
   void read(CancelRule cancelWhen, bool endsAtFileEnd) {
@@ -97,6 +98,7 @@ class ReadDrawing {
     dxf::LineReader lines(source, monitor);
     dxf::readDxf(drawing, lines, keeper_, endsAtFileEnd);
     linesRead = lines.linesRead();
+    fileLinesRead = lines.fileLinesRead();
   }
 
   EntityKeeper keeper_;

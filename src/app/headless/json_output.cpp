@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstdint>
 
 #include "dxf/encoding.h"
 #include "dxf/entity_kinds.h"
@@ -39,6 +40,42 @@ std::string number(double value) {
 }
 
 std::string stringOrNull(std::string_view text) { return text.empty() ? "null" : jsonString(text); }
+
+std::string base64(std::string_view bytes) {
+  constexpr std::string_view kDigits =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string out;
+  for (std::size_t i = 0; i < bytes.size(); i += 3) {
+    const std::string_view group = bytes.substr(i, 3);
+    std::uint32_t bits = 0;
+    for (std::size_t k = 0; k < 3; ++k) {
+      bits = bits << 8 | (k < group.size() ? static_cast<unsigned char>(group[k]) : 0U);
+    }
+    for (std::size_t k = 0; k < 4; ++k) {
+      out += k <= group.size() ? kDigits[bits >> (18 - 6 * k) & 63U] : '=';
+    }
+  }
+  return out;
+}
+
+/// The paths of one conversion. Names of files may be any bytes, which JSON cannot hold: for those
+/// that are not UTF-8, "pathBytes" has the bytes as base64 under the same names.
+class Paths {
+ public:
+  void add(Members& members, std::string_view name, std::string_view path) {
+    members.add(name, stringOrNull(path));
+    if (dxf::isValidUtf8(path)) return;
+    bytes_.add(name, jsonString(base64(path)));
+    any_ = true;
+  }
+  void addBytes(Members& members) {
+    if (any_) members.add("pathBytes", bytes_.close());
+  }
+
+ private:
+  Members bytes_{'{'};
+  bool any_ = false;
+};
 
 std::string outcomeText(Outcome outcome) {
   switch (outcome) {
@@ -137,12 +174,14 @@ std::string jsonString(std::string_view text) {
 std::string toJson(const ConversionResult& result, std::string_view reportFile,
                    const std::vector<Message>& messages) {
   Members members('{');
-  members.add("dxf", jsonString(result.dxfFile));
+  Paths paths;
+  paths.add(members, "dxf", result.dxfFile);
   const bool written = result.outcome != Outcome::Ended;
-  members.add("script", stringOrNull(written ? result.scriptFile : std::string_view{}));
-  members.add("report", stringOrNull(written ? reportFile : std::string_view{}));
+  paths.add(members, "script", written ? result.scriptFile : std::string_view{});
+  paths.add(members, "report", written ? reportFile : std::string_view{});
+  paths.addBytes(members);
   members.add("outcome", outcomeText(result.outcome));
-  members.add("linesRead", std::to_string(result.linesRead));
+  members.add("linesRead", std::to_string(result.fileLinesRead));
   members.add("linesWritten", std::to_string(result.commandCount));
   members.add("entities", entities(result));
   members.add("leftOut", leftOut(result));

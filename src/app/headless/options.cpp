@@ -9,6 +9,7 @@
 
 #include "app/console/console.h"
 #include "app/console/terminal.h"
+#include "convert/layer_file.h"
 #include "convert/messages.h"
 #include "dxf/number_text.h"
 #include "ui/resources/string_table.h"
@@ -32,6 +33,13 @@ std::string checkScale(const std::string& text) {
   std::string error = checkNumber(text);
   if (error.empty() && dxf::numberValue(text) == 0.0) error = "the scale factor must not be 0";
   return error;
+}
+
+/// The number of an EAGLE layer, a name may follow. A number below 0 would make EAGLE delete
+/// layers.
+std::string checkLayer(const std::string& text) {
+  if (convert::isEagleLayer(text)) return {};
+  return "\"" + text + "\" is not an EAGLE layer from 1 to 255, or 999";
 }
 
 /// A positive whole number.
@@ -75,6 +83,7 @@ void addJobOptions(CLI::App& app, Options& options, NumberTexts& numbers) {
   addChoice(app, "--eagle", job.version, {{"3.5", 0}, {"4", 1}}, "3.5|4",
             "EAGLE version: 3.5, or 4 for 4.x and 5.x [4]");
   app.add_option("--layer", job.defaultLayer, "EAGLE layer of all layers that are not assigned")
+      ->check(CLI::Validator(checkLayer, ""))
       ->type_name("TEXT-OR-NUMBER");
   app.add_option("--layers", job.layerFile, "Layer assignment file")->type_name("FILE.lay");
   addChoice(app, "--poly", job.poly,

@@ -17,6 +17,7 @@
 #include "app/headless/plan.h"
 #include "convert/driver.h"
 #include "convert/file_system.h"
+#include "convert/layer_file.h"
 #include "convert/messages.h"
 #include "convert/output_file.h"
 #include "convert/paths.h"
@@ -39,6 +40,17 @@ using convert::Outcome;
 using convert::quotable;
 
 namespace {
+
+/// What is wrong with the numbers of a layer file, "" when nothing is. That the file cannot be read
+/// is told by each conversion.
+std::string checkLayerFile(const std::string& path) {
+  for (const convert::LayerRow& row : convert::readLayerRows(path)) {
+    if (!convert::isForeignLayer(row)) continue;
+    return path + ": the layer \"" + row.text + "\" of " + row.name +
+           " is not from 1 to 255, or 999";
+  }
+  return {};
+}
 
 /// What one conversion prints, held back until those before it have printed.
 struct Printed {
@@ -198,6 +210,7 @@ class Runner {
     surroundings.frame.path =
         options_.frame ? *options_.frame : convert::fromPath(convert::frameFilePath());
     surroundings.refuseWithoutSections = true;
+    surroundings.refuseUnreadableFiles = true;
     surroundings.readStandardInput = planned.readStandardInput;
     surroundings.writeStandardOutput = planned.writeStandardOutput;
     surroundings.maxLines = options_.maxLines;
@@ -247,7 +260,8 @@ class Runner {
   /// What was read, what was written, and what to type in EAGLE.
   std::string summary(const ConversionResult& result) const {
     std::string text =
-        texts_(3104, {quotable(result.dxfFile), std::to_string(convert::entityCount(result))});
+        texts_(3104, {quotable(result.dxfFile), std::to_string(convert::entityCount(result)),
+                      std::to_string(result.fileLinesRead)});
     const std::string unknown = convert::unknownKindsText(result);
     if (!unknown.empty()) text += texts_(3105, {unknown});
     text += "\n";
@@ -295,6 +309,8 @@ class Runner {
 }  // namespace
 
 int run(const Options& options) {
+  const std::string wrongLayer = checkLayerFile(options.job.layerFile);
+  if (!wrongLayer.empty()) return usageError(wrongLayer);
   Plan plan = makePlan(options);
   if (!plan.usageError.empty()) return usageError(plan.usageError);
   console::catchInterrupt();

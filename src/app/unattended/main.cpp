@@ -2,6 +2,7 @@
 
 #include "app/console/interrupt.h"
 #include "app/console/terminal.h"
+#include "app/unattended/console_answer.h"
 #include "app/unattended/console_progress.h"
 #include "app/unattended/start_up.h"
 #include "app/unattended/unattended_run.h"
@@ -17,6 +18,8 @@ int Main(const std::vector<std::string>& arguments, const std::filesystem::path&
   const settings::SettingsStore store(programFolder);
   const int language = settings::loadLanguage(store);
   const resources::Texts texts(language);
+  const std::string answer = consoleAnswer(arguments, texts);
+  if (!answer.empty()) return printAnswer(answer);
   console::Console console(console::errorIsTerminal());
   if (!start.unattended()) {
     console.printError("quillon: " + std::string(texts(3122)) + "\n");

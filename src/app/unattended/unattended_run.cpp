@@ -18,6 +18,14 @@ int UnattendedRun::run() {
   console::WaitBreaker breaker;
   const console::WaitBreaker::Part waits(breaker);
   if (!line_.splitPath.empty()) warn(texts_(3072, {quotable(line_.splitPath)}));
+  UnattendedHost host(console_, progress_, texts_);
+  for (const convert::Message& warning : settings::loadingWarnings(store_, line_, texts_)) {
+    host.tell(warning);
+  }
+  if (!convert::isTarget(settings_.targetKind)) {
+    host.tell(convert::Messages(texts_).targetMissing());
+    return kSomeNotConverted;
+  }
   return line_.autoRunExit ? convertBatch() : convertOne();
 }
 

@@ -5,6 +5,7 @@
 #include "app/console/console.h"
 #include "app/console/interrupt.h"
 #include "app/console/terminal.h"
+#include "app/unattended/console_answer.h"
 #include "app/unattended/main.h"
 #include "app/unattended/start_up.h"
 #include "app/unattended/unattended_run.h"
@@ -61,10 +62,11 @@ int runWindows(ui::AppContext& context, const unattended::StartUp& start,
 int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
   const std::vector<std::string> arguments = console::processArguments(argc, argv);
   const unattended::StartUp start = unattended::readArguments(arguments);
+  const resources::Texts texts(settings::loadLanguage(settings::SettingsStore(programFolder)));
+  const std::string answer = unattended::consoleAnswer(arguments, texts);
+  if (!answer.empty()) return unattended::printAnswer(answer);
   if (!hasDisplay(argc, argv)) {
     if (start.unattended()) return unattended::Main(arguments, programFolder);
-    const settings::SettingsStore store(programFolder);
-    const resources::Texts texts(settings::loadLanguage(store));
     console::Console(false).printError("quillon: " + std::string(texts(3154)) + "\n");
     return unattended::kNoWindow;
   }

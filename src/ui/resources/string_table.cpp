@@ -98,4 +98,11 @@ std::string fillIn(std::string_view text, std::initializer_list<std::string_view
   return out;
 }
 
+std::string captionName(std::string_view caption) {
+  std::string name(caption);
+  std::erase(name, '&');
+  if (name.ends_with(':')) name.pop_back();
+  return name;
+}
+
 }  // namespace quillon::resources

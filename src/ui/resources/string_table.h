@@ -17,6 +17,9 @@ std::string_view loadString(int id);
 /// A text whose "%1", "%2", … are replaced by the arguments.
 std::string fillIn(std::string_view text, std::initializer_list<std::string_view> arguments);
 
+/// A caption as a name: without the mark of its key and the colon.
+std::string captionName(std::string_view caption);
+
 /// The texts of one language.
 class Texts {
  public:

@@ -19,6 +19,8 @@ constexpr std::string_view kSection = "dxf";
 constexpr std::string_view kCommonSection = "global";
 constexpr std::string_view kLanguageKey = "language";
 
+constexpr std::string_view kScaleKey = "scale";
+
 constexpr int kVersions = 2;
 constexpr int kUnits = 4;
 constexpr int kPolyChoices = 3;
@@ -99,8 +101,10 @@ void loadTarget(Settings& settings, const Source& text, const CommandLine& line,
   const std::string version = text("version", Option::Version, std::to_string(line.version));
   settings.version = version.empty() ? 1 : indexOf(version, kVersions);
   setIfAny(settings.unit, text("unit", Option::Unit, unitIndex(line.unit)), kUnits);
-  const std::string scale = text("scale", Option::Scale, dxf::numberText(line.scale));
-  settings.scale = dxf::numberValue(scale) == 0.0 ? "1.000" : scale;
+  const std::string scale = text(kScaleKey, Option::Scale, dxf::numberText(line.scale));
+  // A scale of 0 on the command line is refused by the conversion; one in the file shows as 1.
+  const bool replaced = dxf::numberValue(scale) == 0.0 && !line.given(Option::Scale);
+  settings.scale = replaced ? kScaleInPlaceOfZero : scale;
   if (line.given(Option::Layer)) {
     selectLowerCasedLayer(settings, line.layer, texts);
   } else {

@@ -16,6 +16,9 @@ inline constexpr int kNoTarget = 4;
 /// Index of a list in which nothing is selected.
 inline constexpr int kNoChoice = -1;
 
+/// The scale that is shown where the file has none, or one of 0.
+inline constexpr const char* kScaleInPlaceOfZero = "1.000";
+
 /// What the main window's controls show. The defaults are those of a window before it loads.
 struct Settings {
   std::string dxfFile = "C:\\*.DXF";
@@ -25,7 +28,7 @@ struct Settings {
   int targetKind = convert::kBoard;  ///< or kNoTarget
   int version = 1;
   int unit = 2;
-  std::string scale = "1.000";
+  std::string scale = kScaleInPlaceOfZero;
   std::string layer;  ///< the chosen entry of the target's layer list; "" when there is none
   bool dotted = false;
   bool report = true;
@@ -53,6 +56,16 @@ bool saveLanguage(const SettingsStore& store, int languageOffset);
 /// Loads the settings in their order, options of the command line first, each by its own rule.
 Settings LoadSettings(const SettingsStore& store, const convert::CommandLine& commandLine,
                       const resources::Texts& texts);
+
+/// What is to be told about the settings before they are used: numbers in the file and on the
+/// command line that are followed by something else.
+std::vector<convert::Message> loadingWarnings(const SettingsStore& store,
+                                              const convert::CommandLine& commandLine,
+                                              const resources::Texts& texts);
+
+/// The same for the fields of the window that hold numbers.
+std::vector<convert::Message> fieldWarnings(const Settings& settings,
+                                            const resources::Texts& texts);
 
 /// Saves the settings, all of them or none. False when that failed.
 bool SaveSettings(const SettingsStore& store, const Settings& settings);

@@ -16,6 +16,7 @@ class SettingsStore {
   explicit SettingsStore(std::filesystem::path programFolder) : folder_(std::move(programFolder)) {}
 
   const std::filesystem::path& programFolder() const { return folder_; }
+  std::filesystem::path file() const { return folder_ / "larkspur.ini"; }
 
   /// Writes one value; the folder is made when it is missing. False when that failed; nobody is
   /// told.
@@ -32,8 +33,6 @@ class SettingsStore {
   std::string GetDirectory(std::string_view path) const;
 
  private:
-  std::filesystem::path file() const { return folder_ / "larkspur.ini"; }
-
   std::filesystem::path folder_;
 };
 

@@ -4,6 +4,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "ui/windows/number_edit.h"
+
 namespace quillon::ui {
 namespace {
 
@@ -40,7 +42,7 @@ MainControls::MainControls(QWidget& window, AppContext& context)
       btnBRDbrowse(make<QPushButton>(*frmOpt, "btnBRDbrowse")),
       fraOpt2(make<QGroupBox>(window, "fraOpt2")),
       labScale(make<QLabel>(*fraOpt2, "labScale")),
-      txtmasst(make<QLineEdit>(*fraOpt2, "txtmasst")),
+      txtmasst(make<NumberEdit>(*fraOpt2, "txtmasst")),
       labUnit(make<QLabel>(*fraOpt2, "labUnit")),
       cboUnit(make<QComboBox>(*fraOpt2, "cboUnit")),
       labLayer(make<QLabel>(*fraOpt2, "labLayer")),
@@ -52,9 +54,9 @@ MainControls::MainControls(QWidget& window, AppContext& context)
       labBlocks(make<QLabel>(*fraOpt2, "labBlocks")),
       cboBlocks(make<QComboBox>(*fraOpt2, "cboBlocks")),
       labOffsetX(make<QLabel>(*fraOpt2, "labOffsetX")),
-      txtOffsetX(make<QLineEdit>(*fraOpt2, "txtOffsetX")),
+      txtOffsetX(make<NumberEdit>(*fraOpt2, "txtOffsetX")),
       labOffsetY(make<QLabel>(*fraOpt2, "labOffsetY")),
-      txtOffsetY(make<QLineEdit>(*fraOpt2, "txtOffsetY")),
+      txtOffsetY(make<NumberEdit>(*fraOpt2, "txtOffsetY")),
       chkEllipses(make<QCheckBox>(*fraOpt2, "chkEllipses")),
       chkDotLines(make<QCheckBox>(*fraOpt2, "chkDotLines")),
       chkArc(make<QCheckBox>(*fraOpt2, "chkArc")),

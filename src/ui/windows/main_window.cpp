@@ -7,6 +7,7 @@
 #include <QShortcut>
 #include <memory>
 
+#include "convert/messages.h"
 #include "convert/paths.h"
 #include "ui/windows/app_icon.h"
 #include "ui/windows/help_viewer.h"
@@ -122,7 +123,14 @@ void MainWindow::LoadSettings() {
   attempt(
       context_, kModule, "LoadSettings",
       [this] {
-        showSettings(settings::LoadSettings(context_.store, context_.line, context_.texts()));
+        const resources::Texts texts = context_.texts();
+        showSettings(settings::LoadSettings(context_.store, context_.line, texts));
+        QStringList warnings;
+        for (const auto& warning :
+             settings::loadingWarnings(context_.store, context_.line, texts)) {
+          warnings << toQt(warning.text);
+        }
+        if (!warnings.isEmpty()) showNotice(warnings.join('\n'));
       },
       errors::kMayRetry | errors::kMayResume | errors::kMayEnd);
 }
@@ -208,20 +216,33 @@ convert::ConversionResult MainWindow::convertShown() {
   const ConversionInProgress running(*this);
   const convert::Surroundings surroundings =
       settings::surroundingsOf(context_.store, context_.LanguageOffset);
-  convert::ConversionJob job = settings::jobOf(settings(), context_.line);
+  const settings::Settings shown = settings();
+  convert::ConversionJob job = settings::jobOf(shown, context_.line);
   // A script that was made from the name of an existing drawing has that name to the letter.
   job.literalPaths = convert::namesHaveCase() && toQt(job.scriptFile) == followedScript_ &&
                      convert::namesFile(convert::toPath(job.dxfFile));
   WindowHost host(context_, *progress_, this);
+  for (const convert::Message& warning : settings::fieldWarnings(shown, context_.texts())) {
+    host.tell(warning);
+  }
   return convert::convertDXF(job, host, surroundings);
 }
 
 void MainWindow::showResult(const convert::ConversionResult& result) {
   controls_.result->showResult(result);
+  fitHeight();
+  activateWindow();
+}
+
+void MainWindow::showNotice(const QString& notice) {
+  controls_.result->showNotice(notice);
+  fitHeight();
+}
+
+void MainWindow::fitHeight() {
   // A label that wraps asks for its height only when it is known how wide it is.
   layout()->activate();
   resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
-  activateWindow();
 }
 
 void MainWindow::befLayeredit_Click() {
@@ -243,7 +264,11 @@ void MainWindow::befLayeredit_Click() {
 }
 
 void MainWindow::befSave_Click() {
-  if (!settings::SaveSettings(context_.store, settings())) showSaveFailure(context_, this);
+  if (!settings::SaveSettings(context_.store, settings())) {
+    showSaveFailure(context_, this);
+    return;
+  }
+  showNotice(context_.text(3098, {convert::quotable(convert::fromPath(context_.store.file()))}));
 }
 
 void MainWindow::befHilfe_Click() { openHelp(context_, kMainWindowHelp, this); }

@@ -53,6 +53,9 @@ class MainWindow : public QDialog {
   void followDrawing();
   convert::ConversionResult convertShown();
   void showResult(const convert::ConversionResult& result);
+  /// Says something below what came out last.
+  void showNotice(const QString& notice);
+  void fitHeight();
   void browseForDrawing();
   void browseForScript();
   void browseForName();

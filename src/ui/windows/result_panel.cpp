@@ -66,12 +66,25 @@ void ResultPanel::loadResources() {
 void ResultPanel::showResult(const convert::ConversionResult& result) {
   const bool any = result.outcome != convert::Outcome::Ended;
   setVisible(any);
+  shownResult_.clear();
   if (!any) return;
   folder_ = QFileInfo(toQt(result.scriptFile)).absolutePath();
   const std::string argument = convert::scriptArgument(result);
   command_ = argument.empty() ? QString() : toQt("SCRIPT '" + argument + "'");
-  copyCommand_->setVisible(!command_.isEmpty());
-  text_->setText(resultText(result));
+  shownResult_ = resultText(result);
+  showText(shownResult_);
+}
+
+void ResultPanel::showNotice(const QString& notice) {
+  setVisible(true);
+  showText(shownResult_.isEmpty() ? notice : shownResult_ + '\n' + notice);
+}
+
+void ResultPanel::showText(const QString& text) {
+  const bool any = !shownResult_.isEmpty();
+  openFolder_->setVisible(any);
+  copyCommand_->setVisible(any && !command_.isEmpty());
+  text_->setText(text);
   // The window asks at once how high the text is; a pending layout would answer for the old one.
   layout()->activate();
   updateGeometry();
@@ -81,7 +94,8 @@ QString ResultPanel::resultText(const convert::ConversionResult& result) const {
   const std::string drawing = convert::quotable(result.dxfFile);
   const std::string script = convert::quotable(result.scriptFile);
   QStringList lines;
-  lines << context_.text(3140, {std::to_string(convert::entityCount(result)), drawing})
+  lines << context_.text(3140, {std::to_string(convert::entityCount(result)), drawing,
+                                std::to_string(result.fileLinesRead)})
         << context_.text(3141, {std::to_string(result.commandCount), script});
   const std::string unknown = convert::unknownKindsText(result);
   if (!unknown.empty()) lines << context_.text(3142, {unknown});

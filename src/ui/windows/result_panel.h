@@ -17,9 +17,12 @@ class ResultPanel : public QFrame {
   void loadResources();
   /// Shows what came out; hides itself when nothing did.
   void showResult(const convert::ConversionResult& result);
+  /// Shows a text below what came out last, in the place of an earlier one.
+  void showNotice(const QString& notice);
 
  private:
   void openFolder();
+  void showText(const QString& text);
   QString resultText(const convert::ConversionResult& result) const;
 
   AppContext& context_;
@@ -28,6 +31,7 @@ class ResultPanel : public QFrame {
   QPushButton* copyCommand_;
   QString folder_;
   QString command_;
+  QString shownResult_;  ///< "" as long as there is none
 };
 
 }  // namespace quillon::ui

@@ -19,6 +19,18 @@ class SettingsTest : public ::testing::Test {
     folder.write("larkspur.ini", "[dxf]\r\n" + lines);
     return LoadSettings(store, parseCommandLine(commandLine), english);
   }
+  /// What is told about such a file before its settings are used.
+  std::vector<std::string> warnings(const std::string& lines,
+                                    std::string_view commandLine = {}) const {
+    folder.write("larkspur.ini", "[dxf]\r\n" + lines);
+    std::vector<std::string> texts;
+    for (const convert::Message& message :
+         loadingWarnings(store, parseCommandLine(commandLine), english)) {
+      EXPECT_EQ(message.kind, convert::MessageKind::Warning);
+      texts.push_back(message.text);
+    }
+    return texts;
+  }
   static void expectDefaults(const Settings& settings) {
     EXPECT_EQ(settings.dxfFile, "C:\\*.DXF");
     EXPECT_EQ(settings.scriptFile, "C:\\CONVERS.SCR");
@@ -216,18 +228,64 @@ TEST_F(SettingsTest, SwitchesOfTheCommandLineReplaceTheFile) {
 TEST_F(SettingsTest, OptionsGoThroughTheSameLoadingRules) {
   EXPECT_EQ(load("", "/x:").dxfFile, "C:\\*.DXF");
   EXPECT_EQ(load("brdsch=D", "/b:").drawingName, "");
-  EXPECT_EQ(load("scale=3", "/f:0").scale, "1.000");
-  EXPECT_EQ(load("scale=3", "/f:abc").scale, "1.000");
   EXPECT_EQ(load("layer=1  Top (B)", "/l:none").layer, "20 Dimension (B)");
   EXPECT_EQ(load("", "/l:999 unconverted").layer, "20 Dimension (B)");
   EXPECT_EQ(load("unit=0", "/u:yard").unit, 3);
   EXPECT_EQ(load("", "/p:7").poly, kNoChoice);
 }
 
+TEST_F(SettingsTest, AScaleOfZeroOnTheCommandLineReachesTheConversion) {
+  for (const char* const item : {"/f:0", "/f:abc", "/f:0,5", "/f:"}) {
+    const Settings settings = load("scale=3", item);
+    EXPECT_EQ(settings.scale, "0") << item;
+    EXPECT_EQ(jobOf(settings, CommandLine{}).scale, 0.0) << item;
+  }
+}
+
 TEST_F(SettingsTest, AnOptionGivenTwiceTakesTheNextKeyFromTheCommandLine) {
   const Settings settings = load("dxffile=A\r\nscr=B\r\n", "/x:a.dxf /x:b.dxf");
   EXPECT_EQ(settings.dxfFile, "A");
   EXPECT_EQ(settings.scriptFile, "C:\\CONVERS.SCR");  // the command line has an empty text for it
+}
+
+TEST_F(SettingsTest, WarnsOfNumbersThatAreFollowedBySomethingElse) {
+  const auto counted = [](const std::string& name, const std::string& number) {
+    return name + " counts as " + number +
+           ", as something follows that is not part of a number. Please correct the number; its "
+           "decimal sign is the point.";
+  };
+  EXPECT_EQ(warnings("brd=1x\r\nversion=\r\nunit=mm\r\nscale=2,5\r\ndotted=yes\r\n"
+                     "polywidth=0,2\r\nlayer=16 Bottom (B)\r\npoly=1\r\nblocks= 2 \r\n"),
+            (std::vector<std::string>{counted("larkspur.ini, brd: \"1x\"", "1"),
+                                      counted("larkspur.ini, unit: \"mm\"", "0"),
+                                      counted("larkspur.ini, scale: \"2,5\"", "2"),
+                                      counted("larkspur.ini, dotted: \"yes\"", "0"),
+                                      counted("larkspur.ini, polywidth: \"0,2\"", "0")}));
+  EXPECT_EQ(warnings("scale=0,5\r\n"),
+            std::vector<std::string>{counted("larkspur.ini, scale: \"0,5\"", "1.000")});
+}
+
+TEST_F(SettingsTest, WarnsOfTheNumbersThatAreUsed) {
+  const std::vector<std::string> all = warnings("scale=2,5\r\npoly=1,\r\n", "/f:3,5 /k:1");
+  ASSERT_EQ(all.size(), 2U);
+  EXPECT_TRUE(all[0].starts_with("larkspur.ini, poly: \"1,\" counts as 1,")) << all[0];
+  EXPECT_TRUE(all[1].starts_with("/f: \"3,5\" counts as 3,")) << all[1];
+}
+
+TEST_F(SettingsTest, WarnsOfFieldsOfTheWindow) {
+  Settings settings;
+  settings.scale = "1,5";
+  settings.offsetX = "2 mm";
+  settings.offsetY = "x";
+  std::vector<std::string> names;
+  for (const convert::Message& warning : fieldWarnings(settings, english)) {
+    EXPECT_EQ(warning.kind, convert::MessageKind::Warning);
+    names.push_back(warning.text.substr(0, warning.text.find(", as")));
+  }
+  EXPECT_EQ(names, (std::vector<std::string>{"Scaling: \"1,5\" counts as 1",
+                                             "Offset X: \"2 mm\" counts as 2",
+                                             "Offset Y: \"x\" counts as 0"}));
+  EXPECT_TRUE(fieldWarnings({}, english).empty());
 }
 
 TEST_F(SettingsTest, SavesTheKeysInTheirOrder) {

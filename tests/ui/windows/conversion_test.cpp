@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
+#include "convert/paths.h"
 #include "support/timing.h"
 #include "ui/windows/report_window.h"
 #include "ui/windows/window_fixture.h"
@@ -45,8 +46,8 @@ TEST_F(ConversionTest, EnterStartsAndTheWindowSaysWhatCameOut) {
   QTest::keyClick(&find<QLineEdit>(window, "txtDXFDatei"), Qt::Key_Return);
   EXPECT_TRUE(folder.has("part.scr"));
   EXPECT_EQ(fromQt(resultText()),
-            "Entities converted: 1 (from " + folder.file("part.dxf") + ")\nLines written: 9 (to " +
-                folder.file("part.scr") +
+            "Entities converted: 1 (from 30 lines of " + folder.file("part.dxf") +
+                ")\nLines written: 9 (to " + folder.file("part.scr") +
                 ")\nNot recognised and left out: HATCH 1\nIn EAGLE type: SCRIPT '" +
                 folder.file("part.scr") + "'");
   EXPECT_TRUE(window.isEnabled());
@@ -58,6 +59,21 @@ TEST_F(ConversionTest, TheScriptOfADroppedDrawingHasItsNameToTheLetter) {
   EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
   EXPECT_TRUE(folder.has("in/..\\evil.scr"));
   EXPECT_FALSE(folder.has("evil.scr"));
+}
+
+TEST_F(ConversionTest, SavingKeepsWhatCameOutInView) {
+  draw();
+  window.show();
+  window.befStart_Click();
+  const QString result = resultText();
+  for (int i = 0; i < 2; ++i) {
+    click(window, "befSave");
+    EXPECT_EQ(resultText(),
+              result + "\nSettings saved in " +
+                  toQt(convert::fromPath(folder.path() / "program" / "larkspur.ini")));
+  }
+  EXPECT_TRUE(find<QPushButton>(window, "btnOpenFolder").isVisible());
+  EXPECT_TRUE(find<QPushButton>(window, "btnCopyCommand").isVisible());
 }
 
 TEST_F(ConversionTest, MakesTheFrameFileInTheProgramFolder) {
@@ -150,6 +166,72 @@ TEST_F(ConversionTest, AScaleOfZeroIsRefused) {
   EXPECT_EQ(boxTitle, "Error");
   EXPECT_EQ(boxText, "Scaling factor must be greater then 0.00!");
   EXPECT_EQ(modalWindows, 1);
+}
+
+TEST_F(ConversionTest, WithoutATargetStartIsRefused) {
+  settings::Settings shown = window.settings();
+  shown.targetKind = settings::kNoTarget;
+  window.showSettings(shown);
+  draw();
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Ended);
+  EXPECT_EQ(boxText,
+            "Nothing is chosen for the script to create. Please choose a board, schematic, package "
+            "or symbol.");
+  EXPECT_FALSE(folder.has("part.scr"));
+}
+
+TEST_F(ConversionTest, AStandardLayerWithoutANumberIsRefused) {
+  draw();
+  auto& layers = find<QComboBox>(window, "komStandartlayer");
+  layers.setCurrentText(" Nutzerdefiniert");  // German in both languages
+  ASSERT_EQ(layers.currentText(), " Nutzerdefiniert");
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Ended);
+  EXPECT_EQ(boxTitle, "Error");
+  EXPECT_EQ(boxText,
+            "The DXF layer \"0\" is not assigned to an EAGLE layer, and the standard layer has no "
+            "number. Please choose a standard layer with a number.");
+  EXPECT_FALSE(folder.has("part.scr"));
+}
+
+TEST_F(ConversionTest, ALayerFileThatDoesNotExistIsAWarning) {
+  settings::Settings shown = window.settings();
+  shown.layerFile = folder.file("none.lay");
+  window.showSettings(shown);
+  draw();
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_EQ(boxTitle, "Warning");
+  EXPECT_EQ(boxText, "The layer definition file " + path("none.lay") +
+                         " cannot be read: No such file or directory. All layers go to the "
+                         "standard layer.");
+  EXPECT_EQ(modalWindows, 1);
+}
+
+TEST_F(ConversionTest, EnterInAFieldUsesTheNumberWithItsCommaAsAPoint) {
+  draw();
+  window.show();
+  auto& scale = find<QLineEdit>(window, "txtmasst");
+  scale.setFocus();
+  scale.clear();
+  QTest::keyClicks(&scale, "2,5");
+  QTest::keyClick(&scale, Qt::Key_Return);
+  EXPECT_EQ(modalWindows, 0);
+  EXPECT_NE(folder.read("part.scr").find("(R2.5000000 5.0000000)"), std::string::npos);
+}
+
+TEST_F(ConversionTest, ANumberThatIsFollowedBySomethingElseIsNamed) {
+  draw();
+  find<QLineEdit>(window, "txtOffsetX").setText("3 mm");
+  whenAsked(QMessageBox::Ok);
+  EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_EQ(boxTitle, "Warning");
+  EXPECT_EQ(boxText,
+            "Offset X: \"3 mm\" counts as 3, as something follows that is not part of a number. "
+            "Please correct the number; its decimal sign is the point.");
+  EXPECT_NE(folder.read("part.scr").find("(R4.0000000 2.0000000)"), std::string::npos);
 }
 
 TEST_F(ConversionTest, ADamagedDrawingIsToldWithItsLine) {

@@ -288,6 +288,17 @@ TEST_F(ShellTest, EveryResultHasItsText) {
   EXPECT_EQ(shellErrorText(0, german), "Speicher zu klein");
   EXPECT_EQ(shellErrorText(5, german), "Datei/Pfad Zugriffsfehler");
   EXPECT_EQ(shellErrorText(11, german), "Die Programmdatei ist defekt oder manipuliert");
+  EXPECT_EQ(shellErrorText(26, context.texts()), "A sharing violation occurred.");
+  EXPECT_EQ(shellErrorText(27, context.texts()),
+            "This file type does not have a valid file association.");
+  EXPECT_EQ(shellErrorText(28, context.texts()),
+            "The file could not be opened due to time out. Please try again in a moment.");
+  EXPECT_EQ(shellErrorText(29, context.texts()),
+            "The file could not be opened because the DDE transaction failed. Please try again in "
+            "a moment.");
+  EXPECT_EQ(shellErrorText(30, context.texts()),
+            "The file could not be opened because the target application is busy. Please try again "
+            "in a moment.");
   EXPECT_EQ(shellErrorText(31, context.texts()),
             "No application is associated with this file type.");
   EXPECT_EQ(shellErrorText(32, context.texts()),

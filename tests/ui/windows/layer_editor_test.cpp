@@ -283,9 +283,10 @@ TEST_F(LayerEditorTest, TheMainWindowTakesTheFileAndConvertsWithIt) {
   EXPECT_NE(script.find("Layer  21 ;\r\nWire "), std::string::npos) << script;
   EXPECT_NE(script.find("Layer  20 ;\r\nWire "), std::string::npos) << script;
   EXPECT_EQ(script.find("999"), std::string::npos);
-  EXPECT_TRUE(find<QLabel>(main, "labResult")
-                  .text()
-                  .contains("Left out because their layer is assigned to 999: 1\n"));
+  EXPECT_TRUE(
+      find<QLabel>(main, "labResult")
+          .text()
+          .contains("Left out because their layer is assigned to 999 or to no EAGLE layer: 1\n"));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <QComboBox>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QRadioButton>
@@ -98,6 +99,28 @@ TEST_F(MainWindowTest, ShowsAPathInUpperCaseOnceTheFieldLosesFocus) {
   EXPECT_EQ(drawing.text(), toQt(kept));
 }
 
+TEST_F(MainWindowTest, ACommaBecomesAPointOnceANumbersFieldIsLeft) {
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  for (const char* const name : {"txtmasst", "txtOffsetX", "txtOffsetY"}) {
+    QLineEdit& number = field(name);
+    number.setFocus();
+    number.clear();
+    QTest::keyClicks(&number, "-2,5");
+    EXPECT_EQ(number.text(), "-2,5");
+    QTest::keyClick(&number, Qt::Key_Tab);
+    EXPECT_EQ(number.text(), "-2.5") << name;
+    number.setFocus();
+    number.setText("1,000.5");
+    QTest::keyClick(&number, Qt::Key_Tab);
+    EXPECT_EQ(number.text(), "1,000.5");
+    number.setFocus();
+    number.setText("1,000,5");
+    QTest::keyClick(&number, Qt::Key_Tab);
+    EXPECT_EQ(number.text(), "1,000,5");
+  }
+}
+
 TEST_F(MainWindowTest, SavesAndReloadsEverySetting) {
   field("txtDXFDatei").setText("D:\\a.dxf");
   field("txtScriptdatei").setText("D:\\b.scr");
@@ -124,6 +147,29 @@ TEST_F(MainWindowTest, SavesAndReloadsEverySetting) {
   EXPECT_EQ(find<QLineEdit>(next, "txtmasst").text(), "2,5");
   EXPECT_EQ(next.settings().blocks, 2);
   EXPECT_TRUE(next.settings().arcToLine);
+}
+
+TEST_F(MainWindowTest, SaysWhereTheSettingsWereSaved) {
+  auto& notice = find<QLabel>(window, "labResult");
+  EXPECT_TRUE(notice.isHidden() || notice.text().isEmpty());
+  window.show();
+  click(window, "befSave");
+  EXPECT_EQ(notice.text(), "Settings saved in " +
+                               toQt(convert::fromPath(folder.path() / "program" / "larkspur.ini")));
+  EXPECT_TRUE(notice.isVisible());
+  EXPECT_FALSE(find<QPushButton>(window, "btnOpenFolder").isVisible());
+  EXPECT_FALSE(find<QPushButton>(window, "btnCopyCommand").isVisible());
+  context.LanguageOffset = resources::kGerman;
+  click(window, "befSave");
+  EXPECT_EQ(notice.text(), "Einstellungen gespeichert in " +
+                               toQt(convert::fromPath(folder.path() / "program" / "larkspur.ini")));
+}
+
+TEST_F(MainWindowTest, NamesNumbersOfTheSettingsThatAreFollowedBySomethingElse) {
+  loadFrom("polywidth=0,2\r\nunit=1\r\n");
+  EXPECT_EQ(find<QLabel>(window, "labResult").text(),
+            "larkspur.ini, polywidth: \"0,2\" counts as 0, as something follows that is not part "
+            "of a number. Please correct the number; its decimal sign is the point.");
 }
 
 TEST_F(MainWindowTest, ShowsOneMessageWhenTheSettingsCannotBeSaved) {
