@@ -1,4 +1,6 @@
 // Drawings that change while they are read.
+#include <chrono>
+
 #include "convert/driver_fixture.h"
 
 namespace quillon::convert {

@@ -9,8 +9,8 @@ namespace quillon::console {
 
 /// What the program asks of the process that it runs in, and of its terminal.
 
-/// Makes the standard streams ready: their bytes are neither changed nor lost, and those that are
-/// closed are no files that the program opens later. To be called before anything is opened.
+/// Makes the standard streams ready: their bytes are neither changed nor lost, and no file that the
+/// program opens takes the place of a closed one. To be called before anything is opened.
 void prepareStreams();
 
 /// The arguments of the process without its name, UTF-8; `argc` and `argv` are those of main().
