@@ -37,6 +37,14 @@ TEST_F(LayerEditorTest, ListsTheLayersOfTheDrawingAndChecksThoseInTheTable) {
   EXPECT_EQ(scanned().count(), 0);
 }
 
+TEST_F(LayerEditorTest, ListsTheLayersInUseOfADrawingThatDeclaresNone) {
+  testing::DxfBuilder dxf;
+  dxf.entity("POINT", {{8, "Outline"}, {10, "0"}, {20, "0"}});
+  open().layerScanDXF(toQt(folder.write("a.dxf", dxf.text())));
+  ASSERT_EQ(scanned().count(), 1);
+  EXPECT_EQ(scanned().item(0)->text(), "OUTLINE");
+}
+
 TEST_F(LayerEditorTest, TakesSelectedLayersOnce) {
   open().layerScanDXF(toQt(drawingWithLayers(4)));
   const auto clickLayer = [this](int row, Qt::KeyboardModifiers keys) {
