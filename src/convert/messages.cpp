@@ -11,6 +11,8 @@ namespace quillon::convert {
 namespace {
 
 constexpr int kFirstFaultText = 3020;
+/// Followed by the texts for the kinds of files that are not layer files.
+constexpr int kNotALayerFile = 3231;
 
 }  // namespace
 
@@ -140,6 +142,10 @@ std::string Messages::unreadableText(std::string_view path, std::string_view rea
 
 std::string Messages::unwritableText(std::string_view path, std::string_view reason) const {
   return texts_(3027, {quotable(path), reason});
+}
+
+std::string Messages::notALayerFileText(std::string_view path, LayerFileKind kind) const {
+  return texts_(kNotALayerFile, {quotable(path), texts_(kNotALayerFile + static_cast<int>(kind))});
 }
 
 std::string Messages::aroundPath(int before, std::string_view path, int behind) const {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "convert/host.h"
+#include "convert/layer_file_kind.h"
 #include "dxf/run_time_error.h"
 #include "ui/resources/string_table.h"
 
@@ -37,6 +38,8 @@ class Messages {
   std::string reasonText(int reason) const;
   std::string unreadableText(std::string_view path, std::string_view reason) const;
   std::string unwritableText(std::string_view path, std::string_view reason) const;
+  /// Says what a file is that is not a layer file.
+  std::string notALayerFileText(std::string_view path, LayerFileKind kind) const;
   std::string outOfMemoryText() const { return std::string(texts_(3028)); }
 
  private:

@@ -219,9 +219,20 @@ void LayerEditor::btnScan_Click() {
   grid_->refresh();
   markAssigned();
   ok_->setFocus();
+  tellOfAnotherKind();
   if (rows_.leftOut() == 0) return;
   QMessageBox::information(this, context_.text(1300),
                            context_.text(3160, {std::to_string(rows.size())}));
+}
+
+/// A file that holds no assignments because it is something else is read as empty.
+void LayerEditor::tellOfAnotherKind() {
+  const std::string path = fromQt(path_->text());
+  const convert::LayerFileKind kind = convert::layerFileKind(path, convert::readWholeFile(path));
+  if (kind == convert::LayerFileKind::LayerFile) return;
+  const resources::Texts texts = context_.texts();
+  QMessageBox::warning(this, context_.text(1302),
+                       toQt(convert::Messages(texts).notALayerFileText(path, kind)));
 }
 
 void LayerEditor::btnNew_Click() {
@@ -292,6 +303,8 @@ bool LayerEditor::saveLayers(QString path) {
     convert::saveLayerRows(fromQt(path), rows_.rows());
   } catch (const convert::WriteError& error) {
     failure = messages.unwritableText(fromQt(path), messages.reasonText(error.reason()));
+  } catch (const convert::NotALayerFile& error) {
+    failure = messages.notALayerFileText(fromQt(path), error.kind());
   } catch (const dxf::ReadError& error) {
     failure = messages.unreadableText(fromQt(path), messages.reasonText(error.reason()));
   }

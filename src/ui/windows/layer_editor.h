@@ -48,6 +48,7 @@ class LayerEditor : public QDialog {
   void OKButton_Click();
   void markAssigned();
   void tellWhatIsMissing();
+  void tellOfAnotherKind();
   bool namesFile() const;
   QString askForPath();
 

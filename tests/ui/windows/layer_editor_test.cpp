@@ -141,6 +141,62 @@ TEST_F(LayerEditorTest, SavesUnderANewName) {
   EXPECT_EQ(pathField().text(), path("new.LAY"));
 }
 
+TEST_F(LayerEditorTest, ADrawingIsNotTakenForALayerFile) {
+  const QString drawing = toQt(writeDrawing("part.dxf"));
+  const std::string before = folder.read("part.dxf");
+  open();
+  type(0, 0, "Outline");
+  type(0, 1, "20");
+  pathField().setText(drawing);
+  whenAsked(QMessageBox::Ok);
+  click(*editor, "btnSave");
+  EXPECT_EQ(boxTitle, "Error");
+  EXPECT_EQ(boxText, drawing +
+                         " is not a layer assignment file but a DXF drawing. Please choose "
+                         "another file.");
+  EXPECT_EQ(folder.read("part.dxf"), before);
+  // Nor does OK hand it over as saved.
+  whenModal<QMessageBox>([this](QMessageBox& box) {
+    whenAsked(QMessageBox::Ok);
+    box.button(QMessageBox::Yes)->click();
+  });
+  click(*editor, "OKButton");
+  EXPECT_EQ(modalWindows, 3);
+  EXPECT_TRUE(editor->isVisible());
+  EXPECT_TRUE(accepted.isEmpty());
+  EXPECT_EQ(folder.read("part.dxf"), before);
+}
+
+TEST_F(LayerEditorTest, SaysWhatAFileIsThatHoldsNoAssignments) {
+  using std::string_literals::operator""s;
+  const std::vector<std::pair<std::string, const char*>> files = {
+      {"0\nSECTION\n", "a DXF drawing"},
+      {"AutoCAD Binary DXF\r\n", "a binary DXF file"},
+      {"AC1015\0"s, "a DWG drawing"},
+      {"\0\0"s, "a binary file"},
+      {"Set Undo_Log off;\n", "another kind of text file"}};
+  open();
+  for (const auto& [bytes, kind] : files) {
+    folder.write("a.lay", bytes);
+    pathField().setText(path("a.lay"));
+    whenAsked(QMessageBox::Ok);
+    click(*editor, "btnScan");
+    EXPECT_EQ(boxText, path("a.lay") + " is not a layer assignment file but " + kind +
+                           ". Please choose another file.");
+  }
+  context.LanguageOffset = resources::kGerman;
+  const std::array<const char*, 5> german = {"eine DXF-Zeichnung", "eine binäre DXF-Datei",
+                                             "eine DWG-Zeichnung", "eine Binärdatei",
+                                             "eine andere Textdatei"};
+  for (std::size_t i = 0; i < german.size(); ++i) {
+    folder.write("a.lay", files[i].first);
+    whenAsked(QMessageBox::Ok);
+    click(*editor, "btnScan");
+    EXPECT_EQ(boxText, path("a.lay") + " ist keine Layerzuweisungsdatei, sondern " + german[i] +
+                           ". Bitte eine andere Datei wählen.");
+  }
+}
+
 TEST_F(LayerEditorTest, ACancelledSaveSavesNothing) {
   open();
   whenModal<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
