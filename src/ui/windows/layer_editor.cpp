@@ -172,6 +172,7 @@ void LayerEditor::loadResources() {
 }
 
 void LayerEditor::layerScanDXF(const QString& drawing) {
+  drawing_ = drawing;
   scanned_->clear();
   const resources::Texts texts = context_.texts();
   const convert::Messages messages(texts);
@@ -268,13 +269,22 @@ void LayerEditor::btnLayerbrowse_Click() {
   if (!path.isEmpty()) path_->setText(path);
 }
 
+/// The path that a new layer file is offered, or "" without a drawing.
+QString LayerEditor::newFileBesideDrawing() const {
+  const std::filesystem::path drawing = convert::findExisting(fromQt(drawing_));
+  if (drawing_.isEmpty() || !convert::namesFile(drawing)) return {};
+  return toQt(convert::layerFileBeside(convert::fromPath(std::filesystem::absolute(drawing))));
+}
+
 QString LayerEditor::askForPath() {
+  const QString offered = path_->text().isEmpty() ? newFileBesideDrawing() : QString();
   ObjFiledialog dialog(context_);
   dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
-  dialog.setFilename("*.LAY");
+  dialog.setFilename(offered.isEmpty() ? "*.LAY" : toQt(convert::lastComponent(fromQt(offered))));
   dialog.DefaultExt = "LAY";
   dialog.DialogTitle = context_.text(1305);
-  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(path_->text())));
+  const QString startPath = offered.isEmpty() ? path_->text() : offered;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(startPath)));
   return dialog.ShowSave(this);
 }
 
@@ -335,15 +345,25 @@ void LayerEditor::tellWhatIsMissing() {
                            context_.text(3162, {fromQt(names.join(", "))}));
 }
 
-bool LayerEditor::mayDiscard() {
+/// What became of rows that are not saved, by the answer to a question of the string table.
+LayerEditor::Unsaved LayerEditor::askAboutUnsaved(int question) {
   grid_->commit();
-  if (!rows_.modified()) return true;
+  if (!rows_.modified()) return Unsaved::Nothing;
   const auto answer =
-      askQuestion(context_, this, context_.text(1300), context_.text(1301),
+      askQuestion(context_, this, context_.text(1300), context_.text(question),
                   QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
-  if (answer == QMessageBox::No) return true;
+  if (answer == QMessageBox::No) return Unsaved::Left;
   // What could not be saved is not lost; without an answer nothing is done.
-  return answer == QMessageBox::Yes && saveLayers(path_->text());
+  const bool saved = answer == QMessageBox::Yes && saveLayers(path_->text());
+  return saved ? Unsaved::Saved : Unsaved::Kept;
+}
+
+bool LayerEditor::mayDiscard() { return askAboutUnsaved(1301) != Unsaved::Kept; }
+
+bool LayerEditor::offerToSave() {
+  const Unsaved rows = askAboutUnsaved(3230);
+  if (rows == Unsaved::Saved) accepted_(path_->text());
+  return rows != Unsaved::Kept;
 }
 
 void LayerEditor::OKButton_Click() {
