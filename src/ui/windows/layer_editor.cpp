@@ -18,6 +18,7 @@
 #include "ui/windows/help_viewer.h"
 #include "ui/windows/question.h"
 #include "ui/windows/trap.h"
+#include "ui/windows/whole_text_delegate.h"
 
 namespace quillon::ui {
 namespace {
@@ -67,6 +68,7 @@ void LayerEditor::makeControls() {
   scanned_ = make<QListWidget>(*this, "lstScanDXF");
   scanned_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   scanned_->setUniformItemSizes(true);
+  scanned_->setItemDelegate(new WholeTextDelegate(scanned_));
   take_ = make<QPushButton>(*this, "btnTake");
   take_->setText("==>");
   labLayer_ = make<QLabel>(*this, "labLayer");

@@ -1,5 +1,8 @@
 #include "ui/windows/layer_editor.h"
 
+#include <QHelpEvent>
+#include <QToolTip>
+
 #include "support/timing.h"
 #include "ui/windows/layer_editor_fixture.h"
 
@@ -295,6 +298,30 @@ TEST_F(LayerEditorTest, TellsThatTheHelpIsMissing) {
   click(*editor, "befHilfe");
   EXPECT_EQ(boxTitle, "File Error");
   EXPECT_EQ(boxText, "Can't find Help file");
+}
+
+TEST_F(LayerEditorTest, WholeNamesAreToolTipsWhereTheyAreCut) {
+  const std::string name = "A-" + std::string(200, 'X') + "<B>";
+  testing::DxfBuilder dxf;
+  dxf.layer(name).layer("SHORT");
+  open().layerScanDXF(toQt(folder.write("a.dxf", dxf.text())));
+  scanned().selectAll();
+  click(*editor, "btnTake");
+  const auto tip = [](const QAbstractItemView& list, const QRect& entry) {
+    const QPoint place(30, entry.center().y());
+    QHelpEvent help(QEvent::ToolTip, place, list.viewport()->mapToGlobal(place));
+    QApplication::sendEvent(list.viewport(), &help);
+    return QToolTip::text();
+  };
+  const auto listed = [this](int row) { return scanned().visualItemRect(scanned().item(row)); };
+  const auto tabled = [this](int row) { return grid().visualItemRect(grid().item(row, 0)); };
+  // As plain text: a name is not markup.
+  const QString whole = "<qt>" + toQt(name).toHtmlEscaped() + "</qt>";
+  EXPECT_EQ(tip(scanned(), listed(0)), whole);
+  EXPECT_EQ(tip(scanned(), listed(1)), scanned().toolTip());
+  EXPECT_EQ(tip(grid(), tabled(0)), whole);
+  EXPECT_EQ(tip(grid(), tabled(1)), grid().toolTip());
+  QToolTip::hideText();
 }
 
 TEST_F(LayerEditorTest, ThousandsOfLayersStayInstant) {
