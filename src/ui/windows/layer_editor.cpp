@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QMessageBox>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -113,7 +114,9 @@ void LayerEditor::layOut() {
   layout->addLayout(buttons);
   constexpr int kColumns = 110;
   constexpr int kRows = 36;
-  resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kRows);
+  const QSize wanted(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kRows);
+  const QSize frame(fontMetrics().height(), 3 * fontMetrics().height());
+  resize(wanted.boundedTo(screen()->availableSize() - frame));
 }
 
 void LayerEditor::connectControls() {
@@ -333,6 +336,8 @@ bool LayerEditor::saveLayers(QString path) {
 /// Names the rows that do not stand in the file as they stand in the table.
 void LayerEditor::tellWhatIsMissing() {
   constexpr int kMostNames = 10;
+  // A long name has nowhere to break, so a message box would cut it.
+  const int widest = fontMetrics().averageCharWidth() * 50;
   QStringList names;
   for (const convert::LayerRow& row : rows_.rows()) {
     if (row.name.empty() || (convert::isSaved(row) && convert::fitsLayerFile(row.name))) continue;
@@ -340,7 +345,9 @@ void LayerEditor::tellWhatIsMissing() {
       names << QStringLiteral("…");
       break;
     }
-    names << toQt(convert::quotable(row.name));
+    // Escapes make a name several times as long; the middle goes before they are made.
+    const QString name = fontMetrics().elidedText(toQt(row.name), Qt::ElideMiddle, widest);
+    names << toQt(convert::quotable(fromQt(name)));
   }
   if (names.isEmpty()) return;
   QMessageBox::information(this, context_.text(1300),

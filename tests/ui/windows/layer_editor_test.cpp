@@ -4,6 +4,7 @@
 #include <QToolTip>
 
 #include "support/timing.h"
+#include "ui/windows/cut_texts.h"
 #include "ui/windows/layer_editor_fixture.h"
 
 namespace quillon::ui {
@@ -102,6 +103,23 @@ TEST_F(LayerEditorTest, NamesTheRowsThatTheFileCannotHold) {
             "These rows are missing in the file or stand there with question marks, since their "
             "EAGLE layer is not from 1 to 255 (or 999), or their name has characters that the file "
             "cannot hold: ŁĄKA, none, far");
+}
+
+TEST_F(LayerEditorTest, LongNamesOfRowsDoNotCutAMessage) {
+  open();
+  grid().setCurrentCell(0, 0);
+  grid().pasteText("A" + QString("X").repeated(250) + "Z\t300");
+  QString cut;
+  whenModal<QMessageBox>([this, &cut](QMessageBox& box) {
+    boxText = box.text();
+    cut = cutTexts(box).join(", ");
+    box.accept();
+  });
+  EXPECT_TRUE(editor->saveLayers(path("a.lay")));
+  EXPECT_EQ(cut, "");
+  EXPECT_TRUE(boxText.contains("AXXXX")) << fromQt(boxText);
+  EXPECT_TRUE(boxText.contains("XXX…XXX")) << fromQt(boxText);
+  EXPECT_TRUE(boxText.endsWith("XXXXZ")) << fromQt(boxText);
 }
 
 TEST_F(LayerEditorTest, AModifiedTableIsNotDiscardedWithoutAsking) {
