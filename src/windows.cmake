@@ -31,6 +31,7 @@ add_library(quillon_windows STATIC
   ui/windows/system_shell_${QUILLON_PLATFORM}.cpp
   ui/windows/tool_tips.cpp
   ui/windows/trap.cpp
+  ui/windows/whole_text_delegate.cpp
   ui/windows/window_fault_view.cpp
   ui/windows/window_host.cpp)
 target_link_libraries(quillon_windows PUBLIC quillon_settings quillon_errors Qt6::Widgets

@@ -16,11 +16,6 @@ namespace {
 constexpr double kLastLayer = 255.0;
 constexpr double kUnconverted = 999.0;
 
-bool isDecimalNumber(std::string_view text) {
-  return !text.empty() &&
-         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
 bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20; }
 
 /// A name that stands in quotes gets a second pair, since reading takes one off. One with a control
@@ -90,8 +85,11 @@ bool fitsLayerFile(const std::string& name) {
 void saveLayerRows(const std::string& path, const std::vector<LayerRow>& rows) {
   const std::filesystem::path target = findForCreation(path);
   if (isInMissingFolder(target)) throw WriteError(ENOENT);
-  IniDocument document(isMissing(target) ? "" : readFile(fromPath(target)));
-  document.removeSections(isDecimalNumber);
+  const std::string before = isMissing(target) ? "" : readFile(fromPath(target));
+  const LayerFileKind kind = layerFileKind(path, before);
+  if (kind != LayerFileKind::LayerFile) throw NotALayerFile(kind);
+  IniDocument document(before);
+  document.removeSections(isAssignmentSection);
   std::size_t n = 0;
   for (const LayerRow& row : rows) {
     if (!isSaved(row)) continue;

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "convert/layer_file_kind.h"
 
 namespace quillon::convert {
 
@@ -11,6 +14,17 @@ struct LayerRow {
   std::string name;       ///< the DXF layer, UTF-8, as typed
   std::string layer;      ///< text that begins with the number of the EAGLE layer
   std::string text = {};  ///< what a file has for the layer, UTF-8
+};
+
+/// Assignments would have to go into a file of another kind, which stays as it is.
+class NotALayerFile : public std::runtime_error {
+ public:
+  explicit NotALayerFile(LayerFileKind kind)
+      : std::runtime_error("not a layer assignment file"), kind_(kind) {}
+  LayerFileKind kind() const { return kind_; }
+
+ private:
+  LayerFileKind kind_;
 };
 
 /// The rows of sections 1, 2, 3, … until one has no name; their layers are plain decimal numbers.
@@ -39,8 +53,8 @@ bool fitsLayerFile(const std::string& name);
 
 /// Replaces the assignments in a file by those of the rows that are saved, in their order; sections
 /// whose name is no number are kept. The file is complete or as it was. Characters that
-/// Windows-1252 lacks become "?". Throws ReadError, or WriteError, also for a file in a folder that
-/// does not exist.
+/// Windows-1252 lacks become "?". Throws ReadError, NotALayerFile, or WriteError, also for a file in
+/// a folder that does not exist.
 void saveLayerRows(const std::string& path, const std::vector<LayerRow>& rows);
 
 }  // namespace quillon::convert

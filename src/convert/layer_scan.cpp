@@ -1,8 +1,12 @@
 #include "convert/layer_scan.h"
 
+#include <unordered_set>
+#include <utility>
+
 #include "convert/drawing_input.h"
 #include "dxf/drawing.h"
 #include "dxf/encoding.h"
+#include "dxf/entity_reader.h"
 #include "dxf/line_reader.h"
 #include "dxf/run_monitor.h"
 #include "dxf/section_walker.h"
@@ -10,7 +14,7 @@
 namespace quillon::convert {
 namespace {
 
-/// Nobody watches a scan: tables stand at the start of a drawing.
+/// Nobody watches a scan: tables are at the start of a drawing.
 class NoMonitor : public dxf::RunMonitor {
  public:
   void setStatus(dxf::ReadPhase, std::uint64_t) override {}
@@ -18,6 +22,48 @@ class NoMonitor : public dxf::RunMonitor {
   bool cancelRequested() override { return false; }
   void waitForUser() override {}
 };
+
+/// Lists each layer at its first use.
+class UsedLayers : public dxf::EntitySink {
+ public:
+  explicit UsedLayers(dxf::Drawing& drawing) : drawing_(drawing), reader_(drawing) {}
+
+  void takeEntity(dxf::DxfEntity& entity) override {
+    reader_.complete(entity);
+    // Layers are numbered in the order of their first use.
+    if (entity.layer == nullptr || entity.layer->number < uses_) return;
+    ++uses_;
+    std::string name = dxf::toUtf8(entity.layer->name, drawing_.encoding);
+    if (name.empty() || !known_.insert(name).second) return;
+    names_.push_back(std::move(name));
+  }
+
+  void takeBlocks() {
+    for (const dxf::BlockRec& block : drawing_.blocks) {
+      dxf::EntityCursor items(drawing_.store, block.items);
+      for (dxf::DxfEntity item; items.next(item);) takeEntity(item);
+    }
+  }
+
+  std::vector<std::string> names() && { return std::move(names_); }
+
+ private:
+  dxf::Drawing& drawing_;
+  dxf::EntityReader reader_;
+  std::size_t uses_ = 0;  ///< spellings met, the empty one included
+  std::unordered_set<std::string> known_;
+  std::vector<std::string> names_;
+};
+
+std::vector<std::string> usedLayers(dxf::LineReader& reader) {
+  dxf::Drawing drawing;
+  reader.rewind();
+  dxf::readDefinitions(drawing, reader);
+  UsedLayers layers(drawing);
+  layers.takeBlocks();
+  dxf::readContents(drawing, reader, layers, true);
+  return std::move(layers).names();
+}
 
 }  // namespace
 
@@ -33,6 +79,7 @@ std::vector<std::string> layerScanDXF(const std::string& path) {
   dxf::LineReader reader(*text, monitor);
   dxf::Drawing drawing;
   dxf::readHeaderAndTables(drawing, reader);
+  if (drawing.layers.empty()) return usedLayers(reader);
   names.reserve(drawing.layers.size());
   for (const dxf::LayerRec& layer : drawing.layers) {
     names.push_back(dxf::toUtf8(layer.name, drawing.encoding));

@@ -12,6 +12,8 @@ namespace quillon::convert {
 namespace {
 
 constexpr int kFirstFaultText = 3020;
+/// Followed by the texts for the kinds of files that are not layer files.
+constexpr int kNotALayerFile = 3231;
 
 /// The start of a list, its entries separated by commas.
 std::string shortList(const std::vector<std::string>& entries) {
@@ -208,6 +210,10 @@ std::string Messages::unwritableText(std::string_view path, const std::filesyste
 
 Message Messages::warning(const std::string& text) const {
   return {MessageKind::Warning, std::string(texts_(2805)), text, text};
+}
+
+std::string Messages::notALayerFileText(std::string_view path, LayerFileKind kind) const {
+  return texts_(kNotALayerFile, {quotable(path), texts_(kNotALayerFile + static_cast<int>(kind))});
 }
 
 std::string Messages::aroundPath(int before, std::string_view path, int behind) const {

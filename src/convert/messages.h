@@ -8,6 +8,7 @@
 
 #include "convert/host.h"
 #include "convert/layer_file.h"
+#include "convert/layer_file_kind.h"
 #include "convert/number_note.h"
 #include "dxf/run_time_error.h"
 #include "ui/resources/string_table.h"
@@ -58,6 +59,8 @@ class Messages {
   /// `path` is what the user knows the file by, `target` where it was to be written.
   std::string unwritableText(std::string_view path, const std::filesystem::path& target,
                              int reason) const;
+  /// Says what a file is that is not a layer file.
+  std::string notALayerFileText(std::string_view path, LayerFileKind kind) const;
   std::string outOfMemoryText() const { return std::string(texts_(3028)); }
 
  private:

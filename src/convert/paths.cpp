@@ -14,6 +14,14 @@ namespace {
 
 constexpr std::string_view kSeparators = "\\/";
 
+/// A path with another extension in place of its last one.
+std::string withExtension(std::string_view path, std::string_view extension) {
+  const std::string_view name = lastComponent(path);
+  const std::size_t dot = name.rfind('.');
+  const std::size_t length = dot == std::string_view::npos ? 0 : name.size() - dot;
+  return std::string(path.substr(0, path.size() - length)).append(extension);
+}
+
 }  // namespace
 
 fs::path toPath(std::string_view utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
@@ -73,11 +81,8 @@ std::string_view folderPart(std::string_view path) {
   return path.substr(0, last == std::string_view::npos ? 1 : last + 1);
 }
 
-std::string scriptBeside(std::string_view drawing) {
-  const std::string_view name = lastComponent(drawing);
-  const std::size_t dot = name.rfind('.');
-  const std::size_t extension = dot == std::string_view::npos ? 0 : name.size() - dot;
-  return std::string(drawing.substr(0, drawing.size() - extension)) + ".scr";
-}
+std::string scriptBeside(std::string_view drawing) { return withExtension(drawing, ".scr"); }
+
+std::string layerFileBeside(std::string_view drawing) { return withExtension(drawing, ".lay"); }
 
 }  // namespace quillon::convert

@@ -61,4 +61,7 @@ std::string_view folderPart(std::string_view path);
 /// The path of a script in the folder of a drawing, with the drawing's name.
 std::string scriptBeside(std::string_view drawing);
 
+/// The path of a layer file in the folder of a drawing, with the drawing's name.
+std::string layerFileBeside(std::string_view drawing);
+
 }  // namespace quillon::convert

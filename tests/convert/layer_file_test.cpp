@@ -133,6 +133,54 @@ TEST_F(LayerFileTest, AFileThatCannotBeReadIsNotReplaced) {
   EXPECT_THROW(saveLayerRows(folder.file("b.lay"), {{"B", "2"}}), dxf::ReadError);
 }
 
+TEST_F(LayerFileTest, AFileOfAnotherKindIsNotWritten) {
+  using std::string_literals::operator""s;
+  const std::string dxf = "999\nmade by hand\n  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n";
+  const std::vector<std::pair<std::string, LayerFileKind>> files = {
+      {dxf, LayerFileKind::Dxf},
+      {"AutoCAD Binary DXF\r\n\x1A\0"s, LayerFileKind::BinaryDxf},
+      {"AC1015\0\0"s, LayerFileKind::Dwg},
+      {"\x89PNG\r\n\0\0"s, LayerFileKind::Binary},
+      {"Set Optimizing off;\r\nLayer 20;\r\n", LayerFileKind::OtherText},
+      {"no line end", LayerFileKind::OtherText},
+      {"[Start]\nSet Undo_Log off;\nEndBlock\n", LayerFileKind::OtherText}};
+  for (const auto& [bytes, kind] : files) {
+    folder.write("a.lay", bytes);
+    try {
+      saveLayerRows(path, {{"A", "1"}});
+      ADD_FAILURE() << bytes;
+    } catch (const NotALayerFile& error) {
+      EXPECT_EQ(error.kind(), kind) << bytes;
+    }
+    EXPECT_EQ(folder.read("a.lay"), bytes);
+    EXPECT_EQ(layerFileKind(path, bytes), kind) << bytes;
+    EXPECT_EQ(folder.entries(), 1U);
+  }
+}
+
+TEST_F(LayerFileTest, AFileWithSettingsOfSomethingElseIsNotWritten) {
+  const std::string settings = "[Settings]\r\nlayer=20\r\n";
+  folder.write("program.ini", settings);
+  EXPECT_THROW(saveLayerRows(folder.file("program.ini"), {{"A", "1"}}), NotALayerFile);
+  EXPECT_EQ(folder.read("program.ini"), settings);
+}
+
+TEST_F(LayerFileTest, FilesThatMayHoldAssignmentsAreWritten) {
+  const std::string row = "[1]\r\nlayername=A\r\nlayernr=1\r\n";
+  const std::vector<std::pair<const char*, const char*>> files = {
+      {"", ""},
+      {"\xEF\xBB\xBF \r\n\n", " \r\n\r\n"},
+      {"; mine\n[notes]\nby=me\n", "; mine\r\n[notes]\r\nby=me\r\n"},
+      {"My layers\n[3]\nLayerName=x\n", "My layers\r\n"}};
+  for (const auto& [bytes, kept] : files) {
+    folder.write("a.lay", bytes);
+    EXPECT_EQ(saved({{"A", "1"}}), kept + row) << bytes;
+  }
+  folder.write("mine.txt", row);
+  saveLayerRows(folder.file("mine.txt"), {{"B", "2"}});
+  EXPECT_EQ(folder.read("mine.txt"), "[1]\r\nlayername=B\r\nlayernr=2\r\n");
+}
+
 TEST_F(LayerFileTest, AGapInTheNumberingEndsTheFile) {
   EXPECT_EQ(readBack("[1]\nlayername=a\nlayernr=20\n[3]\nlayername=b\nlayernr=21\n"),
             (Rows{{"a", "20"}}));

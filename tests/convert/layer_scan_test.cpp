@@ -25,6 +25,38 @@ TEST_F(LayerScanTest, ListsTheLayersInTheOrderOfTheFile) {
   EXPECT_EQ(scan(dxf.text()), (Names{"UMRIß", "0", "HOLES"}));
 }
 
+TEST_F(LayerScanTest, ListsTheLayersThatEntitiesUseWhereNoneIsDeclared) {
+  testing::DxfBuilder dxf;
+  dxf.header("$LTSCALE", 40, "1").dashes("DASHED", "1", {"0.5", "-0.5"});
+  dxf.beginBlock("part")
+      .entity("CIRCLE", {{8, "holes"}, {10, "0"}, {20, "0"}, {40, "1"}})
+      .endBlock();
+  for (const char* layer : {"Umri\xDF", "HOLES", "umri\xDF", "", "text"}) {
+    dxf.entity("LINE", {{8, layer}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "2"}});
+  }
+  dxf.entity("LINE", {{10, "0"}, {20, "0"}, {11, "1"}, {21, "2"}});
+  dxf.entity("SEQEND", {}).entity("HATCH", {{8, "left out"}});
+  EXPECT_EQ(scan(dxf.text()), (Names{"HOLES", "UMRIß", "TEXT"}));
+}
+
+TEST_F(LayerScanTest, ListsTheLayersOfABareListOfEntities) {
+  EXPECT_EQ(scan("0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\na\n10\n1\n20\n1\n0\nENDSEC\n0\nEOF\n"),
+            Names{"A"});
+}
+
+TEST_F(LayerScanTest, ADamagedBlockWithoutDeclaredLayersIsAnErrorWithItsLine) {
+  testing::DxfBuilder dxf;
+  dxf.beginBlock("part").entity("CIRCLE", {{8, "A"}}).endBlock();
+  std::string text = dxf.text();
+  text.replace(text.find("CIRCLE\n"), 7, "CIRCLE\nx\n");
+  try {
+    scan(text);
+    FAIL();
+  } catch (const dxf::RunTimeError& error) {
+    EXPECT_GT(error.line(), 5U);
+  }
+}
+
 TEST_F(LayerScanTest, FindsTheDrawingWhateverTheCaseOfItsName) {
   testing::DxfBuilder dxf;
   dxf.layer("A");

@@ -14,9 +14,15 @@ constexpr double kLastLayer = 255.0;
 constexpr double kUnconverted = 999.0;
 constexpr std::size_t kLongestHistory = 100;
 
-bool isPlainNumber(const std::string& text) {
-  return !text.empty() && std::all_of(text.begin(), text.end(),
-                                      [](char c) { return (c >= '0' && c <= '9') || c == '.'; });
+/// The number that a text begins with, as it is typed: digits, with a fraction or without, and
+/// after it nothing or a blank. "" for any other text.
+std::string leadingNumber(const std::string& text) {
+  constexpr const char* kDigits = "0123456789";
+  std::size_t end = text.find_first_not_of(kDigits);
+  if (end == 0) return {};
+  if (end < text.size() && text[end] == '.') end = text.find_first_not_of(kDigits, end + 1);
+  const bool whole = end == std::string::npos || text[end] == ' ';
+  return whole ? text.substr(0, end) : std::string();
 }
 
 }  // namespace
@@ -64,21 +70,31 @@ void LayerRows::setName(std::size_t index, const std::string& name) {
   modified_ = true;
 }
 
-void LayerRows::setLayer(std::size_t index, const std::string& layer) {
-  std::string text = layer;
-  if (isPlainNumber(layer)) {
-    // A number that is typed means the entry that begins with it.
-    const auto found =
-        std::find_if(entries_.begin(), entries_.end(), [&](const std::string& entry) {
-          return dxf::numberValue(entry) == dxf::numberValue(layer) &&
-                 dxf::numberValue(layer) != 0.0;
-        });
-    if (found != entries_.end()) text = *found;
+std::optional<std::string> LayerRows::typedLayer(const std::string& text) const {
+  if (text.empty() || std::find(entries_.begin(), entries_.end(), text) != entries_.end()) {
+    return text;
   }
-  if (rows_[index].layer == text) return;
-  rows_[index].layer = text;
-  rows_[index].number.clear();
+  const std::string typed = leadingNumber(text);
+  if (typed.empty()) return std::nullopt;
+  // A number that is typed means the entry that begins with it.
+  const double number = dxf::numberValue(typed);
+  const auto found =
+      std::find_if(entries_.begin(), entries_.end(), [number](const std::string& entry) {
+        return number != 0.0 && dxf::numberValue(entry) == number;
+      });
+  return found != entries_.end() ? *found : typed;
+}
+
+bool LayerRows::setLayer(std::size_t index, const std::string& layer) {
+  Row& row = rows_[index];
+  if (row.layer == layer) return true;
+  const std::optional<std::string> text = typedLayer(layer);
+  if (!text) return false;
+  if (row.layer == *text) return true;
+  row.layer = *text;
+  row.number.clear();
   modified_ = true;
+  return true;
 }
 
 void LayerRows::clearRow(std::size_t index) {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -38,8 +39,11 @@ class LayerRows {
   }
 
   void setName(std::size_t index, const std::string& name);
-  /// Sets the layer: an entry, or a number, which becomes its entry where there is one.
-  void setLayer(std::size_t index, const std::string& layer);
+  /// Sets the layer: an entry, or a text that begins with a number, which becomes its entry where
+  /// there is one; "" clears it. False, and nothing changes, for any other text.
+  bool setLayer(std::size_t index, const std::string& layer);
+  /// True for a text that setLayer() takes in any row.
+  bool isLayer(const std::string& text) const { return typedLayer(text).has_value(); }
   void clearRow(std::size_t index);
   /// Adds names that are not in the table yet, each in the first row without a name.
   void take(const std::vector<std::string>& names);
@@ -63,6 +67,7 @@ class LayerRows {
   using Rows = std::array<Row, kMostRows>;
 
   std::string entryOf(const std::string& layer) const;
+  std::optional<std::string> typedLayer(const std::string& text) const;
   std::vector<std::string> entries_;
   Rows rows_;
   std::vector<Rows> history_;

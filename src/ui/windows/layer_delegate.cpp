@@ -6,6 +6,10 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
+#include <QSet>
+#include <QValidator>
+#include <algorithm>
+#include <iterator>
 
 #include "ui/windows/app_context.h"
 #include "ui/windows/layer_colours.h"
@@ -14,7 +18,9 @@
 namespace quillon::ui {
 namespace {
 
-/// Discards letters, with a beep.
+bool isDigit(QChar c) { return c >= '0' && c <= '9'; }
+
+/// Discards keys that type anything but digits, with a beep.
 class DigitFilter : public QObject {
  public:
   using QObject::QObject;
@@ -28,6 +34,40 @@ class DigitFilter : public QObject {
     QApplication::beep();
     return true;
   }
+};
+
+/// Discards texts that come without keys: pasted, dropped, or composed by an input method. They may
+/// add digits, or make the whole text a layer; taking away is free.
+class LayerValidator : public QValidator {
+ public:
+  LayerValidator(const settings::LayerRows& rows, QObject* parent)
+      : QValidator(parent), rows_(rows) {}
+
+  /// Accepts a text, whatever it is.
+  void allow(const QString& text) const {
+    seen_.insert(text);
+    last_ = text;
+  }
+
+  State validate(QString& text, int&) const override {
+    // Undoing brings back what was there already.
+    const bool fits = seen_.contains(text) || addsOnlyDigits(text) || rows_.isLayer(fromQt(text));
+    if (!fits) return Invalid;
+    allow(text);
+    return Acceptable;
+  }
+
+ private:
+  bool addsOnlyDigits(const QString& text) const {
+    const auto start = std::mismatch(text.begin(), text.end(), last_.begin(), last_.end());
+    const auto end = std::mismatch(text.rbegin(), std::make_reverse_iterator(start.first),
+                                   last_.rbegin(), std::make_reverse_iterator(start.second));
+    return std::all_of(start.first, end.first.base(), isDigit);
+  }
+
+  const settings::LayerRows& rows_;
+  mutable QString last_;
+  mutable QSet<QString> seen_;
 };
 
 /// The opened list finds an entry by any part of its text.
@@ -61,7 +101,7 @@ class SearchingList : public QListView {
 
 bool isLayerKey(int key, const QString& text) {
   if (text.isEmpty() || !text.front().isPrint()) return true;  // moves, deletes or confirms
-  return key == Qt::Key_Backspace || (text >= "0" && text <= "9");
+  return key == Qt::Key_Backspace || std::all_of(text.begin(), text.end(), isDigit);
 }
 
 QWidget* LayerDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
@@ -82,8 +122,14 @@ QWidget* LayerDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
   for (const std::string& entry : rows_.entries()) {
     list->addItem(layerSwatch(toQt(entry)), toQt(entry));
   }
-  list->lineEdit()->setObjectName("txtDXFLay");
-  list->lineEdit()->installEventFilter(new DigitFilter(list));
+  QLineEdit* const field = list->lineEdit();
+  field->setObjectName("txtDXFLay");
+  // The list has the focus and hands keys on to its field; a key may also go there directly.
+  auto* const filter = new DigitFilter(list);
+  list->installEventFilter(filter);
+  field->installEventFilter(filter);
+  field->setValidator(new LayerValidator(rows_, list));
+  connect(field, &QLineEdit::inputRejected, field, [] { QApplication::beep(); });
   auto* const self = const_cast<LayerDelegate*>(this);
   // A choice counts at once; the list stays until the cell is left.
   connect(list, &QComboBox::activated, self, [self, list] { Q_EMIT self->commitData(list); });
@@ -93,6 +139,8 @@ QWidget* LayerDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
 void LayerDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
   const QString text = index.data(Qt::EditRole).toString();
   if (auto* const list = qobject_cast<QComboBox*>(editor)) {
+    // A file may hold a number that cannot be typed here.
+    static_cast<const LayerValidator*>(list->validator())->allow(text);
     list->setCurrentIndex(list->findText(text, Qt::MatchExactly));
     list->setEditText(text);
     list->lineEdit()->selectAll();

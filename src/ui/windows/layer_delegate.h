@@ -1,17 +1,16 @@
 #pragma once
 
-#include <QStyledItemDelegate>
-
 #include "ui/settings/layer_rows.h"
+#include "ui/windows/whole_text_delegate.h"
 
 namespace quillon::ui {
 
 /// Edits the cells of the layer table: a text field for the DXF layer, a list to choose from or to
 /// type a number into for the EAGLE layer.
-class LayerDelegate : public QStyledItemDelegate {
+class LayerDelegate : public WholeTextDelegate {
  public:
   LayerDelegate(const settings::LayerRows& rows, QObject* parent)
-      : QStyledItemDelegate(parent), rows_(rows) {}
+      : WholeTextDelegate(parent), rows_(rows) {}
 
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const override;

@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QMessageBox>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -18,6 +19,7 @@
 #include "ui/windows/help_viewer.h"
 #include "ui/windows/question.h"
 #include "ui/windows/trap.h"
+#include "ui/windows/whole_text_delegate.h"
 
 namespace quillon::ui {
 namespace {
@@ -67,6 +69,7 @@ void LayerEditor::makeControls() {
   scanned_ = make<QListWidget>(*this, "lstScanDXF");
   scanned_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   scanned_->setUniformItemSizes(true);
+  scanned_->setItemDelegate(new WholeTextDelegate(scanned_));
   take_ = make<QPushButton>(*this, "btnTake");
   take_->setText("==>");
   labLayer_ = make<QLabel>(*this, "labLayer");
@@ -111,7 +114,9 @@ void LayerEditor::layOut() {
   layout->addLayout(buttons);
   constexpr int kColumns = 110;
   constexpr int kRows = 36;
-  resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kRows);
+  const QSize wanted(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kRows);
+  const QSize frame(fontMetrics().height(), 3 * fontMetrics().height());
+  resize(wanted.boundedTo(screen()->availableSize() - frame));
 }
 
 void LayerEditor::connectControls() {
@@ -172,6 +177,7 @@ void LayerEditor::loadResources() {
 }
 
 void LayerEditor::layerScanDXF(const QString& drawing) {
+  drawing_ = drawing;
   scanned_->clear();
   const resources::Texts texts = context_.texts();
   const convert::Messages messages(texts);
@@ -219,9 +225,20 @@ void LayerEditor::btnScan_Click() {
   grid_->refresh();
   markAssigned();
   ok_->setFocus();
+  tellOfAnotherKind();
   if (rows_.leftOut() == 0) return;
   QMessageBox::information(this, context_.text(1300),
                            context_.text(3160, {std::to_string(rows.size())}));
+}
+
+/// A file that holds no assignments because it is something else is read as empty.
+void LayerEditor::tellOfAnotherKind() {
+  const std::string path = fromQt(path_->text());
+  const convert::LayerFileKind kind = convert::layerFileKind(path, convert::readWholeFile(path));
+  if (kind == convert::LayerFileKind::LayerFile) return;
+  const resources::Texts texts = context_.texts();
+  QMessageBox::warning(this, context_.text(1302),
+                       toQt(convert::Messages(texts).notALayerFileText(path, kind)));
 }
 
 void LayerEditor::btnNew_Click() {
@@ -257,13 +274,22 @@ void LayerEditor::btnLayerbrowse_Click() {
   if (!path.isEmpty()) path_->setText(path);
 }
 
+/// The path that a new layer file is offered, or "" without a drawing.
+QString LayerEditor::newFileBesideDrawing() const {
+  const std::filesystem::path drawing = convert::findExisting(fromQt(drawing_));
+  if (drawing_.isEmpty() || !convert::namesFile(drawing)) return {};
+  return toQt(convert::layerFileBeside(convert::fromPath(std::filesystem::absolute(drawing))));
+}
+
 QString LayerEditor::askForPath() {
+  const QString offered = path_->text().isEmpty() ? newFileBesideDrawing() : QString();
   ObjFiledialog dialog(context_);
   dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
-  dialog.setFilename("*.LAY");
+  dialog.setFilename(offered.isEmpty() ? "*.LAY" : toQt(convert::lastComponent(fromQt(offered))));
   dialog.DefaultExt = "LAY";
   dialog.DialogTitle = context_.text(1305);
-  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(path_->text())));
+  const QString startPath = offered.isEmpty() ? path_->text() : offered;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(startPath)));
   return dialog.ShowSave(this);
 }
 
@@ -293,6 +319,8 @@ bool LayerEditor::saveLayers(QString path) {
   } catch (const convert::WriteError& error) {
     const std::string file = fromQt(path);
     failure = messages.unwritableText(file, convert::findForCreation(file), error.reason());
+  } catch (const convert::NotALayerFile& error) {
+    failure = messages.notALayerFileText(fromQt(path), error.kind());
   } catch (const dxf::ReadError& error) {
     failure = messages.unreadableText(fromQt(path), messages.reasonText(error.reason()));
   }
@@ -309,6 +337,8 @@ bool LayerEditor::saveLayers(QString path) {
 /// Names the rows that do not stand in the file as they stand in the table.
 void LayerEditor::tellWhatIsMissing() {
   constexpr int kMostNames = 10;
+  // A long name has nowhere to break, so a message box would cut it.
+  const int widest = fontMetrics().averageCharWidth() * 50;
   QStringList names;
   for (const convert::LayerRow& row : rows_.rows()) {
     if (row.name.empty() || (convert::isSaved(row) && convert::fitsLayerFile(row.name))) continue;
@@ -316,22 +346,34 @@ void LayerEditor::tellWhatIsMissing() {
       names << QStringLiteral("…");
       break;
     }
-    names << toQt(convert::quotable(row.name));
+    // Escapes make a name several times as long; the middle goes before they are made.
+    const QString name = fontMetrics().elidedText(toQt(row.name), Qt::ElideMiddle, widest);
+    names << toQt(convert::quotable(fromQt(name)));
   }
   if (names.isEmpty()) return;
   QMessageBox::information(this, context_.text(1300),
                            context_.text(3162, {fromQt(names.join(", "))}));
 }
 
-bool LayerEditor::mayDiscard() {
+/// What became of rows that are not saved, by the answer to a question of the string table.
+LayerEditor::Unsaved LayerEditor::askAboutUnsaved(int question) {
   grid_->commit();
-  if (!rows_.modified()) return true;
+  if (!rows_.modified()) return Unsaved::Nothing;
   const auto answer =
-      askQuestion(context_, this, context_.text(1300), context_.text(1301),
+      askQuestion(context_, this, context_.text(1300), context_.text(question),
                   QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
-  if (answer == QMessageBox::No) return true;
+  if (answer == QMessageBox::No) return Unsaved::Left;
   // What could not be saved is not lost; without an answer nothing is done.
-  return answer == QMessageBox::Yes && saveLayers(path_->text());
+  const bool saved = answer == QMessageBox::Yes && saveLayers(path_->text());
+  return saved ? Unsaved::Saved : Unsaved::Kept;
+}
+
+bool LayerEditor::mayDiscard() { return askAboutUnsaved(1301) != Unsaved::Kept; }
+
+bool LayerEditor::offerToSave() {
+  const Unsaved rows = askAboutUnsaved(3230);
+  if (rows == Unsaved::Saved) accepted_(path_->text());
+  return rows != Unsaved::Kept;
 }
 
 void LayerEditor::OKButton_Click() {

@@ -30,6 +30,9 @@ class LayerEditor : public QDialog {
   void layerScanDXF(const QString& drawing);
   /// Saves the table; asks for a file when the path is empty. False when nothing was saved.
   bool saveLayers(QString path);
+  /// Asks whether a table that is not saved shall be saved and used, before a conversion starts.
+  /// False to start none.
+  bool offerToSave();
 
  protected:
   void reject() override;
@@ -37,6 +40,8 @@ class LayerEditor : public QDialog {
  private:
   /// Asks what to do with a table that is not saved. False to go on with it.
   bool mayDiscard();
+  enum class Unsaved { Nothing, Saved, Left, Kept };
+  Unsaved askAboutUnsaved(int question);
   void makeControls();
   void layOut();
   void connectControls();
@@ -48,12 +53,15 @@ class LayerEditor : public QDialog {
   void OKButton_Click();
   void markAssigned();
   void tellWhatIsMissing();
+  void tellOfAnotherKind();
   bool namesFile() const;
   QString askForPath();
+  QString newFileBesideDrawing() const;
 
   AppContext& context_;
   std::function<void(QString)> accepted_;
   settings::LayerRows rows_;
+  QString drawing_;  ///< whose layers are listed
   ToolTipTable toolTips_;
   QLabel* labLay_;
   QLineEdit* path_;

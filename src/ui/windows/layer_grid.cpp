@@ -97,10 +97,11 @@ void LayerGrid::cellEdited(int row, int column) {
   } else {
     // Several selected rows get the layer together.
     const QList<int> selected = selectedRows();
-    if (selected.contains(row)) {
+    const bool taken = rows_.setLayer(at(row), text);
+    if (!taken) QApplication::beep();
+    if (taken && selected.contains(row)) {
       for (const int other : selected) rows_.setLayer(at(other), text);
     }
-    rows_.setLayer(at(row), text);
   }
   changed();
 }
@@ -135,16 +136,20 @@ void LayerGrid::pasteText(const QString& text) {
   int row = selected.isEmpty() ? std::max(currentRow(), 0) : selected.front();
   QStringList lines = QString(text).remove('\r').split('\n');
   if (lines.back().isEmpty()) lines.pop_back();
+  bool taken = true;
   for (const QString& line : lines) {
     if (row == kRowCount) break;
     const QStringList cells = line.split('\t');
     // One column goes where the cursor is, two are names and their layers.
     const bool layersOnly = cells.size() == 1 && currentColumn() == kLayer;
     if (!layersOnly) rows_.setName(at(row), fromQt(cells.front().trimmed()));
-    if (layersOnly || cells.size() > 1) rows_.setLayer(at(row), fromQt(cells.last().trimmed()));
+    if (layersOnly || cells.size() > 1) {
+      taken = rows_.setLayer(at(row), fromQt(cells.last().trimmed())) && taken;
+    }
     if (rows_.isDuplicate(at(row))) uncheckedRow_ = row;
     ++row;
   }
+  if (!taken) QApplication::beep();
   changed();
   warnOfDuplicate();
 }

@@ -207,6 +207,10 @@ convert::ConversionResult MainWindow::befStart_Click() {
   const auto step = [this](const std::function<void()>& action) {
     return attempt(context_, kModule, "befStart_Click", action, errors::kEveryContinuation);
   };
+  bool wanted = false;
+  if (!step([&] { wanted = layerEditor_ == nullptr || layerEditor_->offerToSave(); }))
+    return result;
+  if (!wanted) return result;
   if (step([&] { result = convertShown(); })) step([&] { showResult(result); });
   return result;
 }

@@ -85,6 +85,30 @@ TEST_F(LayerRowsTest, ATypedNumberBecomesItsEntry) {
   EXPECT_EQ(rows.row(0).layer, "0");
 }
 
+TEST_F(LayerRowsTest, TakeALayerThatIsAnEntryOrBeginsWithANumberOfItsOwn) {
+  rows.setLayer(0, "20");
+  for (const char* text : {"2o0", "x", "20x", "a20", "1.2.3", "-", ".", "٣"}) {
+    EXPECT_FALSE(rows.setLayer(0, text)) << text;
+    EXPECT_EQ(rows.row(0).layer, "20 Dimension (B)") << text;
+  }
+  EXPECT_TRUE(rows.setLayer(0, " Nutzerdefiniert"));
+  EXPECT_EQ(rows.row(0).layer, " Nutzerdefiniert");
+  EXPECT_TRUE(rows.setLayer(0, "100 Nutzerdefiniert"));
+  EXPECT_EQ(rows.row(0).layer, "100 Userdefined");
+  EXPECT_TRUE(rows.setLayer(0, "16.7"));
+  EXPECT_EQ(rows.row(0).layer, "16.7");
+  EXPECT_TRUE(rows.setLayer(0, "300"));
+  EXPECT_EQ(rows.row(0).layer, "300");
+  EXPECT_TRUE(rows.setLayer(0, ""));
+  EXPECT_EQ(rows.row(0).layer, "");
+}
+
+TEST_F(LayerRowsTest, KeepALayerOfTheFileThatIsEnteredUnchanged) {
+  rows.load({{"a", "-3"}});
+  EXPECT_TRUE(rows.setLayer(0, "-3"));
+  EXPECT_FALSE(rows.modified());
+}
+
 TEST_F(LayerRowsTest, NamesAreDuplicatesInAnyCase) {
   rows.setName(0, "Outline");
   rows.setName(7, "OUTLINE");

@@ -118,12 +118,13 @@ TEST_F(ConversionTest, TheWindowGrowsForALongResult) {
   const std::string name(120, 'x');
   draw(name + ".dxf");
   window.show();
-  QTest::qWait(20);
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
   EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
-  QTest::qWait(20);
   const auto& text = find<QLabel>(window, "labResult");
-  EXPECT_GE(text.height(), text.heightForWidth(text.width()))
-      << text.width() << " in " << window.width() << " x " << window.height() << ", which wants "
+  EXPECT_TRUE(QTest::qWaitFor([&text] {
+    return text.height() >= text.heightForWidth(text.width());
+  })) << text.width()
+      << " in " << window.width() << " x " << window.height() << ", which wants "
       << window.layout()->totalHeightForWidth(window.width()) << fromQt(text.text());
 }
 
@@ -296,22 +297,22 @@ TEST_F(ConversionTest, ShowsTheProgressAndDisablesTheWindowMeanwhile) {
 TEST_F(ConversionTest, ACancelAnswersAtOnce) {
   drawEndless();
   window.show();
-  // The least of several runs: what else the machine does must not decide.
-  qint64 least = 1000;
+  // The least processor time of several runs: what else the machine does must not decide.
+  double least = 1.0;
   for (int run = 0; run < 5; ++run) {
     std::filesystem::remove(folder.file("endless.scr"));
-    QElapsedTimer sinceCancel;
-    QTimer::singleShot(50, &timers, [this, &sinceCancel] {
-      sinceCancel.start();
+    double cancelledAt = 0.0;
+    QTimer::singleShot(50, &timers, [this, &cancelledAt] {
+      cancelledAt = testing::processorSeconds();
       QTest::keyClick(&find<ProgressDialog>(window, "frmDxf_msg"), Qt::Key_Escape);
     });
     whenModal<QMessageBox>([&](QMessageBox& box) {
-      least = std::min(least, sinceCancel.elapsed());
+      least = std::min(least, testing::processorSeconds() - cancelledAt);
       box.accept();
     });
     EXPECT_EQ(window.befStart_Click().outcome, Outcome::Cancelled);
   }
-  EXPECT_LT(least, 100 * testing::patience());
+  EXPECT_LT(least, 0.1 * testing::patience());
 }
 
 TEST_F(ConversionTest, ADrawingWithoutAnEndOfObjectsWaitsForTheCancel) {

@@ -166,9 +166,11 @@ TEST_F(ErrorWindowTest, AsksBeforeItReplacesAProtocol) {
   EXPECT_EQ(folder.read("program/quillon.ERR"), "old");
   modalWindows = 0;
   fail([this](ErrorWindow& window) {
-    whenAsked(QMessageBox::Yes);
-    // The second question is the note that it was written.
-    QTimer::singleShot(50, &timers, [this] { whenAsked(QMessageBox::Ok); });
+    whenModal<QMessageBox>([this](QMessageBox& question) {
+      // The second box is the note that it was written.
+      whenAsked(QMessageBox::Ok);
+      question.button(QMessageBox::Yes)->click();
+    });
     clickAndLeave(window, "cmdProtocol_0");
     expectedWindows = 3;
   });

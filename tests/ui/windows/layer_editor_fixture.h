@@ -16,6 +16,7 @@ class LayerEditorTest : public WindowTest {
     editor = std::make_unique<LayerEditor>(
         context, file, [this](const QString& path) { accepted << path; }, nullptr);
     editor->show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(editor.get()));
     return *editor;
   }
   LayerGrid& grid() { return *static_cast<LayerGrid*>(&find<QTableWidget>(*editor, "grdLayers")); }
@@ -63,6 +64,10 @@ class LayerEditorTest : public WindowTest {
     QTest::mousePress(grid().viewport(), Qt::RightButton, {}, place);
     QContextMenuEvent event(QContextMenuEvent::Mouse, place, grid().viewport()->mapToGlobal(place));
     QApplication::sendEvent(grid().viewport(), &event);
+  }
+  /// Types as a user does: every key goes to the widget that has the focus by then.
+  static void typeWhereTheFocusIs(const QString& text) {
+    for (const QChar c : text) QTest::keyClick(QApplication::focusWidget(), c.toLatin1());
   }
   /// Types into a cell and confirms with Enter.
   void type(int row, int column, const QString& text) {

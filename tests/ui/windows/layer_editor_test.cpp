@@ -1,6 +1,10 @@
 #include "ui/windows/layer_editor.h"
 
+#include <QHelpEvent>
+#include <QToolTip>
+
 #include "support/timing.h"
+#include "ui/windows/cut_texts.h"
 #include "ui/windows/layer_editor_fixture.h"
 
 namespace quillon::ui {
@@ -35,6 +39,14 @@ TEST_F(LayerEditorTest, ListsTheLayersOfTheDrawingAndChecksThoseInTheTable) {
   EXPECT_EQ(scanned().item(1)->checkState(), Qt::Unchecked);
   editor->layerScanDXF(path("none.dxf"));
   EXPECT_EQ(scanned().count(), 0);
+}
+
+TEST_F(LayerEditorTest, ListsTheLayersInUseOfADrawingThatDeclaresNone) {
+  testing::DxfBuilder dxf;
+  dxf.entity("POINT", {{8, "Outline"}, {10, "0"}, {20, "0"}});
+  open().layerScanDXF(toQt(folder.write("a.dxf", dxf.text())));
+  ASSERT_EQ(scanned().count(), 1);
+  EXPECT_EQ(scanned().item(0)->text(), "OUTLINE");
 }
 
 TEST_F(LayerEditorTest, TakesSelectedLayersOnce) {
@@ -93,6 +105,23 @@ TEST_F(LayerEditorTest, NamesTheRowsThatTheFileCannotHold) {
             "cannot hold: ŁĄKA, none, far");
 }
 
+TEST_F(LayerEditorTest, LongNamesOfRowsDoNotCutAMessage) {
+  open();
+  grid().setCurrentCell(0, 0);
+  grid().pasteText("A" + QString("X").repeated(250) + "Z\t300");
+  QString cut;
+  whenModal<QMessageBox>([this, &cut](QMessageBox& box) {
+    boxText = box.text();
+    cut = cutTexts(box).join(", ");
+    box.accept();
+  });
+  EXPECT_TRUE(editor->saveLayers(path("a.lay")));
+  EXPECT_EQ(cut, "");
+  EXPECT_TRUE(boxText.contains("AXXXX")) << fromQt(boxText);
+  EXPECT_TRUE(boxText.contains("XXX…XXX")) << fromQt(boxText);
+  EXPECT_TRUE(boxText.endsWith("XXXXZ")) << fromQt(boxText);
+}
+
 TEST_F(LayerEditorTest, AModifiedTableIsNotDiscardedWithoutAsking) {
   writeLayers(1);
   open(path("a.lay"));
@@ -131,6 +160,62 @@ TEST_F(LayerEditorTest, SavesUnderANewName) {
   click(*editor, "btnSave");
   EXPECT_EQ(folder.read("new.LAY"), "[1]\r\nlayername=Outline\r\nlayernr=20\r\n");
   EXPECT_EQ(pathField().text(), path("new.LAY"));
+}
+
+TEST_F(LayerEditorTest, ADrawingIsNotTakenForALayerFile) {
+  const QString drawing = toQt(writeDrawing("part.dxf"));
+  const std::string before = folder.read("part.dxf");
+  open();
+  type(0, 0, "Outline");
+  type(0, 1, "20");
+  pathField().setText(drawing);
+  whenAsked(QMessageBox::Ok);
+  click(*editor, "btnSave");
+  EXPECT_EQ(boxTitle, "Error");
+  EXPECT_EQ(boxText, drawing +
+                         " is not a layer assignment file but a DXF drawing. Please choose "
+                         "another file.");
+  EXPECT_EQ(folder.read("part.dxf"), before);
+  // Nor does OK hand it over as saved.
+  whenModal<QMessageBox>([this](QMessageBox& box) {
+    whenAsked(QMessageBox::Ok);
+    box.button(QMessageBox::Yes)->click();
+  });
+  click(*editor, "OKButton");
+  EXPECT_EQ(modalWindows, 3);
+  EXPECT_TRUE(editor->isVisible());
+  EXPECT_TRUE(accepted.isEmpty());
+  EXPECT_EQ(folder.read("part.dxf"), before);
+}
+
+TEST_F(LayerEditorTest, SaysWhatAFileIsThatHoldsNoAssignments) {
+  using std::string_literals::operator""s;
+  const std::vector<std::pair<std::string, const char*>> files = {
+      {"0\nSECTION\n", "a DXF drawing"},
+      {"AutoCAD Binary DXF\r\n", "a binary DXF file"},
+      {"AC1015\0"s, "a DWG drawing"},
+      {"\0\0"s, "a binary file"},
+      {"Set Undo_Log off;\n", "another kind of text file"}};
+  open();
+  for (const auto& [bytes, kind] : files) {
+    folder.write("a.lay", bytes);
+    pathField().setText(path("a.lay"));
+    whenAsked(QMessageBox::Ok);
+    click(*editor, "btnScan");
+    EXPECT_EQ(boxText, path("a.lay") + " is not a layer assignment file but " + kind +
+                           ". Please choose another file.");
+  }
+  context.LanguageOffset = resources::kGerman;
+  const std::array<const char*, 5> german = {"eine DXF-Zeichnung", "eine binäre DXF-Datei",
+                                             "eine DWG-Zeichnung", "eine Binärdatei",
+                                             "eine andere Textdatei"};
+  for (std::size_t i = 0; i < german.size(); ++i) {
+    folder.write("a.lay", files[i].first);
+    whenAsked(QMessageBox::Ok);
+    click(*editor, "btnScan");
+    EXPECT_EQ(boxText, path("a.lay") + " ist keine Layerzuweisungsdatei, sondern " + german[i] +
+                           ". Bitte eine andere Datei wählen.");
+  }
 }
 
 TEST_F(LayerEditorTest, ACancelledSaveSavesNothing) {
@@ -242,6 +327,30 @@ TEST_F(LayerEditorTest, TellsThatTheHelpIsMissing) {
   click(*editor, "befHilfe");
   EXPECT_EQ(boxTitle, "File Error");
   EXPECT_EQ(boxText, "Can't find Help file");
+}
+
+TEST_F(LayerEditorTest, WholeNamesAreToolTipsWhereTheyAreCut) {
+  const std::string name = "A-" + std::string(200, 'X') + "<B>";
+  testing::DxfBuilder dxf;
+  dxf.layer(name).layer("SHORT");
+  open().layerScanDXF(toQt(folder.write("a.dxf", dxf.text())));
+  scanned().selectAll();
+  click(*editor, "btnTake");
+  const auto tip = [](const QAbstractItemView& list, const QRect& entry) {
+    const QPoint place(30, entry.center().y());
+    QHelpEvent help(QEvent::ToolTip, place, list.viewport()->mapToGlobal(place));
+    QApplication::sendEvent(list.viewport(), &help);
+    return QToolTip::text();
+  };
+  const auto listed = [this](int row) { return scanned().visualItemRect(scanned().item(row)); };
+  const auto tabled = [this](int row) { return grid().visualItemRect(grid().item(row, 0)); };
+  // As plain text: a name is not markup.
+  const QString whole = "<qt>" + toQt(name).toHtmlEscaped() + "</qt>";
+  EXPECT_EQ(tip(scanned(), listed(0)), whole);
+  EXPECT_EQ(tip(scanned(), listed(1)), scanned().toolTip());
+  EXPECT_EQ(tip(grid(), tabled(0)), whole);
+  EXPECT_EQ(tip(grid(), tabled(1)), grid().toolTip());
+  QToolTip::hideText();
 }
 
 TEST_F(LayerEditorTest, ThousandsOfLayersStayInstant) {

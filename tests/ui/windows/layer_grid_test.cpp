@@ -1,5 +1,7 @@
 #include "ui/windows/layer_grid.h"
 
+#include <QInputMethodEvent>
+
 #include "ui/windows/layer_editor_fixture.h"
 
 namespace quillon::ui {
@@ -28,6 +30,115 @@ TEST_F(LayerGridTest, LettersAreDiscardedInTheLayerColumn) {
   EXPECT_EQ(cell(1, 1), "");
   settle();
   EXPECT_EQ(grid().findChild<QLineEdit*>("txtDXFLay"), nullptr);
+}
+
+TEST_F(LayerGridTest, LettersAreDiscardedInEveryKeyOfAnEdit) {
+  open();
+  grid().setFocus();
+  grid().setCurrentCell(0, 1);
+  typeWhereTheFocusIs("a2x0b");
+  EXPECT_EQ(openedList().currentText(), "20");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  settle();
+  EXPECT_EQ(cell(0, 1), "20 Dimension (B)");
+  EXPECT_EQ(grid().currentRow(), 1);
+  typeWhereTheFocusIs("2o0");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  settle();
+  EXPECT_EQ(cell(1, 1), "20 Dimension (B)");
+}
+
+TEST_F(LayerGridTest, DigitsAndBackspaceChangeAnEntry) {
+  writeLayers(1);
+  open(path("a.lay"));
+  grid().setFocus();
+  grid().setCurrentCell(0, 1);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F2);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backspace);
+  typeWhereTheFocusIs("x1");
+  EXPECT_EQ(openedList().currentText(), "10 Dimension (B)");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  settle();
+  EXPECT_EQ(cell(0, 1), "10 Route10 (B)");
+  // What is neither a number nor an entry any more is not taken.
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F2);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home);
+  for (int i = 0; i < 3; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
+  EXPECT_EQ(openedList().currentText(), "Route10 (B)");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  settle();
+  EXPECT_EQ(cell(0, 1), "10 Route10 (B)");
+}
+
+TEST_F(LayerGridTest, PastedLettersAreDiscardedInACell) {
+  open();
+  doubleClick(0, 1);
+  QGuiApplication::clipboard()->setText("2o0");
+  QTest::keySequence(QApplication::focusWidget(), QKeySequence::Paste);
+  EXPECT_EQ(openedList().currentText(), "");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_4);
+  QTest::keySequence(QApplication::focusWidget(), QKeySequence::Paste);
+  EXPECT_EQ(openedList().currentText(), "4");
+  QGuiApplication::clipboard()->setText("5");
+  QTest::keySequence(QApplication::focusWidget(), QKeySequence::Paste);
+  EXPECT_EQ(openedList().currentText(), "45");
+  QTest::keySequence(QApplication::focusWidget(), QKeySequence::Undo);
+  QTest::keySequence(QApplication::focusWidget(), QKeySequence::Redo);
+  EXPECT_EQ(openedList().currentText(), "45");
+  QTest::keySequence(QApplication::focusWidget(), QKeySequence::SelectAll);
+  QGuiApplication::clipboard()->setText("16 Bottom (B)");
+  QTest::keySequence(QApplication::focusWidget(), QKeySequence::Paste);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  settle();
+  EXPECT_EQ(cell(0, 1), "16 Bottom (B)");
+}
+
+TEST_F(LayerGridTest, PastedLettersAreDiscardedInACellWhoseNumberIsNoLayer) {
+  folder.write("a.lay", "[1]\nlayername=A\nlayernr=-3\n");
+  open(path("a.lay"));
+  doubleClick(0, 1);
+  QGuiApplication::clipboard()->setText("x");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_End);
+  QTest::keySequence(QApplication::focusWidget(), QKeySequence::Paste);
+  EXPECT_EQ(openedList().currentText(), "-3");
+}
+
+TEST_F(LayerGridTest, LettersOfAnInputMethodAreDiscarded) {
+  open();
+  grid().setFocus();
+  grid().setCurrentCell(0, 1);
+  const auto compose = [](const QString& text) {
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QApplication::sendEvent(QApplication::focusWidget(), &event);
+  };
+  compose("2o0");
+  compose("2");
+  compose("x");
+  compose("0");
+  EXPECT_EQ(openedList().currentText(), "20");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  settle();
+  EXPECT_EQ(cell(0, 1), "20 Dimension (B)");
+}
+
+TEST_F(LayerGridTest, RowsArePastedWithoutLayersThatAreNone) {
+  open();
+  grid().setFocus();
+  grid().setCurrentCell(0, 0);
+  QGuiApplication::clipboard()->setText("A\t2o0\nB\tlayer\nC\t16\nD\t100 Nutzerdefiniert\n");
+  QTest::keySequence(QApplication::focusWidget(), QKeySequence::Paste);
+  EXPECT_EQ(cell(0, 0) + "=" + cell(0, 1), "A=");
+  EXPECT_EQ(cell(1, 0) + "=" + cell(1, 1), "B=");
+  EXPECT_EQ(cell(2, 0) + "=" + cell(2, 1), "C=16 Bottom (B)");
+  EXPECT_EQ(cell(3, 0) + "=" + cell(3, 1), "D=100 Userdefined");
+  QGuiApplication::clipboard()->setText("17x");
+  grid().setCurrentCell(2, 1);
+  QTest::keySequence(QApplication::focusWidget(), QKeySequence::Paste);
+  EXPECT_EQ(cell(2, 1), "16 Bottom (B)");
 }
 
 TEST_F(LayerGridTest, ChoosesALayerFromTheList) {

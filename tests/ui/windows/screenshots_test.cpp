@@ -120,6 +120,27 @@ TEST_P(ScreenshotTest, LayerEditor) {
   shoot(window);
 }
 
+TEST_P(ScreenshotTest, LayerEditorOnASmallScreen) {
+  testing::DxfBuilder dxf;
+  dxf.layer("OUTLINE").layer("A-LAYER-WITH-A-NAME-THAT-IS-LONGER-THAN-THE-LIST-IS-WIDE");
+  LayerEditor window(
+      context, {}, [](const QString&) {}, nullptr);
+  window.layerScanDXF(toQt(folder.write("a.dxf", dxf.text())));
+  const QSize screen = window.screen()->availableSize().expandedTo(window.minimumSizeHint());
+  EXPECT_LE(window.width(), screen.width());
+  EXPECT_LE(window.height(), screen.height());
+  // 1280 x 1024 at double scale, less what the desktop takes of it.
+  window.resize(620, 440);
+  window.setObjectName("frmLayers-small");
+  shoot(window);
+  EXPECT_LE(window.width(), 620);
+  EXPECT_LE(window.height(), 440);
+  for (const QPushButton* const button : window.findChildren<QPushButton*>()) {
+    const QRect place(button->mapTo(&window, QPoint()), button->size());
+    EXPECT_TRUE(window.rect().contains(place)) << fromQt(button->objectName());
+  }
+}
+
 TEST_P(ScreenshotTest, Help) {
   HelpViewer window(QUILLON_HELP);
   window.showPage(context.LanguageOffset + kMainWindowHelp);

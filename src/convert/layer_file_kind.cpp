@@ -1,0 +1,72 @@
+#include "convert/layer_file_kind.h"
+
+#include <algorithm>
+
+#include "convert/ini_line.h"
+#include "convert/input_check.h"
+
+namespace quillon::convert {
+namespace {
+
+/// What the lines of an INI file say about it.
+struct Lines {
+  bool any = false;         ///< one that is not empty
+  bool assignment = false;  ///< a layer's name in a section of assignments
+  bool foreign = false;     ///< one that no INI file has
+};
+
+Lines inspect(std::string_view bytes) {
+  Lines lines;
+  bool inAssignment = false;
+  while (!bytes.empty()) {
+    const std::string_view text = takeIniLine(bytes);
+    if (text.find_first_not_of(" \t") == std::string_view::npos) continue;
+    lines.any = true;
+    const IniLine line = parseIniLine(text);
+    if (line.kind == IniLine::Kind::Section) inAssignment = isAssignmentSection(line.name);
+    if (line.kind != IniLine::Kind::Key) continue;
+    lines.assignment = lines.assignment || (inAssignment && foldedName(line.name) == "LAYERNAME");
+    lines.foreign = lines.foreign || text.find('=') == std::string_view::npos;
+  }
+  return lines;
+}
+
+/// True for a text with the "SECTION" of a DXF drawing among its first lines.
+bool isDxf(std::string_view text) {
+  text = text.substr(0, kCheckedBytes);
+  for (bool afterZero = false; !text.empty();) {
+    const std::string line = foldedName(takeIniLine(text));
+    if (afterZero && line == "SECTION") return true;
+    afterZero = line == "0";
+  }
+  return false;
+}
+
+bool isNamedLay(std::string_view path) { return foldedName(path).ends_with(".LAY"); }
+
+}  // namespace
+
+LayerFileKind layerFileKind(std::string_view path, std::string_view bytes) {
+  switch (checkInput(bytes.substr(0, kCheckedBytes))) {
+    case InputKind::BinaryDxf:
+      return LayerFileKind::BinaryDxf;
+    case InputKind::Dwg:
+      return LayerFileKind::Dwg;
+    default:
+      break;
+  }
+  if (bytes.find('\0') != std::string_view::npos) return LayerFileKind::Binary;
+  bytes = withoutByteOrderMark(bytes);
+  const Lines lines = inspect(bytes);
+  if (!lines.any || lines.assignment || (!lines.foreign && isNamedLay(path))) {
+    return LayerFileKind::LayerFile;
+  }
+  return isDxf(bytes) ? LayerFileKind::Dxf : LayerFileKind::OtherText;
+}
+
+bool isAssignmentSection(std::string_view name) {
+  return !name.empty() &&
+         std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+}  // namespace quillon::convert
