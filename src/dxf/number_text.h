@@ -18,6 +18,9 @@ constexpr std::string_view trimBlanks(std::string_view text) {
 /// fit; text without digits gives 0. Too large for a double gives infinity, too small gives 0.
 double numberValue(std::string_view text);
 
+/// True when the text as a whole is a decimal number, with blanks at its ends perhaps.
+bool isNumber(std::string_view text);
+
 /// numberValue rounded half to even to 16 bits; `fits` is false (and the result 0) when the number
 /// lies outside.
 std::int16_t roundedInteger16(double value, bool& fits);
