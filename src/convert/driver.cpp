@@ -14,6 +14,7 @@
 #include "convert/output_file.h"
 #include "convert/paths.h"
 #include "convert/report.h"
+#include "convert/summary.h"
 #include "convert/target_commands.h"
 #include "convert/temporary_file.h"
 #include "dxf/line_reader.h"
@@ -297,6 +298,9 @@ class Conversion {
     if (result_.outcome == Outcome::Cancelled) {
       host_.tell(lineLimitReached_ ? messages_.lineLimit(result_.dxfFile, surroundings_.maxLines)
                                    : messages_.cancelled(result_.dxfFile, result_.linesRead));
+    }
+    if (result_.outcome == Outcome::Converted && nothingConverted(result_)) {
+      host_.tell(messages_.nothingConverted(result_.dxfFile));
     }
     if (result_.rangeWarning) host_.tell(messages_.outOfRange(result_.dxfFile));
     if (job_.report) host_.showReport(result_.report);

@@ -102,6 +102,11 @@ Message Messages::lineLimit(std::string_view drawing, std::uint64_t lines) const
   return {MessageKind::Warning, std::string(texts_(2805)), text, text};
 }
 
+Message Messages::nothingConverted(std::string_view drawing) const {
+  const std::string text = texts_(3080, {quotable(drawing)});
+  return {MessageKind::Warning, std::string(texts_(2805)), text, text};
+}
+
 Message Messages::scriptError(std::string_view script, std::string detail) const {
   return {MessageKind::Error, std::string(texts_(2814)), aroundPath(2812, script, 2813),
           std::move(detail)};

@@ -26,6 +26,8 @@ class Messages {
   Message scaleIsZero() const;
   Message outOfRange(std::string_view drawing) const;
   Message cancelled(std::string_view drawing, std::uint64_t line) const;
+  /// The drawing has entities, and none of them was converted.
+  Message nothingConverted(std::string_view drawing) const;
   /// The script has as many lines as it may have.
   Message lineLimit(std::string_view drawing, std::uint64_t lines) const;
   /// The error handler's message: the script could not be made, for the reason in `detail`.

@@ -308,7 +308,7 @@ TEST_F(ProgramTest, EscapesControlCharactersBeyondAsciiOfAnEntityName) {
   write("part.dxf", dxf);
   const testing::ProgramResult result = run({"part.dxf"});
   EXPECT_EQ(result.exitCode, 0);
-  EXPECT_NE(result.error.find("not recognised: X"), std::string::npos);
+  EXPECT_NE(result.error.find("Not recognised and left out: X"), std::string::npos);
   EXPECT_EQ(result.error.find("\xC2\x9D"), std::string::npos);
 }
 
@@ -324,15 +324,6 @@ TEST_F(ProgramTest, NamesTheWholePathOfTheScriptForEagle) {
                         "/" + path + "part.scr'\n"),
       std::string::npos)
       << result.error;
-}
-
-TEST_F(ProgramTest, NamesTheKindsThatItDoesNotRecognise) {
-  testing::DxfBuilder dxf = oneLine();
-  dxf.entity("HATCH", {{8, "0"}}).entity("IMAGE", {{8, "0"}}).entity("HATCH", {{8, "0"}});
-  write("part.dxf", dxf);
-  const testing::ProgramResult result = run({"part.dxf"});
-  EXPECT_TRUE(result.error.starts_with(
-      "part.dxf: 1 entities converted, not recognised: HATCH 2, IMAGE 1\n"));
 }
 
 TEST_F(ProgramTest, WarnsAboutCoordinatesOutOfRangeAndConvertsThem) {

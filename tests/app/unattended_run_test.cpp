@@ -48,11 +48,18 @@ TEST_F(UnattendedTest, AScriptThatIsNotNamedGoesBesideItsDrawing) {
 }
 
 TEST_F(UnattendedTest, WhatIsLeftOutIsNamed) {
-  folder.write("part.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\nx\n0\n  0\nENDSEC\n  0\nEOF\n");
+  folder.write("part.dxf",
+               "  0\nSECTION\n  2\nENTITIES\n  0\nHATCH\n  8\n0\n  0\nLINE\nx\n0\n  0\nENDSEC\n"
+               "  0\nEOF\n");
   const testing::ProgramResult result = run({"/x:part.dxf", "/s:out.scr", "/ru"});
   EXPECT_TRUE(result.error.ends_with(
-      "lines written\nLeft out because the drawing is damaged: 1 (first damage in line 7)\n"))
+      "lines written\n"
+      "quillon: Warning: part.dxf: Left out because the drawing is damaged: 1 (first damage in "
+      "line 11)\nquillon: Warning: part.dxf: Not recognised and left out: HATCH 1\n"))
       << result.error;
+  EXPECT_NE(result.error.find("quillon: Warning: Nothing was converted: all entities of part.dxf "
+                              "were left out."),
+            std::string::npos);
 }
 
 TEST_F(UnattendedTest, OptionsReplaceTheSettings) {
