@@ -37,7 +37,7 @@ class BlockLibrary : public emit::BlockParts {
   /// True when a block of this name was inserted in the drawing.
   bool wasInserted(std::string_view blockName) const { return inserted_.contains(blockName); }
   /// The parts of a block by name, in order of creation.
-  std::vector<std::string> partNames(std::string_view blockName) const;
+  const std::vector<std::string>& partNames(std::string_view blockName) const;
 
  private:
   using Key = std::tuple<std::string_view, double, double, double>;

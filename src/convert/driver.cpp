@@ -108,8 +108,10 @@ class Conversion {
     commands.writeScriptTrailer();
     script.flush();
     collect(script, translator);
-    result_.report =
-        buildReport(job_, result_, *drawing_, layers, library, texts_, surroundings_.now());
+    if (job_.report) {
+      result_.report =
+          buildReport(job_, result_, *drawing_, layers, library, texts_, surroundings_.now());
+    }
     output_->commit();
     finish();
   }

@@ -113,6 +113,8 @@ struct Drawing {
   std::uint64_t lineInBlocks(const char* position) const;
 
   void addLayer(LayerRec layer);
+  /// Whether a layer is the first one of its name.
+  bool isFirstLayer(std::size_t index) const;
   void addLineType(const LineTypeRec& lineType);
   void addBlock(const BlockRec& block);
 
