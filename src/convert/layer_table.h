@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "dxf/drawing.h"
+#include "dxf/text_hash.h"
 #include "emit/translator.h"
 
 namespace quillon::convert {
@@ -21,7 +23,7 @@ class LayerTable {
   std::size_t size() const { return size_; }
 
  private:
-  std::unordered_map<std::string, std::string> layers_;
+  std::unordered_map<std::string, std::string, dxf::TextHash, std::equal_to<>> layers_;
   std::size_t size_ = 0;
 };
 
