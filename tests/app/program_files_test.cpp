@@ -234,6 +234,17 @@ TEST_F(ProgramTest, OneByteAtTheEndOfALargeDrawingDecidesOnTheEncodingOfItsFirst
   EXPECT_EQ(firstText({"-"}, dxf.text()), "\xF8");
 }
 
+TEST_F(ProgramTest, ADrawingFromAPipeGivesTheScriptOfItsFile) {
+  testing::DxfBuilder dxf;
+  dxf.header("$ACADVER", 1, "AC1021");
+  // The line break within a character takes that away, so the drawing is not UTF-8.
+  dxf.entity("TEXT", {{8, "0"}, {40, "1"}, {1, "%%c\xC3\r\xA4"}});
+  write("part.dxf", dxf);
+  const std::string script = run({"part.dxf", "-o", "-", "--name", ""}).output;
+  EXPECT_NE(script.find("Text R0 '\xF8\xC3\xA4 '"), std::string::npos) << script;
+  EXPECT_EQ(run({"-"}, dxf.text()).output, script);
+}
+
 TEST_F(ProgramTest, RefusesADrawingNameThatAScriptCannotHold) {
   write("part.dxf", oneLine());
   expectResult(run({"part.dxf", "--name", "it's\n"}), 1, "",
