@@ -66,7 +66,7 @@ class Conversion {
     } catch (const std::bad_alloc&) {
       fail(messages_.outOfMemoryText());
     } catch (const std::exception& error) {
-      fail(quotable(result_.dxfFile) + ": " + error.what());
+      fail(quotable(result_.dxfFile) + ": " + withoutControls(error.what()));
     }
     return std::move(result_);
   }

@@ -96,6 +96,14 @@ std::string_view orientationWord(double rotation) {
   return rotation <= 45.0 || rotation > 315.0 ? "R0" : "R90";
 }
 
+/// What a script could not hold, or a terminal that shows it would obey, becomes a blank.
+void blankControlCharacters(std::string& text) {
+  for (char& c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte < 0x20 && c != '\t') || byte == 0x7F) c = ' ';
+  }
+}
+
 }  // namespace
 
 void writeText(EmitContext& context, double x, double y, double rotation, double height,
@@ -107,6 +115,7 @@ void writeText(EmitContext& context, double x, double y, double rotation, double
   script.text("Change Size ").number(height * kSizeOfHeight).text(";").endLine();
   replaceCharacters(text, encoding);
   keepBracedPart(text);
+  blankControlCharacters(text);
   script.text("Text ").text(orientationWord(rotation)).text(" '").text(text).text(" ' ");
   script.formatPoint(x, y).text(";").endLine();
   script.finishCommand(3);

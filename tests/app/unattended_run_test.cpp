@@ -62,6 +62,22 @@ TEST_F(UnattendedTest, WhatIsLeftOutIsNamed) {
             std::string::npos);
 }
 
+TEST_F(UnattendedTest, NamesOfADrawingReachNoTerminalAsTheyAre) {
+  testing::DxfBuilder dxf = oneLine();
+  dxf.layer("a\x1b[2J").beginBlock("b\x1b[2J").endBlock().entity("X\x1b[2J", {{8, "0"}});
+  dxf.entity("TEXT", {{8, "0"}, {40, "1"}, {1, "t\x1b[2J"}});
+  write("part.dxf", dxf);
+  const ProgramResult result = run({"/x:part.dxf", "/s:out.scr", "/b:part", "/k:1", "/r:t", "/ru"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_NE(result.error.find("\nA\\x1b[2J ==> "), std::string::npos) << result.error;
+  EXPECT_NE(result.error.find("\nNo     B\\x1b[2J ==> "), std::string::npos);
+  EXPECT_NE(result.error.find("left out: X\\x1b[2J 1\n"), std::string::npos);
+  EXPECT_EQ(result.error.find('\x1b'), std::string::npos);
+  const std::string script = folder.read("out.scr");
+  EXPECT_NE(script.find("Text R0 't [2J '"), std::string::npos) << script;
+  EXPECT_EQ(script.find('\x1b'), std::string::npos);
+}
+
 TEST_F(UnattendedTest, OptionsReplaceTheSettings) {
   write("part.dxf", oneLine());
   expectResult(run({"/x:part.dxf", "/s:out.scr", "/o:s", "/b:sheet", "/v:3", "/u:mm", "/f:2",

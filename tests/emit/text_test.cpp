@@ -159,5 +159,20 @@ TEST(FormatCodes, AreRemovedFromTheTextThatIsWritten) {
   EXPECT_EQ(quoted("\\PHello"), "\\PHello");
 }
 
+TEST(ControlCharacters, OfATextAreWrittenAsBlanks) {
+  using namespace std::string_literals;
+  EXPECT_EQ(quoted("a\0b\x1A"
+                   "c\v\f\x1B[1md\x7F"
+                   "e\x01\x1F"s),
+            "a b c   [1md e  ");
+  EXPECT_EQ(quoted("a\tb"), "a\tb");
+  EXPECT_EQ(quoted("\xC2\x85"), "\xC2\x85");
+  for (int c = 0; c < 0x20; ++c) {
+    const std::string text{'a', static_cast<char>(c), 'b'};
+    EXPECT_EQ(quoted(text), c == '\t' ? "a\tb" : "a b") << c;
+    EXPECT_EQ(WrittenText(text, 0.0, Encoding::Windows1252).quoted(), c == '\t' ? "a\tb" : "a b");
+  }
+}
+
 }  // namespace
 }  // namespace quillon::emit

@@ -108,7 +108,8 @@ class Runner {
       } catch (const std::exception& problem) {
         const std::string& drawing = plan_.conversions[i].job.dxfFile;
         printed.error =
-            problemLine(convert::MessageKind::Error, quotable(drawing) + ": " + problem.what());
+            problemLine(convert::MessageKind::Error,
+                        quotable(drawing) + ": " + convert::withoutControls(problem.what()));
       }
       print(i, std::move(printed));
     }
