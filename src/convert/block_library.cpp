@@ -49,9 +49,10 @@ void BlockLibrary::writeRemainingPart(std::size_t blockIndex) {
   writePart(blockIndex, addRow(block.name, asIs), asIs);
 }
 
-std::vector<std::string> BlockLibrary::partNames(std::string_view blockName) const {
+const std::vector<std::string>& BlockLibrary::partNames(std::string_view blockName) const {
+  static const std::vector<std::string> none;
   const auto found = namesByBlock_.find(blockName);
-  return found == namesByBlock_.end() ? std::vector<std::string>{} : found->second;
+  return found == namesByBlock_.end() ? none : found->second;
 }
 
 const std::string* BlockLibrary::findPart(std::string_view blockName,

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "convert/target_commands.h"
+#include "dxf/text_hash.h"
 #include "emit/translator.h"
 
 namespace quillon::convert {
@@ -37,7 +38,7 @@ class BlockLibrary : public emit::BlockParts {
   /// True when a block of this name was inserted in the drawing.
   bool wasInserted(std::string_view blockName) const { return inserted_.contains(blockName); }
   /// The parts of a block by name, in order of creation.
-  std::vector<std::string> partNames(std::string_view blockName) const;
+  const std::vector<std::string>& partNames(std::string_view blockName) const;
 
  private:
   using Key = std::tuple<std::string_view, double, double, double>;
@@ -56,7 +57,7 @@ class BlockLibrary : public emit::BlockParts {
   std::size_t rows_ = 0;
   std::map<Key, std::string> parts_;
   std::map<std::string_view, std::vector<std::string>> namesByBlock_;
-  std::unordered_set<std::string_view> inserted_;
+  std::unordered_set<std::string_view, dxf::TextHash> inserted_;
 };
 
 /// Name of the part of a block: characters other than A-Z, 0-9, "_" and "-" become "_"; the row's

@@ -14,6 +14,7 @@
 #include "convert/output_file.h"
 #include "convert/paths.h"
 #include "convert/report.h"
+#include "convert/summary.h"
 #include "convert/target_commands.h"
 #include "convert/temporary_file.h"
 #include "dxf/line_reader.h"
@@ -71,7 +72,7 @@ class Conversion {
     } catch (const std::bad_alloc&) {
       fail(messages_.outOfMemoryText());
     } catch (const std::exception& error) {
-      fail(quotable(result_.dxfFile) + ": " + error.what());
+      fail(quotable(result_.dxfFile) + ": " + withoutControls(error.what()));
     }
     if (reader_ != nullptr) result_.fileLinesRead = reader_->fileLinesRead();
     return std::move(result_);
@@ -115,8 +116,10 @@ class Conversion {
     commands.writeScriptTrailer();
     script.flush();
     collect(script, translator);
-    result_.report =
-        buildReport(job_, result_, *drawing_, layers, library, texts_, surroundings_.now());
+    if (job_.report) {
+      result_.report =
+          buildReport(job_, result_, *drawing_, layers, library, texts_, surroundings_.now());
+    }
     output_->commit();
     finish();
   }
@@ -336,6 +339,9 @@ class Conversion {
     if (result_.outcome == Outcome::Cancelled) {
       host_.tell(lineLimitReached_ ? messages_.lineLimit(result_.dxfFile, surroundings_.maxLines)
                                    : messages_.cancelled(result_.dxfFile, result_.linesRead));
+    }
+    if (result_.outcome == Outcome::Converted && nothingConverted(result_)) {
+      host_.tell(messages_.nothingConverted(result_.dxfFile));
     }
     if (result_.rangeWarning) host_.tell(messages_.outOfRange(result_.dxfFile));
     if (job_.report) host_.showReport(result_.report);

@@ -64,11 +64,11 @@ struct ConversionResult {
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
   emit::Extents extents;
   bool rangeWarning = false;
-  std::string report;  ///< UTF-8; "" when the run ended before
+  std::string report;  ///< UTF-8; "" when the job wants none or the run ended before
 };
 
-/// Runs one conversion: checks the job, reads the drawing, writes the script and builds the report.
-/// Every message goes to the host; nothing is thrown.
+/// Runs one conversion: checks the job, reads the drawing, writes the script and, where the job
+/// wants it, builds the report. Every message goes to the host; nothing is thrown.
 ConversionResult convertDXF(const ConversionJob& job, ConversionHost& host,
                             const Surroundings& surroundings);
 

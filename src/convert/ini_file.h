@@ -4,6 +4,8 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "dxf/text_hash.h"
+
 namespace quillon::convert {
 
 /// The bytes of an INI file, read as Windows reads profile files: sections and keys without regard
@@ -26,8 +28,8 @@ class IniFile {
   std::string value(std::string_view section, std::string_view key) const;
 
  private:
-  using Section = std::unordered_map<std::string, std::string>;
-  std::unordered_map<std::string, Section> sections_;
+  using Section = std::unordered_map<std::string, std::string, dxf::TextHash>;
+  std::unordered_map<std::string, Section, dxf::TextHash> sections_;
 };
 
 }  // namespace quillon::convert

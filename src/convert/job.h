@@ -36,7 +36,7 @@ struct ConversionJob {
   bool ellipses = false;
   int poly = 2;  ///< 0 wire of width 0, 1 wire with width, 2 polyline, -1 unset
   int blocks = kDrawBlocks;
-  bool report = false;  ///< show the report at the end
+  bool report = false;  ///< build the report and show it at the end
   bool arcToLine = false;
   double offsetX = 0.0;
   double offsetY = 0.0;

@@ -12,7 +12,7 @@ void LayerTable::add(std::string_view name, std::string_view layer, bool written
 }
 
 const LayerTable::Record* LayerTable::record(std::string_view upperName) const {
-  const auto found = layers_.find(std::string(upperName));
+  const auto found = layers_.find(upperName);
   return found == layers_.end() ? nullptr : &found->second;
 }
 

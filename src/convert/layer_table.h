@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "convert/layer_file.h"
 #include "dxf/drawing.h"
+#include "dxf/text_hash.h"
 #include "emit/translator.h"
 
 namespace quillon::convert {
@@ -31,7 +33,7 @@ class LayerTable {
   };
   const Record* record(std::string_view upperName) const;
 
-  std::unordered_map<std::string, Record> layers_;
+  std::unordered_map<std::string, Record, dxf::TextHash, std::equal_to<>> layers_;
   std::size_t size_ = 0;
 };
 

@@ -26,38 +26,57 @@ std::string shortList(const std::vector<std::string>& entries) {
   return list;
 }
 
+/// Number of bytes of the control character at a place of a UTF-8 text; 0 for another character.
+std::size_t controlLength(std::string_view utf8, std::size_t at) {
+  const auto byte = static_cast<unsigned char>(utf8[at]);
+  if (byte < 0x20 || byte == 0x7F) return 1;
+  const auto next = at + 1 < utf8.size() ? static_cast<unsigned char>(utf8[at + 1]) : 0U;
+  return byte == 0xC2 && next >= 0x80 && next < 0xA0 ? 2 : 0;
+}
+
+/// Appends the byte, or the control character as an escape, that stands at a place; returns how
+/// many bytes that is.
+std::size_t appendShown(std::string& out, std::string_view utf8, std::size_t at) {
+  constexpr std::string_view kHex = "0123456789abcdef";
+  const std::size_t length = controlLength(utf8, at);
+  if (length == 0) {
+    out += utf8[at];
+    return 1;
+  }
+  const unsigned code = static_cast<unsigned char>(utf8[at + length - 1]);
+  out += {'\\', 'x', kHex[code >> 4], kHex[code & 15]};
+  return length;
+}
+
 }  // namespace
 
 bool hasControlCharacter(std::string_view utf8) {
   for (std::size_t i = 0; i < utf8.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(utf8[i]);
-    if (byte < 0x20 || byte == 0x7F) return true;
-    const auto next = i + 1 < utf8.size() ? static_cast<unsigned char>(utf8[i + 1]) : 0U;
-    if (byte == 0xC2 && next >= 0x80 && next < 0xA0) return true;
+    if (controlLength(utf8, i) > 0) return true;
   }
   return false;
 }
 
+std::string withoutControls(std::string_view utf8) {
+  std::string out;
+  for (std::size_t i = 0; i < utf8.size();) {
+    if (utf8[i] == '\t') {
+      out += utf8[i++];
+    } else {
+      i += appendShown(out, utf8, i);
+    }
+  }
+  return out;
+}
+
 std::string quotable(std::string_view utf8) {
-  constexpr std::string_view kHex = "0123456789abcdef";
   constexpr std::size_t kLongest = 200;
   std::string out;
-  for (std::size_t i = 0; i < utf8.size(); ++i) {
-    const char c = utf8[i];
-    const auto byte = static_cast<unsigned char>(c);
-    if (out.size() >= kLongest && (byte & 0xC0) != 0x80) {
-      out += "…";
-      break;
+  for (std::size_t i = 0; i < utf8.size();) {
+    if (out.size() >= kLongest && (static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80) {
+      return out + "…";
     }
-    const auto next = i + 1 < utf8.size() ? static_cast<unsigned char>(utf8[i + 1]) : 0U;
-    const bool c1 = byte == 0xC2 && next >= 0x80 && next < 0xA0;
-    if (byte < 0x20 || byte == 0x7F || c1) {
-      const unsigned code = c1 ? next : byte;
-      out += {'\\', 'x', kHex[code >> 4], kHex[code & 15]};
-      if (c1) ++i;
-    } else {
-      out += c;
-    }
+    i += appendShown(out, utf8, i);
   }
   return out;
 }
@@ -162,6 +181,11 @@ Message Messages::lineLimit(std::string_view drawing, std::uint64_t lines) const
 
 Message Messages::numberCut(const NumberNote& note) const {
   return warning(texts_(3090, {quotable(note.name), quotable(note.text), quotable(note.countsAs)}));
+}
+
+Message Messages::nothingConverted(std::string_view drawing) const {
+  const std::string text = texts_(3080, {quotable(drawing)});
+  return {MessageKind::Warning, std::string(texts_(2805)), text, text};
 }
 
 Message Messages::scriptError(std::string_view script, std::string detail) const {

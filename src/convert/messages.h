@@ -44,6 +44,8 @@ class Messages {
   Message scaleIsZero() const;
   Message outOfRange(std::string_view drawing) const;
   Message cancelled(std::string_view drawing, std::uint64_t line) const;
+  /// The drawing has entities, and none of them was converted.
+  Message nothingConverted(std::string_view drawing) const;
   /// The script has as many lines as it may have.
   Message lineLimit(std::string_view drawing, std::uint64_t lines) const;
   /// A text counts as a number that it may not mean.
@@ -73,6 +75,9 @@ class Messages {
 
 /// True when a UTF-8 text holds a control character.
 bool hasControlCharacter(std::string_view utf8);
+
+/// A UTF-8 text with its control characters, other than tabs, as escapes: no terminal obeys them.
+std::string withoutControls(std::string_view utf8);
 
 /// A text from a file for a message: UTF-8 in, control characters as escapes, long ones cut.
 std::string quotable(std::string_view utf8);

@@ -47,7 +47,11 @@ class ReportText {
  public:
   explicit ReportText(const resources::Texts& texts) : texts_(texts) {}
 
-  void line(std::string_view text) { out_.append("\r\n").append(text); }
+  /// Adds a line and returns the bytes that it takes.
+  std::size_t line(std::string_view text) {
+    out_.append("\r\n").append(text);
+    return text.size() + 2;
+  }
   void blank() { line(""); }
   /// A label of the string table and what it labels.
   void field(int id, std::string_view value) {
@@ -65,6 +69,35 @@ class ReportText {
  private:
   const resources::Texts& texts_;
   std::string out_;
+};
+
+/// Keeps lines that only repeat a name from making a report many times as long as the drawing:
+/// entries of one name show the same, and a drawing can have thousands of them.
+class Repetitions {
+ public:
+  /// Whether the line of an entry is still written; `first` says that its name is new.
+  bool admit(bool first) {
+    first_ = first;
+    if (first || bytes_ < kMostBytes) return true;
+    ++left_;
+    return false;
+  }
+  /// A line that was admitted has been written.
+  void count(std::size_t bytes) {
+    if (!first_) bytes_ += bytes;
+  }
+  /// Says how many lines are missing.
+  void close(ReportText& text, const resources::Texts& texts) const {
+    if (left_ > 0) text.line(texts(3081, {std::to_string(left_)}));
+  }
+
+ private:
+  /// Drawings have few blocks or layers of one name, if any.
+  static constexpr std::size_t kMostBytes = std::size_t{64} << 10;
+
+  bool first_ = true;
+  std::size_t bytes_ = 0;
+  std::size_t left_ = 0;
 };
 
 int nameLabel(int targetKind) {
@@ -108,11 +141,15 @@ void putLayers(ReportText& text, const ConversionJob& job, dxf::Drawing& drawing
   text.blank();
   text.field(2920);
   text.field(2935);
-  for (dxf::LayerRec& layer : drawing.layers) {
+  Repetitions repetitions;
+  for (std::size_t i = 0; i < drawing.layers.size(); ++i) {
+    dxf::LayerRec& layer = drawing.layers[i];
     layer.used = true;  // looking a layer up marks it as used
-    text.line(dxf::toUtf8(layer.name, drawing.encoding) + " ==> " +
-              std::string(layers.lookupLayer(layer.name)));
+    if (!repetitions.admit(drawing.isFirstLayer(i))) continue;
+    repetitions.count(text.line(dxf::toUtf8(layer.name, drawing.encoding) + " ==> " +
+                                std::string(layers.lookupLayer(layer.name))));
   }
+  repetitions.close(text, texts);
 }
 
 std::string blockLine(const dxf::BlockRec& block, const ConversionJob& job,
@@ -140,9 +177,13 @@ void putBlocks(ReportText& text, const ConversionJob& job, const dxf::Drawing& d
   text.field(2935);
   if (job.blocks == kDrawBlocks) text.field(2925);
   if (job.blocks != kUsedBlocksAsParts && job.blocks != kAllBlocksAsParts) return;
-  for (const dxf::BlockRec& block : drawing.blocks) {
-    text.line(blockLine(block, job, drawing, library, texts));
+  Repetitions repetitions;
+  for (std::size_t i = 0; i < drawing.blocks.size(); ++i) {
+    const dxf::BlockRec& block = drawing.blocks[i];
+    if (!repetitions.admit(dxf::findBlock(drawing, block.name) == i)) continue;
+    repetitions.count(text.line(blockLine(block, job, drawing, library, texts)));
   }
+  repetitions.close(text, texts);
 }
 
 void putCounts(ReportText& text, const ConversionResult& result, const resources::Texts& texts) {

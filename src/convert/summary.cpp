@@ -23,16 +23,34 @@ std::uint64_t entityCount(const ConversionResult& result) {
   return sum(result.counts) - result.counts[kVertex] - result.counts[kSeqend] - sum(result.leftOut);
 }
 
-std::vector<std::string> leftOutTexts(const ConversionResult& result,
-                                      const resources::Texts& texts) {
-  std::vector<std::string> lines;
+std::string hiddenText(const ConversionResult& result, const resources::Texts& texts) {
   const std::uint64_t onLayers999 = sum(result.leftOut);
-  if (onLayers999 > 0) lines.push_back(texts(3148, {std::to_string(onLayers999)}));
-  if (result.dropped.count > 0) {
-    lines.push_back(texts(
-        3149, {std::to_string(result.dropped.count), std::to_string(result.dropped.firstLine)}));
-  }
-  return lines;
+  return onLayers999 == 0 ? std::string() : texts(3148, {std::to_string(onLayers999)});
+}
+
+std::string damageText(const ConversionResult& result, const resources::Texts& texts) {
+  if (result.dropped.count == 0) return {};
+  return texts(3149,
+               {std::to_string(result.dropped.count), std::to_string(result.dropped.firstLine)});
+}
+
+std::vector<Message> lossWarnings(const ConversionResult& result, const resources::Texts& texts) {
+  std::vector<Message> warnings;
+  const auto add = [&](const std::string& text) {
+    const std::string detail = quotable(result.dxfFile) + ": " + text;
+    warnings.push_back({MessageKind::Warning, std::string(texts(2805)), text, detail});
+  };
+  const std::string damage = damageText(result, texts);
+  if (!damage.empty()) add(damage);
+  const std::string unknown = unknownKindsText(result);
+  if (!unknown.empty()) add(texts(3142, {unknown}));
+  return warnings;
+}
+
+bool nothingConverted(const ConversionResult& result) {
+  const bool any =
+      sum(result.counts) > 0 || result.dropped.count > 0 || !result.unknownKinds.empty();
+  return any && entityCount(result) == 0;
 }
 
 std::string unknownKindsText(const ConversionResult& result) {

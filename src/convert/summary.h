@@ -12,9 +12,18 @@ namespace quillon::convert {
 /// polyline, and what is left out does not count.
 std::uint64_t entityCount(const ConversionResult& result);
 
-/// What was recognised but left out, and why, in one line each.
-std::vector<std::string> leftOutTexts(const ConversionResult& result,
-                                      const resources::Texts& texts);
+/// How many entities were left out as the user wished, on layers assigned to 999; "" for none.
+std::string hiddenText(const ConversionResult& result, const resources::Texts& texts);
+
+/// How many entities were left out because the drawing is damaged, and where; "" for none.
+std::string damageText(const ConversionResult& result, const resources::Texts& texts);
+
+/// What was left out though nobody asked for that: warnings about damage and about kinds of
+/// entities that were not recognised.
+std::vector<Message> lossWarnings(const ConversionResult& result, const resources::Texts& texts);
+
+/// True when the drawing has entities and none of them was converted.
+bool nothingConverted(const ConversionResult& result);
 
 /// The kinds of entities that were met but not recognised, with their counts ("HATCH 2, IMAGE 1");
 /// "" when there are none. Long lists are cut.

@@ -34,7 +34,7 @@ void readBlockHeader(Drawing& drawing, LineCursor lines, BlockRec& block) {
 
 void readItems(Drawing& drawing, LineCursor lines, BlockRec& block) {
   block.items = drawing.store.startList();
-  EntityWalk walk(drawing, lines, {});
+  EntityWalk walk(drawing, lines);
   for (DxfEntity entity; !walk.atEnd();) {
     if (walk.step(entity)) drawing.store.append(block.items, entity);
   }

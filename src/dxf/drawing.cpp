@@ -5,6 +5,23 @@
 #include "dxf/byte_scan.h"
 
 namespace quillon::dxf {
+namespace {
+
+/// Whether both are one text, not only equal ones.
+bool isSameText(std::string_view a, std::string_view b) {
+  return a.data() == b.data() && a.size() == b.size();
+}
+
+/// Whether a record's name is the very text of one of the last two: entries that lie within each
+/// other share their names, and a long one is not hashed again for each of them.
+template <typename Records>
+bool sharesName(const Records& records, std::string_view name) {
+  const auto isShared = [name](const auto& record) { return isSameText(record.name, name); };
+  const std::size_t last = std::min<std::size_t>(records.size(), 2);
+  return std::any_of(records.end() - static_cast<std::ptrdiff_t>(last), records.end(), isShared);
+}
+
+}  // namespace
 
 bool BlockRec::isLayout() const {
   static constexpr std::array<std::string_view, 4> kLayoutNames = {"*MODEL_SPACE", "*PAPER_SPACE",
@@ -38,12 +55,23 @@ std::uint64_t Drawing::lineInBlocks(const char* position) const {
 }
 
 void Drawing::addLayer(LayerRec layer) {
-  layerIndex.try_emplace(layer.name, layers.size());
+  if (!sharesName(layers, layer.name)) layerIndex.try_emplace(layer.name, layers.size());
   layers.push_back(layer);
 }
 
+bool Drawing::isFirstLayer(std::size_t index) const {
+  const std::string_view name = layers[index].name;
+  for (std::size_t i = index; i > 0 && i + 2 > index; --i) {
+    if (isSameText(layers[i - 1].name, name)) return false;
+  }
+  const auto found = layerIndex.find(name);
+  return found != layerIndex.end() && found->second == index;
+}
+
 void Drawing::addLineType(const LineTypeRec& lineType) {
-  lineTypeIndex.try_emplace(lineType.name, lineTypes.size());
+  if (!sharesName(lineTypes, lineType.name)) {
+    lineTypeIndex.try_emplace(lineType.name, lineTypes.size());
+  }
   lineTypes.push_back(lineType);
 }
 

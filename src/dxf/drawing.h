@@ -15,6 +15,7 @@
 #include "dxf/entity_store.h"
 #include "dxf/line_cursor.h"
 #include "dxf/text_arena.h"
+#include "dxf/text_hash.h"
 
 namespace quillon::dxf {
 
@@ -70,7 +71,7 @@ struct DroppedEntities {
 };
 
 /// The first of several records with one name wins, so an index never replaces an entry.
-using NameIndex = std::unordered_map<std::string_view, std::size_t>;
+using NameIndex = std::unordered_map<std::string_view, std::size_t, TextHash>;
 
 /// What the reader leaves for the conversion. The entities of the ENTITIES section are not kept:
 /// they are handed on as they are read. All texts are views into `arena`.
@@ -113,6 +114,8 @@ struct Drawing {
   std::uint64_t lineInBlocks(const char* position) const;
 
   void addLayer(LayerRec layer);
+  /// Whether a layer is the first one of its name.
+  bool isFirstLayer(std::size_t index) const;
   void addLineType(const LineTypeRec& lineType);
   void addBlock(const BlockRec& block);
 

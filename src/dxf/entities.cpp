@@ -28,7 +28,8 @@ class SectionReading {
   /// Reads what stands in the window as a whole; false when the section is done.
   bool readWindow() {
     const TextSource& source = reader_.source();
-    EntityWalk walk(drawing_, LineCursor(reader_.window(), source.lineEnds()), "ENDSEC");
+    EntityWalk walk(drawing_, LineCursor(reader_.window(), source.lineEnds()), "ENDSEC",
+                    !source.atFileEnd());
     while (!walk.atEnd()) {
       const char* const start = walk.position();
       if (lost_) {

@@ -48,8 +48,12 @@ void EntityReader::finishKind(DxfEntity& entity) {
 }
 
 const LayerUse& EntityReader::layerLineType(std::string_view layerName) {
+  const auto characterAt = [layerName](std::size_t i) -> std::size_t {
+    return static_cast<unsigned char>(layerName[i]);
+  };
+  const std::size_t size = layerName.size();
   const std::size_t bits =
-      layerName.empty() ? 0 : layerName.size() * 5 + static_cast<unsigned char>(layerName.back());
+      size == 0 ? 0 : size * 5 + characterAt(size - 1) + 11 * characterAt(size / 2);
   RecentLayer& recent = recentLayers_[bits % recentLayers_.size()];
   if (recent.use != nullptr && layerName == recent.name) return *recent.use;
   auto place = layers_.find(layerName);

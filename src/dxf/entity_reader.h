@@ -7,6 +7,7 @@
 
 #include "dxf/drawing.h"
 #include "dxf/group_cursor.h"
+#include "dxf/text_hash.h"
 
 namespace quillon::dxf {
 
@@ -34,14 +35,14 @@ class EntityReader {
   void finishKind(DxfEntity& entity);
 
   Drawing& drawing_;
-  std::unordered_map<std::string_view, LayerUse> layers_;
-  std::unordered_map<std::string_view, std::string_view> upperNames_;
+  std::unordered_map<std::string_view, LayerUse, TextHash> layers_;
+  std::unordered_map<std::string_view, std::string_view, TextHash> upperNames_;
   /// The layers met last, by a few bits of their names; a drawing uses few layers in turn.
   struct RecentLayer {
     std::string_view name;
     const LayerUse* use = nullptr;
   };
-  std::array<RecentLayer, 16> recentLayers_;
+  std::array<RecentLayer, 64> recentLayers_;
 };
 
 }  // namespace quillon::dxf

@@ -18,20 +18,48 @@ bool isStructureName(std::string_view name) {
   return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
 }
 
+/// Whether a code line that is no plain "0" reads as 0 all the same.
+bool readsZero(std::string_view code) {
+  const bool usual = !code.empty() && code.front() >= '1' && code.front() <= '9';
+  return !usual && numberValue(code) == 0.0;
+}
+
+bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+/// Whether a text in the place of an entity's name shows that a line is missing or too many.
+bool isNoName(std::string_view text) {
+  if (text.empty()) return true;
+  return !isLetter(text.front()) && isNumber(text);
+}
+
+/// Fails at a text in the place of an entity's name.
+[[noreturn]] void failWithoutName(std::string_view text) {
+  throw RunTimeError(Fault::BadGroupCode, text, text.data());
+}
+
 }  // namespace
 
 bool EntityWalk::step(DxfEntity& entity) {
   inEntity_ = false;
   afterName_ = lines_.position();
   const std::string_view code = nextLine();
+  const char* const nameLine = lines_.position();
   const std::string_view name = nextLine();
-  afterName_ = lines_.position();
   const EntityKind kind = entityKind(name);
   const bool isStart = code == "0";
   if (kind == EntityKind::None) {
+    // Blank lines may follow the last section of a file.
+    const bool blank = code.empty() && name.empty();
+    if (isSection() && !blank && (isStart || readsZero(code)) && isNoName(name)) {
+      afterName_ = nameLine;
+      inEntity_ = true;
+      failWithoutName(name);
+    }
+    afterName_ = lines_.position();
     if (isStart) noteUnknown(name);
     return false;
   }
+  afterName_ = lines_.position();
   if (!isStart && numberValue(code) != 0.0) return false;
   entity.kind = kind;
   inEntity_ = true;
@@ -82,6 +110,7 @@ void EntityWalk::readGroups(DxfEntity& entity) {
     entity.setValue(slot, group.value);
   }
   lines_ = groups.lines();
+  if (isSection()) checkEnd();
   entity.sideIndex = 0;
   if (hasSideRecord(entity.kind)) {
     LineCursor behind = lines_;
@@ -89,6 +118,28 @@ void EntityWalk::readGroups(DxfEntity& entity) {
     entity.groupsEnd = behind.position();
     entity.sideIndex = drawing_.nextSideIndex(entity.kind);
   }
+}
+
+/// The "0" line that ended the groups may be a value whose code line is missing; then the next code
+/// follows it. Throws RunTimeError where it does, as the entity is cut off. An entity is whole when
+/// those codes follow with which another one begins: there only the name is missing.
+void EntityWalk::checkEnd() {
+  // Nearly always a name follows. Its first letter is readable even where its line is not whole.
+  const std::string_view zero = lines_.peek();
+  const char* const line = zero.data() + zero.size() + 1;
+  if (isLetter(*line == '\n' || *line == '\r' ? line[1] : *line)) return;
+  LineCursor after = lines_;
+  after.next();
+  const auto next = [this, &after] {
+    if (!after.atEnd()) return trimBlanks(after.next());
+    if (goesOn_) throw RunTimeError(Fault::TextEndsTooEarly, {}, after.position());
+    return std::string_view{};
+  };
+  const std::string_view text = next();
+  if (text.empty() || !isNoName(text)) return;
+  const bool begins =
+      text == "0" || text == "5" || text == "8" || (text == "100" && next() == "AcDbEntity");
+  if (!begins) failWithoutName(text);
 }
 
 void EntityWalk::noteUnknown(std::string_view name) {

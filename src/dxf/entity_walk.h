@@ -10,9 +10,13 @@ namespace quillon::dxf {
 /// Walks the lines of a block or of the ENTITIES section pair by pair and finds the entities.
 class EntityWalk {
  public:
-  /// The walk ends with the lines, or behind the first line that is `endMarker` ("": none is).
-  EntityWalk(Drawing& drawing, LineCursor lines, std::string_view endMarker)
-      : drawing_(drawing), lines_(lines), endMarker_(endMarker) {}
+  /// A walk over a block, which ends with the lines.
+  EntityWalk(Drawing& drawing, LineCursor lines) : drawing_(drawing), lines_(lines) {}
+  /// A walk over a section, which ends with the lines, or after the first line that is `endMarker`.
+  /// Numbers and empty lines in the place of an entity's name are errors here. `goesOn` says that
+  /// the section may have more lines than these.
+  EntityWalk(Drawing& drawing, LineCursor lines, std::string_view endMarker, bool goesOn)
+      : drawing_(drawing), lines_(lines), endMarker_(endMarker), goesOn_(goesOn) {}
 
   /// True behind the end marker.
   bool ended() const { return ended_; }
@@ -20,12 +24,13 @@ class EntityWalk {
   const char* position() const { return lines_.position(); }
 
   /// Reads one entity, or steps over one pair and says false. Throws RunTimeError when a group code
-  /// is none or the lines end too early.
+  /// is none, the lines end too early, or an entity of a section has no name.
   bool step(DxfEntity& entity);
 
-  /// After an error: whether it arose in an entity, whose name has been read.
+  /// After an error: whether it arose in an entity, or where the name of one should be.
   bool failedInEntity() const { return inEntity_; }
-  /// After an error: goes on behind the name of the entity that failed.
+  /// After an error: goes on behind the name of the entity that failed, or where its name should
+  /// be.
   void goBehindFailedName() {
     lines_.seek(afterName_);
     ended_ = false;
@@ -40,12 +45,15 @@ class EntityWalk {
     return !line.empty() && line.size() == endMarker_.size() &&
            line.front() == endMarker_.front() && line == endMarker_;
   }
+  bool isSection() const { return !endMarker_.empty(); }
   void readGroups(DxfEntity& entity);
+  void checkEnd();
   void noteUnknown(std::string_view name);
 
   Drawing& drawing_;
   LineCursor lines_;
-  std::string_view endMarker_;
+  std::string_view endMarker_;  ///< "" in a block
+  bool goesOn_ = false;
   const char* afterName_ = nullptr;
   bool inEntity_ = false;
   bool ended_ = false;

@@ -79,6 +79,11 @@ NumberParts splitNumber(std::string_view text) {
   return parts;
 }
 
+/// Whether nothing but the number stands in a trimmed text.
+bool isWhole(const NumberParts& parts, std::string_view trimmed) {
+  return parts.anyDigit && trimmed.front() != '\t' && parts.end == trimmed.data() + trimmed.size();
+}
+
 /// Long mantissas and large exponents: the library's exact conversion.
 double valueOfLongNumber(const NumberParts& parts) {
   double value = 0.0;
@@ -195,11 +200,15 @@ bool isOddNumber(std::string_view text) {
   return std::fmod(std::fabs(rounded), 2.0) == 1.0;
 }
 
+bool isNumber(std::string_view text) {
+  const std::string_view trimmed = trimBlanks(text);
+  return isWhole(splitNumber(trimmed), trimmed);
+}
+
 std::int16_t groupCodeSlow(std::string_view line) {
   const std::string_view trimmed = trimBlanks(line);
   const NumberParts parts = splitNumber(trimmed);
-  bool fits = parts.anyDigit && !trimmed.empty() && trimmed.front() != '\t' &&
-              parts.end == trimmed.data() + trimmed.size();
+  bool fits = isWhole(parts, trimmed);
   std::int16_t code = 0;
   if (fits) code = roundedInteger16(valueOf(parts), fits);
   if (!fits) throw RunTimeError(Fault::BadGroupCode, line, line.data());

@@ -25,6 +25,9 @@ bool startsWithNumber(std::string_view text);
 /// tabs, the whole text when it does not start with a number.
 std::string_view textAfterNumber(std::string_view text);
 
+/// True when the text as a whole is a decimal number, with blanks at its ends perhaps.
+bool isNumber(std::string_view text);
+
 /// numberValue rounded half to even to 16 bits; `fits` is false (and the result 0) when the number
 /// lies outside.
 std::int16_t roundedInteger16(double value, bool& fits);

@@ -10,7 +10,6 @@
 
 #include "dxf/byte_scan.h"
 #include "dxf/stream_position.h"
-#include "dxf/utf8_check.h"
 
 namespace quillon::dxf {
 namespace {
@@ -26,6 +25,7 @@ void seekToStart(std::FILE* stream) {
 TextSource::TextSource(std::string_view bytes) : fileSize_(bytes.size()) {
   grow(bytes.size());
   std::copy(bytes.begin(), bytes.end(), data_.get());
+  utf8_.add(bytes);
   addBytes(bytes.size());
   atFileEnd_ = true;
   finishWindow();
@@ -45,7 +45,9 @@ TextSource::TextSource(std::FILE* stream, std::string_view head,
   std::clearerr(stream);
   grow(std::max(kWindow, 2 * head.size()));
   std::copy(head.begin(), head.end(), data_.get());
+  utf8_.add(head);
   addBytes(head.size());
+  keepsAll_ = true;
   while (!cancelled() && readMore()) {
     if (size_ == capacity_) grow(2 * capacity_);
   }
@@ -88,11 +90,8 @@ std::uint64_t TextSource::offsetOf(const char* position) const {
 bool TextSource::hasChanged() const { return stream_ != nullptr && stampOf(stream_) != stamp_; }
 
 bool TextSource::isUtf8(const std::function<bool()>& cancelled) {
+  if (stream_ == nullptr) return utf8_.complete();
   Utf8Check check;
-  if (stream_ == nullptr) {
-    check.add({begin(), size_});
-    return check.complete();
-  }
   const auto block = std::make_unique_for_overwrite<char[]>(kWindow);
   seekToStart(stream_);
   while (check.valid() && !cancelled()) {
@@ -123,6 +122,7 @@ bool TextSource::readMore() {
     if (interrupted) std::clearerr(stream_);
     atFileEnd_ = !interrupted;
   }
+  if (keepsAll_) utf8_.add({data_.get() + size_, got});
   addBytes(got);
   return !atFileEnd_;
 }

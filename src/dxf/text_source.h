@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "dxf/stream_position.h"
+#include "dxf/utf8_check.h"
 
 namespace quillon::dxf {
 
@@ -93,6 +94,10 @@ class TextSource {
   void finishWindow();
 
   std::FILE* stream_ = nullptr;  ///< null when everything is in memory
+  /// Of a text that is held in memory as a whole: of its bytes as they came, before line ends were
+  /// made regular, just as those of a file are checked.
+  Utf8Check utf8_;
+  bool keepsAll_ = false;  ///< a stream is being read to its end
   std::unique_ptr<char, Release> data_;
   std::size_t size_ = 0;
   std::size_t capacity_ = 0;

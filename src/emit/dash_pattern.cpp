@@ -30,11 +30,15 @@ DashPattern::DashPattern(std::string_view list) : rest_(list) {
 
 const DashPattern* DashPatterns::find(std::string_view lineType) {
   if (lineType.empty()) return nullptr;
-  const auto known = known_.find(lineType);
-  if (known != known_.end()) return known->second;
-  const DashPattern* const pattern = load(lineType);
-  known_.emplace(drawing_.arena.keep(lineType), pattern);
-  return pattern;
+  if (lineType == lastName_) return last_;
+  auto known = known_.find(lineType);
+  if (known == known_.end()) {
+    const DashPattern* const pattern = load(lineType);
+    known = known_.emplace(drawing_.arena.keep(lineType), pattern).first;
+  }
+  lastName_ = known->first;
+  last_ = known->second;
+  return last_;
 }
 
 const DashPattern* DashPatterns::load(std::string_view lineType) {

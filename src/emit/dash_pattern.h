@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "dxf/drawing.h"
+#include "dxf/text_hash.h"
 
 namespace quillon::emit {
 
@@ -45,7 +46,10 @@ class DashPatterns {
   const DashPattern* load(std::string_view lineType);
 
   dxf::Drawing& drawing_;
-  std::unordered_map<std::string_view, const DashPattern*> known_;
+  std::unordered_map<std::string_view, const DashPattern*, dxf::TextHash> known_;
+  /// What was asked for last: most drawings use one line type many times in a row.
+  std::string_view lastName_;
+  const DashPattern* last_ = nullptr;
   std::deque<DashPattern> patterns_;
 };
 

@@ -3,38 +3,45 @@
 
 #include "dxf/run_time_error.h"
 #include "emit/curves.h"
-#include "emit/geometry.h"
 #include "emit/lines.h"
 
 namespace quillon::emit {
 namespace {
 
+/// A vector as a signed length and an angle between -pi/2 and pi/2: a negative length stands in for
+/// the missing quadrant correction of the angle. A vector without x points straight up, whatever
+/// its y. The last digits of scripts depend on this form.
+struct SignedPolar {
+  SignedPolar(double x, double y)
+      : length(std::sqrt(x * x + y * y)), angle(x == 0.0 ? kPi / 2.0 : std::atan(y / x)) {
+    if (x < 0.0) length = -length;
+  }
+
+  double length;
+  double angle;
+};
+
 /// An ellipse by signed half axes and the direction of the major one.
 class AxisForm {
  public:
-  explicit AxisForm(const EllipseArc& ellipse) : cx_(ellipse.cx), cy_(ellipse.cy) {
-    a_ = std::sqrt(ellipse.majorX * ellipse.majorX + ellipse.majorY * ellipse.majorY);
-    // A negative half axis stands in for the missing quadrant correction of the angle: intended.
-    if (ellipse.majorX < 0.0) a_ = -a_;
-    b_ = a_ * ellipse.ratio;
-    alpha_ = ellipse.majorX == 0.0 ? kPi / 2.0 : std::atan(ellipse.majorY / ellipse.majorX);
-  }
+  explicit AxisForm(const EllipseArc& ellipse)
+      : cx_(ellipse.cx),
+        cy_(ellipse.cy),
+        major_(ellipse.majorX, ellipse.majorY),
+        minor_(major_.length * ellipse.ratio) {}
 
   void pointAt(double t, double& x, double& y) const {
-    const double flatX = a_ * std::cos(t);
-    const double flatY = b_ * std::sin(t);
-    const double r = std::sqrt(flatX * flatX + flatY * flatY);
-    const double angle = polarAngle(flatX, flatY) + alpha_;
-    x = cx_ + r * std::cos(angle);
-    y = cy_ + r * std::sin(angle);
+    const SignedPolar flat(major_.length * std::cos(t), minor_ * std::sin(t));
+    const double angle = flat.angle + major_.angle;
+    x = cx_ + flat.length * std::cos(angle);
+    y = cy_ + flat.length * std::sin(angle);
   }
 
  private:
   double cx_;
   double cy_;
-  double a_ = 0.0;
-  double b_ = 0.0;
-  double alpha_ = 0.0;
+  SignedPolar major_;
+  double minor_;
 };
 
 }  // namespace

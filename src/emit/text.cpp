@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "emit/format_codes.h"
+
 namespace quillon::emit {
 namespace {
 
@@ -94,58 +96,26 @@ std::string_view orientationWord(double rotation) {
   return rotation <= 45.0 || rotation > 315.0 ? "R0" : "R90";
 }
 
-/// True when no code contains a backslash of its own: each is then removed where it is met, and
-/// removing it elsewhere at once makes no difference.
-bool haveOneBackslashEach(std::string_view text) {
-  bool open = false;
-  for (const char c : text.substr(0, text.rfind(';') + 1)) {
-    if (c == '\\' && open) return false;
-    if (c == '\\' || c == ';') open = c == '\\';
+/// What a script could not hold, or a terminal that shows it would obey, becomes a blank.
+void blankControlCharacters(std::string& text) {
+  for (char& c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte < 0x20 && c != '\t') || byte == 0x7F) c = ' ';
   }
-  return true;
-}
-
-std::string stripInOnePass(std::string_view text) {
-  std::string out;
-  std::size_t from = 0;
-  for (;;) {
-    const std::size_t backslash = text.find('\\', from);
-    const std::size_t semicolon =
-        backslash == std::string_view::npos ? backslash : text.find(';', backslash);
-    if (semicolon == std::string_view::npos) return out.append(text.substr(from));
-    out.append(text.substr(from, backslash - from));
-    from = semicolon + 1;
-  }
-}
-
-std::string stripPieceByPiece(std::string text) {
-  std::size_t backslash = text.find('\\');
-  while (backslash != std::string::npos) {
-    const std::size_t semicolon = text.find(';', backslash);
-    if (semicolon == std::string::npos) break;  // nor has any later backslash one behind it
-    const std::string piece = text.substr(backslash, semicolon - backslash + 1);
-    replaceAll(text, piece, "");
-    backslash = text.find('\\');
-  }
-  return text;
 }
 
 }  // namespace
 
-std::string stripFormatCodes(std::string text) {
-  if (text.find('\\') == std::string::npos) return text;
-  return haveOneBackslashEach(text) ? stripInOnePass(text) : stripPieceByPiece(std::move(text));
-}
-
 void writeText(EmitContext& context, double x, double y, double rotation, double height,
                std::string& text, dxf::Encoding encoding, int layer) {
   if (layer == kNotConverted) return;
-  text = stripFormatCodes(std::move(text));
+  if (!stripFormatCodes(text, context.cancelled)) return;
   ScriptWriter& script = context.script;
   script.writeLayer(layer);
   script.text("Change Size ").number(height * kSizeOfHeight).text(";").endLine();
   replaceCharacters(text, encoding);
   keepBracedPart(text);
+  blankControlCharacters(text);
   script.text("Text ").text(orientationWord(rotation)).text(" '").text(text).text(" ' ");
   script.formatPoint(x, y).text(";").endLine();
   script.finishCommand(3);

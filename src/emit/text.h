@@ -7,12 +7,9 @@
 
 namespace quillon::emit {
 
-/// Removes MTEXT formatting codes: pieces from a backslash to the next semicolon, each wherever it
-/// occurs. A code without a semicolon behind it stays.
-std::string stripFormatCodes(std::string text);
-
 /// A text at a point, its rotation in degrees reduced to R0 or R90. The cleaned text is left in
-/// `text`, which is in the drawing's encoding.
+/// `text`, which is in the drawing's encoding. Control characters other than the tab become blanks.
+/// Nothing is written after a cancel.
 void writeText(EmitContext& context, double x, double y, double rotation, double height,
                std::string& text, dxf::Encoding encoding, int layer);
 

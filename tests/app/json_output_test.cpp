@@ -9,6 +9,7 @@ TEST(JsonString, QuotesAndEscapes) {
   EXPECT_EQ(jsonString(""), "\"\"");
   EXPECT_EQ(jsonString("C:\\a \"b\""), "\"C:\\\\a \\\"b\\\"\"");
   EXPECT_EQ(jsonString("a\nb\x01\x1f\x7f"), "\"a\\u000ab\\u0001\\u001f\\u007f\"");
+  EXPECT_EQ(jsonString("\u0080\u009bx\u00a0\u0100"), "\"\\u0080\\u009bx\u00a0\u0100\"");
 }
 
 TEST(JsonString, KeepsUtf8AndRepairsWhatIsNone) {

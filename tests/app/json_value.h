@@ -156,20 +156,21 @@ class JsonValue {
       return out;
     }
 
-    /// Only escapes of ASCII characters are expected.
-    char escaped() {
+    /// Only escapes of characters up to U+00FF are expected.
+    std::string escaped() {
       constexpr std::string_view kLetters = "\"\\/bfnrt";
       constexpr std::string_view kMeanings = "\"\\/\b\f\n\r\t";
       if (rest.empty()) fail("no escape");
       if (accept("u00")) {
         const int code = std::stoi(std::string(rest.substr(0, 2)), nullptr, 16);
         advance(2);
-        return static_cast<char>(code);
+        if (code < 0x80) return {static_cast<char>(code)};
+        return {static_cast<char>(0xC0 | code >> 6), static_cast<char>(0x80 | (code & 0x3F))};
       }
       const std::size_t index = kLetters.find(rest[0]);
       if (index == kLetters.npos) fail("an unknown escape");
       advance(1);
-      return kMeanings[index];
+      return {kMeanings[index]};
     }
 
     std::size_t characterLength() const {

@@ -66,7 +66,9 @@ TEST_F(JsonTest, TellsAllAboutAConversion) {
   EXPECT_EQ(value.at("extents").at("maxX").number(), 5.0);
   EXPECT_EQ(value.at("extents").at("maxY").number(), 4.1);
   EXPECT_FALSE(value.at("rangeWarning").boolean());
-  EXPECT_TRUE(value.at("messages").items().empty());
+  ASSERT_EQ(value.at("messages").items().size(), 1U);
+  EXPECT_EQ(value.at("messages").items().at(0).at("kind").text(), "warning");
+  EXPECT_EQ(messageText(value), "part.dxf: Not recognised and left out: HATCH 2, IMAGE 1");
 }
 
 TEST_F(JsonTest, CountsTheLinesThatWereReadWhereTheReportHasARuleOfItsOwn) {
@@ -95,15 +97,17 @@ TEST_F(JsonTest, CountsWhatIsLeftOutApart) {
   EXPECT_EQ(value.at("leftOut").at("LINE").number(), 1);
   EXPECT_EQ(value.at("damaged").at("count").number(), 1);
   EXPECT_EQ(value.at("damaged").at("firstLine").number(), static_cast<double>(line));
+  const std::string damage =
+      "part.dxf: Left out because the drawing is damaged: 1 (first damage in "
+      "line " +
+      std::to_string(line) + ")";
+  EXPECT_EQ(messageText(value), damage);
   const std::string summary = run({"part.dxf", "--layers", "a.lay", "--force"}).error;
   EXPECT_TRUE(summary.starts_with(
-      "part.dxf: 1 entities converted from " +
+      "quillon-convert: warning: " + damage + "\npart.dxf: 1 entities converted from " +
       std::to_string(std::count(text.begin(), text.end(), '\n')) +
       " lines\n"
-      "Left out because their layer is assigned to 999 or to no EAGLE layer: 2\n"
-      "Left out because the drawing is damaged: 1 (first damage in "
-      "line " +
-      std::to_string(line) + ")\npart.scr: "))
+      "Left out because their layer is assigned to 999 or to no EAGLE layer: 2\npart.scr: "))
       << summary;
 }
 

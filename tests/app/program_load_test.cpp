@@ -66,5 +66,26 @@ TEST_F(MultiplyingBlocks, EndAtTheLimitOfLines) {
   EXPECT_LE(lines, 100006);
 }
 
+TEST_F(ProgramTest, BlocksOfOneNameTakeNoMoreMemoryThanTheirTextAllows) {
+  constexpr int kBlocks = 20'000;
+  testing::DxfBuilder dxf;
+  for (int i = 0; i < kBlocks; ++i) dxf.beginBlock("B").endBlock();
+  for (int i = 0; i < kBlocks; ++i) {
+    dxf.entity("INSERT", {{8, "0"}, {2, "B"}, {50, std::to_string(i)}});
+  }
+  const std::string text = dxf.text();
+  folder.write("part.dxf", text);
+  for (const Strings& report : {Strings{}, Strings{"--report", "part.txt"}}) {
+    Strings arguments = {"part.dxf", "--blocks", "used", "--force"};
+    arguments.insert(arguments.end(), report.begin(), report.end());
+    const ProgramResult result = run(arguments);
+    EXPECT_EQ(result.exitCode, 0) << result.error;
+    EXPECT_LT(result.peakBytes, flatMemory() + 64 * text.size());
+  }
+  const std::string lines = folder.read("part.txt");
+  EXPECT_NE(lines.find(" more lines for names that are listed already)\r\n"), std::string::npos);
+  EXPECT_LT(lines.size(), text.size());
+}
+
 }  // namespace
 }  // namespace quillon::headless

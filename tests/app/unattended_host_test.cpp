@@ -67,6 +67,11 @@ TEST_F(UnattendedHostTest, PrintsTheReportWithPlainLineEnds) {
   EXPECT_EQ(printedBy([this] { host.showReport("\r\none\r\ntwo"); }), "\none\ntwo\n");
 }
 
+TEST_F(UnattendedHostTest, EscapesControlCharactersOfTheReport) {
+  EXPECT_EQ(printedBy([this] { host.showReport("\r\na\x1b[2J\tb\nc\x7F\r\n\u009Bd"); }),
+            "\na\\x1b[2J\tb\\x0ac\\x7f\n\\x9bd\n");
+}
+
 TEST_F(UnattendedHostTest, HasNoCancelButton) {
   EXPECT_FALSE(host.hasCancelButton());
   EXPECT_FALSE(host.cancelRequested());

@@ -83,11 +83,34 @@ TEST_F(UnattendedTest, AScriptThatIsNotNamedGoesBesideItsDrawing) {
 }
 
 TEST_F(UnattendedTest, WhatIsLeftOutIsNamed) {
-  folder.write("part.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\nx\n0\n  0\nENDSEC\n  0\nEOF\n");
+  folder.write("part.dxf",
+               "  0\nSECTION\n  2\nENTITIES\n  0\nHATCH\n  8\n0\n  0\nLINE\nx\n0\n  0\nENDSEC\n"
+               "  0\nEOF\n");
   const testing::ProgramResult result = run({"/x:part.dxf", "/s:out.scr", "/ru"});
   EXPECT_TRUE(result.error.ends_with(
-      "lines written\nLeft out because the drawing is damaged: 1 (first damage in line 7)\n"))
+      "lines written\n"
+      "quillon: Warning: part.dxf: Left out because the drawing is damaged: 1 (first damage in "
+      "line 11)\nquillon: Warning: part.dxf: Not recognised and left out: HATCH 1\n"))
       << result.error;
+  EXPECT_NE(result.error.find("quillon: Warning: Nothing was converted: all entities of part.dxf "
+                              "were left out."),
+            std::string::npos);
+}
+
+TEST_F(UnattendedTest, NamesOfADrawingReachNoTerminalAsTheyAre) {
+  testing::DxfBuilder dxf = oneLine();
+  dxf.layer("a\x1b[2J").beginBlock("b\x1b[2J").endBlock().entity("X\x1b[2J", {{8, "0"}});
+  dxf.entity("TEXT", {{8, "0"}, {40, "1"}, {1, "t\x1b[2J"}});
+  write("part.dxf", dxf);
+  const ProgramResult result = run({"/x:part.dxf", "/s:out.scr", "/b:part", "/k:1", "/r:t", "/ru"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_NE(result.error.find("\nA\\x1b[2J ==> "), std::string::npos) << result.error;
+  EXPECT_NE(result.error.find("\nNo     B\\x1b[2J ==> "), std::string::npos);
+  EXPECT_NE(result.error.find("left out: X\\x1b[2J 1\n"), std::string::npos);
+  EXPECT_EQ(result.error.find('\x1b'), std::string::npos);
+  const std::string script = folder.read("out.scr");
+  EXPECT_NE(script.find("Text R0 't [2J '"), std::string::npos) << script;
+  EXPECT_EQ(script.find('\x1b'), std::string::npos);
 }
 
 TEST_F(UnattendedTest, OptionsReplaceTheSettings) {

@@ -27,6 +27,7 @@ class ReportTest : public DriverTest {
   std::string reportOf(const DxfBuilder& dxf) {
     draw(dxf);
     job.overwriteScript = true;
+    job.report = true;
     EXPECT_EQ(convert(), Outcome::Converted);
     std::string text = result.report;
     const std::string path = folder.path().string();

@@ -50,6 +50,11 @@ class PlainWalk {
       bool inEntity = false;
       try {
         const std::string& name = line(i + 1);
+        if (!isEntityName(name) && isNameMissing(i)) {
+          behindName = i + 1;
+          inEntity = true;
+          throw Broken{};
+        }
         if (!isEntityName(name)) {
           if (line(i) == "0" && name != "ENDSEC" && !name.empty()) ++unknown[name];
           i += 2;
@@ -65,6 +70,24 @@ class PlainWalk {
         i = nextEntity(behindName);
       }
     }
+  }
+
+  static bool isNumberText(const std::string& text) {
+    return !text.empty() && text.find_first_not_of("0123456789.") == std::string::npos;
+  }
+
+  bool isNameMissing(std::size_t i) const {
+    if (numberValue(lines_[i]) != 0.0) return false;
+    const std::string& name = lines_[i + 1];
+    return name.empty() ? !lines_[i].empty() : isNumberText(name);
+  }
+
+  /// Whether the "0" of line i was no group code but a value.
+  bool isCutOffAt(std::size_t i) const {
+    if (i + 1 >= lines_.size() || !isNumberText(lines_[i + 1])) return false;
+    const std::string& text = lines_[i + 1];
+    const bool subclass = text == "100" && i + 2 < lines_.size() && lines_[i + 2] == "AcDbEntity";
+    return text != "0" && text != "5" && text != "8" && !subclass;
   }
 
   std::size_t readEntity(const std::string& name, std::size_t i) {
@@ -84,6 +107,7 @@ class PlainWalk {
       if (code == 11 || code == 41) pendingX = value;
       if (name == "SPLINE" && code == 12 && !pendingX.empty() && !value.empty()) throw Broken{};
     }
+    if (isCutOffAt(i)) throw Broken{};
     std::string text = name;
     if (name != "SEQEND") text += '/' + upperCase(first[8], Encoding::Windows1252);
     if (name == "LINE") text += '/' + first[10];
@@ -115,8 +139,9 @@ Lines describe(const ReadDrawing& read) {
 /// Lines as a drawing has them, in any order: entities that are whole, broken and cut off.
 Lines randomLines(std::mt19937& random, std::size_t count, unsigned endsecEvery) {
   constexpr std::string_view kPool[] = {
-      "0",  "0",   "0",  "  0", "LINE", "LINE", "SPLINE", "SEQEND", "HATCH", "8", "8", "layer",
-      "10", "1.5", "11", "12",  "41",   " 20 ", "LEADER", "00",     "0.0",   "x", "",  "POINT"};
+      "0",      "0",  "0",     "  0", "LINE", "LINE",  "SPLINE", "SEQEND", "HATCH",
+      "8",      "8",  "layer", "10",  "1.5",  "11",    "12",     "41",     " 20 ",
+      "LEADER", "00", "0.0",   "x",   "",     "POINT", "5",      "100",    "AcDbEntity"};
   constexpr std::string_view kWhole[][6] = {{"0", "LINE", "8", "a", "10", "7"},
                                             {"0", "SPLINE", "41", "1", "8", "b"},
                                             {"0", "LWPOLYLINE", "8", "c", "70", "1"}};
@@ -154,7 +179,7 @@ TEST(EntityWalk, FollowsItsRulesOnRandomLines) {
 
 TEST(EntityWalk, CountsNoNamesThatStructureADrawing) {
   const ReadDrawing read(textOf({"0", "EOF", "0", "SECTION", "0", "TABLE", "0", "ENDTAB", "0",
-                                 "BLOCK", "0", "ENDBLK", "0", "", "0", "HATCH", "0", "ENDSEC"}));
+                                 "BLOCK", "0", "ENDBLK", "0", "HATCH", "0", "ENDSEC"}));
   EXPECT_EQ(read.drawing.unknownKinds, (UnknownKinds{{"HATCH", 1}}));
 }
 

@@ -274,6 +274,19 @@ TEST(IsUtf8, IsFalseForAnUnfinishedCharacterAtTheEnd) {
   EXPECT_FALSE(TextSource(file.get(), {}).isUtf8(never));
 }
 
+TEST(IsUtf8, LooksAtTheBytesBeforeLineEndsAreMadeRegular) {
+  // The stray CR is dropped when the lines are read.
+  for (const std::string bytes : {"a\n\xC3\r\xA4\n", "a\r\xC3\n\xA4\r", "a\n\xE2\r\x82\xAC"}) {
+    const OpenFile file(bytes);
+    EXPECT_FALSE(TextSource(file.get(), {}).isUtf8(never));
+    EXPECT_FALSE(TextSource(bytes).isUtf8(never));
+    for (const std::size_t head : {std::size_t{0}, std::size_t{3}, bytes.size()}) {
+      const FilledPipe pipe(bytes.substr(head));
+      EXPECT_FALSE(TextSource(pipe.get(), bytes.substr(0, head)).isUtf8(never)) << head;
+    }
+  }
+}
+
 TEST(IsUtf8, IsFalseAfterACancelAndReadingGoesOn) {
   const std::string content = someText(5 * TextSource::kWindow);
   const OpenFile file(content);

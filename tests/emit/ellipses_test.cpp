@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -91,6 +92,55 @@ TEST(WriteEllipse, LiesInTheDirectionOfItsMajorAxis) {
       const double t = static_cast<double>(i) * std::acos(-1.0) / 64.0;
       expectAt(corners[i], onEllipse(major, 0.5, t));
     }
+  }
+}
+
+/// The text of the point at a parameter by the formulas that decide on its last digits: both the
+/// major axis and the point on the flat ellipse have a signed length and an angle by atan alone.
+std::string pointText(ScriptCapture& capture, const EllipseArc& ellipse, double t) {
+  const auto polar = [](double x, double y, double& length, double& angle) {
+    length = std::sqrt(x * x + y * y);
+    if (x < 0.0) length = -length;
+    angle = x == 0.0 ? kPi / 2.0 : std::atan(y / x);
+  };
+  double a = 0.0;
+  double alpha = 0.0;
+  polar(ellipse.majorX, ellipse.majorY, a, alpha);
+  double r = 0.0;
+  double angle = 0.0;
+  polar(a * std::cos(t), a * ellipse.ratio * std::sin(t), r, angle);
+  capture.script.formatPoint(ellipse.cx + r * std::cos(angle + alpha),
+                             ellipse.cy + r * std::sin(angle + alpha));
+  return capture.take();
+}
+
+TEST(WriteEllipse, HasPointsWithTheLastDigitsAndSignsOfItsFormulas) {
+  std::mt19937 random(5);
+  const auto whole = [&random](int from, int to) {
+    return from + static_cast<int>(random() % static_cast<unsigned>(to - from + 1));
+  };
+  // With angles by quadrant, this one starts at (-0.0000000 -13.0000000).
+  EllipseArc shape{.cx = 2, .cy = -1, .majorX = -2, .majorY = -12, .ratio = 1.0};
+  ScriptCapture capture;
+  EXPECT_EQ(pointText(capture, shape, 0.0), "(0.0000000 -13.0000000)");
+  for (int i = 0; i < 100; ++i) {
+    writeEllipse(capture.context, shape, kEllipseSegments, 7, nullptr);
+    const std::string script = capture.take();
+    std::string expected;
+    std::string last = pointText(capture, shape, 0.0);
+    for (int piece = 1; piece <= 128; ++piece) {
+      const std::string next =
+          pointText(capture, shape, piece == 128 ? kTwoPi : piece * (kPi / 64.0));
+      expected.append("Layer  7 ;\nWire 0.0000000 ").append(last).append(" ").append(next);
+      expected += ";\n";
+      last = next;
+    }
+    ASSERT_EQ(script, expected) << shape.majorX << ' ' << shape.majorY;
+    shape = {.cx = 1.0 * whole(-2, 2),
+             .cy = 1.0 * whole(-2, 2),
+             .majorX = 1.0 * whole(-20, 20),
+             .majorY = 1.0 * whole(-20, 20),
+             .ratio = whole(1, 8) / 8.0};
   }
 }
 

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <random>
 #include <string>
 #include <string_view>
 
@@ -155,73 +154,24 @@ TEST(Braces, AreLookedAtAfterFormatCodesAndReplacements) {
   EXPECT_EQ(quoted("x{%%p5}"), "±5");
 }
 
-TEST(FormatCodes, RunFromABackslashToTheNextSemicolon) {
-  EXPECT_EQ(stripFormatCodes("\\fArial;Hello"), "Hello");
-  EXPECT_EQ(stripFormatCodes("Hello\\H2.5x; world"), "Hello world");
-  EXPECT_EQ(stripFormatCodes("a\\;b"), "ab");
-}
-
-TEST(FormatCodes, StayWithoutASemicolon) {
-  EXPECT_EQ(stripFormatCodes("\\PHello"), "\\PHello");
-  EXPECT_EQ(stripFormatCodes("a;b\\Pc\\Pd"), "a;b\\Pc\\Pd");
-  EXPECT_EQ(stripFormatCodes("\\"), "\\");
-}
-
-TEST(FormatCodes, ReachFromTheFirstOfSeveralBackslashes) {
-  EXPECT_EQ(stripFormatCodes("x\\Pa\\H2;y"), "xy");
-}
-
-TEST(FormatCodes, DisappearWhereverTheyOccur) {
-  EXPECT_EQ(stripFormatCodes("\\A1;x\\A1;y\\A1;"), "xy");
-  EXPECT_EQ(stripFormatCodes("\\A1;x\\A2;y"), "xy");
-}
-
-TEST(FormatCodes, AreLookedForFromTheStartAfterEveryDeletion) {
-  // Without "\A;" the text reads "\B;c", which is a code of its own.
-  EXPECT_EQ(stripFormatCodes("\\A;\\B\\A;;c"), "c");
-  EXPECT_EQ(stripFormatCodes("\\A;x\\Py"), "x\\Py");
-}
-
-TEST(FormatCodes, LeaveTextsWithoutABackslashAlone) {
-  EXPECT_EQ(stripFormatCodes(""), "");
-  EXPECT_EQ(stripFormatCodes("a;b"), "a;b");
-}
-
-/// The removal of format codes step by step, every deletion over the whole text.
-std::string strippedStepByStep(std::string text) {
-  std::size_t from = 0;
-  for (;;) {
-    const std::size_t backslash = text.find('\\', from);
-    if (backslash == std::string::npos) return text;
-    const std::size_t semicolon = text.find(';', backslash);
-    from = backslash + 1;
-    if (semicolon == std::string::npos) continue;
-    const std::string piece = text.substr(backslash, semicolon - backslash + 1);
-    for (std::size_t at = text.find(piece); at != std::string::npos; at = text.find(piece, at)) {
-      text.erase(at, piece.size());
-    }
-    from = 0;
-  }
-}
-
-TEST(FormatCodes, OfTextsOfAnyShapeAreRemovedAsStepByStep) {
-  std::mt19937 random(5);
-  for (int i = 0; i < 20'000; ++i) {
-    std::string text;
-    for (std::size_t n = random() % 24; n > 0; --n) text += "\\\\;;AB1"[random() % 7];
-    ASSERT_EQ(stripFormatCodes(text), strippedStepByStep(text)) << text;
-  }
-}
-
 TEST(FormatCodes, AreRemovedFromTheTextThatIsWritten) {
   EXPECT_EQ(quoted("\\fArial;Hello"), "Hello");
   EXPECT_EQ(quoted("\\PHello"), "\\PHello");
 }
 
-TEST(FormatCodes, OfAVeryLongTextAreRemovedInReasonableTime) {
-  std::string text;
-  for (int i = 0; i < 100'000; ++i) text += "\\A1;x";
-  EXPECT_EQ(stripFormatCodes(text), std::string(100'000, 'x'));
+TEST(ControlCharacters, OfATextAreWrittenAsBlanks) {
+  using namespace std::string_literals;
+  EXPECT_EQ(quoted("a\0b\x1A"
+                   "c\v\f\x1B[1md\x7F"
+                   "e\x01\x1F"s),
+            "a b c   [1md e  ");
+  EXPECT_EQ(quoted("a\tb"), "a\tb");
+  EXPECT_EQ(quoted("\xC2\x85"), "\xC2\x85");
+  for (int c = 0; c < 0x20; ++c) {
+    const std::string text{'a', static_cast<char>(c), 'b'};
+    EXPECT_EQ(quoted(text), c == '\t' ? "a\tb" : "a b") << c;
+    EXPECT_EQ(WrittenText(text, 0.0, Encoding::Windows1252).quoted(), c == '\t' ? "a\tb" : "a b");
+  }
 }
 
 }  // namespace

@@ -74,6 +74,7 @@ ConversionInput readConversionInput(std::string_view data) {
   const std::string_view layer = takePart(data);
   if (!layer.empty()) input.job.defaultLayer = layer;
   input.job.drawingName = takePart(data);
+  input.job.report = true;
   input.layerFile = takePart(data);
   input.frame = takePart(data);
   input.drawing = data;

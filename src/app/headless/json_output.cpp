@@ -156,14 +156,23 @@ std::string messageList(const std::vector<Message>& messages) {
 }  // namespace
 
 std::string jsonString(std::string_view text) {
-  constexpr std::string_view kHex = "0123456789abcdef";
+  static constexpr std::string_view kHex = "0123456789abcdef";
   std::string out = "\"";
-  for (const char c : dxf::toUtf8(text, dxf::Encoding::Utf8)) {
+  const std::string utf8 = dxf::toUtf8(text, dxf::Encoding::Utf8);
+  const auto putEscape = [&out](unsigned code) {
+    out += {'\\', 'u', '0', '0', kHex[code >> 4], kHex[code & 15]};
+  };
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
+    const char c = utf8[i];
     const auto byte = static_cast<unsigned char>(c);
+    const unsigned next = i + 1 < utf8.size() ? static_cast<unsigned char>(utf8[i + 1]) : 0U;
     if (c == '"' || c == '\\') {
       out += {'\\', c};
     } else if (byte < 0x20 || byte == 0x7F) {
-      out += {'\\', 'u', '0', '0', kHex[byte >> 4], kHex[byte & 15]};
+      putEscape(byte);
+    } else if (byte == 0xC2 && next < 0xA0) {
+      putEscape(next);  // terminals obey these control characters, too
+      ++i;
     } else {
       out += c;
     }

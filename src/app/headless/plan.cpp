@@ -95,6 +95,7 @@ void planStandardInput(const Options& options, Plan& plan) {
     planned.job.scriptFile = fromPath(convert::findForCreation(*options.output));
   }
   planned.reportFile = fromPath(convert::findForCreation(options.report.value_or("")));
+  planned.job.report = !planned.reportFile.empty();
   plan.conversions.push_back(std::move(planned));
 }
 
@@ -110,6 +111,7 @@ PlannedConversion planDrawing(const Options& options, const PathRules& paths,
   planned.writeStandardOutput = options.output && *options.output == "-";
   if (!planned.writeStandardOutput) planned.job.scriptFile = paths.scriptOf(drawing);
   planned.reportFile = paths.reportOf(drawing);
+  planned.job.report = !planned.reportFile.empty();
   return planned;
 }
 

@@ -130,7 +130,8 @@ class Runner {
       } catch (const std::exception& problem) {
         const std::string& drawing = plan_.conversions[i].job.dxfFile;
         printed.error =
-            problemLine(convert::MessageKind::Error, quotable(drawing) + ": " + problem.what());
+            problemLine(convert::MessageKind::Error,
+                        quotable(drawing) + ": " + convert::withoutControls(problem.what()));
       }
       print(i, std::move(printed));
     }
@@ -187,6 +188,7 @@ class Runner {
     } else {
       result = convert::convertDXF(planned.job, host, surroundingsOf(planned));
       messages = host.messages();
+      if (result.outcome != Outcome::Ended) addLosses(result, messages);
       reportWritten = writeReport(planned.reportFile, result, messages);
       const bool files = !planned.readStandardInput && !planned.writeStandardOutput;
       if (result.outcome == Outcome::Cancelled && files) dateAsIncomplete(planned);
@@ -246,6 +248,11 @@ class Runner {
     }
   }
 
+  void addLosses(const ConversionResult& result, std::vector<Message>& messages) const {
+    const std::vector<Message> losses = convert::lossWarnings(result, texts_);
+    messages.insert(messages.end(), losses.begin(), losses.end());
+  }
+
   static Message error(std::string detail) {
     Message message;
     message.detail = std::move(detail);
@@ -261,11 +268,10 @@ class Runner {
   std::string summary(const ConversionResult& result) const {
     std::string text =
         texts_(3104, {quotable(result.dxfFile), std::to_string(convert::entityCount(result)),
-                      std::to_string(result.fileLinesRead)});
-    const std::string unknown = convert::unknownKindsText(result);
-    if (!unknown.empty()) text += texts_(3105, {unknown});
-    text += "\n";
-    for (const std::string& line : convert::leftOutTexts(result, texts_)) text += line + "\n";
+                      std::to_string(result.fileLinesRead)}) +
+        "\n";
+    const std::string hidden = convert::hiddenText(result, texts_);
+    if (!hidden.empty()) text += hidden + "\n";
     text += texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n";
     if (result.scriptFile == "-" || plan_.several) return text;
     const std::string argument = convert::scriptArgument(result);

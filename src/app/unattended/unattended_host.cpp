@@ -41,9 +41,15 @@ void UnattendedHost::tell(const convert::Message& message) {
 }
 
 void UnattendedHost::showReport(std::string_view report) {
-  std::string lines(report);
-  std::erase(lines, '\r');
-  console_.printError(lines + "\n");
+  constexpr std::string_view kLineEnd = "\r\n";
+  std::string lines;
+  while (true) {
+    const std::size_t stop = report.find(kLineEnd);
+    lines.append(convert::withoutControls(report.substr(0, stop))).append("\n");
+    if (stop == std::string_view::npos) break;
+    report.remove_prefix(stop + kLineEnd.size());
+  }
+  console_.printError(lines);
 }
 
 void UnattendedHost::print(const convert::Message& message) {

@@ -100,8 +100,12 @@ Outcome UnattendedRun::convert(bool listed) {
   if (result.outcome == Outcome::Converted) {
     console_.printError(
         texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n");
-    for (const std::string& line : convert::leftOutTexts(result, texts_)) {
-      console_.printError(line + "\n");
+    const std::string hidden = convert::hiddenText(result, texts_);
+    if (!hidden.empty()) console_.printError(hidden + "\n");
+  }
+  if (result.outcome != Outcome::Ended) {
+    for (const convert::Message& warning : convert::lossWarnings(result, texts_)) {
+      host.tell(warning);
     }
   }
   return result.outcome;

@@ -103,7 +103,7 @@ void LayerRows::clearRow(std::size_t index) {
 }
 
 void LayerRows::take(const std::vector<std::string>& names) {
-  std::unordered_set<std::string> assigned = assignedNames();
+  Names assigned = assignedNames();
   auto free = rows_.begin();
   for (const std::string& name : names) {
     if (!assigned.insert(foldedName(name)).second) continue;
@@ -122,8 +122,8 @@ bool LayerRows::isDuplicate(std::size_t index) const {
          }) > 1;
 }
 
-std::unordered_set<std::string> LayerRows::assignedNames() const {
-  std::unordered_set<std::string> names;
+LayerRows::Names LayerRows::assignedNames() const {
+  Names names;
   for (const convert::LayerRow& row : rows_) {
     if (!row.name.empty()) names.insert(foldedName(row.name));
   }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "convert/layer_file.h"
+#include "dxf/text_hash.h"
 #include "ui/resources/string_table.h"
 
 namespace quillon::settings {
@@ -50,8 +51,9 @@ class LayerRows {
 
   /// True when another row has the name of this one, in any case.
   bool isDuplicate(std::size_t index) const;
+  using Names = std::unordered_set<std::string, dxf::TextHash>;
   /// The names in the table, in the form that ignores their case.
-  std::unordered_set<std::string> assignedNames() const;
+  Names assignedNames() const;
   static std::string foldedName(const std::string& name);
 
   /// Marks the state that undo goes back to.

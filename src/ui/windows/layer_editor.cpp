@@ -199,7 +199,7 @@ void LayerEditor::layerScanDXF(const QString& drawing) {
 
 /// Checks the scanned layers that stand in the table.
 void LayerEditor::markAssigned() {
-  const std::unordered_set<std::string> assigned = rows_.assignedNames();
+  const settings::LayerRows::Names assigned = rows_.assignedNames();
   for (int i = 0; i < scanned_->count(); ++i) {
     QListWidgetItem* const item = scanned_->item(i);
     const bool found = assigned.count(settings::LayerRows::foldedName(fromQt(item->text()))) > 0;

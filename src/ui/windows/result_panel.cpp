@@ -99,8 +99,9 @@ QString ResultPanel::resultText(const convert::ConversionResult& result) const {
         << context_.text(3141, {std::to_string(result.commandCount), script});
   const std::string unknown = convert::unknownKindsText(result);
   if (!unknown.empty()) lines << context_.text(3142, {unknown});
-  for (const std::string& line : convert::leftOutTexts(result, context_.texts())) {
-    lines << toQt(line);
+  for (const std::string& line : {convert::hiddenText(result, context_.texts()),
+                                  convert::damageText(result, context_.texts())}) {
+    if (!line.empty()) lines << toQt(line);
   }
   if (result.outcome == convert::Outcome::Cancelled) lines << context_.text(3146);
   if (result.rangeWarning) lines << context_.text(3147);
