@@ -5,6 +5,7 @@
 #include "emit/curves.h"
 #include "emit/geometry.h"
 #include "emit/lines.h"
+#include "emit/trigonometry.h"
 
 namespace quillon::emit {
 namespace {
@@ -17,16 +18,16 @@ class AxisForm {
     // A negative half axis stands in for the missing quadrant correction of the angle: intended.
     if (ellipse.majorX < 0.0) a_ = -a_;
     b_ = a_ * ellipse.ratio;
-    alpha_ = ellipse.majorX == 0.0 ? kPi / 2.0 : std::atan(ellipse.majorY / ellipse.majorX);
+    alpha_ = ellipse.majorX == 0.0 ? kPi / 2.0 : arcTangent(ellipse.majorY / ellipse.majorX);
   }
 
   void pointAt(double t, double& x, double& y) const {
-    const double flatX = a_ * std::cos(t);
-    const double flatY = b_ * std::sin(t);
+    const double flatX = a_ * cosine(t);
+    const double flatY = b_ * sine(t);
     const double r = std::sqrt(flatX * flatX + flatY * flatY);
     const double angle = polarAngle(flatX, flatY) + alpha_;
-    x = cx_ + r * std::cos(angle);
-    y = cy_ + r * std::sin(angle);
+    x = cx_ + r * cosine(angle);
+    y = cy_ + r * sine(angle);
   }
 
  private:
