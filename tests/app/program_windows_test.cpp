@@ -74,6 +74,69 @@ TEST_F(WindowsPathTest, OfADeviceIsWrittenDirectly) {
   EXPECT_EQ(files(), Strings{"part.dxf"});
 }
 
+/// Names of devices that a drawing, a script and a report cannot be written to or read from where
+/// tests run; they end in a message.
+TEST_F(WindowsPathTest, OfADeviceThatIsNotThereIsAnError) {
+  write("part.dxf", oneLine());
+  for (const std::string name : {"PRN", "LPT3", "COM7", "\\\\.\\pipe\\none", "//./pipe/none"}) {
+    const std::string shown = testing::withSlashes(name);
+    testing::ProgramResult result = run({name});
+    EXPECT_EQ(result.exitCode, 1) << name;
+    EXPECT_NE(result.error.find(shown + " cannot be read: No such file or directory. "),
+              std::string::npos)
+        << result.error;
+    result = run({"part.dxf", "--force", "-o", name});
+    EXPECT_EQ(result.exitCode, 1) << name;
+    EXPECT_NE(result.error.find(shown + " cannot be written: No such file or directory. "),
+              std::string::npos)
+        << result.error;
+    result = run({"part.dxf", "--force", "--report", name});
+    EXPECT_EQ(result.exitCode, 1) << name;
+    EXPECT_NE(result.error.find(shown + " cannot be written: No such file or directory. "),
+              std::string::npos)
+        << result.error;
+  }
+}
+
+TEST_F(WindowsPathTest, OfTheConsoleIsTheConsoleOrAnError) {
+  write("part.dxf", oneLine());
+  const HANDLE console = CreateFileA("CONIN$", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr);
+  const bool hasConsole = console != INVALID_HANDLE_VALUE;
+  if (hasConsole) CloseHandle(console);
+  for (const std::string name : {"CON", "con", "\\\\.\\CON", "CONOUT$"}) {
+    const std::string shown = testing::withSlashes(name);
+    for (const char* const option : {"-o", "--report"}) {
+      const testing::ProgramResult result = run({"part.dxf", "--force", option, name});
+      EXPECT_EQ(result.exitCode, hasConsole ? 0 : 1) << name;
+      EXPECT_NE(result.error.find(hasConsole ? shown : shown + " cannot be written: "),
+                std::string::npos)
+          << result.error;
+    }
+    if (hasConsole) continue;  // it would be read
+    const testing::ProgramResult result = run({name});
+    EXPECT_EQ(result.exitCode, 1) << name;
+    EXPECT_NE(result.error.find(shown + " cannot be read: "), std::string::npos) << result.error;
+  }
+  EXPECT_EQ(files(), (Strings{"part.dxf", "part.scr"}));
+}
+
+TEST_F(WindowsPathTest, OfAPipeGetsTheWholeScriptAtOnce) {
+  write("part.dxf", oneLine());
+  const std::string name = "\\\\.\\pipe\\quillon-" + std::to_string(GetCurrentProcessId());
+  // One instance: whoever only looks at the pipe takes it from the script.
+  const HANDLE pipe = CreateNamedPipeA(name.c_str(), PIPE_ACCESS_INBOUND, PIPE_TYPE_BYTE, 1,
+                                       1U << 16, 1U << 16, 0, nullptr);
+  ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
+  const testing::ProgramResult result = run({"part.dxf", "-o", name, "--name", "A"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  std::string script(4096, '\0');
+  DWORD length = 0;
+  ReadFile(pipe, script.data(), static_cast<DWORD>(script.size()), &length, nullptr);
+  CloseHandle(pipe);
+  EXPECT_EQ(script.substr(0, length), lineScript("A"));
+}
+
 TEST_F(WindowsPathTest, DiffersFromAnotherNotByCase) {
   write("part.dxf", oneLine());
   EXPECT_EQ(run({"part.dxf", "--report", "PART.DXF", "--force"}).exitCode, 2);

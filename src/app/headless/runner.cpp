@@ -90,7 +90,12 @@ class Runner {
     {
       std::vector<std::jthread> threads;
       try {
-        for (std::size_t i = 1; i < workers; ++i) threads.emplace_back([this] { work(); });
+        for (std::size_t i = 1; i < workers; ++i) {
+          threads.emplace_back([this] {
+            const errors::CrashStack stack;
+            work();
+          });
+        }
       } catch (const std::system_error&) {
         // Fewer conversions at the same time do as well.
       }
@@ -271,11 +276,15 @@ class Runner {
   bool outputFailed_ = false;
 };
 
+int runPlan(const Options& options) {
+  Plan plan = makePlan(options);
+  if (!plan.usageError.empty()) return usageError(plan.usageError);
+  return Runner(options, std::move(plan)).run();
+}
+
 }  // namespace
 
 int run(const Options& options) {
-  Plan plan = makePlan(options);
-  if (!plan.usageError.empty()) return usageError(plan.usageError);
   console::catchInterrupt();
   const errors::ProgramIdentity program =
       errors::thisProgram("quillon-convert", convert::programFolder());
@@ -288,8 +297,7 @@ int run(const Options& options) {
                                        errors::crashNotice(program, options.languageOffset));
   int exitCode = kSomeNotConverted;
   errors::attempt(
-      faults, "headless", "run", [&] { exitCode = Runner(options, std::move(plan)).run(); },
-      errors::kMayLeave);
+      faults, "headless", "run", [&] { exitCode = runPlan(options); }, errors::kMayLeave);
   return exitCode;
 }
 
