@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillon::convert {
 
@@ -33,6 +34,11 @@ std::filesystem::path findExisting(std::string_view path);
 
 /// The path of a file that is to be created: its folder is looked up like that, its name stays.
 std::filesystem::path findForCreation(std::string_view path);
+
+/// The files and folders that a path with "*" or "?" in its last component stands for, sorted
+/// without regard to case, where programs look them up themselves; on other systems, and where
+/// there are none, the path as it is.
+std::vector<std::string> expandWildcards(const std::string& path);
 
 /// True when the path names something that exists and is no folder.
 bool namesFile(const std::filesystem::path& path);

@@ -77,6 +77,8 @@ fs::path findForCreation(std::string_view path) {
   return folder.empty() ? asWritten : folder / toPath(parts.back());
 }
 
+std::vector<std::string> expandWildcards(const std::string& path) { return {path}; }
+
 bool namesHaveCase() { return true; }
 
 }  // namespace quillon::convert

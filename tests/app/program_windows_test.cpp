@@ -184,6 +184,42 @@ TEST_F(WindowsPathTest, IsTheUsersOwnFolderForAProgramAmongTheSystems) {
   EXPECT_TRUE(usesFrame());
 }
 
+TEST_F(WindowsPathTest, WithWildcardsStandsForTheFilesThatHaveItsForm) {
+  for (const char* const name : {"b.dxf", "A.DXF", "Gehäuse.dxf", "ab.dxf", "note.txt"}) {
+    write(name, oneLine());
+  }
+  write("c.dxf_old", oneLine());  // whose short name ends in .DXF
+  fs::create_directory(folder.path() / "in");
+  write("in/d.dxf", oneLine());
+  testing::ProgramResult result = run({"*.dxf"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_EQ(result.error,
+            summaryLines("A.DXF", 1, "A.scr", 11) + summaryLines("ab.dxf", 1, "ab.scr", 11) +
+                summaryLines("b.dxf", 1, "b.scr", 11) +
+                summaryLines("Gehäuse.dxf", 1, "Gehäuse.scr", 11) + "4 of 4 drawings converted\n");
+  result = run({"?.Dxf", "in\\*", "--force"});
+  EXPECT_TRUE(result.error.ends_with("3 of 3 drawings converted\n")) << result.error;
+  EXPECT_TRUE(folder.has("in/d.scr"));
+  // One file of the form is as good as its name.
+  result = run({"a?.dxf", "--force", "--name", "A"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_EQ(folder.read("ab.scr"), lineScript("A"));
+}
+
+TEST_F(WindowsPathTest, WithWildcardsThatNothingMatchesIsReportedAsItIs) {
+  write("part.dxf", oneLine());
+  fs::create_directory(folder.path() / "in");
+  for (const std::string pattern : {"*.txt", "no\\*.dxf", "i?\\*.dxf", "??.dxf"}) {
+    const testing::ProgramResult result = run({pattern});
+    EXPECT_EQ(result.exitCode, 1) << pattern;
+    EXPECT_EQ(result.error,
+              errorLine(testing::withSlashes(pattern) +
+                        " cannot be read: No such file or directory. Please check the "
+                        "path and its permissions."))
+        << pattern;
+  }
+}
+
 TEST_F(WindowsPathTest, IsTakenFromTheCommandLineWithQuotesAndBlanks) {
   write("a b.dxf", oneLine());
   EXPECT_EQ(run({"a b.dxf", "-o", "c \"d\".scr"}).exitCode, 1);  // quotes are in no file's name

@@ -4,12 +4,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <map>
 #include <utility>
 
 #include "app/console/console.h"
 #include "app/console/terminal.h"
 #include "convert/messages.h"
+#include "convert/paths.h"
 #include "dxf/number_text.h"
 #include "ui/resources/string_table.h"
 
@@ -143,6 +145,16 @@ std::string checkTogether(const Options& options) {
   return {};
 }
 
+/// Drawings as the system's other programs would take them.
+void expandInputs(Options& options) {
+  std::vector<std::string> inputs;
+  for (const std::string& input : options.inputs) {
+    std::vector<std::string> found = convert::expandWildcards(input);
+    std::move(found.begin(), found.end(), std::back_inserter(inputs));
+  }
+  options.inputs = std::move(inputs);
+}
+
 }  // namespace
 
 int usageError(const std::string& message) {
@@ -174,6 +186,7 @@ Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exi
   options.job.offsetY = dxf::numberValue(numbers.offsetY);
   options.job.polyWidth = dxf::numberValue(numbers.polyWidth);
   if (options.newer) options.job.overwriteScript = true;
+  expandInputs(options);
   const std::string wrong = checkTogether(options);
   if (!wrong.empty()) exitCode = usageError(wrong);
   return options;
