@@ -35,10 +35,17 @@ std::filesystem::path findExisting(std::string_view path);
 /// The path of a file that is to be created: its folder is looked up like that, its name stays.
 std::filesystem::path findForCreation(std::string_view path);
 
+/// The path as the system itself would complete it, from the root on and without "." and "..".
+std::filesystem::path wholePath(const std::filesystem::path& path);
+
 /// The files and folders that a path with "*" or "?" in its last component stands for, sorted
 /// without regard to case, where programs look them up themselves; on other systems, and where
 /// there are none, the path as it is.
 std::vector<std::string> expandWildcards(const std::string& path);
+
+/// A path as the user meant it. On Windows "C:\work\" may arrive with a quote instead of the last
+/// backslash, where a backslash before a quote was taken for an escape.
+std::string pathArgument(std::string path);
 
 /// True when the path names something that exists and is no folder.
 bool namesFile(const std::filesystem::path& path);

@@ -77,7 +77,14 @@ fs::path findForCreation(std::string_view path) {
   return folder.empty() ? asWritten : folder / toPath(parts.back());
 }
 
+fs::path wholePath(const fs::path& path) {
+  std::error_code ignored;
+  return fs::absolute(path, ignored).lexically_normal();
+}
+
 std::vector<std::string> expandWildcards(const std::string& path) { return {path}; }
+
+std::string pathArgument(std::string path) { return path; }
 
 bool namesHaveCase() { return true; }
 

@@ -64,6 +64,16 @@ fs::path findExisting(std::string_view path) {
 
 fs::path findForCreation(std::string_view path) { return toPath(path); }
 
+fs::path wholePath(const fs::path& path) {
+  constexpr std::wstring_view kPrefix = L"\\\\?\\";
+  constexpr std::wstring_view kShare = L"\\\\?\\UNC\\";
+  const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+  std::wstring whole(size, L'\0');
+  whole.resize(GetFullPathNameW(path.c_str(), size, whole.data(), nullptr));
+  if (whole.starts_with(kShare)) return L"\\\\" + whole.substr(kShare.size());
+  return whole.starts_with(kPrefix) ? whole.substr(kPrefix.size()) : whole;
+}
+
 std::vector<std::string> expandWildcards(const std::string& path) {
   const std::size_t start = path.find_last_of("\\/:") + 1;  // 0 where there is none
   if (path.find_first_of("*?", start) == std::string::npos) return {path};
@@ -83,6 +93,11 @@ std::vector<std::string> expandWildcards(const std::string& path) {
   std::vector<std::string> paths;
   for (auto& [upper, name] : found) paths.push_back(std::move(name));
   return paths;
+}
+
+std::string pathArgument(std::string path) {
+  if (path.ends_with('"')) path.back() = '\\';
+  return path;
 }
 
 bool namesHaveCase() { return false; }

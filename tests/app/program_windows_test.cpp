@@ -4,6 +4,7 @@
 #include "app/program_fixture.h"
 #include "convert/file_system.h"
 #include "convert/paths.h"
+#include "convert/summary.h"
 
 namespace quillon::headless {
 namespace {
@@ -217,6 +218,81 @@ TEST_F(WindowsPathTest, WithWildcardsThatNothingMatchesIsReportedAsItIs) {
                         " cannot be read: No such file or directory. Please check the "
                         "path and its permissions."))
         << pattern;
+  }
+}
+
+TEST_F(WindowsPathTest, OfAFolderMayEndInABackslashBeforeAQuote) {
+  fs::create_directory(folder.path() / "in");
+  fs::create_directory(folder.path() / "out");
+  write("in/part.dxf", oneLine());
+  // What arrives of "in\" and "out\" in quotes.
+  testing::ProgramResult result =
+      run({"in\"", "-o", "out\"", "--report", folder.path().string() + "\\out\""});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_TRUE(folder.has("out/part.scr"));
+  EXPECT_TRUE(folder.has("out/part.txt"));
+  call.program = QUILLON_PROGRAM;
+  result = run({"/x:in\"", "/s:out\"", "/w:o", "/rx"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+}
+
+TEST_F(WindowsPathTest, OfAFolderInQuotesDoesNotTakeWhatFollowsIt) {
+  fs::create_directory(folder.path() / "my work");
+  fs::create_directory(folder.path() / "my scripts");
+  write("my work/part.dxf", oneLine());
+  const auto exitCodeOf = [this](const std::string& arguments) {
+    std::string line = "\"" + std::string(QUILLON_CONVERT) + "\" " + arguments;
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    DWORD code = ~0U;
+    const std::string in = folder.path().string();
+    if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, in.c_str(),
+                       &start, &process) == 0) {
+      return code;
+    }
+    WaitForSingleObject(process.hProcess, 60'000);
+    GetExitCodeProcess(process.hProcess, &code);
+    CloseHandle(process.hProcess);
+    CloseHandle(process.hThread);
+    return code;
+  };
+  EXPECT_EQ(exitCodeOf(R"("my work\" --quiet -o "my scripts\" --name "A \"B\"C")"), 2U);  // a name
+  EXPECT_EQ(exitCodeOf(R"("my work\" --quiet -o "my scripts\")"), 0U);
+  EXPECT_TRUE(folder.has("my scripts/part.scr"));
+  EXPECT_EQ(exitCodeOf(R"("my work\part.dxf" --force --quiet --name "A\"B\"")"), 0U);
+  EXPECT_EQ(folder.read("my work/part.scr"), lineScript("A\"B\""));
+}
+
+TEST_F(WindowsPathTest, WithoutALimitIsShownAsTheSystemShowsIt) {
+  write("part.dxf", oneLine());
+  const std::string path = convert::fromPath(folder.path());
+  const testing::ProgramResult result = run({"\\\\?\\" + path + "\\part.dxf"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_TRUE(result.error.ends_with("In EAGLE type: SCRIPT '" + testing::withSlashes(path) +
+                                     "/part.scr'\n"))
+      << result.error;
+}
+
+TEST_F(WindowsPathTest, OnAnotherMachineIsShownAsItIs) {
+  convert::ConversionResult result;
+  result.scriptFile = "\\\\server\\share\\x\\..\\part.scr";
+  EXPECT_EQ(convert::scriptArgument(result), "\\\\server\\share\\part.scr");
+  result.scriptFile = "\\\\?\\UNC\\server\\share\\part.scr";
+  EXPECT_EQ(convert::scriptArgument(result), "\\\\server\\share\\part.scr");
+}
+
+TEST(VersionResource, SaysWhoseProgramItIs) {
+  for (const char* const program : {QUILLON_CONVERT, QUILLON_PROGRAM}) {
+    std::string block(GetFileVersionInfoSizeA(program, nullptr), '\0');
+    ASSERT_NE(GetFileVersionInfoA(program, 0, static_cast<DWORD>(block.size()), block.data()), 0);
+    void* text = nullptr;
+    UINT length = 0;
+    ASSERT_NE(
+        VerQueryValueA(block.data(), "\\StringFileInfo\\040904B0\\LegalCopyright", &text, &length),
+        0)
+        << program;
+    EXPECT_STREQ(static_cast<const char*>(text), "The Quillon developers");
   }
 }
 

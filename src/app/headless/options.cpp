@@ -145,14 +145,20 @@ std::string checkTogether(const Options& options) {
   return {};
 }
 
-/// Drawings as the system's other programs would take them.
-void expandInputs(Options& options) {
+/// Paths as the system's other programs would take them.
+void completePaths(Options& options) {
   std::vector<std::string> inputs;
-  for (const std::string& input : options.inputs) {
-    std::vector<std::string> found = convert::expandWildcards(input);
+  for (std::string& input : options.inputs) {
+    std::vector<std::string> found =
+        convert::expandWildcards(convert::pathArgument(std::move(input)));
     std::move(found.begin(), found.end(), std::back_inserter(inputs));
   }
   options.inputs = std::move(inputs);
+  for (std::optional<std::string>* const path :
+       {&options.output, &options.report, &options.frame}) {
+    if (*path) **path = convert::pathArgument(std::move(**path));
+  }
+  options.job.layerFile = convert::pathArgument(std::move(options.job.layerFile));
 }
 
 }  // namespace
@@ -186,7 +192,7 @@ Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exi
   options.job.offsetY = dxf::numberValue(numbers.offsetY);
   options.job.polyWidth = dxf::numberValue(numbers.polyWidth);
   if (options.newer) options.job.overwriteScript = true;
-  expandInputs(options);
+  completePaths(options);
   const std::string wrong = checkTogether(options);
   if (!wrong.empty()) exitCode = usageError(wrong);
   return options;
