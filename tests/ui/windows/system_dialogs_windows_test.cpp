@@ -114,6 +114,43 @@ TEST_F(SystemDialogTest, OpenGivesTheFileThatIsChosen) {
   EXPECT_EQ(dialog.Filename(), chosen);
 }
 
+TEST_F(SystemDialogTest, OpenGivesAFileWhoseNameNoCodePageHas) {
+  const std::filesystem::path in = folder.path() / L"Łódź Ω";
+  std::filesystem::create_directory(in);
+  const std::filesystem::path drawing = in / L"Größe Ω.dxf";
+  ASSERT_NE(convert::openFile(drawing, "wb"), nullptr);
+  ObjFiledialog dialog = dialogFor("Quillon opens any", "*.dxf");
+  dialog.InitDir = QDir::toNativeSeparators(toQt(convert::fromPath(in)));
+  dialog.Flags = kOpenFlags;
+  {
+    DialogUser user("Quillon opens any", IDOK, L"Größe Ω.dxf");
+    EXPECT_EQ(sameForm(dialog.ShowOpen(nullptr)), sameForm(toQt(convert::fromPath(drawing))));
+    EXPECT_TRUE(user.seen());
+  }
+  // As a preset, too.
+  dialog.setFilename(toQt(convert::fromPath(drawing)));
+  DialogUser user("Quillon opens any", IDOK);
+  EXPECT_EQ(sameForm(dialog.ShowOpen(nullptr)), sameForm(toQt(convert::fromPath(drawing))));
+  EXPECT_TRUE(user.seen());
+}
+
+TEST_F(SystemDialogTest, SaveGivesANameThatNoCodePageHas) {
+  ObjFiledialog dialog = dialogFor("Quillon saves any", "*.scr");
+  dialog.Flags = kNameFlags;
+  dialog.DefaultExt = "scr";
+  DialogUser user("Quillon saves any", IDOK, L"Łódź Ω");
+  EXPECT_EQ(sameForm(dialog.ShowSave(nullptr)), sameForm(path("Łódź Ω.scr")));
+  EXPECT_TRUE(user.seen());
+}
+
+TEST_F(SystemDialogTest, TheShellFindsAFileWhoseNameNoCodePageHas) {
+  const std::filesystem::path file = folder.path() / L"Łódź Ω.of-no-program";
+  ASSERT_NE(convert::openFile(file, "wb"), nullptr);
+  const QString name = QDir::toNativeSeparators(toQt(convert::fromPath(file)));
+  constexpr int kNoAssociation = 31;
+  EXPECT_EQ(runSystemShell({name, kShowNormal, {}, {}, "open"}, nullptr), kNoAssociation);
+}
+
 TEST_F(SystemDialogTest, TheWindowHasTheIconOfTheExecutable) {
   const HMODULE executable = LoadLibraryExA(QUILLON_PROGRAM, nullptr, LOAD_LIBRARY_AS_DATAFILE);
   ASSERT_NE(executable, nullptr);
