@@ -4,6 +4,7 @@ Unicode true
 Target amd64-unicode
 !include MUI2.nsh
 !include FileFunc.nsh
+!include LogicLib.nsh
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Quillon"
 
@@ -29,6 +30,73 @@ BrandingText "Quillon ${VERSION}"
 !insertmacro MUI_LANGUAGE "English"
 !insertmacro MUI_LANGUAGE "German"
 
+LangString IN_USE ${LANG_ENGLISH} "Quillon is running, or its files may not be changed: $1. \
+Close all windows of Quillon and wait for running conversions to end, then try again. \
+Nothing was changed."
+LangString IN_USE ${LANG_GERMAN} "Quillon läuft noch, oder seine Dateien dürfen nicht geändert werden: $1. \
+Schließen Sie alle Fenster von Quillon, warten Sie das Ende laufender Konvertierungen ab und \
+versuchen Sie es dann noch einmal. Es wurde nichts geändert."
+LangString INCOMPLETE ${LANG_ENGLISH} "Not all files could be written, so Quillon is not installed \
+completely. Close all programs that use files in $INSTDIR, help windows included, check that the \
+disk is not full, and install Quillon again."
+LangString INCOMPLETE ${LANG_GERMAN} "Nicht alle Dateien konnten geschrieben werden, daher ist Quillon \
+nicht vollständig installiert. Schließen Sie alle Programme, die Dateien in $INSTDIR benutzen, auch \
+Hilfefenster, prüfen Sie, ob die Platte voll ist, und installieren Sie Quillon noch einmal."
+
+; Says what is wrong where a silent run can say anything: on the console that it was started from.
+!macro TellSilent TEXT
+  ${If} ${Silent}
+    System::Call 'kernel32::AttachConsole(i -1)'
+    System::Call 'kernel32::GetStdHandle(i -11) p .r0'
+    FileWrite $0 "${TEXT}$\r$\n"
+  ${EndIf}
+!macroend
+
+; A program that runs can be neither replaced nor removed. Opening it for writing finds that out and
+; changes nothing. $1 becomes its name.
+!macro LookAtProgram FILE
+  ${If} ${FileExists} "$INSTDIR\${FILE}"
+    ClearErrors
+    FileOpen $0 "$INSTDIR\${FILE}" a
+    ${If} ${Errors}
+      StrCpy $1 "${FILE}"
+    ${Else}
+      FileClose $0
+    ${EndIf}
+  ${EndIf}
+!macroend
+
+; Ends with exit code 2, before anything is changed, as long as a program is in use.
+!macro RefuseWhileInUse
+  ${Do}
+    StrCpy $1 ""
+    !insertmacro LookAtProgram "quillon.exe"
+    !insertmacro LookAtProgram "quillon-convert.exe"
+    ${If} $1 == ""
+      ${ExitDo}
+    ${EndIf}
+    ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(IN_USE)" /SD IDCANCEL IDCANCEL`
+      !insertmacro TellSilent "$(IN_USE)"
+      SetErrorLevel 2
+      Abort "$(IN_USE)"
+    ${EndIf}
+  ${Loop}
+!macroend
+
+; What the installer spoke is what the program speaks, until its user chooses.
+!macro SetFirstLanguage
+  ReadRegStr $0 HKCU "${UNINSTALL_KEY}" "DisplayVersion"
+  ${If} $0 == ""
+  ${AndIfNot} ${FileExists} "$INSTDIR\larkspur.ini"
+  ${AndIfNot} ${FileExists} "$APPDATA\Quillon\larkspur.ini"
+    ${If} $LANGUAGE == ${LANG_GERMAN}
+      WriteINIStr "$INSTDIR\larkspur.ini" "global" "language" "0"
+    ${Else}
+      WriteINIStr "$INSTDIR\larkspur.ini" "global" "language" "10000"
+    ${EndIf}
+  ${EndIf}
+!macroend
+
 VIProductVersion "${VERSION}.0"
 VIAddVersionKey /LANG=0 "ProductName" "Quillon"
 VIAddVersionKey /LANG=0 "ProductVersion" "${VERSION}"
@@ -38,9 +106,18 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "The Quillon developers"
 
 Section
   SetShellVarContext current
+  !insertmacro RefuseWhileInUse
   SetOutPath "$INSTDIR"
+  ClearErrors
   File /r "${STAGE}/*"
   WriteUninstaller "$INSTDIR\uninstall.exe"
+  ${If} ${Errors}
+    MessageBox MB_OK|MB_ICONSTOP "$(INCOMPLETE)" /SD IDOK
+    !insertmacro TellSilent "$(INCOMPLETE)"
+    SetErrorLevel 2
+    Abort "$(INCOMPLETE)"
+  ${EndIf}
+  !insertmacro SetFirstLanguage
   CreateShortcut "$SMPROGRAMS\Quillon.lnk" "$INSTDIR\quillon.exe"
   ${GetSize} "$INSTDIR" "/S=0K" $0 $1 $2
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "Quillon"
@@ -59,6 +136,7 @@ SectionEnd
 ; there stay, and then so does the folder.
 Section "Uninstall"
   SetShellVarContext current
+  !insertmacro RefuseWhileInUse
   !include "${LIST}"
   Delete "$INSTDIR\larkspur.ini"
   Delete "$INSTDIR\quillon.cfh"

@@ -36,6 +36,30 @@ try_programs() {
   expect_file "$1/quillon.cfh"  # which the program makes in its own folder
 }
 
+# settings_language FOLDER: the language in the settings there.
+settings_language() { sed -n 's/^language=\([0-9]*\).*/\1/p' "$1/larkspur.ini"; }
+
+# expect_refusal WHAT COMMAND...: while a program runs in the folder of the installation, a silent
+# command ends with its own exit code and a word, and changes nothing.
+expect_refusal() {
+  local what=$1 result=0 runs
+  shift
+  mkfifo "$prefix/input"
+  wine "$installed/quillon-convert.exe" - <"$prefix/input" >/dev/null 2>&1 &
+  runs=$!
+  exec 8>"$prefix/input" # it waits for its drawing until this is closed
+  sleep 3
+  echo old >"$installed/LICENSE.txt"
+  "$@" >"$prefix/said" 2>&1 8>&- || result=$?
+  exec 8>&-
+  wait "$runs" || true # an empty drawing is refused
+  rm "$prefix/input"
+  [ "$result" -eq 2 ] || fail "$what over a running program ends with $result"
+  grep -q "quillon-convert.exe" "$prefix/said" || fail "$what over a running program says nothing"
+  [ "$(cat "$installed/LICENSE.txt")" = old ] || fail "$what over a running program changes files"
+  expect_file "$installed/uninstall.exe"
+}
+
 setup=$packages/Quillon-$version-setup.exe
 wine "$setup" /S
 user=$(cd "$WINEPREFIX/drive_c/users" && find . -mindepth 1 -maxdepth 1 -type d ! -name Public -printf '%P')
@@ -50,10 +74,20 @@ done
 expect_file "$shortcut"
 key='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quillon'
 wine reg query "$key" /v DisplayVersion | grep -q "$version" || fail "no entry among the programs"
+[ "$(settings_language "$installed")" = 10000 ] || fail "the program does not speak English"
 try_programs "$installed"
+
+expect_refusal "installing" wine "$setup" /S
+sed -i 's/^language=10000/language=0/' "$installed/larkspur.ini"
+wine "$setup" /S
+[ "$(settings_language "$installed")" = 0 ] || fail "installing again changes the language"
+! grep -qx old "$installed/LICENSE.txt" || fail "installing again replaces nothing"
+
 # Run from elsewhere, the uninstaller works in the foreground.
 cp "$installed/uninstall.exe" "$prefix"
-wine "$prefix/uninstall.exe" /S "_?=$(wine winepath -w "$installed" | tr -d '\r')"
+uninstall() { wine "$prefix/uninstall.exe" /S "_?=$(wine winepath -w "$installed" | tr -d '\r')"; }
+expect_refusal "uninstalling" uninstall
+uninstall
 expect_nothing "$installed"
 expect_nothing "$shortcut"
 ! wine reg query "$key" >/dev/null 2>&1 || fail "the entry among the programs is still there"

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "convert/job.h"
+#include "convert/paths.h"
 #include "dxf/encoding.h"
 #include "dxf/number_text.h"
 
@@ -33,13 +34,16 @@ struct OptionRow {
 using Option = CommandLineOption;
 
 constexpr std::array<OptionRow, 18> kOptions = {{
-    {"x:", Option::DxfFile, [](CommandLine& line, std::string_view v) { line.dxfFile = v; }},
-    {"s:", Option::ScriptFile, [](CommandLine& line, std::string_view v) { line.scriptFile = v; }},
+    {"x:", Option::DxfFile,
+     [](CommandLine& line, std::string_view v) { line.dxfFile = pathArgument(std::string(v)); }},
+    {"s:", Option::ScriptFile,
+     [](CommandLine& line, std::string_view v) { line.scriptFile = pathArgument(std::string(v)); }},
     {"b:", Option::DrawingName,
      [](CommandLine& line, std::string_view v) { line.drawingName = v; }},
     {"o:", Option::TargetKind,
      [](CommandLine& line, std::string_view v) { line.targetKind = targetKindOf(v); }},
-    {"d:", Option::LayerFile, [](CommandLine& line, std::string_view v) { line.layerFile = v; }},
+    {"d:", Option::LayerFile,
+     [](CommandLine& line, std::string_view v) { line.layerFile = pathArgument(std::string(v)); }},
     {"l:", Option::Layer, [](CommandLine& line, std::string_view v) { line.layer = v; }},
     {"v:", Option::Version,
      [](CommandLine& line, std::string_view v) { line.version = v == "4" ? 1 : 0; }},

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <string>
@@ -57,8 +58,34 @@ int reasonOf(DWORD error) {
   }
 }
 
-/// Opens a file or folder to learn about it; needs no right to read it.
+fs::path fullPath(const fs::path& path) {
+  const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+  std::wstring full(size, L'\0');
+  full.resize(GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
+  return full.empty() ? path : fs::path(full);
+}
+
+/// Whether a path is that of a device or a pipe, by its spelling alone: looking at one would open
+/// it, which takes a pipe from whoever it was meant for. The system spells CON as "\\.\CON".
+bool namesDevice(const fs::path& path) {
+  const std::wstring full = upperCased(fullPath(path).native());
+  std::wstring_view rest = full;
+  if (rest.starts_with(L"\\\\.\\") || rest.starts_with(L"\\\\?\\")) {
+    rest.remove_prefix(4);
+    return rest.find(L'\\') == std::wstring_view::npos || rest.starts_with(L"PIPE\\") ||
+           rest.starts_with(L"MAILSLOT\\");
+  }
+  if (!rest.starts_with(L"\\\\")) return false;
+  rest.remove_prefix(std::min(rest.find(L'\\', 2), rest.size()));  // the machine's name
+  return rest.starts_with(L"\\PIPE\\") || rest.starts_with(L"\\MAILSLOT\\");
+}
+
+/// Opens a file or folder to learn about it; needs no right to read it. Null for a device.
 Handle openToLook(const fs::path& path) {
+  if (namesDevice(path)) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return nullptr;
+  }
   const HANDLE handle = CreateFileW(unlimited(path).c_str(), 0,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
@@ -77,19 +104,12 @@ fs::path finalPath(HANDLE handle) {
   return text.starts_with(kPrefix) ? text.substr(kPrefix.size()) : text;
 }
 
-fs::path fullPath(const fs::path& path) {
-  const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
-  std::wstring full(size, L'\0');
-  full.resize(GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
-  return full.empty() ? path : fs::path(full);
-}
+}  // namespace
 
 std::wstring upperCased(std::wstring text) {
   CharUpperBuffW(text.data(), static_cast<DWORD>(text.size()));
   return text;
 }
-
-}  // namespace
 
 std::wstring unlimited(const fs::path& path) {
   constexpr std::size_t kLongestPlain = 240;  // a folder's limit, 248, is below that of a file
@@ -125,6 +145,7 @@ FileHandle openFile(const fs::path& path, const char* mode) {
 
 FileKind fileKind(const fs::path& path) {
   if (path.empty()) return FileKind::Missing;
+  if (namesDevice(path)) return FileKind::Other;
   const DWORD attributes = GetFileAttributesW(unlimited(path).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     return reasonOf(GetLastError()) == ENOENT ? FileKind::Missing : FileKind::Unknown;
@@ -155,8 +176,12 @@ fs::path uniquePath(const fs::path& path) {
     if (!found.empty()) return upperCased(found.native());
   }
   const fs::path whole = fullPath(path);
-  if (!whole.has_relative_path()) return upperCased(whole.native());
-  return uniquePath(whole.parent_path()) / upperCased(whole.filename().native());
+  const fs::path above = whole.parent_path();
+  // A device has no folder, and what begins with two separators has a root that leads to itself.
+  const bool ends = namesDevice(path) || !whole.has_relative_path() ||
+                    above.native().size() >= whole.native().size();
+  if (ends) return upperCased(whole.native());
+  return uniquePath(above) / upperCased(whole.filename().native());
 }
 
 std::vector<fs::path> listFolder(const fs::path& folder, int& reason) {
@@ -185,6 +210,7 @@ bool makeFolders(const fs::path& folder) {
 
 fs::path followLinks(const fs::path& path, int& reason) {
   reason = 0;
+  if (namesDevice(path)) return path;
   const DWORD attributes = GetFileAttributesW(unlimited(path).c_str());
   const bool link =
       attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;

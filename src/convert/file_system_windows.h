@@ -9,4 +9,7 @@ namespace quillon::convert {
 /// mean nothing in the other form.
 std::wstring unlimited(const std::filesystem::path& path);
 
+/// A name in upper case, as the system compares names of files.
+std::wstring upperCased(std::wstring text);
+
 }  // namespace quillon::convert

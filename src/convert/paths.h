@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillon::convert {
 
@@ -38,6 +39,18 @@ std::filesystem::path findForCreation(std::string_view path);
 
 /// True when there is surely no folder for a file of this path.
 bool isInMissingFolder(const std::filesystem::path& file);
+
+/// The path as the system itself would complete it, from the root on and without "." and "..".
+std::filesystem::path wholePath(const std::filesystem::path& path);
+
+/// The files and folders that a path with "*" or "?" in its last component stands for, sorted
+/// without regard to case, where programs look them up themselves; on other systems, and where
+/// there are none, the path as it is.
+std::vector<std::string> expandWildcards(const std::string& path);
+
+/// A path as the user meant it. On Windows "C:\work\" may arrive with a quote instead of the last
+/// backslash, where a backslash before a quote was taken for an escape.
+std::string pathArgument(std::string path);
 
 /// True when the path names something that exists and is no folder.
 bool namesFile(const std::filesystem::path& path);

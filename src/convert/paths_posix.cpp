@@ -112,6 +112,15 @@ fs::path findForCreation(std::string_view path) {
   return folder / toPath(split.name);
 }
 
+fs::path wholePath(const fs::path& path) {
+  std::error_code ignored;
+  return fs::absolute(path, ignored).lexically_normal();
+}
+
+std::vector<std::string> expandWildcards(const std::string& path) { return {path}; }
+
+std::string pathArgument(std::string path) { return path; }
+
 bool namesHaveCase() { return true; }
 
 }  // namespace quillon::convert

@@ -1,8 +1,6 @@
 #include "convert/summary.h"
 
-#include <filesystem>
 #include <numeric>
-#include <system_error>
 
 #include "convert/messages.h"
 #include "convert/paths.h"
@@ -66,9 +64,7 @@ std::string unknownKindsText(const ConversionResult& result) {
 }
 
 std::string scriptArgument(const ConversionResult& result) {
-  std::error_code ignored;
-  const std::filesystem::path full = std::filesystem::absolute(toPath(result.scriptFile), ignored);
-  const std::string path = fromPath(full.lexically_normal());
+  const std::string path = fromPath(wholePath(toPath(result.scriptFile)));
   const bool plain = path.find('\'') == std::string::npos && !hasControlCharacter(path);
   return plain ? path : std::string();
 }

@@ -6,6 +6,7 @@
 #include "emit/curves.h"
 #include "emit/geometry.h"
 #include "emit/lines.h"
+#include "emit/trigonometry.h"
 
 namespace quillon::emit {
 namespace {
@@ -18,7 +19,7 @@ struct PointOnCircle {
 PointOnCircle pointOnCircle(double cx, double cy, double r, double degrees) {
   constexpr double k = kPi / 180.0;
   const double angle = k * degrees;
-  return {cx + r * std::cos(angle), cy + r * std::sin(angle)};
+  return {cx + r * cosine(angle), cy + r * sine(angle)};
 }
 
 /// A circle of the drawing that is walked dash by dash.

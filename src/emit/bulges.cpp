@@ -3,6 +3,7 @@
 
 #include "emit/curves.h"
 #include "emit/geometry.h"
+#include "emit/trigonometry.h"
 
 namespace quillon::emit {
 namespace {
@@ -23,16 +24,16 @@ BulgeCircle bulgeCircle(const BulgeSegment& s) {
   const double chord = std::sqrt(dx * dx + dy * dy);
   const double phi = polarAngle(dx, dy);
   BulgeCircle circle;
-  circle.theta = 4.0 * std::atan(s.bulge);
-  const double radius = chord / (2.0 * std::sin(circle.theta / 2.0));
+  circle.theta = 4.0 * arcTangent(s.bulge);
+  const double radius = chord / (2.0 * sine(circle.theta / 2.0));
   if (circle.theta <= 0.0) {
     const double angle = phi - (circle.theta + kPi) / 2.0;
-    circle.diameterX = s.x1 - 2.0 * radius * std::cos(angle);
-    circle.diameterY = s.y1 - 2.0 * radius * std::sin(angle);
+    circle.diameterX = s.x1 - 2.0 * radius * cosine(angle);
+    circle.diameterY = s.y1 - 2.0 * radius * sine(angle);
   } else {
     const double angle = phi + (kPi - circle.theta) / 2.0;
-    circle.diameterX = s.x1 + 2.0 * radius * std::cos(angle);
-    circle.diameterY = s.y1 + 2.0 * radius * std::sin(angle);
+    circle.diameterX = s.x1 + 2.0 * radius * cosine(angle);
+    circle.diameterY = s.y1 + 2.0 * radius * sine(angle);
   }
   return circle;
 }

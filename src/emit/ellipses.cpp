@@ -4,6 +4,7 @@
 #include "dxf/run_time_error.h"
 #include "emit/curves.h"
 #include "emit/lines.h"
+#include "emit/trigonometry.h"
 
 namespace quillon::emit {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 /// its y. The last digits of scripts depend on this form.
 struct SignedPolar {
   SignedPolar(double x, double y)
-      : length(std::sqrt(x * x + y * y)), angle(x == 0.0 ? kPi / 2.0 : std::atan(y / x)) {
+      : length(std::sqrt(x * x + y * y)), angle(x == 0.0 ? kPi / 2.0 : arcTangent(y / x)) {
     if (x < 0.0) length = -length;
   }
 
@@ -31,10 +32,10 @@ class AxisForm {
         minor_(major_.length * ellipse.ratio) {}
 
   void pointAt(double t, double& x, double& y) const {
-    const SignedPolar flat(major_.length * std::cos(t), minor_ * std::sin(t));
+    const SignedPolar flat(major_.length * cosine(t), minor_ * sine(t));
     const double angle = flat.angle + major_.angle;
-    x = cx_ + flat.length * std::cos(angle);
-    y = cy_ + flat.length * std::sin(angle);
+    x = cx_ + flat.length * cosine(angle);
+    y = cy_ + flat.length * sine(angle);
   }
 
  private:

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "emit/emit_context.h"
+#include "emit/trigonometry.h"
 
 namespace quillon::emit {
 
@@ -10,17 +11,17 @@ double polarAngle(double x, double y) {
   if (x == 0.0 && y == 0.0) return 0.0;
   if (x == 0.0) return y > 0.0 ? kPi / 2.0 : 3.0 * kPi / 2.0;
   if (y == 0.0) return x > 0.0 ? 0.0 : kPi;
-  const double angle = std::atan(y / x);
+  const double angle = arcTangent(y / x);
   if (x < 0.0) return angle + kPi;
   return y < 0.0 ? angle + kTwoPi : angle;
 }
 
 double rotateX(double x, double y, double rotation) {
-  return std::sqrt(x * x + y * y) * std::cos(polarAngle(x, y) + rotation);
+  return std::sqrt(x * x + y * y) * cosine(polarAngle(x, y) + rotation);
 }
 
 double rotateY(double x, double y, double rotation) {
-  return std::sqrt(x * x + y * y) * std::sin(polarAngle(x, y) + rotation);
+  return std::sqrt(x * x + y * y) * sine(polarAngle(x, y) + rotation);
 }
 
 double normaliseAngle(double degrees) {

@@ -7,6 +7,22 @@
 
 namespace quillon::errors {
 
+/// As long as this lives, its thread has stack of its own for the report of a crash, so that one
+/// that has used up the usual stack is reported too. CrashReporting has one for the thread that
+/// makes it; each other thread needs one.
+class CrashStack {
+ public:
+  CrashStack();
+  ~CrashStack();
+  CrashStack(const CrashStack&) = delete;
+  CrashStack& operator=(const CrashStack&) = delete;
+
+  struct Memory;
+
+ private:
+  std::unique_ptr<Memory> memory_;
+};
+
 /// As long as this lives, a crash (a fault of the processor, an abort, an exception that nobody
 /// traps) writes the protocol into the program's protocol file, without a question, and a notice
 /// to standard error; then the program ends as it would have done. One per process at a time.

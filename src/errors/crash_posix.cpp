@@ -26,9 +26,23 @@ constexpr std::array<CrashSignal, 5> kSignals = {{{SIGSEGV, "SIGSEGV"},
                                                   {SIGFPE, "SIGFPE"},
                                                   {SIGILL, "SIGILL"},
                                                   {SIGABRT, "SIGABRT"}}};
-constexpr std::size_t kStackSize = 65536;  // a crash may be an overflow of the usual stack
+constexpr std::size_t kStackSize = 65536;
 
 }  // namespace
+
+struct CrashStack::Memory {
+  std::array<char, kStackSize> stack{};
+  stack_t before{};
+};
+
+CrashStack::CrashStack() : memory_(std::make_unique<Memory>()) {
+  stack_t stack = {};
+  stack.ss_sp = memory_->stack.data();
+  stack.ss_size = kStackSize;
+  sigaltstack(&stack, &memory_->before);
+}
+
+CrashStack::~CrashStack() { sigaltstack(&memory_->before, nullptr); }
 
 /// What a crash needs, allocated beforehand.
 struct CrashReporting::State {
@@ -41,7 +55,7 @@ struct CrashReporting::State {
   std::string folder;
   std::string file;
   FixedSink sink;
-  std::array<char, kStackSize> stack{};
+  CrashStack stack;
 };
 
 namespace {
@@ -91,20 +105,11 @@ void setHandlers(bool on) {
   for (const CrashSignal& known : kSignals) sigaction(known.number, &action, nullptr);
 }
 
-void setStack(char* memory) {
-  stack_t stack = {};
-  stack.ss_sp = memory;
-  stack.ss_size = memory == nullptr ? 0 : kStackSize;
-  stack.ss_flags = memory == nullptr ? SS_DISABLE : 0;
-  sigaltstack(&stack, nullptr);
-}
-
 }  // namespace
 
 // An exception that nobody traps ends in an abort, whose signal is reported.
 CrashReporting::CrashReporting(FaultScribe& faults, std::string notice)
     : state_(std::make_unique<State>(faults, std::move(notice))) {
-  setStack(state_->stack.data());
   present.store(state_.get());
   setHandlers(true);
 }
@@ -112,7 +117,6 @@ CrashReporting::CrashReporting(FaultScribe& faults, std::string notice)
 CrashReporting::~CrashReporting() {
   setHandlers(false);
   present.store(nullptr);
-  setStack(nullptr);
 }
 
 }  // namespace quillon::errors

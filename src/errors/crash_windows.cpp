@@ -3,23 +3,85 @@
 #include <atomic>
 #include <csignal>
 #include <ctime>
+#include <filesystem>
 #include <memory>
+#include <string>
+#include <thread>
 
 #include "errors/crash.h"
 #include "errors/crash_protocol.h"
 
 namespace quillon::errors {
+
+struct CrashStack::Memory {};
+
+// The room stays reserved as long as the thread lives.
+CrashStack::CrashStack() {
+  ULONG bytes = 65536;
+  SetThreadStackGuarantee(&bytes);
+}
+
+CrashStack::~CrashStack() = default;
+
+namespace {
+
+using Event = std::unique_ptr<void, decltype([](HANDLE event) { CloseHandle(event); })>;
+
+Event makeEvent() { return Event(CreateEventW(nullptr, FALSE, FALSE, nullptr)); }
+
+/// A thread that does something when it is asked, on a stack of its own.
+class Helper {
+ public:
+  explicit Helper(void (*work)())
+      : thread_([this, work] {
+          WaitForSingleObject(asked_.get(), INFINITE);
+          if (!ending_.load()) work();
+          SetEvent(done_.get());
+        }) {}
+  ~Helper() {
+    ending_.store(true);
+    SetEvent(asked_.get());
+  }
+  Helper(const Helper&) = delete;
+  Helper& operator=(const Helper&) = delete;
+
+  /// Waits until it has done its work; not for ever, as it may need a lock that the caller has.
+  void ask() {
+    constexpr DWORD kLongest = 10'000;  // milliseconds
+    SetEvent(asked_.get());
+    WaitForSingleObject(done_.get(), kLongest);
+  }
+
+ private:
+  Event asked_ = makeEvent();
+  Event done_ = makeEvent();
+  std::atomic<bool> ending_{false};
+  std::jthread thread_;
+};
+
+void reportOverflow();
+
+}  // namespace
+
 /// What a crash needs, allocated beforehand.
 struct CrashReporting::State {
   State(FaultScribe& reporter, std::string text)
       : protocol(reporter, std::move(text)),
         folder(reporter.program().folder.wstring()),
-        file(reporter.program().protocolFile().wstring()) {}
+        file(reporter.program().protocolFile().wstring()),
+        shownNotice(wide(protocol.notice())) {}
+
+  static std::wstring wide(const std::string& utf8) {
+    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end())).native();
+  }
 
   CrashProtocol protocol;
   std::wstring folder;
   std::wstring file;
+  std::wstring shownNotice;  ///< what a console shows whatever its code page
   FixedSink sink;
+  CrashStack stack;
+  Helper forOverflows{reportOverflow};
 };
 
 namespace {
@@ -44,13 +106,35 @@ void report(std::string_view reason, std::uint64_t code) {
   if (file == INVALID_HANDLE_VALUE) return writeAll(error, state->sink.text());
   writeAll(file, state->sink.text());
   CloseHandle(file);
-  writeAll(error, state->protocol.notice());
+  DWORD written = 0;
+  const auto length = static_cast<DWORD>(state->shownNotice.size());
+  if (WriteConsoleW(error, state->shownNotice.c_str(), length, &written, nullptr) == 0) {
+    writeAll(error, state->protocol.notice());
+  }
 }
 
 LONG WINAPI onException(EXCEPTION_POINTERS* exception) {
   report("EXCEPTION", exception->ExceptionRecord->ExceptionCode);
   return EXCEPTION_CONTINUE_SEARCH;
 }
+
+void reportOverflow() { report("EXCEPTION", EXCEPTION_STACK_OVERFLOW); }
+
+/// Where a stack is used up there may be room for little more than this: looking for whoever
+/// handles the exception already takes too much, so the program ends here, as it would have done.
+LONG WINAPI onOverflow(EXCEPTION_POINTERS* exception) {
+  if (exception->ExceptionRecord->ExceptionCode != EXCEPTION_STACK_OVERFLOW) {
+    return EXCEPTION_CONTINUE_SEARCH;
+  }
+  CrashReporting::State* const state = present.load();
+  if (state == nullptr) return EXCEPTION_CONTINUE_SEARCH;
+  state->forOverflows.ask();
+  TerminateProcess(GetCurrentProcess(), EXCEPTION_STACK_OVERFLOW);
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+
+// The handler of overflows that is in force.
+std::atomic<void*> overflowHandler{nullptr};
 
 extern "C" void onAbort(int number) { report("SIGABRT", static_cast<std::uint64_t>(number)); }
 
@@ -61,11 +145,13 @@ CrashReporting::CrashReporting(FaultScribe& faults, std::string notice)
     : state_(std::make_unique<State>(faults, std::move(notice))) {
   present.store(state_.get());
   SetUnhandledExceptionFilter(onException);
+  overflowHandler.store(AddVectoredExceptionHandler(1, onOverflow));
   std::signal(SIGABRT, onAbort);
 }
 
 CrashReporting::~CrashReporting() {
   std::signal(SIGABRT, SIG_DFL);
+  RemoveVectoredExceptionHandler(overflowHandler.exchange(nullptr));
   SetUnhandledExceptionFilter(nullptr);
   present.store(nullptr);
 }

@@ -4,6 +4,7 @@
 #include "app/program_fixture.h"
 #include "convert/file_system.h"
 #include "convert/paths.h"
+#include "convert/summary.h"
 
 namespace quillon::headless {
 namespace {
@@ -74,6 +75,69 @@ TEST_F(WindowsPathTest, OfADeviceIsWrittenDirectly) {
   EXPECT_EQ(files(), Strings{"part.dxf"});
 }
 
+/// Names of devices that a drawing, a script and a report cannot be written to or read from where
+/// tests run; they end in a message.
+TEST_F(WindowsPathTest, OfADeviceThatIsNotThereIsAnError) {
+  write("part.dxf", oneLine());
+  for (const std::string name : {"PRN", "LPT3", "COM7", "\\\\.\\pipe\\none", "//./pipe/none"}) {
+    const std::string shown = testing::withSlashes(name);
+    testing::ProgramResult result = run({name});
+    EXPECT_EQ(result.exitCode, 1) << name;
+    EXPECT_NE(result.error.find(shown + " cannot be read: No such file or directory. "),
+              std::string::npos)
+        << result.error;
+    result = run({"part.dxf", "--force", "-o", name});
+    EXPECT_EQ(result.exitCode, 1) << name;
+    EXPECT_NE(result.error.find(shown + " cannot be written: No such file or directory. "),
+              std::string::npos)
+        << result.error;
+    result = run({"part.dxf", "--force", "--report", name});
+    EXPECT_EQ(result.exitCode, 1) << name;
+    EXPECT_NE(result.error.find(shown + " cannot be written: No such file or directory. "),
+              std::string::npos)
+        << result.error;
+  }
+}
+
+TEST_F(WindowsPathTest, OfTheConsoleIsTheConsoleOrAnError) {
+  write("part.dxf", oneLine());
+  const HANDLE console = CreateFileA("CONIN$", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr);
+  const bool hasConsole = console != INVALID_HANDLE_VALUE;
+  if (hasConsole) CloseHandle(console);
+  for (const std::string name : {"CON", "con", "\\\\.\\CON", "CONOUT$"}) {
+    const std::string shown = testing::withSlashes(name);
+    for (const char* const option : {"-o", "--report"}) {
+      const testing::ProgramResult result = run({"part.dxf", "--force", option, name});
+      EXPECT_EQ(result.exitCode, hasConsole ? 0 : 1) << name;
+      EXPECT_NE(result.error.find(hasConsole ? shown : shown + " cannot be written: "),
+                std::string::npos)
+          << result.error;
+    }
+    if (hasConsole) continue;  // it would be read
+    const testing::ProgramResult result = run({name});
+    EXPECT_EQ(result.exitCode, 1) << name;
+    EXPECT_NE(result.error.find(shown + " cannot be read: "), std::string::npos) << result.error;
+  }
+  EXPECT_EQ(files(), (Strings{"part.dxf", "part.scr"}));
+}
+
+TEST_F(WindowsPathTest, OfAPipeGetsTheWholeScriptAtOnce) {
+  write("part.dxf", oneLine());
+  const std::string name = "\\\\.\\pipe\\quillon-" + std::to_string(GetCurrentProcessId());
+  // One instance: whoever only looks at the pipe takes it from the script.
+  const HANDLE pipe = CreateNamedPipeA(name.c_str(), PIPE_ACCESS_INBOUND, PIPE_TYPE_BYTE, 1,
+                                       1U << 16, 1U << 16, 0, nullptr);
+  ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
+  const testing::ProgramResult result = run({"part.dxf", "-o", name, "--name", "A"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  std::string script(4096, '\0');
+  DWORD length = 0;
+  ReadFile(pipe, script.data(), static_cast<DWORD>(script.size()), &length, nullptr);
+  CloseHandle(pipe);
+  EXPECT_EQ(script.substr(0, length), lineScript("A"));
+}
+
 TEST_F(WindowsPathTest, DiffersFromAnotherNotByCase) {
   write("part.dxf", oneLine());
   EXPECT_EQ(run({"part.dxf", "--report", "PART.DXF", "--force"}).exitCode, 2);
@@ -119,6 +183,117 @@ TEST_F(WindowsPathTest, IsTheUsersOwnFolderForAProgramAmongTheSystems) {
   EXPECT_FALSE(usesFrame());
   call.environment.push_back("ProgramFiles=" + folder.file("PROGRAMS"));
   EXPECT_TRUE(usesFrame());
+}
+
+TEST_F(WindowsPathTest, WithWildcardsStandsForTheFilesThatHaveItsForm) {
+  for (const char* const name : {"b.dxf", "A.DXF", "Gehäuse.dxf", "ab.dxf", "note.txt"}) {
+    write(name, oneLine());
+  }
+  write("c.dxf_old", oneLine());  // whose short name ends in .DXF
+  fs::create_directory(folder.path() / "in");
+  write("in/d.dxf", oneLine());
+  testing::ProgramResult result = run({"*.dxf"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_EQ(result.error,
+            summaryLines("A.DXF", 1, "A.scr", 11) + summaryLines("ab.dxf", 1, "ab.scr", 11) +
+                summaryLines("b.dxf", 1, "b.scr", 11) +
+                summaryLines("Gehäuse.dxf", 1, "Gehäuse.scr", 11) + "4 of 4 drawings converted\n");
+  result = run({"?.Dxf", "in\\*", "--force"});
+  EXPECT_TRUE(result.error.ends_with("3 of 3 drawings converted\n")) << result.error;
+  EXPECT_TRUE(folder.has("in/d.scr"));
+  // One file of the form is as good as its name.
+  result = run({"a?.dxf", "--force", "--name", "A"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_EQ(folder.read("ab.scr"), lineScript("A"));
+}
+
+TEST_F(WindowsPathTest, WithWildcardsThatNothingMatchesIsReportedAsItIs) {
+  write("part.dxf", oneLine());
+  fs::create_directory(folder.path() / "in");
+  for (const std::string pattern : {"*.txt", "no\\*.dxf", "i?\\*.dxf", "??.dxf"}) {
+    const testing::ProgramResult result = run({pattern});
+    EXPECT_EQ(result.exitCode, 1) << pattern;
+    EXPECT_EQ(result.error,
+              errorLine(testing::withSlashes(pattern) +
+                        " cannot be read: No such file or directory. Please check the "
+                        "path and its permissions."))
+        << pattern;
+  }
+}
+
+TEST_F(WindowsPathTest, OfAFolderMayEndInABackslashBeforeAQuote) {
+  fs::create_directory(folder.path() / "in");
+  fs::create_directory(folder.path() / "out");
+  write("in/part.dxf", oneLine());
+  // What arrives of "in\" and "out\" in quotes.
+  testing::ProgramResult result =
+      run({"in\"", "-o", "out\"", "--report", folder.path().string() + "\\out\""});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_TRUE(folder.has("out/part.scr"));
+  EXPECT_TRUE(folder.has("out/part.txt"));
+  call.program = QUILLON_PROGRAM;
+  result = run({"/x:in\"", "/s:out\"", "/w:o", "/rx"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+}
+
+TEST_F(WindowsPathTest, OfAFolderInQuotesDoesNotTakeWhatFollowsIt) {
+  fs::create_directory(folder.path() / "my work");
+  fs::create_directory(folder.path() / "my scripts");
+  write("my work/part.dxf", oneLine());
+  const auto exitCodeOf = [this](const std::string& arguments) {
+    std::string line = "\"" + std::string(QUILLON_CONVERT) + "\" " + arguments;
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    DWORD code = ~0U;
+    const std::string in = folder.path().string();
+    if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, in.c_str(),
+                       &start, &process) == 0) {
+      return code;
+    }
+    WaitForSingleObject(process.hProcess, 60'000);
+    GetExitCodeProcess(process.hProcess, &code);
+    CloseHandle(process.hProcess);
+    CloseHandle(process.hThread);
+    return code;
+  };
+  EXPECT_EQ(exitCodeOf(R"("my work\" --quiet -o "my scripts\" --name "A \"B\"C")"), 2U);  // a name
+  EXPECT_EQ(exitCodeOf(R"("my work\" --quiet -o "my scripts\")"), 0U);
+  EXPECT_TRUE(folder.has("my scripts/part.scr"));
+  EXPECT_EQ(exitCodeOf(R"("my work\part.dxf" --force --quiet --name "A\"B\"")"), 0U);
+  EXPECT_EQ(folder.read("my work/part.scr"), lineScript("A\"B\""));
+}
+
+TEST_F(WindowsPathTest, WithoutALimitIsShownAsTheSystemShowsIt) {
+  write("part.dxf", oneLine());
+  const std::string path = convert::fromPath(folder.path());
+  const testing::ProgramResult result = run({"\\\\?\\" + path + "\\part.dxf"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_TRUE(result.error.ends_with("In EAGLE type: SCRIPT '" + testing::withSlashes(path) +
+                                     "/part.scr'\n"))
+      << result.error;
+}
+
+TEST_F(WindowsPathTest, OnAnotherMachineIsShownAsItIs) {
+  convert::ConversionResult result;
+  result.scriptFile = "\\\\server\\share\\x\\..\\part.scr";
+  EXPECT_EQ(convert::scriptArgument(result), "\\\\server\\share\\part.scr");
+  result.scriptFile = "\\\\?\\UNC\\server\\share\\part.scr";
+  EXPECT_EQ(convert::scriptArgument(result), "\\\\server\\share\\part.scr");
+}
+
+TEST(VersionResource, SaysWhoseProgramItIs) {
+  for (const char* const program : {QUILLON_CONVERT, QUILLON_PROGRAM}) {
+    std::string block(GetFileVersionInfoSizeA(program, nullptr), '\0');
+    ASSERT_NE(GetFileVersionInfoA(program, 0, static_cast<DWORD>(block.size()), block.data()), 0);
+    void* text = nullptr;
+    UINT length = 0;
+    ASSERT_NE(
+        VerQueryValueA(block.data(), "\\StringFileInfo\\040904B0\\LegalCopyright", &text, &length),
+        0)
+        << program;
+    EXPECT_STREQ(static_cast<const char*>(text), "The Quillon developers");
+  }
 }
 
 TEST_F(WindowsPathTest, IsTakenFromTheCommandLineWithQuotesAndBlanks) {

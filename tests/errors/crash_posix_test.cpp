@@ -1,6 +1,7 @@
 #include <csignal>
 #include <exception>
 #include <stdexcept>
+#include <thread>
 
 #include "errors/crash.h"
 #include "errors/scribe_fixture.h"
@@ -29,6 +30,23 @@ TEST_F(CrashDeathTest, WritesTheProtocolAndEndsAsTheSignalDoes) {
   EXPECT_NE(protocol.find("CALLSTACK:\r\n          frmDXF.befStart_Click\r\n"), std::string::npos);
   EXPECT_NE(protocol.find("Fehlermeldung\r\nQuillon Version 1.0.0\r\n"), std::string::npos);
   EXPECT_NE(protocol.find("SYSTEMINFO:"), std::string::npos);
+}
+
+TEST_F(CrashDeathTest, ReportsAnOverflowOfTheStack) {
+  EXPECT_EXIT(crash([] { useUpTheStack(); }), ::testing::KilledBySignal(SIGSEGV),
+              "see the protocol");
+  EXPECT_NE(folder.read("quillon.ERR").find("11 SIGSEGV"), std::string::npos);
+}
+
+TEST_F(CrashDeathTest, ReportsAnOverflowOfAnotherThreadsStack) {
+  const auto inThread = [] {
+    std::thread([] {
+      const CrashStack stack;
+      useUpTheStack();
+    }).join();
+  };
+  EXPECT_EXIT(crash(inThread), ::testing::KilledBySignal(SIGSEGV), "see the protocol");
+  EXPECT_NE(folder.read("quillon.ERR").find("11 SIGSEGV"), std::string::npos);
 }
 
 TEST_F(CrashDeathTest, ReplacesTheProtocolThatIsThere) {

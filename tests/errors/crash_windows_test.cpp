@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <stdexcept>
+#include <thread>
 
 #include "errors/crash.h"
 #include "errors/scribe_fixture.h"
@@ -56,6 +57,24 @@ TEST_F(CrashDeathTest, WritesTheProtocolAndEndsAsTheExceptionDoes) {
   EXPECT_NE(protocol().find("Modul:\tfrmDXF\r\n"), std::string::npos);
   EXPECT_NE(protocol().find("CALLSTACK:\r\n          frmDXF.befStart_Click\r\n"),
             std::string::npos);
+}
+
+const ::testing::ExitedWithCode kUsedUp(static_cast<int>(EXCEPTION_STACK_OVERFLOW));
+
+TEST_F(CrashDeathTest, ReportsAnOverflowOfTheStack) {
+  EXPECT_EXIT(crash([] { useUpTheStack(); }), kUsedUp, "see the protocol");
+  EXPECT_NE(protocol().find("3221225725 EXCEPTION"), std::string::npos) << protocol();
+}
+
+TEST_F(CrashDeathTest, ReportsAnOverflowOfAnotherThreadsStack) {
+  const auto inThread = [] {
+    std::thread([] {
+      const CrashStack stack;
+      useUpTheStack();
+    }).join();
+  };
+  EXPECT_EXIT(crash(inThread), kUsedUp, "see the protocol");
+  EXPECT_NE(protocol().find("3221225725 EXCEPTION"), std::string::npos) << protocol();
 }
 
 TEST_F(CrashDeathTest, ReplacesTheProtocolThatIsThere) {

@@ -32,6 +32,16 @@ class ScriptedView : public FaultView {
   int ends = 0;
 };
 
+/// Calls itself until the stack is used up.
+inline unsigned useUpTheStack(unsigned depth = 0) {
+  constexpr unsigned kRoom = 1024;
+  volatile char room[kRoom];
+  room[depth % kRoom] = 'x';
+  // Never: but the compiler shall not see that this has no end.
+  if (depth == ~0U) return 0;
+  return useUpTheStack(depth + 1) + static_cast<unsigned char>(room[depth % kRoom]);
+}
+
 class ScribeTest : public ::testing::Test {
  protected:
   std::vector<std::string> stack(const FaultReport& report) const {

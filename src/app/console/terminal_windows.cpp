@@ -38,6 +38,26 @@ std::string narrow(const wchar_t* text) {
   return utf8;
 }
 
+/// A command line in which a folder in quotes may end in a backslash ("C:\work\" --force): a
+/// backslash before a quote would make that a part of the name, and what follows too. Inside quotes
+/// it does so only where the quote is followed by more than a blank.
+std::wstring withFoldersClosed(std::wstring_view line) {
+  std::wstring out;
+  bool quoted = false;
+  std::size_t backslashes = 0;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (line[i] == L'"') {
+      const bool escaped = backslashes % 2 == 1;
+      const bool last = i + 1 == line.size() || line[i + 1] == L' ' || line[i + 1] == L'\t';
+      if (quoted && escaped && last) out += L'\\';
+      if (!escaped || (quoted && last)) quoted = !quoted;
+    }
+    backslashes = line[i] == L'\\' ? backslashes + 1 : 0;
+    out += line[i];
+  }
+  return out;
+}
+
 /// A program with windows has no console of its own: its messages go to the one that it was started
 /// from, unless they are led elsewhere.
 void useConsoleOfParent(std::FILE* stream, DWORD which) {
@@ -61,7 +81,7 @@ void prepareStreams() {
 std::vector<std::string> processArguments(int, char**) {
   std::vector<std::string> arguments;
   int count = 0;
-  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
+  wchar_t** const words = CommandLineToArgvW(withFoldersClosed(GetCommandLineW()).c_str(), &count);
   for (int i = 1; words != nullptr && i < count; ++i) arguments.push_back(narrow(words[i]));
   LocalFree(words);
   return arguments;

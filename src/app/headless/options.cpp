@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <map>
 #include <utility>
 
@@ -11,6 +12,7 @@
 #include "app/console/terminal.h"
 #include "convert/layer_file.h"
 #include "convert/messages.h"
+#include "convert/paths.h"
 #include "dxf/number_text.h"
 #include "ui/resources/string_table.h"
 
@@ -152,6 +154,22 @@ std::string checkTogether(const Options& options) {
   return {};
 }
 
+/// Paths as the system's other programs would take them.
+void completePaths(Options& options) {
+  std::vector<std::string> inputs;
+  for (std::string& input : options.inputs) {
+    std::vector<std::string> found =
+        convert::expandWildcards(convert::pathArgument(std::move(input)));
+    std::move(found.begin(), found.end(), std::back_inserter(inputs));
+  }
+  options.inputs = std::move(inputs);
+  for (std::optional<std::string>* const path :
+       {&options.output, &options.report, &options.frame}) {
+    if (*path) **path = convert::pathArgument(std::move(**path));
+  }
+  options.job.layerFile = convert::pathArgument(std::move(options.job.layerFile));
+}
+
 }  // namespace
 
 int usageError(const std::string& message) {
@@ -183,6 +201,7 @@ Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exi
   options.job.offsetY = dxf::numberValue(numbers.offsetY);
   options.job.polyWidth = dxf::numberValue(numbers.polyWidth);
   if (options.newer) options.job.overwriteScript = true;
+  completePaths(options);
   const std::string wrong = checkTogether(options);
   if (!wrong.empty()) exitCode = usageError(wrong);
   return options;

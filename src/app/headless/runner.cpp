@@ -117,6 +117,7 @@ class Runner {
   }
 
   void workApart() {
+    const errors::CrashStack stack;
     const console::WaitBreaker::Part waits(breaker_);
     work();
   }
@@ -312,13 +313,17 @@ class Runner {
   bool outputFailed_ = false;
 };
 
-}  // namespace
-
-int run(const Options& options) {
+int runPlan(const Options& options) {
   const std::string wrongLayer = checkLayerFile(options.job.layerFile);
   if (!wrongLayer.empty()) return usageError(wrongLayer);
   Plan plan = makePlan(options);
   if (!plan.usageError.empty()) return usageError(plan.usageError);
+  return Runner(options, std::move(plan)).run();
+}
+
+}  // namespace
+
+int run(const Options& options) {
   console::catchInterrupt();
   const errors::ProgramIdentity program =
       errors::thisProgram("quillon-convert", convert::programFolder());
@@ -331,8 +336,7 @@ int run(const Options& options) {
                                        errors::crashNotice(program, options.languageOffset));
   int exitCode = kSomeNotConverted;
   errors::attempt(
-      faults, "headless", "run", [&] { exitCode = Runner(options, std::move(plan)).run(); },
-      errors::kMayLeave);
+      faults, "headless", "run", [&] { exitCode = runPlan(options); }, errors::kMayLeave);
   return exitCode;
 }
 

@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include <array>
+#include <string>
 
 #include "convert/file_system.h"
 #include "convert/paths.h"
@@ -10,39 +11,48 @@
 namespace quillon::settings {
 namespace {
 
-std::string ansi(std::string_view utf8) { return dxf::fromUtf8(utf8, dxf::Encoding::Windows1252); }
-
-/// A path in the system's own code page; empty when that lacks some of its characters.
-std::string ansiText(const std::wstring& path) {
-  BOOL lacking = FALSE;
-  const int length = static_cast<int>(path.size());
-  const int size = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, path.c_str(), length, nullptr,
-                                       0, nullptr, &lacking);
-  if (lacking != FALSE) return {};
-  std::string text(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(CP_ACP, 0, path.c_str(), length, text.data(), size, nullptr, nullptr);
+/// Bytes of Windows-1252 as the wide functions take them. These turn a text into the system's own
+/// code page when they write it and back when they read it; taking the bytes for a text in that
+/// code page makes them the file's, whatever the system's language.
+std::wstring wide(std::string_view bytes) {
+  const int size = static_cast<int>(bytes.size());
+  std::wstring text(bytes.size(), L'\0');
+  const int length = static_cast<int>(text.size());
+  text.resize(static_cast<std::size_t>(
+      MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, text.data(), length)));
   return text;
 }
 
-/// The path for functions that take ANSI text of limited length: where need be, the short form.
-std::string ansiPath(const std::filesystem::path& path) {
-  std::string text = ansiText(path.native());
-  if (!text.empty() && text.size() < MAX_PATH) return text;
+std::wstring profileText(std::string_view utf8) {
+  return wide(dxf::fromUtf8(utf8, dxf::Encoding::Windows1252));
+}
+
+std::string utf8Text(const wchar_t* text, DWORD length) {
+  std::string bytes(std::size_t{length} * 2, '\0');
+  bytes.resize(static_cast<std::size_t>(
+      WideCharToMultiByte(CP_ACP, 0, text, static_cast<int>(length), bytes.data(),
+                          static_cast<int>(bytes.size()), nullptr, nullptr)));
+  return dxf::windows1252ToUtf8(bytes);
+}
+
+/// The path for functions that take one of limited length: where need be, the short form.
+std::wstring limited(const std::filesystem::path& path) {
+  if (path.native().size() < MAX_PATH) return path.native();
   constexpr DWORD kLongestPath = 32768;
   std::wstring shortPath(kLongestPath, L'\0');
   shortPath.resize(GetShortPathNameW(path.c_str(), shortPath.data(), kLongestPath));
-  return ansiText(shortPath);
+  return shortPath;
 }
 
 }  // namespace
 
 std::string readProfile(const std::filesystem::path& file, std::string_view section,
                         std::string_view key) {
-  std::array<char, 255> buffer{};
-  const DWORD length =
-      GetPrivateProfileStringA(ansi(section).c_str(), ansi(key).c_str(), "", buffer.data(),
-                               static_cast<DWORD>(buffer.size()), ansiPath(file).c_str());
-  return dxf::windows1252ToUtf8({buffer.data(), length});
+  std::array<wchar_t, 255> buffer{};
+  const DWORD length = GetPrivateProfileStringW(
+      profileText(section).c_str(), profileText(key).c_str(), L"", buffer.data(),
+      static_cast<DWORD>(buffer.size()), limited(file).c_str());
+  return utf8Text(buffer.data(), length);
 }
 
 bool writeProfile(const std::filesystem::path& file, std::string_view section,
@@ -50,11 +60,11 @@ bool writeProfile(const std::filesystem::path& file, std::string_view section,
   convert::makeFolders(file.parent_path());  // one that cannot be made is noticed at once
   // The short form of a name is that of a file which exists.
   if (convert::isMissing(file)) convert::openFile(file, "wbx");
-  const std::string path = ansiPath(file);
+  const std::wstring path = limited(file);
   bool written = true;
   for (const auto& [key, value] : entries) {
-    written = WritePrivateProfileStringA(ansi(section).c_str(), ansi(key).c_str(),
-                                         ansi(value).c_str(), path.c_str()) != 0 &&
+    written = WritePrivateProfileStringW(profileText(section).c_str(), profileText(key).c_str(),
+                                         profileText(value).c_str(), path.c_str()) != 0 &&
               written;
   }
   return written;

@@ -16,16 +16,13 @@ namespace quillon::ui {
 namespace {
 
 // The version 4.00 of the structure ends where later ones go on.
-static_assert(offsetof(OPENFILENAMEA, pvReserved) == (sizeof(void*) == 4 ? 76 : 136));
-
-/// A text of the record in the system's code page, NUL characters included.
-std::string ansi(const QString& text) { return text.toLocal8Bit().toStdString(); }
+static_assert(offsetof(OPENFILENAMEW, pvReserved) == (sizeof(void*) == 4 ? 76 : 136));
 
 /// The preset file name with room for the one that is chosen.
-std::vector<char> nameBuffer(const QString& preset) {
-  std::string name = ansi(preset);
-  std::replace(name.begin(), name.end(), '/', '\\');  // the dialog takes no others
-  std::vector<char> buffer(std::max<std::size_t>(name.size() + 1, 513), '\0');
+std::vector<wchar_t> nameBuffer(const QString& preset) {
+  std::wstring name = preset.toStdWString();
+  std::replace(name.begin(), name.end(), L'/', L'\\');  // the dialog takes no others
+  std::vector<wchar_t> buffer(std::max<std::size_t>(name.size() + 1, 513), L'\0');
   std::copy(name.begin(), name.end(), buffer.begin());
   return buffer;
 }
@@ -36,12 +33,12 @@ QString runSystemFileDialog(const FileDialogRecord& record, bool save, QWidget* 
   if (QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs)) {
     return runQtFileDialog(record, save, owner);
   }
-  const std::string filter = ansi(record.filter);
-  const std::string initDir = ansi(record.initDir);
-  const std::string title = ansi(record.title);
-  const std::string defaultExt = ansi(record.defaultExt);
-  std::vector<char> name = nameBuffer(record.buffer);
-  OPENFILENAMEA dialog{};
+  const std::wstring filter = record.filter.toStdWString();
+  const std::wstring initDir = record.initDir.toStdWString();
+  const std::wstring title = record.title.toStdWString();
+  const std::wstring defaultExt = record.defaultExt.toStdWString();
+  std::vector<wchar_t> name = nameBuffer(record.buffer);
+  OPENFILENAMEW dialog{};
   dialog.lStructSize = static_cast<DWORD>(record.structureSize);
   dialog.hwndOwner = owner == nullptr ? nullptr : reinterpret_cast<HWND>(owner->winId());
   dialog.lpstrFilter = filter.c_str();
@@ -53,14 +50,14 @@ QString runSystemFileDialog(const FileDialogRecord& record, bool save, QWidget* 
   dialog.Flags = record.flags;
   dialog.lpstrDefExt = defaultExt.c_str();
   const auto show = [save, &dialog] {
-    return save ? GetSaveFileNameA(&dialog) : GetOpenFileNameA(&dialog);
+    return save ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog);
   };
   BOOL chosen = show();
   if (chosen == FALSE && CommDlgExtendedError() == FNERR_INVALIDFILENAME) {
-    std::fill(name.begin(), name.end(), '\0');  // a preset that is no name shall not be in the way
+    std::fill(name.begin(), name.end(), L'\0');  // a preset that is no name shall not be in the way
     chosen = show();
   }
-  return chosen == FALSE ? QString() : QString::fromLocal8Bit(name.data());
+  return chosen == FALSE ? QString() : QString::fromWCharArray(name.data());
 }
 
 }  // namespace quillon::ui

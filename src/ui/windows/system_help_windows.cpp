@@ -8,17 +8,17 @@
 namespace quillon::ui {
 namespace {
 
-using ShowHelp = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
+using ShowHelp = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
 
 constexpr UINT kHelpContext = 0x0F;
 
-/// HtmlHelpA, which newer systems may lack. Its library stays loaded: the windows that it opens
+/// HtmlHelpW, which newer systems may lack. Its library stays loaded: the windows that it opens
 /// live on.
 ShowHelp findHtmlHelp() {
-  const HMODULE library = LoadLibraryA("hhctrl.ocx");
+  const HMODULE library = LoadLibraryW(L"hhctrl.ocx");
   if (library == nullptr) return nullptr;
   // By way of a plain function pointer, which any other may be made from.
-  const auto address = reinterpret_cast<void (*)()>(GetProcAddress(library, "HtmlHelpA"));
+  const auto address = reinterpret_cast<void (*)()>(GetProcAddress(library, "HtmlHelpW"));
   return reinterpret_cast<ShowHelp>(address);
 }
 
@@ -30,7 +30,7 @@ bool showSystemHelp(const QString& folder, int contextId, QWidget* owner) {
   const ShowHelp htmlHelp = findHtmlHelp();
   if (htmlHelp == nullptr) return false;
   const auto window = owner == nullptr ? nullptr : reinterpret_cast<HWND>(owner->winId());
-  return htmlHelp(window, path.toLocal8Bit().data(), kHelpContext,
+  return htmlHelp(window, path.toStdWString().c_str(), kHelpContext,
                   static_cast<DWORD_PTR>(contextId)) != nullptr;
 }
 

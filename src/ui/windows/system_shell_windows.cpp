@@ -4,22 +4,26 @@
 // In this order.
 #include <shellapi.h>
 
+#include <string>
+
 namespace quillon::ui {
 namespace {
 
 /// Null for an empty text, which the system takes for "none".
-const char* textOrNull(const QByteArray& text) { return text.isEmpty() ? nullptr : text.data(); }
+const wchar_t* textOrNull(const std::wstring& text) {
+  return text.empty() ? nullptr : text.c_str();
+}
 
 }  // namespace
 
 int runSystemShell(const ShellRequest& request, QWidget* owner) {
-  const QByteArray file = request.file.toLocal8Bit();
-  const QByteArray parameters = request.parameters.toLocal8Bit();
-  const QByteArray folder = request.folder.toLocal8Bit();
-  const QByteArray operation = request.operation.toLocal8Bit();
+  const std::wstring file = request.file.toStdWString();
+  const std::wstring parameters = request.parameters.toStdWString();
+  const std::wstring folder = request.folder.toStdWString();
+  const std::wstring operation = request.operation.toStdWString();
   const auto window = owner == nullptr ? nullptr : reinterpret_cast<HWND>(owner->winId());
   const HINSTANCE result =
-      ShellExecuteA(window, textOrNull(operation), file.data(), textOrNull(parameters),
+      ShellExecuteW(window, textOrNull(operation), file.c_str(), textOrNull(parameters),
                     textOrNull(folder), request.showCommand);
   return static_cast<int>(reinterpret_cast<INT_PTR>(result));
 }

@@ -3,12 +3,15 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QImage>
 #include <chrono>
+#include <cstdlib>
 #include <optional>
 #include <string>
 #include <thread>
 
 #include "convert/paths.h"
+#include "ui/windows/app_icon.h"
 #include "ui/windows/file_dialog.h"
 #include "ui/windows/help_viewer.h"
 #include "ui/windows/shell.h"
@@ -24,7 +27,7 @@ namespace {
 /// has a loop of its own.
 class DialogUser {
  public:
-  DialogUser(const char* title, int button, std::optional<std::string> name = {})
+  DialogUser(const char* title, int button, std::optional<std::wstring> name = {})
       : thread_([this, title, button, name] {
           const HWND dialog = waitFor(title);
           if (dialog == nullptr) return;
@@ -33,7 +36,7 @@ class DialogUser {
           constexpr int kNameList = 0x47C;
           constexpr int kNameField = 0x480;
           const bool hasList = IsWindowVisible(GetDlgItem(dialog, kNameList)) != 0;
-          if (name) SetDlgItemTextA(dialog, hasList ? kNameList : kNameField, name->c_str());
+          if (name) SetDlgItemTextW(dialog, hasList ? kNameList : kNameField, name->c_str());
           std::this_thread::sleep_for(std::chrono::milliseconds(100));
           PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
         }) {}
@@ -78,6 +81,20 @@ class SystemDialogTest : public WindowTest {
     return dialog;
   }
 
+  /// By how much two pictures of one size differ, in a channel of a pixel; 255 at most.
+  static double meanDifference(const QImage& a, const QImage& b) {
+    double sum = 0.0;
+    for (int y = 0; y < a.height(); ++y) {
+      for (int x = 0; x < a.width(); ++x) {
+        const QRgb one = qPremultiply(a.pixel(x, y));
+        const QRgb other = qPremultiply(b.pixel(x, y));
+        sum += std::abs(qRed(one) - qRed(other)) + std::abs(qGreen(one) - qGreen(other)) +
+               std::abs(qBlue(one) - qBlue(other)) + std::abs(qAlpha(one) - qAlpha(other));
+      }
+    }
+    return sum / (4.0 * a.width() * a.height());
+  }
+
   std::filesystem::path workingFolder = std::filesystem::current_path();
 
   static QString sameForm(const QString& path) {
@@ -90,11 +107,65 @@ TEST_F(SystemDialogTest, OpenGivesTheFileThatIsChosen) {
   ASSERT_NE(convert::openFile(drawing, "wb"), nullptr);
   ObjFiledialog dialog = dialogFor("Quillon opens", "*.dxf");
   dialog.Flags = kOpenFlags;
-  DialogUser user("Quillon opens", IDOK, "Geh\xE4use.dxf");
+  DialogUser user("Quillon opens", IDOK, L"Gehäuse.dxf");
   const QString chosen = dialog.ShowOpen(nullptr);
   EXPECT_TRUE(user.seen());
   EXPECT_EQ(sameForm(chosen), sameForm(toQt(convert::fromPath(drawing))));
   EXPECT_EQ(dialog.Filename(), chosen);
+}
+
+TEST_F(SystemDialogTest, OpenGivesAFileWhoseNameNoCodePageHas) {
+  const std::filesystem::path in = folder.path() / L"Łódź Ω";
+  std::filesystem::create_directory(in);
+  const std::filesystem::path drawing = in / L"Größe Ω.dxf";
+  ASSERT_NE(convert::openFile(drawing, "wb"), nullptr);
+  ObjFiledialog dialog = dialogFor("Quillon opens any", "*.dxf");
+  dialog.InitDir = QDir::toNativeSeparators(toQt(convert::fromPath(in)));
+  dialog.Flags = kOpenFlags;
+  {
+    DialogUser user("Quillon opens any", IDOK, L"Größe Ω.dxf");
+    EXPECT_EQ(sameForm(dialog.ShowOpen(nullptr)), sameForm(toQt(convert::fromPath(drawing))));
+    EXPECT_TRUE(user.seen());
+  }
+  // As a preset, too.
+  dialog.setFilename(toQt(convert::fromPath(drawing)));
+  DialogUser user("Quillon opens any", IDOK);
+  EXPECT_EQ(sameForm(dialog.ShowOpen(nullptr)), sameForm(toQt(convert::fromPath(drawing))));
+  EXPECT_TRUE(user.seen());
+}
+
+TEST_F(SystemDialogTest, SaveGivesANameThatNoCodePageHas) {
+  ObjFiledialog dialog = dialogFor("Quillon saves any", "*.scr");
+  dialog.Flags = kNameFlags;
+  dialog.DefaultExt = "scr";
+  DialogUser user("Quillon saves any", IDOK, L"Łódź Ω");
+  EXPECT_EQ(sameForm(dialog.ShowSave(nullptr)), sameForm(path("Łódź Ω.scr")));
+  EXPECT_TRUE(user.seen());
+}
+
+TEST_F(SystemDialogTest, TheShellFindsAFileWhoseNameNoCodePageHas) {
+  const std::filesystem::path file = folder.path() / L"Łódź Ω.of-no-program";
+  ASSERT_NE(convert::openFile(file, "wb"), nullptr);
+  const QString name = QDir::toNativeSeparators(toQt(convert::fromPath(file)));
+  constexpr int kNoAssociation = 31;
+  EXPECT_EQ(runSystemShell({name, kShowNormal, {}, {}, "open"}, nullptr), kNoAssociation);
+}
+
+TEST_F(SystemDialogTest, TheWindowHasTheIconOfTheExecutable) {
+  const HMODULE executable = LoadLibraryExA(QUILLON_PROGRAM, nullptr, LOAD_LIBRARY_AS_DATAFILE);
+  ASSERT_NE(executable, nullptr);
+  for (const int size : {16, 32, 48, 256}) {
+    const auto icon =
+        static_cast<HICON>(LoadImageA(executable, "IDI_ICON1", IMAGE_ICON, size, size, 0));
+    ASSERT_NE(icon, nullptr) << size;
+    const QImage theirs = QImage::fromHICON(icon).convertToFormat(QImage::Format_ARGB32);
+    DestroyIcon(icon);
+    const QImage own =
+        appIcon().pixmap(QSize(size, size), 1.0).toImage().convertToFormat(QImage::Format_ARGB32);
+    ASSERT_EQ(theirs.size(), own.size());
+    EXPECT_LT(meanDifference(theirs, own), 4.0) << size;  // edges are smoothed in two ways
+  }
+  FreeLibrary(executable);
 }
 
 TEST_F(SystemDialogTest, OpenTakesThePresetAndTheFlags) {
@@ -110,7 +181,7 @@ TEST_F(SystemDialogTest, SaveGivesANewNameWithTheDefaultExtension) {
   ObjFiledialog dialog = dialogFor("Quillon saves", "*.scr");
   dialog.Flags = kNameFlags;
   dialog.DefaultExt = "scr";
-  DialogUser user("Quillon saves", IDOK, "new");
+  DialogUser user("Quillon saves", IDOK, L"new");
   EXPECT_EQ(sameForm(dialog.ShowSave(nullptr)), sameForm(path("new.scr")));
   EXPECT_TRUE(user.seen());
 }

@@ -1,0 +1,13 @@
+#include <cmath>
+
+#include "emit/trigonometry.h"
+
+namespace quillon::emit {
+
+double sine(double x) { return std::sin(x); }
+
+double cosine(double x) { return std::cos(x); }
+
+double arcTangent(double x) { return std::atan(x); }
+
+}  // namespace quillon::emit
