@@ -24,4 +24,17 @@ class CrashReporting {
   std::unique_ptr<State> state_;
 };
 
+/// Room in which a crash of this thread can be reported when it is an overflow of the thread's
+/// stack. The thread of CrashReporting has it already; every other one needs it as long as it runs.
+class CrashStack {
+ public:
+  CrashStack();
+  ~CrashStack();
+  CrashStack(const CrashStack&) = delete;
+  CrashStack& operator=(const CrashStack&) = delete;
+
+ private:
+  std::unique_ptr<char[]> memory_;  ///< null where the system provides the room
+};
+
 }  // namespace quillon::errors

@@ -41,7 +41,7 @@ struct CrashReporting::State {
   std::string folder;
   std::string file;
   FixedSink sink;
-  std::array<char, kStackSize> stack{};
+  CrashStack stack;
 };
 
 namespace {
@@ -101,10 +101,15 @@ void setStack(char* memory) {
 
 }  // namespace
 
+CrashStack::CrashStack() : memory_(std::make_unique<char[]>(kStackSize)) {
+  setStack(memory_.get());
+}
+
+CrashStack::~CrashStack() { setStack(nullptr); }
+
 // An exception that nobody traps ends in an abort, whose signal is reported.
 CrashReporting::CrashReporting(FaultScribe& faults, std::string notice)
     : state_(std::make_unique<State>(faults, std::move(notice))) {
-  setStack(state_->stack.data());
   present.store(state_.get());
   setHandlers(true);
 }
@@ -112,7 +117,6 @@ CrashReporting::CrashReporting(FaultScribe& faults, std::string notice)
 CrashReporting::~CrashReporting() {
   setHandlers(false);
   present.store(nullptr);
-  setStack(nullptr);
 }
 
 }  // namespace quillon::errors

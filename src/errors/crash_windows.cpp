@@ -20,6 +20,7 @@ struct CrashReporting::State {
   std::wstring folder;
   std::wstring file;
   FixedSink sink;
+  CrashStack stack;
 };
 
 namespace {
@@ -55,6 +56,15 @@ LONG WINAPI onException(EXCEPTION_POINTERS* exception) {
 extern "C" void onAbort(int number) { report("SIGABRT", static_cast<std::uint64_t>(number)); }
 
 }  // namespace
+
+// The system keeps that much of the thread's own stack for the time after an overflow.
+CrashStack::CrashStack() {
+  constexpr ULONG kReserve = 65536;
+  ULONG reserve = kReserve;
+  SetThreadStackGuarantee(&reserve);
+}
+
+CrashStack::~CrashStack() = default;
 
 // An exception that nobody traps ends in an abort, whose signal is reported.
 CrashReporting::CrashReporting(FaultScribe& faults, std::string notice)
