@@ -6,6 +6,7 @@
 
 #include "convert/host.h"
 #include "dxf/run_time_error.h"
+#include "emit/emit_context.h"
 #include "ui/resources/string_table.h"
 
 namespace quillon::convert {
@@ -26,8 +27,10 @@ class Messages {
   Message scaleIsZero() const;
   Message outOfRange(std::string_view drawing) const;
   Message cancelled(std::string_view drawing, std::uint64_t line) const;
-  /// The script has as many lines as it may have.
-  Message lineLimit(std::string_view drawing, std::uint64_t lines) const;
+  /// The conversion has reached a limit, of so many; its script is not kept.
+  Message limit(std::string_view drawing, emit::LimitKind kind, std::uint64_t most) const;
+  /// The same for a script that is kept.
+  Message partial(std::string_view drawing, emit::LimitKind kind, std::uint64_t most) const;
   /// The error handler's message: the script could not be made, for the reason in `detail`.
   Message scriptError(std::string_view script, std::string detail) const;
 

@@ -21,6 +21,11 @@ namespace {
 
 constexpr std::size_t kDeepestNesting = 1000;
 
+/// How much of an entity's texts, and of groups that have to be read once more, can be worked
+/// through in a step.
+constexpr std::size_t kTextBytesPerStep = 64;
+constexpr std::size_t kGroupBytesPerStep = 16;
+
 /// The counter that a kind adds to.
 constexpr EntityKind countedAs(EntityKind kind) {
   switch (kind) {
@@ -31,6 +36,17 @@ constexpr EntityKind countedAs(EntityKind kind) {
     default:
       return kind;
   }
+}
+
+/// What an entity costs that is longer than usual.
+std::size_t stepsOfLength(const DxfEntity& entity) {
+  if (dxf::hasSideRecord(entity.kind)) {
+    return static_cast<std::size_t>(entity.groupsEnd - entity.groups) / kGroupBytesPerStep;
+  }
+  std::size_t size = 0;
+  const std::size_t slots = entity.slotCount();
+  for (std::size_t i = 0; i < slots; ++i) size += entity.value(i).size();
+  return size / kTextBytesPerStep;
 }
 
 /// The translator, not the text emitter, keeps a text from ending its own quotes.
@@ -135,6 +151,7 @@ void Translator::writeBlocks(std::size_t enclosing) {
       endBlock();
       continue;
     }
+    context_.cancelled.addSteps(stepsOfLength(item));
     const Placement placement = expansions_.back().placement;  // the list may move
     handle(item, placement);
   }

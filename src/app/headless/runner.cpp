@@ -193,7 +193,8 @@ class Runner {
     surroundings.refuseWithoutSections = true;
     surroundings.readStandardInput = planned.readStandardInput;
     surroundings.writeStandardOutput = planned.writeStandardOutput;
-    surroundings.maxLines = options_.maxLines;
+    surroundings.limits = options_.limits;
+    surroundings.keepPartial = options_.keepPartial;
     surroundings.clearAbandoned = false;
     return surroundings;
   }
