@@ -56,6 +56,7 @@ struct Answer {
 [[noreturn]] void runChild(const convert::ConversionJob& job, int answerTo) {
   SilentHost host;
   convert::Surroundings surroundings;
+  surroundings.limits = {};
   const Clock::time_point start = Clock::now();
   const convert::ConversionResult result = convert::convertDXF(job, host, surroundings);
   const Answer answer{result.outcome == convert::Outcome::Converted, secondsSince(start),

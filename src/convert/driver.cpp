@@ -101,7 +101,8 @@ class Conversion {
     emit::ScriptWriter script(*output_, {job_.unit, job_.version, job_.offsetX, job_.offsetY});
     const emit::EmitSettings settings = emitSettings();
     emit::EmitContext context{script, settings, emit::CancelPoll(control_)};
-    if (surroundings_.maxLines > 0) context.cancelled.limitLines(script, surroundings_.maxLines);
+    context.cancelled.setLimits(script, surroundings_.limits,
+                                [this](emit::LimitKind kind) { return goesOnPast(kind); });
     LayerAssignment layers(layerTable_, job_.defaultLayer, drawing_->encoding);
     const emit::TranslationRules rules;
     emit::Translator translator(context, *drawing_, layers, rules);
@@ -175,8 +176,11 @@ class Conversion {
     }
     control_.setStatusText(2839);
     if (job_.blocks == kAllBlocksAsParts) writeRemainingParts(cancelled, library);
-    lineLimitReached_ = cancelled.limitReached();
-    if (lineLimitReached_) control_.stop();
+    result_.steps = cancelled.steps();
+    if (limitReached_ && !surroundings_.keepPartial) {
+      output_.reset();
+      throw EndOfRun{};
+    }
     if (!control_.cancelled()) control_.setProgress(true, 1, 1);
   }
 
@@ -185,6 +189,19 @@ class Conversion {
       if (cancelled.atLimit()) return;
       library.writeRemainingPart(i);
     }
+  }
+
+  /// The answer of the user, where there is one. Otherwise everything stops as after a cancel.
+  bool goesOnPast(emit::LimitKind kind) {
+    limit_ = kind;
+    limitReached_ = surroundings_.keepPartial ||
+                    !host_.goOnPastLimit(messages_.limit(result_.dxfFile, kind, mostOf(kind)));
+    if (limitReached_) control_.stop();
+    return !limitReached_;
+  }
+  std::uint64_t mostOf(emit::LimitKind kind) const {
+    const emit::WorkLimits& limits = surroundings_.limits;
+    return kind == emit::LimitKind::Lines ? limits.lines : limits.steps;
   }
 
   emit::EmitSettings emitSettings() const {
@@ -337,8 +354,8 @@ class Conversion {
   void finish() {
     result_.outcome = control_.cancelled() ? Outcome::Cancelled : Outcome::Converted;
     if (result_.outcome == Outcome::Cancelled) {
-      host_.tell(lineLimitReached_ ? messages_.lineLimit(result_.dxfFile, surroundings_.maxLines)
-                                   : messages_.cancelled(result_.dxfFile, result_.linesRead));
+      host_.tell(limitReached_ ? messages_.partial(result_.dxfFile, limit_, mostOf(limit_))
+                               : messages_.cancelled(result_.dxfFile, result_.linesRead));
     }
     if (result_.outcome == Outcome::Converted && nothingConverted(result_)) {
       host_.tell(messages_.nothingConverted(result_.dxfFile));
@@ -402,7 +419,8 @@ class Conversion {
   std::optional<DrawingInput> input_;
   fs::path scriptPath_;
   std::unique_ptr<OutputFile> output_;
-  bool lineLimitReached_ = false;
+  emit::LimitKind limit_ = emit::LimitKind::Lines;  ///< the one that was reached
+  bool limitReached_ = false;                       ///< and ended the conversion
   LayerTable layerTable_;
   ScriptFrame frame_;
   std::unique_ptr<dxf::TextSource> text_;

@@ -22,6 +22,10 @@ struct ReportTime {
 /// The present date and time in the formats of the process's time locale.
 ReportTime currentReportTime();
 
+/// Limits beyond the drawings that people draw: 150 megabytes of polylines come to a quarter of the
+/// lines and to a fifteenth of the steps. Work without an end reaches them within seconds.
+inline constexpr emit::WorkLimits kUsualLimits{.lines = 20'000'000, .steps = 50'000'000};
+
 /// What a program adds to a job.
 struct Surroundings {
   int languageOffset = resources::kEnglish;
@@ -34,8 +38,11 @@ struct Surroundings {
   bool refuseUnreadableFiles = false;
   bool readStandardInput = false;    ///< instead of the drawing's path
   bool writeStandardOutput = false;  ///< instead of the script's path
-  /// Lines after which a script ends as if the user had cancelled; 0 for no such limit.
-  std::uint64_t maxLines = 0;
+  /// What a conversion may come to before the host is asked whether it goes on.
+  emit::WorkLimits limits = kUsualLimits;
+  /// Keeps the script of a conversion that a limit ends, with its closing commands, and does not
+  /// ask.
+  bool keepPartial = false;
   /// Looks beside the script for temporary files that killed runs left. Who converts many drawings
   /// into one folder does that once.
   bool clearAbandoned = true;
@@ -45,8 +52,7 @@ struct Surroundings {
 
 enum class Outcome : std::uint8_t {
   Converted,
-  Cancelled,  ///< by the user or the limit of lines; the script, if any, is well-formed but
-              ///< incomplete
+  Cancelled,  ///< by the user or a limit; the script, if any, is well-formed but incomplete
   Ended,      ///< the job or the drawing was refused, or an error ended the run; the host was told
 };
 
@@ -58,6 +64,7 @@ struct ConversionResult {
   std::uint64_t linesRead = 0;      ///< as the report counts them
   std::uint64_t fileLinesRead = 0;  ///< lines of the drawing that were read, each once
   std::uint64_t commandCount = 0;
+  std::uint64_t steps = 0;  ///< that the limits count
   emit::EntityCounts counts{};
   emit::EntityCounts leftOut{};  ///< of these, on layers that are not converted
   std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8

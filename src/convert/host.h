@@ -44,6 +44,12 @@ class ConversionHost {
   /// A yes/no question.
   virtual bool ask(const Message& question) = 0;
   virtual void tell(const Message& message) = 0;
+  /// Asks whether a conversion that has reached a limit goes on without any. `limit` says so as an
+  /// error, and that no script is kept, as after a No; it is told where nobody can be asked.
+  virtual bool goOnPastLimit(const Message& limit) {
+    tell(limit);
+    return false;
+  }
   /// The path of a drawing, or "" when none was chosen.
   virtual std::string chooseDxfFile(const FileQuestion& question) = 0;
   virtual void showReport(std::string_view report) = 0;

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <limits>
+#include <utility>
 
 #include "dxf/drawing.h"
 #include "dxf/run_monitor.h"
@@ -30,41 +33,73 @@ struct EmitSettings {
   double pointSize = dxf::kNotGiven;
 };
 
-/// Asks the monitor whether to stop, once every few steps of a loop whose length a drawing decides.
+/// What a conversion may come to before it ends: lines of the script, and steps, which also count
+/// work that writes nothing. A step is an entity of a block, a vertex, a dash or a gap, or a piece
+/// of a curve; a long entity of a block counts as several.
+struct WorkLimits {
+  static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
+
+  std::uint64_t lines = kNone;
+  std::uint64_t steps = kNone;
+};
+
+enum class LimitKind : std::uint8_t { Lines, Steps };
+
+/// Counts the steps of loops whose length a drawing decides, and asks the monitor once every few of
+/// them whether to stop.
 class CancelPoll {
  public:
+  /// Asked once when a limit is reached; after a yes there is none any more.
+  using MayGoOn = std::function<bool(LimitKind)>;
+
   explicit CancelPoll(dxf::RunMonitor& monitor) : monitor_(monitor) {}
 
-  /// From now on a script of this many lines is as good as a cancel.
-  void limitLines(const ScriptWriter& script, std::uint64_t mostLines) {
+  /// From now on these limits hold for the script and the steps.
+  void setLimits(const ScriptWriter& script, const WorkLimits& limits, MayGoOn mayGoOn) {
     script_ = &script;
-    mostLines_ = mostLines;
+    limits_ = limits;
+    mayGoOn_ = std::move(mayGoOn);
   }
 
-  /// True once the user has cancelled or the script has all the lines that it may have.
+  /// A step: true once the user has cancelled or a limit has ended the work.
   bool operator()() {
+    ++steps_;
     if (cancelled_ || atLimit()) return true;
     if (pacer_.due()) cancelled_ = monitor_.cancelRequested();
     return cancelled_;
   }
 
-  /// True when something more was to be written and the script has all its lines.
+  /// Work that costs as much as so many steps.
+  void addSteps(std::uint64_t steps) { steps_ += steps; }
+
+  /// True when something more was to be done and a limit does not allow it.
   bool atLimit() {
-    limitReached_ = limitReached_ || (script_ != nullptr && script_->commandCount() >= mostLines_);
-    return limitReached_;
+    const bool within =
+        steps_ < limits_.steps && (script_ == nullptr || script_->commandCount() < limits_.lines);
+    return !within && endsAtLimit();
   }
-  /// True once atLimit() was.
-  bool limitReached() const { return limitReached_; }
+
+  std::uint64_t steps() const { return steps_; }
 
  private:
   static constexpr std::uint32_t kStepsPerPoll = 64;
+
+  bool endsAtLimit() {
+    if (ended_) return true;
+    const LimitKind kind = steps_ < limits_.steps ? LimitKind::Lines : LimitKind::Steps;
+    ended_ = !mayGoOn_ || !mayGoOn_(kind);
+    if (!ended_) limits_ = {};
+    return ended_;
+  }
 
   dxf::RunMonitor& monitor_;
   dxf::Pacer pacer_{kStepsPerPoll};
   bool cancelled_ = false;
   const ScriptWriter* script_ = nullptr;
-  std::uint64_t mostLines_ = 0;
-  bool limitReached_ = false;
+  WorkLimits limits_;
+  MayGoOn mayGoOn_;
+  std::uint64_t steps_ = 0;
+  bool ended_ = false;
 };
 
 /// What every emitter works with.

@@ -21,6 +21,11 @@ namespace {
 
 constexpr std::size_t kDeepestNesting = 1000;
 
+/// How much of an entity's texts, and of groups that have to be read once more, can be worked
+/// through in a step.
+constexpr std::size_t kTextBytesPerStep = 64;
+constexpr std::size_t kGroupBytesPerStep = 16;
+
 /// The counter that a kind adds to.
 constexpr EntityKind countedAs(EntityKind kind) {
   switch (kind) {
@@ -31,6 +36,17 @@ constexpr EntityKind countedAs(EntityKind kind) {
     default:
       return kind;
   }
+}
+
+/// What an entity costs that is longer than usual.
+std::size_t stepsOfLength(const DxfEntity& entity) {
+  if (dxf::hasSideRecord(entity.kind)) {
+    return static_cast<std::size_t>(entity.groupsEnd - entity.groups) / kGroupBytesPerStep;
+  }
+  std::size_t size = 0;
+  const std::size_t slots = entity.slotCount();
+  for (std::size_t i = 0; i < slots; ++i) size += entity.value(i).size();
+  return size / kTextBytesPerStep;
 }
 
 /// The translator, not the text emitter, keeps a text from ending its own quotes.
@@ -87,6 +103,18 @@ Translator::Translator(EmitContext& context, dxf::Drawing& drawing, LayerNumbers
       expanding_(drawing.blocks.size(), 0) {}
 
 void Translator::translateEntity(DxfEntity& entity, const Placement& placement) {
+  const std::size_t enclosing = expansions_.size();
+  handle(entity, placement);
+  writeBlocks(enclosing);
+}
+
+void Translator::translateBlock(std::size_t blockIndex, const Placement& placement) {
+  const std::size_t enclosing = expansions_.size();
+  beginBlock(blockIndex, placement);
+  writeBlocks(enclosing);
+}
+
+void Translator::handle(DxfEntity& entity, const Placement& placement) {
   reader_.complete(entity);
   // What is left of a POLYLINE belongs to the entity before this one.
   if (entity.kind != EntityKind::Vertex) polyline_.finish();
@@ -95,22 +123,38 @@ void Translator::translateEntity(DxfEntity& entity, const Placement& placement) 
   (this->*kHandlers[static_cast<std::size_t>(entity.kind)])(entity, placement);
 }
 
-void Translator::translateBlock(std::size_t blockIndex, const Placement& placement) {
+void Translator::beginBlock(std::size_t blockIndex, const Placement& placement) {
   if (expanding_[blockIndex] != 0) return;
-  if (depth_ == kDeepestNesting) {
-    throw dxf::RunTimeError(dxf::Fault::NestingTooDeep, drawing_.blocks[blockIndex].name);
+  const dxf::BlockRec& block = drawing_.blocks[blockIndex];
+  if (expansions_.size() == kDeepestNesting) {
+    throw dxf::RunTimeError(dxf::Fault::NestingTooDeep, block.name);
   }
+  expansions_.push_back(
+      {blockIndex, dxf::EntityCursor(drawing_.store, block.items), placement, currentPosition_});
   expanding_[blockIndex] = 1;
-  ++depth_;
-  const char* const insertedAt = currentPosition_;
-  dxf::EntityCursor items(drawing_.store, drawing_.blocks[blockIndex].items);
-  for (DxfEntity item; items.next(item) && !context_.cancelled();) {
-    translateEntity(item, placement);
-  }
+}
+
+void Translator::endBlock() {
   finishList();
-  currentPosition_ = insertedAt;
-  --depth_;
-  expanding_[blockIndex] = 0;
+  currentPosition_ = expansions_.back().insertedAt;
+  expanding_[expansions_.back().blockIndex] = 0;
+  expansions_.pop_back();
+}
+
+/// Writes the blocks inside the `enclosing` outermost ones. Blocks within blocks wait in a list
+/// instead of on the stack, so that no drawing decides how much of the stack is needed.
+void Translator::writeBlocks(std::size_t enclosing) {
+  if (expansions_.size() == enclosing) return;
+  DxfEntity item;
+  while (expansions_.size() > enclosing) {
+    if (!expansions_.back().items.next(item) || context_.cancelled()) {
+      endBlock();
+      continue;
+    }
+    context_.cancelled.addSteps(stepsOfLength(item));
+    const Placement placement = expansions_.back().placement;  // the list may move
+    handle(item, placement);
+  }
 }
 
 int Translator::layerOf(const DxfEntity& entity) {
@@ -290,7 +334,7 @@ void Translator::insertBlock(std::string_view name, Corner insertion, const Plac
   Placement inner = placement;
   inner.dx = translation.x;
   inner.dy = translation.y;
-  translateBlock(index, inner);
+  beginBlock(index, inner);
 }
 
 void Translator::area(const DxfEntity& entity, const Placement& placement) {

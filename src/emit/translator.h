@@ -86,6 +86,19 @@ class Translator {
                        std::size_t heightSlot, std::size_t angleSlot, std::size_t textSlot);
   void insertBlock(std::string_view name, Corner insertion, const Placement& placement);
 
+  /// A block whose items are being written.
+  struct Expansion {
+    std::size_t blockIndex;
+    dxf::EntityCursor items;
+    Placement placement;
+    const char* insertedAt;  ///< the position that it was met at
+  };
+
+  void handle(dxf::DxfEntity& entity, const Placement& placement);
+  void beginBlock(std::size_t blockIndex, const Placement& placement);
+  void endBlock();
+  void writeBlocks(std::size_t enclosing);
+
   EmitContext& context_;
   dxf::Drawing& drawing_;
   LayerNumbers& layers_;
@@ -96,8 +109,8 @@ class Translator {
   BlockParts* parts_ = nullptr;
   EntityCounts counts_{};
   EntityCounts leftOut_{};
-  std::vector<char> expanding_;  ///< by block index: the block is being expanded
-  std::size_t depth_ = 0;
+  std::vector<char> expanding_;        ///< by block index: the block is being expanded
+  std::vector<Expansion> expansions_;  ///< from the outermost to the innermost block
   const char* currentPosition_ = nullptr;
 };
 

@@ -35,7 +35,8 @@ class LargeDrawing : public ProgramTest {
   };
 
   void expectLines(const std::string& drawing, std::size_t memory, std::uint64_t lines) {
-    const ProgramResult result = run({drawing, "-o", "out.scr", "--name", "", "--dotted"});
+    const ProgramResult result =
+        run({drawing, "-o", "out.scr", "--name", "", "--dotted", "--max-lines", "100000000"});
     EXPECT_EQ(result.exitCode, 0) << result.error;
     EXPECT_LT(result.peakBytes, memory);
     EXPECT_NE(result.error.find("out.scr: " + std::to_string(lines) + " lines written"),

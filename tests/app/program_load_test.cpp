@@ -57,7 +57,7 @@ TEST_F(MultiplyingBlocks, AreWrittenAsTheyGrowAndCanBeCancelled) {
 
 TEST_F(MultiplyingBlocks, EndAtTheLimitOfLines) {
   write("part.dxf", tenLevels());
-  const ProgramResult result = run({"part.dxf", "--max-lines", "100000"});
+  const ProgramResult result = run({"part.dxf", "--max-lines", "100000", "--keep-partial"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_NE(result.error.find("100000 lines that --max-lines allows"), std::string::npos);
   const std::string script = folder.read("part.scr");

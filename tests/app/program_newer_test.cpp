@@ -1,4 +1,4 @@
-// --newer and --max-lines.
+// --newer, and the limits of a conversion.
 #include "app/program_fixture.h"
 
 namespace quillon::headless {
@@ -106,7 +106,7 @@ TEST_F(NewerTest, TellsWhatItSkipsInGerman) {
             "1 Zeichnungen übersprungen, weil ihr Script neuer ist\n");
 }
 
-class MaxLinesTest : public ProgramTest {
+class LimitsTest : public ProgramTest {
  protected:
   static testing::DxfBuilder manyLines() {
     testing::DxfBuilder dxf;
@@ -115,11 +115,56 @@ class MaxLinesTest : public ProgramTest {
     }
     return dxf;
   }
+  /// A line of a line type that draws nothing in a billion steps.
+  static testing::DxfBuilder billionsOfGaps() {
+    testing::DxfBuilder dxf;
+    dxf.header("$LTSCALE", 40, "1");
+    dxf.dashes("GAPS", "1", {"-1e-9", "-1e-9"});
+    dxf.entity("LINE", {{8, "0"}, {6, "GAPS"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "0"}});
+    return dxf;
+  }
 };
 
-TEST_F(MaxLinesTest, EndsAScriptThatGetsTooLongAndSaysSo) {
+TEST_F(LimitsTest, EndAScriptThatGetsTooLongAndKeepTheOldOne) {
   write("part.dxf", manyLines());
-  const ProgramResult result = run({"part.dxf", "--max-lines", "50"});
+  folder.write("part.scr", "old");
+  expectResult(run({"part.dxf", "--max-lines", "50", "--force"}), 1, "",
+               errorLine("part.dxf: The script has reached the limit of 50 lines. The script is "
+                         "not kept. --max-lines and --max-steps allow more, and --keep-partial "
+                         "keeps the incomplete script."));
+  EXPECT_EQ(folder.read("part.scr"), "old");
+  EXPECT_EQ(files(), (Strings{"part.dxf", "part.scr"}));
+}
+
+TEST_F(LimitsTest, EndWorkThatWritesNothing) {
+  write("part.dxf", endless());
+  expectResult(run({"part.dxf", "--max-steps", "1000", "--language", "de"}), 1, "",
+               "quillon-convert: Fehler: part.dxf: Die Konvertierung hat die Grenze von 1000 "
+               "Schritten erreicht. Das Script wird nicht behalten. --max-lines und --max-steps "
+               "erlauben mehr, mit --keep-partial bleibt das unvollständige Script.\n");
+  EXPECT_EQ(files(), Strings{"part.dxf"});
+}
+
+TEST_F(LimitsTest, EndWorkWithoutAnEndWithoutBeingAsked) {
+  write("part.dxf", billionsOfGaps());
+  const ProgramResult result = run({"part.dxf", "--dotted"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_NE(result.error.find("the limit of 50000000 steps"), std::string::npos) << result.error;
+  EXPECT_EQ(files(), Strings{"part.dxf"});
+}
+
+TEST_F(LimitsTest, GiveNoReportOfWhatTheyEnd) {
+  write("part.dxf", manyLines());
+  const ProgramResult result =
+      run({"part.dxf", "--max-lines", "50", "--report", "part.txt", "--json"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_NE(result.output.find(R"("outcome":"failed")"), std::string::npos) << result.output;
+  EXPECT_EQ(files(), Strings{"part.dxf"});
+}
+
+TEST_F(LimitsTest, KeepTheIncompleteScriptWhenAskedTo) {
+  write("part.dxf", manyLines());
+  const ProgramResult result = run({"part.dxf", "--max-lines", "50", "--keep-partial"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_TRUE(result.error.starts_with(
       "quillon-convert: warning: part.dxf: The script has reached the 50 lines that --max-lines "
@@ -130,7 +175,18 @@ TEST_F(MaxLinesTest, EndsAScriptThatGetsTooLongAndSaysSo) {
   EXPECT_EQ(std::count(script.begin(), script.end(), '\n'), 53);  // 7, 22 times 2, and 2
 }
 
-TEST_F(MaxLinesTest, LeavesTheOtherDrawingsAlone) {
+TEST_F(LimitsTest, NameTheStepsOfAnIncompleteScript) {
+  write("part.dxf", endless());
+  const ProgramResult result = run({"part.dxf", "--max-steps", "1000", "--keep-partial"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(result.error.starts_with(
+      "quillon-convert: warning: part.dxf: The conversion has reached the 1000 steps that "
+      "--max-steps allows, and the script is incomplete.\n"))
+      << result.error;
+  EXPECT_TRUE(folder.read("part.scr").ends_with("Set Undo_Log on;\r\nWindow Fit;\r\n"));
+}
+
+TEST_F(LimitsTest, LeaveTheOtherDrawingsAlone) {
   write("a.dxf", manyLines());
   write("b.dxf", oneLine());
   const ProgramResult result = run({"a.dxf", "b.dxf", "--max-lines", "50"});
@@ -139,16 +195,18 @@ TEST_F(MaxLinesTest, LeavesTheOtherDrawingsAlone) {
   EXPECT_EQ(folder.read("b.scr"), lineScript("b"));
 }
 
-TEST_F(MaxLinesTest, AreOffUnlessGiven) {
+TEST_F(LimitsTest, AreFarAwayUnlessGiven) {
   write("part.dxf", manyLines());
   EXPECT_EQ(run({"part.dxf"}).exitCode, 0);
 }
 
-TEST_F(MaxLinesTest, AreAPositiveNumber) {
+TEST_F(LimitsTest, ArePositiveNumbers) {
   for (const char* const text : {"0", "-1", "1.5", "x", "", "99999999999999999999"}) {
-    const ProgramResult result = run({"part.dxf", "--max-lines", text});
-    EXPECT_EQ(result.exitCode, 2) << text;
-    EXPECT_NE(result.error.find("is no number of lines"), std::string::npos) << result.error;
+    for (const std::string things : {"lines", "steps"}) {
+      const ProgramResult result = run({"part.dxf", "--max-" + things, text});
+      EXPECT_EQ(result.exitCode, 2) << text;
+      EXPECT_NE(result.error.find("is no number of " + things), std::string::npos) << result.error;
+    }
   }
 }
 

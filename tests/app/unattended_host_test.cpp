@@ -61,6 +61,19 @@ TEST_F(UnattendedHostTest, AnswersAQuestionWithNo) {
             "quillon: Warning: Overwrite?\n  The answer is No. Add /w:o to replace the file.\n");
 }
 
+TEST_F(UnattendedHostTest, EndsAtALimitAndSaysWhereItCanGoOn) {
+  const Message limit{MessageKind::Error, "File Error", "a.dxf: limit.", "a.dxf: limit. Not kept."};
+  EXPECT_EQ(
+      printedBy([&] { EXPECT_FALSE(host.goOnPastLimit(limit)); }),
+      "quillon: File Error: a.dxf: limit. Not kept. Please convert the drawing in the window, "
+      "which asks whether to go on.\n");
+  resources::Texts german{resources::kGerman};
+  UnattendedHost germanHost{console, progress, german};
+  EXPECT_EQ(printedBy([&] { germanHost.goOnPastLimit(limit); }),
+            "quillon: File Error: a.dxf: limit. Not kept. Bitte die Zeichnung im Fenster "
+            "konvertieren, das fragt, ob es weitergehen soll.\n");
+}
+
 TEST_F(UnattendedHostTest, CancelsTheFileDialog) { EXPECT_EQ(host.chooseDxfFile({}), ""); }
 
 TEST_F(UnattendedHostTest, PrintsTheReportWithPlainLineEnds) {

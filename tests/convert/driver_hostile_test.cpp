@@ -17,7 +17,8 @@ class HostileTest : public DriverTest {
   HostileTest() {
     job.overwriteScript = true;
     job.ellipses = true;
-    surroundings.maxLines = 3000;
+    surroundings.limits.lines = 3000;
+    surroundings.keepPartial = true;
   }
 
   /// Converts with every combination of the options that choose ways through the emitters. The
@@ -91,7 +92,7 @@ TEST_F(HostileTest, LineTypesThatNeverAdvanceEndTheirLines) {
     dxf.entity("LINE", {{8, "0"}, {6, "D"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "0"}});
     dxf.entity("CIRCLE", {{8, "0"}, {6, "D"}, {10, "0"}, {20, "0"}, {40, "1"}});
     dxf.entity("ARC", {{8, "0"}, {6, "D"}, {10, "0"}, {20, "0"}, {40, "1"}, {50, "0"}, {51, "9"}});
-    surroundings.maxLines = 0;
+    surroundings.limits = {};
     EXPECT_EQ(convertInAllWays(dxf), kWays);
     EXPECT_LT(result.commandCount, 60U);
   }
@@ -107,7 +108,7 @@ TEST_F(HostileTest, DashesABillionTimesShorterThanTheirLineCanBeCancelled) {
     drawing.entity("CIRCLE", {{8, "0"}, {6, lineType}, {10, "0"}, {20, "0"}, {40, "1"}});
     draw(drawing);
     job.dotted = true;
-    surroundings.maxLines = 0;
+    surroundings.limits = {};
     int polls = 0;
     host.cancelWhen = [&polls] { return ++polls > 2000; };
     EXPECT_TRUE(convertOnce());
@@ -209,7 +210,7 @@ TEST_F(HostileTest, PointsThatAreAllTheSame) {
   for (int i = 0; i < 50; ++i) dxf.entity("VERTEX", {{8, "0"}, {10, "3"}, {20, "3"}, {42, "-1"}});
   dxf.entity("SEQEND", {});
   dxf.entity("SOLID", {{8, "0"}, {10, "3"}, {20, "3"}, {11, "3"}, {21, "3"}, {12, "3"}, {22, "3"}});
-  surroundings.maxLines = 0;
+  surroundings.limits = {};
   EXPECT_EQ(convertInAllWays(dxf), kWays);
 }
 
@@ -219,7 +220,7 @@ TEST_F(HostileTest, AnglesOfManyTurns) {
   dxf.entity("TEXT", {{8, "0"}, {10, "0"}, {20, "0"}, {40, "1"}, {50, "1e300"}, {1, "x"}});
   dxf.beginBlock("A").entity("POINT", {{8, "0"}, {10, "1"}, {20, "1"}}).endBlock();
   dxf.entity("INSERT", {{8, "0"}, {2, "A"}, {10, "0"}, {20, "0"}, {50, "1e300"}});
-  surroundings.maxLines = 0;
+  surroundings.limits = {};
   EXPECT_EQ(convertInAllWays(dxf), kWays);
 }
 
@@ -230,7 +231,7 @@ TEST_F(HostileTest, EllipsesOfManyTurnsEndWithACancel) {
         "ELLIPSE",
         {{8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "0"}, {40, "1"}, {41, "0"}, {42, end}});
     draw(dxf);
-    surroundings.maxLines = 0;
+    surroundings.limits = {};
     int polls = 0;
     host.cancelWhen = [&polls] { return ++polls > 100; };
     EXPECT_TRUE(convertOnce());
@@ -268,7 +269,7 @@ DxfBuilder tableOfNames(int lines) {
 }
 
 TEST_F(HostileTest, TablesFullOfEntriesInsideEntries) {
-  surroundings.maxLines = 0;
+  surroundings.limits = {};
   DxfBuilder nested;
   std::string lines;
   for (int i = 0; i < 20000; ++i) lines += " 49\nLTYPE\n";
@@ -293,7 +294,7 @@ std::string sharedDashes(int count) {
 }
 
 TEST_F(HostileTest, LineTypesThatShareALongListCostNoMoreThanTheirLines) {
-  surroundings.maxLines = 0;
+  surroundings.limits = {};
   job.dotted = true;
   const auto seconds = [this](int count) {
     folder.write("drawing.dxf", sharedDashes(count));
@@ -304,7 +305,7 @@ TEST_F(HostileTest, LineTypesThatShareALongListCostNoMoreThanTheirLines) {
 }
 
 TEST_F(HostileTest, SplinesOfManyPointsCostWhatTheirPointsDo) {
-  surroundings.maxLines = 0;
+  surroundings.limits = {};
   const auto seconds = [this](int points) {
     std::vector<std::pair<int, std::string_view>> groups = {{8, "0"}};
     for (int i = 0; i < points; ++i) {

@@ -1,4 +1,4 @@
-// Scripts that may have so many lines.
+// Limits of what a conversion writes and does.
 #include "convert/driver_fixture.h"
 #include "convert/script_frame.h"
 #include "support/script_grammar.h"
@@ -8,7 +8,10 @@ namespace {
 
 class LimitTest : public DriverTest {
  protected:
-  LimitTest() { surroundings.maxLines = 20; }
+  LimitTest() {
+    surroundings.limits.lines = 20;
+    surroundings.keepPartial = true;
+  }
 
   /// The script is closed properly, no longer than the limit and one entity, and incomplete.
   void expectLimit() {
@@ -107,6 +110,139 @@ TEST_F(LimitTest, AreToldInGerman) {
   EXPECT_EQ(host.messages[0].text, job.dxfFile +
                                        ": Das Script hat die erlaubten 20 Zeilen erreicht "
                                        "(--max-lines) und ist unvollständig.");
+}
+
+TEST_F(LimitTest, KeepNoScriptUnlessAskedTo) {
+  surroundings.keepPartial = false;
+  draw(lines(100));
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_FALSE(hasScript());
+  ASSERT_EQ(host.limits.size(), 1U);
+  EXPECT_EQ(host.limits[0].kind, MessageKind::Error);
+  EXPECT_EQ(host.limits[0].text, job.dxfFile + ": The script has reached the limit of 20 lines.");
+  EXPECT_EQ(host.limits[0].detail, host.limits[0].text + " The script is not kept.");
+  EXPECT_TRUE(host.messages.empty());
+  EXPECT_EQ(result.report, "");
+}
+
+TEST_F(LimitTest, LeaveTheOldScript) {
+  surroundings.keepPartial = false;
+  job.overwriteScript = true;
+  folder.write("drawing.scr", "old");
+  draw(lines(100));
+  EXPECT_EQ(convert(), Outcome::Ended);
+  EXPECT_EQ(script(), "old");
+}
+
+TEST_F(LimitTest, EndWithTheYesOfAUser) {
+  surroundings.keepPartial = false;
+  surroundings.limits.steps = 20;
+  host.goesOn = true;
+  testing::DxfBuilder dxf = lines(100);
+  for (int i = 0; i < 10; ++i) dxf.entity("LWPOLYLINE", {{8, "0"}, {10, "1"}, {20, "1"}});
+  draw(dxf);
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(result.commandCount, 207U);
+  EXPECT_EQ(host.limits.size(), 1U);
+  EXPECT_TRUE(host.messages.empty());
+}
+
+TEST_F(LimitTest, AreToldInGermanWhereTheyLeaveNoScript) {
+  surroundings.keepPartial = false;
+  speakGerman();
+  draw(lines(100));
+  convert();
+  surroundings.limits = {.steps = 0};
+  draw(lines(1));
+  convert();
+  ASSERT_EQ(host.limits.size(), 2U);
+  EXPECT_EQ(host.limits[0].detail, job.dxfFile +
+                                       ": Das Script hat die Grenze von 20 Zeilen erreicht. Das "
+                                       "Script wird nicht behalten.");
+  EXPECT_EQ(host.limits[1].detail, job.dxfFile +
+                                       ": Die Konvertierung hat die Grenze von 0 Schritten "
+                                       "erreicht. Das Script wird nicht behalten.");
+}
+
+class StepLimitTest : public DriverTest {
+ protected:
+  StepLimitTest() { surroundings.limits.steps = 1000; }
+
+  void expectLimit() {
+    EXPECT_EQ(convert(), Outcome::Ended);
+    EXPECT_FALSE(hasScript());
+    ASSERT_EQ(host.limits.size(), 1U);
+    EXPECT_EQ(host.limits[0].text,
+              job.dxfFile + ": The conversion has reached the limit of 1000 steps.");
+    EXPECT_LT(result.steps, 2000U);
+  }
+  /// Blocks that double the last one over so many levels.
+  static testing::DxfBuilder doubled(int levels, const testing::DxfBuilder& items = {}) {
+    testing::DxfBuilder dxf = items;
+    for (int level = 1; level < levels; ++level) {
+      dxf.beginBlock("L" + std::to_string(level));
+      const std::string next = "L" + std::to_string(level + 1);
+      for (int i = 0; i < 2; ++i) dxf.entity("INSERT", {{8, "0"}, {2, next}});
+      dxf.endBlock();
+    }
+    dxf.entity("INSERT", {{8, "0"}, {2, "L1"}});
+    return dxf;
+  }
+};
+
+TEST_F(StepLimitTest, EndsEmptyBlocksThatDouble) {
+  testing::DxfBuilder last;
+  last.beginBlock("L60").endBlock();
+  draw(doubled(60, last));
+  expectLimit();
+}
+
+TEST_F(StepLimitTest, EndsBlocksOfLayersThatAreNotConverted) {
+  job.defaultLayer = "999";
+  testing::DxfBuilder last;
+  last.beginBlock("L1");
+  for (int i = 0; i < 10; ++i) last.entity("POINT", {{8, "0"}, {10, "1"}, {20, "1"}});
+  last.endBlock();
+  for (int i = 0; i < 1000; ++i) last.entity("INSERT", {{8, "DRAWN"}, {2, "L1"}});
+  job.layerFile = folder.write("part.lay", "[1]\r\nlayername=DRAWN\r\nlayernr=5\r\n");
+  draw(last);
+  expectLimit();
+}
+
+TEST_F(StepLimitTest, EndsGapsOfDashes) {
+  testing::DxfBuilder dxf;
+  dxf.header("$LTSCALE", 40, "1");
+  dxf.dashes("GAPS", "1", {"-1e-9", "-1e-9"});
+  dxf.entity("LINE", {{8, "0"}, {6, "GAPS"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "0"}});
+  draw(dxf);
+  job.dotted = true;
+  expectLimit();
+}
+
+TEST_F(StepLimitTest, CountsLongTextsOfBlocksByTheirLength) {
+  const std::string content(6400, 'x');
+  testing::DxfBuilder last;
+  last.beginBlock("L4").entity("TEXT", {{8, "0"}, {1, content}}).endBlock();
+  draw(doubled(4, last));
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_GE(result.steps, 800U);  // eight texts of 100 each
+  EXPECT_LT(result.steps, 850U);
+}
+
+TEST_F(StepLimitTest, CountsTheGroupsOfSplinesThatDrawNothing) {
+  std::vector<std::pair<int, std::string_view>> groups = {{8, "0"}, {10, "1"}, {20, "1"}};
+  groups.resize(2000, {40, "1"});
+  testing::DxfBuilder last;
+  last.beginBlock("L4").entity("SPLINE", groups).endBlock();
+  draw(doubled(4, last));
+  expectLimit();
+}
+
+TEST_F(StepLimitTest, IsFarFromOrdinaryDrawings) {
+  surroundings.limits = kUsualLimits;
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_LT(result.steps, 10U);
+  EXPECT_TRUE(host.limits.empty());
 }
 
 }  // namespace

@@ -31,7 +31,13 @@ class RecordingHost : public convert::ConversionHost {
   }
   void showReport(std::string_view report) override { reports.emplace_back(report); }
 
+  bool goOnPastLimit(const convert::Message& limit) override {
+    limits.push_back(limit);
+    return goesOn;
+  }
+
   bool answer = false;
+  bool goesOn = false;
   bool cancelButton = false;
   std::string chosenFile;
   std::function<bool()> cancelWhen;
@@ -41,6 +47,7 @@ class RecordingHost : public convert::ConversionHost {
   int events = 0;
   std::vector<convert::Message> questions;
   std::vector<convert::Message> messages;
+  std::vector<convert::Message> limits;
   std::vector<convert::FileQuestion> fileQuestions;
   std::vector<std::string> reports;
 };

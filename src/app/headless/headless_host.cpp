@@ -20,4 +20,11 @@ bool HeadlessHost::ask(const convert::Message& question) {
   return false;
 }
 
+bool HeadlessHost::goOnPastLimit(const convert::Message& limit) {
+  convert::Message refusal = limit;
+  refusal.detail += " " + std::string(texts_(3117));
+  tell(refusal);
+  return false;
+}
+
 }  // namespace quillon::headless

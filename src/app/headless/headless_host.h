@@ -25,6 +25,7 @@ class HeadlessHost : public convert::ConversionHost {
   bool hasCancelButton() const override { return false; }
   bool ask(const convert::Message& question) override;
   void tell(const convert::Message& message) override { messages_.push_back(message); }
+  bool goOnPastLimit(const convert::Message& limit) override;
   std::string chooseDxfFile(const convert::FileQuestion&) override { return {}; }
   void showReport(std::string_view) override {}
 

@@ -44,13 +44,16 @@ std::string checkLayer(const std::string& text) {
   return "\"" + text + "\" is not an EAGLE layer from 1 to 255, or 999";
 }
 
-/// A positive whole number.
-std::string checkLineLimit(const std::string& text) {
-  const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
-  constexpr std::size_t kMostDigits = 18;
-  const bool positive = text.find_first_not_of('0') != std::string::npos;
-  if (digits && positive && text.size() <= kMostDigits) return {};
-  return "\"" + text + "\" is no number of lines";
+/// A check for a positive whole number of something.
+CLI::Validator countOf(const std::string& things) {
+  const auto check = [things](const std::string& text) -> std::string {
+    const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
+    constexpr std::size_t kMostDigits = 18;
+    const bool positive = text.find_first_not_of('0') != std::string::npos;
+    if (digits && positive && text.size() <= kMostDigits) return {};
+    return "\"" + text + "\" is no number of " + things;
+  };
+  return {check, "NUMBER"};
 }
 
 /// The options whose texts become numbers after parsing.
@@ -104,6 +107,19 @@ void addJobOptions(CLI::App& app, Options& options, NumberTexts& numbers) {
       ->check(number);
 }
 
+/// What each conversion may come to.
+void addLimits(CLI::App& app, Options& options) {
+  const emit::WorkLimits& usual = convert::kUsualLimits;
+  app.add_option("--max-lines", options.limits.lines,
+                 "End a conversion after so many lines [" + std::to_string(usual.lines) + "]")
+      ->check(countOf("lines"));
+  app.add_option("--max-steps", options.limits.steps,
+                 "End a conversion after so many steps [" + std::to_string(usual.steps) + "]")
+      ->check(countOf("steps"));
+  app.add_flag("--keep-partial", options.keepPartial,
+               "Keep the incomplete script of a conversion that one of these ends");
+}
+
 void addProgramOptions(CLI::App& app, Options& options) {
   app.add_option("drawings", options.inputs,
                  "DXF drawings, or folders of them; - reads standard input")
@@ -122,8 +138,7 @@ void addProgramOptions(CLI::App& app, Options& options) {
   app.add_flag("--force", options.job.overwriteScript, "Replace existing scripts and reports");
   app.add_flag("--newer", options.newer,
                "Convert drawings that are newer than their scripts, replace these, skip the rest");
-  app.add_option("--max-lines", options.maxLines, "End a script after so many lines [no limit]")
-      ->check(CLI::Validator(checkLineLimit, "NUMBER"));
+  addLimits(app, options);
   app.add_option("--jobs", options.jobs, "Conversions at the same time [1]")
       ->check(CLI::Range(1, 256));
   app.add_flag("--quiet", options.quiet, "Print errors and warnings only");

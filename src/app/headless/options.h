@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "convert/driver.h"
 #include "convert/job.h"
 
 namespace quillon::headless {
@@ -19,8 +20,9 @@ struct Options {
   convert::ConversionJob job;         ///< settings that all conversions share
   int languageOffset = 0;
   unsigned jobs = 1;
-  std::uint64_t maxLines = 0;  ///< of a script; 0 for no limit
-  bool newer = false;          ///< drawings older than their scripts are left out
+  emit::WorkLimits limits = convert::kUsualLimits;  ///< of each conversion
+  bool keepPartial = false;  ///< keeps the script of a conversion that a limit ends
+  bool newer = false;        ///< drawings older than their scripts are left out
   bool quiet = false;
   bool json = false;
 };

@@ -6,7 +6,6 @@
 #include <set>
 #include <string>
 #include <system_error>
-#include <thread>
 #include <vector>
 
 #include "app/console/console.h"
@@ -15,6 +14,7 @@
 #include "app/headless/headless_host.h"
 #include "app/headless/json_output.h"
 #include "app/headless/plan.h"
+#include "app/headless/worker.h"
 #include "convert/driver.h"
 #include "convert/file_system.h"
 #include "convert/layer_file.h"
@@ -105,10 +105,10 @@ class Runner {
   void convertAll() {
     const std::size_t workers = std::min<std::size_t>(options_.jobs, plan_.conversions.size());
     {
-      std::vector<std::jthread> threads;
+      std::vector<Worker> threads;
       try {
         for (std::size_t i = 1; i < workers; ++i) threads.emplace_back([this] { workApart(); });
-      } catch (const std::system_error&) {
+      } catch (const std::exception&) {
         // Fewer conversions at the same time do as well.
       }
       work();
@@ -216,7 +216,8 @@ class Runner {
     surroundings.refuseUnreadableFiles = true;
     surroundings.readStandardInput = planned.readStandardInput;
     surroundings.writeStandardOutput = planned.writeStandardOutput;
-    surroundings.maxLines = options_.maxLines;
+    surroundings.limits = options_.limits;
+    surroundings.keepPartial = options_.keepPartial;
     surroundings.clearAbandoned = false;
     return surroundings;
   }

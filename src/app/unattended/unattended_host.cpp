@@ -40,6 +40,13 @@ void UnattendedHost::tell(const convert::Message& message) {
   console_.printError("  " + message.detail + "\n");
 }
 
+bool UnattendedHost::goOnPastLimit(const convert::Message& limit) {
+  convert::Message refusal = limit;
+  refusal.text = refusal.detail += " " + std::string(texts_(3123));
+  tell(refusal);
+  return false;
+}
+
 void UnattendedHost::showReport(std::string_view report) {
   constexpr std::string_view kLineEnd = "\r\n";
   std::string lines;

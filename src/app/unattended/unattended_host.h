@@ -24,6 +24,7 @@ class UnattendedHost : public convert::ConversionHost {
   bool hasCancelButton() const override { return progress_.hasCancelButton(); }
   bool ask(const convert::Message& question) override;
   void tell(const convert::Message& message) override;
+  bool goOnPastLimit(const convert::Message& limit) override;
   std::string chooseDxfFile(const convert::FileQuestion&) override { return {}; }
   void showReport(std::string_view report) override;
 

@@ -29,6 +29,12 @@ bool WindowHost::ask(const convert::Message& question) {
                      QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 
+bool WindowHost::goOnPastLimit(const convert::Message& limit) {
+  convert::Message question = limit;
+  question.text += "\r" + fromQt(context_.text(3159));
+  return ask(question);
+}
+
 void WindowHost::tell(const convert::Message& message) {
   const bool warning = message.kind == convert::MessageKind::Warning;
   QMessageBox box(warning ? QMessageBox::Warning : QMessageBox::Critical, toQt(message.title),

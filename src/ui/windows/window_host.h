@@ -22,6 +22,7 @@ class WindowHost : public convert::ConversionHost {
   bool hasCancelButton() const override { return true; }
   bool ask(const convert::Message& question) override;
   void tell(const convert::Message& message) override;
+  bool goOnPastLimit(const convert::Message& limit) override;
   std::string chooseDxfFile(const convert::FileQuestion& question) override;
   void showReport(std::string_view report) override;
 

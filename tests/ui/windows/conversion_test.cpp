@@ -8,6 +8,7 @@
 #include "support/timing.h"
 #include "ui/windows/report_window.h"
 #include "ui/windows/window_fixture.h"
+#include "ui/windows/window_host.h"
 
 namespace quillon::ui {
 namespace {
@@ -331,6 +332,26 @@ TEST_F(ConversionTest, ClosingTheWindowDuringAConversionCancelsIt) {
   whenAsked(QMessageBox::Ok);
   EXPECT_EQ(window.befStart_Click().outcome, Outcome::Cancelled);
   EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(ConversionTest, AtALimitTheUserIsAskedWhetherToGoOn) {
+  ProgressDialog progress(context, &window);
+  WindowHost host(context, progress, &window);
+  const convert::Message limit{convert::MessageKind::Error, "File Error", "part.dxf: A limit.",
+                               "part.dxf: A limit. The script is not kept."};
+  whenAsked(QMessageBox::Yes);
+  EXPECT_TRUE(host.goOnPastLimit(limit));
+  EXPECT_EQ(boxTitle, "File Error");
+  EXPECT_EQ(boxText, "part.dxf: A limit.\nGo on without limits? Otherwise the script is not kept.");
+  whenAsked(QMessageBox::No);
+  EXPECT_FALSE(host.goOnPastLimit(limit));
+  context.LanguageOffset = resources::kGerman;
+  whenAsked(QMessageBox::No);
+  EXPECT_FALSE(host.goOnPastLimit(limit));
+  EXPECT_EQ(boxText,
+            "part.dxf: A limit.\nOhne Grenzen weiterkonvertieren? Sonst wird das Script nicht "
+            "behalten.");
+  EXPECT_EQ(modalWindows, 3);
 }
 
 TEST_F(ConversionTest, AMissingDrawingOpensTheFileDialog) {
