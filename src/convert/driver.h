@@ -8,8 +8,8 @@
 #include "convert/job.h"
 #include "convert/run_control.h"
 #include "convert/script_frame.h"
-#include "emit/script_writer.h"
-#include "emit/translator.h"
+#include "eagle/script_writer.h"
+#include "rules/translation.h"
 #include "ui/resources/string_table.h"
 
 namespace quillon::convert {
@@ -53,11 +53,11 @@ struct ConversionResult {
   std::string scriptFile;
   std::uint64_t linesRead = 0;
   std::uint64_t commandCount = 0;
-  emit::EntityCounts counts{};
-  emit::EntityCounts leftOut{};                       ///< of these, on layers assigned to 999
+  rules::EntityCounts counts{};
+  rules::EntityCounts leftOut{};                       ///< of these, on layers assigned to 999
   std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
-  emit::Extents extents;
+  eagle::Extents extents;
   bool rangeWarning = false;
   std::string report;  ///< UTF-8; "" when the run ended before
 };

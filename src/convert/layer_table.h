@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "dxf/drawing.h"
-#include "emit/translator.h"
+#include "rules/translation.h"
 
 namespace quillon::convert {
 
@@ -29,7 +29,7 @@ class LayerTable {
 LayerTable readLayerFile(const std::string& path);
 
 /// Finds the EAGLE layer of a drawing's layers, once for each.
-class LayerAssignment : public emit::LayerNumbers {
+class LayerAssignment : public rules::LayerNumbers {
  public:
   LayerAssignment(const LayerTable& table, std::string_view defaultLayer, dxf::Encoding encoding)
       : table_(table), defaultLayer_(defaultLayer), encoding_(encoding) {}

@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "convert/paths.h"
-#include "emit/script_writer.h"
+#include "eagle/script_writer.h"
 
 namespace quillon::convert {
 
@@ -28,7 +28,7 @@ class WriteError : public std::runtime_error {
 /// without a commit the target stays as it was. A link is followed. A target that exists and is no
 /// regular file (a device, a pipe), or in whose folder no file may be made, is written directly.
 /// What a killed process leaves of its temporary file is for clearAbandonedFiles().
-class OutputFile : public emit::ScriptSink {
+class OutputFile : public eagle::ScriptSink {
  public:
   /// Throws WriteError when the target cannot be written.
   explicit OutputFile(const std::filesystem::path& target);
