@@ -11,7 +11,7 @@
 
 #include "dice.h"
 #include "dxf/number_text.h"
-#include "emit/number_format.h"
+#include "eagle/number_format.h"
 
 namespace quillon::bench {
 namespace {
@@ -73,18 +73,18 @@ void parse(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kCount));
 }
 
-char* writeOwn(double value, char* out) { return emit::formatNumber(value, out); }
+char* writeOwn(double value, char* out) { return eagle::formatNumber(value, out); }
 char* writeToChars(double value, char* out) {
-  return std::to_chars(out, out + emit::kNumberRoom, value, std::chars_format::fixed, 7).ptr;
+  return std::to_chars(out, out + eagle::kNumberRoom, value, std::chars_format::fixed, 7).ptr;
 }
 char* writeSnprintf(double value, char* out) {
-  return out + std::snprintf(out, emit::kNumberRoom, "%.7f", value);
+  return out + std::snprintf(out, eagle::kNumberRoom, "%.7f", value);
 }
 
 template <char* (*write)(double, char*)>
 void format(benchmark::State& state) {
   const std::vector<double> values = makeValues(state.range(0));
-  std::array<char, emit::kNumberRoom> text{};
+  std::array<char, eagle::kNumberRoom> text{};
   for (auto _ : state) {
     for (const double value : values) {
       char* const end = write(value, text.data());

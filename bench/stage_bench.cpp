@@ -8,12 +8,13 @@
 #include <stdexcept>
 #include <string>
 
+#include "classic/translator.h"
 #include "convert/layer_table.h"
 #include "drawings.h"
 #include "dxf/line_reader.h"
 #include "dxf/section_walker.h"
 #include "dxf/text_source.h"
-#include "emit/translator.h"
+#include "eagle/script_commands.h"
 
 namespace quillon::bench {
 namespace {
@@ -28,7 +29,7 @@ class SilentMonitor : public dxf::RunMonitor {
   void waitForUser() override {}
 };
 
-class CountingSink : public emit::ScriptSink {
+class CountingSink : public eagle::ScriptSink {
  public:
   void write(std::string_view block) override { size += block.size(); }
   std::size_t size = 0;
@@ -38,15 +39,6 @@ class EntityCounter : public dxf::EntitySink {
  public:
   void takeEntity(dxf::DxfEntity&) override { ++count; }
   std::uint64_t count = 0;
-};
-
-class EntityTranslator : public dxf::EntitySink {
- public:
-  explicit EntityTranslator(emit::Translator& translator) : translator_(translator) {}
-  void takeEntity(dxf::DxfEntity& entity) override { translator_.translateEntity(entity, {}); }
-
- private:
-  emit::Translator& translator_;
 };
 
 /// A made drawing in a file without a name.
@@ -97,16 +89,15 @@ std::uint64_t translate(std::FILE* file) {
   dxf::Drawing drawing;
   dxf::readDefinitions(drawing, reader);
   CountingSink sink;
-  emit::ScriptWriter script(sink, {});
-  const emit::EmitSettings settings;
-  emit::EmitContext context{script, settings, emit::CancelPoll(monitor)};
+  eagle::ScriptWriter script(sink, {});
+  const classic::Settings settings;
+  eagle::ScriptCommands commands(script);
+  classic::Context context{commands, script.area(), settings, rules::CancelPoll(monitor)};
   const convert::LayerTable noLayers;
   convert::LayerAssignment layers(noLayers, "20 Dimension (B)", drawing.encoding);
-  const emit::TranslationRules rules;
-  emit::Translator translator(context, drawing, layers, rules);
-  EntityTranslator entities(translator);
-  dxf::readContents(drawing, reader, entities, true);
-  translator.finishList();
+  classic::Translator translator(context, drawing, layers);
+  dxf::readContents(drawing, reader, translator, true);
+  translator.endOfEntities();
   script.flush();
   return sink.size;
 }

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Computes src/emit/trigonometry_tables.h: sines, cosines and arc tangents of multiples of 1/64, as
+"""Computes src/geometry/trigonometry_tables.h: sines, cosines and arc tangents of multiples of 1/64, as
 sums of two doubles, and the bits of 2 / pi.
 
-    tools/make_trigonometry_tables.py >src/emit/trigonometry_tables.h
-    clang-format -i src/emit/trigonometry_tables.h
+    tools/make_trigonometry_tables.py >src/geometry/trigonometry_tables.h
+    clang-format -i src/geometry/trigonometry_tables.h
 """
 
 from fractions import Fraction
@@ -71,8 +71,8 @@ def main():
     both = [sine_and_cosine(Fraction(i, STEPS)) for i in range(SINES)]
     print("// Made by tools/make_trigonometry_tables.py.")
     print("#pragma once\n\n#include <array>\n#include <cstdint>\n")
-    print('#include "emit/double_pair.h"\n')
-    print("namespace quillon::emit {\n")
+    print('#include "geometry/double_pair.h"\n')
+    print("namespace quillon::geometry {\n")
     print(f"/// Sines and cosines of multiples of 1/{STEPS}.")
     table("kSines", [sine for sine, _ in both])
     table("kCosines", [cosine for _, cosine in both])
@@ -86,7 +86,7 @@ def main():
     print(f"inline constexpr std::array<std::uint32_t, {WORDS}> kTwoOverPi = {{")
     for i in range(0, WORDS, 6):
         print("    " + " ".join(f"{word:#010x}," for word in words[i : i + 6]))
-    print("};\n\n}  // namespace quillon::emit")
+    print("};\n\n}  // namespace quillon::geometry")
 
 
 if __name__ == "__main__":

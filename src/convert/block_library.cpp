@@ -19,8 +19,8 @@ std::string makePartName(std::string_view blockName, std::size_t row, dxf::Encod
   return name + "_" + std::to_string(row);
 }
 
-bool BlockLibrary::insertPart(std::size_t blockIndex, emit::Corner insertion,
-                              const emit::Placement& placement) {
+bool BlockLibrary::insertPart(std::size_t blockIndex, geometry::Point insertion,
+                              const geometry::Placement& placement) {
   if (writingPart_) return false;
   const dxf::BlockRec& block = drawing_.blocks[blockIndex];
   // Parts are told apart by these numbers, which therefore have to be numbers.
@@ -32,19 +32,17 @@ bool BlockLibrary::insertPart(std::size_t blockIndex, emit::Corner insertion,
   if (part == nullptr) {
     part = &addRow(block.name, placement);
     writePart(blockIndex, *part, placement);
-    commands_.writeUseLibrary();
+    target_.writeUseLibrary();
   }
-  script_.text("Add ").text(*part).text("@").text(commands_.drawingName()).text(" R0 ");
-  script_.formatPoint(insertion.x - dxf::numberValue(block.baseX),
-                      insertion.y - dxf::numberValue(block.baseY));
-  script_.text(";").endLine();
-  script_.finishCommand(1);
+  const geometry::Point at{insertion.x - dxf::numberValue(block.baseX),
+                           insertion.y - dxf::numberValue(block.baseY)};
+  commands_.part({*part, target_.drawingName(), at});
   return true;
 }
 
 void BlockLibrary::writeRemainingPart(std::size_t blockIndex) {
   const dxf::BlockRec& block = drawing_.blocks[blockIndex];
-  const emit::Placement asIs;
+  const geometry::Placement asIs;
   if (block.isLayout() || findPart(block.name, asIs) != nullptr) return;
   writePart(blockIndex, addRow(block.name, asIs), asIs);
 }
@@ -56,14 +54,14 @@ const std::vector<std::string>& BlockLibrary::partNames(std::string_view blockNa
 }
 
 const std::string* BlockLibrary::findPart(std::string_view blockName,
-                                          const emit::Placement& placement) const {
+                                          const geometry::Placement& placement) const {
   const auto found =
       parts_.find(Key(blockName, placement.scaleX, placement.scaleY, placement.rotation));
   return found == parts_.end() ? nullptr : &found->second;
 }
 
 const std::string& BlockLibrary::addRow(std::string_view blockName,
-                                        const emit::Placement& placement) {
+                                        const geometry::Placement& placement) {
   const std::string name = makePartName(blockName, ++rows_, drawing_.encoding);
   namesByBlock_[blockName].push_back(name);
   const Key key(blockName, placement.scaleX, placement.scaleY, placement.rotation);
@@ -71,15 +69,15 @@ const std::string& BlockLibrary::addRow(std::string_view blockName,
 }
 
 void BlockLibrary::writePart(std::size_t blockIndex, const std::string& partName,
-                             const emit::Placement& placement) {
-  commands_.writeBlockLibraryOpen(partName);
+                             const geometry::Placement& placement) {
+  target_.writeBlockLibraryOpen(partName);
   writingPart_ = true;
-  emit::Placement inner = placement;
+  geometry::Placement inner = placement;
   inner.dx = 0.0;
   inner.dy = 0.0;
-  translator_.translateBlock(blockIndex, inner);
+  translation_.translateBlock(blockIndex, inner);
   writingPart_ = false;
-  if (targetKind_ == kSchematic) commands_.writeBlockDevice(partName);
+  if (targetKind_ == kSchematic) target_.writeBlockDevice(partName);
 }
 
 }  // namespace quillon::convert

@@ -10,26 +10,26 @@
 
 #include "convert/target_commands.h"
 #include "dxf/text_hash.h"
-#include "emit/translator.h"
+#include "rules/translation.h"
 
 namespace quillon::convert {
 
 /// Turns blocks into parts of a library that is named like the drawing. Every block is written once
 /// for each scale and rotation that it is inserted with.
-class BlockLibrary : public emit::BlockParts {
+class BlockLibrary : public rules::BlockParts {
  public:
-  BlockLibrary(emit::ScriptWriter& script, TargetCommands& commands, emit::Translator& translator,
+  BlockLibrary(eagle::Commands& commands, TargetCommands& target, rules::Translation& translation,
                const dxf::Drawing& drawing, int targetKind)
-      : script_(script),
-        commands_(commands),
-        translator_(translator),
+      : commands_(commands),
+        target_(target),
+        translation_(translation),
         drawing_(drawing),
         targetKind_(targetKind) {}
 
   /// Writes the part if it is new, then the command that adds it to the drawing. Says false while a
   /// part is being written: blocks inside a part are drawn in place.
-  bool insertPart(std::size_t blockIndex, emit::Corner insertion,
-                  const emit::Placement& placement) override;
+  bool insertPart(std::size_t blockIndex, geometry::Point insertion,
+                  const geometry::Placement& placement) override;
 
   /// Writes the part of a block that was not inserted as it is, unless there is one. Parts of
   /// layout blocks are not written.
@@ -43,14 +43,14 @@ class BlockLibrary : public emit::BlockParts {
  private:
   using Key = std::tuple<std::string_view, double, double, double>;
 
-  const std::string* findPart(std::string_view blockName, const emit::Placement& placement) const;
-  const std::string& addRow(std::string_view blockName, const emit::Placement& placement);
+  const std::string* findPart(std::string_view blockName, const geometry::Placement& placement) const;
+  const std::string& addRow(std::string_view blockName, const geometry::Placement& placement);
   void writePart(std::size_t blockIndex, const std::string& partName,
-                 const emit::Placement& placement);
+                 const geometry::Placement& placement);
 
-  emit::ScriptWriter& script_;
-  TargetCommands& commands_;
-  emit::Translator& translator_;
+  eagle::Commands& commands_;
+  TargetCommands& target_;
+  rules::Translation& translation_;
   const dxf::Drawing& drawing_;
   int targetKind_;
   bool writingPart_ = false;

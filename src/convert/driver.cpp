@@ -6,6 +6,7 @@
 #include <optional>
 #include <system_error>
 
+#include "classic/translator.h"
 #include "convert/block_library.h"
 #include "convert/drawing_input.h"
 #include "convert/file_system.h"
@@ -21,6 +22,7 @@
 #include "dxf/number_text.h"
 #include "dxf/run_time_error.h"
 #include "dxf/section_walker.h"
+#include "eagle/script_commands.h"
 
 namespace quillon::convert {
 
@@ -98,23 +100,27 @@ class Conversion {
     openText();
     dxf::readDefinitions(*drawing_, *reader_);
     frame_ = loadFrameOrFail();
-    emit::ScriptWriter script(*output_, {job_.unit, job_.version, job_.offsetX, job_.offsetY});
-    const emit::EmitSettings settings = emitSettings();
-    emit::EmitContext context{script, settings, emit::CancelPoll(control_)};
+    eagle::ScriptWriter script(
+        *output_, {base::unitAt(job_.unit), job_.offsetX, job_.offsetY},
+        job_.version == 0 ? eagle::PointForm::Plain : eagle::PointForm::FromMark);
+    eagle::ScriptCommands commands(script);
+    const classic::Settings settings = classicSettings();
+    classic::Context context{commands, script.area(), settings, rules::CancelPoll(control_)};
     context.cancelled.setLimits(script, surroundings_.limits,
-                                [this](emit::LimitKind kind) { return goesOnPast(kind); });
+                                [this](rules::LimitKind kind) { return goesOnPast(kind); });
     LayerAssignment layers(layerTable_, job_.defaultLayer, drawing_->encoding);
-    const emit::TranslationRules rules;
-    emit::Translator translator(context, *drawing_, layers, rules);
-    TargetCommands commands(script, job_, frame_, *drawing_);
-    BlockLibrary library(script, commands, translator, *drawing_, job_.targetKind);
+    geometry::Placement placement;
+    placement.scaleX = placement.scaleY = job_.scale;
+    classic::Translator translator(context, *drawing_, layers, placement);
+    TargetCommands target(commands, job_, frame_, *drawing_);
+    BlockLibrary library(commands, target, translator, *drawing_, job_.targetKind);
     try {
-      convertEntities(translator, context.cancelled, commands, library);
+      convertEntities(translator, context.cancelled, target, library);
     } catch (dxf::RunTimeError& error) {
       if (error.line() == 0) error.setLine(lineAt(translator.currentPosition()));
       throw;
     }
-    commands.writeScriptTrailer();
+    target.writeScriptTrailer();
     script.flush();
     collect(script, translator);
     if (job_.report) {
@@ -128,11 +134,9 @@ class Conversion {
   /// Hands the entities on to the translator as they are read.
   class Entities : public dxf::EntitySink {
    public:
-    Entities(emit::Translator& translator, emit::CancelPoll& cancelled, double scale,
+    Entities(rules::Translation& translation, rules::CancelPoll& cancelled,
              const dxf::TextSource& text, RunControl& control)
-        : translator_(translator), cancelled_(cancelled), text_(text), control_(control) {
-      placement_.scaleX = placement_.scaleY = scale;
-    }
+        : translation_(translation), cancelled_(cancelled), text_(text), control_(control) {}
 
     void takeEntity(dxf::DxfEntity& entity) override {
       // The bar of converting shows how far into the file the entity stands.
@@ -140,32 +144,31 @@ class Conversion {
         control_.setProgress(true, text_.offsetOf(entity.groups), text_.fileSize());
       }
       if (cancelled_.atLimit()) return control_.stop();
-      translator_.translateEntity(entity, placement_);
+      translation_.takeEntity(entity);
     }
 
-    void endOfEntities() override { translator_.finishList(); }
+    void endOfEntities() override { translation_.endOfEntities(); }
 
    private:
     static constexpr std::uint32_t kEntitiesPerUpdate = 256;
 
-    emit::Translator& translator_;
-    emit::CancelPoll& cancelled_;
+    rules::Translation& translation_;
+    rules::CancelPoll& cancelled_;
     const dxf::TextSource& text_;
     RunControl& control_;
-    emit::Placement placement_;
     dxf::Pacer pacer_{kEntitiesPerUpdate};
   };
 
   /// The target's commands, the header, every entity in file order, and the remaining parts of the
   /// block library. Entities are converted while the rest of the drawing is still being read.
-  void convertEntities(emit::Translator& translator, emit::CancelPoll& cancelled,
-                       TargetCommands& commands, BlockLibrary& library) {
-    commands.writeTargetOpen();
-    commands.writeScriptHeader();
+  void convertEntities(rules::Translation& translation, rules::CancelPoll& cancelled,
+                       TargetCommands& target, BlockLibrary& library) {
+    target.writeTargetOpen();
+    target.writeScriptHeader();
     if (job_.blocks == kUsedBlocksAsParts || job_.blocks == kAllBlocksAsParts) {
-      translator.setBlockParts(&library);
+      translation.setBlockParts(&library);
     }
-    Entities entities(translator, cancelled, job_.scale, *text_, control_);
+    Entities entities(translation, cancelled, *text_, control_);
     dxf::readContents(*drawing_, *reader_, entities, !host_.hasCancelButton());
     result_.linesRead = reader_->linesRead();
     if (!control_.cancelled() && hasChanged()) {
@@ -184,7 +187,7 @@ class Conversion {
     if (!control_.cancelled()) control_.setProgress(true, 1, 1);
   }
 
-  void writeRemainingParts(emit::CancelPoll& cancelled, BlockLibrary& library) {
+  void writeRemainingParts(rules::CancelPoll& cancelled, BlockLibrary& library) {
     for (std::size_t i = 0; i < drawing_->blocks.size() && !control_.cancelRequested(); ++i) {
       if (cancelled.atLimit()) return;
       library.writeRemainingPart(i);
@@ -192,20 +195,20 @@ class Conversion {
   }
 
   /// The answer of the user, where there is one. Otherwise everything stops as after a cancel.
-  bool goesOnPast(emit::LimitKind kind) {
+  bool goesOnPast(rules::LimitKind kind) {
     limit_ = kind;
     limitReached_ = surroundings_.keepPartial ||
                     !host_.goOnPastLimit(messages_.limit(result_.dxfFile, kind, mostOf(kind)));
     if (limitReached_) control_.stop();
     return !limitReached_;
   }
-  std::uint64_t mostOf(emit::LimitKind kind) const {
-    const emit::WorkLimits& limits = surroundings_.limits;
-    return kind == emit::LimitKind::Lines ? limits.lines : limits.steps;
+  std::uint64_t mostOf(rules::LimitKind kind) const {
+    const rules::WorkLimits& limits = surroundings_.limits;
+    return kind == rules::LimitKind::Lines ? limits.lines : limits.steps;
   }
 
-  emit::EmitSettings emitSettings() const {
-    emit::EmitSettings settings;
+  classic::Settings classicSettings() const {
+    classic::Settings settings;
     settings.dotted = job_.dotted;
     settings.ellipses = job_.ellipses;
     settings.arcRangeCheck = job_.arcToLine;
@@ -339,12 +342,12 @@ class Conversion {
     throw EndOfRun{};
   }
 
-  void collect(const emit::ScriptWriter& script, const emit::Translator& translator) {
+  void collect(const eagle::ScriptWriter& script, const rules::Translation& translation) {
     result_.commandCount = script.commandCount();
     result_.rangeWarning = script.rangeWarning();
     result_.extents = script.extents();
-    result_.counts = translator.counts();
-    result_.leftOut = translator.leftOut();
+    result_.counts = translation.counts();
+    result_.leftOut = translation.leftOut();
     result_.dropped = drawing_->dropped;
     for (const auto& [name, count] : drawing_->unknownKinds) {
       result_.unknownKinds[dxf::toUtf8(name, drawing_->encoding)] += count;
@@ -419,7 +422,7 @@ class Conversion {
   std::optional<DrawingInput> input_;
   fs::path scriptPath_;
   std::unique_ptr<OutputFile> output_;
-  emit::LimitKind limit_ = emit::LimitKind::Lines;  ///< the one that was reached
+  rules::LimitKind limit_ = rules::LimitKind::Lines;  ///< the one that was reached
   bool limitReached_ = false;                       ///< and ended the conversion
   LayerTable layerTable_;
   ScriptFrame frame_;

@@ -8,8 +8,9 @@
 #include "convert/job.h"
 #include "convert/run_control.h"
 #include "convert/script_frame.h"
-#include "emit/script_writer.h"
-#include "emit/translator.h"
+#include "eagle/script_writer.h"
+#include "rules/cancel_poll.h"
+#include "rules/translation.h"
 #include "ui/resources/string_table.h"
 
 namespace quillon::convert {
@@ -24,7 +25,7 @@ ReportTime currentReportTime();
 
 /// Limits beyond the drawings that people draw: 150 megabytes of polylines come to a quarter of the
 /// lines and to a fifteenth of the steps. Work without an end reaches them within seconds.
-inline constexpr emit::WorkLimits kUsualLimits{.lines = 20'000'000, .steps = 50'000'000};
+inline constexpr rules::WorkLimits kUsualLimits{.lines = 20'000'000, .steps = 50'000'000};
 
 /// What a program adds to a job.
 struct Surroundings {
@@ -39,7 +40,7 @@ struct Surroundings {
   bool readStandardInput = false;    ///< instead of the drawing's path
   bool writeStandardOutput = false;  ///< instead of the script's path
   /// What a conversion may come to before the host is asked whether it goes on.
-  emit::WorkLimits limits = kUsualLimits;
+  rules::WorkLimits limits = kUsualLimits;
   /// Keeps the script of a conversion that a limit ends, with its closing commands, and does not
   /// ask.
   bool keepPartial = false;
@@ -65,11 +66,11 @@ struct ConversionResult {
   std::uint64_t fileLinesRead = 0;  ///< lines of the drawing that were read, each once
   std::uint64_t commandCount = 0;
   std::uint64_t steps = 0;  ///< that the limits count
-  emit::EntityCounts counts{};
-  emit::EntityCounts leftOut{};  ///< of these, on layers that are not converted
+  rules::EntityCounts counts{};
+  rules::EntityCounts leftOut{};  ///< of these, on layers that are not converted
   std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
-  emit::Extents extents;
+  eagle::Extents extents;
   bool rangeWarning = false;
   std::string report;  ///< UTF-8; "" when the job wants none or the run ended before
 };

@@ -1,5 +1,6 @@
 #include "convert/layer_table.h"
 
+#include "base/layer_number.h"
 #include "dxf/number_text.h"
 #include "dxf/run_time_error.h"
 
@@ -56,7 +57,7 @@ int LayerAssignment::findNumber(std::string_view dxfLayerName) const {
   if (assigned == nullptr && !dxf::startsWithNumber(defaultLayer_)) {
     throw NoStandardLayer(dxf::toUtf8(dxfLayerName, encoding_));
   }
-  if (!table_.isWritten(name)) return emit::kNotConverted;
+  if (!table_.isWritten(name)) return base::kNotConverted;
   const std::string_view text = assigned == nullptr ? std::string_view(defaultLayer_) : *assigned;
   bool fits = false;
   const int number = dxf::roundedInteger16(dxf::numberValue(text), fits);

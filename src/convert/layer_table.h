@@ -11,7 +11,7 @@
 #include "convert/layer_file.h"
 #include "dxf/drawing.h"
 #include "dxf/text_hash.h"
-#include "emit/translator.h"
+#include "rules/translation.h"
 
 namespace quillon::convert {
 
@@ -56,7 +56,7 @@ class NoStandardLayer : public std::runtime_error {
 };
 
 /// Finds the EAGLE layer of a drawing's layers, once for each.
-class LayerAssignment : public emit::LayerNumbers {
+class LayerAssignment : public rules::LayerNumbers {
  public:
   LayerAssignment(const LayerTable& table, std::string_view defaultLayer, dxf::Encoding encoding)
       : table_(table), defaultLayer_(defaultLayer), encoding_(encoding) {}

@@ -174,16 +174,16 @@ Message Messages::cancelled(std::string_view drawing, std::uint64_t line) const 
   return {MessageKind::Warning, std::string(texts_(2805)), text, quotable(drawing) + ": " + text};
 }
 
-Message Messages::limit(std::string_view drawing, emit::LimitKind kind, std::uint64_t most) const {
-  const int id = kind == emit::LimitKind::Lines ? 3113 : 3114;
+Message Messages::limit(std::string_view drawing, rules::LimitKind kind, std::uint64_t most) const {
+  const int id = kind == rules::LimitKind::Lines ? 3113 : 3114;
   const std::string text = texts_(id, {quotable(drawing), std::to_string(most)});
   return {MessageKind::Error, std::string(texts_(2814)), text,
           text + " " + std::string(texts_(3116))};
 }
 
-Message Messages::partial(std::string_view drawing, emit::LimitKind kind,
+Message Messages::partial(std::string_view drawing, rules::LimitKind kind,
                           std::uint64_t most) const {
-  const int id = kind == emit::LimitKind::Lines ? 3011 : 3115;
+  const int id = kind == rules::LimitKind::Lines ? 3011 : 3115;
   const std::string text = texts_(id, {quotable(drawing), std::to_string(most)});
   return {MessageKind::Warning, std::string(texts_(2805)), text, text};
 }

@@ -11,7 +11,7 @@
 #include "convert/layer_file_kind.h"
 #include "convert/number_note.h"
 #include "dxf/run_time_error.h"
-#include "emit/emit_context.h"
+#include "rules/cancel_poll.h"
 #include "ui/resources/string_table.h"
 
 namespace quillon::convert {
@@ -50,9 +50,9 @@ class Messages {
   /// A text counts as a number that it may not mean.
   Message numberCut(const NumberNote& note) const;
   /// The conversion has reached a limit, of so many; its script is not kept.
-  Message limit(std::string_view drawing, emit::LimitKind kind, std::uint64_t most) const;
+  Message limit(std::string_view drawing, rules::LimitKind kind, std::uint64_t most) const;
   /// The same for a script that is kept.
-  Message partial(std::string_view drawing, emit::LimitKind kind, std::uint64_t most) const;
+  Message partial(std::string_view drawing, rules::LimitKind kind, std::uint64_t most) const;
   /// The error handler's message: the script could not be made, for the reason in `detail`.
   Message scriptError(std::string_view script, std::string detail) const;
 

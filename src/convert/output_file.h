@@ -8,7 +8,7 @@
 #include <system_error>
 
 #include "convert/paths.h"
-#include "emit/script_writer.h"
+#include "eagle/script_writer.h"
 
 namespace quillon::convert {
 
@@ -30,7 +30,7 @@ class WriteError : public std::runtime_error {
 /// follow it; where not, that is an error. A target in whose folder no file may be made gets its
 /// bytes on commit(), and stays as it was without one. A device or a pipe gets them at once.
 /// What a killed process leaves of its temporary file is for clearAbandonedFiles().
-class OutputFile : public emit::ScriptSink {
+class OutputFile : public eagle::ScriptSink {
  public:
   /// Throws WriteError when the target cannot be written.
   explicit OutputFile(const std::filesystem::path& target);

@@ -9,7 +9,7 @@ namespace quillon::convert {
 
 namespace {
 
-std::uint64_t sum(const emit::EntityCounts& counts) {
+std::uint64_t sum(const rules::EntityCounts& counts) {
   return std::accumulate(counts.begin(), counts.end(), std::uint64_t{0});
 }
 

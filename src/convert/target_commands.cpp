@@ -1,29 +1,12 @@
 #include "convert/target_commands.h"
 
+#include "base/units.h"
 #include "convert/paths.h"
 
 namespace quillon::convert {
-namespace {
-
-std::string_view gridLine(int unit) {
-  switch (unit) {
-    case 0:
-      return "Grid mic;";
-    case -1:
-    case 1:
-      return "Grid mm;";
-    case 2:
-      return "Grid mil;";
-    default:
-      return "Grid inch;";
-  }
-}
-
-}  // namespace
-
-TargetCommands::TargetCommands(emit::ScriptWriter& script, const ConversionJob& job,
+TargetCommands::TargetCommands(eagle::Commands& commands, const ConversionJob& job,
                                const ScriptFrame& frame, const dxf::Drawing& drawing)
-    : script_(script),
+    : commands_(commands),
       frame_(frame),
       drawing_(drawing),
       targetKind_(job.targetKind),
@@ -36,44 +19,44 @@ void TargetCommands::writeTargetOpen() {
   if (drawingName_.empty()) return;
   switch (targetKind_) {
     case kBoard:
-      script_.line("Write;");
-      line("Edit '", drawingName_, ".brd';");
+      commands_.command("Write;");
+      commands_.edit(drawingName_, ".brd");
       break;
     case kSchematic:
-      script_.line("Write;");
-      line("Edit '", drawingName_, ".sch';");
+      commands_.command("Write;");
+      commands_.edit(drawingName_, ".sch");
       break;
     case kPackage:
       line("Open '", drawingName_, ".lbr';");
-      line("Edit '", partName_, ".pac';");
+      commands_.edit(partName_, ".pac");
       break;
     default:
       line("Open '", drawingName_, ".lbr';");
-      line("Edit '", partName_, ".sym';");
+      commands_.edit(partName_, ".sym");
       break;
   }
 }
 
 void TargetCommands::writeScriptHeader() {
-  script_.line(version_ == 1 ? "Set Wire_Bend 2;" : "Set Wire_Style 2;");
-  script_.line(drawing_.fillMode == 1.0 ? "Change Pour Solid;" : "Change Pour Hatch;");
-  script_.line(gridLine(unit_));
-  for (const std::string& userLine : frame_.startBlock) script_.line(userLine);
+  commands_.command(version_ == 1 ? "Set Wire_Bend 2;" : "Set Wire_Style 2;");
+  commands_.change(eagle::Property::Pour, drawing_.fillMode == 1.0 ? "Solid" : "Hatch");
+  line("Grid ", base::unitRecord(base::unitAt(unit_)).word, ";");
+  for (const std::string& userLine : frame_.startBlock) commands_.command(userLine);
 }
 
 void TargetCommands::writeScriptTrailer() {
-  for (const std::string& userLine : frame_.endBlock) script_.line(userLine);
+  for (const std::string& userLine : frame_.endBlock) commands_.command(userLine);
 }
 
 void TargetCommands::writeBlockLibraryOpen(std::string_view partName) {
-  script_.line("Write;");
+  commands_.command("Write;");
   line("Open '", drawingName_, "';");
-  line("Edit '", partName, targetKind_ == kBoard ? ".pac';" : ".sym';");
+  commands_.edit(partName, targetKind_ == kBoard ? ".pac" : ".sym");
   writeScriptHeader();
 }
 
 void TargetCommands::writeBlockDevice(std::string_view partName) {
-  line("Edit '", partName, ".dev';");
+  commands_.edit(partName, ".dev");
   line("Add '", partName, ".sym' (0 0);");
 }
 
@@ -84,8 +67,9 @@ void TargetCommands::writeUseLibrary() {
 }
 
 void TargetCommands::line(std::string_view a, std::string_view b, std::string_view c) {
-  script_.text(a).text(b).text(c).endLine();
-  script_.count(1);
+  std::string text(a);
+  text.append(b).append(c);
+  commands_.command(text);
 }
 
 }  // namespace quillon::convert

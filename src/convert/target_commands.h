@@ -6,15 +6,15 @@
 #include "convert/job.h"
 #include "convert/script_frame.h"
 #include "dxf/drawing.h"
-#include "emit/script_writer.h"
+#include "eagle/commands.h"
 
 namespace quillon::convert {
 
-/// Writes what stands around the drawing in a script: the commands that open the target, the
+/// Tells what surrounds the drawing in a script: the commands that open the target, the
 /// header, the user's blocks and the commands of the block library.
 class TargetCommands {
  public:
-  TargetCommands(emit::ScriptWriter& script, const ConversionJob& job, const ScriptFrame& frame,
+  TargetCommands(eagle::Commands& commands, const ConversionJob& job, const ScriptFrame& frame,
                  const dxf::Drawing& drawing);
 
   /// The drawing's name as the script holds it.
@@ -36,7 +36,7 @@ class TargetCommands {
  private:
   void line(std::string_view a, std::string_view b, std::string_view c);
 
-  emit::ScriptWriter& script_;
+  eagle::Commands& commands_;
   const ScriptFrame& frame_;
   const dxf::Drawing& drawing_;
   int targetKind_;

@@ -3,27 +3,37 @@
 #include <string>
 #include <string_view>
 
-#include "emit/emit_context.h"
-#include "emit/script_writer.h"
+#include "classic/context.h"
+#include "eagle/script_commands.h"
+#include "eagle/script_writer.h"
 #include "support/test_monitor.h"
 
 namespace quillon::testing {
 
 /// A sink that keeps the script in memory.
-class StringSink : public emit::ScriptSink {
+class StringSink : public eagle::ScriptSink {
  public:
   void write(std::string_view block) override { text.append(block); }
   std::string text;
 };
 
-/// An emit context whose output a test can look at. Unit mm and plain "(x y)" points by default.
+/// Unit mm and plain "(x y)" points, unless a test says otherwise.
+struct CaptureFormat {
+  base::Unit unit = base::Unit::Mm;
+  eagle::PointForm form = eagle::PointForm::Plain;
+  double offsetX = 0.0;
+  double offsetY = 0.0;
+};
+
+/// Everything that handlers write with, and a script that a test can look at.
 class ScriptCapture {
  public:
-  explicit ScriptCapture(const emit::CoordinateFormat& format = {.unit = 1, .relativeCoords = 0},
-                         const emit::EmitSettings& emitSettings = {})
-      : settings(emitSettings),
-        script(sink, format),
-        context{script, settings, emit::CancelPoll(monitor)} {}
+  explicit ScriptCapture(const CaptureFormat& format = {},
+                         const classic::Settings& classicSettings = {})
+      : settings(classicSettings),
+        script(sink, {format.unit, format.offsetX, format.offsetY}, format.form),
+        commands(script),
+        context{commands, script.area(), settings, rules::CancelPoll(monitor)} {}
 
   /// What was written so far, with "\n" for every CR LF; starts anew.
   std::string take() {
@@ -38,9 +48,10 @@ class ScriptCapture {
 
   TestMonitor monitor;
   StringSink sink;
-  emit::EmitSettings settings;
-  emit::ScriptWriter script;
-  emit::EmitContext context;
+  classic::Settings settings;
+  eagle::ScriptWriter script;
+  eagle::ScriptCommands commands;
+  classic::Context context;
 };
 
 }  // namespace quillon::testing

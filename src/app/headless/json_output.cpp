@@ -128,7 +128,7 @@ std::string dropped(const ConversionResult& result) {
   return members.close();
 }
 
-std::string extents(const emit::Extents& box) {
+std::string extents(const eagle::Extents& box) {
   if (box.empty()) return "null";
   Members members('{');
   members.add("minX", number(box.minX));

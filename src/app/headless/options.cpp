@@ -109,7 +109,7 @@ void addJobOptions(CLI::App& app, Options& options, NumberTexts& numbers) {
 
 /// What each conversion may come to.
 void addLimits(CLI::App& app, Options& options) {
-  const emit::WorkLimits& usual = convert::kUsualLimits;
+  const rules::WorkLimits& usual = convert::kUsualLimits;
   app.add_option("--max-lines", options.limits.lines,
                  "End a conversion after so many lines [" + std::to_string(usual.lines) + "]")
       ->check(countOf("lines"));

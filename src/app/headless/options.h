@@ -20,7 +20,7 @@ struct Options {
   convert::ConversionJob job;         ///< settings that all conversions share
   int languageOffset = 0;
   unsigned jobs = 1;
-  emit::WorkLimits limits = convert::kUsualLimits;  ///< of each conversion
+  rules::WorkLimits limits = convert::kUsualLimits;  ///< of each conversion
   bool keepPartial = false;  ///< keeps the script of a conversion that a limit ends
   bool newer = false;        ///< drawings older than their scripts are left out
   bool quiet = false;

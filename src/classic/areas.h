@@ -1,0 +1,13 @@
+#pragma once
+
+#include <array>
+
+#include "classic/context.h"
+
+namespace quillon::classic {
+
+/// A filled area with four corners (SOLID, TRACE, 3DFACE), in the order of the drawing. Nothing
+/// when fewer than three corners differ from the one before.
+void writeSolid(Context& context, const std::array<Point, 4>& corners, int layer);
+
+}  // namespace quillon::classic

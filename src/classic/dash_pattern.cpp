@@ -1,0 +1,73 @@
+#include "classic/dash_pattern.h"
+
+#include <string>
+
+#include "dxf/encoding.h"
+#include "dxf/number_text.h"
+
+namespace quillon::classic {
+namespace {
+
+/// Takes the next dash off a list; false at its end.
+bool takeDash(std::string_view& list, double& dash) {
+  while (!list.empty()) {
+    const std::size_t stop = list.find(';');
+    const std::string_view item = list.substr(0, stop);
+    list.remove_prefix(stop == std::string_view::npos ? list.size() : stop + 1);
+    if (item.empty()) continue;
+    dash = dxf::numberValue(item);
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+DashPattern::DashPattern(std::string_view list) : rest_(list) {
+  double dash = 0.0;
+  while (first_.size() < kMostKept && takeDash(rest_, dash)) first_.push_back(dash);
+}
+
+const DashPattern* DashPatterns::find(std::string_view lineType) {
+  if (lineType.empty()) return nullptr;
+  if (lineType == lastName_) return last_;
+  auto known = known_.find(lineType);
+  if (known == known_.end()) {
+    const DashPattern* const pattern = load(lineType);
+    known = known_.emplace(drawing_.arena.keep(lineType), pattern).first;
+  }
+  lastName_ = known->first;
+  last_ = known->second;
+  return last_;
+}
+
+const DashPattern* DashPatterns::load(std::string_view lineType) {
+  constexpr std::size_t kTotalLength = 2;
+  constexpr std::size_t kDashList = 3;
+  const std::string name = dxf::upperCase(lineType, drawing_.encoding);
+  dxf::LineTypeRec* const record = drawing_.findLineType(name);
+  if (record == nullptr) return nullptr;
+  record->used = true;
+  if (dxf::numberValue(record->values[kTotalLength]) == 0.0) return nullptr;
+  return &patterns_.emplace_back(record->values[kDashList]);
+}
+
+bool DashWalk::next(double travelled, double& dash) {
+  const std::vector<double>& first = pattern_.first_;
+  if (index_ > 0) {
+    if (index_ < first.size()) {
+      dash = first[index_++];
+      return true;
+    }
+    if (takeDash(rest_, dash)) return true;
+  }
+  if (first.empty() || (started_ && !(travelled > passStart_))) return false;
+  started_ = true;
+  passStart_ = travelled;
+  rest_ = pattern_.rest_;
+  index_ = 1;
+  dash = first[0];
+  return true;
+}
+
+}  // namespace quillon::classic

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <initializer_list>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "dxf/drawing.h"
+#include "dxf/text_hash.h"
+
+namespace quillon::classic {
+
+/// Dashes of a line type: positive drawn, negative gaps, 0 dots; before scaling.
+///
+/// The first ones are kept as numbers. The rest of a long list, which a hostile drawing can share
+/// among many line types, stays the text that it is and is read as it is walked.
+class DashPattern {
+ public:
+  DashPattern() = default;
+  DashPattern(std::initializer_list<double> dashes) : first_(dashes) {}
+  /// A list as the line type table holds it; the text has to stay.
+  explicit DashPattern(std::string_view list);
+
+  friend bool operator==(const DashPattern&, const DashPattern&) = default;
+
+ private:
+  friend class DashWalk;
+  static constexpr std::size_t kMostKept = 64;
+
+  std::vector<double> first_;
+  std::string_view rest_;
+};
+
+/// Finds the dash pattern of a line type by its name, once per name.
+class DashPatterns {
+ public:
+  explicit DashPatterns(dxf::Drawing& drawing) : drawing_(drawing) {}
+
+  /// The pattern, or null for a line type that is not in the table or has a total length of 0:
+  /// such lines are continuous.
+  const DashPattern* find(std::string_view lineType);
+
+ private:
+  const DashPattern* load(std::string_view lineType);
+
+  dxf::Drawing& drawing_;
+  std::unordered_map<std::string_view, const DashPattern*, dxf::TextHash> known_;
+  /// What was asked for last: most drawings use one line type many times in a row.
+  std::string_view lastName_;
+  const DashPattern* last_ = nullptr;
+  std::deque<DashPattern> patterns_;
+};
+
+/// Walks a pattern along a length: gives its dashes in order, over and over, until the length is
+/// used up or a whole pass over the pattern did not get on.
+class DashWalk {
+ public:
+  explicit DashWalk(const DashPattern& pattern) : pattern_(pattern), rest_(pattern.rest_) {}
+
+  /// The next dash. `travelled` is how far the walk has come; false when it stands still.
+  bool next(double travelled, double& dash);
+
+ private:
+  const DashPattern& pattern_;
+  std::size_t index_ = 0;  ///< in the first dashes of the pattern
+  std::string_view rest_;
+  bool started_ = false;
+  double passStart_ = 0.0;
+};
+
+}  // namespace quillon::classic

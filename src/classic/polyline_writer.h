@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+
+#include "classic/context.h"
+#include "classic/dash_pattern.h"
+#include "geometry/placement.h"
+
+namespace quillon::classic {
+
+using geometry::Placement;
+
+/// What a polyline's vertices share.
+struct PolylineStyle {
+  int layer = 0;
+  const DashPattern* dashes = nullptr;
+  bool closed = false;
+  /// True for the kinds whose closing segment has no vertex of its own.
+  bool closesItself = false;
+  double width = 0.0;  ///< own width; 0 when it has none
+  Placement placement;
+};
+
+struct PlacedVertex {
+  Point at;
+  double startWidth = 0.0;  ///< 0: the polyline's own width
+  double bulge = 0.0;
+};
+
+/// Writes one polyline after the other, vertex by vertex, either as a polygon (closed, without
+/// width, in polyline mode; bulges do not count then) or segment by segment.
+class PolylineWriter {
+ public:
+  explicit PolylineWriter(Context& context) : context_(context) {}
+
+  bool running() const { return running_; }
+
+  /// Starts a run. `hasWidth` keeps it off the polygon road.
+  void begin(const PolylineStyle& style, bool hasWidth);
+  void add(const PlacedVertex& vertex);
+  /// Ends the run, if there is one.
+  void finish();
+
+ private:
+  void addToPolygon(const PlacedVertex& vertex);
+  void writeSegment(const PlacedVertex& from, const PlacedVertex& to);
+  double widthOf(const PlacedVertex& vertex) const;
+
+  Context& context_;
+  PolylineStyle style_;
+  bool running_ = false;
+  bool asPolygon_ = false;
+  std::uint64_t polygons_ = 0;  ///< so far; the name of the last one
+  std::uint64_t vertices_ = 0;
+  PlacedVertex first_;
+  PlacedVertex last_;
+};
+
+}  // namespace quillon::classic

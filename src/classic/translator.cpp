@@ -1,0 +1,347 @@
+#include "classic/translator.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "classic/areas.h"
+#include "classic/curves.h"
+#include "classic/lines.h"
+#include "classic/quirks.h"
+#include "classic/text.h"
+#include "dxf/entity_values.h"
+#include "dxf/polyline_vertices.h"
+#include "dxf/run_time_error.h"
+#include "dxf/spline_points.h"
+#include "geometry/uniform_spline.h"
+
+namespace quillon::classic {
+
+using dxf::DxfEntity;
+using dxf::EntityKind;
+
+namespace {
+
+constexpr std::size_t kDeepestNesting = 1000;
+
+/// How much of an entity's texts, and of groups that have to be read once more, can be worked
+/// through in a step.
+constexpr std::size_t kTextBytesPerStep = 64;
+constexpr std::size_t kGroupBytesPerStep = 16;
+
+/// The counter that a kind adds to.
+constexpr EntityKind countedAs(EntityKind kind) {
+  switch (kind) {
+    case EntityKind::Mtext:
+      return EntityKind::Text;
+    case EntityKind::Leader:
+      return EntityKind::LwPolyline;
+    default:
+      return kind;
+  }
+}
+
+/// What an entity costs that is longer than usual.
+std::size_t stepsOfLength(const DxfEntity& entity) {
+  if (dxf::hasSideRecord(entity.kind)) {
+    return static_cast<std::size_t>(entity.groupsEnd - entity.groups) / kGroupBytesPerStep;
+  }
+  std::size_t size = 0;
+  const std::size_t slots = entity.slotCount();
+  for (std::size_t i = 0; i < slots; ++i) size += entity.value(i).size();
+  return size / kTextBytesPerStep;
+}
+
+}  // namespace
+
+const std::array<Translator::Handler, dxf::kEntityKindCount> Translator::kHandlers = [] {
+  std::array<Handler, dxf::kEntityKindCount> handlers;
+  handlers.fill(&Translator::nothing);
+  const auto set = [&handlers](EntityKind kind, Handler handler) {
+    handlers[static_cast<std::size_t>(kind)] = handler;
+  };
+  set(EntityKind::Line, &Translator::line);
+  set(EntityKind::Line3d, &Translator::line);
+  set(EntityKind::Arc, &Translator::arc);
+  set(EntityKind::Circle, &Translator::circle);
+  set(EntityKind::Polyline, &Translator::polyline);
+  set(EntityKind::Vertex, &Translator::vertex);
+  set(EntityKind::Spline, &Translator::spline);
+  set(EntityKind::LwPolyline, &Translator::lwPolyline);
+  set(EntityKind::Leader, &Translator::lwPolyline);
+  set(EntityKind::Text, &Translator::text);
+  set(EntityKind::Attrib, &Translator::text);
+  set(EntityKind::Attdef, &Translator::text);
+  set(EntityKind::Mtext, &Translator::text);
+  set(EntityKind::Insert, &Translator::insert);
+  set(EntityKind::Trace, &Translator::area);
+  set(EntityKind::Solid, &Translator::area);
+  set(EntityKind::Face3d, &Translator::area);
+  set(EntityKind::Ellipse, &Translator::ellipse);
+  set(EntityKind::Point, &Translator::point);
+  set(EntityKind::Dimension, &Translator::dimension);
+  return handlers;
+}();
+
+Translator::Translator(Context& context, dxf::Drawing& drawing, rules::LayerNumbers& layers,
+                       const Placement& placement)
+    : context_(context),
+      drawing_(drawing),
+      layers_(layers),
+      placement_(placement),
+      reader_(drawing),
+      dashPatterns_(drawing),
+      polyline_(context),
+      expanding_(drawing.blocks.size(), 0) {}
+
+void Translator::takeEntity(DxfEntity& entity) {
+  const std::size_t enclosing = expansions_.size();
+  handle(entity, placement_);
+  writeBlocks(enclosing);
+}
+
+void Translator::translateBlock(std::size_t blockIndex, const Placement& placement) {
+  const std::size_t enclosing = expansions_.size();
+  beginBlock(blockIndex, placement);
+  writeBlocks(enclosing);
+}
+
+void Translator::handle(DxfEntity& entity, const Placement& placement) {
+  reader_.complete(entity);
+  // What is left of a POLYLINE belongs to the entity before this one.
+  if (entity.kind != EntityKind::Vertex) polyline_.finish();
+  currentPosition_ = entity.groups;
+  ++counts_[static_cast<std::size_t>(countedAs(entity.kind))];
+  (this->*kHandlers[static_cast<std::size_t>(entity.kind)])(entity, placement);
+}
+
+void Translator::beginBlock(std::size_t blockIndex, const Placement& placement) {
+  if (expanding_[blockIndex] != 0) return;
+  const dxf::BlockRec& block = drawing_.blocks[blockIndex];
+  if (expansions_.size() == kDeepestNesting) {
+    throw dxf::RunTimeError(dxf::Fault::NestingTooDeep, block.name);
+  }
+  expansions_.push_back(
+      {blockIndex, dxf::EntityCursor(drawing_.store, block.items), placement, currentPosition_});
+  expanding_[blockIndex] = 1;
+}
+
+void Translator::endBlock() {
+  polyline_.finish();
+  currentPosition_ = expansions_.back().insertedAt;
+  expanding_[expansions_.back().blockIndex] = 0;
+  expansions_.pop_back();
+}
+
+/// Writes the blocks inside the `enclosing` outermost ones. Blocks within blocks wait in a list
+/// instead of on the stack, so that no drawing decides how much of the stack is needed.
+void Translator::writeBlocks(std::size_t enclosing) {
+  if (expansions_.size() == enclosing) return;
+  DxfEntity item;
+  while (expansions_.size() > enclosing) {
+    if (!expansions_.back().items.next(item) || context_.cancelled()) {
+      endBlock();
+      continue;
+    }
+    context_.cancelled.addSteps(stepsOfLength(item));
+    const Placement placement = expansions_.back().placement;  // the list may move
+    handle(item, placement);
+  }
+}
+
+int Translator::layerOf(const DxfEntity& entity) {
+  const int layer = layers_.layerNumber(*entity.layer);
+  if (layer == kNotConverted) ++leftOut_[static_cast<std::size_t>(countedAs(entity.kind))];
+  return layer;
+}
+
+const DashPattern* Translator::dashesOf(const DxfEntity& entity) {
+  if (!context_.settings.dotted) return nullptr;
+  return dashPatterns_.find(dxf::lineTypeOf(entity));
+}
+
+Mirror Translator::mirrorOf(const DxfEntity& entity) const {
+  const dxf::ExtrusionTexts extrusion = dxf::extrusionOf(entity);
+  return {isNegativeText(extrusion.x) ? -1.0 : 1.0, isNegativeText(extrusion.y) ? -1.0 : 1.0};
+}
+
+void Translator::line(const DxfEntity& entity, const Placement& placement) {
+  const int layer = layerOf(entity);
+  if (layer == kNotConverted) return;
+  const dxf::LineValues line = dxf::lineOf(entity);
+  const Mirror mirror = mirrorOf(entity);
+  Point start = placePoint(line.start.x, line.start.y, mirror, placement);
+  const Point end = placePoint(line.end.x, line.end.y, mirror, placement);
+  writeLine(context_, start.x, start.y, end.x, end.y, layer, dashesOf(entity), 0.0);
+}
+
+void Translator::arc(const DxfEntity& entity, const Placement& placement) {
+  const Mirror mirror = mirrorOf(entity);
+  dxf::ArcValues arc = dxf::arcOf(entity);
+  mirrorArc(mirror, arc.startAngle, arc.endAngle);
+  writeArcEntity(context_, arc.centre.x * mirror.x, arc.centre.y * mirror.y, arc.radius,
+                 arc.startAngle, arc.endAngle, placement, layerOf(entity), dashesOf(entity));
+}
+
+void Translator::circle(const DxfEntity& entity, const Placement& placement) {
+  const Mirror mirror = mirrorOf(entity);
+  const dxf::CircleValues circle = dxf::circleOf(entity);
+  writeCircle(context_, circle.centre.x * mirror.x, circle.centre.y * mirror.y, circle.radius,
+              placement, layerOf(entity), dashesOf(entity));
+}
+
+void Translator::ellipse(const DxfEntity& entity, const Placement& placement) {
+  const Mirror mirror = mirrorOf(entity);
+  const dxf::EllipseValues ellipse = dxf::ellipseOf(entity);
+  const Point centre = placePoint(ellipse.centre.x, ellipse.centre.y, mirror, placement);
+  const Point major = turnPoint(ellipse.majorAxis.x, ellipse.majorAxis.y, mirror, placement);
+  const int layer = layerOf(entity);
+  if (!context_.settings.ellipses) {
+    // The circle that stands for an ellipse has its placed half major axis for a radius.
+    writeCircle(context_, centre.x, centre.y, std::sqrt(major.x * major.x + major.y * major.y),
+                Placement{}, layer, dashesOf(entity));
+    return;
+  }
+  const EllipseArc shape{centre.x,
+                         centre.y,
+                         major.x,
+                         major.y,
+                         ellipse.ratio,
+                         ellipse.startParameter,
+                         ellipse.endParameter};
+  writeEllipse(context_, shape, kEllipseSegments, layer, dashesOf(entity));
+}
+
+void Translator::polyline(const DxfEntity& entity, const Placement& placement) {
+  const dxf::PolylineValues polyline = dxf::polylineOf(entity);
+  PolylineStyle style;
+  style.layer = layerOf(entity);
+  style.dashes = dashesOf(entity);
+  style.closed = dxf::isOddNumber(polyline.flags);
+  style.closesItself = true;
+  style.width = polyline.startWidth;
+  style.placement = placement;
+  polyline_.begin(style, polyline.startWidth != 0.0 || polyline.endWidth != 0.0);
+}
+
+void Translator::vertex(const DxfEntity& entity, const Placement& placement) {
+  if (!polyline_.running()) return;
+  const dxf::VertexValues vertex = dxf::vertexOf(entity);
+  // The bulge of a mirrored segment stays as it is, as scripts have always shown it.
+  polyline_.add({placePoint(vertex.at.x, vertex.at.y, mirrorOf(entity), placement),
+                 vertex.startWidth, vertex.bulge});
+}
+
+void Translator::lwPolyline(const DxfEntity& entity, const Placement& placement) {
+  const Mirror mirror = mirrorOf(entity);
+  PolylineStyle style;
+  style.layer = layerOf(entity);
+  if (style.layer == kNotConverted) return;
+  style.dashes = dashesOf(entity);
+  const dxf::LwPolylineValues polyline = dxf::lwPolylineOf(entity);
+  const bool mayClose = entity.kind != EntityKind::Leader;
+  style.closed = mayClose && dxf::isOddNumber(polyline.flags);
+  style.width = dxf::numberValue(polyline.width);
+  style.placement = placement;
+  polyline_.begin(style, style.width != 0.0);
+  dxf::PolyVertexWalk walk(reader_.groups(entity), polyline.width, mayClose);
+  for (dxf::PolyVertex vertex; walk.next(vertex) && !context_.cancelled();) {
+    polyline_.add(
+        {placePoint(dxf::numberValue(vertex.x), dxf::numberValue(vertex.y), mirror, placement),
+         dxf::numberValue(vertex.startWidth), dxf::numberValue(vertex.bulge)});
+  }
+  polyline_.finish();
+}
+
+void Translator::spline(const DxfEntity& entity, const Placement& placement) {
+  const int layer = layerOf(entity);
+  if (layer == kNotConverted) return;
+  const dxf::SplineRec spline = dxf::readSpline(reader_.groups(entity));
+  if (spline.controlPoints.size() < 2) return;
+  std::vector<Point> controlPoints;
+  controlPoints.reserve(spline.controlPoints.size());
+  for (const dxf::SplinePoint& point : spline.controlPoints) {
+    controlPoints.push_back({dxf::numberValue(point.x), dxf::numberValue(point.y)});
+  }
+  const std::size_t upperBound = controlPoints.size() - 1;
+  const Mirror mirror = mirrorOf(entity);
+  const DashPattern* const dashes = dashesOf(entity);
+  Point last;
+  bool first = true;
+  geometry::evaluateSpline(
+      controlPoints, splineOrder(upperBound), splineSamples(upperBound), [&](Point sample) {
+        const Point next = placePoint(sample.x, sample.y, mirror, placement);
+        if (!first) writeLine(context_, last.x, last.y, next.x, next.y, layer, dashes, 0.0);
+        first = false;
+        last = next;
+        return !context_.cancelled();
+      });
+}
+
+void Translator::text(const DxfEntity& entity, const Placement& placement) {
+  const int layer = layerOf(entity);
+  if (layer == kNotConverted) return;
+  const dxf::TextValues text = dxf::textOf(entity);
+  const Point at = textPosition(text.at.x, text.at.y, mirrorOf(entity), placement);
+  const double height =
+      text.height * std::min(std::fabs(placement.scaleX), std::fabs(placement.scaleY));
+  std::string content(text.content);
+  writeText(context_, at.x, at.y, textRotation(text.angle, placement), height, content,
+            drawing_.encoding, layer);
+}
+
+void Translator::insert(const DxfEntity& entity, const Placement& placement) {
+  if (layerOf(entity) == kNotConverted) return;
+  const dxf::InsertValues insert = dxf::insertOf(entity);
+  Placement inner = placement;
+  inner.scaleX = insert.scaleX * placement.scaleX;
+  inner.scaleY = insert.scaleY * placement.scaleY;
+  inner.rotation = radians(insert.angle) + placement.rotation;
+  insertBlock(insert.block, placePoint(insert.at.x, insert.at.y, mirrorOf(entity), placement),
+              inner);
+}
+
+void Translator::dimension(const DxfEntity& entity, const Placement& placement) {
+  if (layerOf(entity) == kNotConverted) return;
+  const dxf::DimensionValues dimension = dxf::dimensionOf(entity);
+  insertBlock(
+      dimension.block,
+      placePoint(dimension.definition.x, dimension.definition.y, mirrorOf(entity), placement),
+      placement);
+}
+
+void Translator::insertBlock(std::string_view name, Point insertion, const Placement& placement) {
+  const std::size_t index = dxf::findBlock(drawing_, name);
+  // An unknown name finds the first block as well, so the name decides.
+  if (drawing_.blocks.empty() || drawing_.blocks[index].name != name) return;
+  if (parts_ != nullptr && parts_->insertPart(index, insertion, placement)) return;
+  const dxf::BlockRec& block = drawing_.blocks[index];
+  const Point base{dxf::numberValue(block.baseX), dxf::numberValue(block.baseY)};
+  const Point translation = blockTranslation(insertion, base, placement);
+  Placement inner = placement;
+  inner.dx = translation.x;
+  inner.dy = translation.y;
+  beginBlock(index, inner);
+}
+
+void Translator::area(const DxfEntity& entity, const Placement& placement) {
+  const int layer = layerOf(entity);
+  if (layer == kNotConverted) return;
+  const Mirror mirror = mirrorOf(entity);
+  std::array<Point, 4> corners;
+  std::size_t i = 0;
+  for (const dxf::Position& corner : dxf::cornersOf(entity)) {
+    corners[i++] = placePoint(corner.x, corner.y, mirror, placement);
+  }
+  writeSolid(context_, corners, layer);
+}
+
+void Translator::point(const DxfEntity& entity, const Placement& placement) {
+  const dxf::Position position = dxf::pointOf(entity);
+  const Point at = placePoint(position.x, position.y, mirrorOf(entity), placement);
+  writePoint(context_, at.x, at.y, layerOf(entity));
+}
+
+void Translator::nothing(const DxfEntity&, const Placement&) {}
+
+}  // namespace quillon::classic

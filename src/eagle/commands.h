@@ -1,0 +1,139 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "geometry/point.h"
+
+namespace quillon::eagle {
+
+using geometry::Point;
+
+/// What a wire stands for. Scripts spell the width of those that stand for arcs otherwise.
+enum class WireKind : std::uint8_t {
+  Line,
+  FlatArc,  ///< an arc too flat to be one
+  FarArc,   ///< an arc that leaves the drawing area
+};
+
+struct Wire {
+  double width = 0.0;  ///< not used by kinds that stand for arcs
+  Point from{};
+  Point to{};
+  double curve = 0.0;  ///< degrees of arc, counter-clockwise when positive; 0: straight
+  WireKind kind = WireKind::Line;
+};
+
+enum class Sense : std::uint8_t { Clockwise, CounterClockwise };
+
+/// An arc from its start; `opposite` is the other end of the diameter through the start, `end`
+/// gives the direction in which the arc ends.
+struct Arc {
+  Sense sense = Sense::CounterClockwise;
+  std::optional<double> width{};  ///< absent: a hairline
+  Point start{};
+  Point opposite{};
+  Point end{};
+};
+
+enum class CircleKind : std::uint8_t {
+  Ring,          ///< with a width of its own
+  RingAsBefore,  ///< with the width that EAGLE used last
+  Disc,          ///< filled
+};
+
+struct Circle {
+  CircleKind kind = CircleKind::Ring;
+  double width = 0.0;  ///< of a Ring
+  Point centre{};
+  Point onCircle{};
+};
+
+/// A corner of an area, and the arc in degrees that leads to the next one (0: straight).
+struct Corner {
+  Point at{};
+  double curve = 0.0;
+};
+
+/// A filled area whose corners are all at hand. An outline closes where it names its first corner
+/// again; that is left to the caller.
+struct Area {
+  double width = 0.0;  ///< of its outline
+  std::span<const Corner> corners{};
+};
+
+/// The beginning of a polygon whose corners come one by one.
+struct PolygonStart {
+  double width = 0.0;
+  std::uint64_t number = 0;  ///< its name
+  Point first{};
+  Point second{};
+};
+
+struct Orientation {
+  int degrees = 0;
+};
+
+/// A text at a point. `content` is plain: quotes and what else a script has to escape are not.
+struct Text {
+  Orientation orientation{};
+  std::string_view content{};  ///< in the encoding of the script
+  Point at{};
+};
+
+/// A library part put into the drawing.
+struct Part {
+  std::string_view name{};
+  std::string_view library{};
+  Point at{};
+};
+
+struct Hole {
+  double drill = 0.0;
+  Point centre{};
+};
+
+/// What Change sets for all that follows.
+enum class Property : std::uint8_t { Size, Pour };
+
+/// What EAGLE is told, command by command. Everything that wants to know what a script will draw
+/// listens here.
+///
+/// Coordinates are those of the drawing in the script's unit; listeners add the offsets of the
+/// conversion. Texts are valid during the call only. Listeners may throw RunTimeError for a number
+/// that is not finite, and whatever their output throws.
+class Commands {
+ public:
+  virtual ~Commands() = default;
+
+  /// Whatever follows goes on this layer.
+  virtual void layer(int number) = 0;
+  virtual void wire(const Wire& wire) = 0;
+  virtual void arc(const Arc& arc) = 0;
+  virtual void circle(const Circle& circle) = 0;
+  virtual void area(const Area& area) = 0;
+
+  /// A polygon of any length: opened with two corners, then corner by corner. No other command
+  /// comes before it is closed. A corner equal to the one before is left out.
+  virtual void openPolygon(const PolygonStart& start) = 0;
+  virtual void addToPolygon(Point corner) = 0;
+  virtual void closePolygon() = 0;
+
+  virtual void text(const Text& text) = 0;
+  virtual void part(const Part& part) = 0;
+  virtual void hole(const Hole& hole) = 0;
+
+  virtual void change(Property property, double value) = 0;
+  virtual void change(Property property, std::string_view word) = 0;
+
+  /// From here on commands are for another drawing or library part: `name` and its extension.
+  virtual void edit(std::string_view name, std::string_view extension) = 0;
+  /// A remark that EAGLE passes over; without line ends.
+  virtual void comment(std::string_view text) = 0;
+  /// Any other whole command, as it stands, such as a line of the user's frame.
+  virtual void command(std::string_view line) = 0;
+};
+
+}  // namespace quillon::eagle

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <string>
+
+#include "eagle/commands.h"
+#include "eagle/drawing_area.h"
+#include "eagle/recording.h"
+
+namespace quillon::eagle {
+
+/// Keeps what is drawn as a compact list, for pictures. Commands that draw nothing leave no trace.
+class Recorder final : public Commands {
+ public:
+  explicit Recorder(const Coordinates& coordinates);
+
+  const Recording& recording() const { return recording_; }
+  Recording take() { return std::move(recording_); }
+
+  void layer(int number) override {
+    layerNumber_ = number;
+    layer_ = nullptr;
+  }
+  void wire(const Wire& wire) override;
+  void arc(const Arc& arc) override;
+  void circle(const Circle& circle) override;
+  void area(const Area& area) override;
+  void openPolygon(const PolygonStart& start) override;
+  void addToPolygon(Point corner) override;
+  void closePolygon() override;
+  void text(const Text& text) override;
+  void part(const Part& part) override;
+  void hole(const Hole& hole) override;
+  void change(Property property, double value) override;
+  void change(Property, std::string_view) override {}
+  void edit(std::string_view name, std::string_view extension) override;
+  void comment(std::string_view) override {}
+  void command(std::string_view) override {}
+
+ private:
+  RecordedSheet& sheet() { return *sheet_; }
+  /// What the present layer holds.
+  RecordedLayer& onLayer();
+  Point placed(Point point) const { return area_.offset(point.x, point.y); }
+  void addCorner(Point corner, double curve);
+  void addWire(Point from, Point to, double curve, double width);
+
+  DrawingArea area_;
+  Recording recording_;
+  std::map<std::string, RecordedSheet*, std::less<>> sheets_;
+  RecordedSheet* sheet_;
+  int layerNumber_ = 0;
+  RecordedLayer* layer_ = nullptr;  ///< null until something is drawn on it
+  double lastWidth_ = 0.0;          ///< EAGLE goes on with the width that was used last
+  double size_ = 0.0;
+};
+
+/// Degrees of the arc that a three-point command draws, positive when counter-clockwise.
+double curveOf(const Arc& arc);
+/// Where that arc ends: the last point of the command only gives the direction.
+Point endOf(const Arc& arc);
+
+}  // namespace quillon::eagle

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "geometry/point.h"
+
+namespace quillon::eagle {
+
+/// A wire or arc: from, to, the degrees of arc between them (0: straight), and the width.
+struct RecordedWire {
+  geometry::Point from;
+  geometry::Point to;
+  float curve = 0.0F;
+  float width = 0.0F;
+};
+
+struct RecordedCircle {
+  geometry::Point centre;
+  double radius = 0.0;
+  float width = 0.0F;
+  bool filled = false;
+};
+
+/// A filled area: its corners are `count` of the layer's corners from `first` on. A curve belongs
+/// to the edge that leaves its corner.
+struct RecordedArea {
+  std::size_t first = 0;
+  std::size_t count = 0;
+  float width = 0.0F;
+};
+struct RecordedCorner {
+  geometry::Point at;
+  float curve = 0.0F;
+};
+
+struct RecordedText {
+  geometry::Point at;
+  double size = 0.0;
+  int degrees = 0;
+  std::string content;  ///< in the encoding of the script
+};
+
+/// What was drawn on one layer, kind by kind, in order.
+struct RecordedLayer {
+  std::vector<RecordedWire> wires;
+  std::vector<RecordedCircle> circles;
+  std::vector<RecordedArea> areas;
+  std::vector<RecordedCorner> corners;  ///< of all areas
+  std::vector<RecordedText> texts;
+};
+
+struct RecordedPart {
+  std::string name;
+  geometry::Point at;
+};
+
+struct RecordedHole {
+  geometry::Point centre;
+  double drill = 0.0;
+};
+
+/// A drawing or library part that a script draws into.
+struct RecordedSheet {
+  std::string name;                     ///< without its extension; "" for whatever is open
+  std::map<int, RecordedLayer> layers;  ///< by number; a layer is there once something is on it
+  std::vector<RecordedPart> parts;
+  std::vector<RecordedHole> holes;
+};
+
+/// What a script draws, with the offsets added, in the script's unit. The first sheet is the one
+/// that was open when the script began.
+struct Recording {
+  std::deque<RecordedSheet> sheets;
+};
+
+}  // namespace quillon::eagle

@@ -1,0 +1,171 @@
+#include "eagle/script_commands.h"
+
+#include <array>
+#include <string>
+
+namespace quillon::eagle {
+namespace {
+
+std::string_view wordOf(Property property) {
+  constexpr std::array<std::string_view, 2> kWords = {"Size", "Pour"};
+  return kWords[static_cast<std::size_t>(property)];
+}
+
+}  // namespace
+
+void ScriptCommands::layer(int number) {
+  script_.writeLayer(number);
+  script_.count(1);
+}
+
+void ScriptCommands::wire(const Wire& wire) {
+  switch (wire.kind) {
+    case WireKind::Line:
+      script_.text("Wire ").number(wire.width).text(" ");
+      break;
+    case WireKind::FlatArc:
+      // Two blanks tell this wire from the next kind in every script there is.
+      script_.text("Wire  0.00 ");
+      break;
+    case WireKind::FarArc:
+      script_.text("Wire 0.00 ");
+      break;
+  }
+  put(wire.from).text(" ");
+  putCurve(wire.curve);
+  put(wire.to);
+  end();
+}
+
+void ScriptCommands::arc(const Arc& arc) {
+  script_.text(arc.sense == Sense::Clockwise ? "Arc CW " : "Arc CCW ");
+  if (arc.width) {
+    script_.number(*arc.width).text(" ");
+  } else {
+    script_.text("0.00 ");
+  }
+  put(arc.start).text(" ");
+  put(arc.opposite).text(" ");
+  put(arc.end);
+  end();
+}
+
+void ScriptCommands::circle(const Circle& circle) {
+  switch (circle.kind) {
+    case CircleKind::Ring:
+      script_.text("Circle ").number(circle.width).text(" ");
+      break;
+    case CircleKind::RingAsBefore:
+      script_.text("Circle ");
+      break;
+    case CircleKind::Disc:
+      script_.text("Circle 0.0 ");
+      break;
+  }
+  put(circle.centre).text(" ");
+  put(circle.onCircle);
+  end();
+}
+
+/// One blank follows the first corner, and none the others, so that scripts stay the same to the
+/// byte; EAGLE takes both.
+void ScriptCommands::area(const Area& area) {
+  script_.text("Polygon ").number(area.width).text(" ");
+  bool first = true;
+  for (const Corner& corner : area.corners) {
+    put(corner.at);
+    if (first) script_.text(" ");
+    first = false;
+    putCurve(corner.curve);
+  }
+  end();
+}
+
+/// The line stays open: corners that follow go on lines of their own, each tied to the line before
+/// by a backslash.
+void ScriptCommands::openPolygon(const PolygonStart& start) {
+  script_.text("Polygon ").number(start.width);
+  script_.text(" '").text(std::to_string(start.number)).text("' ");
+  put(start.first).text(" ");
+  if (start.second != start.first) put(start.second);
+  lastCorner_ = start.second;
+  script_.count(1);
+}
+
+void ScriptCommands::addToPolygon(Point corner) {
+  if (corner == lastCorner_) return;
+  script_.text("\\").endLine();
+  put(corner);
+  lastCorner_ = corner;
+  script_.count(1);
+}
+
+/// The same corner twice closes a polygon. This counts as a command although it ends a line that
+/// has been counted: the report has always given this number.
+void ScriptCommands::closePolygon() {
+  put(lastCorner_);
+  end();
+}
+
+void ScriptCommands::text(const Text& text) {
+  script_.text("Text R").text(std::to_string(text.orientation.degrees)).text(" ");
+  putQuoted(text.content);
+  script_.text(" ");
+  put(text.at);
+  end();
+}
+
+void ScriptCommands::part(const Part& part) {
+  script_.text("Add ").text(part.name).text("@").text(part.library).text(" R0 ");
+  put(part.at);
+  end();
+}
+
+void ScriptCommands::hole(const Hole& hole) {
+  script_.text("Hole ").number(hole.drill).text(" ");
+  put(hole.centre);
+  end();
+}
+
+void ScriptCommands::change(Property property, double value) {
+  script_.text("Change ").text(wordOf(property)).text(" ").number(value);
+  script_.text(";").endLine().count(1);
+}
+
+void ScriptCommands::change(Property property, std::string_view word) {
+  script_.text("Change ").text(wordOf(property)).text(" ").text(word);
+  script_.text(";").endLine().count(1);
+}
+
+void ScriptCommands::edit(std::string_view name, std::string_view extension) {
+  script_.text("Edit '").text(name).text(extension).text("';").endLine().count(1);
+}
+
+void ScriptCommands::comment(std::string_view text) {
+  script_.text("# ").text(text).endLine().count(1);
+}
+
+void ScriptCommands::command(std::string_view line) { script_.line(line); }
+
+void ScriptCommands::putCurve(double degrees) {
+  if (degrees == 0.0) return;
+  script_.text(degrees > 0.0 ? "+" : "").number(degrees).text(" ");
+}
+
+/// Apostrophes are doubled, so that no text can end its quotes and slip in commands of its own.
+void ScriptCommands::putQuoted(std::string_view content) {
+  script_.text("'");
+  for (std::size_t quote = content.find('\''); quote != std::string_view::npos;
+       quote = content.find('\'')) {
+    script_.text(content.substr(0, quote + 1)).text("'");
+    content.remove_prefix(quote + 1);
+  }
+  script_.text(content).text("'");
+}
+
+void ScriptCommands::end() {
+  script_.text(";").endLine();
+  script_.finishCommand(1);
+}
+
+}  // namespace quillon::eagle

@@ -1,0 +1,112 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "eagle/drawing_area.h"
+#include "eagle/number_format.h"
+
+namespace quillon::eagle {
+
+/// Where the script goes. May throw; the conversion then ends.
+class ScriptSink {
+ public:
+  virtual ~ScriptSink() = default;
+  virtual void write(std::string_view block) = 0;
+};
+
+/// The smallest box around all points written so far; empty while minX > maxX.
+struct Extents {
+  double minX = std::numeric_limits<double>::infinity();
+  double minY = std::numeric_limits<double>::infinity();
+  double maxX = -std::numeric_limits<double>::infinity();
+  double maxY = -std::numeric_limits<double>::infinity();
+
+  bool empty() const { return minX > maxX; }
+};
+
+/// How points open: with "(", or with "(R", which EAGLE 4 and later count from the mark.
+enum class PointForm : std::uint8_t { Plain, FromMark };
+
+/// Builds the script: text and points into one buffer, written in large blocks; counts commands and
+/// watches the coordinate range.
+class ScriptWriter {
+ public:
+  ScriptWriter(ScriptSink& sink, const Coordinates& coordinates,
+               PointForm form = PointForm::FromMark);
+  ScriptWriter(const ScriptWriter&) = delete;
+  ScriptWriter& operator=(const ScriptWriter&) = delete;
+
+  ScriptWriter& text(std::string_view text) {
+    if (text.size() > room()) return longText(text);
+    std::memcpy(cursor_, text.data(), text.size());
+    cursor_ += text.size();
+    return *this;
+  }
+  /// The number as formatNumber writes it. Throws RunTimeError for one that is not finite.
+  ScriptWriter& number(double value);
+  /// The point with the offsets added, as "(x y)". A coordinate out of range is written all the
+  /// same and sets rangeFlag and rangeWarning; to test a point without either, ask area().
+  ScriptWriter& formatPoint(double x, double y);
+  /// Ends a line.
+  ScriptWriter& endLine() { return text("\r\n"); }
+  /// A whole line that counts as one command.
+  void line(std::string_view text);
+
+  /// "Layer  16 ;": the number has a blank (or "-") before it and a blank after it, as scripts have
+  /// always had. Does not count.
+  void writeLayer(int layer);
+
+  /// Adds `lines` to the command count and closes the command: a range note follows when one of its
+  /// coordinates was out of range.
+  void finishCommand(std::uint32_t lines);
+  /// Adds to the command count only.
+  void count(std::uint32_t lines) { commandCount_ += lines; }
+  /// Writes the range comment when rangeFlag is set, and clears the flag.
+  void noteRange();
+
+  std::uint64_t commandCount() const { return commandCount_; }
+  bool rangeWarning() const { return rangeWarning_; }
+  const Extents& extents() const { return extents_; }
+  const DrawingArea& area() const { return area_; }
+
+  /// Hands everything to the sink.
+  void flush();
+
+ private:
+  static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
+
+  /// The point written last, offsets included.
+  struct WrittenPoint {
+    double x = std::numeric_limits<double>::quiet_NaN();
+    double y = std::numeric_limits<double>::quiet_NaN();
+    bool outOfRange = false;
+    std::size_t length = 0;
+    std::array<char, 2 * kNumberRoom + 4> text;
+  };
+
+  std::size_t room() const { return static_cast<std::size_t>(end_ - cursor_); }
+  ScriptWriter& longText(std::string_view text);
+  void writeLastPoint(double x, double y);
+
+  ScriptSink& sink_;
+  DrawingArea area_;
+  PointForm form_;
+  std::unique_ptr<char[]> buffer_;
+  char* cursor_;
+  char* end_;
+  std::uint64_t commandCount_ = 0;
+  bool rangeFlag_ = false;
+  bool rangeWarning_ = false;
+  Extents extents_;
+  WrittenPoint lastPoint_;
+  std::string layerLine_;  ///< the layer line written last
+  int layerOfLine_ = 0;
+};
+
+}  // namespace quillon::eagle

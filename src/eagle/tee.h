@@ -1,0 +1,48 @@
+#pragma once
+
+#include "eagle/commands.h"
+
+namespace quillon::eagle {
+
+/// Tells everything to two listeners, to the first one first.
+class Tee final : public Commands {
+ public:
+  Tee(Commands& first, Commands& second) : first_(first), second_(second) {}
+
+  void layer(int number) override { both(&Commands::layer, number); }
+  void wire(const Wire& wire) override { both(&Commands::wire, wire); }
+  void arc(const Arc& arc) override { both(&Commands::arc, arc); }
+  void circle(const Circle& circle) override { both(&Commands::circle, circle); }
+  void area(const Area& area) override { both(&Commands::area, area); }
+  void openPolygon(const PolygonStart& start) override { both(&Commands::openPolygon, start); }
+  void addToPolygon(Point corner) override { both(&Commands::addToPolygon, corner); }
+  void closePolygon() override { both(&Commands::closePolygon); }
+  void text(const Text& text) override { both(&Commands::text, text); }
+  void part(const Part& part) override { both(&Commands::part, part); }
+  void hole(const Hole& hole) override { both(&Commands::hole, hole); }
+  void change(Property property, double value) override {
+    first_.change(property, value);
+    second_.change(property, value);
+  }
+  void change(Property property, std::string_view word) override {
+    first_.change(property, word);
+    second_.change(property, word);
+  }
+  void edit(std::string_view name, std::string_view extension) override {
+    both(&Commands::edit, name, extension);
+  }
+  void comment(std::string_view text) override { both(&Commands::comment, text); }
+  void command(std::string_view line) override { both(&Commands::command, line); }
+
+ private:
+  template <typename... Parameters, typename... Arguments>
+  void both(void (Commands::*tell)(Parameters...), const Arguments&... arguments) {
+    (first_.*tell)(arguments...);
+    (second_.*tell)(arguments...);
+  }
+
+  Commands& first_;
+  Commands& second_;
+};
+
+}  // namespace quillon::eagle

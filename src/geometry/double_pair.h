@@ -1,0 +1,67 @@
+#pragma once
+
+namespace quillon::geometry {
+
+/// A number as the sum of two doubles, the second one at most half a unit in the last place of the
+/// first: about 106 bits. The operations below are those of plain doubles, each rounded as the
+/// standard says, so that every system has the same results.
+struct Pair {
+  double high = 0.0;
+  double low = 0.0;
+};
+
+/// The exact sum of two numbers of which the first has the larger magnitude.
+inline Pair sumOfOrdered(double a, double b) {
+  const double sum = a + b;
+  return {sum, b - (sum - a)};
+}
+
+/// The exact sum of two numbers.
+inline Pair sumOf(double a, double b) {
+  const double sum = a + b;
+  const double ofB = sum - a;
+  return {sum, (a - (sum - ofB)) + (b - ofB)};
+}
+
+/// The exact product of two numbers that are neither huge nor tiny.
+inline Pair productOf(double a, double b) {
+  constexpr double kSplit = 134217729.0;  // 2^27 + 1: splits a double into halves
+  const double product = a * b;
+  const double bigA = kSplit * a;
+  const double bigB = kSplit * b;
+  const double highA = bigA - (bigA - a);
+  const double highB = bigB - (bigB - b);
+  const double lowA = a - highA;
+  const double lowB = b - highB;
+  return {product, ((highA * highB - product) + highA * lowB + lowA * highB) + lowA * lowB};
+}
+
+inline Pair operator-(const Pair& a) { return {-a.high, -a.low}; }
+
+inline Pair operator+(const Pair& a, const Pair& b) {
+  const Pair sum = sumOf(a.high, b.high);
+  return sumOfOrdered(sum.high, sum.low + (a.low + b.low));
+}
+
+inline Pair operator+(const Pair& a, double b) {
+  const Pair sum = sumOf(a.high, b);
+  return sumOfOrdered(sum.high, sum.low + a.low);
+}
+
+inline Pair operator*(const Pair& a, const Pair& b) {
+  const Pair product = productOf(a.high, b.high);
+  return sumOfOrdered(product.high, product.low + (a.high * b.low + a.low * b.high));
+}
+
+inline Pair operator*(const Pair& a, double b) {
+  const Pair product = productOf(a.high, b);
+  return sumOfOrdered(product.high, product.low + a.low * b);
+}
+
+inline Pair operator/(const Pair& a, const Pair& b) {
+  const double quotient = a.high / b.high;
+  const Pair rest = a + -(b * quotient);
+  return sumOfOrdered(quotient, (rest.high + rest.low) / b.high);
+}
+
+}  // namespace quillon::geometry

@@ -1,0 +1,178 @@
+#include "geometry/rounded_trigonometry.h"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+#include "geometry/double_pair.h"
+#include "geometry/trigonometry_tables.h"
+
+namespace quillon::geometry {
+namespace {
+
+constexpr double kSteps = 64.0;        // of the tables, for 1
+constexpr double kEighthTurn = 0.785;  // a little less
+constexpr double kTiny = 0x1p-27;      // the sine and the arc tangent of less are the number itself
+
+/// An angle as quarter turns and a rest of at most an eighth turn.
+struct Reduced {
+  unsigned quarters = 0;
+  Pair rest;
+};
+
+using Limbs = std::array<std::uint32_t, 8>;  // of a number of 256 bits, lowest first
+
+/// 256 bits of 2 / pi from a place on.
+Limbs twoOverPiFrom(int bit) {
+  const auto word = static_cast<std::size_t>(bit / 32);
+  const int shift = bit % 32;
+  Limbs limbs{};
+  for (std::size_t i = 0; i < limbs.size(); ++i) {
+    const std::uint64_t two =
+        (std::uint64_t{kTwoOverPi[word + i]} << 32U) | kTwoOverPi[word + i + 1];
+    limbs[limbs.size() - 1 - i] = static_cast<std::uint32_t>(two >> (32 - shift));
+  }
+  return limbs;
+}
+
+/// A product without what is beyond 256 bits.
+Limbs product(const Limbs& a, std::uint64_t b) {
+  Limbs out{};
+  for (std::size_t place = 0; place < 2; ++place) {
+    const std::uint64_t factor = (b >> (32 * place)) & 0xFFFFFFFFU;
+    std::uint64_t carry = 0;
+    for (std::size_t i = 0; i + place < out.size(); ++i) {
+      const std::uint64_t sum = factor * a[i] + out[i + place] + carry;
+      out[i + place] = static_cast<std::uint32_t>(sum);
+      carry = sum >> 32U;
+    }
+  }
+  return out;
+}
+
+/// A finite positive angle. It is multiplied by 2 / pi in whole numbers: those bits of 2 / pi that
+/// give whole turns are left out, so that the 254 bits behind the point of the product are right
+/// however large the angle is.
+Reduced reduce(double x) {
+  if (x < kEighthTurn) return {0, {x, 0.0}};
+  constexpr int kDigits = std::numeric_limits<double>::digits;
+  constexpr unsigned kBitsOfTop = 30;  // of the highest limb that are behind the point
+  int exponent = 0;
+  const double fraction = std::frexp(x, &exponent);
+  const auto mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, kDigits));
+  exponent -= kDigits;
+  Limbs limbs = product(twoOverPiFrom(exponent - 2 + kZeroBits), mantissa);
+  Reduced reduced;
+  reduced.quarters = limbs.back() >> kBitsOfTop;
+  limbs.back() &= (1U << kBitsOfTop) - 1;
+  const bool above = (limbs.back() >> (kBitsOfTop - 1)) != 0;  // nearer to the next quarter
+  if (above) {
+    reduced.quarters = (reduced.quarters + 1) % 4;
+    for (std::uint32_t& limb : limbs) limb = ~limb;  // one unit of 2^-254 less does not matter
+    limbs.back() &= (1U << kBitsOfTop) - 1;
+  }
+  Pair turns;
+  double unit = 0x1p-30;
+  for (std::size_t i = limbs.size(); i-- > 0; unit *= 0x1p-32) {
+    turns = turns + static_cast<double>(limbs[i]) * unit;
+  }
+  const Pair rest = turns * kHalfPi;
+  reduced.rest = above ? -rest : rest;
+  return reduced;
+}
+
+/// The sine of a small angle, and its cosine less 1.
+struct SmallAngle {
+  Pair sine;
+  Pair cosineLessOne;
+};
+
+/// For at most 1/128 the series of both need few terms; only the first ones need two doubles.
+SmallAngle smallAngle(const Pair& d) {
+  constexpr Pair kMinusSixth = {-0x1.5555555555555p-3, -0x1.5555555555555p-57};
+  const Pair square = d * d;
+  const double z = square.high;
+  const double ofSine = z * z * (1.0 / 120.0 - z * (1.0 / 5040.0 - z * (1.0 / 362880.0)));
+  const double ofCosine =
+      z * z * (1.0 / 24.0 - z * (1.0 / 720.0 - z * (1.0 / 40320.0 - z * (1.0 / 3628800.0))));
+  const Pair half = {-0.5 * square.high, -0.5 * square.low};
+  return {d + d * (square * kMinusSixth + ofSine), half + ofCosine};
+}
+
+/// Sine or cosine of an angle of at most an eighth turn, from the next multiple of 1/64 on.
+double sineOrCosine(const Pair& angle, bool wantsCosine) {
+  const bool negative = angle.high < 0.0;
+  const Pair a = negative ? -angle : angle;
+  const double step = std::floor(a.high * kSteps + 0.5);
+  const auto index = static_cast<std::size_t>(step);
+  const SmallAngle d = smallAngle(sumOf(a.high - step / kSteps, a.low));
+  const Pair& s = kSines[index];
+  const Pair& c = kCosines[index];
+  const Pair result = wantsCosine ? c + (c * d.cosineLessOne + -(s * d.sine))
+                                  : s + (s * d.cosineLessOne + c * d.sine);
+  return negative && !wantsCosine ? -result.high : result.high;
+}
+
+/// The sine of an angle and some quarter turns.
+double sineOf(const Reduced& reduced, unsigned moreQuarters) {
+  const unsigned quarters = (reduced.quarters + moreQuarters) % 4;
+  const double value = sineOrCosine(reduced.rest, quarters % 2 == 1);
+  return quarters >= 2 ? -value : value;
+}
+
+/// The arc tangent of at most 1/128.
+Pair smallArcTangent(const Pair& z) {
+  constexpr Pair kMinusThird = {-0x1.5555555555555p-2, -0x1.5555555555555p-56};
+  const Pair square = z * z;
+  const double w = square.high;
+  const double rest =
+      w * w *
+      (1.0 / 5.0 -
+       w * (1.0 / 7.0 - w * (1.0 / 9.0 - w * (1.0 / 11.0 - w * (1.0 / 13.0 - w / 15.0)))));
+  return z + z * (square * kMinusThird + rest);
+}
+
+/// The arc tangent of 0 to 1: that of the next multiple of 1/64, and that of the angle between.
+Pair arcTangentToOne(double x) {
+  const double step = std::floor(x * kSteps + 0.5);
+  const double near = step / kSteps;
+  const Pair between = Pair{x - near, 0.0} / (productOf(x, near) + 1.0);
+  return kArcTangents[static_cast<std::size_t>(step)] + smallArcTangent(between);
+}
+
+/// The same for more than 1, by way of its reciprocal.
+Pair arcTangentBeyondOne(double x) {
+  const double step = std::floor(kSteps / x + 0.5);
+  const double near = step / kSteps;
+  const Pair between = (-productOf(x, near) + 1.0) / sumOf(x, near);
+  return kHalfPi + -(kArcTangents[static_cast<std::size_t>(step)] + smallArcTangent(between));
+}
+
+}  // namespace
+
+double roundedSine(double x) {
+  if (!std::isfinite(x)) return std::numeric_limits<double>::quiet_NaN();
+  const double size = std::fabs(x);
+  if (size < kTiny) return x;
+  const double value = sineOf(reduce(size), 0);
+  return x < 0.0 ? -value : value;
+}
+
+double roundedCosine(double x) {
+  if (!std::isfinite(x)) return std::numeric_limits<double>::quiet_NaN();
+  const double size = std::fabs(x);
+  return size < kTiny ? 1.0 : sineOf(reduce(size), 1);
+}
+
+double roundedArcTangent(double x) {
+  constexpr double kHuge = 0x1p60;  // beyond it nothing but a quarter turn
+  const double size = std::fabs(x);
+  if (std::isnan(x) || size < kTiny) return x;
+  if (size > kHuge) return std::copysign(kHalfPi.high, x);
+  const Pair value = size <= 1.0 ? arcTangentToOne(size) : arcTangentBeyondOne(size);
+  return std::copysign(value.high, x);
+}
+
+}  // namespace quillon::geometry

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <utility>
+
+#include "dxf/run_monitor.h"
+#include "eagle/script_writer.h"
+
+namespace quillon::rules {
+
+/// What a conversion may come to before it ends: lines of the script, and steps, which also count
+/// work that writes nothing. A step is an entity of a block, a vertex, a dash or a gap, or a piece
+/// of a curve; a long entity of a block counts as several.
+struct WorkLimits {
+  static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
+
+  std::uint64_t lines = kNone;
+  std::uint64_t steps = kNone;
+};
+
+enum class LimitKind : std::uint8_t { Lines, Steps };
+
+/// Counts the steps of loops whose length a drawing decides, and asks the monitor once every few of
+/// them whether to stop.
+class CancelPoll {
+ public:
+  /// Asked once when a limit is reached; after a yes there is none any more.
+  using MayGoOn = std::function<bool(LimitKind)>;
+
+  explicit CancelPoll(dxf::RunMonitor& monitor) : monitor_(monitor) {}
+
+  /// From now on these limits hold for the script and the steps.
+  void setLimits(const eagle::ScriptWriter& script, const WorkLimits& limits, MayGoOn mayGoOn) {
+    script_ = &script;
+    limits_ = limits;
+    mayGoOn_ = std::move(mayGoOn);
+  }
+
+  /// A step: true once the user has cancelled or a limit has ended the work.
+  bool operator()() {
+    ++steps_;
+    if (cancelled_ || atLimit()) return true;
+    if (pacer_.due()) cancelled_ = monitor_.cancelRequested();
+    return cancelled_;
+  }
+
+  /// Work that costs as much as so many steps.
+  void addSteps(std::uint64_t steps) { steps_ += steps; }
+
+  /// True when something more was to be done and a limit does not allow it.
+  bool atLimit() {
+    const bool within =
+        steps_ < limits_.steps && (script_ == nullptr || script_->commandCount() < limits_.lines);
+    return !within && endsAtLimit();
+  }
+
+  std::uint64_t steps() const { return steps_; }
+
+ private:
+  static constexpr std::uint32_t kStepsPerPoll = 64;
+
+  bool endsAtLimit() {
+    if (ended_) return true;
+    const LimitKind kind = steps_ < limits_.steps ? LimitKind::Lines : LimitKind::Steps;
+    ended_ = !mayGoOn_ || !mayGoOn_(kind);
+    if (!ended_) limits_ = {};
+    return ended_;
+  }
+
+  dxf::RunMonitor& monitor_;
+  dxf::Pacer pacer_{kStepsPerPoll};
+  bool cancelled_ = false;
+  const eagle::ScriptWriter* script_ = nullptr;
+  WorkLimits limits_;
+  MayGoOn mayGoOn_;
+  std::uint64_t steps_ = 0;
+  bool ended_ = false;
+};
+
+}  // namespace quillon::rules
