@@ -29,7 +29,7 @@ class EntityWalk {
 
   /// After an error: whether it arose in an entity, or where the name of one should be.
   bool failedInEntity() const { return inEntity_; }
-  /// After an error: goes on behind the name of the entity that failed, or where its name should
+  /// After an error: goes on after the name of the entity that failed, or where its name should
   /// be.
   void goBehindFailedName() {
     lines_.seek(afterName_);
