@@ -9,6 +9,7 @@
 #include <ctime>
 #include <exception>
 #include <memory>
+#include <new>
 
 #include "errors/crash.h"
 #include "errors/crash_protocol.h"
@@ -101,9 +102,8 @@ void setStack(char* memory) {
 
 }  // namespace
 
-CrashStack::CrashStack() : memory_(std::make_unique<char[]>(kStackSize)) {
-  setStack(memory_.get());
-}
+// Where memory is short, a thread works without.
+CrashStack::CrashStack() : memory_(new (std::nothrow) char[kStackSize]) { setStack(memory_.get()); }
 
 CrashStack::~CrashStack() { setStack(nullptr); }
 
