@@ -24,9 +24,10 @@ class DrawingInput {
 
   InputKind kind() const { return checkInput(head_); }
 
-  /// The drawing's text, which needs this input to stay open. Throws ReadError.
-  std::unique_ptr<dxf::TextSource> text(const Cancelled& cancelled) const {
-    return std::make_unique<dxf::TextSource>(stream_, head_, cancelled);
+  /// The drawing's text, which needs this input to stay open. Throws ReadError and InputTooLarge.
+  std::unique_ptr<dxf::TextSource> text(const Cancelled& cancelled,
+                                        const dxf::InputLimits& limits = {}) const {
+    return std::make_unique<dxf::TextSource>(stream_, head_, cancelled, limits);
   }
 
  private:

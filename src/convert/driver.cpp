@@ -320,7 +320,11 @@ class Conversion {
   }
 
   void openText() {
-    text_ = input_->text([this] { return control_.cancelRequested(); });
+    try {
+      text_ = input_->text([this] { return control_.cancelRequested(); }, surroundings_.input);
+    } catch (const dxf::InputTooLarge& reason) {
+      refuse(messages_.tooLarge(result_.dxfFile, reason.most()));
+    }
     drawing_ = std::make_unique<dxf::Drawing>();
     reader_ = std::make_unique<dxf::LineReader>(*text_, control_);
   }

@@ -8,6 +8,7 @@
 #include "convert/job.h"
 #include "convert/run_control.h"
 #include "convert/script_frame.h"
+#include "dxf/text_source.h"
 #include "eagle/script_writer.h"
 #include "rules/cancel_poll.h"
 #include "rules/translation.h"
@@ -27,6 +28,9 @@ ReportTime currentReportTime();
 /// lines and to a fifteenth of the steps. Work without an end reaches them within seconds.
 inline constexpr rules::WorkLimits kUsualLimits{.lines = 20'000'000, .steps = 50'000'000};
 
+/// What comes through a pipe is held in memory, so it cannot go on for ever.
+inline constexpr dxf::InputLimits kUsualInput{.pipe = std::uint64_t{4} << 30};
+
 /// What a program adds to a job.
 struct Surroundings {
   int languageOffset = resources::kEnglish;
@@ -39,6 +43,7 @@ struct Surroundings {
   bool refuseUnreadableFiles = false;
   bool readStandardInput = false;    ///< instead of the drawing's path
   bool writeStandardOutput = false;  ///< instead of the script's path
+  dxf::InputLimits input = kUsualInput;
   /// What a conversion may come to before the host is asked whether it goes on.
   rules::WorkLimits limits = kUsualLimits;
   /// Keeps the script of a conversion that a limit ends, with its closing commands, and does not

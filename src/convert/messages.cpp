@@ -130,6 +130,11 @@ Message Messages::fileError(int id, std::string_view subject) const {
   return {MessageKind::Error, std::string(texts_(2804)), text, text};
 }
 
+Message Messages::tooLarge(std::string_view drawing, std::uint64_t most) const {
+  const std::string text = texts_(3118, {quotable(drawing), std::to_string(most)});
+  return {MessageKind::Error, std::string(texts_(2804)), text, text};
+}
+
 Message Messages::scriptExists(std::string_view path) const {
   return {MessageKind::Question, std::string(texts_(2805)), aroundPath(2806, path, 2807),
           quotable(path)};

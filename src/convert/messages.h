@@ -36,6 +36,8 @@ class Messages {
   Message frameUnreadable(std::string_view path, std::string_view reason) const;
   /// A message of the string table about one file or name, with the title of file errors.
   Message fileError(int id, std::string_view subject) const;
+  /// The drawing has more than `most` bytes.
+  Message tooLarge(std::string_view drawing, std::uint64_t most) const;
   Message scriptExists(std::string_view path) const;
   Message nameMissing() const;
   /// None of the four targets is chosen.

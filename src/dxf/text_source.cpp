@@ -32,12 +32,13 @@ TextSource::TextSource(std::string_view bytes) : fileSize_(bytes.size()) {
 }
 
 TextSource::TextSource(std::FILE* stream, std::string_view head,
-                       const std::function<bool()>& cancelled)
+                       const std::function<bool()>& cancelled, const InputLimits& limits)
     : stream_(stream) {
   const long long size = seekableSize(stream);
   if (size >= 0) {
     stamp_ = stampOf(stream);
     fileSize_ = static_cast<std::uint64_t>(size);
+    if (fileSize_ > limits.file) throw InputTooLarge(limits.file);
     grow(kWindow);
     rewind();
     return;
@@ -49,8 +50,10 @@ TextSource::TextSource(std::FILE* stream, std::string_view head,
   addBytes(head.size());
   keepsAll_ = true;
   while (!cancelled() && readMore()) {
+    if (bytesRead_ > limits.pipe) throw InputTooLarge(limits.pipe);
     if (size_ == capacity_) grow(2 * capacity_);
   }
+  if (bytesRead_ > limits.pipe) throw InputTooLarge(limits.pipe);
   atFileEnd_ = true;
   fileSize_ = bytesRead_;
   stream_ = nullptr;

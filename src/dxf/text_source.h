@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string_view>
@@ -33,6 +34,24 @@ class ReadError : public std::runtime_error {
   int reason_;
 };
 
+/// Most bytes that a drawing may have: as a file, and through a pipe, which is held in memory.
+struct InputLimits {
+  static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
+
+  std::uint64_t file = kNone;
+  std::uint64_t pipe = kNone;
+};
+
+/// A drawing has more bytes than it may have.
+class InputTooLarge : public std::runtime_error {
+ public:
+  explicit InputTooLarge(std::uint64_t most) : std::runtime_error("too large"), most_(most) {}
+  std::uint64_t most() const { return most_; }
+
+ private:
+  std::uint64_t most_;
+};
+
 /// A drawing's bytes, seen through a window that moves over the file, so that a drawing of any size
 /// takes little memory. A stream that cannot be read again from its start is held as a whole.
 ///
@@ -48,10 +67,11 @@ class TextSource {
   explicit TextSource(std::string_view bytes);
   /// A stream that stands at its start, or behind `head`, which has been read from it already.
   /// A stream that can seek is read through the window and must stay open; another one is read to
-  /// its end here, and `cancelled` is asked now and then. Throws ReadError.
+  /// its end here, and `cancelled` is asked now and then. Throws ReadError and InputTooLarge.
   TextSource(
       std::FILE* stream, std::string_view head,
-      const std::function<bool()>& cancelled = [] { return false; });
+      const std::function<bool()>& cancelled = [] { return false; },
+      const InputLimits& limits = {});
   TextSource(const TextSource&) = delete;
   TextSource& operator=(const TextSource&) = delete;
 

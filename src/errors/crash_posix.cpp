@@ -9,6 +9,7 @@
 #include <ctime>
 #include <exception>
 #include <memory>
+#include <new>
 
 #include "errors/crash.h"
 #include "errors/crash_protocol.h"
@@ -35,14 +36,18 @@ struct CrashStack::Memory {
   stack_t before{};
 };
 
-CrashStack::CrashStack() : memory_(std::make_unique<Memory>()) {
+// Where memory is short, a thread works without.
+CrashStack::CrashStack() : memory_(new (std::nothrow) Memory) {
+  if (memory_ == nullptr) return;
   stack_t stack = {};
   stack.ss_sp = memory_->stack.data();
   stack.ss_size = kStackSize;
   sigaltstack(&stack, &memory_->before);
 }
 
-CrashStack::~CrashStack() { sigaltstack(&memory_->before, nullptr); }
+CrashStack::~CrashStack() {
+  if (memory_ != nullptr) sigaltstack(&memory_->before, nullptr);
+}
 
 /// What a crash needs, allocated beforehand.
 struct CrashReporting::State {

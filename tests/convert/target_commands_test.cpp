@@ -16,7 +16,7 @@ struct Commands {
       : frame{{"# first"}, {"# last"}} {
     drawing.fillMode = fillMode;
     drawing.encoding = encoding;
-    commands.emplace(capture.script, job, frame, drawing);
+    commands.emplace(capture.commands, job, frame, drawing);
   }
 
   std::string take() { return capture.take(); }

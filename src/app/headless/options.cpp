@@ -2,10 +2,14 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cctype>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
+#include <limits>
 #include <map>
+#include <system_error>
 #include <utility>
 
 #include "app/console/console.h"
@@ -54,6 +58,31 @@ CLI::Validator countOf(const std::string& things) {
     return "\"" + text + "\" is no number of " + things;
   };
   return {check, "NUMBER"};
+}
+
+/// A number of bytes, with K, M or G for 1,024 or its powers; nothing for any other text.
+std::optional<std::uint64_t> sizeOf(std::string_view text) {
+  constexpr std::string_view kSuffixes = "KMG";
+  constexpr unsigned kBitsEach = 10;
+  unsigned shift = 0;
+  if (!text.empty()) {
+    const auto last = static_cast<char>(std::toupper(static_cast<unsigned char>(text.back())));
+    const std::size_t power = kSuffixes.find(last);
+    if (power != std::string_view::npos) {
+      shift = kBitsEach * static_cast<unsigned>(power + 1);
+      text.remove_suffix(1);
+    }
+  }
+  std::uint64_t number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  const bool fits = number <= std::numeric_limits<std::uint64_t>::max() >> shift;
+  if (error != std::errc{} || stop != end || number == 0 || !fits) return std::nullopt;
+  return number << shift;
+}
+
+std::string checkSize(const std::string& text) {
+  return sizeOf(text) ? "" : "\"" + text + "\" is no size";
 }
 
 /// The options whose texts become numbers after parsing.
@@ -110,6 +139,13 @@ void addJobOptions(CLI::App& app, Options& options, NumberTexts& numbers) {
 /// What each conversion may come to.
 void addLimits(CLI::App& app, Options& options) {
   const rules::WorkLimits& usual = convert::kUsualLimits;
+  app.add_option_function<std::string>(
+         "--max-input",
+         [&options](const std::string& text) {
+           options.input.file = options.input.pipe = *sizeOf(text);
+         },
+         "Refuse drawings with more bytes, or K, M, G of them [4G from a pipe]")
+      ->check(CLI::Validator(checkSize, "SIZE"));
   app.add_option("--max-lines", options.limits.lines,
                  "End a conversion after so many lines [" + std::to_string(usual.lines) + "]")
       ->check(countOf("lines"));

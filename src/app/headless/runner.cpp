@@ -103,7 +103,8 @@ class Runner {
 
  private:
   void convertAll() {
-    const std::size_t workers = std::min<std::size_t>(options_.jobs, plan_.conversions.size());
+    const std::size_t workers =
+        affordableWorkers(std::min<std::size_t>(options_.jobs, plan_.conversions.size()));
     {
       std::vector<Worker> threads;
       try {
@@ -217,6 +218,7 @@ class Runner {
     surroundings.readStandardInput = planned.readStandardInput;
     surroundings.writeStandardOutput = planned.writeStandardOutput;
     surroundings.limits = options_.limits;
+    surroundings.input = options_.input;
     surroundings.keepPartial = options_.keepPartial;
     surroundings.clearAbandoned = false;
     return surroundings;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 
@@ -21,5 +22,9 @@ class Worker {
   struct Thread;
   std::unique_ptr<Thread> thread_;
 };
+
+/// How many conversions can run at the same time: as many as wanted, fewer where the process may
+/// not have the files and the memory for them, at least one.
+std::size_t affordableWorkers(std::size_t wanted);
 
 }  // namespace quillon::headless

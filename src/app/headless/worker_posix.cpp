@@ -1,9 +1,14 @@
+#include <fcntl.h>
 #include <pthread.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "app/headless/worker.h"
 
@@ -59,6 +64,46 @@ Worker::Worker(std::function<void()> work) : thread_(std::make_unique<Thread>())
   thread_->work = std::move(work);
   const Attributes attributes(mainStackSize());
   check(pthread_create(&thread_->id, attributes.get(), runWork, &thread_->work));
+}
+
+namespace {
+
+/// Files that a conversion has open at once: drawing, script, and what is read and written beside.
+constexpr std::size_t kFilesEach = 8;
+
+/// Takes files as so many conversions do, until the system has no more.
+std::size_t workersByFiles(std::size_t wanted) {
+  std::vector<int> files;
+  while (files.size() < wanted * kFilesEach) {
+    const int file = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (file < 0) break;
+    files.push_back(file);
+  }
+  for (const int file : files) close(file);
+  return files.size() / kFilesEach;
+}
+
+/// The same with memory, which is not touched: what a limit of addresses allows.
+std::size_t workersByMemory(std::size_t wanted) {
+  // A C library may reserve as much for what a thread allocates, and a drawing has its buffers.
+  constexpr std::size_t kHeap = std::size_t{128} << 20;
+  const std::size_t each = std::min(mainStackSize(), std::size_t{1} << 30) + kHeap;
+  std::vector<void*> blocks;
+  while (blocks.size() < wanted) {
+    void* const block = mmap(nullptr, each, PROT_READ | PROT_WRITE,
+                             MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (block == MAP_FAILED) break;
+    blocks.push_back(block);
+  }
+  for (void* const block : blocks) munmap(block, each);
+  return blocks.size();
+}
+
+}  // namespace
+
+std::size_t affordableWorkers(std::size_t wanted) {
+  if (wanted <= 1) return 1;
+  return std::max<std::size_t>(1, std::min(workersByFiles(wanted), workersByMemory(wanted)));
 }
 
 Worker::Worker(Worker&&) noexcept = default;

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cstdio>
 #include <thread>
 #include <utility>
 
@@ -16,5 +18,16 @@ Worker::Worker(std::function<void()> work)
 Worker::Worker(Worker&&) noexcept = default;
 
 Worker::~Worker() = default;
+
+std::size_t affordableWorkers(std::size_t wanted) {
+  // The C library has 512 streams unless it is asked for more.
+  constexpr int kMostStreams = 2048;
+  constexpr std::size_t kStreamsEach = 6;
+  constexpr std::size_t kOthers = 20;
+  _setmaxstdio(kMostStreams);
+  const auto streams = static_cast<std::size_t>(_getmaxstdio());
+  return std::clamp<std::size_t>((streams - kOthers) / kStreamsEach, 1,
+                                 std::max<std::size_t>(wanted, 1));
+}
 
 }  // namespace quillon::headless
