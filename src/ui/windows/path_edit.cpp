@@ -24,12 +24,14 @@ PathEdit::PathEdit(QWidget* parent) : QLineEdit(parent) {
 }
 
 void PathEdit::setPath(const QString& path) {
+  if (path == path_) return;  // also in capitals it is shown already
   path_ = path;
   display(path);
 }
 
 void PathEdit::focusInEvent(QFocusEvent* event) {
-  if (isLeft(event->reason())) display(path_);
+  // However the focus comes: what is edited has to be the path, not its capitals.
+  display(path_);
   QLineEdit::focusInEvent(event);
 }
 
