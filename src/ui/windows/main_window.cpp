@@ -107,6 +107,9 @@ void MainWindow::connectControls() {
           trapped(context_, kModule, "txtDXFDatei_LostFocus", [this] {
             if (!settings::pathsHaveDrives()) followDrawing();
           }));
+  controls_.txtScriptdatei->onTyped = [this] {
+    scriptChosen_ = !controls_.txtScriptdatei->path().isEmpty();
+  };
   connect(controls_.befStart, &QPushButton::clicked, this, [this] { befStart_Click(); });
   connect(controls_.targets, &QButtonGroup::idClicked, this, [this](int kind) {
     attempt(context_, kModule, "chkBRDSCH_Click", [this, kind] { chooseTarget(kind); });
@@ -123,6 +126,7 @@ void MainWindow::LoadSettings() {
       context_, kModule, "LoadSettings",
       [this] {
         showSettings(settings::LoadSettings(context_.store, context_.line, context_.texts()));
+        scriptChosen_ = context_.line.given(convert::CommandLineOption::ScriptFile);
       },
       errors::kMayRetry | errors::kMayResume | errors::kMayEnd);
 }

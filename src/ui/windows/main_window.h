@@ -29,7 +29,8 @@ class MainWindow : public QDialog {
   /// What the controls show.
   settings::Settings settings() const;
   void showSettings(const settings::Settings& settings);
-  /// Puts a drawing into its field, and a script beside it into the script's.
+  /// Puts a drawing into its field, and a script beside it into the script's, as long as the user
+  /// has chosen no script in this window.
   void setDrawing(const QString& path);
 
   /// Converts with what the controls show. What came out is shown and returned.
@@ -47,8 +48,9 @@ class MainWindow : public QDialog {
   void connectControls();
   void chooseTarget(int kind);
   void fillLayers(int kind);
-  /// Puts the script beside the drawing, as long as the user has chosen none.
+  /// Lets a script that came from the drawing that was shown before go beside a typed one.
   void followDrawing();
+  void putScriptBeside();
   convert::ConversionResult convertShown();
   void showResult(const convert::ConversionResult& result);
   void browseForDrawing();
@@ -67,7 +69,8 @@ class MainWindow : public QDialog {
   MainControls controls_;
   ToolTipTable toolTips_;
   QPointer<LayerEditor> layerEditor_;  ///< while it is open
-  QString followedScript_;             ///< the path that followDrawing last set
+  bool scriptChosen_ = false;          ///< by the user, in this window or for it
+  QString followedScript_;             ///< the path that putScriptBeside last set
   double polyWidth_ = 0.0;
   ProgressDialog* progress_ = nullptr;  ///< while a conversion runs
 };

@@ -23,16 +23,18 @@ QString draggedFile(const QMimeData& data) {
 
 void MainWindow::setDrawing(const QString& path) {
   controls_.txtDXFDatei->setPath(path);
-  followedScript_ = controls_.txtScriptdatei->path();
-  followDrawing();
+  putScriptBeside();
 }
 
 void MainWindow::followDrawing() {
+  const QString script = controls_.txtScriptdatei->path();
+  const bool initial = fromQt(script) == settings::Settings{}.scriptFile;
+  if (initial || script == followedScript_) putScriptBeside();
+}
+
+void MainWindow::putScriptBeside() {
   const std::string drawing = fromQt(controls_.txtDXFDatei->path());
-  const std::string script = fromQt(controls_.txtScriptdatei->path());
-  const settings::Settings initial;
-  const bool chosen = script != initial.scriptFile && toQt(script) != followedScript_;
-  if (chosen || drawing.empty() || drawing == initial.dxfFile) return;
+  if (scriptChosen_ || drawing.empty() || drawing == settings::Settings{}.dxfFile) return;
   followedScript_ = toQt(convert::scriptBeside(drawing));
   controls_.txtScriptdatei->setPath(followedScript_);
 }
@@ -47,9 +49,7 @@ void MainWindow::browseForDrawing() {
   dialog.Flags = kOpenFlags;
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtDXFDatei->path())));
   const QString path = dialog.ShowOpen(this);
-  if (path.isEmpty()) return;
-  controls_.txtDXFDatei->setPath(path);
-  followDrawing();
+  if (!path.isEmpty()) setDrawing(path);
 }
 
 void MainWindow::browseForScript() {
@@ -63,7 +63,9 @@ void MainWindow::browseForScript() {
   dialog.Flags = kNameFlags;
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtScriptdatei->path())));
   const QString path = dialog.ShowOpen(this);
-  if (!path.isEmpty()) controls_.txtScriptdatei->setPath(path);
+  if (path.isEmpty()) return;
+  controls_.txtScriptdatei->setPath(path);
+  scriptChosen_ = true;
 }
 
 void MainWindow::browseForName() {

@@ -19,7 +19,9 @@ bool isLeft(Qt::FocusReason reason) {
 PathEdit::PathEdit(QWidget* parent) : QLineEdit(parent) {
   setAcceptDrops(false);  // the window takes a file that is dropped; as text it would be an address
   connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
-    if (!displaying_) path_ = text;
+    if (displaying_) return;
+    path_ = text;
+    if (onTyped) onTyped();
   });
 }
 
