@@ -107,6 +107,7 @@ void MainWindow::connectControls() {
           trapped(context_, kModule, "txtDXFDatei_LostFocus", [this] {
             if (!settings::pathsHaveDrives()) followDrawing();
           }));
+  controls_.txtDXFDatei->onTyped = [this] { drawingChanged(); };
   controls_.txtScriptdatei->onTyped = [this] {
     scriptChosen_ = !controls_.txtScriptdatei->path().isEmpty();
   };
@@ -127,6 +128,7 @@ void MainWindow::LoadSettings() {
       [this] {
         showSettings(settings::LoadSettings(context_.store, context_.line, context_.texts()));
         scriptChosen_ = context_.line.given(convert::CommandLineOption::ScriptFile);
+        drawingOfLayers_ = controls_.txtDXFDatei->path();
       },
       errors::kMayRetry | errors::kMayResume | errors::kMayEnd);
 }
@@ -212,13 +214,19 @@ convert::ConversionResult MainWindow::convertShown() {
   const ConversionInProgress running(*this);
   const convert::Surroundings surroundings =
       settings::surroundingsOf(context_.store, context_.LanguageOffset);
-  const convert::ConversionJob job = settings::jobOf(settings(), context_.line);
   WindowHost host(context_, *progress_, this);
-  return convert::convertDXF(job, host, surroundings);
+  host.onDrawingChosen = [this](const QString& path) {
+    showDrawing(path);
+    if (!settings::pathsHaveDrives()) followDrawing();
+  };
+  return convert::convertDXF(jobShown(), host, surroundings);
 }
 
 void MainWindow::showResult(const convert::ConversionResult& result) {
+  controls_.result->nameKeptLayers(keptLayers());
   controls_.result->showResult(result);
+  // From now on the layer file is that of this drawing, too.
+  if (result.outcome != convert::Outcome::Ended) drawingOfLayers_ = controls_.txtDXFDatei->path();
   // A label that wraps asks for its height only when it is known how wide it is.
   layout()->activate();
   resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
@@ -236,7 +244,7 @@ void MainWindow::befLayeredit_Click() {
   const BusyCursor busy(*this);
   auto editor = std::make_unique<LayerEditor>(
       context_, controls_.labLayerDatei->text(),
-      [this](const QString& path) { controls_.labLayerDatei->setText(path); }, this);
+      [this](const QString& path) { takeLayerFile(path); }, this);
   editor->layerScanDXF(controls_.txtDXFDatei->path());
   editor->setAttribute(Qt::WA_DeleteOnClose);
   layerEditor_ = editor.release();

@@ -51,6 +51,13 @@ class MainWindow : public QDialog {
   /// Lets a script that came from the drawing that was shown before go beside a typed one.
   void followDrawing();
   void putScriptBeside();
+  /// Puts a drawing into its field, whatever that means for the result and the layer file.
+  void showDrawing(const QString& path);
+  void drawingChanged();
+  /// The layer file in use if it was chosen for another drawing than the one shown, else "".
+  QString keptLayers() const;
+  void takeLayerFile(const QString& path);
+  convert::ConversionJob jobShown() const;
   convert::ConversionResult convertShown();
   void showResult(const convert::ConversionResult& result);
   void browseForDrawing();
@@ -71,6 +78,7 @@ class MainWindow : public QDialog {
   QPointer<LayerEditor> layerEditor_;  ///< while it is open
   bool scriptChosen_ = false;          ///< by the user, in this window or for it
   QString followedScript_;             ///< the path that putScriptBeside last set
+  QString drawingOfLayers_;            ///< the drawing that the layer file was chosen for
   double polyWidth_ = 0.0;
   ProgressDialog* progress_ = nullptr;  ///< while a conversion runs
 };

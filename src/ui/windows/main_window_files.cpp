@@ -19,11 +19,48 @@ QString draggedFile(const QMimeData& data) {
   return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
 }
 
+bool isSamePath(const QString& a, const QString& b) {
+  return a.compare(b, convert::namesHaveCase() ? Qt::CaseSensitive : Qt::CaseInsensitive) == 0;
+}
+
 }  // namespace
 
 void MainWindow::setDrawing(const QString& path) {
-  controls_.txtDXFDatei->setPath(path);
+  showDrawing(path);
   putScriptBeside();
+}
+
+void MainWindow::showDrawing(const QString& path) {
+  const bool another = !isSamePath(path, controls_.txtDXFDatei->path());
+  controls_.txtDXFDatei->setPath(path);
+  if (another) drawingChanged();
+}
+
+void MainWindow::drawingChanged() {
+  controls_.result->forgetResult();
+  controls_.result->nameKeptLayers(keptLayers());
+}
+
+QString MainWindow::keptLayers() const {
+  const QString& last = drawingOfLayers_;
+  const bool any = !last.isEmpty() && fromQt(last) != settings::Settings{}.dxfFile;
+  const bool kept = any && !isSamePath(last, controls_.txtDXFDatei->path());
+  return kept ? controls_.labLayerDatei->text() : QString();
+}
+
+void MainWindow::takeLayerFile(const QString& path) {
+  controls_.labLayerDatei->setText(path);
+  drawingOfLayers_ = controls_.txtDXFDatei->path();
+  controls_.result->nameKeptLayers({});
+}
+
+convert::ConversionJob MainWindow::jobShown() const {
+  convert::ConversionJob job = settings::jobOf(settings(), context_.line);
+  // Start asks for a drawing that does not exist; a script that follows has to wait for it.
+  const bool asked = !convert::namesFile(convert::findExisting(job.dxfFile));
+  const bool follows = toQt(job.scriptFile) == followedScript_ && !scriptChosen_;
+  if (asked && follows && !settings::pathsHaveDrives()) job.scriptBesideDrawing = true;
+  return job;
 }
 
 void MainWindow::followDrawing() {

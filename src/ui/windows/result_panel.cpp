@@ -45,7 +45,6 @@ ResultPanel::ResultPanel(AppContext& context, QWidget* parent)
   connect(openFolder_, &QPushButton::clicked, this,
           trapped(context_, kModule, "btnOpenFolder_Click", [this] { openFolder(); }));
   loadResources();
-  hide();
 }
 
 void ResultPanel::openFolder() {
@@ -61,23 +60,49 @@ void ResultPanel::openFolder() {
 void ResultPanel::loadResources() {
   openFolder_->setText(context_.text(3144));
   copyCommand_->setText(context_.text(3145));
+  refresh();
 }
 
 void ResultPanel::showResult(const convert::ConversionResult& result) {
-  const bool any = result.outcome != convert::Outcome::Ended;
-  setVisible(any);
-  if (!any) return;
-  folder_ = QFileInfo(toQt(result.scriptFile)).absolutePath();
-  const std::string argument = convert::scriptArgument(result);
-  command_ = argument.empty() ? QString() : toQt("SCRIPT '" + argument + "'");
-  copyCommand_->setVisible(!command_.isEmpty());
-  text_->setText(resultText(result));
+  result_.reset();
+  if (result.outcome != convert::Outcome::Ended) {
+    result_ = result;
+    result_->report.clear();  // it has a window of its own
+    folder_ = QFileInfo(toQt(result.scriptFile)).absolutePath();
+    const std::string argument = convert::scriptArgument(result);
+    command_ = argument.empty() ? QString() : toQt("SCRIPT '" + argument + "'");
+  }
+  refresh();
+}
+
+void ResultPanel::forgetResult() {
+  result_.reset();
+  refresh();
+}
+
+void ResultPanel::nameKeptLayers(const QString& path) {
+  keptLayers_ = path;
+  refresh();
+}
+
+void ResultPanel::refresh() {
+  text_->setText(text());
+  openFolder_->setVisible(result_.has_value());
+  copyCommand_->setVisible(result_.has_value() && !command_.isEmpty());
+  setVisible(!text_->text().isEmpty());
   // The window asks at once how high the text is; a pending layout would answer for the old one.
   layout()->activate();
   updateGeometry();
 }
 
-QString ResultPanel::resultText(const convert::ConversionResult& result) const {
+QString ResultPanel::text() const {
+  QStringList lines;
+  if (result_) lines = resultLines(*result_);
+  if (!keptLayers_.isEmpty()) lines << context_.text(3210, {fromQt(keptLayers_)});
+  return lines.join('\n');
+}
+
+QStringList ResultPanel::resultLines(const convert::ConversionResult& result) const {
   const std::string drawing = convert::quotable(result.dxfFile);
   const std::string script = convert::quotable(result.scriptFile);
   QStringList lines;
@@ -91,7 +116,7 @@ QString ResultPanel::resultText(const convert::ConversionResult& result) const {
   if (result.outcome == convert::Outcome::Cancelled) lines << context_.text(3146);
   if (result.rangeWarning) lines << context_.text(3147);
   if (!command_.isEmpty()) lines << context_.text(3143, {fromQt(command_)});
-  return lines.join('\n');
+  return lines;
 }
 
 }  // namespace quillon::ui
