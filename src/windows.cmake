@@ -3,6 +3,7 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets PrintSupport)
 
 add_library(quillon_windows STATIC
   ui/windows/app_icon.cpp
+  ui/windows/enter_key.cpp
   ui/windows/error_window.cpp
   ui/windows/file_dialog.cpp
   ui/windows/help_viewer.cpp

@@ -121,7 +121,6 @@ QPushButton* ErrorWindow::makeButton(const char* name, const char* caption, int 
   auto* const button = new QPushButton(QString::fromUtf8(caption), this);
   button->setObjectName(name);
   button->setToolTip(context_.text(toolTip));
-  button->setAutoDefault(false);
   return button;
 }
 

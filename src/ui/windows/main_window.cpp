@@ -50,6 +50,7 @@ class MainWindow::ConversionInProgress {
     progress_.show();
     window_.setEnabled(false);
     progress_.setEnabled(true);
+    progress_.setFocus();  // its button got the focus while all was disabled
   }
   ~ConversionInProgress() {
     progress_.hide();
@@ -91,7 +92,6 @@ void MainWindow::connectControls() {
   };
   const auto onClick = [this, &slot](QPushButton* button, std::string_view procedure,
                                      void (MainWindow::*action)()) {
-    button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, slot(procedure, action));
   };
   onClick(controls_.btnDXFbrowse, "btnDXFbrowse_Click", &MainWindow::browseForDrawing);
