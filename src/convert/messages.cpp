@@ -24,14 +24,13 @@ bool hasControlCharacter(std::string_view utf8) {
   return false;
 }
 
-std::string quotable(std::string_view utf8) {
+std::string quotable(std::string_view utf8, std::size_t longest) {
   constexpr std::string_view kHex = "0123456789abcdef";
-  constexpr std::size_t kLongest = 200;
   std::string out;
   for (std::size_t i = 0; i < utf8.size(); ++i) {
     const char c = utf8[i];
     const auto byte = static_cast<unsigned char>(c);
-    if (out.size() >= kLongest && (byte & 0xC0) != 0x80) {
+    if (out.size() >= longest && (byte & 0xC0) != 0x80) {
       out += "…";
       break;
     }

@@ -49,7 +49,8 @@ class Messages {
 /// True when a UTF-8 text holds a control character.
 bool hasControlCharacter(std::string_view utf8);
 
-/// A text from a file for a message: UTF-8 in, control characters as escapes, long ones cut.
-std::string quotable(std::string_view utf8);
+/// A text from a file for a message: UTF-8 in, control characters as escapes, cut once it
+/// has `longest` bytes.
+std::string quotable(std::string_view utf8, std::size_t longest = 200);
 
 }  // namespace quillon::convert

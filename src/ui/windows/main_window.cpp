@@ -13,6 +13,7 @@
 #include "ui/windows/language_dialog.h"
 #include "ui/windows/layer_editor.h"
 #include "ui/windows/save_failure.h"
+#include "ui/windows/screen_fit.h"
 #include "ui/windows/shell.h"
 #include "ui/windows/trap.h"
 #include "ui/windows/window_host.h"
@@ -161,7 +162,7 @@ settings::Settings MainWindow::settings() const {
 void MainWindow::showSettings(const settings::Settings& settings) {
   controls_.txtDXFDatei->setPath(toQt(settings.dxfFile));
   controls_.txtScriptdatei->setPath(toQt(settings.scriptFile));
-  controls_.labLayerDatei->setText(toQt(settings.layerFile));
+  controls_.labLayerDatei->setPath(toQt(settings.layerFile));
   controls_.txtBRDname->setText(toQt(settings.drawingName));
   controls_.targets->setExclusive(false);
   for (QAbstractButton* const kind : controls_.targets->buttons()) {
@@ -227,10 +228,22 @@ void MainWindow::showResult(const convert::ConversionResult& result) {
   controls_.result->showResult(result);
   // From now on the layer file is that of this drawing, too.
   if (result.outcome != convert::Outcome::Ended) drawingOfLayers_ = controls_.txtDXFDatei->path();
-  // A label that wraps asks for its height only when it is known how wide it is.
-  layout()->activate();
-  resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
+  makeRoom();
   activateWindow();
+}
+
+void MainWindow::makeRoom() {
+  if (isMaximized() || isFullScreen()) return;
+  controls_.content->updateGeometry();  // its contents may have changed unseen
+  layout()->invalidate();
+  const QMargins margins = layout()->contentsMargins();
+  const int buttons = layout()->totalSizeHint().height() - controls_.content->sizeHint().height();
+  const int wide = std::max(width(), layout()->totalSizeHint().width());
+  // What wraps asks for its height only when it is known how wide it is.
+  const int high =
+      buttons + controls_.content->heightNeeded(wide - margins.left() - margins.right());
+  resize(QSize(wide, std::max(height(), high)).boundedTo(roomOnScreen(*this)));
+  if (isVisible()) keepOnScreen(*this);
 }
 
 void MainWindow::befLayeredit_Click() {
@@ -276,6 +289,11 @@ void MainWindow::chooseLanguage() {
   dialog.exec();
 }
 
+void MainWindow::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) makeRoom();
+  QDialog::showEvent(event);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
   event->ignore();  // until it is known that nothing speaks against it
   attempt(context_, kModule, "closeEvent", [this, event] {
@@ -297,6 +315,7 @@ void MainWindow::applyLanguage() {
   loadResources();
   fillLayers(settings().targetKind);
   for (std::size_t i = 0; i < lists.size(); ++i) lists[i]->setCurrentIndex(chosen[i]);
+  makeRoom();
 }
 
 void MainWindow::loadResources() {

@@ -33,10 +33,14 @@ class MainWindow : public QDialog {
   /// has chosen no script in this window.
   void setDrawing(const QString& path);
 
+  /// Grows until the contents need not scroll, as far as the screen has room. Showing does so, too.
+  void makeRoom();
+
   /// Converts with what the controls show. What came out is shown and returned.
   convert::ConversionResult befStart_Click();
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;

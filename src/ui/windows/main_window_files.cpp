@@ -49,7 +49,7 @@ QString MainWindow::keptLayers() const {
 }
 
 void MainWindow::takeLayerFile(const QString& path) {
-  controls_.labLayerDatei->setText(path);
+  controls_.labLayerDatei->setPath(path);
   drawingOfLayers_ = controls_.txtDXFDatei->path();
   controls_.result->nameKeptLayers({});
 }

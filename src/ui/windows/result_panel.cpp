@@ -8,6 +8,7 @@
 
 #include "convert/messages.h"
 #include "convert/summary.h"
+#include "ui/windows/screen_fit.h"
 #include "ui/windows/shell.h"
 #include "ui/windows/trap.h"
 
@@ -15,6 +16,13 @@ namespace quillon::ui {
 namespace {
 
 constexpr std::string_view kModule = "fraResult";
+constexpr int kLeastCharacters = 32;  ///< of a line, and of a path in it
+
+/// A path without what would break its line.
+QString pathText(const std::string& path) {
+  constexpr std::size_t kLongest = 4096;
+  return toQt(convert::quotable(path, kLongest));
+}
 
 }  // namespace
 
@@ -30,6 +38,8 @@ ResultPanel::ResultPanel(AppContext& context, QWidget* parent)
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  text_->setMinimumWidth(fontMetrics().averageCharWidth() * kLeastCharacters);
+  text_->installEventFilter(this);
   openFolder_->setObjectName("btnOpenFolder");
   copyCommand_->setObjectName("btnCopyCommand");
   auto* const buttons = new QVBoxLayout;
@@ -86,13 +96,47 @@ void ResultPanel::nameKeptLayers(const QString& path) {
 }
 
 void ResultPanel::refresh() {
-  text_->setText(text());
   openFolder_->setVisible(result_.has_value());
   copyCommand_->setVisible(result_.has_value() && !command_.isEmpty());
-  setVisible(!text_->text().isEmpty());
+  setVisible(result_.has_value() || !keptLayers_.isEmpty());
   // The window asks at once how high the text is; a pending layout would answer for the old one.
   layout()->activate();
+  showText();
+  layout()->activate();
   updateGeometry();
+}
+
+void ResultPanel::showText() {
+  const QString whole = text();
+  QStringList lines = whole.split('\n');
+  // Nobody knows the room of what is not seen yet.
+  if (text_->isVisible()) {
+    for (QString& line : lines) line = elided(line);
+  }
+  const QString shown = lines.join('\n');
+  text_->setToolTip(shown == whole ? QString() : wholeToolTip(whole));
+  if (shown != text_->text()) text_->setText(shown);
+}
+
+QString ResultPanel::elided(const QString& line) const {
+  const QFontMetrics metrics = text_->fontMetrics();
+  const int room = text_->contentsRect().width();
+  if (metrics.horizontalAdvance(line) <= room) return line;
+  QStringList paths{keptLayers_};
+  if (result_) paths << command_ << pathText(result_->dxfFile) << pathText(result_->scriptFile);
+  for (const QString& path : paths) {
+    if (path.isEmpty() || !line.contains(path)) continue;
+    const int rest = metrics.horizontalAdvance(QString(line).remove(path));
+    const int least = metrics.averageCharWidth() * kLeastCharacters;
+    return QString(line).replace(path, elidedPath(path, metrics, std::max(room - rest, least)));
+  }
+  return line;
+}
+
+bool ResultPanel::eventFilter(QObject* watched, QEvent* event) {
+  const bool resized = event->type() == QEvent::Resize || event->type() == QEvent::Show;
+  if (watched == text_ && resized) showText();
+  return QFrame::eventFilter(watched, event);
 }
 
 QString ResultPanel::text() const {
@@ -103,8 +147,8 @@ QString ResultPanel::text() const {
 }
 
 QStringList ResultPanel::resultLines(const convert::ConversionResult& result) const {
-  const std::string drawing = convert::quotable(result.dxfFile);
-  const std::string script = convert::quotable(result.scriptFile);
+  const std::string drawing = fromQt(pathText(result.dxfFile));
+  const std::string script = fromQt(pathText(result.scriptFile));
   QStringList lines;
   lines << context_.text(3140, {std::to_string(convert::entityCount(result)), drawing})
         << context_.text(3141, {std::to_string(result.commandCount), script});

@@ -25,9 +25,15 @@ class ResultPanel : public QFrame {
   /// Names the layer file that was chosen for the last drawing and is still in use; "" for none.
   void nameKeptLayers(const QString& path);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void openFolder();
   void refresh();
+  /// Shows the text with its paths elided to the room that it has.
+  void showText();
+  QString elided(const QString& line) const;
   QString text() const;
   QStringList resultLines(const convert::ConversionResult& result) const;
 

@@ -52,7 +52,7 @@ class MainWindowFilesTest : public WindowTest {
 
   void startConversion() { click(*window, "befStart"); }
   bool says(const char* name) { return find<QWidget>(*window, name).isVisible(); }
-  std::string result() { return fromQt(find<QLabel>(*window, "labResult").text()); }
+  std::string result() { return fromQt(wholeText(find<QLabel>(*window, "labResult"))); }
   void chooseLanguage(int index) {
     whenModal<LanguageDialog>([index](LanguageDialog& dialog) {
       choose(find<QComboBox>(dialog, "cboLanguage"), index);
