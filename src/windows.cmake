@@ -3,6 +3,8 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets PrintSupport)
 
 add_library(quillon_windows STATIC
   ui/windows/app_icon.cpp
+  ui/windows/content_area.cpp
+  ui/windows/enter_key.cpp
   ui/windows/error_window.cpp
   ui/windows/file_dialog.cpp
   ui/windows/help_viewer.cpp
@@ -16,6 +18,7 @@ add_library(quillon_windows STATIC
   ui/windows/main_window_files.cpp
   ui/windows/number_edit.cpp
   ui/windows/path_edit.cpp
+  ui/windows/path_label.cpp
   ui/windows/print_protocol.cpp
   ui/windows/progress_dialog.cpp
   ui/windows/qt_file_dialog.cpp
@@ -24,6 +27,7 @@ add_library(quillon_windows STATIC
   ui/windows/report_window.cpp
   ui/windows/result_panel.cpp
   ui/windows/save_failure.cpp
+  ui/windows/screen_fit.cpp
   ui/windows/shell.cpp
   ui/windows/splash.cpp
   ui/windows/system_file_dialog_${QUILLON_PLATFORM}.cpp

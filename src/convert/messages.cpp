@@ -69,11 +69,10 @@ std::string withoutControls(std::string_view utf8) {
   return out;
 }
 
-std::string quotable(std::string_view utf8) {
-  constexpr std::size_t kLongest = 200;
+std::string quotable(std::string_view utf8, std::size_t longest) {
   std::string out;
   for (std::size_t i = 0; i < utf8.size();) {
-    if (out.size() >= kLongest && (static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80) {
+    if (out.size() >= longest && (static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80) {
       return out + "…";
     }
     i += appendShown(out, utf8, i);

@@ -19,6 +19,7 @@
 #include "ui/windows/app_icon.h"
 #include "ui/windows/main_window.h"
 #include "ui/windows/qt_texts.h"
+#include "ui/windows/screen_fit.h"
 #include "ui/windows/splash.h"
 #include "ui/windows/window_fault_view.h"
 
@@ -29,6 +30,7 @@ void centre(QWidget& window) {
   const QRect screen = window.screen()->availableGeometry();
   window.move(screen.left() + (screen.width() - window.width()) / 2,
               screen.top() + (screen.height() - window.height()) / 2);
+  ui::keepOnScreen(window);
 }
 
 int runUnattended(ui::AppContext& context, const ui::MainWindow& window,
@@ -50,7 +52,7 @@ int runWindows(ui::AppContext& context, const unattended::StartUp& start,
   window.LoadSettings();
   if (start.unattended()) return runUnattended(context, window, console);
   if (!start.drawing.empty()) window.setDrawing(ui::toQt(start.drawing));
-  window.resize(window.sizeHint());
+  window.makeRoom();
   centre(window);
   window.show();
   window.warnOfSplitPath();
@@ -77,6 +79,8 @@ int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
   ui::AppContext context{settings::SettingsStore(programFolder), start.line, resources::kGerman};
   ui::QtTexts qtTexts(context);
   QApplication::installTranslator(&qtTexts);
+  ui::ScreenFit screenFit;
+  app.installEventFilter(&screenFit);
   console::Console console(false);
   const errors::ProgramIdentity program = errors::thisProgram("quillon", programFolder);
   ui::WindowFaultView shown(context, program);

@@ -8,8 +8,10 @@
 
 #include "convert/paths.h"
 #include "errors/protocol.h"
+#include "ui/windows/content_area.h"
 #include "ui/windows/print_protocol.h"
 #include "ui/windows/question.h"
+#include "ui/windows/screen_fit.h"
 #include "ui/windows/shell.h"
 
 namespace quillon::ui {
@@ -66,11 +68,21 @@ ErrorWindow::ErrorWindow(const AppContext& context, const errors::ProgramIdentit
   setObjectName("frmError");
   setWindowTitle(toQt(report.caption));
   auto* const layout = new QVBoxLayout(this);
-  makeFault(*layout);
-  makeCallStack(*layout);
+  auto* const contents = new ContentArea(makeContents(), this);
+  layout->addWidget(contents, 1);
   makeButtons(*layout);
   constexpr int kColumns = 90;
-  resize(fontMetrics().averageCharWidth() * kColumns, sizeHint().height());
+  const int width = fontMetrics().averageCharWidth() * kColumns;
+  const int buttons = sizeHint().height() - contents->sizeHint().height();
+  resize(width, buttons + contents->heightNeeded(width));
+}
+
+QWidget* ErrorWindow::makeContents() {
+  auto* const contents = new QWidget(this);
+  auto* const layout = new QVBoxLayout(contents);
+  makeFault(*layout);
+  makeCallStack(*layout);
+  return contents;
 }
 
 QGroupBox* ErrorWindow::makeFrame(const char* name, const QString& caption) {
@@ -95,6 +107,7 @@ void ErrorWindow::makeFault(QVBoxLayout& layout) {
   auto* const lines = new QVBoxLayout(comment);
   QLabel* const text = makeLabel(comment, "lblComment", toQt(report_.fault.description));
   text->setWordWrap(true);
+  elideToLines(*text);
   lines->addWidget(text);
   layout.addWidget(comment);
 }
@@ -114,6 +127,7 @@ void ErrorWindow::makeCallStack(QVBoxLayout& layout) {
   QLabel* const notice =
       makeLabel(this, "lblTrace", context_.text(kTraceNotice, {file, program_.supportAddress}));
   notice->setWordWrap(true);
+  elideToLines(*notice);
   layout.addWidget(notice);
 }
 
@@ -121,7 +135,6 @@ QPushButton* ErrorWindow::makeButton(const char* name, const char* caption, int 
   auto* const button = new QPushButton(QString::fromUtf8(caption), this);
   button->setObjectName(name);
   button->setToolTip(context_.text(toolTip));
-  button->setAutoDefault(false);
   return button;
 }
 

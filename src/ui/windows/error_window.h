@@ -23,6 +23,7 @@ class ErrorWindow : public QDialog {
   errors::Continuation choice() const { return choice_; }
 
  private:
+  QWidget* makeContents();
   void makeFault(QVBoxLayout& layout);
   void makeCallStack(QVBoxLayout& layout);
   void makeButtons(QVBoxLayout& layout);

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <memory>
 
+#include "ui/windows/enter_key.h"
 #include "ui/windows/system_help.h"
 
 namespace quillon::ui {
@@ -45,6 +46,7 @@ HelpViewer::HelpViewer(QString folder, QWidget* parent)
   auto* const back = new QPushButton(QStringLiteral("←"), this);
   back->setObjectName("btnBack");
   back->setEnabled(false);
+  pressOnEnter(*back);
   auto* const buttons = new QHBoxLayout;
   buttons->addWidget(back);
   buttons->addStretch();

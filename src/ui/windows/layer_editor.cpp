@@ -15,6 +15,7 @@
 #include "convert/paths.h"
 #include "dxf/run_time_error.h"
 #include "dxf/text_source.h"
+#include "ui/windows/enter_key.h"
 #include "ui/windows/file_dialog.h"
 #include "ui/windows/help_viewer.h"
 #include "ui/windows/question.h"
@@ -125,7 +126,7 @@ void LayerEditor::connectControls() {
   };
   const auto onClick = [this, &slot](QPushButton* button, std::string_view procedure,
                                      std::function<void()> action) {
-    button->setAutoDefault(false);
+    pressOnEnter(*button);
     connect(button, &QPushButton::clicked, this, slot(procedure, std::move(action)));
   };
   onClick(browse_, "btnLayerbrowse_Click", [this] { btnLayerbrowse_Click(); });

@@ -63,7 +63,7 @@ MainControls::MainControls(QWidget& window, AppContext& context)
       chkReport(make<QCheckBox>(*fraOpt2, "chkReport")),
       chkStartSCR(make<QCheckBox>(*fraOpt2, "chkStartSCR")),
       labLayers(make<QLabel>(*fraOpt2, "labLayers")),
-      labLayerDatei(make<QLabel>(*fraOpt2, "labLayerDatei")),
+      labLayerDatei(make<PathLabel>(*fraOpt2, "labLayerDatei")),
       befLayeredit(make<QPushButton>(*fraOpt2, "befLayeredit")),
       labViewDesc(make<QLabel>(window, "labViewDesc")),
       labViewer(make<QLabel>(window, "labViewer")),
@@ -79,8 +79,6 @@ MainControls::MainControls(QWidget& window, AppContext& context)
   cboUnit->addItems({"mic", "mm", "mil", "inch"});
   cboVersion->addItems({"3.5", "4.x/5.x"});
   for (QComboBox* const list : {komStandartlayer, cboPoly}) letShrink(*list);
-  labLayerDatei->setTextFormat(Qt::PlainText);
-  labLayerDatei->setWordWrap(true);
   labViewer->setTextFormat(Qt::RichText);
   labViewer->setTextInteractionFlags(Qt::TextBrowserInteraction);
   befStart->setDefault(true);
@@ -160,7 +158,7 @@ void MainControls::layOutOptions() const {
   layout->setColumnStretch(2, 1);
 }
 
-void MainControls::layOut(QWidget& window) const {
+void MainControls::layOut(QWidget& window) {
   auto* const paths = new QGridLayout;
   paths->addWidget(labDXF, 0, 0);
   paths->addWidget(txtDXFDatei, 0, 1);
@@ -178,13 +176,17 @@ void MainControls::layOut(QWidget& window) const {
   for (QPushButton* const button : {befSave, befLanguage, befHilfe, befEnde}) {
     buttons->addWidget(button);
   }
+  auto* const body = new QWidget(&window);
+  auto* const rows = new QVBoxLayout(body);
+  rows->addLayout(paths);
+  rows->addWidget(frmOpt);
+  rows->addWidget(fraOpt2);
+  rows->addWidget(result);
+  rows->addLayout(viewer);
+  rows->addStretch();
+  content = new ContentArea(body, &window);
   auto* const layout = new QVBoxLayout(&window);
-  layout->addLayout(paths);
-  layout->addWidget(frmOpt);
-  layout->addWidget(fraOpt2);
-  layout->addWidget(result);
-  layout->addLayout(viewer);
-  layout->addStretch();
+  layout->addWidget(content, 1);
   layout->addLayout(buttons);
 }
 

@@ -11,7 +11,9 @@
 #include <array>
 
 #include "ui/windows/app_context.h"
+#include "ui/windows/content_area.h"
 #include "ui/windows/path_edit.h"
+#include "ui/windows/path_label.h"
 #include "ui/windows/result_panel.h"
 
 namespace quillon::ui {
@@ -57,7 +59,7 @@ struct MainControls {
   QCheckBox* chkReport;
   QCheckBox* chkStartSCR;
   QLabel* labLayers;
-  QLabel* labLayerDatei;
+  PathLabel* labLayerDatei;
   QPushButton* befLayeredit;
 
   QLabel* labViewDesc;
@@ -70,8 +72,10 @@ struct MainControls {
   QPushButton* befHilfe;
   QPushButton* befEnde;
 
+  ContentArea* content = nullptr;  ///< all but the buttons at the bottom
+
  private:
-  void layOut(QWidget& window) const;
+  void layOut(QWidget& window);
   void layOutTarget() const;
   void layOutOptions() const;
   void orderTabs() const;

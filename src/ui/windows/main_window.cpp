@@ -14,6 +14,7 @@
 #include "ui/windows/language_dialog.h"
 #include "ui/windows/layer_editor.h"
 #include "ui/windows/save_failure.h"
+#include "ui/windows/screen_fit.h"
 #include "ui/windows/shell.h"
 #include "ui/windows/trap.h"
 #include "ui/windows/window_host.h"
@@ -51,6 +52,7 @@ class MainWindow::ConversionInProgress {
     progress_.show();
     window_.setEnabled(false);
     progress_.setEnabled(true);
+    progress_.setFocus();  // its button got the focus while all was disabled
   }
   ~ConversionInProgress() {
     progress_.hide();
@@ -92,7 +94,6 @@ void MainWindow::connectControls() {
   };
   const auto onClick = [this, &slot](QPushButton* button, std::string_view procedure,
                                      void (MainWindow::*action)()) {
-    button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, slot(procedure, action));
   };
   onClick(controls_.btnDXFbrowse, "btnDXFbrowse_Click", &MainWindow::browseForDrawing);
@@ -108,6 +109,10 @@ void MainWindow::connectControls() {
           trapped(context_, kModule, "txtDXFDatei_LostFocus", [this] {
             if (!settings::pathsHaveDrives()) followDrawing();
           }));
+  controls_.txtDXFDatei->onTyped = [this] { drawingChanged(); };
+  controls_.txtScriptdatei->onTyped = [this] {
+    scriptChosen_ = !controls_.txtScriptdatei->path().isEmpty();
+  };
   connect(controls_.befStart, &QPushButton::clicked, this, [this] { befStart_Click(); });
   connect(controls_.targets, &QButtonGroup::idClicked, this, [this](int kind) {
     attempt(context_, kModule, "chkBRDSCH_Click", [this, kind] { chooseTarget(kind); });
@@ -131,6 +136,8 @@ void MainWindow::LoadSettings() {
           warnings << toQt(warning.text);
         }
         if (!warnings.isEmpty()) showNotice(warnings.join('\n'));
+        scriptChosen_ = context_.line.given(convert::CommandLineOption::ScriptFile);
+        drawingOfLayers_ = controls_.txtDXFDatei->path();
       },
       errors::kMayRetry | errors::kMayResume | errors::kMayEnd);
 }
@@ -163,7 +170,7 @@ settings::Settings MainWindow::settings() const {
 void MainWindow::showSettings(const settings::Settings& settings) {
   controls_.txtDXFDatei->setPath(toQt(settings.dxfFile));
   controls_.txtScriptdatei->setPath(toQt(settings.scriptFile));
-  controls_.labLayerDatei->setText(toQt(settings.layerFile));
+  controls_.labLayerDatei->setPath(toQt(settings.layerFile));
   controls_.txtBRDname->setText(toQt(settings.drawingName));
   controls_.targets->setExclusive(false);
   for (QAbstractButton* const kind : controls_.targets->buttons()) {
@@ -220,33 +227,43 @@ convert::ConversionResult MainWindow::convertShown() {
   const ConversionInProgress running(*this);
   const convert::Surroundings surroundings =
       settings::surroundingsOf(context_.store, context_.LanguageOffset);
-  const settings::Settings shown = settings();
-  convert::ConversionJob job = settings::jobOf(shown, context_.line);
-  // A script that was made from the name of an existing drawing has that name to the letter.
-  job.literalPaths = convert::namesHaveCase() && toQt(job.scriptFile) == followedScript_ &&
-                     convert::namesFile(convert::toPath(job.dxfFile));
   WindowHost host(context_, *progress_, this);
-  for (const convert::Message& warning : settings::fieldWarnings(shown, context_.texts())) {
+  host.onDrawingChosen = [this](const QString& path) {
+    showDrawing(path);
+    if (!settings::pathsHaveDrives()) followDrawing();
+  };
+  for (const convert::Message& warning : settings::fieldWarnings(settings(), context_.texts())) {
     host.tell(warning);
   }
-  return convert::convertDXF(job, host, surroundings);
+  return convert::convertDXF(jobShown(), host, surroundings);
 }
 
 void MainWindow::showResult(const convert::ConversionResult& result) {
+  controls_.result->nameKeptLayers(keptLayers());
   controls_.result->showResult(result);
-  fitHeight();
+  // From now on the layer file is that of this drawing, too.
+  if (result.outcome != convert::Outcome::Ended) drawingOfLayers_ = controls_.txtDXFDatei->path();
+  makeRoom();
   activateWindow();
 }
 
 void MainWindow::showNotice(const QString& notice) {
   controls_.result->showNotice(notice);
-  fitHeight();
+  makeRoom();
 }
 
-void MainWindow::fitHeight() {
-  // A label that wraps asks for its height only when it is known how wide it is.
-  layout()->activate();
-  resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
+void MainWindow::makeRoom() {
+  if (isMaximized() || isFullScreen()) return;
+  controls_.content->updateGeometry();  // its contents may have changed unseen
+  layout()->invalidate();
+  const QMargins margins = layout()->contentsMargins();
+  const int buttons = layout()->totalSizeHint().height() - controls_.content->sizeHint().height();
+  const int wide = std::max(width(), layout()->totalSizeHint().width());
+  // What wraps asks for its height only when it is known how wide it is.
+  const int high =
+      buttons + controls_.content->heightNeeded(wide - margins.left() - margins.right());
+  resize(QSize(wide, std::max(height(), high)).boundedTo(roomOnScreen(*this)));
+  if (isVisible()) keepOnScreen(*this);
 }
 
 void MainWindow::befLayeredit_Click() {
@@ -260,7 +277,7 @@ void MainWindow::befLayeredit_Click() {
   const BusyCursor busy(*this);
   auto editor = std::make_unique<LayerEditor>(
       context_, controls_.labLayerDatei->text(),
-      [this](const QString& path) { controls_.labLayerDatei->setText(path); }, this);
+      [this](const QString& path) { takeLayerFile(path); }, this);
   editor->layerScanDXF(controls_.txtDXFDatei->path());
   editor->setAttribute(Qt::WA_DeleteOnClose);
   layerEditor_ = editor.release();
@@ -296,6 +313,11 @@ void MainWindow::chooseLanguage() {
   dialog.exec();
 }
 
+void MainWindow::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) makeRoom();
+  QDialog::showEvent(event);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
   event->ignore();  // until it is known that nothing speaks against it
   attempt(context_, kModule, "closeEvent", [this, event] {
@@ -317,6 +339,7 @@ void MainWindow::applyLanguage() {
   loadResources();
   fillLayers(settings().targetKind);
   for (std::size_t i = 0; i < lists.size(); ++i) lists[i]->setCurrentIndex(chosen[i]);
+  makeRoom();
 }
 
 void MainWindow::loadResources() {

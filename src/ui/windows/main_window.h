@@ -29,15 +29,20 @@ class MainWindow : public QDialog {
   /// What the controls show.
   settings::Settings settings() const;
   void showSettings(const settings::Settings& settings);
-  /// Puts a drawing into its field, and a script beside it into the script's.
+  /// Puts a drawing into its field, and a script beside it into the script's, as long as the user
+  /// has chosen no script in this window.
   void setDrawing(const QString& path);
   /// Tells of a path on the command line that a "/" in it has cut off.
   void warnOfSplitPath();
+
+  /// Grows until the contents need not scroll, as far as the screen has room. Showing does so, too.
+  void makeRoom();
 
   /// Converts with what the controls show. What came out is shown and returned.
   convert::ConversionResult befStart_Click();
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -49,13 +54,20 @@ class MainWindow : public QDialog {
   void connectControls();
   void chooseTarget(int kind);
   void fillLayers(int kind);
-  /// Puts the script beside the drawing, as long as the user has chosen none.
+  /// Lets a script that came from the drawing that was shown before go beside a typed one.
   void followDrawing();
+  void putScriptBeside();
+  /// Puts a drawing into its field, whatever that means for the result and the layer file.
+  void showDrawing(const QString& path);
+  void drawingChanged();
+  /// The layer file in use if it was chosen for another drawing than the one shown, else "".
+  QString keptLayers() const;
+  void takeLayerFile(const QString& path);
+  convert::ConversionJob jobShown() const;
   convert::ConversionResult convertShown();
   void showResult(const convert::ConversionResult& result);
   /// Says something below what came out last.
   void showNotice(const QString& notice);
-  void fitHeight();
   void browseForDrawing();
   void browseForScript();
   void browseForName();
@@ -72,7 +84,9 @@ class MainWindow : public QDialog {
   MainControls controls_;
   ToolTipTable toolTips_;
   QPointer<LayerEditor> layerEditor_;  ///< while it is open
-  QString followedScript_;             ///< the path that followDrawing last set
+  bool scriptChosen_ = false;          ///< by the user, in this window or for it
+  QString followedScript_;             ///< the path that putScriptBeside last set
+  QString drawingOfLayers_;            ///< the drawing that the layer file was chosen for
   double polyWidth_ = 0.0;
   ProgressDialog* progress_ = nullptr;  ///< while a conversion runs
 };

@@ -21,12 +21,51 @@ QString draggedFile(const QMimeData& data) {
   return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
 }
 
+bool isSamePath(const QString& a, const QString& b) {
+  return a.compare(b, convert::namesHaveCase() ? Qt::CaseSensitive : Qt::CaseInsensitive) == 0;
+}
+
 }  // namespace
 
 void MainWindow::setDrawing(const QString& path) {
+  showDrawing(path);
+  putScriptBeside();
+}
+
+void MainWindow::showDrawing(const QString& path) {
+  const bool another = !isSamePath(path, controls_.txtDXFDatei->path());
   controls_.txtDXFDatei->setPath(path);
-  followedScript_ = controls_.txtScriptdatei->path();
-  followDrawing();
+  if (another) drawingChanged();
+}
+
+void MainWindow::drawingChanged() {
+  controls_.result->forgetResult();
+  controls_.result->nameKeptLayers(keptLayers());
+}
+
+QString MainWindow::keptLayers() const {
+  const QString& last = drawingOfLayers_;
+  const bool any = !last.isEmpty() && fromQt(last) != settings::Settings{}.dxfFile;
+  const bool kept = any && !isSamePath(last, controls_.txtDXFDatei->path());
+  return kept ? controls_.labLayerDatei->text() : QString();
+}
+
+void MainWindow::takeLayerFile(const QString& path) {
+  controls_.labLayerDatei->setPath(path);
+  drawingOfLayers_ = controls_.txtDXFDatei->path();
+  controls_.result->nameKeptLayers({});
+}
+
+convert::ConversionJob MainWindow::jobShown() const {
+  convert::ConversionJob job = settings::jobOf(settings(), context_.line);
+  // Start asks for a drawing that does not exist; a script that follows has to wait for it.
+  const bool asked = !convert::namesFile(convert::findExisting(job.dxfFile));
+  const bool follows = toQt(job.scriptFile) == followedScript_ && !scriptChosen_;
+  if (asked && follows && !settings::pathsHaveDrives()) job.scriptBesideDrawing = true;
+  // A script that was made from the name of an existing drawing has that name to the letter.
+  job.literalPaths = convert::namesHaveCase() && toQt(job.scriptFile) == followedScript_ &&
+                     convert::namesFile(convert::toPath(job.dxfFile));
+  return job;
 }
 
 void MainWindow::warnOfSplitPath() {
@@ -36,11 +75,14 @@ void MainWindow::warnOfSplitPath() {
 }
 
 void MainWindow::followDrawing() {
+  const QString script = controls_.txtScriptdatei->path();
+  const bool initial = fromQt(script) == settings::Settings{}.scriptFile;
+  if (initial || script == followedScript_) putScriptBeside();
+}
+
+void MainWindow::putScriptBeside() {
   const std::string drawing = fromQt(controls_.txtDXFDatei->path());
-  const std::string script = fromQt(controls_.txtScriptdatei->path());
-  const settings::Settings initial;
-  const bool chosen = script != initial.scriptFile && toQt(script) != followedScript_;
-  if (chosen || drawing.empty() || drawing == initial.dxfFile) return;
+  if (scriptChosen_ || drawing.empty() || drawing == settings::Settings{}.dxfFile) return;
   followedScript_ = toQt(convert::scriptBeside(drawing));
   controls_.txtScriptdatei->setPath(followedScript_);
 }
@@ -55,9 +97,7 @@ void MainWindow::browseForDrawing() {
   dialog.Flags = kOpenFlags;
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtDXFDatei->path())));
   const QString path = dialog.ShowOpen(this);
-  if (path.isEmpty()) return;
-  controls_.txtDXFDatei->setPath(path);
-  followDrawing();
+  if (!path.isEmpty()) setDrawing(path);
 }
 
 void MainWindow::browseForScript() {
@@ -71,7 +111,9 @@ void MainWindow::browseForScript() {
   dialog.Flags = kNameFlags;
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtScriptdatei->path())));
   const QString path = dialog.ShowOpen(this);
-  if (!path.isEmpty()) controls_.txtScriptdatei->setPath(path);
+  if (path.isEmpty()) return;
+  controls_.txtScriptdatei->setPath(path);
+  scriptChosen_ = true;
 }
 
 void MainWindow::browseForName() {

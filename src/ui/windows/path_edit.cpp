@@ -19,17 +19,21 @@ bool isLeft(Qt::FocusReason reason) {
 PathEdit::PathEdit(QWidget* parent) : QLineEdit(parent) {
   setAcceptDrops(false);  // the window takes a file that is dropped; as text it would be an address
   connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
-    if (!displaying_) path_ = text;
+    if (displaying_) return;
+    path_ = text;
+    if (onTyped) onTyped();
   });
 }
 
 void PathEdit::setPath(const QString& path) {
+  if (path == path_) return;  // also in capitals it is shown already
   path_ = path;
   display(path);
 }
 
 void PathEdit::focusInEvent(QFocusEvent* event) {
-  if (isLeft(event->reason())) display(path_);
+  // However the focus comes: what is edited has to be the path, not its capitals.
+  display(path_);
   QLineEdit::focusInEvent(event);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLineEdit>
+#include <functional>
 
 namespace quillon::ui {
 
@@ -12,6 +13,8 @@ class PathEdit : public QLineEdit {
 
   QString path() const { return path_; }
   void setPath(const QString& path);
+
+  std::function<void()> onTyped;  ///< called after each change that setPath did not make
 
  protected:
   void focusInEvent(QFocusEvent* event) override;

@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 
+#include "ui/windows/enter_key.h"
 #include "ui/windows/trap.h"
 
 namespace quillon::ui {
@@ -52,6 +53,8 @@ ProgressDialog::ProgressDialog(AppContext& context, QWidget* parent)
   layout->addLayout(statusRow);
   layout->addStretch();
   layout->addWidget(cancelButton_, 0, Qt::AlignHCenter);
+  pressOnEnter(*cancelButton_);
+  setFocusPolicy(Qt::ClickFocus);  // takes the focus from the button, but not with the Tab key
   setMinimumWidth(fontMetrics().averageCharWidth() * kLeastWidth);
   connect(cancelButton_, &QPushButton::clicked, this,
           trapped(context_, "frmDxf_msg", "befAbbruch_Click", [this] { cancel(); }));
@@ -69,6 +72,8 @@ void ProgressDialog::loadResources() {
   readBar_->setValue(0);
   writeBar_->setValue(0);
   cancelled_ = false;
+  // The Enter that was pressed twice on Start does not reach the button.
+  setFocus();
 }
 
 void ProgressDialog::setReadBeam(int value) { readBar_->setValue(value); }

@@ -8,6 +8,7 @@
 
 #include "convert/messages.h"
 #include "convert/summary.h"
+#include "ui/windows/screen_fit.h"
 #include "ui/windows/shell.h"
 #include "ui/windows/trap.h"
 
@@ -15,6 +16,13 @@ namespace quillon::ui {
 namespace {
 
 constexpr std::string_view kModule = "fraResult";
+constexpr int kLeastCharacters = 32;  ///< of a line, and of a path in it
+
+/// A path without what would break its line.
+QString pathText(const std::string& path) {
+  constexpr std::size_t kLongest = 4096;
+  return toQt(convert::quotable(path, kLongest));
+}
 
 }  // namespace
 
@@ -30,6 +38,8 @@ ResultPanel::ResultPanel(AppContext& context, QWidget* parent)
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  text_->setMinimumWidth(fontMetrics().averageCharWidth() * kLeastCharacters);
+  text_->installEventFilter(this);
   openFolder_->setObjectName("btnOpenFolder");
   copyCommand_->setObjectName("btnCopyCommand");
   auto* const buttons = new QVBoxLayout;
@@ -45,7 +55,6 @@ ResultPanel::ResultPanel(AppContext& context, QWidget* parent)
   connect(openFolder_, &QPushButton::clicked, this,
           trapped(context_, kModule, "btnOpenFolder_Click", [this] { openFolder(); }));
   loadResources();
-  hide();
 }
 
 void ResultPanel::openFolder() {
@@ -61,38 +70,93 @@ void ResultPanel::openFolder() {
 void ResultPanel::loadResources() {
   openFolder_->setText(context_.text(3144));
   copyCommand_->setText(context_.text(3145));
+  notice_.clear();  // it is in the language of before
+  refresh();
 }
 
 void ResultPanel::showResult(const convert::ConversionResult& result) {
-  const bool any = result.outcome != convert::Outcome::Ended;
-  setVisible(any);
-  shownResult_.clear();
-  if (!any) return;
-  folder_ = QFileInfo(toQt(result.scriptFile)).absolutePath();
-  const std::string argument = convert::scriptArgument(result);
-  command_ = argument.empty() ? QString() : toQt("SCRIPT '" + argument + "'");
-  shownResult_ = resultText(result);
-  showText(shownResult_);
+  notice_.clear();
+  result_.reset();
+  if (result.outcome != convert::Outcome::Ended) {
+    result_ = result;
+    result_->report.clear();  // it has a window of its own
+    folder_ = QFileInfo(toQt(result.scriptFile)).absolutePath();
+    const std::string argument = convert::scriptArgument(result);
+    command_ = argument.empty() ? QString() : toQt("SCRIPT '" + argument + "'");
+  }
+  refresh();
 }
 
 void ResultPanel::showNotice(const QString& notice) {
-  setVisible(true);
-  showText(shownResult_.isEmpty() ? notice : shownResult_ + '\n' + notice);
+  notice_ = notice;
+  refresh();
 }
 
-void ResultPanel::showText(const QString& text) {
-  const bool any = !shownResult_.isEmpty();
-  openFolder_->setVisible(any);
-  copyCommand_->setVisible(any && !command_.isEmpty());
-  text_->setText(text);
+void ResultPanel::forgetResult() {
+  result_.reset();
+  refresh();
+}
+
+void ResultPanel::nameKeptLayers(const QString& path) {
+  keptLayers_ = path;
+  refresh();
+}
+
+void ResultPanel::refresh() {
+  openFolder_->setVisible(result_.has_value());
+  copyCommand_->setVisible(result_.has_value() && !command_.isEmpty());
+  setVisible(result_.has_value() || !keptLayers_.isEmpty() || !notice_.isEmpty());
   // The window asks at once how high the text is; a pending layout would answer for the old one.
+  layout()->activate();
+  showText();
   layout()->activate();
   updateGeometry();
 }
 
-QString ResultPanel::resultText(const convert::ConversionResult& result) const {
-  const std::string drawing = convert::quotable(result.dxfFile);
-  const std::string script = convert::quotable(result.scriptFile);
+void ResultPanel::showText() {
+  const QString whole = text();
+  QStringList lines = whole.split('\n');
+  // Nobody knows the room of what is not seen yet.
+  if (text_->isVisible()) {
+    for (QString& line : lines) line = elided(line);
+  }
+  const QString shown = lines.join('\n');
+  text_->setToolTip(shown == whole ? QString() : wholeToolTip(whole));
+  if (shown != text_->text()) text_->setText(shown);
+}
+
+QString ResultPanel::elided(const QString& line) const {
+  const QFontMetrics metrics = text_->fontMetrics();
+  const int room = text_->contentsRect().width();
+  if (metrics.horizontalAdvance(line) <= room) return line;
+  QStringList paths{keptLayers_};
+  if (result_) paths << command_ << pathText(result_->dxfFile) << pathText(result_->scriptFile);
+  for (const QString& path : paths) {
+    if (path.isEmpty() || !line.contains(path)) continue;
+    const int rest = metrics.horizontalAdvance(QString(line).remove(path));
+    const int least = metrics.averageCharWidth() * kLeastCharacters;
+    return QString(line).replace(path, elidedPath(path, metrics, std::max(room - rest, least)));
+  }
+  return line;
+}
+
+bool ResultPanel::eventFilter(QObject* watched, QEvent* event) {
+  const bool resized = event->type() == QEvent::Resize || event->type() == QEvent::Show;
+  if (watched == text_ && resized) showText();
+  return QFrame::eventFilter(watched, event);
+}
+
+QString ResultPanel::text() const {
+  QStringList lines;
+  if (result_) lines = resultLines(*result_);
+  if (!keptLayers_.isEmpty()) lines << context_.text(3210, {fromQt(keptLayers_)});
+  if (!notice_.isEmpty()) lines << notice_;
+  return lines.join('\n');
+}
+
+QStringList ResultPanel::resultLines(const convert::ConversionResult& result) const {
+  const std::string drawing = fromQt(pathText(result.dxfFile));
+  const std::string script = fromQt(pathText(result.scriptFile));
   QStringList lines;
   lines << context_.text(3140, {std::to_string(convert::entityCount(result)), drawing,
                                 std::to_string(result.fileLinesRead)})
@@ -106,7 +170,7 @@ QString ResultPanel::resultText(const convert::ConversionResult& result) const {
   if (result.outcome == convert::Outcome::Cancelled) lines << context_.text(3146);
   if (result.rangeWarning) lines << context_.text(3147);
   if (!command_.isEmpty()) lines << context_.text(3143, {fromQt(command_)});
-  return lines.join('\n');
+  return lines;
 }
 
 }  // namespace quillon::ui

@@ -3,35 +3,51 @@
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
+#include <optional>
+#include <string>
 
 #include "convert/driver.h"
 #include "ui/windows/app_context.h"
 
 namespace quillon::ui {
 
-/// Says at once what came out of a conversion, and what to do with it.
+/// Says at once what came out of a conversion and what to do with it, and what of the last drawing
+/// holds for the next one. Hides itself when there is nothing to say.
 class ResultPanel : public QFrame {
  public:
   explicit ResultPanel(AppContext& context, QWidget* parent = nullptr);
 
   void loadResources();
-  /// Shows what came out; hides itself when nothing did.
+  /// Shows what came out, if anything did.
   void showResult(const convert::ConversionResult& result);
   /// Shows a text below what came out last, in the place of an earlier one.
   void showNotice(const QString& notice);
+  /// The result was that of another drawing.
+  void forgetResult();
+  /// Names the layer file that was chosen for the last drawing and is still in use; "" for none.
+  void nameKeptLayers(const QString& path);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void openFolder();
-  void showText(const QString& text);
-  QString resultText(const convert::ConversionResult& result) const;
+  void refresh();
+  /// Shows the text with its paths elided to the room that it has.
+  void showText();
+  QString elided(const QString& line) const;
+  QString text() const;
+  QStringList resultLines(const convert::ConversionResult& result) const;
 
   AppContext& context_;
   QLabel* text_;
   QPushButton* openFolder_;
   QPushButton* copyCommand_;
+  std::optional<convert::ConversionResult> result_;
+  QString keptLayers_;
   QString folder_;
   QString command_;
-  QString shownResult_;  ///< "" as long as there is none
+  QString notice_;  ///< below the result; "" for none
 };
 
 }  // namespace quillon::ui

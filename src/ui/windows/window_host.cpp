@@ -54,7 +54,9 @@ std::string WindowHost::chooseDxfFile(const convert::FileQuestion& question) {
   dialog.Filter1Suffix = toQt(question.filterPattern);
   dialog.Flags = kOpenFlags;
   dialog.InitDir = toQt(context_.store.GetDirectory(question.startPath));
-  return fromQt(dialog.ShowOpen(owner()));
+  const QString path = dialog.ShowOpen(owner());
+  if (!path.isEmpty() && onDrawingChosen) onDrawingChosen(path);
+  return fromQt(path);
 }
 
 void WindowHost::showReport(std::string_view report) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 
 #include "convert/host.h"
 #include "ui/windows/app_context.h"
@@ -25,6 +26,8 @@ class WindowHost : public convert::ConversionHost {
   bool goOnPastLimit(const convert::Message& limit) override;
   std::string chooseDxfFile(const convert::FileQuestion& question) override;
   void showReport(std::string_view report) override;
+
+  std::function<void(const QString&)> onDrawingChosen;  ///< called by chooseDxfFile
 
  private:
   QWidget* owner() const;

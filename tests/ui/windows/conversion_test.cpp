@@ -35,7 +35,7 @@ class ConversionTest : public WindowTest {
     dxf.entity("INSERT", {{8, "0"}, {2, "L0"}});
     window.setDrawing(toQt(folder.write("endless.dxf", dxf.text())));
   }
-  QString resultText() { return find<QLabel>(window, "labResult").text(); }
+  QString resultText() { return wholeText(find<QLabel>(window, "labResult")); }
 
   MainWindow window{context};
 };

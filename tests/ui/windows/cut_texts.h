@@ -10,6 +10,8 @@
 #include <QStyleOptionGroupBox>
 #include <QTextDocument>
 
+#include "ui/windows/path_label.h"
+
 namespace quillon::ui {
 
 /// The room for the text of a list that is closed.
@@ -36,6 +38,9 @@ inline bool showsItsText(const QWidget& control) {
       document.setDefaultFont(label->font());
       document.setHtml(label->text());
       return document.idealWidth() - 2 * document.documentMargin() <= room.width();
+    }
+    if (dynamic_cast<const PathLabel*>(label) != nullptr && label->toolTip() == label->text()) {
+      return label->fontMetrics().height() <= room.height();
     }
     if (!label->wordWrap()) {
       const QSize size = textSize(*label, label->text());

@@ -205,13 +205,14 @@ TEST_F(WindowTest, TextsThatAreCutAreFound) {
   squeeze("labPoly", {30, 40});
   squeeze("cboUnit", {40, 40});
   squeeze("frmOpt", {40, 40});
-  auto& result = find<QLabel>(window, "labLayerDatei");
-  result.setText(QString("word ").repeated(100));
-  squeeze("labLayerDatei", {80, 20});
+  auto& hint = find<QLabel>(window, "labViewDesc");
+  hint.setWordWrap(true);
+  hint.setText(QString("word ").repeated(100));
+  squeeze("labViewDesc", {80, 20});
   QTest::qWait(20);
   const QString cut = cutTexts(window).join(", ");
   for (const char* const name :
-       {"befStart", "chkDotLines", "labPoly", "cboUnit", "frmOpt", "labLayerDatei"}) {
+       {"befStart", "chkDotLines", "labPoly", "cboUnit", "frmOpt", "labViewDesc"}) {
     EXPECT_TRUE(cut.contains(name)) << name << " in " << fromQt(cut);
   }
 }

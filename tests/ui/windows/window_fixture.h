@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
@@ -17,6 +18,7 @@
 #include "support/temp_folder.h"
 #include "ui/windows/main_window.h"
 #include "ui/windows/qt_texts.h"
+#include "ui/windows/screen_fit.h"
 #include "ui/windows/window_fault_view.h"
 
 namespace quillon::ui {
@@ -26,6 +28,7 @@ class WindowTest : public ::testing::Test {
  protected:
   WindowTest() {
     QCoreApplication::installTranslator(&qtTexts);
+    qApp->installEventFilter(&screenFit);
     context.faults = &faults;
   }
 
@@ -39,6 +42,10 @@ class WindowTest : public ::testing::Test {
     QTest::mouseClick(&find<QAbstractButton>(window, name), Qt::LeftButton);
   }
 
+  /// The text of a label that may be elided.
+  static QString wholeText(const QLabel& label) {
+    return label.toolTip().isEmpty() ? label.text() : label.toolTip();
+  }
   /// Chooses an entry of a list with the mouse, once its window shows.
   static void choose(QComboBox& list, int index) {
     QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
@@ -98,6 +105,7 @@ class WindowTest : public ::testing::Test {
   testing::TempFolder folder;
   AppContext context{settings::SettingsStore(folder.path() / "program"), {}, resources::kEnglish};
   QtTexts qtTexts{context};
+  ScreenFit screenFit;
   errors::ProgramIdentity program = errors::thisProgram("quillon", folder.path() / "program");
   WindowFaultView view{context, program};
   errors::FaultScribe faults{program, context.LanguageOffset, view};
