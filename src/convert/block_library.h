@@ -43,7 +43,8 @@ class BlockLibrary : public rules::BlockParts {
  private:
   using Key = std::tuple<std::string_view, double, double, double>;
 
-  const std::string* findPart(std::string_view blockName, const geometry::Placement& placement) const;
+  const std::string* findPart(std::string_view blockName,
+                              const geometry::Placement& placement) const;
   const std::string& addRow(std::string_view blockName, const geometry::Placement& placement);
   void writePart(std::size_t blockIndex, const std::string& partName,
                  const geometry::Placement& placement);

@@ -427,7 +427,7 @@ class Conversion {
   fs::path scriptPath_;
   std::unique_ptr<OutputFile> output_;
   rules::LimitKind limit_ = rules::LimitKind::Lines;  ///< the one that was reached
-  bool limitReached_ = false;                       ///< and ended the conversion
+  bool limitReached_ = false;                         ///< and ended the conversion
   LayerTable layerTable_;
   ScriptFrame frame_;
   std::unique_ptr<dxf::TextSource> text_;

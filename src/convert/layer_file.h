@@ -53,8 +53,8 @@ bool fitsLayerFile(const std::string& name);
 
 /// Replaces the assignments in a file by those of the rows that are saved, in their order; sections
 /// whose name is no number are kept. The file is complete or as it was. Characters that
-/// Windows-1252 lacks become "?". Throws ReadError, NotALayerFile, or WriteError, also for a file in
-/// a folder that does not exist.
+/// Windows-1252 lacks become "?". Throws ReadError, NotALayerFile, or WriteError, also for a file
+/// in a folder that does not exist.
 void saveLayerRows(const std::string& path, const std::vector<LayerRow>& rows);
 
 }  // namespace quillon::convert

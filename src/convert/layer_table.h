@@ -64,8 +64,9 @@ class LayerAssignment : public rules::LayerNumbers {
   /// The EAGLE layer of a DXF layer as text; the default layer for one that is not assigned.
   std::string_view lookupLayer(std::string_view dxfLayerName) const;
 
-  /// The leading number of that text, rounded half to even; 999 when it is not written. Throws RunTimeError (BadLayerNumber)
-  /// when it does not fit in 16 bits, and NoStandardLayer when the default layer has no number.
+  /// The leading number of that text, rounded half to even; 999 when it is not written. Throws
+  /// RunTimeError (BadLayerNumber) when it does not fit in 16 bits, and NoStandardLayer when the
+  /// default layer has no number.
   int layerNumber(const dxf::LayerUse& layer) override;
 
  private:

@@ -101,7 +101,8 @@ std::vector<Message> Messages::layerWarnings(std::string_view path,
   for (const LayerRow& row : rows) {
     const std::string name = quotable(row.name);
     if (isForeignLayer(row)) foreign.push_back(name + " (" + quotable(row.text) + ")");
-    if (isCutLayer(row.text)) cut.push_back(name + " (\"" + quotable(row.text) + "\": " + row.layer + ")");
+    if (isCutLayer(row.text))
+      cut.push_back(name + " (\"" + quotable(row.text) + "\": " + row.layer + ")");
   }
   std::vector<Message> warnings;
   if (!cut.empty()) warnings.push_back(warning(texts_(3095, {quotable(path), shortList(cut)})));

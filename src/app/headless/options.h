@@ -21,7 +21,7 @@ struct Options {
   int languageOffset = 0;
   unsigned jobs = 1;
   rules::WorkLimits limits = convert::kUsualLimits;  ///< of each conversion
-  dxf::InputLimits input = convert::kUsualInput;    ///< of each drawing
+  dxf::InputLimits input = convert::kUsualInput;     ///< of each drawing
   bool keepPartial = false;  ///< keeps the script of a conversion that a limit ends
   bool newer = false;        ///< drawings older than their scripts are left out
   bool quiet = false;
