@@ -164,18 +164,22 @@ TEST_F(EnterKeyTest, PressedTwiceOnStartDoesNotCancelTheConversion) {
   window.setDrawing(toQt(folder.write("endless.dxf", dxf.text())));
   window.show();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  tabTo(find<QPushButton>(window, "befStart"));
   bool goesOn = false;
-  QTimer::singleShot(100, &timers, [&] {
-    auto& progress = find<ProgressDialog>(window, "frmDxf_msg");
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&progress));
+  QTimer waiting;
+  QObject::connect(&waiting, &QTimer::timeout, &timers, [&] {
+    auto* const active = dynamic_cast<ProgressDialog*>(QApplication::activeWindow());
+    if (active == nullptr || window.isEnabled()) return;  // it is still opening
+    waiting.stop();
+    ProgressDialog& progress = *active;
     press(Qt::Key_Return);
     goesOn = progress.isVisible();
     tabTo(find<QPushButton>(progress, "befAbbruch"));
     press(Qt::Key_Return);
     EXPECT_FALSE(progress.isVisible());
   });
+  waiting.start(50);
   whenAsked(QMessageBox::Ok);
-  tabTo(find<QPushButton>(window, "befStart"));
   press(Qt::Key_Return);
   EXPECT_TRUE(goesOn);
   EXPECT_TRUE(boxText.startsWith("Interrupt by user in line ")) << fromQt(boxText);

@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QTemporaryFile>
+#include <string_view>
 
 #include "app/window/application.h"
 #include "platform.h"
@@ -29,7 +30,8 @@ int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   qputenv("QT_QPA_PLATFORM", quillon::testing::kQtPlatform);
   QTemporaryFile screen;  // as long as the application lives
-  if (qEnvironmentVariableIsSet("QUILLON_SCREEN") && screen.open()) useScreen(screen);
+  const bool offscreen = std::string_view(quillon::testing::kQtPlatform) == "offscreen";
+  if (offscreen && qEnvironmentVariableIsSet("QUILLON_SCREEN") && screen.open()) useScreen(screen);
   if (qEnvironmentVariableIsSet("QUILLON_DISPLAY")) {
     qputenv("QT_QPA_PLATFORM", qgetenv("QUILLON_DISPLAY"));
   }
