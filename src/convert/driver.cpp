@@ -71,6 +71,13 @@ class Conversion {
   }
 
  private:
+  /// Takes the steps down, however the conversion ends.
+  struct StepCount {
+    const emit::CancelPoll& poll;
+    std::uint64_t& steps;
+    ~StepCount() { steps = poll.steps(); }
+  };
+
   void prepare() {
     host_.setProgress(false, 0);
     host_.setProgress(true, 0);
@@ -99,6 +106,7 @@ class Conversion {
     emit::Translator translator(context, *drawing_, layers, rules);
     TargetCommands commands(script, job_, frame_, *drawing_);
     BlockLibrary library(script, commands, translator, *drawing_, job_.targetKind);
+    const StepCount counted{context.cancelled, result_.steps};
     try {
       convertEntities(translator, context.cancelled, commands, library);
     } catch (dxf::RunTimeError& error) {
@@ -165,7 +173,6 @@ class Conversion {
     }
     control_.setStatusText(2839);
     if (job_.blocks == kAllBlocksAsParts) writeRemainingParts(cancelled, library);
-    result_.steps = cancelled.steps();
     if (limitReached_ && !surroundings_.keepPartial) {
       output_.reset();
       throw EndOfRun{};
