@@ -81,6 +81,13 @@ class Conversion {
   }
 
  private:
+  /// Takes the steps down, however the conversion ends.
+  struct StepCount {
+    const rules::CancelPoll& poll;
+    std::uint64_t& steps;
+    ~StepCount() { steps = poll.steps(); }
+  };
+
   void prepare() {
     host_.setProgress(false, 0);
     host_.setProgress(true, 0);
@@ -114,6 +121,7 @@ class Conversion {
     classic::Translator translator(context, *drawing_, layers, placement);
     TargetCommands target(commands, job_, frame_, *drawing_);
     BlockLibrary library(commands, target, translator, *drawing_, job_.targetKind);
+    const StepCount counted{context.cancelled, result_.steps};
     try {
       convertEntities(translator, context.cancelled, target, library);
     } catch (dxf::RunTimeError& error) {
@@ -179,7 +187,6 @@ class Conversion {
     }
     control_.setStatusText(2839);
     if (job_.blocks == kAllBlocksAsParts) writeRemainingParts(cancelled, library);
-    result_.steps = cancelled.steps();
     if (limitReached_ && !surroundings_.keepPartial) {
       output_.reset();
       throw EndOfRun{};

@@ -20,7 +20,7 @@ TEST_F(LossesTest, NamesTheKindsThatItDoesNotRecognise) {
   const testing::ProgramResult result = run({"part.dxf"});
   EXPECT_TRUE(result.error.starts_with(
       "quillon-convert: warning: part.dxf: Not recognised and left out: HATCH 2, IMAGE 1\n"
-      "part.dxf: 1 entities converted\n"));
+      "part.dxf: 1 entities converted from 38 lines\n"));
 }
 
 TEST_F(LossesTest, TellsWhatIsLostEvenWhenItShallBeQuiet) {

@@ -152,6 +152,23 @@ TEST_F(UnattendedTest, RunsWithoutATargetAreRefused) {
   EXPECT_EQ(run({"/x:in\\a.dxf", "/o:s", "/ru"}).exitCode, 0);
 }
 
+TEST_F(UnattendedTest, ADrawingWithoutAnEndStopsAtTheLimitOfSteps) {
+  testing::DxfBuilder dxf;
+  for (int level = 1; level < 60; ++level) {
+    const std::string next = "L" + std::to_string(level + 1);
+    dxf.beginBlock("L" + std::to_string(level));
+    for (int i = 0; i < 2; ++i) dxf.entity("INSERT", {{8, "0"}, {2, next}});
+    dxf.endBlock();
+  }
+  dxf.beginBlock("L60").endBlock().entity("INSERT", {{8, "0"}, {2, "L1"}});
+  write("part.dxf", dxf);
+  expectResult(run({"/x:part.dxf", "/s:out.scr", "/ru"}), 1, "",
+               "quillon: Error: part.dxf: The conversion has reached the limit of 50000000 steps. "
+               "The script is not kept. Please convert the drawing in the window, which asks "
+               "whether to go on.\n");
+  EXPECT_FALSE(folder.has("out.scr"));
+}
+
 TEST_F(UnattendedTest, LayersThatEagleDoesNotHaveAreNamed) {
   write("part.dxf", oneLine());
   folder.write("a.lay", "[1]\nlayername=0\nlayernr=-20\n");
@@ -159,7 +176,9 @@ TEST_F(UnattendedTest, LayersThatEagleDoesNotHaveAreNamed) {
                "quillon: Warning: /l: \"300\" is not an EAGLE layer from 1 to 255. The standard "
                "layer is \"20 Dimension (B)\" instead.\n"
                "quillon: Warning: a.lay: These numbers are not EAGLE layers from 1 to 255 (or "
-               "999). What lies on them is left out: 0 (-20)\n" +
+               "999). What lies on them is left out: 0 (-20)\n"
+               "quillon: Warning: Nothing was converted: all entities of part.dxf were left out. "
+               "Please check the drawing and the layer assignment.\n" +
                    written("out.scr", 7) +
                    "Left out because their layer is assigned to 999 or to no EAGLE layer: 1\n");
   EXPECT_EQ(folder.read("out.scr"), framed(""));

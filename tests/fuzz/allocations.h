@@ -8,5 +8,7 @@ namespace quillon::fuzz {
 void startMeasuring();
 /// Most bytes in use at once since then; 0 where that cannot be measured.
 std::size_t mostBytesInUse();
+/// Bytes of all allocations since then; 0 where that cannot be measured.
+std::size_t bytesAllocated();
 
 }  // namespace quillon::fuzz

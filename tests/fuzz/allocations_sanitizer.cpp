@@ -12,10 +12,12 @@ namespace {
 // The hooks can reach nothing but static variables.
 std::ptrdiff_t inUse = 0;
 std::ptrdiff_t most = 0;
+std::size_t allocated = 0;
 
 void onAllocation(const volatile void*, std::size_t size) {
   inUse += static_cast<std::ptrdiff_t>(size);
   most = std::max(most, inUse);
+  allocated += size;
 }
 
 void onRelease(const volatile void* block) {
@@ -31,8 +33,11 @@ void startMeasuring() {
   static_cast<void>(installed);
   inUse = 0;
   most = 0;
+  allocated = 0;
 }
 
 std::size_t mostBytesInUse() { return static_cast<std::size_t>(most); }
+
+std::size_t bytesAllocated() { return allocated; }
 
 }  // namespace quillon::fuzz

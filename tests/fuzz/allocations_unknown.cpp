@@ -7,4 +7,6 @@ void startMeasuring() {}
 
 std::size_t mostBytesInUse() { return 0; }
 
+std::size_t bytesAllocated() { return 0; }
+
 }  // namespace quillon::fuzz

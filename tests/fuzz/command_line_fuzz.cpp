@@ -4,6 +4,7 @@
 
 #include "convert/command_line.h"
 #include "dxf/encoding.h"
+#include "run_once.h"
 
 namespace {
 
@@ -23,9 +24,7 @@ bool equal(const CommandLine& a, const CommandLine& b) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-  const std::string_view text(reinterpret_cast<const char*>(data), size);
+void quillon::fuzz::runOnce(std::string_view text) {
   const CommandLine line = quillon::convert::parseCommandLine(text);
   if (!equal(line, quillon::convert::parseCommandLine(quillon::dxf::lowerCase(text)))) std::abort();
-  return 0;
 }

@@ -1,12 +1,13 @@
 // A whole conversion, from any bytes with any options: its script holds nothing but the lines that
 // Quillon writes, and costs no more than its input and output.
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "allocations.h"
 #include "conversion_input.h"
 #include "convert/driver.h"
+#include "cost.h"
 #include "memory_file.h"
 #include "parts.h"
 #include "support/script_grammar.h"
@@ -24,9 +25,8 @@ constexpr std::uint64_t kMostPolls = 300;
 constexpr std::uint64_t kMostPollsAfterCancel = 16;
 /// Entities, dashes or pieces of curves between two polls, at most.
 constexpr std::uint64_t kStepsPerPoll = 64;
-/// Memory of any conversion, and for each byte that it reads.
-constexpr std::size_t kFixedBytes = std::size_t{1} << 20;
-constexpr std::size_t kBytesPerByte = 64;
+/// Lines that may follow the last one that a limit allows: those of one entity or part.
+constexpr std::uint64_t kMostLinesAfterLimit = 32;
 
 /// Counts the polls, and cancels at one of them.
 class FuzzHost : public quillon::convert::ConversionHost {
@@ -78,7 +78,6 @@ struct Run {
   std::uint64_t polls = 0;
   std::uint64_t pollsAfterCancel = 0;
   bool cancelled = false;
-  std::size_t memory = 0;
 };
 
 Run convertOnce(const ConversionInput& input, const Files& files) {
@@ -91,19 +90,23 @@ Run convertOnce(const ConversionInput& input, const Files& files) {
       input.german ? quillon::resources::kGerman : quillon::resources::kEnglish;
   surroundings.refuseWithoutSections = input.refuseWithoutSections;
   surroundings.writeStandardOutput = true;
+  surroundings.limits = input.limits;
+  surroundings.keepPartial = input.keepPartial;
   surroundings.now = [] { return quillon::convert::ReportTime{"1", "2"}; };
-  files.script.set({});
-
-  FuzzHost host(input.cancelAtPoll);
   Run run;
-  quillon::fuzz::startMeasuring();
-  run.result = quillon::convert::convertDXF(job, host, surroundings);
-  run.memory = quillon::fuzz::mostBytesInUse();
+  std::optional<FuzzHost> host;
+  quillon::fuzz::requireCost({}, input.drawing.size() + input.layerFile.size() + input.frame.size(),
+                             [&] {
+                               files.script.set({});
+                               host.emplace(input.cancelAtPoll);
+                               run.result = quillon::convert::convertDXF(job, *host, surroundings);
+                               return run.result.steps;
+                             });
   run.script = files.script.get();
-  run.messages = host.messages();
-  run.polls = host.polls();
-  run.pollsAfterCancel = host.pollsAfterCancel();
-  run.cancelled = host.cancelled();
+  run.messages = host->messages();
+  run.polls = host->polls();
+  run.pollsAfterCancel = host->pollsAfterCancel();
+  run.cancelled = host->cancelled();
   return run;
 }
 
@@ -121,9 +124,19 @@ void checkLines(const ConversionInput& input, const Run& run) {
               std::to_string(facts.namedPolygons));
 }
 
-void checkCost(const ConversionInput& input, const Run& run, std::size_t inputBytes) {
-  const std::size_t mostMemory = kFixedBytes + kBytesPerByte * inputBytes;
-  require(run.memory <= mostMemory, "memory of " + std::to_string(run.memory) + " bytes");
+/// A limit ends the work: what is under way is closed, and one entity may be longer than a step.
+void checkLimits(const ConversionInput& input, const Run& run, std::size_t inputBytes) {
+  using quillon::rules::WorkLimits;
+  const auto& [lines, steps] = input.limits;
+  require(steps == WorkLimits::kNone || run.result.steps <= steps + 2 * inputBytes + kStepsPerPoll,
+          "steps within their limit: " + std::to_string(run.result.steps));
+  // The frame's lines are the user's.
+  require(lines == WorkLimits::kNone ||
+              run.result.commandCount <= lines + inputBytes + kMostLinesAfterLimit,
+          "lines within their limit: " + std::to_string(run.result.commandCount));
+}
+
+void checkPolls(const ConversionInput& input, const Run& run, std::size_t inputBytes) {
   require(run.pollsAfterCancel <= kMostPollsAfterCancel, "a cancel ends the conversion");
   // A dash may be too short to be seen, so dashes alone can take time without giving lines. They
   // can be cancelled.
@@ -149,7 +162,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
 
   const Run first = convertOnce(input, files);
   checkLines(input, first);
-  checkCost(input, first, size);
+  checkLimits(input, first, size);
+  checkPolls(input, first, size);
   const Run second = convertOnce(input, files);
   require(second.script == first.script, "the same input gives the same script");
   require(second.result.report == first.result.report, "the same input gives the same report");

@@ -44,6 +44,12 @@ void readChoice(ConversionInput& input, char letter, int digit) {
     case 'c':
       input.cancelAtPoll = std::uint64_t{1} << digit;
       break;
+    case 'l':
+      input.limits.steps = std::uint64_t{1} << 2 * digit;
+      break;
+    case 'm':
+      input.limits.lines = std::uint64_t{1} << 2 * digit;
+      break;
     default:
       break;
   }
@@ -55,6 +61,7 @@ void readSwitch(ConversionInput& input, char letter) {
   input.job.arcToLine = input.job.arcToLine || letter == 'a';
   input.refuseWithoutSections = input.refuseWithoutSections || letter == 'r';
   input.german = input.german || letter == 'g';
+  input.keepPartial = input.keepPartial || letter == 'k';
   if (letter == 'o') input.job.version = 0;
 }
 

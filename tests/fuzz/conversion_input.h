@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "convert/job.h"
+#include "rules/cancel_poll.h"
 
 namespace quillon::fuzz {
 
@@ -14,8 +15,9 @@ namespace quillon::fuzz {
 /// The options are letters, so that they can be read and changed by hand: d, e, a, r and g switch
 /// on dotted lines, ellipses, arcs as lines, the refusal of texts without a section and German; o
 /// takes the older version; u, t, p, b, s, x, y, w and c are followed by a digit that chooses unit,
-/// target, polylines, blocks, scale, offsets, polyline width and the poll that cancels. Other bytes
-/// count for nothing.
+/// target, polylines, blocks, scale, offsets, polyline width and the poll that cancels; l and m
+/// are followed by the power of four that limits steps and lines, and k keeps what a limit ends.
+/// Other bytes count for nothing.
 struct ConversionInput {
   convert::ConversionJob job;  ///< without files
   std::string_view layerFile;
@@ -24,6 +26,8 @@ struct ConversionInput {
   bool refuseWithoutSections = false;
   bool german = false;
   std::uint64_t cancelAtPoll = 0;  ///< from 1; 0: at none
+  rules::WorkLimits limits;
+  bool keepPartial = false;
 };
 
 ConversionInput readConversionInput(std::string_view data);

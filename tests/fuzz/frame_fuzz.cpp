@@ -7,6 +7,7 @@
 
 #include "convert/script_frame.h"
 #include "parts.h"
+#include "run_once.h"
 
 namespace {
 
@@ -20,8 +21,7 @@ bool contains(std::string_view line, std::string_view wanted) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-  const std::string_view text(reinterpret_cast<const char*>(data), size);
+void quillon::fuzz::runOnce(std::string_view text) {
   const quillon::convert::ScriptFrame frame = quillon::convert::parseFrame(text);
   for (const auto* const block : {&frame.startBlock, &frame.endBlock}) {
     std::size_t bytes = 0;
@@ -34,9 +34,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
       from = at + line.size();
       bytes += line.size();
     }
-    require(bytes <= size && block->size() <= size + 1, "a block is no larger than its file");
+    require(bytes <= text.size() && block->size() <= text.size() + 1,
+            "a block is no larger than its file");
   }
   require(frame.startBlock.empty() || contains(text, "[start]"), "a start block has its mark");
   require(frame.endBlock.empty() || contains(text, "[end]"), "an end block has its mark");
-  return 0;
 }

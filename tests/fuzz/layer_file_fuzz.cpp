@@ -12,6 +12,7 @@
 #include "dxf/number_text.h"
 #include "memory_folder.h"
 #include "parts.h"
+#include "run_once.h"
 
 namespace {
 
@@ -34,9 +35,11 @@ bool isPlain(const std::string& name) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+using quillon::convert::readFile;
+
+void quillon::fuzz::runOnce(std::string_view data) {
   static const quillon::fuzz::MemoryFolder folder;
-  const std::string path = folder.write("a.lay", {reinterpret_cast<const char*>(data), size});
+  const std::string path = folder.write("a.lay", data);
   const std::vector<LayerRow> rows = quillon::convert::readLayerRows(path);
   std::size_t bytes = 0;
   for (const LayerRow& row : rows) {
@@ -46,9 +49,15 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
             "a layer is a plain number");
     require(quillon::convert::fitsLayerFile(row.name), "what was read can be written");
   }
-  require(bytes <= 3 * size && rows.size() <= size, "the rows are no more than the file");
+  require(bytes <= 3 * data.size() && rows.size() <= data.size(),
+          "the rows are no more than the file");
 
-  quillon::convert::saveLayerRows(path, rows);
+  try {
+    quillon::convert::saveLayerRows(path, rows);
+  } catch (const quillon::convert::NotALayerFile&) {
+    require(readFile(path) == data, "a file of another kind stays as it was");
+    return;
+  }
   const std::vector<LayerRow> expected = savedRows(rows);
   const std::vector<LayerRow> again = quillon::convert::readLayerRows(path);
   require(again.size() == expected.size(), "all saved rows are read again");
@@ -63,5 +72,4 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     require(table.find(quillon::dxf::upperCase(row.name, quillon::dxf::Encoding::Utf8)) != nullptr,
             "every layer is found");
   }
-  return 0;
 }

@@ -63,6 +63,7 @@ def main():
         add("conversion_fuzz", drawing.stem, conversion(folder, drawing))
         add("conversion_fuzz", drawing.stem + "-dotted", conversion(folder, drawing, b"dea"))
         add("conversion_fuzz", drawing.stem + "-parts", conversion(folder, drawing, b"b2t1c4"))
+        add("conversion_fuzz", drawing.stem + "-limits", conversion(folder, drawing, b"del3m2k"))
     for layers in sorted(folder.glob("*.lay")):
         add("layer_file_fuzz", layers.stem, layers.read_bytes())
     for frame in sorted(folder.glob("*.cfh")):
@@ -71,7 +72,7 @@ def main():
         words = shlex.split(args.read_text(encoding="utf-8")) + ["x.dxf"]
         add("options_fuzz", args.stem, "\0".join(words).encode())
     add("options_fuzz", "all", b"\0".join(
-        b"--force --jobs 2 --json --quiet --newer --max-lines 9 --report r -o out a.dxf b".split()))
+        b"--force --jobs 2 --json --quiet --newer --max-lines 9 --max-steps 9 --max-input 9K --keep-partial --report r -o out a.dxf b".split()))
     for name, line in {"one": b"/x:a.dxf /s:a.scr /b:a /u:mm /w:o /ru",
                        "all": b"/x:\\d\\*.dxf /d:a.lay /o:s /l:16 Bottom (B) /v:4 /f:2.5 /p:1 /k:2 "
                               b"/t:t /e:t /a:t /r:f /rx"}.items():

@@ -15,6 +15,7 @@
 #include "app/headless/plan.h"
 #include "dxf/number_text.h"
 #include "parts.h"
+#include "run_once.h"
 
 namespace {
 
@@ -57,6 +58,9 @@ void check(const Options& options) {
     }
   }
   require(options.jobs >= 1 && options.jobs <= 256, "1 to 256 conversions run at once");
+  require(options.limits.lines > 0 && options.limits.steps > 0 && options.input.file > 0 &&
+              options.input.pipe > 0,
+          "limits leave room");
   const quillon::convert::ConversionJob& job = options.job;
   require(std::isfinite(job.scale) && job.scale != 0.0, "the scale is a number other than 0");
   require(std::isfinite(job.offsetX) && std::isfinite(job.offsetY) && std::isfinite(job.polyWidth),
@@ -68,8 +72,7 @@ void check(const Options& options) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size) {
-  std::string_view data(reinterpret_cast<const char*>(bytes), size);
+void quillon::fuzz::runOnce(std::string_view data) {
   std::vector<std::string> words;
   while (!data.empty()) words.emplace_back(quillon::fuzz::takePart(data));
   std::optional<int> exitCode;
@@ -83,5 +86,4 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
   } else {
     check(options);
   }
-  return 0;
 }

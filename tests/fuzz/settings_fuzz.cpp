@@ -9,6 +9,7 @@
 #include "convert/paths.h"
 #include "memory_folder.h"
 #include "parts.h"
+#include "run_once.h"
 #include "ui/settings/profile_text.h"
 #include "ui/settings/settings.h"
 
@@ -34,9 +35,8 @@ void checkRanges(const Settings& settings, const quillon::resources::Texts& text
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size) {
+void quillon::fuzz::runOnce(std::string_view data) {
   static const quillon::fuzz::MemoryFolder folder;
-  std::string_view data(reinterpret_cast<const char*>(bytes), size);
   const auto line = quillon::convert::parseCommandLine(quillon::fuzz::takePart(data));
   const std::string path = folder.write("larkspur.ini", data);
   const quillon::settings::SettingsStore store(folder.path());
@@ -64,5 +64,4 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
               again.report == settings.report && again.layer == settings.layer &&
               again.unit == settings.unit && again.version == settings.version,
           "choices are read as they were saved");
-  return 0;
 }

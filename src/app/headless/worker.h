@@ -6,8 +6,7 @@
 
 namespace quillon::headless {
 
-/// A thread with a stack as large as the main thread's, on which no less may be converted than
-/// there.
+/// A thread with a stack as large as the main thread's, so that it can convert what that one can.
 class Worker {
  public:
   /// Begins the work, which must not throw. Throws std::system_error when the system has no thread

@@ -179,7 +179,8 @@ TEST_F(MainWindowFilesTest, TheResultFollowsTheLanguage) {
   const std::string english = result();
   EXPECT_TRUE(english.starts_with("Entities converted: 1 ")) << english;
   chooseLanguage(1);
-  EXPECT_TRUE(result().starts_with("Konvertierte Elemente: 1 (aus " + folder.file("a.dxf") + ")\n"))
+  EXPECT_TRUE(result().starts_with("Konvertierte Elemente: 1 (aus 30 Zeilen von " +
+                                   folder.file("a.dxf") + ")\n"))
       << result();
   chooseLanguage(0);
   EXPECT_EQ(result(), english);

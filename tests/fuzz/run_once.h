@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace quillon::fuzz {
+
+/// One run of a fuzzer, with any bytes.
+void runOnce(std::string_view data);
+
+}  // namespace quillon::fuzz
