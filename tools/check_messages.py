@@ -19,7 +19,7 @@ STRINGS = ROOT / "src/ui/resources/strings.def"
 MESSAGES = ((2802, 2817), (2834, 2839), (2930, 2933), (3000, 3129), (3140, 3150), (3154, 3154),
             (3160, 3199), (3200, 3259), (3508, 3512), (4000, 4099))
 # Where to look: the tests of the engine, of the windows and of the programs.
-TESTS = ("app", "convert", "dxf", "emit", "errors", "ui")
+TESTS = ("app", "classic", "convert", "dxf", "eagle", "errors", "ui")
 # What only compares the string table, the wording of messages, or messages made up by the test.
 COPIES = {
     "app/headless_host_test.cpp",

@@ -11,7 +11,8 @@ engine=$build/engine.info
 
 lcov --quiet --capture --directory "$build" --base-directory "$root" --no-external \
   --output-file "$all"
-lcov --quiet --output-file "$engine" --extract "$all" "$root/src/dxf/*" "$root/src/emit/*" \
+lcov --quiet --output-file "$engine" --extract "$all" "$root/src/dxf/*" "$root/src/base/*" \
+  "$root/src/geometry/*" "$root/src/eagle/*" "$root/src/rules/*" "$root/src/classic/*" \
   "$root/src/convert/*" "$root/src/errors/*" "$root/src/ui/resources/*" "$root/src/ui/settings/*"
 rm -rf "$build/report"
 genhtml --quiet --prefix "$root" --title Quillon --output-directory "$build/report" "$engine"

@@ -152,23 +152,6 @@ TEST_F(UnattendedTest, RunsWithoutATargetAreRefused) {
   EXPECT_EQ(run({"/x:in\\a.dxf", "/o:s", "/ru"}).exitCode, 0);
 }
 
-TEST_F(UnattendedTest, ADrawingWithoutAnEndStopsAtTheLimitOfSteps) {
-  testing::DxfBuilder dxf;
-  for (int level = 1; level < 60; ++level) {
-    const std::string next = "L" + std::to_string(level + 1);
-    dxf.beginBlock("L" + std::to_string(level));
-    for (int i = 0; i < 2; ++i) dxf.entity("INSERT", {{8, "0"}, {2, next}});
-    dxf.endBlock();
-  }
-  dxf.beginBlock("L60").endBlock().entity("INSERT", {{8, "0"}, {2, "L1"}});
-  write("part.dxf", dxf);
-  expectResult(run({"/x:part.dxf", "/s:out.scr", "/ru"}), 1, "",
-               "quillon: Error: part.dxf: The conversion has reached the limit of 50000000 steps. "
-               "The script is not kept. Please convert the drawing in the window, which asks "
-               "whether to go on.\n");
-  EXPECT_FALSE(folder.has("out.scr"));
-}
-
 TEST_F(UnattendedTest, LayersThatEagleDoesNotHaveAreNamed) {
   write("part.dxf", oneLine());
   folder.write("a.lay", "[1]\nlayername=0\nlayernr=-20\n");
