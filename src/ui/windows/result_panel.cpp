@@ -4,7 +4,9 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <QStyle>
 #include <QVBoxLayout>
+#include <cstdlib>
 
 #include "convert/messages.h"
 #include "convert/summary.h"
@@ -17,6 +19,7 @@ namespace {
 
 constexpr std::string_view kModule = "fraResult";
 constexpr int kLeastCharacters = 32;  ///< of a line, and of a path in it
+constexpr int kGap = 16;              ///< that a scroll bar may have beside it
 
 /// A path without what would break its line.
 QString pathText(const std::string& path) {
@@ -108,9 +111,18 @@ void ResultPanel::refresh() {
   setVisible(result_.has_value() || !keptLayers_.isEmpty() || !notice_.isEmpty());
   // The window asks at once how high the text is; a pending layout would answer for the old one.
   layout()->activate();
-  showText();
+  fitTo(text_->contentsRect().width());
   layout()->activate();
   updateGeometry();
+}
+
+/// A scroll bar that comes or goes must not change the lines: their height would let it go or come
+/// again, without an end.
+int ResultPanel::slack() const { return style()->pixelMetric(QStyle::PM_ScrollBarExtent) + kGap; }
+
+void ResultPanel::fitTo(int room) {
+  room_ = room;
+  showText();
 }
 
 void ResultPanel::showText() {
@@ -127,7 +139,7 @@ void ResultPanel::showText() {
 
 QString ResultPanel::elided(const QString& line) const {
   const QFontMetrics metrics = text_->fontMetrics();
-  const int room = text_->contentsRect().width();
+  const int room = room_ - slack();
   if (metrics.horizontalAdvance(line) <= room) return line;
   QStringList paths{keptLayers_};
   if (result_) paths << command_ << pathText(result_->dxfFile) << pathText(result_->scriptFile);
@@ -141,8 +153,11 @@ QString ResultPanel::elided(const QString& line) const {
 }
 
 bool ResultPanel::eventFilter(QObject* watched, QEvent* event) {
-  const bool resized = event->type() == QEvent::Resize || event->type() == QEvent::Show;
-  if (watched == text_ && resized) showText();
+  if (watched == text_) {
+    const int room = text_->contentsRect().width();
+    const bool resized = event->type() == QEvent::Resize && std::abs(room - room_) > slack();
+    if (resized || event->type() == QEvent::Show) fitTo(room);
+  }
   return QFrame::eventFilter(watched, event);
 }
 

@@ -33,8 +33,10 @@ class ResultPanel : public QFrame {
  private:
   void openFolder();
   void refresh();
-  /// Shows the text with its paths elided to the room that it has.
+  /// Shows the text with its paths elided to a width in pixels.
+  void fitTo(int room);
   void showText();
+  int slack() const;
   QString elided(const QString& line) const;
   QString text() const;
   QStringList resultLines(const convert::ConversionResult& result) const;
@@ -45,6 +47,7 @@ class ResultPanel : public QFrame {
   QPushButton* copyCommand_;
   std::optional<convert::ConversionResult> result_;
   QString keptLayers_;
+  int room_ = 0;  ///< width that the text was elided to
   QString folder_;
   QString command_;
   QString notice_;  ///< below the result; "" for none

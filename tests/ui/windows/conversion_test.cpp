@@ -367,5 +367,18 @@ TEST_F(ConversionTest, AMissingDrawingOpensTheFileDialog) {
   EXPECT_EQ(boxText, "Can't find the specified\n" + path("none.dxf") + "\nDXF file!");
 }
 
+TEST_F(ConversionTest, TheResultComesToRestWhateverTheLengthOfItsPaths) {
+  for (std::size_t length = 1; length <= 60; ++length) {
+    MainWindow shown(context);
+    shown.LoadSettings();
+    find<QCheckBox>(shown, "chkReport").setChecked(false);
+    shown.setDrawing(toQt(writeDrawing(std::string(length, 'a') + ".dxf")));
+    shown.befStart_Click();
+    shown.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&shown));
+    EXPECT_TRUE(find<QLabel>(shown, "labResult").isVisible()) << length;
+  }
+}
+
 }  // namespace
 }  // namespace quillon::ui
