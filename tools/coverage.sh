@@ -9,7 +9,8 @@ least=95
 all=$build/all.info
 engine=$build/engine.info
 
-lcov --quiet --capture --directory "$build" --base-directory "$root" --no-external \
+# Names of sources may be relative to the folder of the build, where ccache has a base directory.
+lcov --quiet --capture --directory "$build" --base-directory "$(readlink -f "$build")" \
   --output-file "$all"
 lcov --quiet --output-file "$engine" --extract "$all" "$root/src/dxf/*" "$root/src/base/*" \
   "$root/src/geometry/*" "$root/src/eagle/*" "$root/src/rules/*" "$root/src/classic/*" \
