@@ -40,7 +40,7 @@ QSize frameSize(const QWidget& window) {
 }
 
 /// A paragraph whose words fit in a line, and which has few lines.
-QString elidedParagraph(QString text, const QFontMetrics& metrics) {
+QString elidedParagraph(const QString& text, const QFontMetrics& metrics) {
   static const QRegularExpression word("\\S+");
   QString shown;
   qsizetype end = 0;
