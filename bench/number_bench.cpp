@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "base/number_text.h"
 #include "dice.h"
-#include "dxf/number_text.h"
 #include "eagle/number_format.h"
 
 namespace quillon::bench {
@@ -54,7 +54,7 @@ std::vector<std::string> makeTexts(std::int64_t digits) {
   return texts;
 }
 
-double readOwn(const std::string& text) { return dxf::numberValue(text); }
+double readOwn(const std::string& text) { return base::numberValue(text); }
 double readFromChars(const std::string& text) {
   double value = 0.0;
   std::from_chars(text.data(), text.data() + text.size(), value);

@@ -21,15 +21,15 @@ namespace {
 
 constexpr std::size_t kDrawingSize = std::size_t{16} << 20;
 
-class SilentMonitor : public dxf::RunMonitor {
+class SilentMonitor : public base::RunMonitor {
  public:
-  void setStatus(dxf::ReadPhase, std::uint64_t) override {}
+  void setStatus(base::ReadPhase, std::uint64_t) override {}
   void setProgress(bool, std::uint64_t, std::uint64_t) override {}
   bool cancelRequested() override { return false; }
   void waitForUser() override {}
 };
 
-class CountingSink : public eagle::ScriptSink {
+class CountingSink : public base::ByteSink {
  public:
   void write(std::string_view block) override { size += block.size(); }
   std::size_t size = 0;

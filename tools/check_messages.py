@@ -14,23 +14,24 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-STRINGS = ROOT / "src/ui/resources/strings.def"
+STRINGS = ROOT / "src/texts/strings.def"
 # First and last ids of the texts that tell a user that something has happened.
 MESSAGES = ((2802, 2817), (2834, 2839), (2930, 2933), (3000, 3129), (3140, 3150), (3154, 3154),
             (3160, 3199), (3200, 3259), (3508, 3512), (4000, 4099))
 # Where to look: the tests of the engine, of the windows and of the programs.
-TESTS = ("app", "classic", "convert", "dxf", "eagle", "errors", "ui")
+TESTS = ("app", "classic", "convert", "dxf", "eagle", "errors", "files", "settings",
+         "texts", "windows")
 # What only compares the string table, the wording of messages, or messages made up by the test.
 COPIES = {
     "app/headless_host_test.cpp",
     "app/json_output_test.cpp",
     "app/unattended_host_test.cpp",
     "convert/messages_test.cpp",
-    "ui/expect_texts.h",
-    "ui/layer_lists_test.cpp",
-    "ui/string_table_test.cpp",
-    "ui/tool_tip_test.cpp",
-    "ui/window_texts_test.cpp",
+    "texts/expect_texts.h",
+    "texts/layer_lists_test.cpp",
+    "texts/string_table_test.cpp",
+    "texts/tool_tip_test.cpp",
+    "texts/window_texts_test.cpp",
 }
 LITERAL = r'"((?:[^"\\]|\\.)*)"'
 

@@ -2,10 +2,10 @@
 
 #include "app/console/terminal.h"
 #include "app/window/main.h"
-#include "convert/program_folder.h"
+#include "files/program_folder.h"
 
 int main(int argc, char** argv) {
   std::setlocale(LC_TIME, "");  // dates of the report; numbers never follow the locale
   quillon::console::prepareStreams();
-  return quillon::window::Main(argc, argv, quillon::convert::programFolder());
+  return quillon::window::Main(argc, argv, quillon::files::programFolder());
 }

@@ -2,11 +2,11 @@
 
 #include "app/console/terminal.h"
 #include "app/unattended/main.h"
-#include "convert/program_folder.h"
+#include "files/program_folder.h"
 
 int main(int argc, char** argv) {
   std::setlocale(LC_TIME, "");  // dates of the report; numbers never follow the locale
   quillon::console::prepareStreams();
   return quillon::unattended::Main(quillon::console::processArguments(argc, argv),
-                                   quillon::convert::programFolder());
+                                   quillon::files::programFolder());
 }

@@ -2,10 +2,10 @@
 #include <cmath>
 #include <utility>
 
+#include "base/run_time_error.h"
 #include "classic/curves.h"
 #include "classic/lines.h"
 #include "classic/near.h"
-#include "dxf/run_time_error.h"
 #include "geometry/angles.h"
 #include "geometry/trigonometry.h"
 
@@ -47,7 +47,7 @@ void walkArc(Context& context, const DashedCircle& circle, double startAngle, do
     }
     const double dash = item * context.settings.ltScale;
     const double step = std::fabs(dash) * kDegreesPerRadian / circle.r;
-    if (!std::isfinite(step)) throw dxf::RunTimeError(dxf::Fault::BadDashLength, {});
+    if (!std::isfinite(step)) throw base::RunTimeError(base::Fault::BadDashLength, {});
     const double next = std::min(current + step, endAngle);
     if (dash > 0.0) {
       writeArc(context, circle.cx, circle.cy, circle.r, current, next, circle.layer);

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "dxf/encoding.h"
-#include "dxf/number_text.h"
+#include "base/encoding.h"
+#include "base/number_text.h"
 
 namespace quillon::classic {
 namespace {
@@ -15,7 +15,7 @@ bool takeDash(std::string_view& list, double& dash) {
     const std::string_view item = list.substr(0, stop);
     list.remove_prefix(stop == std::string_view::npos ? list.size() : stop + 1);
     if (item.empty()) continue;
-    dash = dxf::numberValue(item);
+    dash = base::numberValue(item);
     return true;
   }
   return false;
@@ -44,11 +44,11 @@ const DashPattern* DashPatterns::find(std::string_view lineType) {
 const DashPattern* DashPatterns::load(std::string_view lineType) {
   constexpr std::size_t kTotalLength = 2;
   constexpr std::size_t kDashList = 3;
-  const std::string name = dxf::upperCase(lineType, drawing_.encoding);
+  const std::string name = base::upperCase(lineType, drawing_.encoding);
   dxf::LineTypeRec* const record = drawing_.findLineType(name);
   if (record == nullptr) return nullptr;
   record->used = true;
-  if (dxf::numberValue(record->values[kTotalLength]) == 0.0) return nullptr;
+  if (base::numberValue(record->values[kTotalLength]) == 0.0) return nullptr;
   return &patterns_.emplace_back(record->values[kDashList]);
 }
 

@@ -7,8 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/text_hash.h"
 #include "dxf/drawing.h"
-#include "dxf/text_hash.h"
 
 namespace quillon::classic {
 
@@ -46,7 +46,7 @@ class DashPatterns {
   const DashPattern* load(std::string_view lineType);
 
   dxf::Drawing& drawing_;
-  std::unordered_map<std::string_view, const DashPattern*, dxf::TextHash> known_;
+  std::unordered_map<std::string_view, const DashPattern*, base::TextHash> known_;
   /// What was asked for last: most drawings use one line type many times in a row.
   std::string_view lastName_;
   const DashPattern* last_ = nullptr;

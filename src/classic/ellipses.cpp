@@ -1,9 +1,9 @@
 #include <cmath>
 #include <cstdint>
 
+#include "base/run_time_error.h"
 #include "classic/curves.h"
 #include "classic/lines.h"
-#include "dxf/run_time_error.h"
 #include "geometry/trigonometry.h"
 
 namespace quillon::classic {
@@ -56,7 +56,7 @@ void writeEllipse(Context& context, const EllipseArc& ellipse, int segments, int
                   const DashPattern* dashes) {
   if (layer == kNotConverted) return;
   if (!std::isfinite(ellipse.startParam) || !std::isfinite(ellipse.endParam)) {
-    throw dxf::RunTimeError(dxf::Fault::BadNumber, {});
+    throw base::RunTimeError(base::Fault::BadNumber, {});
   }
   constexpr double kParameterTolerance = 1e-9;
   const AxisForm axes(ellipse);

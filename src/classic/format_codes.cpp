@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "dxf/text_hash.h"
+#include "base/text_hash.h"
 
 namespace quillon::classic {
 namespace {
@@ -40,7 +40,7 @@ std::string stripSimpleCodes(std::string_view text) {
 /// a place that is secret.
 class PieceHashes {
  public:
-  PieceHashes() : base_(dxf::processHashKey().low % (kPrime - 256) + 256) {}
+  PieceHashes() : base_(base::processHashKey().low % (kPrime - 256) + 256) {}
 
   void append(std::string_view text) {
     for (const char c : text) {

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 
 namespace quillon::classic {
 namespace {
@@ -52,7 +52,7 @@ class DashedLine {
     const bool drawn = dash > 0.0;
     double step = std::fabs(dash);
     if (drawn && step + travelled_ > length_) step = length_ - travelled_;
-    if (!std::isfinite(step)) throw dxf::RunTimeError(dxf::Fault::BadDashLength, {});
+    if (!std::isfinite(step)) throw base::RunTimeError(base::Fault::BadDashLength, {});
     travelled_ += step;
     const double t = step / length_;
     endX_ = x_ + t * dx_;
@@ -96,7 +96,7 @@ void writeLine(Context& context, double& x1, double& y1, double x2, double y2, i
   if (layer == kNotConverted) return;
   if (dashes != nullptr) {
     DashedLine line(context, x1, y1, x2, y2, layer, width);
-    if (!std::isfinite(line.length())) throw dxf::RunTimeError(dxf::Fault::BadDashLength, {});
+    if (!std::isfinite(line.length())) throw base::RunTimeError(base::Fault::BadDashLength, {});
     if (line.length() != 0.0) {
       line.write(*dashes);
       return;

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <utility>
 
-#include "dxf/number_text.h"
+#include "base/number_text.h"
 
 namespace quillon::classic {
 
@@ -13,7 +13,8 @@ using geometry::Point;
 
 bool isNegativeText(std::string_view text) {
   constexpr double kSmallest = 1e-5;
-  return text.find('-') != std::string_view::npos && std::fabs(dxf::numberValue(text)) >= kSmallest;
+  return text.find('-') != std::string_view::npos &&
+         std::fabs(base::numberValue(text)) >= kSmallest;
 }
 
 double textRotation(double degrees, const Placement& placement) {

@@ -65,14 +65,14 @@ void replaceAll(std::string& text, std::string_view wanted, std::string_view by)
 
 template <std::size_t N>
 void replaceRows(std::string& text, const std::array<Replacement, N>& rows,
-                 dxf::Encoding encoding) {
-  const bool utf8 = encoding == dxf::Encoding::Utf8;
+                 base::Encoding encoding) {
+  const bool utf8 = encoding == base::Encoding::Utf8;
   for (const Replacement& row : rows) {
     replaceAll(text, utf8 ? row.wanted : row.wanted1252, utf8 ? row.by : row.by1252);
   }
 }
 
-void replaceCharacters(std::string& text, dxf::Encoding encoding) {
+void replaceCharacters(std::string& text, base::Encoding encoding) {
   if (text.find("%%") != std::string::npos) replaceRows(text, kControlCodes, encoding);
   const bool ascii = std::all_of(text.begin(), text.end(),
                                  [](char c) { return static_cast<unsigned char>(c) < 0x80; });
@@ -105,7 +105,7 @@ void blankControlCharacters(std::string& text) {
 }  // namespace
 
 void writeText(Context& context, double x, double y, double rotation, double height,
-               std::string& text, dxf::Encoding encoding, int layer) {
+               std::string& text, base::Encoding encoding, int layer) {
   if (layer == kNotConverted) return;
   if (!stripFormatCodes(text, context.cancelled)) return;
   context.commands.layer(layer);

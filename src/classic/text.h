@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "base/encoding.h"
 #include "classic/context.h"
-#include "dxf/encoding.h"
 
 namespace quillon::classic {
 
@@ -11,6 +11,6 @@ namespace quillon::classic {
 /// `text`, which is in the drawing's encoding. Control characters other than the tab become blanks.
 /// Nothing is written after a cancel.
 void writeText(Context& context, double x, double y, double rotation, double height,
-               std::string& text, dxf::Encoding encoding, int layer);
+               std::string& text, base::Encoding encoding, int layer);
 
 }  // namespace quillon::classic

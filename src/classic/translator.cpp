@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 
+#include "base/run_time_error.h"
 #include "classic/areas.h"
 #include "classic/curves.h"
 #include "classic/lines.h"
@@ -11,7 +12,6 @@
 #include "classic/text.h"
 #include "dxf/entity_values.h"
 #include "dxf/polyline_vertices.h"
-#include "dxf/run_time_error.h"
 #include "dxf/spline_points.h"
 #include "geometry/uniform_spline.h"
 
@@ -119,7 +119,7 @@ void Translator::beginBlock(std::size_t blockIndex, const Placement& placement) 
   if (expanding_[blockIndex] != 0) return;
   const dxf::BlockRec& block = drawing_.blocks[blockIndex];
   if (expansions_.size() == kDeepestNesting) {
-    throw dxf::RunTimeError(dxf::Fault::NestingTooDeep, block.name);
+    throw base::RunTimeError(base::Fault::NestingTooDeep, block.name);
   }
   expansions_.push_back(
       {blockIndex, dxf::EntityCursor(drawing_.store, block.items), placement, currentPosition_});
@@ -217,7 +217,7 @@ void Translator::polyline(const DxfEntity& entity, const Placement& placement) {
   PolylineStyle style;
   style.layer = layerOf(entity);
   style.dashes = dashesOf(entity);
-  style.closed = dxf::isOddNumber(polyline.flags);
+  style.closed = base::isOddNumber(polyline.flags);
   style.closesItself = true;
   style.width = polyline.startWidth;
   style.placement = placement;
@@ -240,15 +240,15 @@ void Translator::lwPolyline(const DxfEntity& entity, const Placement& placement)
   style.dashes = dashesOf(entity);
   const dxf::LwPolylineValues polyline = dxf::lwPolylineOf(entity);
   const bool mayClose = entity.kind != EntityKind::Leader;
-  style.closed = mayClose && dxf::isOddNumber(polyline.flags);
-  style.width = dxf::numberValue(polyline.width);
+  style.closed = mayClose && base::isOddNumber(polyline.flags);
+  style.width = base::numberValue(polyline.width);
   style.placement = placement;
   polyline_.begin(style, style.width != 0.0);
   dxf::PolyVertexWalk walk(reader_.groups(entity), polyline.width, mayClose);
   for (dxf::PolyVertex vertex; walk.next(vertex) && !context_.cancelled();) {
     polyline_.add(
-        {placePoint(dxf::numberValue(vertex.x), dxf::numberValue(vertex.y), mirror, placement),
-         dxf::numberValue(vertex.startWidth), dxf::numberValue(vertex.bulge)});
+        {placePoint(base::numberValue(vertex.x), base::numberValue(vertex.y), mirror, placement),
+         base::numberValue(vertex.startWidth), base::numberValue(vertex.bulge)});
   }
   polyline_.finish();
 }
@@ -261,7 +261,7 @@ void Translator::spline(const DxfEntity& entity, const Placement& placement) {
   std::vector<Point> controlPoints;
   controlPoints.reserve(spline.controlPoints.size());
   for (const dxf::SplinePoint& point : spline.controlPoints) {
-    controlPoints.push_back({dxf::numberValue(point.x), dxf::numberValue(point.y)});
+    controlPoints.push_back({base::numberValue(point.x), base::numberValue(point.y)});
   }
   const std::size_t upperBound = controlPoints.size() - 1;
   const Mirror mirror = mirrorOf(entity);
@@ -316,7 +316,7 @@ void Translator::insertBlock(std::string_view name, Point insertion, const Place
   if (drawing_.blocks.empty() || drawing_.blocks[index].name != name) return;
   if (parts_ != nullptr && parts_->insertPart(index, insertion, placement)) return;
   const dxf::BlockRec& block = drawing_.blocks[index];
-  const Point base{dxf::numberValue(block.baseX), dxf::numberValue(block.baseY)};
+  const Point base{base::numberValue(block.baseX), base::numberValue(block.baseY)};
   const Point translation = blockTranslation(insertion, base, placement);
   Placement inner = placement;
   inner.dx = translation.x;

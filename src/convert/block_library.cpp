@@ -2,16 +2,16 @@
 
 #include <cmath>
 
-#include "dxf/number_text.h"
-#include "dxf/run_time_error.h"
+#include "base/number_text.h"
+#include "base/run_time_error.h"
 
 namespace quillon::convert {
 
-std::string makePartName(std::string_view blockName, std::size_t row, dxf::Encoding encoding) {
+std::string makePartName(std::string_view blockName, std::size_t row, base::Encoding encoding) {
   std::string name;
   for (const char c : blockName) {
     const bool tail =
-        encoding == dxf::Encoding::Utf8 && (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+        encoding == base::Encoding::Utf8 && (static_cast<unsigned char>(c) & 0xC0) == 0x80;
     if (tail) continue;  // a character of several bytes becomes one "_"
     const bool allowed = (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '-';
     name += allowed ? c : '_';
@@ -25,7 +25,7 @@ bool BlockLibrary::insertPart(std::size_t blockIndex, geometry::Point insertion,
   const dxf::BlockRec& block = drawing_.blocks[blockIndex];
   // Parts are told apart by these numbers, which therefore have to be numbers.
   if (!std::isfinite(placement.scaleX + placement.scaleY + placement.rotation)) {
-    throw dxf::RunTimeError(dxf::Fault::BadNumber, {});
+    throw base::RunTimeError(base::Fault::BadNumber, {});
   }
   inserted_.insert(block.name);
   const std::string* part = findPart(block.name, placement);
@@ -34,8 +34,8 @@ bool BlockLibrary::insertPart(std::size_t blockIndex, geometry::Point insertion,
     writePart(blockIndex, *part, placement);
     target_.writeUseLibrary();
   }
-  const geometry::Point at{insertion.x - dxf::numberValue(block.baseX),
-                           insertion.y - dxf::numberValue(block.baseY)};
+  const geometry::Point at{insertion.x - base::numberValue(block.baseX),
+                           insertion.y - base::numberValue(block.baseY)};
   commands_.part({*part, target_.drawingName(), at});
   return true;
 }

@@ -8,8 +8,8 @@
 #include <unordered_set>
 #include <vector>
 
+#include "base/text_hash.h"
 #include "convert/target_commands.h"
-#include "dxf/text_hash.h"
 #include "rules/translation.h"
 
 namespace quillon::convert {
@@ -58,11 +58,11 @@ class BlockLibrary : public rules::BlockParts {
   std::size_t rows_ = 0;
   std::map<Key, std::string> parts_;
   std::map<std::string_view, std::vector<std::string>> namesByBlock_;
-  std::unordered_set<std::string_view, dxf::TextHash> inserted_;
+  std::unordered_set<std::string_view, base::TextHash> inserted_;
 };
 
 /// Name of the part of a block: characters other than A-Z, 0-9, "_" and "-" become "_"; the row's
 /// number follows.
-std::string makePartName(std::string_view blockName, std::size_t row, dxf::Encoding encoding);
+std::string makePartName(std::string_view blockName, std::size_t row, base::Encoding encoding);
 
 }  // namespace quillon::convert

@@ -3,17 +3,17 @@
 #include <algorithm>
 #include <array>
 
+#include "base/encoding.h"
+#include "base/number_text.h"
 #include "convert/job.h"
-#include "convert/paths.h"
-#include "dxf/encoding.h"
-#include "dxf/number_text.h"
+#include "files/paths.h"
 
 namespace quillon::convert {
 namespace {
 
 std::int16_t integerOf(std::string_view value) {
   bool fits = false;
-  return dxf::roundedInteger16(dxf::numberValue(value), fits);
+  return base::roundedInteger16(base::numberValue(value), fits);
 }
 
 bool isT(std::string_view value) { return value == "t"; }
@@ -35,21 +35,27 @@ using Option = CommandLineOption;
 
 constexpr std::array<OptionRow, 18> kOptions = {{
     {"x:", Option::DxfFile,
-     [](CommandLine& line, std::string_view v) { line.dxfFile = pathArgument(std::string(v)); }},
+     [](CommandLine& line, std::string_view v) {
+       line.dxfFile = files::pathArgument(std::string(v));
+     }},
     {"s:", Option::ScriptFile,
-     [](CommandLine& line, std::string_view v) { line.scriptFile = pathArgument(std::string(v)); }},
+     [](CommandLine& line, std::string_view v) {
+       line.scriptFile = files::pathArgument(std::string(v));
+     }},
     {"b:", Option::DrawingName,
      [](CommandLine& line, std::string_view v) { line.drawingName = v; }},
     {"o:", Option::TargetKind,
      [](CommandLine& line, std::string_view v) { line.targetKind = targetKindOf(v); }},
     {"d:", Option::LayerFile,
-     [](CommandLine& line, std::string_view v) { line.layerFile = pathArgument(std::string(v)); }},
+     [](CommandLine& line, std::string_view v) {
+       line.layerFile = files::pathArgument(std::string(v));
+     }},
     {"l:", Option::Layer, [](CommandLine& line, std::string_view v) { line.layer = v; }},
     {"v:", Option::Version,
      [](CommandLine& line, std::string_view v) { line.version = v == "4" ? 1 : 0; }},
     {"u:", Option::Unit, [](CommandLine& line, std::string_view v) { line.unit = v; }},
     {"f:", Option::Scale,
-     [](CommandLine& line, std::string_view v) { line.scale = dxf::numberValue(v); }},
+     [](CommandLine& line, std::string_view v) { line.scale = base::numberValue(v); }},
     {"t:", Option::Dotted, [](CommandLine& line, std::string_view v) { line.dotted = isT(v); }},
     {"e:", Option::Ellipses, [](CommandLine& line, std::string_view v) { line.ellipses = isT(v); }},
     {"p:", Option::Poly, [](CommandLine& line, std::string_view v) { line.poly = integerOf(v); }},
@@ -82,7 +88,7 @@ void noteNumber(CommandLine& line, std::string_view key, std::string_view value)
 void takeItem(CommandLine& line, std::string_view item) {
   for (const OptionRow& row : kOptions) {
     if (!item.starts_with(row.key)) continue;
-    const std::string_view value = dxf::trimBlanks(item.substr(kKeyLength));
+    const std::string_view value = base::trimBlanks(item.substr(kKeyLength));
     row.store(line, value);
     if (takesNumber(row.option)) noteNumber(line, row.key, value);
     line.CmdLineGiven += 1U << (static_cast<unsigned>(row.option) - 1U);
@@ -113,13 +119,13 @@ bool looksLikeOption(std::string_view item) {
 /// The first path that was written with "/", put together again with "\\".
 std::string findSplitPath(const std::vector<std::string_view>& items) {
   for (std::size_t i = 0; i < items.size(); ++i) {
-    std::string_view part = dxf::trimBlanks(items[i]);
+    std::string_view part = base::trimBlanks(items[i]);
     if (!isPathItem(part)) continue;
     std::string path = "/" + std::string(part);
     const std::size_t whole = path.size();
     // A blank stands before an item of its own.
     for (std::size_t next = i + 1; next < items.size() && !items[next - 1].ends_with(' '); ++next) {
-      part = dxf::trimBlanks(items[next]);
+      part = base::trimBlanks(items[next]);
       if (looksLikeOption(part)) break;
       path.append("\\").append(part);
     }
@@ -132,9 +138,9 @@ std::string findSplitPath(const std::vector<std::string_view>& items) {
 
 CommandLine parseCommandLine(std::string_view text) {
   CommandLine line;
-  const std::string lower = dxf::lowerCase(text);
+  const std::string lower = base::lowerCase(text);
   const std::vector<std::string_view> items = splitItems(lower);
-  for (const std::string_view item : items) takeItem(line, dxf::trimBlanks(item));
+  for (const std::string_view item : items) takeItem(line, base::trimBlanks(item));
   line.splitPath = findSplitPath(items);
   return line;
 }

@@ -9,7 +9,7 @@
 namespace quillon::convert {
 namespace {
 
-[[noreturn]] void failReading() { throw dxf::ReadError(errno); }
+[[noreturn]] void failReading() { throw base::ReadError(errno); }
 
 }  // namespace
 
@@ -28,13 +28,13 @@ DrawingInput::DrawingInput(std::FILE* stream, const Cancelled& cancelled)
 }
 
 DrawingInput DrawingInput::openFile(const std::filesystem::path& path, const Cancelled& cancelled) {
-  FileHandle file;
+  files::FileHandle file;
   bool interrupted = false;
   do {  // a pipe opens only when somebody writes to it
-    file = convert::openFile(path, "rb");
+    file = files::openFile(path, "rb");
     interrupted = file == nullptr && dxf::readWasInterrupted();
   } while (interrupted && !cancelled());
-  if (interrupted) throw dxf::ReadError(EINTR);
+  if (interrupted) throw base::ReadError(EINTR);
   if (file == nullptr) failReading();
   DrawingInput input(file.get(), cancelled);
   input.file_ = std::move(file);

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "convert/input_check.h"
-#include "convert/paths.h"
 #include "dxf/text_source.h"
+#include "files/paths.h"
 
 namespace quillon::convert {
 
@@ -33,8 +33,8 @@ class DrawingInput {
  private:
   DrawingInput(std::FILE* stream, const Cancelled& cancelled);
 
-  FileHandle file_;    ///< null for standard input
-  std::FILE* stream_;  ///< where to read from
+  files::FileHandle file_;  ///< null for standard input
+  std::FILE* stream_;       ///< where to read from
   std::string head_;
 };
 

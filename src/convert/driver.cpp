@@ -6,23 +6,25 @@
 #include <optional>
 #include <system_error>
 
+#include "base/number_text.h"
+#include "base/quotable.h"
+#include "base/run_time_error.h"
 #include "classic/translator.h"
 #include "convert/block_library.h"
 #include "convert/drawing_input.h"
-#include "convert/file_system.h"
 #include "convert/layer_table.h"
 #include "convert/messages.h"
-#include "convert/output_file.h"
-#include "convert/paths.h"
 #include "convert/report.h"
 #include "convert/summary.h"
 #include "convert/target_commands.h"
-#include "convert/temporary_file.h"
 #include "dxf/line_reader.h"
-#include "dxf/number_text.h"
-#include "dxf/run_time_error.h"
 #include "dxf/section_walker.h"
 #include "eagle/script_commands.h"
+#include "files/file_system.h"
+#include "files/output_file.h"
+#include "files/paths.h"
+#include "files/temporary_file.h"
+#include "texts/error_texts.h"
 
 namespace quillon::convert {
 
@@ -50,7 +52,7 @@ class Conversion {
         texts_(surroundings.languageOffset),
         messages_(texts_),
         control_(host, texts_, surroundings.updateInterval) {
-    job_.drawingName = dxf::trimBlanks(job.drawingName);
+    job_.drawingName = base::trimBlanks(job.drawingName);
   }
 
   ConversionResult run() {
@@ -63,18 +65,18 @@ class Conversion {
       control_.stop();
       output_.reset();
       host_.tell(messages_.standardLayerMissing(error.layer()));
-    } catch (const dxf::RunTimeError& error) {
-      fail(hasChanged() ? changedText() : messages_.faultText(error, result_.dxfFile));
-    } catch (const WriteError& error) {
+    } catch (const base::RunTimeError& error) {
+      fail(hasChanged() ? changedText() : texts::faultText(error, result_.dxfFile, texts_));
+    } catch (const files::WriteError& error) {
       if (wasCancelled(error.reason())) return std::move(result_);
       fail(messages_.unwritableText(result_.scriptFile, scriptPath_, error.reason()));
-    } catch (const dxf::ReadError& error) {
+    } catch (const base::ReadError& error) {
       if (wasCancelled(error.reason())) return std::move(result_);
-      fail(messages_.unreadableText(result_.dxfFile, messages_.reasonText(error.reason())));
+      fail(messages_.unreadableText(result_.dxfFile, texts::reasonText(error.reason(), texts_)));
     } catch (const std::bad_alloc&) {
-      fail(messages_.outOfMemoryText());
+      fail(texts::outOfMemoryText(texts_));
     } catch (const std::exception& error) {
-      fail(quotable(result_.dxfFile) + ": " + withoutControls(error.what()));
+      fail(base::quotable(result_.dxfFile) + ": " + base::withoutControls(error.what()));
     }
     if (reader_ != nullptr) result_.fileLinesRead = reader_->fileLinesRead();
     return std::move(result_);
@@ -124,7 +126,7 @@ class Conversion {
     const StepCount counted{context.cancelled, result_.steps};
     try {
       convertEntities(translator, context.cancelled, target, library);
-    } catch (dxf::RunTimeError& error) {
+    } catch (base::RunTimeError& error) {
       if (error.line() == 0) error.setLine(lineAt(translator.currentPosition()));
       throw;
     }
@@ -164,7 +166,7 @@ class Conversion {
     rules::CancelPoll& cancelled_;
     const dxf::TextSource& text_;
     RunControl& control_;
-    dxf::Pacer pacer_{kEntitiesPerUpdate};
+    base::Pacer pacer_{kEntitiesPerUpdate};
   };
 
   /// The target's commands, the header, every entity in file order, and the remaining parts of the
@@ -232,16 +234,17 @@ class Conversion {
       result_.dxfFile = "-";
       return;
     }
-    fs::path path = job_.literalPaths ? toPath(job_.dxfFile) : findExisting(job_.dxfFile);
-    if (job_.dxfFile.empty() || !namesFile(path)) {
+    fs::path path =
+        job_.literalPaths ? files::toPath(job_.dxfFile) : files::findExisting(job_.dxfFile);
+    if (job_.dxfFile.empty() || !files::namesFile(path)) {
       const std::string chosen = host_.chooseDxfFile(
           {std::string(texts_(962)), std::string(texts_(961)), "*.*", job_.dxfFile});
-      if (!chosen.empty()) path = findExisting(job_.dxfFile = chosen);
+      if (!chosen.empty()) path = files::findExisting(job_.dxfFile = chosen);
     }
-    result_.dxfFile = fromPath(path);
-    if (!job_.dxfFile.empty() && namesFile(path)) return;
-    const int reason = namesFolder(path) ? EISDIR : ENOENT;
-    refuse(messages_.drawingMissing(job_.dxfFile, messages_.reasonText(reason)));
+    result_.dxfFile = files::fromPath(path);
+    if (!job_.dxfFile.empty() && files::namesFile(path)) return;
+    const int reason = files::namesFolder(path) ? EISDIR : ENOENT;
+    refuse(messages_.drawingMissing(job_.dxfFile, texts::reasonText(reason, texts_)));
   }
 
   void openDrawing() {
@@ -249,10 +252,10 @@ class Conversion {
       const auto cancelled = [this] { return control_.cancelRequested(); };
       input_ = surroundings_.readStandardInput
                    ? DrawingInput::standardInput(cancelled)
-                   : DrawingInput::openFile(toPath(result_.dxfFile), cancelled);
-    } catch (const dxf::ReadError& error) {
-      if (isBrokenWait(error.reason()) && control_.cancelRequested()) throw;
-      refuse(messages_.fileUnreadable(result_.dxfFile, messages_.reasonText(error.reason())));
+                   : DrawingInput::openFile(files::toPath(result_.dxfFile), cancelled);
+    } catch (const base::ReadError& error) {
+      if (files::isBrokenWait(error.reason()) && control_.cancelRequested()) throw;
+      refuse(messages_.fileUnreadable(result_.dxfFile, texts::reasonText(error.reason(), texts_)));
     }
     if (control_.cancelled()) return;  // what was read of it says nothing
     const InputKind kind = input_->kind();
@@ -268,7 +271,7 @@ class Conversion {
   /// A name that could end its quotes, or the command that it stands in, is not written.
   void checkName() {
     const std::string& name = job_.drawingName;
-    if (name.find_first_of("';") != std::string::npos || hasControlCharacter(name)) {
+    if (name.find_first_of("';") != std::string::npos || base::hasControlCharacter(name)) {
       refuse(messages_.fileError(kBadName, name));
     }
   }
@@ -279,28 +282,32 @@ class Conversion {
       return;
     }
     if (job_.scriptBesideDrawing && !surroundings_.readStandardInput) {
-      job_.scriptFile = scriptBeside(result_.dxfFile);
+      job_.scriptFile = files::scriptBeside(result_.dxfFile);
       job_.literalPaths = true;
     }
-    scriptPath_ = job_.literalPaths ? toPath(job_.scriptFile) : findForCreation(job_.scriptFile);
+    scriptPath_ = job_.literalPaths ? files::toPath(job_.scriptFile)
+                                    : files::findForCreation(job_.scriptFile);
     // What is in no folder goes by the name that the user gave it.
-    result_.scriptFile = isInMissingFolder(scriptPath_) ? job_.scriptFile : fromPath(scriptPath_);
-    if (!surroundings_.readStandardInput && isSameFile(scriptPath_, toPath(result_.dxfFile))) {
+    result_.scriptFile =
+        files::isInMissingFolder(scriptPath_) ? job_.scriptFile : files::fromPath(scriptPath_);
+    if (!surroundings_.readStandardInput &&
+        files::isSameFile(scriptPath_, files::toPath(result_.dxfFile))) {
       refuse(messages_.fileError(kScriptIsDrawing, result_.scriptFile));
     }
-    if (job_.overwriteScript || !isInTheWay(scriptPath_)) return;
+    if (job_.overwriteScript || !files::isInTheWay(scriptPath_)) return;
     if (!host_.ask(messages_.scriptExists(result_.scriptFile))) throw EndOfRun{};
   }
 
   /// A script that is there stays as it was when the settings cannot be converted.
   void openScript() {
     const bool convertible = job_.scale != 0.0 && !lacksName();
-    if (!convertible && !surroundings_.writeStandardOutput && !isMissing(scriptPath_)) return;
+    if (!convertible && !surroundings_.writeStandardOutput && !files::isMissing(scriptPath_))
+      return;
     if (surroundings_.clearAbandoned && !surroundings_.writeStandardOutput) {
-      clearAbandonedFiles(folderOfTarget(scriptPath_));
+      files::clearAbandonedFiles(files::folderOfTarget(scriptPath_));
     }
-    output_ = surroundings_.writeStandardOutput ? std::make_unique<OutputFile>(stdout)
-                                                : std::make_unique<OutputFile>(scriptPath_);
+    output_ = surroundings_.writeStandardOutput ? std::make_unique<files::OutputFile>(stdout)
+                                                : std::make_unique<files::OutputFile>(scriptPath_);
   }
 
   void checkSettings() {
@@ -310,7 +317,7 @@ class Conversion {
   bool lacksName() const { return job_.blocks != kDrawBlocks && job_.drawingName.empty(); }
 
   void loadLayers() {
-    if (dxf::startsWithNumber(job_.defaultLayer) && isCutLayer(job_.defaultLayer)) {
+    if (base::startsWithNumber(job_.defaultLayer) && isCutLayer(job_.defaultLayer)) {
       host_.tell(messages_.standardLayerCut(job_.defaultLayer));
     }
     const std::string& path = job_.layerFile;
@@ -319,8 +326,8 @@ class Conversion {
       const std::vector<LayerRow> rows = readNamedLayerRows(path);
       for (const Message& warning : messages_.layerWarnings(path, rows)) host_.tell(warning);
       layerTable_ = layerTableOf(rows);
-    } catch (const dxf::ReadError& error) {
-      const std::string reason = messages_.reasonText(error.reason());
+    } catch (const base::ReadError& error) {
+      const std::string reason = texts::reasonText(error.reason(), texts_);
       if (surroundings_.refuseUnreadableFiles) refuse(messages_.fileUnreadable(path, reason));
       host_.tell(messages_.layersUnreadable(path, reason));
     }
@@ -340,10 +347,10 @@ class Conversion {
     const std::string& path = surroundings_.frame.path;
     try {
       return loadFrame(surroundings_.frame);
-    } catch (const WriteError& error) {
-      fail(messages_.unwritableText(path, toPath(path), error.reason()));
-    } catch (const dxf::ReadError& error) {
-      const std::string reason = messages_.reasonText(error.reason());
+    } catch (const files::WriteError& error) {
+      fail(messages_.unwritableText(path, files::toPath(path), error.reason()));
+    } catch (const base::ReadError& error) {
+      const std::string reason = texts::reasonText(error.reason(), texts_);
       if (!surroundings_.refuseUnreadableFiles && !surroundings_.frame.mustExist) {
         host_.tell(messages_.frameUnreadable(path, reason));
         return parseFrame(defaultFrameText());
@@ -361,7 +368,7 @@ class Conversion {
     result_.leftOut = translation.leftOut();
     result_.dropped = drawing_->dropped;
     for (const auto& [name, count] : drawing_->unknownKinds) {
-      result_.unknownKinds[dxf::toUtf8(name, drawing_->encoding)] += count;
+      result_.unknownKinds[base::toUtf8(name, drawing_->encoding)] += count;
     }
   }
 
@@ -402,7 +409,7 @@ class Conversion {
   /// True when an error is a cancel: what the run waited for has been given up, and with it the
   /// script, as nobody may be there to read even its last lines.
   bool wasCancelled(int reason) {
-    if (!isBrokenWait(reason) || !control_.cancelRequested()) return false;
+    if (!files::isBrokenWait(reason) || !control_.cancelRequested()) return false;
     output_.reset();
     result_.outcome = Outcome::Cancelled;
     result_.scriptFile.clear();
@@ -426,13 +433,13 @@ class Conversion {
   ConversionJob job_;
   ConversionHost& host_;
   const Surroundings& surroundings_;
-  resources::Texts texts_;
+  texts::Texts texts_;
   Messages messages_;
   RunControl control_;
   ConversionResult result_;
   std::optional<DrawingInput> input_;
   fs::path scriptPath_;
-  std::unique_ptr<OutputFile> output_;
+  std::unique_ptr<files::OutputFile> output_;
   rules::LimitKind limit_ = rules::LimitKind::Lines;  ///< the one that was reached
   bool limitReached_ = false;                         ///< and ended the conversion
   LayerTable layerTable_;

@@ -10,19 +10,12 @@
 #include "convert/script_frame.h"
 #include "dxf/text_source.h"
 #include "eagle/script_writer.h"
+#include "files/local_time.h"
 #include "rules/cancel_poll.h"
 #include "rules/translation.h"
-#include "ui/resources/string_table.h"
+#include "texts/string_table.h"
 
 namespace quillon::convert {
-
-/// Date and time of a report, in the system's short formats.
-struct ReportTime {
-  std::string date;
-  std::string time;
-};
-/// The present date and time in the formats of the process's time locale.
-ReportTime currentReportTime();
 
 /// Limits beyond the drawings that people draw: 150 megabytes of polylines come to a quarter of the
 /// lines and to a fifteenth of the steps. Work without an end reaches them within seconds.
@@ -33,7 +26,7 @@ inline constexpr dxf::InputLimits kUsualInput{.pipe = std::uint64_t{4} << 30};
 
 /// What a program adds to a job.
 struct Surroundings {
-  int languageOffset = resources::kEnglish;
+  int languageOffset = texts::kEnglish;
   FrameSource frame;
   /// A text in which no section of a drawing is found is refused; otherwise it converts to the
   /// frame alone.
@@ -52,7 +45,7 @@ struct Surroundings {
   /// Looks beside the script for temporary files that killed runs left. Who converts many drawings
   /// into one folder does that once.
   bool clearAbandoned = true;
-  ReportTime (*now)() = currentReportTime;
+  files::LocalTime (*now)() = files::currentLocalTime;
   RunControl::Clock::duration updateInterval = RunControl::kInterval;
 };
 

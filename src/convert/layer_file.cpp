@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "convert/ini_document.h"
-#include "convert/ini_file.h"
-#include "convert/output_file.h"
-#include "convert/paths.h"
-#include "dxf/encoding.h"
-#include "dxf/number_text.h"
+#include "base/encoding.h"
+#include "base/number_text.h"
+#include "files/ini_document.h"
+#include "files/ini_file.h"
+#include "files/output_file.h"
+#include "files/paths.h"
 
 namespace quillon::convert {
 namespace {
@@ -33,72 +33,73 @@ bool isVisible(std::string_view name) {
   return std::any_of(name.begin(), name.end(), [](char c) { return c != ' ' && !isControl(c); });
 }
 
-std::vector<LayerRow> rowsOf(const IniFile& file) {
+std::vector<LayerRow> rowsOf(const files::IniFile& file) {
   std::vector<LayerRow> rows;
   for (std::size_t n = 1;; ++n) {
     const std::string section = std::to_string(n);
     const std::string name = file.value(section, "layername");
-    const std::string_view trimmed = dxf::trimBlanks(name);
+    const std::string_view trimmed = base::trimBlanks(name);
     if (trimmed.empty()) return rows;
     // The number stays a text: "16.7" is kept, a text without a number becomes "0".
     const std::string number = file.value(section, "layernr");
-    rows.push_back({dxf::windows1252ToUtf8(trimmed), dxf::numberText(dxf::numberValue(number)),
-                    dxf::windows1252ToUtf8(number)});
+    rows.push_back({base::windows1252ToUtf8(trimmed), base::numberText(base::numberValue(number)),
+                    base::windows1252ToUtf8(number)});
   }
 }
 
 }  // namespace
 
 std::vector<LayerRow> readLayerRows(const std::string& path) {
-  return path.empty() ? std::vector<LayerRow>() : rowsOf(IniFile::read(path));
+  return path.empty() ? std::vector<LayerRow>() : rowsOf(files::IniFile::read(path));
 }
 
 std::vector<LayerRow> readNamedLayerRows(const std::string& path) {
-  return rowsOf(IniFile(readFile(path)));
+  return rowsOf(files::IniFile(files::readFile(path)));
 }
 
 bool isEagleLayer(std::string_view text) {
   bool fits = false;
-  const double number = dxf::roundedInteger16(dxf::numberValue(text), fits);
+  const double number = base::roundedInteger16(base::numberValue(text), fits);
   return fits && ((number >= 1.0 && number <= kLastLayer) || number == kUnconverted);
 }
 
 bool isForeignLayer(const LayerRow& row) {
-  return dxf::startsWithNumber(row.text) && !isEagleLayer(row.text);
+  return base::startsWithNumber(row.text) && !isEagleLayer(row.text);
 }
 
 bool isCutLayer(std::string_view text) {
-  const std::string_view rest = dxf::textAfterNumber(text);
-  return !dxf::startsWithNumber(text) ||
+  const std::string_view rest = base::textAfterNumber(text);
+  return !base::startsWithNumber(text) ||
          (!rest.empty() && rest.front() != ' ' && rest.front() != '\t');
 }
 
 bool isSaved(const LayerRow& row) {
-  const double layer = dxf::numberValue(row.layer);
+  const double layer = base::numberValue(row.layer);
   return isVisible(row.name) && ((layer >= 1.0 && layer <= kLastLayer) || layer == kUnconverted);
 }
 
 bool fitsLayerFile(const std::string& name) {
-  return dxf::windows1252ToUtf8(dxf::fromUtf8(name, dxf::Encoding::Windows1252)) == name;
+  return base::windows1252ToUtf8(base::fromUtf8(name, base::Encoding::Windows1252)) == name;
 }
 
 void saveLayerRows(const std::string& path, const std::vector<LayerRow>& rows) {
-  const std::filesystem::path target = findForCreation(path);
-  if (isInMissingFolder(target)) throw WriteError(ENOENT);
-  const std::string before = isMissing(target) ? "" : readFile(fromPath(target));
+  const std::filesystem::path target = files::findForCreation(path);
+  if (files::isInMissingFolder(target)) throw files::WriteError(ENOENT);
+  const std::string before =
+      files::isMissing(target) ? "" : files::readFile(files::fromPath(target));
   const LayerFileKind kind = layerFileKind(path, before);
   if (kind != LayerFileKind::LayerFile) throw NotALayerFile(kind);
-  IniDocument document(before);
+  files::IniDocument document(before);
   document.removeSections(isAssignmentSection);
   std::size_t n = 0;
   for (const LayerRow& row : rows) {
     if (!isSaved(row)) continue;
     const std::string name =
-        quotedOnce(dxf::fromUtf8(dxf::trimBlanks(row.name), dxf::Encoding::Windows1252));
-    const std::string layer = dxf::numberText(dxf::numberValue(row.layer));
+        quotedOnce(base::fromUtf8(base::trimBlanks(row.name), base::Encoding::Windows1252));
+    const std::string layer = base::numberText(base::numberValue(row.layer));
     document.append(std::to_string(++n), {{"layername", name}, {"layernr", layer}});
   }
-  replaceFile(target, document.text());
+  files::replaceFile(target, document.text());
 }
 
 }  // namespace quillon::convert

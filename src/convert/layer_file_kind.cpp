@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "convert/ini_line.h"
 #include "convert/input_check.h"
+#include "files/ini_line.h"
 
 namespace quillon::convert {
 namespace {
@@ -19,13 +19,14 @@ Lines inspect(std::string_view bytes) {
   Lines lines;
   bool inAssignment = false;
   while (!bytes.empty()) {
-    const std::string_view text = takeIniLine(bytes);
+    const std::string_view text = files::takeIniLine(bytes);
     if (text.find_first_not_of(" \t") == std::string_view::npos) continue;
     lines.any = true;
-    const IniLine line = parseIniLine(text);
-    if (line.kind == IniLine::Kind::Section) inAssignment = isAssignmentSection(line.name);
-    if (line.kind != IniLine::Kind::Key) continue;
-    lines.assignment = lines.assignment || (inAssignment && foldedName(line.name) == "LAYERNAME");
+    const files::IniLine line = files::parseIniLine(text);
+    if (line.kind == files::IniLine::Kind::Section) inAssignment = isAssignmentSection(line.name);
+    if (line.kind != files::IniLine::Kind::Key) continue;
+    lines.assignment =
+        lines.assignment || (inAssignment && files::foldedName(line.name) == "LAYERNAME");
     lines.foreign = lines.foreign || text.find('=') == std::string_view::npos;
   }
   return lines;
@@ -35,14 +36,14 @@ Lines inspect(std::string_view bytes) {
 bool isDxf(std::string_view text) {
   text = text.substr(0, kCheckedBytes);
   for (bool afterZero = false; !text.empty();) {
-    const std::string line = foldedName(takeIniLine(text));
+    const std::string line = files::foldedName(files::takeIniLine(text));
     if (afterZero && line == "SECTION") return true;
     afterZero = line == "0";
   }
   return false;
 }
 
-bool isNamedLay(std::string_view path) { return foldedName(path).ends_with(".LAY"); }
+bool isNamedLay(std::string_view path) { return files::foldedName(path).ends_with(".LAY"); }
 
 }  // namespace
 
@@ -56,7 +57,7 @@ LayerFileKind layerFileKind(std::string_view path, std::string_view bytes) {
       break;
   }
   if (bytes.find('\0') != std::string_view::npos) return LayerFileKind::Binary;
-  bytes = withoutByteOrderMark(bytes);
+  bytes = files::withoutByteOrderMark(bytes);
   const Lines lines = inspect(bytes);
   if (!lines.any || lines.assignment || (!lines.foreign && isNamedLay(path))) {
     return LayerFileKind::LayerFile;

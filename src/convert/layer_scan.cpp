@@ -3,21 +3,21 @@
 #include <unordered_set>
 #include <utility>
 
+#include "base/encoding.h"
+#include "base/run_monitor.h"
 #include "convert/drawing_input.h"
 #include "dxf/drawing.h"
-#include "dxf/encoding.h"
 #include "dxf/entity_reader.h"
 #include "dxf/line_reader.h"
-#include "dxf/run_monitor.h"
 #include "dxf/section_walker.h"
 
 namespace quillon::convert {
 namespace {
 
 /// Nobody watches a scan: tables are at the start of a drawing.
-class NoMonitor : public dxf::RunMonitor {
+class NoMonitor : public base::RunMonitor {
  public:
-  void setStatus(dxf::ReadPhase, std::uint64_t) override {}
+  void setStatus(base::ReadPhase, std::uint64_t) override {}
   void setProgress(bool, std::uint64_t, std::uint64_t) override {}
   bool cancelRequested() override { return false; }
   void waitForUser() override {}
@@ -33,7 +33,7 @@ class UsedLayers : public dxf::EntitySink {
     // Layers are numbered in the order of their first use.
     if (entity.layer == nullptr || entity.layer->number < uses_) return;
     ++uses_;
-    std::string name = dxf::toUtf8(entity.layer->name, drawing_.encoding);
+    std::string name = base::toUtf8(entity.layer->name, drawing_.encoding);
     if (name.empty() || !known_.insert(name).second) return;
     names_.push_back(std::move(name));
   }
@@ -69,8 +69,8 @@ std::vector<std::string> usedLayers(dxf::LineReader& reader) {
 
 std::vector<std::string> layerScanDXF(const std::string& path) {
   std::vector<std::string> names;
-  const std::filesystem::path found = findExisting(path);
-  if (path.empty() || !namesFile(found)) return names;
+  const std::filesystem::path found = files::findExisting(path);
+  if (path.empty() || !files::namesFile(found)) return names;
   const auto never = [] { return false; };
   const DrawingInput input = DrawingInput::openFile(found, never);
   if (input.kind() != InputKind::Text) return names;
@@ -82,7 +82,7 @@ std::vector<std::string> layerScanDXF(const std::string& path) {
   if (drawing.layers.empty()) return usedLayers(reader);
   names.reserve(drawing.layers.size());
   for (const dxf::LayerRec& layer : drawing.layers) {
-    names.push_back(dxf::toUtf8(layer.name, drawing.encoding));
+    names.push_back(base::toUtf8(layer.name, drawing.encoding));
   }
   return names;
 }

@@ -1,13 +1,13 @@
 #include "convert/layer_table.h"
 
 #include "base/layer_number.h"
-#include "dxf/number_text.h"
-#include "dxf/run_time_error.h"
+#include "base/number_text.h"
+#include "base/run_time_error.h"
 
 namespace quillon::convert {
 
 void LayerTable::add(std::string_view name, std::string_view layer, bool written) {
-  layers_.try_emplace(dxf::upperCase(name, dxf::Encoding::Utf8),
+  layers_.try_emplace(base::upperCase(name, base::Encoding::Utf8),
                       Record{std::string(layer), written});
   ++size_;
 }
@@ -36,7 +36,7 @@ LayerTable layerTableOf(const std::vector<LayerRow>& rows) {
 LayerTable readLayerFile(const std::string& path) { return layerTableOf(readLayerRows(path)); }
 
 std::string LayerAssignment::upperName(std::string_view dxfLayerName) const {
-  return dxf::upperCase(dxf::toUtf8(dxfLayerName, encoding_), dxf::Encoding::Utf8);
+  return base::upperCase(base::toUtf8(dxfLayerName, encoding_), base::Encoding::Utf8);
 }
 
 std::string_view LayerAssignment::lookupLayer(std::string_view dxfLayerName) const {
@@ -54,14 +54,14 @@ int LayerAssignment::layerNumber(const dxf::LayerUse& layer) {
 int LayerAssignment::findNumber(std::string_view dxfLayerName) const {
   const std::string name = upperName(dxfLayerName);
   const std::string* const assigned = table_.find(name);
-  if (assigned == nullptr && !dxf::startsWithNumber(defaultLayer_)) {
-    throw NoStandardLayer(dxf::toUtf8(dxfLayerName, encoding_));
+  if (assigned == nullptr && !base::startsWithNumber(defaultLayer_)) {
+    throw NoStandardLayer(base::toUtf8(dxfLayerName, encoding_));
   }
   if (!table_.isWritten(name)) return base::kNotConverted;
   const std::string_view text = assigned == nullptr ? std::string_view(defaultLayer_) : *assigned;
   bool fits = false;
-  const int number = dxf::roundedInteger16(dxf::numberValue(text), fits);
-  if (!fits) throw dxf::RunTimeError(dxf::Fault::BadLayerNumber, text);
+  const int number = base::roundedInteger16(base::numberValue(text), fits);
+  if (!fits) throw base::RunTimeError(base::Fault::BadLayerNumber, text);
   return number;
 }
 

@@ -8,9 +8,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/text_hash.h"
 #include "convert/layer_file.h"
 #include "dxf/drawing.h"
-#include "dxf/text_hash.h"
 #include "rules/translation.h"
 
 namespace quillon::convert {
@@ -33,7 +33,7 @@ class LayerTable {
   };
   const Record* record(std::string_view upperName) const;
 
-  std::unordered_map<std::string, Record, dxf::TextHash, std::equal_to<>> layers_;
+  std::unordered_map<std::string, Record, base::TextHash, std::equal_to<>> layers_;
   std::size_t size_ = 0;
 };
 
@@ -58,7 +58,7 @@ class NoStandardLayer : public std::runtime_error {
 /// Finds the EAGLE layer of a drawing's layers, once for each.
 class LayerAssignment : public rules::LayerNumbers {
  public:
-  LayerAssignment(const LayerTable& table, std::string_view defaultLayer, dxf::Encoding encoding)
+  LayerAssignment(const LayerTable& table, std::string_view defaultLayer, base::Encoding encoding)
       : table_(table), defaultLayer_(defaultLayer), encoding_(encoding) {}
 
   /// The EAGLE layer of a DXF layer as text; the default layer for one that is not assigned.
@@ -75,7 +75,7 @@ class LayerAssignment : public rules::LayerNumbers {
 
   const LayerTable& table_;
   std::string defaultLayer_;
-  dxf::Encoding encoding_;
+  base::Encoding encoding_;
   std::vector<std::optional<int>> numbers_;
 };
 

@@ -10,9 +10,8 @@
 #include "convert/layer_file.h"
 #include "convert/layer_file_kind.h"
 #include "convert/number_note.h"
-#include "dxf/run_time_error.h"
 #include "rules/cancel_poll.h"
-#include "ui/resources/string_table.h"
+#include "texts/string_table.h"
 
 namespace quillon::convert {
 
@@ -20,7 +19,7 @@ namespace quillon::convert {
 /// file and line where they are known.
 class Messages {
  public:
-  explicit Messages(const resources::Texts& texts) : texts_(texts) {}
+  explicit Messages(const texts::Texts& texts) : texts_(texts) {}
 
   /// No drawing at this path; `reason` is the system's.
   Message drawingMissing(std::string_view path, std::string_view reason) const;
@@ -58,34 +57,19 @@ class Messages {
   /// The error handler's message: the script could not be made, for the reason in `detail`.
   Message scriptError(std::string_view script, std::string detail) const;
 
-  /// What a run-time error means and what to do about it, with its line where that is known.
-  std::string faultText(const dxf::RunTimeError& error, std::string_view drawing) const;
-  /// The system's reason with this number (errno), in the language of the messages.
-  std::string reasonText(int reason) const;
   std::string unreadableText(std::string_view path, std::string_view reason) const;
   /// `path` is what the user knows the file by, `target` where it was to be written.
   std::string unwritableText(std::string_view path, const std::filesystem::path& target,
                              int reason) const;
   /// Says what a file is that is not a layer file.
   std::string notALayerFileText(std::string_view path, LayerFileKind kind) const;
-  std::string outOfMemoryText() const { return std::string(texts_(3028)); }
 
  private:
   Message warning(const std::string& text) const;
   /// Three lines: a text of the table, a path, another text of the table.
   std::string aroundPath(int before, std::string_view path, int behind) const;
 
-  const resources::Texts& texts_;
+  const texts::Texts& texts_;
 };
-
-/// True when a UTF-8 text holds a control character.
-bool hasControlCharacter(std::string_view utf8);
-
-/// A UTF-8 text with its control characters, other than tabs, as escapes: no terminal obeys them.
-std::string withoutControls(std::string_view utf8);
-
-/// A text from a file for a message: UTF-8 in, control characters as escapes, cut once it
-/// has `longest` bytes.
-std::string quotable(std::string_view utf8, std::size_t longest = 200);
 
 }  // namespace quillon::convert

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "dxf/number_text.h"
+#include "base/number_text.h"
 
 namespace quillon::convert {
 namespace {
@@ -45,7 +45,7 @@ constexpr int kListLength = 3;
 /// The lines of a report under construction.
 class ReportText {
  public:
-  explicit ReportText(const resources::Texts& texts) : texts_(texts) {}
+  explicit ReportText(const texts::Texts& texts) : texts_(texts) {}
 
   /// Adds a line and returns the bytes that it takes.
   std::size_t line(std::string_view text) {
@@ -67,7 +67,7 @@ class ReportText {
   std::string take() { return std::move(out_); }
 
  private:
-  const resources::Texts& texts_;
+  const texts::Texts& texts_;
   std::string out_;
 };
 
@@ -87,7 +87,7 @@ class Repetitions {
     if (!first_) bytes_ += bytes;
   }
   /// Says how many lines are missing.
-  void close(ReportText& text, const resources::Texts& texts) const {
+  void close(ReportText& text, const texts::Texts& texts) const {
     if (left_ > 0) text.line(texts(3081, {std::to_string(left_)}));
   }
 
@@ -112,7 +112,7 @@ int nameLabel(int targetKind) {
 }
 
 void putSettings(ReportText& text, const ConversionJob& job, const ConversionResult& result,
-                 const ReportTime& now) {
+                 const files::LocalTime& now) {
   text.field(2900);
   text.field(2934);
   text.blank();
@@ -122,7 +122,7 @@ void putSettings(ReportText& text, const ConversionJob& job, const ConversionRes
   text.field(nameLabel(job.targetKind), job.drawingName);
   text.blank();
   text.field(2907, versionText(job.version));
-  text.field(2908, dxf::trimBlanks(job.scaleText));
+  text.field(2908, base::trimBlanks(job.scaleText));
   text.field(2909, unitText(job.unit));
   text.field(2910, text.onOff(job.dotted));
   text.field(2913, text.onOff(job.ellipses));
@@ -132,7 +132,7 @@ void putSettings(ReportText& text, const ConversionJob& job, const ConversionRes
 }
 
 void putLayers(ReportText& text, const ConversionJob& job, dxf::Drawing& drawing,
-               const LayerAssignment& layers, const resources::Texts& texts) {
+               const LayerAssignment& layers, const texts::Texts& texts) {
   text.field(2916, job.layerFile.empty() ? texts(2917) : std::string_view(job.layerFile));
   text.field(2918, job.defaultLayer);
   text.blank();
@@ -146,7 +146,7 @@ void putLayers(ReportText& text, const ConversionJob& job, dxf::Drawing& drawing
     dxf::LayerRec& layer = drawing.layers[i];
     layer.used = true;  // looking a layer up marks it as used
     if (!repetitions.admit(drawing.isFirstLayer(i))) continue;
-    repetitions.count(text.line(dxf::toUtf8(layer.name, drawing.encoding) + " ==> " +
+    repetitions.count(text.line(base::toUtf8(layer.name, drawing.encoding) + " ==> " +
                                 std::string(layers.lookupLayer(layer.name))));
   }
   repetitions.close(text, texts);
@@ -154,9 +154,9 @@ void putLayers(ReportText& text, const ConversionJob& job, dxf::Drawing& drawing
 
 std::string blockLine(const dxf::BlockRec& block, const ConversionJob& job,
                       const dxf::Drawing& drawing, const BlockLibrary& library,
-                      const resources::Texts& texts) {
+                      const texts::Texts& texts) {
   std::string line(texts(library.wasInserted(block.name) ? 2923 : 2924));
-  line += dxf::toUtf8(block.name, drawing.encoding) + " ==> ";
+  line += base::toUtf8(block.name, drawing.encoding) + " ==> ";
   for (const std::string& part : library.partNames(block.name)) {
     line.append(part);
     if (job.targetKind == kBoard) {
@@ -169,7 +169,7 @@ std::string blockLine(const dxf::BlockRec& block, const ConversionJob& job,
 }
 
 void putBlocks(ReportText& text, const ConversionJob& job, const dxf::Drawing& drawing,
-               const BlockLibrary& library, const resources::Texts& texts) {
+               const BlockLibrary& library, const texts::Texts& texts) {
   text.blank();
   text.field(2921);
   text.blank();
@@ -186,7 +186,7 @@ void putBlocks(ReportText& text, const ConversionJob& job, const dxf::Drawing& d
   repetitions.close(text, texts);
 }
 
-void putCounts(ReportText& text, const ConversionResult& result, const resources::Texts& texts) {
+void putCounts(ReportText& text, const ConversionResult& result, const texts::Texts& texts) {
   text.blank();
   text.field(2926);
   text.blank();
@@ -205,8 +205,8 @@ void putCounts(ReportText& text, const ConversionResult& result, const resources
 
 std::string buildReport(const ConversionJob& job, const ConversionResult& result,
                         dxf::Drawing& drawing, const LayerAssignment& layers,
-                        const BlockLibrary& library, const resources::Texts& texts,
-                        const ReportTime& now) {
+                        const BlockLibrary& library, const texts::Texts& texts,
+                        const files::LocalTime& now) {
   ReportText text(texts);
   putSettings(text, job, result, now);
   putLayers(text, job, drawing, layers, texts);

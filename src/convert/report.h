@@ -14,7 +14,7 @@ namespace quillon::convert {
 /// of the drawing up, which marks it as used.
 std::string buildReport(const ConversionJob& job, const ConversionResult& result,
                         dxf::Drawing& drawing, const LayerAssignment& layers,
-                        const BlockLibrary& library, const resources::Texts& texts,
-                        const ReportTime& now);
+                        const BlockLibrary& library, const texts::Texts& texts,
+                        const files::LocalTime& now);
 
 }  // namespace quillon::convert

@@ -9,13 +9,13 @@ namespace {
 
 constexpr int kComplete = 100;
 
-int statusId(dxf::ReadPhase phase) {
+int statusId(base::ReadPhase phase) {
   switch (phase) {
-    case dxf::ReadPhase::Header:
+    case base::ReadPhase::Header:
       return 2834;
-    case dxf::ReadPhase::Blocks:
+    case base::ReadPhase::Blocks:
       return 2835;
-    case dxf::ReadPhase::Entities:
+    case base::ReadPhase::Entities:
       break;
   }
   return 2836;
@@ -23,7 +23,7 @@ int statusId(dxf::ReadPhase phase) {
 
 }  // namespace
 
-void RunControl::setStatus(dxf::ReadPhase phase, std::uint64_t count) {
+void RunControl::setStatus(base::ReadPhase phase, std::uint64_t count) {
   if (count == 0) {
     setStatusText(statusId(phase));
     return;

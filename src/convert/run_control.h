@@ -3,25 +3,24 @@
 #include <chrono>
 #include <cstdint>
 
+#include "base/run_monitor.h"
 #include "convert/host.h"
-#include "dxf/run_monitor.h"
-#include "ui/resources/string_table.h"
+#include "texts/string_table.h"
 
 namespace quillon::convert {
 
 /// Stands between the loops of a conversion and its host: words the status, rounds the progress,
 /// and lets through no more of both than a person can see.
-class RunControl : public dxf::RunMonitor {
+class RunControl : public base::RunMonitor {
  public:
   using Clock = std::chrono::steady_clock;
   static constexpr std::chrono::milliseconds kInterval{40};
 
   /// `interval` is the least time between two updates.
-  RunControl(ConversionHost& host, const resources::Texts& texts,
-             Clock::duration interval = kInterval)
+  RunControl(ConversionHost& host, const texts::Texts& texts, Clock::duration interval = kInterval)
       : host_(host), texts_(texts), interval_(interval) {}
 
-  void setStatus(dxf::ReadPhase phase, std::uint64_t count) override;
+  void setStatus(base::ReadPhase phase, std::uint64_t count) override;
   void setProgress(bool writing, std::uint64_t value, std::uint64_t total) override;
   bool cancelRequested() override;
   void waitForUser() override;
@@ -51,7 +50,7 @@ class RunControl : public dxf::RunMonitor {
   void letEventsRun(Clock::time_point now);
 
   ConversionHost& host_;
-  const resources::Texts& texts_;
+  const texts::Texts& texts_;
   Clock::duration interval_;
   Throttle statusThrottle_;
   Throttle progressThrottle_;

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "convert/output_file.h"
-#include "convert/paths.h"
-#include "dxf/text_source.h"
+#include "base/read_error.h"
+#include "files/output_file.h"
+#include "files/paths.h"
 
 namespace quillon::convert {
 namespace {
@@ -63,10 +63,11 @@ std::string_view defaultFrameText() {
 }
 
 ScriptFrame loadFrame(const FrameSource& source) {
-  if (namesFile(findExisting(source.path))) return parseFrame(readFile(source.path));
+  if (files::namesFile(files::findExisting(source.path)))
+    return parseFrame(files::readFile(source.path));
   if (source.mustExist)
-    throw dxf::ReadError(namesFolder(findExisting(source.path)) ? EISDIR : ENOENT);
-  if (source.create) replaceFile(findForCreation(source.path), defaultFrameText());
+    throw base::ReadError(files::namesFolder(files::findExisting(source.path)) ? EISDIR : ENOENT);
+  if (source.create) files::replaceFile(files::findForCreation(source.path), defaultFrameText());
   return parseFrame(defaultFrameText());
 }
 

@@ -2,8 +2,9 @@
 
 #include <numeric>
 
+#include "base/quotable.h"
 #include "convert/messages.h"
-#include "convert/paths.h"
+#include "files/paths.h"
 
 namespace quillon::convert {
 
@@ -21,21 +22,21 @@ std::uint64_t entityCount(const ConversionResult& result) {
   return sum(result.counts) - result.counts[kVertex] - result.counts[kSeqend] - sum(result.leftOut);
 }
 
-std::string hiddenText(const ConversionResult& result, const resources::Texts& texts) {
+std::string hiddenText(const ConversionResult& result, const texts::Texts& texts) {
   const std::uint64_t onLayers999 = sum(result.leftOut);
   return onLayers999 == 0 ? std::string() : texts(3148, {std::to_string(onLayers999)});
 }
 
-std::string damageText(const ConversionResult& result, const resources::Texts& texts) {
+std::string damageText(const ConversionResult& result, const texts::Texts& texts) {
   if (result.dropped.count == 0) return {};
   return texts(3149,
                {std::to_string(result.dropped.count), std::to_string(result.dropped.firstLine)});
 }
 
-std::vector<Message> lossWarnings(const ConversionResult& result, const resources::Texts& texts) {
+std::vector<Message> lossWarnings(const ConversionResult& result, const texts::Texts& texts) {
   std::vector<Message> warnings;
   const auto add = [&](const std::string& text) {
-    const std::string detail = quotable(result.dxfFile) + ": " + text;
+    const std::string detail = base::quotable(result.dxfFile) + ": " + text;
     warnings.push_back({MessageKind::Warning, std::string(texts(2805)), text, detail});
   };
   const std::string damage = damageText(result, texts);
@@ -58,14 +59,14 @@ std::string unknownKindsText(const ConversionResult& result) {
   for (const auto& [name, count] : result.unknownKinds) {
     if (++kinds > kMostKinds) return text + ", …";
     if (!text.empty()) text += ", ";
-    text.append(quotable(name)).append(" ").append(std::to_string(count));
+    text.append(base::quotable(name)).append(" ").append(std::to_string(count));
   }
   return text;
 }
 
 std::string scriptArgument(const ConversionResult& result) {
-  const std::string path = fromPath(wholePath(toPath(result.scriptFile)));
-  const bool plain = path.find('\'') == std::string::npos && !hasControlCharacter(path);
+  const std::string path = files::fromPath(files::wholePath(files::toPath(result.scriptFile)));
+  const bool plain = path.find('\'') == std::string::npos && !base::hasControlCharacter(path);
   return plain ? path : std::string();
 }
 

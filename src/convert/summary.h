@@ -13,14 +13,14 @@ namespace quillon::convert {
 std::uint64_t entityCount(const ConversionResult& result);
 
 /// How many entities were left out as the user wished, on layers assigned to 999; "" for none.
-std::string hiddenText(const ConversionResult& result, const resources::Texts& texts);
+std::string hiddenText(const ConversionResult& result, const texts::Texts& texts);
 
 /// How many entities were left out because the drawing is damaged, and where; "" for none.
-std::string damageText(const ConversionResult& result, const resources::Texts& texts);
+std::string damageText(const ConversionResult& result, const texts::Texts& texts);
 
 /// What was left out though nobody asked for that: warnings about damage and about kinds of
 /// entities that were not recognised.
-std::vector<Message> lossWarnings(const ConversionResult& result, const resources::Texts& texts);
+std::vector<Message> lossWarnings(const ConversionResult& result, const texts::Texts& texts);
 
 /// True when the drawing has entities and none of them was converted.
 bool nothingConverted(const ConversionResult& result);

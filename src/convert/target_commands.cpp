@@ -1,7 +1,7 @@
 #include "convert/target_commands.h"
 
 #include "base/units.h"
-#include "convert/paths.h"
+#include "files/paths.h"
 
 namespace quillon::convert {
 TargetCommands::TargetCommands(eagle::Commands& commands, const ConversionJob& job,
@@ -12,8 +12,8 @@ TargetCommands::TargetCommands(eagle::Commands& commands, const ConversionJob& j
       targetKind_(job.targetKind),
       version_(job.version),
       unit_(job.unit),
-      drawingName_(dxf::fromUtf8(job.drawingName, drawing.encoding)),
-      partName_(lastComponent(drawingName_)) {}
+      drawingName_(base::fromUtf8(job.drawingName, drawing.encoding)),
+      partName_(files::lastComponent(drawingName_)) {}
 
 void TargetCommands::writeTargetOpen() {
   if (drawingName_.empty()) return;

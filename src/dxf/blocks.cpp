@@ -2,9 +2,9 @@
 
 #include <string_view>
 
+#include "base/number_text.h"
+#include "base/run_time_error.h"
 #include "dxf/entity_walk.h"
-#include "dxf/number_text.h"
-#include "dxf/run_time_error.h"
 
 namespace quillon::dxf {
 namespace {
@@ -20,12 +20,13 @@ LineRange keepLines(Drawing& drawing, LineRange lines) {
 /// The groups before the first group 0. Codes are compared as text here.
 void readBlockHeader(Drawing& drawing, LineCursor lines, BlockRec& block) {
   const auto nextLine = [&lines] {
-    if (lines.atEnd()) throw RunTimeError(Fault::TextEndsTooEarly, {}, lines.position());
-    return trimBlanks(lines.next());
+    if (lines.atEnd())
+      throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, lines.position());
+    return base::trimBlanks(lines.next());
   };
   for (std::string_view code = nextLine(); code != "0"; code = nextLine()) {
     const std::string_view value = nextLine();
-    if (code == "2") block.name = drawing.arena.keep(upperCase(value, drawing.encoding));
+    if (code == "2") block.name = drawing.arena.keep(base::upperCase(value, drawing.encoding));
     if (code == "8") block.layer = value;
     if (code == "10") block.baseX = value;
     if (code == "20") block.baseY = value;
@@ -50,7 +51,7 @@ void parseBlock(Drawing& drawing, LineRange lines, std::uint64_t firstLine) {
   try {
     readBlockHeader(drawing, cursor, block);
     readItems(drawing, cursor, block);
-  } catch (RunTimeError& error) {
+  } catch (base::RunTimeError& error) {
     error.setLine(block.lineAt(error.position(), drawing.lineEnds.eolChar));
     throw;
   }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "dxf/byte_scan.h"
+#include "base/byte_scan.h"
 
 namespace quillon::dxf {
 namespace {
@@ -38,7 +38,8 @@ std::uint64_t BlockRec::lineAt(const char* position, char eol) const {
   // The end of the lines still belongs to the last one.
   const char* const inside =
       position == text.end && position != text.begin ? position - 1 : position;
-  return firstLine + countByte({text.begin, static_cast<std::size_t>(inside - text.begin)}, eol);
+  return firstLine +
+         base::countByte({text.begin, static_cast<std::size_t>(inside - text.begin)}, eol);
 }
 
 std::uint64_t Drawing::nextSideIndex(EntityKind kind) {

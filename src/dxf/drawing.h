@@ -10,12 +10,12 @@
 #include <unordered_map>
 #include <vector>
 
-#include "dxf/encoding.h"
+#include "base/encoding.h"
+#include "base/text_hash.h"
 #include "dxf/entity_kinds.h"
 #include "dxf/entity_store.h"
 #include "dxf/line_cursor.h"
 #include "dxf/text_arena.h"
-#include "dxf/text_hash.h"
 
 namespace quillon::dxf {
 
@@ -71,7 +71,7 @@ struct DroppedEntities {
 };
 
 /// The first of several records with one name wins, so an index never replaces an entry.
-using NameIndex = std::unordered_map<std::string_view, std::size_t, TextHash>;
+using NameIndex = std::unordered_map<std::string_view, std::size_t, base::TextHash>;
 
 /// What the reader leaves for the conversion. The entities of the ENTITIES section are not kept:
 /// they are handed on as they are read. All texts are views into `arena`.
@@ -82,7 +82,7 @@ struct Drawing {
 
   TextArena arena;
   LineEnds lineEnds;
-  Encoding encoding = Encoding::Windows1252;
+  base::Encoding encoding = base::Encoding::Windows1252;
 
   double angDir = 0.0;           ///< 1.0: angles run clockwise
   double fillMode = 1.0;         ///< 1.0: areas are filled

@@ -1,7 +1,7 @@
 #include "dxf/entities.h"
 
+#include "base/run_time_error.h"
 #include "dxf/entity_walk.h"
-#include "dxf/run_time_error.h"
 
 namespace quillon::dxf {
 namespace {
@@ -21,7 +21,7 @@ class SectionReading {
       if (reader_.cancelled()) break;
     }
     sink_.endOfEntities();
-    if (count_ > 0) reader_.monitor().setStatus(ReadPhase::Entities, count_);
+    if (count_ > 0) reader_.monitor().setStatus(base::ReadPhase::Entities, count_);
   }
 
  private:
@@ -51,7 +51,7 @@ class SectionReading {
       if (!pacer_.due()) continue;
       reader_.skipTo(walk.position());
       reader_.poll(true);
-      reader_.monitor().setStatus(ReadPhase::Entities, count_);
+      reader_.monitor().setStatus(base::ReadPhase::Entities, count_);
       if (reader_.cancelled()) return false;
     }
     reader_.skipTo(walk.position());
@@ -63,8 +63,8 @@ class SectionReading {
   Step step(EntityWalk& walk) {
     try {
       return walk.step(entity_) ? Step::Entity : Step::Other;
-    } catch (const RunTimeError& error) {
-      const bool ranOut = error.fault() == Fault::TextEndsTooEarly && !walk.ended();
+    } catch (const base::RunTimeError& error) {
+      const bool ranOut = error.fault() == base::Fault::TextEndsTooEarly && !walk.ended();
       if (ranOut && !reader_.source().atFileEnd()) return Step::Beyond;
       // The entity in which an error arises is dropped without an error: intended. It is counted.
       if (walk.failedInEntity()) noteDropped(error);
@@ -74,7 +74,7 @@ class SectionReading {
     }
   }
 
-  void noteDropped(const RunTimeError& error) {
+  void noteDropped(const base::RunTimeError& error) {
     DroppedEntities& dropped = drawing_.dropped;
     if (++dropped.count > 1) return;
     // Where the file ends too early, its last line is the damaged one.
@@ -86,7 +86,7 @@ class SectionReading {
   LineReader& reader_;
   EntitySink& sink_;
   DxfEntity entity_;
-  Pacer pacer_{kPairsPerPoll};
+  base::Pacer pacer_{kPairsPerPoll};
   std::uint64_t count_ = 0;
   bool lost_ = false;  ///< looking for the next entity after an error
 };

@@ -59,7 +59,7 @@ const LayerUse& EntityReader::layerLineType(std::string_view layerName) {
   auto place = layers_.find(layerName);
   if (place == layers_.end()) {
     LayerUse use;
-    use.name = drawing_.arena.keep(upperCase(layerName, drawing_.encoding));
+    use.name = drawing_.arena.keep(base::upperCase(layerName, drawing_.encoding));
     use.number = layers_.size();
     if (LayerRec* const record = drawing_.findLayer(use.name)) {
       record->used = true;
@@ -79,7 +79,7 @@ std::string_view EntityReader::upperName(std::string_view name) {
   auto place = upperNames_.find(name);
   if (place == upperNames_.end()) {
     TextArena& arena = drawing_.arena;
-    const std::string_view upper = arena.keep(upperCase(name, drawing_.encoding));
+    const std::string_view upper = arena.keep(base::upperCase(name, drawing_.encoding));
     place = upperNames_.emplace(arena.keep(name), upper).first;
   }
   return place->second;

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "base/text_hash.h"
 #include "dxf/drawing.h"
 #include "dxf/group_cursor.h"
-#include "dxf/text_hash.h"
 
 namespace quillon::dxf {
 
@@ -35,8 +35,8 @@ class EntityReader {
   void finishKind(DxfEntity& entity);
 
   Drawing& drawing_;
-  std::unordered_map<std::string_view, LayerUse, TextHash> layers_;
-  std::unordered_map<std::string_view, std::string_view, TextHash> upperNames_;
+  std::unordered_map<std::string_view, LayerUse, base::TextHash> layers_;
+  std::unordered_map<std::string_view, std::string_view, base::TextHash> upperNames_;
   /// The layers met last, by a few bits of their names; a drawing uses few layers in turn.
   struct RecentLayer {
     std::string_view name;

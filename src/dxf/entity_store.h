@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/number_text.h"
 #include "dxf/entity_kinds.h"
-#include "dxf/number_text.h"
 
 namespace quillon::dxf {
 
@@ -40,7 +40,7 @@ struct DxfEntity {
     return slot < kMaxSlots && (filled >> slot & 1U) != 0 ? values[slot] : std::string_view{};
   }
   /// The number in a slot; 0 for an absent one.
-  double number(std::size_t slot) const { return numberValue(value(slot)); }
+  double number(std::size_t slot) const { return base::numberValue(value(slot)); }
 
   void setValue(std::size_t slot, std::string_view text) {
     values[slot] = text;

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "base/number_text.h"
+#include "base/run_time_error.h"
 #include "dxf/group_cursor.h"
-#include "dxf/number_text.h"
-#include "dxf/run_time_error.h"
 #include "dxf/spline_points.h"
 
 namespace quillon::dxf {
@@ -21,7 +21,7 @@ bool isStructureName(std::string_view name) {
 /// Whether a code line that is no plain "0" reads as 0 all the same.
 bool readsZero(std::string_view code) {
   const bool usual = !code.empty() && code.front() >= '1' && code.front() <= '9';
-  return !usual && numberValue(code) == 0.0;
+  return !usual && base::numberValue(code) == 0.0;
 }
 
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
@@ -29,12 +29,12 @@ bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 /// Whether a text in the place of an entity's name shows that a line is missing or too many.
 bool isNoName(std::string_view text) {
   if (text.empty()) return true;
-  return !isLetter(text.front()) && isNumber(text);
+  return !isLetter(text.front()) && base::isNumber(text);
 }
 
 /// Fails at a text in the place of an entity's name.
 [[noreturn]] void failWithoutName(std::string_view text) {
-  throw RunTimeError(Fault::BadGroupCode, text, text.data());
+  throw base::RunTimeError(base::Fault::BadGroupCode, text, text.data());
 }
 
 }  // namespace
@@ -60,7 +60,7 @@ bool EntityWalk::step(DxfEntity& entity) {
     return false;
   }
   afterName_ = lines_.position();
-  if (!isStart && numberValue(code) != 0.0) return false;
+  if (!isStart && base::numberValue(code) != 0.0) return false;
   entity.kind = kind;
   inEntity_ = true;
   readGroups(entity);
@@ -85,8 +85,8 @@ bool EntityWalk::findNextEntity() {
 }
 
 std::string_view EntityWalk::nextLine() {
-  if (atEnd()) throw RunTimeError(Fault::TextEndsTooEarly, {}, lines_.position());
-  const std::string_view line = trimBlanks(lines_.next());
+  if (atEnd()) throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, lines_.position());
+  const std::string_view line = base::trimBlanks(lines_.next());
   ended_ = isEndMarker(line);
   return line;
 }
@@ -100,7 +100,7 @@ void EntityWalk::readGroups(DxfEntity& entity) {
   for (Group group; groups.next(group);) {
     if (isEndMarker(group.value)) {
       ended_ = true;
-      throw RunTimeError(Fault::TextEndsTooEarly, {}, group.value.data());
+      throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, group.value.data());
     }
     if (entity.kind == EntityKind::Spline) fitPoints.visit(group);
     if (group.code < 0 || group.code > 255) continue;
@@ -131,8 +131,8 @@ void EntityWalk::checkEnd() {
   LineCursor after = lines_;
   after.next();
   const auto next = [this, &after] {
-    if (!after.atEnd()) return trimBlanks(after.next());
-    if (goesOn_) throw RunTimeError(Fault::TextEndsTooEarly, {}, after.position());
+    if (!after.atEnd()) return base::trimBlanks(after.next());
+    if (goesOn_) throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, after.position());
     return std::string_view{};
   };
   const std::string_view text = next();

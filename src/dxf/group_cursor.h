@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "base/number_text.h"
 #include "dxf/line_cursor.h"
-#include "dxf/number_text.h"
 #include "dxf/short_code.h"
 
 namespace quillon::dxf {
@@ -29,13 +29,13 @@ class GroupCursor {
       if (code.code == 0) return false;
       group.code = code.code;
     } else {
-      const std::string_view text = trimBlanks(line);
+      const std::string_view text = base::trimBlanks(line);
       if (text == "0") return false;
-      group.code = groupCode(text);
+      group.code = base::groupCode(text);
     }
     lines_.take(line);
     if (lines_.atEnd()) failAtEnd(lines_.position());
-    group.value = trimBlanks(lines_.next());
+    group.value = base::trimBlanks(lines_.next());
     return true;
   }
 

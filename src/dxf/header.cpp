@@ -1,6 +1,6 @@
 #include "dxf/header.h"
 
-#include "dxf/number_text.h"
+#include "base/number_text.h"
 
 namespace quillon::dxf {
 namespace {
@@ -12,12 +12,12 @@ struct HeaderValue {
   double code = 0.0;
   std::string_view text;
 
-  double number() const { return numberValue(text); }
+  double number() const { return base::numberValue(text); }
 };
 
 HeaderValue nextValue(LineReader& reader) {
   HeaderValue value;
-  value.code = numberValue(reader.readDxfLine(true));
+  value.code = base::numberValue(reader.readDxfLine(true));
   value.text = reader.readDxfLine(true);
   return value;
 }
@@ -27,9 +27,9 @@ double switchValue(const HeaderValue& value) {
 }
 
 bool writesUtf8(std::string_view version) {
-  version = trimBlanks(version);
-  return equalsUpperCased(version.substr(0, 2), "AC") &&
-         numberValue(version.substr(2)) >= kFirstUtf8Version;
+  version = base::trimBlanks(version);
+  return base::equalsUpperCased(version.substr(0, 2), "AC") &&
+         base::numberValue(version.substr(2)) >= kFirstUtf8Version;
 }
 
 /// Reads the variables; the result is what $ACADVER says of UTF-8.
@@ -37,19 +37,19 @@ bool readVariables(Drawing& drawing, LineReader& reader) {
   bool utf8 = false;
   while (!reader.cancelled() && !reader.atEnd()) {
     const std::string_view line = reader.readDxfLine(true);
-    if (equalsUpperCased(line, "ENDSEC")) break;
-    if (equalsUpperCased(line, "$ANGDIR")) {
+    if (base::equalsUpperCased(line, "ENDSEC")) break;
+    if (base::equalsUpperCased(line, "$ANGDIR")) {
       drawing.angDir = switchValue(nextValue(reader));
-    } else if (equalsUpperCased(line, "$FILLMODE")) {
+    } else if (base::equalsUpperCased(line, "$FILLMODE")) {
       drawing.fillMode = switchValue(nextValue(reader));
-    } else if (equalsUpperCased(line, "$LTSCALE")) {
+    } else if (base::equalsUpperCased(line, "$LTSCALE")) {
       const HeaderValue value = nextValue(reader);
       // A line-type scale of 0 counts as 1: intended.
       drawing.ltScale = value.code == 40.0 && value.number() != 0.0 ? value.number() : 1.0;
-    } else if (equalsUpperCased(line, "$PDSIZE")) {
+    } else if (base::equalsUpperCased(line, "$PDSIZE")) {
       const HeaderValue value = nextValue(reader);
       if (value.code == 40.0 && value.number() > 0.0) drawing.pointSize = value.number();
-    } else if (equalsUpperCased(line, "$ACADVER")) {
+    } else if (base::equalsUpperCased(line, "$ACADVER")) {
       const HeaderValue value = nextValue(reader);
       utf8 = value.code == 1.0 && writesUtf8(value.text);
     }
@@ -64,7 +64,7 @@ void readHeader(Drawing& drawing, LineReader& reader) {
   const bool utf8 = readVariables(drawing, reader) && reader.source().isUtf8([&reader] {
     return reader.monitor().cancelRequested();
   });
-  drawing.encoding = utf8 ? Encoding::Utf8 : Encoding::Windows1252;
+  drawing.encoding = utf8 ? base::Encoding::Utf8 : base::Encoding::Windows1252;
 }
 
 }  // namespace quillon::dxf

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "dxf/byte_scan.h"
+#include "base/byte_scan.h"
 
 namespace quillon::dxf {
 namespace {
@@ -27,7 +27,7 @@ void LineReader::skipTo(const char* position) {
   const char* const from = cursor_.position();
   if (position == from) return;
   const char eol = source_.lineEnds().eolChar;
-  linesRead_ += countByte(between(from, position), eol);
+  linesRead_ += base::countByte(between(from, position), eol);
   const bool atFileEnd = source_.atFileEnd() && position == source_.end();
   if (atFileEnd && position[-1] != eol) ++linesRead_;
   cursor_.seek(position);
@@ -43,7 +43,7 @@ bool LineReader::skipPastLine(std::string_view text, bool showProgress) {
   while (!atEnd() && !cancelled_) {
     const LineRange lines = window();
     for (const char* from = lines.begin;;) {
-      const std::size_t found = findText(between(from, lines.end), text);
+      const std::size_t found = base::findText(between(from, lines.end), text);
       if (found == std::string_view::npos) break;
       const char* const hit = from + found;
       if (isWholeLine(hit, hit + text.size())) {
@@ -80,8 +80,8 @@ std::uint64_t LineReader::lineAt(const char* position) const {
   if (position == nullptr || position < source_.begin() || position > source_.end()) return 0;
   const char eol = source_.lineEnds().eolChar;
   const char* const here = cursor_.position();
-  if (position >= here) return linesRead_ + 1 + countByte(between(here, position), eol);
-  const std::uint64_t back = countByte(between(position, here), eol);
+  if (position >= here) return linesRead_ + 1 + base::countByte(between(here, position), eol);
+  const std::uint64_t back = base::countByte(between(position, here), eol);
   return linesRead_ + 1 - std::min(back, linesRead_);
 }
 

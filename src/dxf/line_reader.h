@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "base/run_monitor.h"
 #include "dxf/line_cursor.h"
-#include "dxf/run_monitor.h"
 #include "dxf/text_source.h"
 
 namespace quillon::dxf {
@@ -13,7 +13,7 @@ namespace quillon::dxf {
 /// gives are valid until it is used again.
 class LineReader {
  public:
-  LineReader(TextSource& source, RunMonitor& monitor)
+  LineReader(TextSource& source, base::RunMonitor& monitor)
       : source_(source),
         monitor_(monitor),
         cursor_({source.begin(), source.linesEnd()}, source.lineEnds()) {}
@@ -39,7 +39,7 @@ class LineReader {
   /// and nothing for the second character of its last line end.
   std::uint64_t fileLinesRead() const;
   TextSource& source() { return source_; }
-  RunMonitor& monitor() { return monitor_; }
+  base::RunMonitor& monitor() { return monitor_; }
 
   /// True once the user has cancelled, as far as the last poll knows.
   bool cancelled() const { return cancelled_; }
@@ -80,10 +80,10 @@ class LineReader {
   }
 
   TextSource& source_;
-  RunMonitor& monitor_;
+  base::RunMonitor& monitor_;
   LineCursor cursor_;
   const char* kept_ = nullptr;
-  Pacer pacer_{kLinesPerPoll};
+  base::Pacer pacer_{kLinesPerPoll};
   std::uint64_t linesRead_ = 0;
   std::uint64_t linesBeyondEnd_ = 0;     ///< of these
   std::uint64_t linesBeforeRewind_ = 0;  ///< of the file, at most

@@ -13,7 +13,7 @@ bool PolyVertexWalk::next(PolyVertex& vertex) {
     // The vertex that closes a polyline has an empty start width and the last one's end width and
     // bulge: intended.
     vertex = {first_.x, first_.y, {}, current_.endWidth, current_.bulge};
-    return mayClose_ && isOddNumber(flags_);
+    return mayClose_ && base::isOddNumber(flags_);
   }
   return false;
 }

@@ -2,11 +2,11 @@
 
 #include <cstddef>
 
+#include "base/number_text.h"
+#include "base/run_time_error.h"
 #include "dxf/blocks.h"
 #include "dxf/entities.h"
 #include "dxf/header.h"
-#include "dxf/number_text.h"
-#include "dxf/run_time_error.h"
 #include "dxf/tables.h"
 
 namespace quillon::dxf {
@@ -20,16 +20,17 @@ Search searchMarker(LineReader& reader, std::string_view marker, std::string_vie
                     bool showProgress) {
   while (!reader.atEnd()) {
     if (reader.cancelled()) return Search::Stopped;
-    const std::string_view line = trimBlanks(reader.readDxfLine(showProgress));
-    if (equalsUpperCased(line, stopMarker)) return Search::Stopped;
-    if (equalsUpperCased(line, marker)) return Search::Found;
+    const std::string_view line = base::trimBlanks(reader.readDxfLine(showProgress));
+    if (base::equalsUpperCased(line, stopMarker)) return Search::Stopped;
+    if (base::equalsUpperCased(line, marker)) return Search::Found;
   }
   return Search::AtEnd;
 }
 
 SectionLines splitLines(LineRange range, const LineEnds& ends) {
   SectionLines lines;
-  for (LineCursor cursor(range, ends); !cursor.atEnd();) lines.push_back(trimBlanks(cursor.next()));
+  for (LineCursor cursor(range, ends); !cursor.atEnd();)
+    lines.push_back(base::trimBlanks(cursor.next()));
   return lines;
 }
 
@@ -37,20 +38,21 @@ SectionLines splitLines(LineRange range, const LineEnds& ends) {
 /// there is none. Throws RunTimeError when the lines end with the "2".
 std::string_view tableName(LineRange range, const LineEnds& ends) {
   for (LineCursor search(range, ends); !search.atEnd();) {
-    if (trimBlanks(search.next()) != "2") continue;
-    if (search.atEnd()) throw RunTimeError(Fault::TextEndsTooEarly, {}, search.position());
-    return trimBlanks(search.next());
+    if (base::trimBlanks(search.next()) != "2") continue;
+    if (search.atEnd())
+      throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, search.position());
+    return base::trimBlanks(search.next());
   }
-  return trimBlanks(LineCursor(range, ends).next());
+  return base::trimBlanks(LineCursor(range, ends).next());
 }
 
 void parseTable(Drawing& drawing, LineRange range) {
   const std::string_view name = tableName(range, drawing.lineEnds);
   if (!isTableName(name)) return;
   const SectionLines lines = splitLines(range, drawing.lineEnds);
-  if (equalsUpperCased(name, "LTYPE")) parseLineTypeTable(lines, drawing);
-  if (equalsUpperCased(name, "LAYER")) parseLayerTable(lines, drawing);
-  if (equalsUpperCased(name, "STYLE")) parseStyleTable(lines, drawing);
+  if (base::equalsUpperCased(name, "LTYPE")) parseLineTypeTable(lines, drawing);
+  if (base::equalsUpperCased(name, "LAYER")) parseLayerTable(lines, drawing);
+  if (base::equalsUpperCased(name, "STYLE")) parseStyleTable(lines, drawing);
 }
 
 /// Runs a parser on collected lines; its errors learn the line in the file.
@@ -58,7 +60,7 @@ template <typename Parse>
 void withLineNumbers(const LineReader& reader, const Parse& parse) {
   try {
     parse();
-  } catch (RunTimeError& error) {
+  } catch (base::RunTimeError& error) {
     if (error.line() == 0) error.setLine(reader.lineAt(error.position()));
     throw;
   }
@@ -73,23 +75,23 @@ void readTables(Drawing& drawing, LineReader& reader) {
 }
 
 [[noreturn]] void failAtFileEnd(const LineReader& reader) {
-  RunTimeError error(Fault::TextEndsTooEarly, {});
+  base::RunTimeError error(base::Fault::TextEndsTooEarly, {});
   error.setLine(reader.linesRead());
   throw error;
 }
 
 void readBlocks(Drawing& drawing, LineReader& reader) {
-  reader.monitor().setStatus(ReadPhase::Blocks, 0);
+  reader.monitor().setStatus(base::ReadPhase::Blocks, 0);
   LineRange lines;
   while (!reader.cancelled() && collectBetween(reader, "BLOCK", "ENDBLK", "ENDSEC", lines, true)) {
     if (lines.begin == nullptr) failAtFileEnd(reader);
     parseBlock(drawing, lines, reader.lineAt(lines.begin));
-    reader.monitor().setStatus(ReadPhase::Blocks, drawing.blocks.size());
+    reader.monitor().setStatus(base::ReadPhase::Blocks, drawing.blocks.size());
   }
 }
 
 void readEntitiesSection(Drawing& drawing, LineReader& reader, EntitySink& sink) {
-  reader.monitor().setStatus(ReadPhase::Entities, 0);
+  reader.monitor().setStatus(base::ReadPhase::Entities, 0);
   // No drawing holds this line, so no ENDSEC of an earlier section stops the search: intended.
   constexpr std::string_view kNeverMet = "123456733EREW";
   if (searchMarker(reader, "ENTITIES", kNeverMet, true) != Search::Found) return;
@@ -112,7 +114,7 @@ void skipObjects(LineReader& reader, bool endsAtFileEnd) {
       reader.monitor().waitForUser();
       reader.poll(true);
     }
-    if (equalsUpperCased(reader.readDxfLine(true), "ENDSEC")) sawEnd = true;
+    if (base::equalsUpperCased(reader.readDxfLine(true), "ENDSEC")) sawEnd = true;
   }
 }
 
@@ -120,7 +122,7 @@ void skipObjects(LineReader& reader, bool endsAtFileEnd) {
 
 void readHeaderAndTables(Drawing& drawing, LineReader& reader) {
   drawing.lineEnds = reader.source().lineEnds();
-  reader.monitor().setStatus(ReadPhase::Header, 0);
+  reader.monitor().setStatus(base::ReadPhase::Header, 0);
   if (openSection(drawing, reader, "HEADER")) readHeader(drawing, reader);
   if (openSection(drawing, reader, "TABLES")) readTables(drawing, reader);
 }

@@ -1,6 +1,6 @@
 #include "dxf/spline_points.h"
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 
 namespace quillon::dxf {
 
@@ -39,7 +39,7 @@ void FitPointRule::visit(const Group& group) {
       break;
     case 12:
       if (!x_.empty() && !group.value.empty()) {
-        throw RunTimeError(Fault::TooManyPoints, group.value, group.value.data());
+        throw base::RunTimeError(base::Fault::TooManyPoints, group.value, group.value.data());
       }
       break;
     default:

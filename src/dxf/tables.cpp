@@ -5,9 +5,9 @@
 #include <string>
 #include <utility>
 
+#include "base/number_text.h"
+#include "base/run_time_error.h"
 #include "dxf/group_cursor.h"
-#include "dxf/number_text.h"
-#include "dxf/run_time_error.h"
 
 namespace quillon::dxf {
 namespace {
@@ -19,7 +19,7 @@ constexpr std::size_t kCodesLookedUp = 4;
 std::string_view lineAt(const SectionLines& lines, std::size_t index) {
   if (index >= lines.size()) {
     const char* const end = lines.empty() ? nullptr : lines.back().data();
-    throw RunTimeError(Fault::TextEndsTooEarly, {}, end);
+    throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, end);
   }
   return lines[index];
 }
@@ -37,7 +37,7 @@ class GroupRun {
       // A line type converts its code line first; the end of the lines is noticed after that.
       Group group;
       const auto read = [&] {
-        group = {groupCode(lineAt(lines, endValue_ - 1)), lineAt(lines, endValue_)};
+        group = {base::groupCode(lineAt(lines, endValue_ - 1)), lineAt(lines, endValue_)};
       };
       if (keepsLast) read();
       last = lineAt(lines, endValue_ + 1) == "0";
@@ -61,9 +61,9 @@ class GroupRun {
     Kept& last = kept_[column];
     if (!last.made || last.at != at) {
       const std::string_view text = groups_[at].value;
-      last = {
-          true, at,
-          upper ? drawing.arena.keep(upperCase(text, drawing.encoding)) : drawing.arena.keep(text)};
+      last = {true, at,
+              upper ? drawing.arena.keep(base::upperCase(text, drawing.encoding))
+                    : drawing.arena.keep(text)};
     }
     return last.text;
   }
@@ -93,7 +93,7 @@ class GroupRun {
     std::string text;
     for (const Group& group : groups_) {
       dashOffsets_.push_back(text.size());
-      if (group.code == kDashCode) text += numberText(numberValue(group.value)) + ";";
+      if (group.code == kDashCode) text += base::numberText(base::numberValue(group.value)) + ";";
     }
     dashOffsets_.push_back(text.size());
     if (groups_.empty() || groups_.back().code != kDashCode) text += "0;";
@@ -133,8 +133,8 @@ std::ptrdiff_t findLine(const SectionLines& lines, std::size_t start, std::strin
 }
 
 bool isTableName(std::string_view text) {
-  return equalsUpperCased(text, "LTYPE") || equalsUpperCased(text, "LAYER") ||
-         equalsUpperCased(text, "STYLE");
+  return base::equalsUpperCased(text, "LTYPE") || base::equalsUpperCased(text, "LAYER") ||
+         base::equalsUpperCased(text, "STYLE");
 }
 
 void parseLineTypeTable(const SectionLines& lines, Drawing& drawing) {

@@ -8,13 +8,13 @@
 #include <system_error>
 #include <utility>
 
-#include "dxf/byte_scan.h"
+#include "base/byte_scan.h"
 #include "dxf/stream_position.h"
 
 namespace quillon::dxf {
 namespace {
 
-[[noreturn]] void failReading() { throw ReadError(errno); }
+[[noreturn]] void failReading() { throw base::ReadError(errno); }
 
 void seekToStart(std::FILE* stream) {
   if (!seekTo(stream, 0)) failReading();
@@ -94,7 +94,7 @@ bool TextSource::hasChanged() const { return stream_ != nullptr && stampOf(strea
 
 bool TextSource::isUtf8(const std::function<bool()>& cancelled) {
   if (stream_ == nullptr) return utf8_.complete();
-  Utf8Check check;
+  base::Utf8Check check;
   const auto block = std::make_unique_for_overwrite<char[]>(kWindow);
   seekToStart(stream_);
   while (check.valid() && !cancelled()) {
@@ -145,7 +145,7 @@ void TextSource::addBytes(std::size_t count) {
   const auto [eol, other, detected] = lineEnds_;
   char* out = start + count;
   if (detected && count > 0 &&
-      ((bytes.front() == other && lastByte_ != eol) || hasWithoutBefore(bytes, other, eol))) {
+      ((bytes.front() == other && lastByte_ != eol) || base::hasWithoutBefore(bytes, other, eol))) {
     out = start;
     char previous = lastByte_;
     for (const char c : bytes) {

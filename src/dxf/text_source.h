@@ -9,10 +9,10 @@
 #include <memory>
 #include <stdexcept>
 #include <string_view>
-#include <system_error>
 
+#include "base/read_error.h"
+#include "base/utf8_check.h"
 #include "dxf/stream_position.h"
-#include "dxf/utf8_check.h"
 
 namespace quillon::dxf {
 
@@ -21,17 +21,6 @@ struct LineEnds {
   char eolChar = '\n';
   char eolOther = '\r';
   bool eolDetected = false;
-};
-
-/// A file could not be read, for the system's reason with this number (errno).
-class ReadError : public std::runtime_error {
- public:
-  explicit ReadError(int reason)
-      : std::runtime_error(std::generic_category().message(reason)), reason_(reason) {}
-  int reason() const { return reason_; }
-
- private:
-  int reason_;
 };
 
 /// Most bytes that a drawing may have: as a file, and through a pipe, which is held in memory.
@@ -67,7 +56,7 @@ class TextSource {
   explicit TextSource(std::string_view bytes);
   /// A stream that stands at its start, or behind `head`, which has been read from it already.
   /// A stream that can seek is read through the window and must stay open; another one is read to
-  /// its end here, and `cancelled` is asked now and then. Throws ReadError and InputTooLarge.
+  /// its end here, and `cancelled` is asked now and then. Throws base::ReadError and InputTooLarge.
   TextSource(
       std::FILE* stream, std::string_view head,
       const std::function<bool()>& cancelled = [] { return false; },
@@ -85,7 +74,7 @@ class TextSource {
 
   /// Moves the window on: it starts at `keep` and holds at least one more line, or reaches to the
   /// end of the file. Returns where `keep` stands now; every other pointer into the window is
-  /// invalid. Throws ReadError, and std::bad_alloc when what is kept does not fit in memory.
+  /// invalid. Throws base::ReadError, and std::bad_alloc when what is kept does not fit in memory.
   const char* refill(const char* keep);
 
   /// Puts the window at the start of the file again.
@@ -116,7 +105,7 @@ class TextSource {
   std::FILE* stream_ = nullptr;  ///< null when everything is in memory
   /// Of a text that is held in memory as a whole: of its bytes as they came, before line ends were
   /// made regular, just as those of a file are checked.
-  Utf8Check utf8_;
+  base::Utf8Check utf8_;
   bool keepsAll_ = false;  ///< a stream is being read to its end
   std::unique_ptr<char, Release> data_;
   std::size_t size_ = 0;

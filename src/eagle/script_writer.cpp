@@ -2,16 +2,16 @@
 
 #include <cmath>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 
 namespace quillon::eagle {
 namespace {
 
-[[noreturn]] void failNotFinite() { throw dxf::RunTimeError(dxf::Fault::BadNumber, {}); }
+[[noreturn]] void failNotFinite() { throw base::RunTimeError(base::Fault::BadNumber, {}); }
 
 }  // namespace
 
-ScriptWriter::ScriptWriter(ScriptSink& sink, const Coordinates& coordinates, PointForm form)
+ScriptWriter::ScriptWriter(base::ByteSink& sink, const Coordinates& coordinates, PointForm form)
     : sink_(sink),
       area_(coordinates),
       form_(form),

@@ -8,17 +8,11 @@
 #include <string>
 #include <string_view>
 
+#include "base/byte_sink.h"
 #include "eagle/drawing_area.h"
 #include "eagle/number_format.h"
 
 namespace quillon::eagle {
-
-/// Where the script goes. May throw; the conversion then ends.
-class ScriptSink {
- public:
-  virtual ~ScriptSink() = default;
-  virtual void write(std::string_view block) = 0;
-};
 
 /// The smallest box around all points written so far; empty while minX > maxX.
 struct Extents {
@@ -37,7 +31,7 @@ enum class PointForm : std::uint8_t { Plain, FromMark };
 /// watches the coordinate range.
 class ScriptWriter {
  public:
-  ScriptWriter(ScriptSink& sink, const Coordinates& coordinates,
+  ScriptWriter(base::ByteSink& sink, const Coordinates& coordinates,
                PointForm form = PointForm::FromMark);
   ScriptWriter(const ScriptWriter&) = delete;
   ScriptWriter& operator=(const ScriptWriter&) = delete;
@@ -94,7 +88,7 @@ class ScriptWriter {
   ScriptWriter& longText(std::string_view text);
   void writeLastPoint(double x, double y);
 
-  ScriptSink& sink_;
+  base::ByteSink& sink_;
   DrawingArea area_;
   PointForm form_;
   std::unique_ptr<char[]> buffer_;

@@ -4,29 +4,29 @@
 #include <new>
 #include <system_error>
 
-#include "convert/messages.h"
-#include "convert/output_file.h"
-#include "dxf/run_time_error.h"
-#include "dxf/text_source.h"
+#include "base/read_error.h"
+#include "base/run_time_error.h"
+#include "files/output_file.h"
+#include "texts/error_texts.h"
 
 namespace quillon::errors {
 namespace {
 
 constexpr int kUnknownError = 3511;
 
-std::int32_t numberOf(dxf::Fault fault) {
+std::int32_t numberOf(base::Fault fault) {
   switch (fault) {
-    case dxf::Fault::BadGroupCode:
+    case base::Fault::BadGroupCode:
       return kTypeMismatch;
-    case dxf::Fault::TextEndsTooEarly:
+    case base::Fault::TextEndsTooEarly:
       return kEndOfFile;
-    case dxf::Fault::TooManyPoints:
+    case base::Fault::TooManyPoints:
       return kOutOfRange;
-    case dxf::Fault::NestingTooDeep:
+    case base::Fault::NestingTooDeep:
       return kOutOfStack;
-    case dxf::Fault::BadNumber:
-    case dxf::Fault::BadLayerNumber:
-    case dxf::Fault::BadDashLength:
+    case base::Fault::BadNumber:
+    case base::Fault::BadLayerNumber:
+    case base::Fault::BadDashLength:
       break;
   }
   return kOverflow;
@@ -57,20 +57,19 @@ std::int32_t numberOfReason(int reason) {
 
 }  // namespace
 
-FaultInfo describe(const std::exception_ptr& error, const resources::Texts& texts) {
-  const convert::Messages messages(texts);
+FaultInfo describe(const std::exception_ptr& error, const texts::Texts& texts) {
   try {
     if (error != nullptr) std::rethrow_exception(error);
   } catch (const NumberedError& e) {
     return {e.number(), e.what(), e.line()};
-  } catch (const dxf::RunTimeError& e) {
-    return {numberOf(e.fault()), messages.faultText(e, {})};
-  } catch (const dxf::ReadError& e) {
-    return {numberOfReason(e.reason()), messages.reasonText(e.reason())};
-  } catch (const convert::WriteError& e) {
-    return {numberOfReason(e.reason()), messages.reasonText(e.reason())};
+  } catch (const base::RunTimeError& e) {
+    return {numberOf(e.fault()), texts::faultText(e, {}, texts)};
+  } catch (const base::ReadError& e) {
+    return {numberOfReason(e.reason()), texts::reasonText(e.reason(), texts)};
+  } catch (const files::WriteError& e) {
+    return {numberOfReason(e.reason()), texts::reasonText(e.reason(), texts)};
   } catch (const std::bad_alloc&) {
-    return {kOutOfMemory, messages.outOfMemoryText()};
+    return {kOutOfMemory, texts::outOfMemoryText(texts)};
   } catch (const std::system_error& e) {
     return {numberOfReason(e.code().value()), e.what()};
   } catch (const std::out_of_range& e) {

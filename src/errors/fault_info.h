@@ -6,7 +6,7 @@
 #include <string>
 
 #include "errors/source_line.h"
-#include "ui/resources/string_table.h"
+#include "texts/string_table.h"
 
 namespace quillon::errors {
 
@@ -52,6 +52,6 @@ struct FaultInfo {
 };
 
 /// Describes an exception that was trapped.
-FaultInfo describe(const std::exception_ptr& error, const resources::Texts& texts);
+FaultInfo describe(const std::exception_ptr& error, const texts::Texts& texts);
 
 }  // namespace quillon::errors

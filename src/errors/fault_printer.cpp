@@ -1,19 +1,19 @@
 #include "errors/fault_printer.h"
 
-#include "convert/messages.h"
-#include "convert/paths.h"
+#include "base/quotable.h"
+#include "files/paths.h"
 
 namespace quillon::errors {
 namespace {
 
 std::string quotedFile(const ProgramIdentity& program) {
-  return convert::quotable(convert::fromPath(program.protocolFile()));
+  return base::quotable(files::fromPath(program.protocolFile()));
 }
 
 }  // namespace
 
 Continuation FaultPrinter::show(const FaultReport& report) {
-  const resources::Texts texts(languageOffset_);
+  const texts::Texts texts(languageOffset_);
   const std::string prefix = program_.fileName + ": ";
   const std::string place = report.values[1] + "." + report.values[2];
   const std::string protocol = report.protocol();
@@ -28,8 +28,7 @@ Continuation FaultPrinter::show(const FaultReport& report) {
 }
 
 std::string crashNotice(const ProgramIdentity& program, int languageOffset) {
-  return program.fileName + ": " + resources::Texts(languageOffset)(3512, {quotedFile(program)}) +
-         "\n";
+  return program.fileName + ": " + texts::Texts(languageOffset)(3512, {quotedFile(program)}) + "\n";
 }
 
 }  // namespace quillon::errors

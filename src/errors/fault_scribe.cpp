@@ -2,9 +2,9 @@
 
 #include <cstdio>
 
-#include "convert/driver.h"
-#include "convert/output_file.h"
 #include "errors/protocol.h"
+#include "files/local_time.h"
+#include "files/output_file.h"
 
 namespace quillon::errors {
 namespace {
@@ -53,13 +53,13 @@ FaultScribe::FaultScribe(ProgramIdentity program, const int& languageOffset, Fau
 FaultReport FaultScribe::makeReport(std::string_view module, std::string_view procedure,
                                     unsigned allowed) const {
   FaultReport report;
-  report.fault = describe(std::current_exception(), resources::Texts(languageOffset_));
+  report.fault = describe(std::current_exception(), texts::Texts(languageOffset_));
   if (report.fault.line == 0) report.fault.line = list_.newestLine();
   report.values = {std::to_string(report.fault.number), std::string(module), std::string(procedure),
                    std::to_string(report.fault.line)};
   report.caption = program_.title + std::string(kCaptionSuffix);
   report.programInfo = programInfo_;
-  const convert::ReportTime now = convert::currentReportTime();
+  const files::LocalTime now = files::currentLocalTime();
   report.date = now.date;
   report.time = now.time;
   report.system = system_;
@@ -101,8 +101,8 @@ void FaultScribe::trace(const FaultReport& report) {
     traced_ += "\t" + entryText(report.callStack.entry(i)) + "\r\n";
   }
   try {
-    convert::replaceFile(program_.traceFile(), traced_);
-  } catch (const convert::WriteError&) {  // NOLINT(bugprone-empty-catch)
+    files::replaceFile(program_.traceFile(), traced_);
+  } catch (const files::WriteError&) {  // NOLINT(bugprone-empty-catch)
     // The window shows the same; where no file can be written there is nothing to send.
   }
 }
@@ -110,7 +110,7 @@ void FaultScribe::trace(const FaultReport& report) {
 bool saveProtocol(const ProgramIdentity& program, std::string_view protocol) noexcept {
   if (program.folder.empty()) return false;
   try {
-    convert::replaceFile(program.protocolFile(), protocol);
+    files::replaceFile(program.protocolFile(), protocol);
     return true;
   } catch (...) {
     return false;

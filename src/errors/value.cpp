@@ -1,6 +1,6 @@
 #include "errors/value.h"
 
-#include "convert/messages.h"
+#include "base/quotable.h"
 
 namespace quillon::errors {
 namespace {
@@ -14,7 +14,7 @@ struct Renderer {
     return "[OBJECT:" + std::string(object.type) + "]";
   }
   // A line break in a file's name must not start a line of the protocol.
-  std::string operator()(const std::string& text) const { return convert::quotable(text); }
+  std::string operator()(const std::string& text) const { return base::quotable(text); }
 };
 
 }  // namespace

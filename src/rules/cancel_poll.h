@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-#include "dxf/run_monitor.h"
+#include "base/run_monitor.h"
 #include "eagle/script_writer.h"
 
 namespace quillon::rules {
@@ -29,7 +29,7 @@ class CancelPoll {
   /// Asked once when a limit is reached; after a yes there is none any more.
   using MayGoOn = std::function<bool(LimitKind)>;
 
-  explicit CancelPoll(dxf::RunMonitor& monitor) : monitor_(monitor) {}
+  explicit CancelPoll(base::RunMonitor& monitor) : monitor_(monitor) {}
 
   /// From now on these limits hold for the script and the steps.
   void setLimits(const eagle::ScriptWriter& script, const WorkLimits& limits, MayGoOn mayGoOn) {
@@ -69,8 +69,8 @@ class CancelPoll {
     return ended_;
   }
 
-  dxf::RunMonitor& monitor_;
-  dxf::Pacer pacer_{kStepsPerPoll};
+  base::RunMonitor& monitor_;
+  base::Pacer pacer_{kStepsPerPoll};
   bool cancelled_ = false;
   const eagle::ScriptWriter* script_ = nullptr;
   WorkLimits limits_;

@@ -10,7 +10,7 @@ using convert::MessageKind;
 class HeadlessHostTest : public ::testing::Test {
  protected:
   console::Console console{false};
-  resources::Texts texts{resources::kEnglish};
+  texts::Texts texts{texts::kEnglish};
   HeadlessHost host{console, texts, ""};
 };
 

@@ -2,9 +2,9 @@
 #include <windows.h>
 
 #include "app/program_fixture.h"
-#include "convert/file_system.h"
-#include "convert/paths.h"
 #include "convert/summary.h"
+#include "files/file_system.h"
+#include "files/paths.h"
 
 namespace quillon::headless {
 namespace {
@@ -15,28 +15,27 @@ class WindowsPathTest : public ProgramTest {
  protected:
   /// Converts a drawing that is named in full, and expects its script beside it.
   void expectConverted(const fs::path& drawing) {
-    ASSERT_TRUE(convert::makeFolders(drawing.parent_path()));
+    ASSERT_TRUE(files::makeFolders(drawing.parent_path()));
     const std::string text = oneLine().text();
     {
-      const convert::FileHandle file = convert::openFile(drawing, "wb");
+      const files::FileHandle file = files::openFile(drawing, "wb");
       ASSERT_NE(file, nullptr);
       std::fwrite(text.data(), 1, text.size(), file.get());
     }
-    const testing::ProgramResult result = run({convert::fromPath(drawing), "--name", "A"});
+    const testing::ProgramResult result = run({files::fromPath(drawing), "--name", "A"});
     EXPECT_EQ(result.exitCode, 0) << result.error;
     fs::path script = drawing;
     script.replace_extension(".scr");
-    EXPECT_EQ(convert::readWholeFile(convert::fromPath(script)), lineScript("A"));
-    EXPECT_NE(
-        result.error.find("SCRIPT '" + testing::withSlashes(convert::fromPath(script)) + "'\n"),
-        std::string::npos)
+    EXPECT_EQ(files::readWholeFile(files::fromPath(script)), lineScript("A"));
+    EXPECT_NE(result.error.find("SCRIPT '" + testing::withSlashes(files::fromPath(script)) + "'\n"),
+              std::string::npos)
         << result.error;
   }
 };
 
 TEST_F(WindowsPathTest, HasADriveAndBackslashes) {
   const fs::path drawing = folder.path() / "in" / "part.dxf";
-  ASSERT_EQ(convert::fromPath(drawing).substr(1, 2), ":\\");
+  ASSERT_EQ(files::fromPath(drawing).substr(1, 2), ":\\");
   expectConverted(drawing);
 }
 
@@ -56,14 +55,14 @@ TEST_F(WindowsPathTest, IsLongerThan260Characters) {
   for (int i = 0; i < 5; ++i) drawing /= std::string(100, static_cast<char>('a' + i));
   expectConverted(drawing / L"Gehäuse.dxf");
   int reason = 0;
-  EXPECT_EQ(convert::listFolder(drawing, reason).size(), 2U);
+  EXPECT_EQ(files::listFolder(drawing, reason).size(), 2U);
   EXPECT_EQ(reason, 0);
   // The drawings of a folder that is named in full.
-  const testing::ProgramResult result = run({convert::fromPath(drawing), "--force"});
+  const testing::ProgramResult result = run({files::fromPath(drawing), "--force"});
   EXPECT_EQ(result.exitCode, 0) << result.error;
   EXPECT_TRUE(result.error.ends_with("1 of 1 drawings converted\n")) << result.error;
   // What cleans up after tests knows no such paths.
-  for (const fs::path& path : convert::listFolder(drawing, reason)) convert::removeFile(path);
+  for (const fs::path& path : files::listFolder(drawing, reason)) files::removeFile(path);
   for (; drawing != folder.path(); drawing = drawing.parent_path()) {
     EXPECT_NE(RemoveDirectoryW((L"\\\\?\\" + drawing.native()).c_str()), 0);
   }
@@ -266,7 +265,7 @@ TEST_F(WindowsPathTest, OfAFolderInQuotesDoesNotTakeWhatFollowsIt) {
 
 TEST_F(WindowsPathTest, WithoutALimitIsShownAsTheSystemShowsIt) {
   write("part.dxf", oneLine());
-  const std::string path = convert::fromPath(folder.path());
+  const std::string path = files::fromPath(folder.path());
   const testing::ProgramResult result = run({"\\\\?\\" + path + "\\part.dxf"});
   EXPECT_EQ(result.exitCode, 0) << result.error;
   EXPECT_TRUE(result.error.ends_with("In EAGLE type: SCRIPT '" + testing::withSlashes(path) +

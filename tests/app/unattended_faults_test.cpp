@@ -51,8 +51,8 @@ class UnattendedFaultsTest : public ::testing::Test {
 
   testing::TempFolder folder;
   settings::SettingsStore store{folder.path()};
-  int language = resources::kEnglish;
-  resources::Texts texts{language};
+  int language = texts::kEnglish;
+  texts::Texts texts{language};
   console::Console console{false};
   FailingProgress progress;
   settings::Settings settings = [this] {

@@ -20,7 +20,7 @@ class UnattendedHostTest : public ::testing::Test {
   }
 
   console::Console console{false};
-  resources::Texts english{resources::kEnglish};
+  texts::Texts english{texts::kEnglish};
   ConsoleProgress progress{console};
   UnattendedHost host{console, progress, english};
 };
@@ -67,7 +67,7 @@ TEST_F(UnattendedHostTest, EndsAtALimitAndSaysWhereItCanGoOn) {
       printedBy([&] { EXPECT_FALSE(host.goOnPastLimit(limit)); }),
       "quillon: File Error: a.dxf: limit. Not kept. Please convert the drawing in the window, "
       "which asks whether to go on.\n");
-  resources::Texts german{resources::kGerman};
+  texts::Texts german{texts::kGerman};
   UnattendedHost germanHost{console, progress, german};
   EXPECT_EQ(printedBy([&] { germanHost.goOnPastLimit(limit); }),
             "quillon: File Error: a.dxf: limit. Not kept. Bitte die Zeichnung im Fenster "

@@ -12,7 +12,7 @@ namespace {
 /// What a run prints of a drawing that has more lines to write than it may.
 std::string printedAtLimit(int languageOffset, const std::string& dxf, const std::string& script) {
   console::Console console{false};
-  const resources::Texts texts{languageOffset};
+  const texts::Texts texts{languageOffset};
   ConsoleProgress progress{console};
   UnattendedHost host{console, progress, texts};
   convert::Surroundings surroundings = testing::fixedSurroundings();
@@ -31,11 +31,11 @@ TEST(UnattendedLimit, EndsTheDrawingWithoutAScript) {
   testing::DxfBuilder dxf;
   for (int i = 0; i < 9; ++i) dxf.entity("POINT", {{8, "0"}});
   const std::string drawing = folder.write("a.dxf", dxf.text());
-  EXPECT_EQ(printedAtLimit(resources::kEnglish, drawing, folder.file("a.scr")),
+  EXPECT_EQ(printedAtLimit(texts::kEnglish, drawing, folder.file("a.scr")),
             "quillon: File Error: " + drawing +
                 ": The script has reached the limit of 6 lines. The script is not kept. Please "
                 "convert the drawing in the window, which asks whether to go on.\n");
-  EXPECT_EQ(printedAtLimit(resources::kGerman, drawing, folder.file("a.scr")),
+  EXPECT_EQ(printedAtLimit(texts::kGerman, drawing, folder.file("a.scr")),
             "quillon: Dateifehler: " + drawing +
                 ": Das Script hat die Grenze von 6 Zeilen erreicht. Das Script wird nicht "
                 "behalten. Bitte die Zeichnung im Fenster konvertieren, das fragt, ob es "

@@ -2,7 +2,7 @@
 #include <thread>
 
 #include "app/program_fixture.h"
-#include "dxf/encoding.h"
+#include "base/encoding.h"
 #include "platform.h"
 
 namespace quillon::headless {
@@ -249,7 +249,8 @@ TEST_F(UnattendedTest, AScriptInAMissingFolderIsAnErrorAndGoesNowhereElse) {
   const Strings before = {"in", "part.dxf", "program", "program/larkspur.ini", "program/quillon"};
   std::string root = std::filesystem::canonical(folder.path()).string();
   std::replace(root.begin(), root.end(), '/', '\\');
-  for (const std::string& missing : {dxf::lowerCase(root) + "\\nofolder", std::string("q:\\out")}) {
+  for (const std::string& missing :
+       {base::lowerCase(root) + "\\nofolder", std::string("q:\\out")}) {
     const std::string script = missing + "\\o.scr";
     expectResult(run({"/x:part.dxf", "/s:" + script, "/ru"}), 1, "",
                  "quillon: File Error: Can't open the specified " + script + " Script file!\n  " +

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "base/run_time_error.h"
 #include "classic/curves.h"
-#include "dxf/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -217,8 +217,8 @@ TEST(ArcEntity, IsFollowedByTheRangeNote) {
 
 TEST(ArcEntity, WithAnAngleThatIsNotFiniteIsAnError) {
   const double infinity = std::numeric_limits<double>::infinity();
-  EXPECT_THROW(Arc({1, 2, 3, infinity, 90}), dxf::RunTimeError);
-  EXPECT_THROW(Arc({1, 2, 3, 0, infinity}), dxf::RunTimeError);
+  EXPECT_THROW(Arc({1, 2, 3, infinity, 90}), base::RunTimeError);
+  EXPECT_THROW(Arc({1, 2, 3, 0, infinity}), base::RunTimeError);
 }
 
 }  // namespace

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <string>
 
+#include "base/run_time_error.h"
 #include "classic/curves.h"
-#include "dxf/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -163,9 +163,9 @@ TEST(WriteArc, WritesNothingOnALayerThatIsNotConverted) {
 
 TEST(WriteArc, RefusesNumbersThatAreNotFinite) {
   ScriptCapture capture;
-  EXPECT_THROW(writeArc(capture.context, 0.0, 0.0, HUGE_VAL, 10.0, 90.0, 7), dxf::RunTimeError);
-  EXPECT_THROW(writeArc(capture.context, HUGE_VAL, 0.0, 1.0, 10.0, 90.0, 7), dxf::RunTimeError);
-  EXPECT_THROW(writeArc(capture.context, 0.0, 0.0, 1.0, HUGE_VAL, 90.0, 7), dxf::RunTimeError);
+  EXPECT_THROW(writeArc(capture.context, 0.0, 0.0, HUGE_VAL, 10.0, 90.0, 7), base::RunTimeError);
+  EXPECT_THROW(writeArc(capture.context, HUGE_VAL, 0.0, 1.0, 10.0, 90.0, 7), base::RunTimeError);
+  EXPECT_THROW(writeArc(capture.context, 0.0, 0.0, 1.0, HUGE_VAL, 90.0, 7), base::RunTimeError);
 }
 
 }  // namespace

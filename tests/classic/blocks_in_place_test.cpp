@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/run_time_error.h"
 #include "classic/translation.h"
-#include "dxf/run_time_error.h"
 #include "support/script_points.h"
 
 namespace quillon::classic {
@@ -245,8 +245,8 @@ TEST(Insert, NestedDeeperThanAThousandBlocksIsAnError) {
   try {
     translation.run();
     FAIL() << "expanded 1,001 blocks";
-  } catch (const dxf::RunTimeError& error) {
-    EXPECT_EQ(error.fault(), dxf::Fault::NestingTooDeep);
+  } catch (const base::RunTimeError& error) {
+    EXPECT_EQ(error.fault(), base::Fault::NestingTooDeep);
   }
 }
 

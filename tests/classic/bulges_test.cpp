@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "base/run_time_error.h"
 #include "classic/curves.h"
-#include "dxf/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -222,9 +222,9 @@ TEST(BulgeSegment, WritesNothingOnALayerThatIsNotConverted) {
 }
 
 TEST(BulgeSegment, RefusesNumbersThatAreNotFinite) {
-  EXPECT_THROW(Segment({.x1 = HUGE_VAL, .x2 = 0, .y2 = 1, .bulge = 1.0}), dxf::RunTimeError);
+  EXPECT_THROW(Segment({.x1 = HUGE_VAL, .x2 = 0, .y2 = 1, .bulge = 1.0}), base::RunTimeError);
   EXPECT_THROW(Segment({.x1 = 1, .x2 = 0, .y2 = 1, .width = HUGE_VAL, .bulge = 1.0}),
-               dxf::RunTimeError);
+               base::RunTimeError);
 }
 
 }  // namespace

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/run_time_error.h"
 #include "classic/curves.h"
-#include "dxf/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -111,8 +111,8 @@ TEST(WriteCircle, WritesNothingOnALayerThatIsNotConverted) {
 }
 
 TEST(WriteCircle, RefusesNumbersThatAreNotFinite) {
-  EXPECT_THROW(Circle(HUGE_VAL, 2.0, 3.0), dxf::RunTimeError);
-  EXPECT_THROW(Circle(1.0, 2.0, HUGE_VAL), dxf::RunTimeError);
+  EXPECT_THROW(Circle(HUGE_VAL, 2.0, 3.0), base::RunTimeError);
+  EXPECT_THROW(Circle(1.0, 2.0, HUGE_VAL), base::RunTimeError);
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "base/run_time_error.h"
 #include "classic/curves.h"
-#include "dxf/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -192,8 +192,8 @@ TEST(DashedArc, IsAnErrorWhenAStepIsNotFinite) {
     try {
       arc(0.0, 90.0, {20.0, -10.0}, dashed(ltScale), {}, r);
       FAIL() << "walked an arc of radius " << r;
-    } catch (const dxf::RunTimeError& error) {
-      EXPECT_EQ(error.fault(), dxf::Fault::BadDashLength);
+    } catch (const base::RunTimeError& error) {
+      EXPECT_EQ(error.fault(), base::Fault::BadDashLength);
     }
   }
 }

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/run_time_error.h"
 #include "classic/lines.h"
-#include "dxf/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -194,25 +194,25 @@ TEST(DashedLine, WritesNothingOnALayerThatIsNotConverted) {
 }
 
 /// The fault that ends a dashed line; BadGroupCode stands for none.
-dxf::Fault faultOf(Point start, Point end, const DashPattern& pattern, double ltScale) {
+base::Fault faultOf(Point start, Point end, const DashPattern& pattern, double ltScale) {
   try {
     const DashedLine line(start, end, pattern, ltScale);
-  } catch (const dxf::RunTimeError& error) {
+  } catch (const base::RunTimeError& error) {
     return error.fault();
   }
-  return dxf::Fault::BadGroupCode;
+  return base::Fault::BadGroupCode;
 }
 
 TEST(DashedLine, IsAnErrorWhenItsLengthIsNotFinite) {
   const DashPattern pattern = {1.0, -1.0};
-  EXPECT_EQ(faultOf({0, 0}, {kInfinity, 0}, pattern, 1.0), dxf::Fault::BadDashLength);
-  EXPECT_EQ(faultOf({0, 0}, {1e200, 0}, pattern, 1.0), dxf::Fault::BadDashLength);
-  EXPECT_EQ(faultOf({-kInfinity, 0}, {-kInfinity, 0}, pattern, 1.0), dxf::Fault::BadDashLength);
+  EXPECT_EQ(faultOf({0, 0}, {kInfinity, 0}, pattern, 1.0), base::Fault::BadDashLength);
+  EXPECT_EQ(faultOf({0, 0}, {1e200, 0}, pattern, 1.0), base::Fault::BadDashLength);
+  EXPECT_EQ(faultOf({-kInfinity, 0}, {-kInfinity, 0}, pattern, 1.0), base::Fault::BadDashLength);
 }
 
 TEST(DashedLine, IsAnErrorWhenAStepIsNotFinite) {
-  EXPECT_EQ(faultOf({0, 0}, {10, 0}, {1.0, -kInfinity}, 1.0), dxf::Fault::BadDashLength);
-  EXPECT_EQ(faultOf({0, 0}, {10, 0}, {1.0, -1e308}, 1e10), dxf::Fault::BadDashLength);
+  EXPECT_EQ(faultOf({0, 0}, {10, 0}, {1.0, -kInfinity}, 1.0), base::Fault::BadDashLength);
+  EXPECT_EQ(faultOf({0, 0}, {10, 0}, {1.0, -1e308}, 1e10), base::Fault::BadDashLength);
 }
 
 TEST(DashedLine, StopsSoonAfterACancel) {

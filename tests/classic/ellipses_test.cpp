@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/run_time_error.h"
 #include "classic/curves.h"
-#include "dxf/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -273,17 +273,17 @@ TEST(WriteEllipse, StopsSoonAfterACancelHoweverFarItsEnd) {
 
 TEST(WriteEllipse, RefusesParametersThatAreNotFinite) {
   for (const double bad : {HUGE_VAL, -HUGE_VAL}) {
-    EXPECT_THROW(Ellipse({.majorX = 5, .startParam = 0, .endParam = bad}), dxf::RunTimeError);
-    EXPECT_THROW(Ellipse({.majorX = 5, .startParam = bad, .endParam = 1}), dxf::RunTimeError);
+    EXPECT_THROW(Ellipse({.majorX = 5, .startParam = 0, .endParam = bad}), base::RunTimeError);
+    EXPECT_THROW(Ellipse({.majorX = 5, .startParam = bad, .endParam = 1}), base::RunTimeError);
     EXPECT_EQ(Ellipse({.majorX = 5, .endParam = bad}, kEllipseSegments, 999).script, "");
   }
 }
 
 TEST(WriteEllipse, RefusesNumbersThatAreNotFinite) {
-  EXPECT_THROW(Ellipse({.cx = HUGE_VAL, .majorX = 5}), dxf::RunTimeError);
-  EXPECT_THROW(Ellipse({.majorX = HUGE_VAL}), dxf::RunTimeError);
-  EXPECT_THROW(Ellipse({.majorX = 5, .ratio = HUGE_VAL}), dxf::RunTimeError);
-  EXPECT_THROW(Ellipse({.majorX = 5, .endParam = HUGE_VAL}), dxf::RunTimeError);
+  EXPECT_THROW(Ellipse({.cx = HUGE_VAL, .majorX = 5}), base::RunTimeError);
+  EXPECT_THROW(Ellipse({.majorX = HUGE_VAL}), base::RunTimeError);
+  EXPECT_THROW(Ellipse({.majorX = 5, .ratio = HUGE_VAL}), base::RunTimeError);
+  EXPECT_THROW(Ellipse({.majorX = 5, .endParam = HUGE_VAL}), base::RunTimeError);
 }
 
 }  // namespace

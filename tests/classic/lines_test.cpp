@@ -6,7 +6,7 @@
 #include <limits>
 #include <string>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -75,9 +75,9 @@ TEST(WriteLine, LeavesTheCallersStartPointWhereItIsWithoutDashes) {
 TEST(WriteLine, RefusesNumbersThatAreNotFinite) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   ScriptCapture capture;
-  EXPECT_THROW(line(capture, 0.0, kInfinity, 1.0, 1.0, 1, 0.0), dxf::RunTimeError);
-  EXPECT_THROW(line(capture, 0.0, 0.0, -kInfinity, 1.0, 1, 0.0), dxf::RunTimeError);
-  EXPECT_THROW(line(capture, 0.0, 0.0, 1.0, 1.0, 1, kInfinity), dxf::RunTimeError);
+  EXPECT_THROW(line(capture, 0.0, kInfinity, 1.0, 1.0, 1, 0.0), base::RunTimeError);
+  EXPECT_THROW(line(capture, 0.0, 0.0, -kInfinity, 1.0, 1, 0.0), base::RunTimeError);
+  EXPECT_THROW(line(capture, 0.0, 0.0, 1.0, 1.0, 1, kInfinity), base::RunTimeError);
 }
 
 TEST(WriteLine, WritesALineWithoutLengthAsOneWire) {

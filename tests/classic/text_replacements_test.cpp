@@ -11,7 +11,7 @@
 namespace quillon::classic {
 namespace {
 
-using dxf::Encoding;
+using base::Encoding;
 using testing::ScriptCapture;
 
 /// The cleaned text.

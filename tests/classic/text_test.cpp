@@ -6,14 +6,14 @@
 #include <string>
 #include <string_view>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
 namespace quillon::classic {
 namespace {
 
-using dxf::Encoding;
+using base::Encoding;
 using testing::kRangeNote;
 using testing::ScriptCapture;
 
@@ -116,9 +116,9 @@ TEST(WriteText, RefusesNumbersThatAreNotFinite) {
   ScriptCapture capture;
   std::string text = "x";
   EXPECT_THROW(writeText(capture.context, 1.0, 2.0, 0.0, HUGE_VAL, text, Encoding::Utf8, 21),
-               dxf::RunTimeError);
+               base::RunTimeError);
   EXPECT_THROW(writeText(capture.context, HUGE_VAL, 2.0, 0.0, 1.0, text, Encoding::Utf8, 21),
-               dxf::RunTimeError);
+               base::RunTimeError);
 }
 
 TEST(WriteText, DoublesApostrophes) { EXPECT_EQ(quoted("it's ''it"), "it''s ''''it"); }

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/run_time_error.h"
 #include "classic/translation.h"
-#include "dxf/run_time_error.h"
 #include "support/script_points.h"
 
 namespace quillon::classic {
@@ -67,8 +67,8 @@ TEST(TranslateLine, IsAnErrorWithANumberThatIsNotFinite) {
   try {
     translation.run();
     FAIL() << "wrote an infinite number";
-  } catch (const dxf::RunTimeError& error) {
-    EXPECT_EQ(error.fault(), dxf::Fault::BadNumber);
+  } catch (const base::RunTimeError& error) {
+    EXPECT_EQ(error.fault(), base::Fault::BadNumber);
   }
 }
 
@@ -192,7 +192,7 @@ TEST(TranslateEntity, WritesEveryKindOnItsOwnLayer) {
 class NoLayers : public rules::LayerNumbers {
  public:
   int layerNumber(const dxf::LayerUse& layer) override {
-    throw dxf::RunTimeError(dxf::Fault::BadLayerNumber, layer.name);
+    throw base::RunTimeError(base::Fault::BadLayerNumber, layer.name);
   }
 };
 
@@ -202,8 +202,8 @@ TEST(TranslateEntity, PassesOnTheErrorOfALayerWithoutANumber) {
   try {
     translation.run();
     FAIL() << "wrote a line on no layer";
-  } catch (const dxf::RunTimeError& error) {
-    EXPECT_EQ(error.fault(), dxf::Fault::BadLayerNumber);
+  } catch (const base::RunTimeError& error) {
+    EXPECT_EQ(error.fault(), base::Fault::BadLayerNumber);
     EXPECT_EQ(error.subject(), "0");
   }
 }
@@ -237,7 +237,7 @@ TEST(TranslateEntity, StandsAtTheLastVertexWhenThePolylineCannotBeClosed) {
       .entity("VERTEX", {{10, "2"}, {8, "0"}, {40, "1e999"}});
   dxf.entity("LINE", {{8, "0"}});
   Translation translation(dxf, {.poly = 1});
-  EXPECT_THROW(translation.run(), dxf::RunTimeError);
+  EXPECT_THROW(translation.run(), base::RunTimeError);
   EXPECT_TRUE(standsAt(translation, " 10\n2\n"));
 }
 

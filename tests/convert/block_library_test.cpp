@@ -269,7 +269,7 @@ TEST_F(BlockLibraryTest, AScaleThatIsNotFiniteIsARunTimeError) {
 }
 
 TEST(PartName, KeepsLettersDigitsUnderscoreAndHyphen) {
-  constexpr auto kEncoding = dxf::Encoding::Windows1252;
+  constexpr auto kEncoding = base::Encoding::Windows1252;
   EXPECT_EQ(makePartName("DOOR", 1, kEncoding), "DOOR_1");
   EXPECT_EQ(makePartName("A-B_9", 12, kEncoding), "A-B_9_12");
   EXPECT_EQ(makePartName("A B.C'D;E$*", 3, kEncoding), "A_B_C_D_E___3");
@@ -277,8 +277,8 @@ TEST(PartName, KeepsLettersDigitsUnderscoreAndHyphen) {
 }
 
 TEST(PartName, ReplacesEachCharacterBeyondAsciiByOneUnderscore) {
-  EXPECT_EQ(makePartName("T\xDCR", 1, dxf::Encoding::Windows1252), "T_R_1");
-  EXPECT_EQ(makePartName("TÜR→", 1, dxf::Encoding::Utf8), "T_R__1");
+  EXPECT_EQ(makePartName("T\xDCR", 1, base::Encoding::Windows1252), "T_R_1");
+  EXPECT_EQ(makePartName("TÜR→", 1, base::Encoding::Utf8), "T_R__1");
 }
 
 }  // namespace

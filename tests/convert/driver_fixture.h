@@ -51,7 +51,7 @@ class DriverTest : public ::testing::Test {
   }
   bool hasScript() const { return folder.has("drawing.scr"); }
   std::string script() const { return folder.read("drawing.scr"); }
-  void speakGerman() { surroundings.languageOffset = resources::kGerman; }
+  void speakGerman() { surroundings.languageOffset = texts::kGerman; }
 
   testing::TempFolder folder;
   ConversionJob job;

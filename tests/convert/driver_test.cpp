@@ -1,6 +1,7 @@
 #include "convert/driver.h"
 
 #include "convert/driver_fixture.h"
+#include "killed_writer.h"
 #include "platform.h"
 
 namespace quillon::convert {
@@ -14,6 +15,14 @@ TEST_F(DriverTest, WritesFrameAndLine) {
   EXPECT_EQ(script(), oneLineScript());
   EXPECT_TRUE(host.messages.empty());
   EXPECT_TRUE(host.questions.empty());
+}
+
+TEST_F(DriverTest, ClearsWhatAKilledConversionLeftBesideTheScript) {
+  testing::killAWriter(folder.path());
+  ASSERT_EQ(folder.entries(), 2U);
+  EXPECT_EQ(convert(), Outcome::Converted);
+  EXPECT_EQ(folder.entries(), 2U);
+  EXPECT_TRUE(hasScript());
 }
 
 TEST_F(DriverTest, ShowsWhatItIsDoingInTheOrderOfItsSteps) {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "base/read_error.h"
 #include "convert/layer_table.h"
-#include "convert/output_file.h"
-#include "dxf/text_source.h"
+#include "files/output_file.h"
 #include "full_disk.h"
 #include "platform.h"
 #include "support/temp_folder.h"
@@ -93,7 +93,7 @@ TEST_F(LayerFileTest, AMissingFolderIsAnErrorAndIsNotMade) {
   try {
     saveLayerRows(folder.file("new/b.lay"), {{"A", "1"}});
     ADD_FAILURE() << "no error";
-  } catch (const WriteError& error) {
+  } catch (const files::WriteError& error) {
     EXPECT_EQ(error.reason(), ENOENT);
   }
   EXPECT_EQ(folder.entries(), 0U);
@@ -105,7 +105,7 @@ TEST_F(LayerFileTest, AFileInAFolderThatCannotBeWrittenStaysAsItWas) {
   fs::permissions(folder.path(), fs::perms(0555));
   {
     const testing::Unprivileged user;
-    EXPECT_THROW(saveLayerRows(path, {{"B", "2"}}), WriteError);
+    EXPECT_THROW(saveLayerRows(path, {{"B", "2"}}), files::WriteError);
   }
   fs::permissions(folder.path(), fs::perms(0755));
   EXPECT_EQ(folder.read("a.lay"), "[1]\nlayername=A\nlayernr=1\n");
@@ -122,7 +122,7 @@ TEST_F(LayerFileTest, AFullDiskLeavesTheFileAsItWas) {
   const std::string before = saved({{"OUTLINE", "20"}});
   {
     const testing::FullDisk disk(1000);
-    EXPECT_THROW(saveLayerRows(path, {{std::string(2000, 'x'), "21"}}), WriteError);
+    EXPECT_THROW(saveLayerRows(path, {{std::string(2000, 'x'), "21"}}), files::WriteError);
   }
   EXPECT_EQ(folder.read("a.lay"), before);
   EXPECT_EQ(folder.entries(), 1U);
@@ -130,7 +130,7 @@ TEST_F(LayerFileTest, AFullDiskLeavesTheFileAsItWas) {
 
 TEST_F(LayerFileTest, AFileThatCannotBeReadIsNotReplaced) {
   fs::create_directory(folder.path() / "b.lay");
-  EXPECT_THROW(saveLayerRows(folder.file("b.lay"), {{"B", "2"}}), dxf::ReadError);
+  EXPECT_THROW(saveLayerRows(folder.file("b.lay"), {{"B", "2"}}), base::ReadError);
 }
 
 TEST_F(LayerFileTest, AFileOfAnotherKindIsNotWritten) {

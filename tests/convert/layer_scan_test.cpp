@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/dxf_builder.h"
 #include "support/temp_folder.h"
 
@@ -52,7 +52,7 @@ TEST_F(LayerScanTest, ADamagedBlockWithoutDeclaredLayersIsAnErrorWithItsLine) {
   try {
     scan(text);
     FAIL();
-  } catch (const dxf::RunTimeError& error) {
+  } catch (const base::RunTimeError& error) {
     EXPECT_GT(error.line(), 5U);
   }
 }
@@ -77,7 +77,7 @@ TEST_F(LayerScanTest, ADamagedTableIsAnErrorWithItsLine) {
   try {
     scan("0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\nx\n");
     FAIL();
-  } catch (const dxf::RunTimeError& error) {
+  } catch (const base::RunTimeError& error) {
     EXPECT_GT(error.line(), 5U);
   }
 }

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/temp_folder.h"
 
 namespace quillon::convert {
@@ -21,7 +21,7 @@ std::string assigned(const LayerTable& table, std::string_view upperName) {
 }
 
 std::string lookUp(std::string_view bytes, std::string_view dxfLayer,
-                   dxf::Encoding encoding = dxf::Encoding::Windows1252) {
+                   base::Encoding encoding = base::Encoding::Windows1252) {
   const LayerTable table = tableOf(bytes);
   return std::string(LayerAssignment(table, "default", encoding).lookupLayer(dxfLayer));
 }
@@ -29,7 +29,7 @@ std::string lookUp(std::string_view bytes, std::string_view dxfLayer,
 /// The layer number of a drawing's layer that no file assigns.
 int defaultNumber(std::string_view defaultLayer) {
   const LayerTable table;
-  LayerAssignment layers(table, defaultLayer, dxf::Encoding::Windows1252);
+  LayerAssignment layers(table, defaultLayer, base::Encoding::Windows1252);
   dxf::LayerUse layer;
   layer.name = "ANY";
   return layers.layerNumber(layer);
@@ -105,10 +105,10 @@ TEST(LayerLookUp, DoesNotTrimTheNameOfTheDrawing) {
 
 TEST(LayerLookUp, ComparesNamesOfDifferentEncodingsAsCharacters) {
   const std::string file = "[1]\nlayername=T\xFCren\nlayernr=30\n";
-  EXPECT_EQ(lookUp(file, "T\xDCREN", dxf::Encoding::Windows1252), "30");
-  EXPECT_EQ(lookUp(file, "TÜREN", dxf::Encoding::Utf8), "30");
-  EXPECT_EQ(lookUp(file, "türen", dxf::Encoding::Utf8), "30");
-  EXPECT_EQ(lookUp(file, "TUREN", dxf::Encoding::Utf8), "default");
+  EXPECT_EQ(lookUp(file, "T\xDCREN", base::Encoding::Windows1252), "30");
+  EXPECT_EQ(lookUp(file, "TÜREN", base::Encoding::Utf8), "30");
+  EXPECT_EQ(lookUp(file, "türen", base::Encoding::Utf8), "30");
+  EXPECT_EQ(lookUp(file, "TUREN", base::Encoding::Utf8), "default");
 }
 
 TEST(LayerNumber, IsTheLeadingNumberRoundedHalfToEven) {
@@ -125,7 +125,7 @@ TEST(LayerNumber, IsTheLeadingNumberRoundedHalfToEven) {
 TEST(LayerNumber, OfALayerThatIsNotAssignedNeedsAStandardLayerWithANumber) {
   const LayerTable table = tableOf("[1]\nlayername=A\nlayernr=16\n");
   for (const char* const none : {"", " Userdefined", "abc"}) {
-    LayerAssignment layers(table, none, dxf::Encoding::Windows1252);
+    LayerAssignment layers(table, none, base::Encoding::Windows1252);
     dxf::LayerUse layer;
     layer.name = "A";
     EXPECT_EQ(layers.layerNumber(layer), 16);
@@ -147,8 +147,8 @@ TEST(LayerNumber, OutsideSixteenBitsIsARunTimeError) {
     try {
       defaultNumber(layer);
       FAIL() << layer;
-    } catch (const dxf::RunTimeError& error) {
-      EXPECT_EQ(error.fault(), dxf::Fault::BadLayerNumber);
+    } catch (const base::RunTimeError& error) {
+      EXPECT_EQ(error.fault(), base::Fault::BadLayerNumber);
       EXPECT_EQ(error.subject(), layer);
     }
   }
@@ -160,7 +160,7 @@ TEST(LayerNumber, ThatEagleDoesNotHaveIsNotWritten) {
       "layernr=0\n[4]\nlayername=D\nlayernr=none\n[5]\nlayername=A\nlayernr=5\n[6]\n"
       "layername=F\nlayernr=40000\n";
   const LayerTable table = tableOf(file);
-  LayerAssignment layers(table, "20", dxf::Encoding::Windows1252);
+  LayerAssignment layers(table, "20", base::Encoding::Windows1252);
   std::vector<int> numbers;
   dxf::LayerUse layer;
   for (const char* const name : {"A", "B", "C", "D", "E", "F"}) {
@@ -174,7 +174,7 @@ TEST(LayerNumber, ThatEagleDoesNotHaveIsNotWritten) {
 
 TEST(LayerNumber, RoundsAnAssignedFraction) {
   const LayerTable table = tableOf("[1]\nlayername=A\nlayernr=16.7\n");
-  LayerAssignment layers(table, "20", dxf::Encoding::Windows1252);
+  LayerAssignment layers(table, "20", base::Encoding::Windows1252);
   dxf::LayerUse layer;
   layer.name = "A";
   EXPECT_EQ(layers.layerNumber(layer), 17);

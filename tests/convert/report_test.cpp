@@ -209,13 +209,13 @@ TEST_F(ReportTest, LabelsTheNameByTheTargetKind) {
     const std::size_t from = report.rfind("\r\n", at) + 2;
     return report.substr(from, at + 6 - from);
   };
-  EXPECT_EQ(label(kBoard, resources::kEnglish), "Board/Library Name         : PART");
-  EXPECT_EQ(label(kSchematic, resources::kEnglish), "Sheet/Library Name         : PART");
-  EXPECT_EQ(label(kPackage, resources::kEnglish), "Library Name                : PART");
-  EXPECT_EQ(label(kSymbol, resources::kEnglish), "Library Name                : PART");
-  EXPECT_EQ(label(kBoard, resources::kGerman), "Board/Library Name          : PART");
-  EXPECT_EQ(label(kSchematic, resources::kGerman), "Sheet/Library Name          : PART");
-  EXPECT_EQ(label(kPackage, resources::kGerman), "Library Name                : PART");
+  EXPECT_EQ(label(kBoard, texts::kEnglish), "Board/Library Name         : PART");
+  EXPECT_EQ(label(kSchematic, texts::kEnglish), "Sheet/Library Name         : PART");
+  EXPECT_EQ(label(kPackage, texts::kEnglish), "Library Name                : PART");
+  EXPECT_EQ(label(kSymbol, texts::kEnglish), "Library Name                : PART");
+  EXPECT_EQ(label(kBoard, texts::kGerman), "Board/Library Name          : PART");
+  EXPECT_EQ(label(kSchematic, texts::kGerman), "Sheet/Library Name          : PART");
+  EXPECT_EQ(label(kPackage, texts::kGerman), "Library Name                : PART");
 }
 
 TEST_F(ReportTest, ShowsTheTrimmedDrawingName) {

@@ -14,23 +14,23 @@ using Progress = std::vector<std::pair<bool, int>>;
 class RunControlTest : public ::testing::Test {
  protected:
   RecordingHost host;
-  resources::Texts english{resources::kEnglish};
-  resources::Texts german{resources::kGerman};
+  texts::Texts english{texts::kEnglish};
+  texts::Texts german{texts::kGerman};
 };
 
 TEST_F(RunControlTest, WordsThePhasesOfReading) {
   RunControl control(host, english, {});
-  control.setStatus(dxf::ReadPhase::Header, 0);
-  control.setStatus(dxf::ReadPhase::Blocks, 0);
-  control.setStatus(dxf::ReadPhase::Entities, 0);
+  control.setStatus(base::ReadPhase::Header, 0);
+  control.setStatus(base::ReadPhase::Blocks, 0);
+  control.setStatus(base::ReadPhase::Entities, 0);
   EXPECT_EQ(host.statuses, (Strings{"Processing Header of DXF", "Processing Blocks of DXF",
                                     "Processing Entities of DXF"}));
 }
 
 TEST_F(RunControlTest, PutsABlankBeforeTheCount) {
   RunControl control(host, english, {});
-  control.setStatus(dxf::ReadPhase::Blocks, 3);
-  RunControl(host, german, {}).setStatus(dxf::ReadPhase::Entities, 12);
+  control.setStatus(base::ReadPhase::Blocks, 3);
+  RunControl(host, german, {}).setStatus(base::ReadPhase::Entities, 12);
   EXPECT_EQ(host.statuses,
             (Strings{"Processing Blocks of DXF 3", "Verarbeiten der DXF Entities  12"}));
 }
@@ -71,8 +71,8 @@ TEST_F(RunControlTest, LetsNoMoreUpdatesThroughThanTheIntervalAllowsButTheLastOn
   control.setProgress(false, 2, 100);
   control.setProgress(false, 100, 100);
   EXPECT_EQ(host.progress, (Progress{{false, 1}, {false, 100}}));
-  control.setStatus(dxf::ReadPhase::Entities, 1);
-  control.setStatus(dxf::ReadPhase::Entities, 2);
+  control.setStatus(base::ReadPhase::Entities, 1);
+  control.setStatus(base::ReadPhase::Entities, 2);
   EXPECT_EQ(host.statuses, Strings{"Processing Entities of DXF 1"});
 }
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "convert/output_file.h"
-#include "dxf/text_source.h"
+#include "base/read_error.h"
+#include "files/output_file.h"
 #include "support/temp_folder.h"
 
 namespace quillon::convert {
@@ -125,14 +125,14 @@ TEST(LoadFrame, UsesTheDefaultLinesFromMemoryWhenNoFileIsToBeCreated) {
 
 TEST(LoadFrame, AFileThatMustExistAndIsMissingIsAnError) {
   const TempFolder folder;
-  EXPECT_THROW(loadFrame({folder.file("my.cfh"), true, false}), dxf::ReadError);
+  EXPECT_THROW(loadFrame({folder.file("my.cfh"), true, false}), base::ReadError);
   EXPECT_EQ(folder.entries(), 0U);
 }
 
 TEST(LoadFrame, AFileThatCannotBeCreatedIsAnError) {
   const TempFolder folder;
   folder.write("file", "");
-  EXPECT_THROW(loadFrame({folder.file("file/quillon.cfh"), false, true}), WriteError);
+  EXPECT_THROW(loadFrame({folder.file("file/quillon.cfh"), false, true}), files::WriteError);
 }
 
 TEST(LoadFrame, MakesTheFolderOfAFileThatItCreates) {

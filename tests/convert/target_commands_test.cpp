@@ -12,7 +12,7 @@ using testing::ScriptCapture;
 /// The commands of one job; the frame has one line in each block.
 struct Commands {
   explicit Commands(const ConversionJob& job, double fillMode = 1.0,
-                    dxf::Encoding encoding = dxf::Encoding::Windows1252)
+                    base::Encoding encoding = base::Encoding::Windows1252)
       : frame{{"# first"}, {"# last"}} {
     drawing.fillMode = fillMode;
     drawing.encoding = encoding;
@@ -73,7 +73,7 @@ TEST(TargetOpen, WritesTheNameInTheEncodingOfTheDrawing) {
   Commands latin(named("Gerät", kBoard));
   latin->writeTargetOpen();
   EXPECT_EQ(latin.take(), "Write;\nEdit 'Ger\xE4t.brd';\n");
-  Commands utf8(named("Gerät", kBoard), 1.0, dxf::Encoding::Utf8);
+  Commands utf8(named("Gerät", kBoard), 1.0, base::Encoding::Utf8);
   utf8->writeTargetOpen();
   EXPECT_EQ(utf8.take(), "Write;\nEdit 'Gerät.brd';\n");
 }

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/dxf_builder.h"
 #include "support/read_drawing.h"
 
@@ -166,7 +166,7 @@ TEST(Blocks, ShowTheirNumberAfterEach) {
   ReadDrawing read(dxf.text());
   std::vector<std::uint64_t> counts;
   for (const auto& [phase, count] : read.monitor.statuses) {
-    if (phase == ReadPhase::Blocks) counts.push_back(count);
+    if (phase == base::ReadPhase::Blocks) counts.push_back(count);
   }
   EXPECT_EQ(counts, (std::vector<std::uint64_t>{0, 1, 2, 3}));
 }
@@ -174,14 +174,14 @@ TEST(Blocks, ShowTheirNumberAfterEach) {
 TEST(Blocks, PassErrorsOfTheirEntitiesOn) {
   struct Case {
     Lines groups;
-    Fault fault;
+    base::Fault fault;
     std::size_t line;
   };
   for (const auto& [groups, fault, line] :
-       {Case{{"8", "0", "x1", "2"}, Fault::BadGroupCode, 12},
-        {{"", "0"}, Fault::BadGroupCode, 10},
-        {{"8", "0", "8", "0", "40000", "2"}, Fault::BadGroupCode, 14},
-        {{"11", "1", "12", "2"}, Fault::TooManyPoints, 13}}) {
+       {Case{{"8", "0", "x1", "2"}, base::Fault::BadGroupCode, 12},
+        {{"", "0"}, base::Fault::BadGroupCode, 10},
+        {{"8", "0", "8", "0", "40000", "2"}, base::Fault::BadGroupCode, 14},
+        {{"11", "1", "12", "2"}, base::Fault::TooManyPoints, 13}}) {
     const std::string text = joinLines({"0", "SECTION", "2", "BLOCKS", "0", "BLOCK"}) +
                              joinLines({"0", "SPLINE"}) + std::string("8\n") + "z\n" +
                              joinLines(groups) +
@@ -204,7 +204,7 @@ TEST(Blocks, NamedLikeTheEndMarkerEndTooEarly) {
   const auto found =
       readFault(sectionOf({"0", "BLOCK", "8", "0", "2", "ENDBLK", "70", "0", "0", "ENDBLK"}));
   ASSERT_TRUE(found.has_value());
-  EXPECT_EQ(found->fault, Fault::TextEndsTooEarly);
+  EXPECT_EQ(found->fault, base::Fault::TextEndsTooEarly);
 }
 
 TEST(Blocks, CutOffAnywhereAreAnError) {

@@ -277,7 +277,7 @@ TEST(Entities, ShowTheirNumberWhileTheyAreRead) {
   std::uint64_t last = 0;
   std::size_t shown = 0;
   for (const auto& [phase, count] : read.monitor.statuses) {
-    if (phase != ReadPhase::Entities || count == 0) continue;
+    if (phase != base::ReadPhase::Entities || count == 0) continue;
     EXPECT_GT(count, last);
     last = count;
     ++shown;

@@ -308,9 +308,10 @@ TEST(LayerLineType, NumbersLayersInOrderOfFirstUse) {
 
 TEST(EntityReader, UpperCasesNamesInTheEncodingOfTheDrawing) {
   for (const std::string_view version : {"AC1009", "AC1027"}) {
-    const Encoding encoding = version == "AC1009" ? Encoding::Windows1252 : Encoding::Utf8;
-    const std::string name = fromUtf8("façade œuvre ÿ", encoding);
-    const std::string upper = fromUtf8("FAÇADE ŒUVRE Ÿ", encoding);
+    const base::Encoding encoding =
+        version == "AC1009" ? base::Encoding::Windows1252 : base::Encoding::Utf8;
+    const std::string name = base::fromUtf8("façade œuvre ÿ", encoding);
+    const std::string upper = base::fromUtf8("FAÇADE ŒUVRE Ÿ", encoding);
     DxfBuilder dxf;
     dxf.header("$ACADVER", 1, version).layer(upper, "Dashed");
     dxf.entity("INSERT", {{2, name}, {8, name}}).entity("LINE", {{8, "0"}, {6, name}});

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/read_drawing.h"
 #include "support/text_walk.h"
 
@@ -25,7 +25,7 @@ class PlainWalk {
  public:
   explicit PlainWalk(const Lines& lines) {
     for (const std::string& line : lines) {
-      lines_.emplace_back(trimBlanks(line));
+      lines_.emplace_back(base::trimBlanks(line));
       if (lines_.back() == "ENDSEC") break;
     }
     walk();
@@ -58,7 +58,7 @@ class PlainWalk {
         if (!isEntityName(name)) {
           if (line(i) == "0" && name != "ENDSEC" && !name.empty()) ++unknown[name];
           i += 2;
-        } else if (numberValue(line(i)) != 0.0) {
+        } else if (base::numberValue(line(i)) != 0.0) {
           i += 2;
         } else {
           behindName = i + 2;
@@ -77,7 +77,7 @@ class PlainWalk {
   }
 
   bool isNameMissing(std::size_t i) const {
-    if (numberValue(lines_[i]) != 0.0) return false;
+    if (base::numberValue(lines_[i]) != 0.0) return false;
     const std::string& name = lines_[i + 1];
     return name.empty() ? !lines_[i].empty() : isNumberText(name);
   }
@@ -96,8 +96,8 @@ class PlainWalk {
     for (; line(i) != "0"; i += 2) {
       int code = 0;
       try {
-        code = groupCode(lines_[i]);
-      } catch (const RunTimeError&) {
+        code = base::groupCode(lines_[i]);
+      } catch (const base::RunTimeError&) {
         throw Broken{};
       }
       const std::string& value = line(i + 1);
@@ -109,7 +109,7 @@ class PlainWalk {
     }
     if (isCutOffAt(i)) throw Broken{};
     std::string text = name;
-    if (name != "SEQEND") text += '/' + upperCase(first[8], Encoding::Windows1252);
+    if (name != "SEQEND") text += '/' + base::upperCase(first[8], base::Encoding::Windows1252);
     if (name == "LINE") text += '/' + first[10];
     entities.push_back(text);
     return i;

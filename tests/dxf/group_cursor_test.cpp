@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/dxf_builder.h"
 
 namespace quillon::dxf {
@@ -48,7 +48,7 @@ bool isDecimalNumber(std::string_view text) {
 
 /// The group code on a line by its definition, or nothing.
 std::optional<int> plainGroupCode(std::string_view line) {
-  const std::string trimmed(trimBlanks(line));
+  const std::string trimmed(base::trimBlanks(line));
   if (!isDecimalNumber(trimmed)) return std::nullopt;
   const double rounded = std::nearbyint(std::strtod(trimmed.c_str(), nullptr));
   if (!(rounded >= -32768.0 && rounded <= 32767.0)) return std::nullopt;
@@ -72,8 +72,8 @@ Outcome takeCode(std::string_view line, std::string_view lineEnd) {
   Group group;
   try {
     if (!groups.next(group)) return {true, {}};
-  } catch (const RunTimeError& error) {
-    EXPECT_EQ(error.fault(), Fault::BadGroupCode);
+  } catch (const base::RunTimeError& error) {
+    EXPECT_EQ(error.fault(), base::Fault::BadGroupCode);
     EXPECT_GE(error.position(), text.begin() + 7);
     EXPECT_LT(error.position(), text.begin() + bytes.find("value"));
     return {false, {}};
@@ -92,7 +92,7 @@ TEST(GroupCursor, TakesEveryShortCodeLineByTheRuleOfGroupCodes) {
   std::vector<std::string> lines;
   addLines(lines, "", 4);
   for (const std::string& line : lines) {
-    const bool ends = trimBlanks(line) == "0";
+    const bool ends = base::trimBlanks(line) == "0";
     const Outcome expected{ends, ends ? std::nullopt : plainGroupCode(line)};
     for (const std::string_view lineEnd : kLineEnds) {
       ASSERT_EQ(takeCode(line, lineEnd), expected) << '"' << line << '"';
@@ -106,7 +106,7 @@ TEST(GroupCursor, TakesLongCodeLinesByTheSameRule) {
         "1071 ",   " 1071",   "32767",         "32768",     "-32768", "-32769",
         "65536",   "65546",   "1000000000000", "10.500",    "1.05e1", "12a45",
         "LINE",    "LINES",   "ENDSEC",        "1e1    ",   "1 0 1",  "0.0000"}) {
-    const bool ends = trimBlanks(line) == "0";
+    const bool ends = base::trimBlanks(line) == "0";
     const Outcome expected{ends, ends ? std::nullopt : plainGroupCode(line)};
     for (const std::string_view lineEnd : kLineEnds) {
       EXPECT_EQ(takeCode(line, lineEnd), expected) << '"' << line << '"';
@@ -143,8 +143,8 @@ TEST(GroupCursor, FailsWhereTheLinesEndInsideAnEntity) {
       while (groups.next(group)) {
       }
       ADD_FAILURE() << "no error: " << bytes;
-    } catch (const RunTimeError& error) {
-      EXPECT_EQ(error.fault(), Fault::TextEndsTooEarly) << bytes;
+    } catch (const base::RunTimeError& error) {
+      EXPECT_EQ(error.fault(), base::Fault::TextEndsTooEarly) << bytes;
       EXPECT_EQ(error.position(), text.end()) << bytes;
     }
   }
@@ -156,7 +156,7 @@ TEST(GroupCursor, SeesNothingBehindItsLines) {
   GroupCursor groups(LineCursor(firstGroup, text.lineEnds()));
   Group group;
   EXPECT_TRUE(groups.next(group));
-  EXPECT_THROW(groups.next(group), RunTimeError);
+  EXPECT_THROW(groups.next(group), base::RunTimeError);
 }
 
 }  // namespace

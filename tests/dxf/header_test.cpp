@@ -44,7 +44,7 @@ TEST(Header, KeepsThePresetsWithoutVariables) {
     EXPECT_EQ(read.drawing.fillMode, 1.0);
     EXPECT_EQ(read.drawing.ltScale, 98899999.0);
     EXPECT_EQ(read.drawing.pointSize, 98899999.0);
-    EXPECT_EQ(read.drawing.encoding, Encoding::Windows1252);
+    EXPECT_EQ(read.drawing.encoding, base::Encoding::Windows1252);
   }
 }
 
@@ -151,20 +151,20 @@ TEST(Header, OtherSectionsHoldNoVariables) {
 struct VersionCase {
   std::string_view version;
   std::string_view comment;
-  Encoding encoding;
+  base::Encoding encoding;
 };
 
 TEST(Header, NewVersionsOfValidUtf8AreReadAsUtf8) {
   for (const auto& [version, comment, encoding] :
-       {VersionCase{"AC1021", "Gr\xC3\xBCn", Encoding::Utf8},
-        {"AC1032", "Gr\xC3\xBCn", Encoding::Utf8},
-        {"AC1021", "plain", Encoding::Utf8},
-        {"ac1021", "plain", Encoding::Utf8},
-        {"AC1021  ", "plain", Encoding::Utf8},
-        {"AC1021", "Gr\xFCn", Encoding::Windows1252},
-        {"AC1018", "Gr\xC3\xBCn", Encoding::Windows1252},
-        {"AC1009", "plain", Encoding::Windows1252},
-        {"", "plain", Encoding::Windows1252}}) {
+       {VersionCase{"AC1021", "Gr\xC3\xBCn", base::Encoding::Utf8},
+        {"AC1032", "Gr\xC3\xBCn", base::Encoding::Utf8},
+        {"AC1021", "plain", base::Encoding::Utf8},
+        {"ac1021", "plain", base::Encoding::Utf8},
+        {"AC1021  ", "plain", base::Encoding::Utf8},
+        {"AC1021", "Gr\xFCn", base::Encoding::Windows1252},
+        {"AC1018", "Gr\xC3\xBCn", base::Encoding::Windows1252},
+        {"AC1009", "plain", base::Encoding::Windows1252},
+        {"", "plain", base::Encoding::Windows1252}}) {
     DxfBuilder dxf;
     dxf.header("$ACADVER", 1, version);
     dxf.entity("TEXT", {{1, comment}, {8, "0"}});
@@ -175,21 +175,21 @@ TEST(Header, NewVersionsOfValidUtf8AreReadAsUtf8) {
 TEST(Header, LastVersionWins) {
   const ReadDrawing newer(
       headerOf({"9", "$ACADVER", "1", "AC1009", "9", "$ACADVER", "1", "AC1024"}));
-  EXPECT_EQ(newer.drawing.encoding, Encoding::Utf8);
+  EXPECT_EQ(newer.drawing.encoding, base::Encoding::Utf8);
   const ReadDrawing older(
       headerOf({"9", "$ACADVER", "1", "AC1024", "9", "$ACADVER", "1", "AC1009"}));
-  EXPECT_EQ(older.drawing.encoding, Encoding::Windows1252);
+  EXPECT_EQ(older.drawing.encoding, base::Encoding::Windows1252);
 }
 
 TEST(Header, VersionCountsOnlyInItsOwnGroupAndSection) {
   const ReadDrawing lastHasNone(
       headerOf({"9", "$ACADVER", "1", "AC1024", "9", "$ACADVER", "3", "AC1024"}));
-  EXPECT_EQ(lastHasNone.drawing.encoding, Encoding::Windows1252);
+  EXPECT_EQ(lastHasNone.drawing.encoding, base::Encoding::Windows1252);
   const ReadDrawing otherGroup(headerOf({"9", "$ACADVER", "3", "AC1024"}));
-  EXPECT_EQ(otherGroup.drawing.encoding, Encoding::Windows1252);
+  EXPECT_EQ(otherGroup.drawing.encoding, base::Encoding::Windows1252);
   const ReadDrawing otherSection(
       joinLines({"0", "SECTION", "2", "ENTITIES", "9", "$ACADVER", "1", "AC1024", "0", "ENDSEC"}));
-  EXPECT_EQ(otherSection.drawing.encoding, Encoding::Windows1252);
+  EXPECT_EQ(otherSection.drawing.encoding, base::Encoding::Windows1252);
 }
 
 TEST(Header, EncodingDecidesOnTheCaseOfNames) {
@@ -199,7 +199,7 @@ TEST(Header, EncodingDecidesOnTheCaseOfNames) {
     dxf.header("$ACADVER", 1, version).layer("grün");
     ReadDrawing read(dxf.text());
     ASSERT_EQ(read.drawing.layers.size(), 1U);
-    EXPECT_EQ(toUtf8(read.drawing.layers[0].name, read.drawing.encoding), name);
+    EXPECT_EQ(base::toUtf8(read.drawing.layers[0].name, read.drawing.encoding), name);
   }
 }
 

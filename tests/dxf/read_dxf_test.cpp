@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/run_time_error.h"
 #include "dxf/polyline_vertices.h"
-#include "dxf/run_time_error.h"
 #include "dxf/section_walker.h"
 #include "dxf/spline_points.h"
 #include "support/dxf_builder.h"
@@ -305,13 +305,13 @@ TEST(ReadDxf, PassesErrorsOfTablesOn) {
   const auto broken = readFault(
       tablesOf({"0", "TABLE", "2", "LTYPE", "0", "LTYPE", "2", "a", "4O", "1", "0", "ENDTAB"}));
   ASSERT_TRUE(broken.has_value());
-  EXPECT_EQ(broken->fault, Fault::BadGroupCode);
+  EXPECT_EQ(broken->fault, base::Fault::BadGroupCode);
   EXPECT_EQ(broken->subject, "4O");
   EXPECT_EQ(broken->line, 13U);
   const auto cut =
       readFault(joinLines({"2", "TABLES", "0", "TABLE", "2", "LAYER", "0", "LAYER", "2", "a"}));
   ASSERT_TRUE(cut.has_value());
-  EXPECT_EQ(cut->fault, Fault::TextEndsTooEarly);
+  EXPECT_EQ(cut->fault, base::Fault::TextEndsTooEarly);
 }
 
 TEST(ReadDxf, NumbersTheLineOfAnErrorInAnyWindow) {
@@ -339,7 +339,7 @@ TEST(ReadDxf, NumbersTheLineOfAnErrorInAnyWindow) {
 TEST(ReadDxf, RaisesAnErrorForATableCutOffBeforeItsName) {
   const auto cut = readFault("2\nTABLES\n0\nTABLE\n2\n");
   ASSERT_TRUE(cut.has_value());
-  EXPECT_EQ(cut->fault, Fault::TextEndsTooEarly);
+  EXPECT_EQ(cut->fault, base::Fault::TextEndsTooEarly);
 }
 
 TEST(ReadDxf, EndsTablesAtTheEndOfTheFile) {

@@ -19,7 +19,7 @@ using testing::DxfBuilder;
 using testing::joinLines;
 using testing::OpenFile;
 using testing::ReadDrawing;
-using Status = std::pair<ReadPhase, std::uint64_t>;
+using Status = std::pair<base::ReadPhase, std::uint64_t>;
 
 /// A drawing with something in every section.
 DxfBuilder smallDrawing() {
@@ -43,18 +43,18 @@ constexpr std::string_view kObjects = "  0\nSECTION\n  2\nOBJECTS\n  0\nENDSEC\n
 
 TEST(ReadStatus, TellsPhasesAndCounts) {
   const ReadDrawing read(smallDrawing().text());
-  EXPECT_EQ(read.monitor.statuses, (std::vector<Status>{{ReadPhase::Header, 0},
-                                                        {ReadPhase::Blocks, 0},
-                                                        {ReadPhase::Blocks, 1},
-                                                        {ReadPhase::Blocks, 2},
-                                                        {ReadPhase::Entities, 0},
-                                                        {ReadPhase::Entities, 5}}));
+  EXPECT_EQ(read.monitor.statuses, (std::vector<Status>{{base::ReadPhase::Header, 0},
+                                                        {base::ReadPhase::Blocks, 0},
+                                                        {base::ReadPhase::Blocks, 1},
+                                                        {base::ReadPhase::Blocks, 2},
+                                                        {base::ReadPhase::Entities, 0},
+                                                        {base::ReadPhase::Entities, 5}}));
 }
 
 TEST(ReadStatus, TellsOfBlocksOnlyWhereTheSectionIs) {
   const ReadDrawing read("0\nEOF\n");
   EXPECT_EQ(read.monitor.statuses,
-            (std::vector<Status>{{ReadPhase::Header, 0}, {ReadPhase::Entities, 0}}));
+            (std::vector<Status>{{base::ReadPhase::Header, 0}, {base::ReadPhase::Entities, 0}}));
 }
 
 TEST(LinesRead, AreThoseUpToTheEndOfTheFile) {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dxf/number_text.h"
+#include "base/number_text.h"
 #include "support/dxf_builder.h"
 #include "support/text_walk.h"
 
@@ -97,7 +97,7 @@ TEST(FindSection, AgreesWithASearchLineByLine) {
     std::uint64_t lines = 0;
     bool found = false;
     while (!plain.atEnd() && !found) {
-      found = trimBlanks(plain.next()) == "TABLES";
+      found = base::trimBlanks(plain.next()) == "TABLES";
       ++lines;
     }
     found = found && !plain.atEnd();
@@ -140,7 +140,7 @@ Collected collectTable(std::string_view bytes) {
   Collected collected;
   collected.result = collectBetween(walk.reader, "TABLE", "ENDTAB", "ENDSEC", range, true);
   for (LineCursor cursor(range, walk.source.lineEnds()); !cursor.atEnd();) {
-    collected.lines.emplace_back(trimBlanks(cursor.next()));
+    collected.lines.emplace_back(base::trimBlanks(cursor.next()));
   }
   collected.nextLine = walk.reader.readDxfLine(true);
   return collected;

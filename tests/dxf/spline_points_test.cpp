@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/dxf_builder.h"
 #include "support/read_drawing.h"
 
@@ -119,7 +119,7 @@ TEST(FitPointRule, RaisesAnErrorForAGroup12BehindAPendingX) {
     const auto fault = readFault(blocks.text());
     ASSERT_EQ(fault.has_value(), raises);
     if (!raises) continue;
-    EXPECT_EQ(fault->fault, Fault::TooManyPoints);
+    EXPECT_EQ(fault->fault, base::Fault::TooManyPoints);
   }
 }
 

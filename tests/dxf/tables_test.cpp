@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/timing.h"
 
 namespace quillon::dxf {
@@ -117,7 +117,7 @@ TEST(LayerTable, ALayerNamedLikeATableStartsAnotherEntryAtItsName) {
     const Parsed parsed(parseLayerTable,
                         {"0", "LAYER", "2", name, "62", "5", "6", "DASHED", "70", "0", "0", "LAYER",
                          "2", "NEXT", "70", "0", "0", "ENDTAB"});
-    const std::string upper = upperCase(name, Encoding::Windows1252);
+    const std::string upper = base::upperCase(name, base::Encoding::Windows1252);
     ASSERT_EQ(namesOf(parsed.drawing.layers), (Texts{upper, upper, "NEXT"}));
     EXPECT_EQ(parsed.drawing.layers[1].values[0], "5");
     EXPECT_EQ(parsed.drawing.layers[1].values[1], "DASHED");
@@ -155,7 +155,7 @@ TEST(Tables, StartBehindTheFirstZeroOrAtTheFirstLine) {
                                         "0.5", "70", "0", "0", "ENDTAB"});
   EXPECT_EQ(namesOf(behind.drawing.textStyles), Texts{"A"});
   // Without any "0" the name of the table itself is taken for an entry, which then never ends.
-  EXPECT_THROW(Parsed(parseStyleTable, {"2", "STYLE", "70", "1", "ENDTAB"}), RunTimeError);
+  EXPECT_THROW(Parsed(parseStyleTable, {"2", "STYLE", "70", "1", "ENDTAB"}), base::RunTimeError);
 }
 
 TEST(Tables, StayEmptyWithoutEntries) {
@@ -238,33 +238,33 @@ TEST(LineTypeTable, AnEntryInsideAnotherHasTheDashesBehindIt) {
 struct FaultCase {
   Parser parse;
   SectionLines lines;
-  Fault fault;
+  base::Fault fault;
 };
 
 TEST(Tables, RaiseAnErrorWhereAnEntryIsBroken) {
   for (const auto& [parse, lines, fault] :
        {FaultCase{parseLayerTable,
                   {"0", "LAYER", "2", "A", "x", "0", "70", "0", "0", "ENDTAB"},
-                  Fault::BadGroupCode},
+                  base::Fault::BadGroupCode},
         {parseStyleTable,
          {"0", "STYLE", "2", "A", "", "0", "70", "0", "0", "ENDTAB"},
-         Fault::BadGroupCode},
+         base::Fault::BadGroupCode},
         {parseLineTypeTable,
          {"0", "LTYPE", "2", "A", "49x", "1", "0", "ENDTAB"},
-         Fault::BadGroupCode},
+         base::Fault::BadGroupCode},
         {parseLineTypeTable,
          {"0", "LTYPE", "2", "A", "99999", "1", "0", "ENDTAB"},
-         Fault::BadGroupCode},
-        {parseLayerTable, {"0", "LAYER", "2", "A", "62"}, Fault::TextEndsTooEarly},
-        {parseLayerTable, {"0", "LAYER", "2", "A"}, Fault::TextEndsTooEarly},
-        {parseLayerTable, {"0", "LAYER"}, Fault::TextEndsTooEarly},
-        {parseLineTypeTable, {"0", "LTYPE", "2", "A", "49"}, Fault::TextEndsTooEarly},
-        {parseLineTypeTable, {"0", "LTYPE", "2", "A"}, Fault::TextEndsTooEarly},
-        {parseStyleTable, {"0", "STYLE", "2", "A", "ENDTAB"}, Fault::TextEndsTooEarly}}) {
+         base::Fault::BadGroupCode},
+        {parseLayerTable, {"0", "LAYER", "2", "A", "62"}, base::Fault::TextEndsTooEarly},
+        {parseLayerTable, {"0", "LAYER", "2", "A"}, base::Fault::TextEndsTooEarly},
+        {parseLayerTable, {"0", "LAYER"}, base::Fault::TextEndsTooEarly},
+        {parseLineTypeTable, {"0", "LTYPE", "2", "A", "49"}, base::Fault::TextEndsTooEarly},
+        {parseLineTypeTable, {"0", "LTYPE", "2", "A"}, base::Fault::TextEndsTooEarly},
+        {parseStyleTable, {"0", "STYLE", "2", "A", "ENDTAB"}, base::Fault::TextEndsTooEarly}}) {
     try {
       const Parsed parsed(parse, lines);
       ADD_FAILURE() << "no error in the table of " << lines[1];
-    } catch (const RunTimeError& error) {
+    } catch (const base::RunTimeError& error) {
       EXPECT_EQ(error.fault(), fault) << lines.back();
     }
   }
@@ -274,7 +274,7 @@ TEST(Tables, ReadTheCodeOfALastGroupOnlyWhereTheyKeepIt) {
   const Parsed layers(parseLayerTable, {"0", "LAYER", "2", "A", "broken", "1", "0", "ENDTAB"});
   EXPECT_EQ(namesOf(layers.drawing.layers), Texts{"A"});
   EXPECT_THROW(Parsed(parseLineTypeTable, {"0", "LTYPE", "2", "A", "broken", "1", "0", "ENDTAB"}),
-               RunTimeError);
+               base::RunTimeError);
 }
 
 /// Time for a table in which every value line starts an entry.

@@ -175,7 +175,7 @@ TEST(TextSource, ReportsAStreamThatCannotBeRead) {
   try {
     const TextSource source(file, {});
     ADD_FAILURE() << "no error";
-  } catch (const ReadError& error) {
+  } catch (const base::ReadError& error) {
     EXPECT_NE(error.reason(), 0);
     EXPECT_STRNE(error.what(), "");
   }

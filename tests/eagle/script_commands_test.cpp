@@ -6,7 +6,7 @@
 #include <limits>
 #include <string>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -114,9 +114,9 @@ TEST_F(ScriptCommandsTest, AddTheRangeNoteAfterACommandOutOfRange) {
 
 TEST_F(ScriptCommandsTest, RefuseNumbersThatAreNotFinite) {
   const double bad = std::numeric_limits<double>::infinity();
-  EXPECT_THROW(commands.wire({.width = bad}), dxf::RunTimeError);
-  EXPECT_THROW(commands.change(Property::Size, bad), dxf::RunTimeError);
-  EXPECT_THROW(commands.hole({bad, {}}), dxf::RunTimeError);
+  EXPECT_THROW(commands.wire({.width = bad}), base::RunTimeError);
+  EXPECT_THROW(commands.change(Property::Size, bad), base::RunTimeError);
+  EXPECT_THROW(commands.hole({bad, {}}), base::RunTimeError);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <limits>
 #include <string>
 
-#include "dxf/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -56,13 +56,13 @@ TEST(FormatPoint, WritesASumOfZeroWithoutASign) {
 TEST(FormatPoint, RefusesACoordinateThatIsNotFinite) {
   for (const double bad : {kInfinity, -kInfinity, kNaN}) {
     ScriptCapture capture;
-    EXPECT_THROW(capture.script.formatPoint(bad, 0.0), dxf::RunTimeError);
-    EXPECT_THROW(capture.script.formatPoint(0.0, bad), dxf::RunTimeError);
-    EXPECT_THROW(capture.script.formatPoint(0.0, bad), dxf::RunTimeError) << "and again";
+    EXPECT_THROW(capture.script.formatPoint(bad, 0.0), base::RunTimeError);
+    EXPECT_THROW(capture.script.formatPoint(0.0, bad), base::RunTimeError);
+    EXPECT_THROW(capture.script.formatPoint(0.0, bad), base::RunTimeError) << "and again";
     EXPECT_EQ(capture.take(), "");
   }
   ScriptCapture moved({.offsetX = 1.7e308});
-  EXPECT_THROW(moved.script.formatPoint(1.7e308, 0.0), dxf::RunTimeError);
+  EXPECT_THROW(moved.script.formatPoint(1.7e308, 0.0), base::RunTimeError);
 }
 
 TEST(WriteNumber, RefusesANumberThatIsNotFinite) {
@@ -71,8 +71,8 @@ TEST(WriteNumber, RefusesANumberThatIsNotFinite) {
     try {
       capture.script.number(bad);
       FAIL() << "wrote " << bad;
-    } catch (const dxf::RunTimeError& error) {
-      EXPECT_EQ(error.fault(), dxf::Fault::BadNumber);
+    } catch (const base::RunTimeError& error) {
+      EXPECT_EQ(error.fault(), base::Fault::BadNumber);
     }
     EXPECT_EQ(capture.take(), "");
   }
@@ -269,7 +269,7 @@ TEST(CommandCount, GrowsByOneForALineAndByWhatCommandsSay) {
 }
 
 /// Keeps the script in memory and counts the blocks it came in.
-class BlockSink : public ScriptSink {
+class BlockSink : public base::ByteSink {
  public:
   void write(std::string_view block) override {
     ++blocks;

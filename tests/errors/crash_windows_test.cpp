@@ -39,7 +39,7 @@ class CrashDeathTest : public ::testing::Test {
   }
 
   std::unique_ptr<testing::TempFolder> owned_ = ownFolder();  // none in the child
-  int language = resources::kEnglish;
+  int language = texts::kEnglish;
   ScriptedView view;
   FaultScribe faults{{"Quillon", std::getenv(kFolderVariable), "quillon", ""}, language, view};
 };

@@ -6,17 +6,17 @@
 #include <new>
 #include <system_error>
 
-#include "convert/output_file.h"
-#include "dxf/run_time_error.h"
-#include "dxf/text_source.h"
+#include "base/read_error.h"
+#include "base/run_time_error.h"
 #include "errors/system_info.h"
+#include "files/output_file.h"
 
 namespace quillon::errors {
 namespace {
 
 template <typename Error>
-FaultInfo described(const Error& error, int language = resources::kEnglish) {
-  return describe(std::make_exception_ptr(error), resources::Texts(language));
+FaultInfo described(const Error& error, int language = texts::kEnglish) {
+  return describe(std::make_exception_ptr(error), texts::Texts(language));
 }
 
 TEST(FaultInfo, OfANumberedErrorHasItsNumberTextAndLine) {
@@ -30,8 +30,8 @@ TEST(FaultInfo, OfANumberedErrorHasItsNumberTextAndLine) {
 }
 
 TEST(FaultInfo, OfARunTimeErrorTellsItsFault) {
-  using dxf::Fault;
-  using dxf::RunTimeError;
+  using base::Fault;
+  using base::RunTimeError;
   EXPECT_EQ(described(RunTimeError(Fault::BadGroupCode, "x")).number, kTypeMismatch);
   EXPECT_EQ(described(RunTimeError(Fault::TextEndsTooEarly, "")).number, kEndOfFile);
   EXPECT_EQ(described(RunTimeError(Fault::TooManyPoints, "")).number, kOutOfRange);
@@ -45,16 +45,16 @@ TEST(FaultInfo, OfARunTimeErrorTellsItsFault) {
 }
 
 TEST(FaultInfo, OfAFileErrorTellsTheReasonInTheLanguageAskedFor) {
-  EXPECT_EQ(described(dxf::ReadError(ENOENT)).number, kFileNotFound);
-  EXPECT_EQ(described(convert::WriteError(EACCES)).number, kPermissionDenied);
-  EXPECT_EQ(described(convert::WriteError(EROFS)).number, kPermissionDenied);
-  EXPECT_EQ(described(convert::WriteError(ENOSPC)).number, kDiskFull);
-  EXPECT_EQ(described(convert::WriteError(ENOTDIR)).number, kPathNotFound);
-  EXPECT_EQ(described(dxf::ReadError(EIO)).number, kDeviceError);
-  EXPECT_EQ(described(dxf::ReadError(EISDIR)).number, kFileAccess);
+  EXPECT_EQ(described(base::ReadError(ENOENT)).number, kFileNotFound);
+  EXPECT_EQ(described(files::WriteError(EACCES)).number, kPermissionDenied);
+  EXPECT_EQ(described(files::WriteError(EROFS)).number, kPermissionDenied);
+  EXPECT_EQ(described(files::WriteError(ENOSPC)).number, kDiskFull);
+  EXPECT_EQ(described(files::WriteError(ENOTDIR)).number, kPathNotFound);
+  EXPECT_EQ(described(base::ReadError(EIO)).number, kDeviceError);
+  EXPECT_EQ(described(base::ReadError(EISDIR)).number, kFileAccess);
   EXPECT_EQ(described(std::system_error(ENOENT, std::generic_category())).number, kFileNotFound);
-  EXPECT_NE(described(convert::WriteError(ENOSPC)).description,
-            described(convert::WriteError(ENOSPC), resources::kGerman).description);
+  EXPECT_NE(described(files::WriteError(ENOSPC)).description,
+            described(files::WriteError(ENOSPC), texts::kGerman).description);
 }
 
 TEST(FaultInfo, OfTheLibrarysErrorsTellsWhatTheySay) {
@@ -67,8 +67,8 @@ TEST(FaultInfo, OfTheLibrarysErrorsTellsWhatTheySay) {
 
 TEST(FaultInfo, OfAnythingElseIsAnUnknownError) {
   EXPECT_EQ(described(42).description, "Unknown error");
-  EXPECT_EQ(described(42, resources::kGerman).description, "Unbekannter Fehler");
-  EXPECT_EQ(describe(nullptr, resources::Texts(resources::kEnglish)).description, "Unknown error");
+  EXPECT_EQ(described(42, texts::kGerman).description, "Unbekannter Fehler");
+  EXPECT_EQ(describe(nullptr, texts::Texts(texts::kEnglish)).description, "Unknown error");
 }
 
 TEST(LpstrToString, EndsAtTheFirstNul) {

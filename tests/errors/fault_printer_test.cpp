@@ -39,10 +39,10 @@ TEST_F(FaultPrinterTest, PrintsAllTheSameWhereNoFileCanBeWritten) {
 }
 
 TEST_F(FaultPrinterTest, SpeaksTheLanguageOfTheProgram) {
-  language = resources::kGerman;
+  language = texts::kGerman;
   fail(folder.path());
   EXPECT_TRUE(printed.starts_with("quillon: Fehler 7 in UnattendedRun.convert: ")) << printed;
-  EXPECT_EQ(testing::withSlashes(crashNotice(thisProgram("quillon", "/x"), resources::kGerman)),
+  EXPECT_EQ(testing::withSlashes(crashNotice(thisProgram("quillon", "/x"), texts::kGerman)),
             "quillon: Das Programm ist abgestürzt. Das Fehlerprotokoll steht in der Datei "
             "'/x/quillon.ERR'.\n");
 }

@@ -1,14 +1,14 @@
 #include "errors/fault_scribe.h"
 
-#include "convert/output_file.h"
 #include "errors/scribe_fixture.h"
+#include "files/output_file.h"
 
 namespace quillon::errors {
 namespace {
 
 std::int16_t reportError(FaultScribe& faults, unsigned allowed = kEveryContinuation) {
   try {
-    throw convert::WriteError(ENOSPC);
+    throw files::WriteError(ENOSPC);
   } catch (...) {
     return faults.OnError("frmDXF", "befStart_Click", allowed);
   }
@@ -29,7 +29,7 @@ TEST_F(ScribeTest, ReportsNumberModuleProcedureAndLine) {
 
 TEST_F(ScribeTest, DescribesTheErrorInThePresentLanguage) {
   reportError(faults);
-  language = resources::kGerman;
+  language = texts::kGerman;
   reportError(faults);
   EXPECT_NE(view.reports[0].fault.description, view.reports[1].fault.description);
 }

@@ -53,7 +53,7 @@ class ScribeTest : public ::testing::Test {
   }
 
   testing::TempFolder folder;
-  int language = resources::kEnglish;
+  int language = texts::kEnglish;
   ScriptedView view;
   FaultScribe faults{
       {"Quillon", folder.path(), "quillon", "support@quillon.example"}, language, view};

@@ -2,8 +2,8 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "base/encoding.h"
 #include "convert/command_line.h"
-#include "dxf/encoding.h"
 #include "run_once.h"
 
 namespace {
@@ -26,5 +26,6 @@ bool equal(const CommandLine& a, const CommandLine& b) {
 
 void quillon::fuzz::runOnce(std::string_view text) {
   const CommandLine line = quillon::convert::parseCommandLine(text);
-  if (!equal(line, quillon::convert::parseCommandLine(quillon::dxf::lowerCase(text)))) std::abort();
+  if (!equal(line, quillon::convert::parseCommandLine(quillon::base::lowerCase(text))))
+    std::abort();
 }

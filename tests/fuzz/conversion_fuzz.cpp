@@ -86,13 +86,12 @@ Run convertOnce(const ConversionInput& input, const Files& files) {
   if (!input.layerFile.empty()) job.layerFile = files.layers.path();
   quillon::convert::Surroundings surroundings;
   if (!input.frame.empty()) surroundings.frame.path = files.frame.path();
-  surroundings.languageOffset =
-      input.german ? quillon::resources::kGerman : quillon::resources::kEnglish;
+  surroundings.languageOffset = input.german ? quillon::texts::kGerman : quillon::texts::kEnglish;
   surroundings.refuseWithoutSections = input.refuseWithoutSections;
   surroundings.writeStandardOutput = true;
   surroundings.limits = input.limits;
   surroundings.keepPartial = input.keepPartial;
-  surroundings.now = [] { return quillon::convert::ReportTime{"1", "2"}; };
+  surroundings.now = [] { return quillon::files::LocalTime{"1", "2"}; };
   Run run;
   std::optional<FuzzHost> host;
   quillon::fuzz::requireCost({}, input.drawing.size() + input.layerFile.size() + input.frame.size(),

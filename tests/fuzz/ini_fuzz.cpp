@@ -2,17 +2,17 @@
 #include <string>
 #include <string_view>
 
-#include "convert/ini_document.h"
-#include "convert/ini_file.h"
-#include "convert/ini_line.h"
+#include "files/ini_document.h"
+#include "files/ini_file.h"
+#include "files/ini_line.h"
 #include "parts.h"
 #include "run_once.h"
-#include "ui/settings/profile_text.h"
+#include "settings/profile_text.h"
 
 namespace {
 
-using quillon::convert::IniDocument;
-using quillon::convert::IniFile;
+using quillon::files::IniDocument;
+using quillon::files::IniFile;
 using quillon::fuzz::require;
 
 }  // namespace
@@ -27,7 +27,7 @@ void quillon::fuzz::runOnce(std::string_view data) {
   // Reading trims and takes quotes off, as it does with a line that says the same.
   std::string line = "scr=" + std::string(value);
   for (char& c : line) c = c == '\r' || c == '\n' ? ' ' : c;
-  require(after.wholeValue("DXF", "Scr") == quillon::convert::parseIniLine(line).value,
+  require(after.wholeValue("DXF", "Scr") == quillon::files::parseIniLine(line).value,
           "a value that is set is read back");
   for (const char* key : {"dxffile", "unit", "layername"}) {
     for (const char* section : {"dxf", "global", "1"}) {

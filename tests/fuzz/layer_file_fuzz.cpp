@@ -5,11 +5,11 @@
 #include <string_view>
 #include <vector>
 
+#include "base/encoding.h"
+#include "base/number_text.h"
 #include "convert/layer_file.h"
 #include "convert/layer_table.h"
-#include "convert/paths.h"
-#include "dxf/encoding.h"
-#include "dxf/number_text.h"
+#include "files/paths.h"
 #include "memory_folder.h"
 #include "parts.h"
 #include "run_once.h"
@@ -35,7 +35,7 @@ bool isPlain(const std::string& name) {
 
 }  // namespace
 
-using quillon::convert::readFile;
+using quillon::files::readFile;
 
 void quillon::fuzz::runOnce(std::string_view data) {
   static const quillon::fuzz::MemoryFolder folder;
@@ -44,8 +44,8 @@ void quillon::fuzz::runOnce(std::string_view data) {
   std::size_t bytes = 0;
   for (const LayerRow& row : rows) {
     bytes += row.name.size();
-    require(!quillon::dxf::trimBlanks(row.name).empty(), "a row has a name");
-    require(row.layer == quillon::dxf::numberText(quillon::dxf::numberValue(row.layer)),
+    require(!quillon::base::trimBlanks(row.name).empty(), "a row has a name");
+    require(row.layer == quillon::base::numberText(quillon::base::numberValue(row.layer)),
             "a layer is a plain number");
     require(quillon::convert::fitsLayerFile(row.name), "what was read can be written");
   }
@@ -69,7 +69,8 @@ void quillon::fuzz::runOnce(std::string_view data) {
   const quillon::convert::LayerTable table = quillon::convert::readLayerFile(path);
   require(table.size() == again.size(), "the table has all rows");
   for (const LayerRow& row : again) {
-    require(table.find(quillon::dxf::upperCase(row.name, quillon::dxf::Encoding::Utf8)) != nullptr,
-            "every layer is found");
+    require(
+        table.find(quillon::base::upperCase(row.name, quillon::base::Encoding::Utf8)) != nullptr,
+        "every layer is found");
   }
 }

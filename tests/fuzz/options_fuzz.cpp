@@ -13,7 +13,7 @@
 
 #include "app/headless/options.h"
 #include "app/headless/plan.h"
-#include "dxf/number_text.h"
+#include "base/number_text.h"
 #include "parts.h"
 #include "run_once.h"
 

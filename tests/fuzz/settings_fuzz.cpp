@@ -5,13 +5,13 @@
 #include <string_view>
 
 #include "convert/command_line.h"
-#include "convert/ini_file.h"
-#include "convert/paths.h"
+#include "files/ini_file.h"
+#include "files/paths.h"
 #include "memory_folder.h"
 #include "parts.h"
 #include "run_once.h"
-#include "ui/settings/profile_text.h"
-#include "ui/settings/settings.h"
+#include "settings/profile_text.h"
+#include "settings/settings.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ using quillon::settings::Settings;
 
 bool within(int value, int least, int most) { return value >= least && value <= most; }
 
-void checkRanges(const Settings& settings, const quillon::resources::Texts& texts) {
+void checkRanges(const Settings& settings, const quillon::texts::Texts& texts) {
   require(within(settings.targetKind, 0, quillon::settings::kNoTarget), "the target is one");
   require(within(settings.version, -1, 1), "the version is one");
   require(within(settings.unit, -1, 3), "the unit is one");
@@ -40,17 +40,17 @@ void quillon::fuzz::runOnce(std::string_view data) {
   const auto line = quillon::convert::parseCommandLine(quillon::fuzz::takePart(data));
   const std::string path = folder.write("larkspur.ini", data);
   const quillon::settings::SettingsStore store(folder.path());
-  const quillon::resources::Texts texts(quillon::settings::loadLanguage(store));
+  const quillon::texts::Texts texts(quillon::settings::loadLanguage(store));
 
   const Settings settings = quillon::settings::LoadSettings(store, line, texts);
   checkRanges(settings, texts);
   const quillon::convert::ConversionJob job = quillon::settings::jobOf(settings, line);
   require(job.scaleText == settings.scale, "the job has the settings' scale");
 
-  const quillon::convert::IniFile before(quillon::settings::decodeProfile(data));
+  const quillon::files::IniFile before(quillon::settings::decodeProfile(data));
   require(quillon::settings::SaveSettings(store, settings), "settings can be saved");
-  const std::string saved = quillon::convert::readFile(path);
-  const quillon::convert::IniFile after(quillon::settings::decodeProfile(saved));
+  const std::string saved = quillon::files::readFile(path);
+  const quillon::files::IniFile after(quillon::settings::decodeProfile(saved));
   for (const char* const section : {"global", "1", "window"}) {
     for (const char* const key : {"language", "layername", "dxffile"}) {
       require(after.wholeValue(section, key) == before.wholeValue(section, key),

@@ -52,7 +52,7 @@ class RecordingHost : public convert::ConversionHost {
   std::vector<std::string> reports;
 };
 
-inline convert::ReportTime fixedReportTime() { return {"21.11.2026", "09:30:00"}; }
+inline files::LocalTime fixedReportTime() { return {"21.11.2026", "09:30:00"}; }
 
 /// Surroundings that do not depend on the machine: English, the default frame from memory, a fixed
 /// time, every update let through.

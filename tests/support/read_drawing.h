@@ -9,11 +9,11 @@
 #include <utility>
 #include <vector>
 
+#include "base/run_time_error.h"
 #include "dxf/drawing.h"
 #include "dxf/entities.h"
 #include "dxf/entity_reader.h"
 #include "dxf/line_reader.h"
-#include "dxf/run_time_error.h"
 #include "dxf/section_walker.h"
 #include "dxf/text_source.h"
 #include "support/test_monitor.h"
@@ -106,7 +106,7 @@ class ReadDrawing {
 
 /// The run-time error that ended the reading of a text.
 struct ReadFault {
-  dxf::Fault fault;
+  base::Fault fault;
   std::uint64_t line;  ///< from 1
   std::string subject;
 };
@@ -116,7 +116,7 @@ template <typename Source>
 std::optional<ReadFault> readFault(const Source& source) {
   try {
     const ReadDrawing read(source);
-  } catch (const dxf::RunTimeError& error) {
+  } catch (const base::RunTimeError& error) {
     return ReadFault{error.fault(), error.line(), error.subject()};
   }
   return std::nullopt;

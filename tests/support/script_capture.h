@@ -11,7 +11,7 @@
 namespace quillon::testing {
 
 /// A sink that keeps the script in memory.
-class StringSink : public eagle::ScriptSink {
+class StringSink : public base::ByteSink {
  public:
   void write(std::string_view block) override { text.append(block); }
   std::string text;

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/number_text.h"
 #include "classic/areas.h"
-#include "dxf/number_text.h"
 
 namespace quillon::testing {
 
@@ -37,7 +37,7 @@ inline std::vector<geometry::Point> pointsOf(std::string_view script) {
        open = script.find('(', open + 1)) {
     const std::size_t blank = script.find(' ', open);
     points.push_back(
-        {dxf::numberValue(script.substr(open + 1)), dxf::numberValue(script.substr(blank + 1))});
+        {base::numberValue(script.substr(open + 1)), base::numberValue(script.substr(blank + 1))});
   }
   return points;
 }

@@ -5,14 +5,14 @@
 #include <utility>
 #include <vector>
 
-#include "dxf/run_monitor.h"
+#include "base/run_monitor.h"
 
 namespace quillon::testing {
 
 /// Records what the reader tells its monitor; cancels when `cancelWhen` says so.
-class TestMonitor : public dxf::RunMonitor {
+class TestMonitor : public base::RunMonitor {
  public:
-  void setStatus(dxf::ReadPhase phase, std::uint64_t count) override {
+  void setStatus(base::ReadPhase phase, std::uint64_t count) override {
     statuses.emplace_back(phase, count);
   }
   void setProgress(bool writing, std::uint64_t value, std::uint64_t total) override {
@@ -25,7 +25,7 @@ class TestMonitor : public dxf::RunMonitor {
   void waitForUser() override { ++waits; }
 
   std::function<bool()> cancelWhen;
-  std::vector<std::pair<dxf::ReadPhase, std::uint64_t>> statuses;
+  std::vector<std::pair<base::ReadPhase, std::uint64_t>> statuses;
   std::vector<std::pair<std::uint64_t, std::uint64_t>> progress;
   std::uint64_t polls = 0;
   std::uint64_t waits = 0;

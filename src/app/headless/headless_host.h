@@ -5,7 +5,7 @@
 
 #include "app/console/console.h"
 #include "convert/host.h"
-#include "ui/resources/string_table.h"
+#include "texts/string_table.h"
 
 namespace quillon::headless {
 
@@ -13,7 +13,7 @@ namespace quillon::headless {
 class HeadlessHost : public convert::ConversionHost {
  public:
   /// `label` stands beside the progress bar; an empty one shows none.
-  HeadlessHost(console::Console& console, const resources::Texts& texts, std::string label)
+  HeadlessHost(console::Console& console, const texts::Texts& texts, std::string label)
       : console_(console), texts_(texts), label_(std::move(label)) {}
 
   const std::vector<convert::Message>& messages() const { return messages_; }
@@ -31,7 +31,7 @@ class HeadlessHost : public convert::ConversionHost {
 
  private:
   console::Console& console_;
-  const resources::Texts& texts_;
+  const texts::Texts& texts_;
   std::string label_;
   int readPercent_ = 0;
   int writePercent_ = 0;

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cstdint>
 
-#include "dxf/encoding.h"
+#include "base/encoding.h"
 #include "dxf/entity_kinds.h"
 
 namespace quillon::headless {
@@ -64,7 +64,7 @@ class Paths {
  public:
   void add(Members& members, std::string_view name, std::string_view path) {
     members.add(name, stringOrNull(path));
-    if (dxf::isValidUtf8(path)) return;
+    if (base::isValidUtf8(path)) return;
     bytes_.add(name, jsonString(base64(path)));
     any_ = true;
   }
@@ -158,7 +158,7 @@ std::string messageList(const std::vector<Message>& messages) {
 std::string jsonString(std::string_view text) {
   static constexpr std::string_view kHex = "0123456789abcdef";
   std::string out = "\"";
-  const std::string utf8 = dxf::toUtf8(text, dxf::Encoding::Utf8);
+  const std::string utf8 = base::toUtf8(text, base::Encoding::Utf8);
   const auto putEscape = [&out](unsigned code) {
     out += {'\\', 'u', '0', '0', kHex[code >> 4], kHex[code & 15]};
   };

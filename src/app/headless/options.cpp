@@ -14,11 +14,12 @@
 
 #include "app/console/console.h"
 #include "app/console/terminal.h"
+#include "base/number_text.h"
+#include "base/quotable.h"
 #include "convert/layer_file.h"
 #include "convert/messages.h"
-#include "convert/paths.h"
-#include "dxf/number_text.h"
-#include "ui/resources/string_table.h"
+#include "files/paths.h"
+#include "texts/string_table.h"
 
 namespace quillon::headless {
 namespace {
@@ -31,13 +32,13 @@ std::string checkNumber(const std::string& text) {
   std::strtod(text.c_str(), &end);
   const bool whole = end != text.c_str() && *end == '\0';
   const bool plain = text.find_first_not_of("+-.0123456789eE") == std::string::npos;
-  if (whole && plain && std::isfinite(dxf::numberValue(text))) return {};
+  if (whole && plain && std::isfinite(base::numberValue(text))) return {};
   return "\"" + text + "\" is no number";
 }
 
 std::string checkScale(const std::string& text) {
   std::string error = checkNumber(text);
-  if (error.empty() && dxf::numberValue(text) == 0.0) error = "the scale factor must not be 0";
+  if (error.empty() && base::numberValue(text) == 0.0) error = "the scale factor must not be 0";
   return error;
 }
 
@@ -165,7 +166,7 @@ void addProgramOptions(CLI::App& app, Options& options) {
                  "Script to write, a folder for several; - writes standard output")
       ->type_name("SCRIPT.scr");
   addChoice(app, "--language", options.languageOffset,
-            {{"de", resources::kGerman}, {"en", resources::kEnglish}}, "de|en",
+            {{"de", texts::kGerman}, {"en", texts::kEnglish}}, "de|en",
             "Language of messages and report [of the locale]");
   app.add_option("--frame", options.frame, "File with the first and last lines of the script")
       ->type_name("FILE.cfh");
@@ -198,7 +199,7 @@ std::string checkTogether(const Options& options) {
   if (options.report && options.report->empty()) return "the name of the report is empty";
   if (options.name && !one) return "--name takes one drawing only";
   const bool noName =
-      options.name ? dxf::trimBlanks(*options.name).empty() : options.inputs.front() == "-";
+      options.name ? base::trimBlanks(*options.name).empty() : options.inputs.front() == "-";
   if (options.job.blocks != convert::kDrawBlocks && noName) {
     return "--blocks used and --blocks all need a name: the library is named like the drawing";
   }
@@ -209,29 +210,28 @@ std::string checkTogether(const Options& options) {
 void completePaths(Options& options) {
   std::vector<std::string> inputs;
   for (std::string& input : options.inputs) {
-    std::vector<std::string> found =
-        convert::expandWildcards(convert::pathArgument(std::move(input)));
+    std::vector<std::string> found = files::expandWildcards(files::pathArgument(std::move(input)));
     std::move(found.begin(), found.end(), std::back_inserter(inputs));
   }
   options.inputs = std::move(inputs);
   for (std::optional<std::string>* const path :
        {&options.output, &options.report, &options.frame}) {
-    if (*path) **path = convert::pathArgument(std::move(**path));
+    if (*path) **path = files::pathArgument(std::move(**path));
   }
-  options.job.layerFile = convert::pathArgument(std::move(options.job.layerFile));
+  options.job.layerFile = files::pathArgument(std::move(options.job.layerFile));
 }
 
 }  // namespace
 
 int usageError(const std::string& message) {
-  console::Console(false).printError("quillon-convert: " + convert::quotable(message) +
+  console::Console(false).printError("quillon-convert: " + base::quotable(message) +
                                      "\nTry 'quillon-convert --help'.\n");
   return kWrongUsage;
 }
 
 Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exitCode) {
   Options options;
-  options.languageOffset = console::userSpeaksGerman() ? resources::kGerman : resources::kEnglish;
+  options.languageOffset = console::userSpeaksGerman() ? texts::kGerman : texts::kEnglish;
   NumberTexts numbers;
   CLI::App app("Turns DXF drawings into scripts for the EAGLE PCB editor.", "quillon-convert");
   app.set_version_flag("--version", "quillon-convert " QUILLON_VERSION);
@@ -247,10 +247,10 @@ Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exi
     exitCode = asked ? app.exit(error) : usageError(error.what());
     return options;
   }
-  options.job.scale = dxf::numberValue(options.job.scaleText);
-  options.job.offsetX = dxf::numberValue(numbers.offsetX);
-  options.job.offsetY = dxf::numberValue(numbers.offsetY);
-  options.job.polyWidth = dxf::numberValue(numbers.polyWidth);
+  options.job.scale = base::numberValue(options.job.scaleText);
+  options.job.offsetX = base::numberValue(numbers.offsetX);
+  options.job.offsetY = base::numberValue(numbers.offsetY);
+  options.job.polyWidth = base::numberValue(numbers.polyWidth);
   if (options.newer) options.job.overwriteScript = true;
   completePaths(options);
   const std::string wrong = checkTogether(options);

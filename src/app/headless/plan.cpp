@@ -6,20 +6,20 @@
 #include <set>
 #include <utility>
 
-#include "convert/file_system.h"
-#include "convert/paths.h"
-#include "dxf/encoding.h"
+#include "base/encoding.h"
+#include "files/file_system.h"
+#include "files/paths.h"
 
 namespace quillon::headless {
 
 namespace fs = std::filesystem;
-using convert::fromPath;
-using convert::toPath;
+using files::fromPath;
+using files::toPath;
 
 namespace {
 
 bool isDrawingName(const fs::path& path) {
-  return dxf::equalsUpperCased(fromPath(path.extension()), ".DXF");
+  return base::equalsUpperCased(fromPath(path.extension()), ".DXF");
 }
 
 /// A drawing that is to be converted, and where it comes from.
@@ -32,13 +32,13 @@ struct Drawing {
 std::vector<Drawing> drawingsIn(const fs::path& folder, int& reason,
                                 std::vector<std::string>& leftOut) {
   std::vector<Drawing> drawings;
-  std::vector<fs::path> found = convert::listFolder(folder, reason);
+  std::vector<fs::path> found = files::listFolder(folder, reason);
   std::sort(found.begin(), found.end());
   for (fs::path& path : found) {
     if (!isDrawingName(path)) continue;
-    const convert::FileKind kind = convert::fileKind(path);
-    if (kind == convert::FileKind::Folder) continue;
-    if (kind == convert::FileKind::Other) {
+    const files::FileKind kind = files::fileKind(path);
+    if (kind == files::FileKind::Folder) continue;
+    if (kind == files::FileKind::Other) {
       leftOut.push_back(fromPath(path));
     } else {
       drawings.push_back({std::move(path), true});
@@ -49,8 +49,8 @@ std::vector<Drawing> drawingsIn(const fs::path& folder, int& reason,
 
 /// A folder that was named by a user, who may have meant one that is yet to be made.
 fs::path folderNamed(const std::string& typed) {
-  const fs::path found = convert::findExisting(typed);
-  return convert::namesFolder(found) ? found : convert::findForCreation(typed);
+  const fs::path found = files::findExisting(typed);
+  return files::namesFolder(found) ? found : files::findForCreation(typed);
 }
 
 /// Where the files of a plan go. All these paths are exact.
@@ -76,8 +76,7 @@ class PathRules {
   /// What was typed is the result itself, or a folder for results.
   fs::path resultOf(const std::string& typed, const fs::path& name) const {
     const fs::path folder = folderNamed(typed);
-    return several_ || convert::namesFolder(folder) ? folder / name
-                                                    : convert::findForCreation(typed);
+    return several_ || files::namesFolder(folder) ? folder / name : files::findForCreation(typed);
   }
 
   const Options& options_;
@@ -92,9 +91,9 @@ void planStandardInput(const Options& options, Plan& plan) {
   planned.readStandardInput = true;
   planned.writeStandardOutput = !options.output || *options.output == "-";
   if (!planned.writeStandardOutput) {
-    planned.job.scriptFile = fromPath(convert::findForCreation(*options.output));
+    planned.job.scriptFile = fromPath(files::findForCreation(*options.output));
   }
-  planned.reportFile = fromPath(convert::findForCreation(options.report.value_or("")));
+  planned.reportFile = fromPath(files::findForCreation(options.report.value_or("")));
   planned.job.report = !planned.reportFile.empty();
   plan.conversions.push_back(std::move(planned));
 }
@@ -116,9 +115,9 @@ PlannedConversion planDrawing(const Options& options, const PathRules& paths,
 }
 
 /// One spelling for all paths of a file.
-fs::path fileKey(const std::string& file) { return convert::uniquePath(toPath(file)); }
+fs::path fileKey(const std::string& file) { return files::uniquePath(toPath(file)); }
 fs::path typedFileKey(const std::string& file) {
-  return convert::uniquePath(convert::findExisting(file));
+  return files::uniquePath(files::findExisting(file));
 }
 
 /// No result may replace a file that is read, nor another result.
@@ -147,8 +146,8 @@ class Collisions {
                        key == fileKey(planned.job.dxfFile);
       if (own) continue;
       if (inputs_.contains(key)) return file + " would replace a file that is read";
-      const convert::FileKind kind = convert::fileKind(toPath(file));
-      if (kind == convert::FileKind::Other || kind == convert::FileKind::Folder) continue;
+      const files::FileKind kind = files::fileKind(toPath(file));
+      if (kind == files::FileKind::Other || kind == files::FileKind::Folder) continue;
       const auto [before, isNew] = written_.try_emplace(key, &planned);
       if (isNew) continue;
       const PlannedConversion& first = *before->second;
@@ -178,7 +177,7 @@ std::string checkCollisions(const Options& options, Plan& plan) {
 std::string makeFolders(const Options& options) {
   for (const auto& folder : {options.output, options.report}) {
     if (!folder) continue;
-    if (!convert::makeFolders(folderNamed(*folder))) {
+    if (!files::makeFolders(folderNamed(*folder))) {
       return *folder + " is no folder and cannot be made one; several drawings need a folder";
     }
   }
@@ -208,8 +207,8 @@ Plan makePlan(const Options& options) {
   std::vector<Drawing> drawings;
   plan.several = options.inputs.size() > 1;
   for (const std::string& input : options.inputs) {
-    const fs::path path = convert::findExisting(input);
-    if (!convert::namesFolder(path)) {
+    const fs::path path = files::findExisting(input);
+    if (!files::namesFolder(path)) {
       drawings.push_back({path});
       continue;
     }

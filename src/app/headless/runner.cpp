@@ -15,19 +15,20 @@
 #include "app/headless/json_output.h"
 #include "app/headless/plan.h"
 #include "app/headless/worker.h"
+#include "base/quotable.h"
 #include "convert/driver.h"
-#include "convert/file_system.h"
 #include "convert/layer_file.h"
 #include "convert/messages.h"
-#include "convert/output_file.h"
-#include "convert/paths.h"
-#include "convert/program_folder.h"
 #include "convert/summary.h"
-#include "convert/temporary_file.h"
 #include "errors/attempt.h"
 #include "errors/crash.h"
 #include "errors/fault_printer.h"
 #include "errors/program.h"
+#include "files/file_system.h"
+#include "files/output_file.h"
+#include "files/paths.h"
+#include "files/program_folder.h"
+#include "files/temporary_file.h"
 
 namespace quillon::headless {
 
@@ -37,7 +38,6 @@ using console::interrupted;
 using convert::ConversionResult;
 using convert::Message;
 using convert::Outcome;
-using convert::quotable;
 
 namespace {
 
@@ -71,15 +71,15 @@ class Runner {
     const console::WaitBreaker::Part waits(breaker_);
     for (const std::string& folder : plan_.unreadableFolders) {
       console_.printError(
-          problemLine(convert::MessageKind::Error, texts_(3110, {quotable(folder)})));
+          problemLine(convert::MessageKind::Error, texts_(3110, {base::quotable(folder)})));
     }
     for (const std::string& folder : plan_.emptyFolders) {
       console_.printError(
-          problemLine(convert::MessageKind::Error, texts_(3108, {quotable(folder)})));
+          problemLine(convert::MessageKind::Error, texts_(3108, {base::quotable(folder)})));
     }
     for (const std::string& file : plan_.leftOut) {
       console_.printError(
-          problemLine(convert::MessageKind::Warning, texts_(3073, {quotable(file)})));
+          problemLine(convert::MessageKind::Warning, texts_(3073, {base::quotable(file)})));
     }
     clearAbandoned();
     convertAll();
@@ -133,7 +133,7 @@ class Runner {
         const std::string& drawing = plan_.conversions[i].job.dxfFile;
         printed.error =
             problemLine(convert::MessageKind::Error,
-                        quotable(drawing) + ": " + convert::withoutControls(problem.what()));
+                        base::quotable(drawing) + ": " + base::withoutControls(problem.what()));
       }
       print(i, std::move(printed));
     }
@@ -146,31 +146,31 @@ class Runner {
     for (const PlannedConversion& planned : plan_.conversions) {
       for (const std::string* const file : {&planned.job.scriptFile, &planned.reportFile}) {
         if (file->empty()) continue;
-        folders.insert(convert::folderOfTarget(convert::toPath(*file)));
+        folders.insert(files::folderOfTarget(files::toPath(*file)));
       }
     }
-    for (const fs::path& folder : folders) convert::clearAbandonedFiles(folder);
+    for (const fs::path& folder : folders) files::clearAbandonedFiles(folder);
   }
 
   /// True when the script is newer than its drawing. At the same time it may have been written
   /// before the drawing was.
   bool isUpToDate(const PlannedConversion& planned) const {
     std::error_code error;
-    const fs::path script = convert::toPath(planned.job.scriptFile);
+    const fs::path script = files::toPath(planned.job.scriptFile);
     if (!options_.newer || !fs::is_regular_file(script, error)) return false;
     const auto written = fs::last_write_time(script, error);
     if (error) return false;
-    const auto drawn = fs::last_write_time(convert::toPath(planned.job.dxfFile), error);
+    const auto drawn = fs::last_write_time(files::toPath(planned.job.dxfFile), error);
     return !error && written > drawn;
   }
 
   /// A script that a cancel left incomplete is dated like its drawing, so that --newer makes it
   /// anew.
   static void dateAsIncomplete(const PlannedConversion& planned) {
-    const fs::path script = convert::toPath(planned.job.scriptFile);
+    const fs::path script = files::toPath(planned.job.scriptFile);
     std::error_code ignored;
     if (!fs::is_regular_file(script, ignored)) return;
-    const auto time = fs::last_write_time(convert::toPath(planned.job.dxfFile), ignored);
+    const auto time = fs::last_write_time(files::toPath(planned.job.dxfFile), ignored);
     if (!ignored) fs::last_write_time(script, time, ignored);
   }
 
@@ -179,7 +179,7 @@ class Runner {
       ++skipped_;
       return {};
     }
-    HeadlessHost host(console_, texts_, plan_.several ? "" : quotable(planned.job.dxfFile));
+    HeadlessHost host(console_, texts_, plan_.several ? "" : base::quotable(planned.job.dxfFile));
     ConversionResult result;
     std::vector<Message> messages;
     bool reportWritten = true;
@@ -212,7 +212,7 @@ class Runner {
     surroundings.languageOffset = options_.languageOffset;
     surroundings.frame.mustExist = options_.frame.has_value();
     surroundings.frame.path =
-        options_.frame ? *options_.frame : convert::fromPath(convert::frameFilePath());
+        options_.frame ? *options_.frame : files::fromPath(files::frameFilePath());
     surroundings.refuseWithoutSections = true;
     surroundings.refuseUnreadableFiles = true;
     surroundings.readStandardInput = planned.readStandardInput;
@@ -228,24 +228,25 @@ class Runner {
   std::string obstacleTo(const PlannedConversion& planned) const {
     const std::string& report = planned.reportFile;
     if (!planned.sameResultAs.empty()) {
-      return texts_(3074, {quotable(planned.job.dxfFile), quotable(planned.job.scriptFile),
-                           quotable(planned.sameResultAs)});
+      return texts_(3074,
+                    {base::quotable(planned.job.dxfFile), base::quotable(planned.job.scriptFile),
+                     base::quotable(planned.sameResultAs)});
     }
     const bool inTheWay = !report.empty() && !options_.job.overwriteScript &&
-                          convert::isInTheWay(convert::toPath(report));
-    return inTheWay ? texts_(3103, {quotable(report)}) : std::string();
+                          files::isInTheWay(files::toPath(report));
+    return inTheWay ? texts_(3103, {base::quotable(report)}) : std::string();
   }
 
   bool writeReport(const std::string& reportFile, const ConversionResult& result,
                    std::vector<Message>& messages) const {
     if (reportFile.empty() || result.report.empty()) return true;
-    const fs::path target = convert::toPath(reportFile);
+    const fs::path target = files::toPath(reportFile);
     try {
-      convert::OutputFile file(target);
+      files::OutputFile file(target);
       file.write(result.report);
       file.commit();
       return true;
-    } catch (const convert::WriteError& reason) {
+    } catch (const files::WriteError& reason) {
       messages.push_back(
           error(convert::Messages(texts_).unwritableText(reportFile, target, reason.reason())));
       return false;
@@ -271,12 +272,13 @@ class Runner {
   /// What was read, what was written, and what to type in EAGLE.
   std::string summary(const ConversionResult& result) const {
     std::string text =
-        texts_(3104, {quotable(result.dxfFile), std::to_string(convert::entityCount(result)),
+        texts_(3104, {base::quotable(result.dxfFile), std::to_string(convert::entityCount(result)),
                       std::to_string(result.fileLinesRead)}) +
         "\n";
     const std::string hidden = convert::hiddenText(result, texts_);
     if (!hidden.empty()) text += hidden + "\n";
-    text += texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n";
+    text += texts_(3106, {base::quotable(result.scriptFile), std::to_string(result.commandCount)}) +
+            "\n";
     if (result.scriptFile == "-" || plan_.several) return text;
     const std::string argument = convert::scriptArgument(result);
     return argument.empty() ? text : text + texts_(3107, {argument}) + "\n";
@@ -304,7 +306,7 @@ class Runner {
 
   const Options& options_;
   Plan plan_;
-  resources::Texts texts_;
+  texts::Texts texts_;
   console::Console console_;
   console::WaitBreaker breaker_;
   std::atomic<std::size_t> next_{0};
@@ -329,7 +331,7 @@ int runPlan(const Options& options) {
 int run(const Options& options) {
   console::catchInterrupt();
   const errors::ProgramIdentity program =
-      errors::thisProgram("quillon-convert", convert::programFolder());
+      errors::thisProgram("quillon-convert", files::programFolder());
   errors::FaultPrinter printer(
       [](std::string_view lines) { console::Console(false).printError(lines); }, program,
       options.languageOffset);

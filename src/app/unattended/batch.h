@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/settings/settings.h"
+#include "settings/settings.h"
 
 namespace quillon::unattended {
 

@@ -8,8 +8,7 @@
 
 namespace quillon::unattended {
 
-std::string consoleAnswer(const std::vector<std::string>& arguments,
-                          const resources::Texts& texts) {
+std::string consoleAnswer(const std::vector<std::string>& arguments, const texts::Texts& texts) {
   const auto asks = [&arguments](const char* option) {
     return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
   };

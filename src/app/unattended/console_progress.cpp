@@ -1,12 +1,13 @@
 #include "app/unattended/console_progress.h"
 
 #include "app/console/interrupt.h"
+#include "base/quotable.h"
 #include "convert/messages.h"
 
 namespace quillon::unattended {
 
 void ConsoleProgress::begin(std::string_view file, bool) {
-  label_ = convert::quotable(file);
+  label_ = base::quotable(file);
   readPercent_ = writePercent_ = 0;
 }
 

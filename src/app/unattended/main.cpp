@@ -17,7 +17,7 @@ int Main(const std::vector<std::string>& arguments, const std::filesystem::path&
   const StartUp start = readArguments(arguments);
   const settings::SettingsStore store(programFolder);
   const int language = settings::loadLanguage(store);
-  const resources::Texts texts(language);
+  const texts::Texts texts(language);
   const std::string answer = consoleAnswer(arguments, texts);
   if (!answer.empty()) return printAnswer(answer);
   console::Console console(console::errorIsTerminal());

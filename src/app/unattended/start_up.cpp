@@ -1,13 +1,13 @@
 #include "app/unattended/start_up.h"
 
-#include "convert/paths.h"
+#include "files/paths.h"
 
 namespace quillon::unattended {
 
 StartUp readArguments(const std::vector<std::string>& arguments) {
   StartUp start;
   // A single argument that names a file is a drawing, although its path may begin with "/".
-  if (arguments.size() == 1 && convert::namesFile(convert::toPath(arguments.front()))) {
+  if (arguments.size() == 1 && files::namesFile(files::toPath(arguments.front()))) {
     start.drawing = arguments.front();
   } else {
     start.line = convert::parseCommandLine(convert::joinArguments(arguments));

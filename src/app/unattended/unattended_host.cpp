@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/quotable.h"
 #include "convert/messages.h"
 
 namespace quillon::unattended {
@@ -12,7 +13,7 @@ std::string oneLine(std::string_view lines) {
   std::string text;
   while (true) {
     const std::size_t stop = std::min(lines.find('\r'), lines.size());
-    text += convert::quotable(lines.substr(0, stop));
+    text += base::quotable(lines.substr(0, stop));
     if (stop == lines.size()) break;
     text += ' ';
     lines.remove_prefix(stop + 1);
@@ -52,7 +53,7 @@ void UnattendedHost::showReport(std::string_view report) {
   std::string lines;
   while (true) {
     const std::size_t stop = report.find(kLineEnd);
-    lines.append(convert::withoutControls(report.substr(0, stop))).append("\n");
+    lines.append(base::withoutControls(report.substr(0, stop))).append("\n");
     if (stop == std::string_view::npos) break;
     report.remove_prefix(stop + kLineEnd.size());
   }

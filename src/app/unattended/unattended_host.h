@@ -6,7 +6,7 @@
 #include "app/console/console.h"
 #include "app/unattended/progress_view.h"
 #include "convert/host.h"
-#include "ui/resources/string_table.h"
+#include "texts/string_table.h"
 
 namespace quillon::unattended {
 
@@ -14,7 +14,7 @@ namespace quillon::unattended {
 /// question is answered with No, a dialog is cancelled.
 class UnattendedHost : public convert::ConversionHost {
  public:
-  UnattendedHost(console::Console& console, ProgressView& progress, const resources::Texts& texts)
+  UnattendedHost(console::Console& console, ProgressView& progress, const texts::Texts& texts)
       : console_(console), progress_(progress), texts_(texts) {}
 
   void setStatus(std::string_view text) override { progress_.setStatus(text); }
@@ -33,7 +33,7 @@ class UnattendedHost : public convert::ConversionHost {
 
   console::Console& console_;
   ProgressView& progress_;
-  const resources::Texts& texts_;
+  const texts::Texts& texts_;
 };
 
 }  // namespace quillon::unattended

@@ -3,21 +3,22 @@
 #include "app/console/interrupt.h"
 #include "app/unattended/batch.h"
 #include "app/unattended/unattended_host.h"
+#include "base/quotable.h"
 #include "convert/messages.h"
-#include "convert/paths.h"
 #include "convert/summary.h"
 #include "errors/attempt.h"
+#include "files/paths.h"
+#include "texts/error_texts.h"
 
 namespace quillon::unattended {
 
 using convert::ConversionResult;
 using convert::Outcome;
-using convert::quotable;
 
 int UnattendedRun::run() {
   console::WaitBreaker breaker;
   const console::WaitBreaker::Part waits(breaker);
-  if (!line_.splitPath.empty()) warn(texts_(3072, {quotable(line_.splitPath)}));
+  if (!line_.splitPath.empty()) warn(texts_(3072, {base::quotable(line_.splitPath)}));
   UnattendedHost host(console_, progress_, texts_);
   for (const convert::Message& warning : settings::loadingWarnings(store_, line_, texts_)) {
     host.tell(warning);
@@ -44,24 +45,25 @@ int UnattendedRun::convertBatch() {
   const Batch batch = listBatch(settings_, store_);
   if (!batch.missing.item.empty()) {
     const auto& [folder, item] = batch.missing;
-    console_.printError("quillon: " + texts_(3071, {quotable(folder), item}) + "\n");
+    console_.printError("quillon: " + texts_(3071, {base::quotable(folder), item}) + "\n");
     return kSomeNotConverted;
   }
   if (batch.reason != 0) {
     const convert::Messages messages(texts_);
-    const std::string reason = messages.reasonText(batch.reason);
+    const std::string reason = texts::reasonText(batch.reason, texts_);
     console_.printError("quillon: " + messages.unreadableText(batch.folder, reason) + "\n");
     return kSomeNotConverted;
   }
-  for (const std::string& file : batch.leftOut) warn(texts_(3073, {quotable(file)}));
+  for (const std::string& file : batch.leftOut) warn(texts_(3073, {base::quotable(file)}));
   std::size_t converted = 0;
   std::size_t failed = 0;
   for (const BatchFile& file : batch.files) {
     if (!file.sameScriptAs.empty()) {
-      console_.printError("quillon: " + std::string(texts_(2804)) + ": " +
-                          texts_(3074, {quotable(file.dxfFile), quotable(file.scriptFile),
-                                        quotable(file.sameScriptAs)}) +
-                          "\n");
+      console_.printError(
+          "quillon: " + std::string(texts_(2804)) + ": " +
+          texts_(3074, {base::quotable(file.dxfFile), base::quotable(file.scriptFile),
+                        base::quotable(file.sameScriptAs)}) +
+          "\n");
       ++failed;
       continue;
     }
@@ -92,14 +94,15 @@ Outcome UnattendedRun::convert(bool listed) {
   clearAbandoned_ = false;  // the scripts of a batch share their folder
   convert::ConversionJob job = settings::jobOf(settings_, line_);
   job.literalPaths = listed;
-  progress_.begin(convert::lastComponent(job.dxfFile), line_.autoRunExit);
+  progress_.begin(files::lastComponent(job.dxfFile), line_.autoRunExit);
   UnattendedHost host(console_, progress_, texts_);
   const ConversionResult result = convert::convertDXF(job, host, surroundings);
   cancelled_ = result.outcome == Outcome::Cancelled || progress_.cancelRequested();
   progress_.end();
   if (result.outcome == Outcome::Converted) {
     console_.printError(
-        texts_(3106, {quotable(result.scriptFile), std::to_string(result.commandCount)}) + "\n");
+        texts_(3106, {base::quotable(result.scriptFile), std::to_string(result.commandCount)}) +
+        "\n");
     const std::string hidden = convert::hiddenText(result, texts_);
     if (!hidden.empty()) console_.printError(hidden + "\n");
   }

@@ -5,7 +5,7 @@
 #include "convert/command_line.h"
 #include "convert/driver.h"
 #include "errors/fault_scribe.h"
-#include "ui/settings/settings.h"
+#include "settings/settings.h"
 
 namespace quillon::unattended {
 
@@ -16,7 +16,7 @@ class UnattendedRun {
  public:
   /// `settings` are those of the window after it has loaded; `faults` gets what fails unexpectedly.
   UnattendedRun(const settings::SettingsStore& store, const convert::CommandLine& line,
-                const settings::Settings& settings, const resources::Texts& texts,
+                const settings::Settings& settings, const texts::Texts& texts,
                 console::Console& console, ProgressView& progress, errors::FaultScribe& faults)
       : store_(store),
         line_(line),
@@ -40,7 +40,7 @@ class UnattendedRun {
   const settings::SettingsStore& store_;
   const convert::CommandLine& line_;
   settings::Settings settings_;
-  const resources::Texts& texts_;
+  const texts::Texts& texts_;
   console::Console& console_;
   ProgressView& progress_;
   errors::FaultScribe& faults_;

@@ -8,7 +8,7 @@ namespace quillon::window {
 
 void DialogProgress::begin(std::string_view file, bool inBatch) {
   dialog_.loadResources();
-  if (inBatch) dialog_.setWindowTitle(ui::toQt(file));
+  if (inBatch) dialog_.setWindowTitle(windows::toQt(file));
   dialog_.show();
 }
 

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "app/unattended/progress_view.h"
-#include "ui/windows/progress_dialog.h"
+#include "windows/progress_dialog.h"
 
 namespace quillon::window {
 
 /// The progress dialog of an unattended run; its button, or Ctrl-C, cancels.
 class DialogProgress : public unattended::ProgressView {
  public:
-  explicit DialogProgress(ui::AppContext& context) : dialog_(context) {}
+  explicit DialogProgress(windows::AppContext& context) : dialog_(context) {}
 
   void begin(std::string_view file, bool inBatch) override;
   void setStatus(std::string_view text) override { dialog_.setStatus(text); }
@@ -19,7 +19,7 @@ class DialogProgress : public unattended::ProgressView {
   void end() override { dialog_.hide(); }
 
  private:
-  ui::ProgressDialog dialog_;
+  windows::ProgressDialog dialog_;
 };
 
 }  // namespace quillon::window

@@ -16,12 +16,12 @@
 #include "errors/crash.h"
 #include "errors/fault_printer.h"
 #include "errors/program.h"
-#include "ui/windows/app_icon.h"
-#include "ui/windows/main_window.h"
-#include "ui/windows/qt_texts.h"
-#include "ui/windows/screen_fit.h"
-#include "ui/windows/splash.h"
-#include "ui/windows/window_fault_view.h"
+#include "windows/app_icon.h"
+#include "windows/main_window.h"
+#include "windows/qt_texts.h"
+#include "windows/screen_fit.h"
+#include "windows/splash.h"
+#include "windows/window_fault_view.h"
 
 namespace quillon::window {
 namespace {
@@ -30,33 +30,33 @@ void centre(QWidget& window) {
   const QRect screen = window.screen()->availableGeometry();
   window.move(screen.left() + (screen.width() - window.width()) / 2,
               screen.top() + (screen.height() - window.height()) / 2);
-  ui::keepOnScreen(window);
+  windows::keepOnScreen(window);
 }
 
-int runUnattended(ui::AppContext& context, const ui::MainWindow& window,
+int runUnattended(windows::AppContext& context, const windows::MainWindow& window,
                   console::Console& console) {
   console::catchInterrupt();
   DialogProgress progress(context);
-  const resources::Texts texts = context.texts();
+  const texts::Texts texts = context.texts();
   return unattended::UnattendedRun(context.store, context.line, window.settings(), texts, console,
                                    progress, *context.faults)
       .run();
 }
 
 /// The windows of the program, from the splash to the end.
-int runWindows(ui::AppContext& context, const unattended::StartUp& start,
+int runWindows(windows::AppContext& context, const unattended::StartUp& start,
                console::Console& console) {
-  if (!(start.line.autoRun && start.line.autoRunExit)) ui::Splash().exec();
+  if (!(start.line.autoRun && start.line.autoRunExit)) windows::Splash().exec();
   context.LanguageOffset = settings::loadLanguage(context.store);
-  ui::MainWindow window(context);
+  windows::MainWindow window(context);
   window.LoadSettings();
   if (start.unattended()) return runUnattended(context, window, console);
-  if (!start.drawing.empty()) window.setDrawing(ui::toQt(start.drawing));
+  if (!start.drawing.empty()) window.setDrawing(windows::toQt(start.drawing));
   window.makeRoom();
   centre(window);
   window.show();
   window.warnOfSplitPath();
-  return context.faults->ending() ? ui::kEndedByError : QApplication::exec();
+  return context.faults->ending() ? windows::kEndedByError : QApplication::exec();
 }
 
 }  // namespace
@@ -64,7 +64,7 @@ int runWindows(ui::AppContext& context, const unattended::StartUp& start,
 int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
   const std::vector<std::string> arguments = console::processArguments(argc, argv);
   const unattended::StartUp start = unattended::readArguments(arguments);
-  const resources::Texts texts(settings::loadLanguage(settings::SettingsStore(programFolder)));
+  const texts::Texts texts(settings::loadLanguage(settings::SettingsStore(programFolder)));
   const std::string answer = unattended::consoleAnswer(arguments, texts);
   if (!answer.empty()) return unattended::printAnswer(answer);
   if (!hasDisplay(argc, argv)) {
@@ -75,15 +75,15 @@ int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
   Application app(argc, argv);
   QApplication::setApplicationName("Quillon");
   QApplication::setDesktopFileName("quillon");
-  QApplication::setWindowIcon(ui::appIcon());
-  ui::AppContext context{settings::SettingsStore(programFolder), start.line, resources::kGerman};
-  ui::QtTexts qtTexts(context);
+  QApplication::setWindowIcon(windows::appIcon());
+  windows::AppContext context{settings::SettingsStore(programFolder), start.line, texts::kGerman};
+  windows::QtTexts qtTexts(context);
   QApplication::installTranslator(&qtTexts);
-  ui::ScreenFit screenFit;
+  windows::ScreenFit screenFit;
   app.installEventFilter(&screenFit);
   console::Console console(false);
   const errors::ProgramIdentity program = errors::thisProgram("quillon", programFolder);
-  ui::WindowFaultView shown(context, program);
+  windows::WindowFaultView shown(context, program);
   errors::FaultPrinter printed([&](std::string_view lines) { console.printError(lines); }, program,
                                context.LanguageOffset);
   errors::FaultView& view = start.unattended() ? static_cast<errors::FaultView&>(printed)
@@ -95,7 +95,7 @@ int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
   // The windows load their language later, behind the splash.
   const errors::CrashReporting crashes(
       faults, errors::crashNotice(program, settings::loadLanguage(context.store)));
-  int exitCode = ui::kEndedByError;
+  int exitCode = windows::kEndedByError;
   const unsigned allowed =
       start.unattended() ? errors::kMayLeave : errors::kMayRetry | errors::kMayEnd;
   errors::attempt(

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "convert/output_file.h"
+#include "files/output_file.h"
 
 namespace quillon::testing {
 
@@ -15,7 +15,7 @@ namespace quillon::testing {
 inline void killAWriter(const std::filesystem::path& folder) {
   const pid_t writer = fork();
   if (writer == 0) {
-    convert::OutputFile file(folder / "killed.scr");
+    files::OutputFile file(folder / "killed.scr");
     file.write("half of it");
     kill(getpid(), SIGKILL);
   }

@@ -1,0 +1,65 @@
+#include "base/byte_scan.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace quillon::base {
+
+std::size_t countByte(std::string_view bytes, char wanted) {
+  // Counters of one byte keep a whole vector busy; they are emptied before they could overflow.
+  constexpr std::size_t kLanes = 64;
+  constexpr std::size_t kRounds = 255;
+  std::size_t count = 0;
+  std::size_t i = 0;
+  while (bytes.size() - i >= kLanes) {
+    const std::size_t rounds = std::min((bytes.size() - i) / kLanes, kRounds);
+    std::array<std::uint8_t, kLanes> lanes{};
+    for (std::size_t round = 0; round < rounds; ++round, i += kLanes) {
+      for (std::size_t lane = 0; lane < kLanes; ++lane) {
+        lanes[lane] = static_cast<std::uint8_t>(lanes[lane] + (bytes[i + lane] == wanted));
+      }
+    }
+    for (const std::uint8_t lane : lanes) count += lane;
+  }
+  for (; i < bytes.size(); ++i) count += static_cast<std::size_t>(bytes[i] == wanted);
+  return count;
+}
+
+bool hasWithoutBefore(std::string_view bytes, char wanted, char before) {
+  constexpr std::size_t kBlock = 4096;
+  const char* const p = bytes.data();
+  for (std::size_t i = 1; i < bytes.size(); i += kBlock) {
+    const std::size_t stop = std::min(bytes.size(), i + kBlock);
+    std::uint8_t found = 0;
+    for (std::size_t j = i; j < stop; ++j) {
+      found = static_cast<std::uint8_t>(found | ((p[j] == wanted) & (p[j - 1] != before)));
+    }
+    if (found != 0) return true;
+  }
+  return false;
+}
+
+std::size_t findText(std::string_view bytes, std::string_view text) {
+  // Whole blocks are ruled out by the first and the last character together.
+  constexpr std::size_t kBlock = 2048;
+  if (bytes.size() < text.size()) return std::string_view::npos;
+  const std::size_t starts = bytes.size() - text.size() + 1;
+  const char* const first = bytes.data();
+  const char* const last = first + text.size() - 1;
+  for (std::size_t i = 0; i < starts; i += kBlock) {
+    const std::size_t stop = std::min(starts, i + kBlock);
+    std::uint8_t candidates = 0;
+    for (std::size_t j = i; j < stop; ++j) {
+      const unsigned starting = first[j] == text.front() ? 1 : 0;
+      const unsigned ending = last[j] == text.back() ? 1 : 0;
+      candidates = static_cast<std::uint8_t>(candidates | (starting & ending));
+    }
+    if (candidates == 0) continue;
+    const std::size_t found = bytes.substr(0, stop + text.size() - 1).find(text, i);
+    if (found != std::string_view::npos) return found;
+  }
+  return std::string_view::npos;
+}
+
+}  // namespace quillon::base

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quillon::base {
+
+/// The text without blanks at both ends. Tabs stay.
+constexpr std::string_view trimBlanks(std::string_view text) {
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  return text;
+}
+
+/// The number at the start of a text, whatever the locale: blanks and tabs, a sign, digits with
+/// ".", an exponent (e or E, only with digits). Reading stops at the first character that does not
+/// fit; text without digits gives 0. Too large for a double gives infinity, too small gives 0.
+double numberValue(std::string_view text);
+
+/// True when a text has a number for numberValue to read.
+bool startsWithNumber(std::string_view text);
+
+/// What follows the number at the start of a text: "" when there is nothing more than blanks and
+/// tabs, the whole text when it does not start with a number.
+std::string_view textAfterNumber(std::string_view text);
+
+/// True when the text as a whole is a decimal number, with blanks at its ends perhaps.
+bool isNumber(std::string_view text);
+
+/// numberValue rounded half to even to 16 bits; `fits` is false (and the result 0) when the number
+/// lies outside.
+std::int16_t roundedInteger16(double value, bool& fits);
+
+/// True when the rounded number is odd: the test for the closed flag of a polyline.
+bool isOddNumber(std::string_view text);
+
+/// The group code on a trimmed line: the line must be a decimal number as a whole, which is rounded
+/// half to even. Throws RunTimeError (BadGroupCode) for anything else.
+std::int16_t groupCodeSlow(std::string_view line);
+
+inline std::int16_t groupCode(std::string_view line) {
+  // Nearly every group code has one to three digits.
+  if (line.size() - 1 < 3) {
+    int value = 0;
+    for (const char c : line) {
+      const int digit = c - '0';
+      if (digit < 0 || digit > 9) return groupCodeSlow(line);
+      value = value * 10 + digit;
+    }
+    return static_cast<std::int16_t>(value);
+  }
+  return groupCodeSlow(line);
+}
+
+/// A number as text with at most 15 significant digits, "." as the decimal point, a digit before
+/// the point and no trailing zeros.
+std::string numberText(double value);
+
+}  // namespace quillon::base

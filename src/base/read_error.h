@@ -1,0 +1,19 @@
+#pragma once
+
+#include <stdexcept>
+#include <system_error>
+
+namespace quillon::base {
+
+/// A file could not be read, for the system's reason with this number (errno).
+class ReadError : public std::runtime_error {
+ public:
+  explicit ReadError(int reason)
+      : std::runtime_error(std::generic_category().message(reason)), reason_(reason) {}
+  int reason() const { return reason_; }
+
+ private:
+  int reason_;
+};
+
+}  // namespace quillon::base

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace quillon::base {
+
+/// What went wrong while a drawing was read or converted.
+enum class Fault : std::uint8_t {
+  BadGroupCode,      ///< a group-code line is no 16-bit integer
+  TextEndsTooEarly,  ///< the lines end inside a table, a block or an entity
+  TooManyPoints,     ///< a spline pairs group 11 with group 12 (no such point can be stored)
+  BadNumber,         ///< a number to be written is not finite
+  BadLayerNumber,    ///< an EAGLE layer number does not fit in 16 bits
+  NestingTooDeep,    ///< blocks are nested deeper than the limit
+  BadDashLength,     ///< a dashed line or step has a length that is not finite
+};
+
+/// A run-time error of a conversion. It ends the conversion unless the walk over the ENTITIES
+/// section catches it.
+class RunTimeError : public std::runtime_error {
+ public:
+  /// `subject` is the text that the message quotes (a line, a name); it may be empty.
+  /// `position` points into the text that was being read, or is null; it is valid as long as that
+  /// text is.
+  RunTimeError(Fault fault, std::string_view subject, const char* position = nullptr)
+      : std::runtime_error("run-time error"),
+        fault_(fault),
+        subject_(subject),
+        position_(position) {}
+
+  Fault fault() const { return fault_; }
+  const std::string& subject() const { return subject_; }
+  const char* position() const { return position_; }
+  /// Number of the line in the file where the error arose; 0 when it is not known.
+  std::uint64_t line() const { return line_; }
+  void setLine(std::uint64_t line) { line_ = line; }
+
+ private:
+  Fault fault_;
+  std::string subject_;
+  const char* position_;
+  std::uint64_t line_ = 0;
+};
+
+}  // namespace quillon::base

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace quillon::files {
+
+/// A date and a time in the system's short formats.
+struct LocalTime {
+  std::string date;
+  std::string time;
+};
+
+/// The present date and time in the formats of the process's time locale.
+LocalTime currentLocalTime();
+
+}  // namespace quillon::files

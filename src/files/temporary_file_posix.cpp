@@ -1,0 +1,126 @@
+// A writer holds a lock on its temporary file. The system takes the lock away with the process,
+// however that ends, so a file without a lock is abandoned. Numbers of processes would not do: they
+// are given anew, and mean nothing on another machine that shares the folder.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "files/temporary_file.h"
+
+namespace quillon::files {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kPrefix = ".quillon-";
+constexpr std::string_view kSuffix = ".tmp";
+/// Those of a new file, before the user's mask.
+constexpr mode_t kUsualRights = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+
+/// The file's own process stands in its name for whoever meets it.
+std::string newName() {
+  static std::atomic<unsigned> counter{0};
+  thread_local std::mt19937 random{std::random_device{}()};
+  return std::string(kPrefix) + std::to_string(getpid()) + "-" + std::to_string(random()) + "-" +
+         std::to_string(++counter) + std::string(kSuffix);
+}
+
+bool isTemporaryName(std::string_view name) {
+  return name.starts_with(kPrefix) && name.ends_with(kSuffix);
+}
+
+bool lock(int file, int operation) {
+  int result = 0;
+  do {
+    result = flock(file, operation);
+  } while (result != 0 && errno == EINTR);
+  return result == 0;
+}
+
+/// Makes a new file with these rights, or fewer where the user's mask says so.
+FileHandle create(const fs::path& path, mode_t rights) {
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, rights);
+  return FileHandle(file < 0 ? nullptr : fdopen(file, "wb"));
+}
+
+/// Gives a new file the owner and group of an old one, then its rights, which belong to that group.
+void takeRights(int file, const struct stat& old) {
+  constexpr auto kSameOwner = static_cast<uid_t>(-1);
+  const bool sameGroup =
+      fchown(file, old.st_uid, old.st_gid) == 0 || fchown(file, kSameOwner, old.st_gid) == 0;
+  mode_t rights = old.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+  // The members of another group were among the others before, and get no more than those.
+  if (!sameGroup) rights &= ~static_cast<mode_t>(S_IRWXG) | ((rights & S_IRWXO) << 3);
+  fchmod(file, rights);
+}
+
+/// Keeps the lock of a file when its stream is closed.
+std::shared_ptr<void> keepLock(int file) {
+  const int copy = fcntl(file, F_DUPFD_CLOEXEC, 0);
+  if (copy < 0) return nullptr;
+  return {nullptr, [copy](void*) { close(copy); }};
+}
+
+/// Whether a file has been removed since it was opened.
+bool isGone(int file) {
+  struct stat status {};
+  return fstat(file, &status) == 0 && status.st_nlink == 0;
+}
+
+void removeUnlessLocked(const fs::path& path) {
+  const int file = open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (file < 0) return;
+  if (lock(file, LOCK_EX | LOCK_NB)) unlink(path.c_str());
+  close(file);
+}
+
+}  // namespace
+
+std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder, std::FILE* replaced) {
+  struct stat old {};
+  if (replaced != nullptr && fstat(fileno(replaced), &old) != 0) return std::nullopt;
+  for (;;) {
+    TemporaryFile made;
+    made.path = folder / newName();
+    made.file = create(made.path, replaced == nullptr ? kUsualRights : old.st_mode & S_IRWXU);
+    if (made.file == nullptr) return std::nullopt;
+    if (replaced != nullptr) takeRights(fileno(made.file.get()), old);
+    const int file = fileno(made.file.get());
+    // Where locks are not supported the file is never taken for abandoned, as nobody can lock it.
+    lock(file, LOCK_EX);
+    // It may have been taken for abandoned in the moment before it was locked.
+    if (isGone(file)) continue;
+    made.claim = keepLock(file);
+    return made;
+  }
+}
+
+FileHandle makeNamelessFile() {
+  std::error_code error;
+  std::string path = (fs::temp_directory_path(error) / (std::string(kPrefix) + "XXXXXX")).native();
+  const int file = error ? -1 : mkostemp(path.data(), O_CLOEXEC);
+  if (error) errno = error.value();
+  if (file < 0) return nullptr;
+  unlink(path.c_str());
+  return FileHandle(fdopen(file, "w+b"));
+}
+
+void clearAbandonedFiles(const fs::path& folder) {
+  std::error_code error;
+  fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    if (isTemporaryName(entry->path().filename().native())) removeUnlessLocked(entry->path());
+  }
+}
+
+}  // namespace quillon::files

@@ -1,0 +1,73 @@
+#include <windows.h>
+
+#include <array>
+#include <string>
+
+#include "base/encoding.h"
+#include "files/file_system.h"
+#include "files/paths.h"
+#include "settings/profile.h"
+
+namespace quillon::settings {
+namespace {
+
+/// Bytes of Windows-1252 as the wide functions take them. These turn a text into the system's own
+/// code page when they write it and back when they read it; taking the bytes for a text in that
+/// code page makes them the file's, whatever the system's language.
+std::wstring wide(std::string_view bytes) {
+  const int size = static_cast<int>(bytes.size());
+  std::wstring text(bytes.size(), L'\0');
+  const int length = static_cast<int>(text.size());
+  text.resize(static_cast<std::size_t>(
+      MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, text.data(), length)));
+  return text;
+}
+
+std::wstring profileText(std::string_view utf8) {
+  return wide(base::fromUtf8(utf8, base::Encoding::Windows1252));
+}
+
+std::string utf8Text(const wchar_t* text, DWORD length) {
+  std::string bytes(std::size_t{length} * 2, '\0');
+  bytes.resize(static_cast<std::size_t>(
+      WideCharToMultiByte(CP_ACP, 0, text, static_cast<int>(length), bytes.data(),
+                          static_cast<int>(bytes.size()), nullptr, nullptr)));
+  return base::windows1252ToUtf8(bytes);
+}
+
+/// The path for functions that take one of limited length: where need be, the short form.
+std::wstring limited(const std::filesystem::path& path) {
+  if (path.native().size() < MAX_PATH) return path.native();
+  constexpr DWORD kLongestPath = 32768;
+  std::wstring shortPath(kLongestPath, L'\0');
+  shortPath.resize(GetShortPathNameW(path.c_str(), shortPath.data(), kLongestPath));
+  return shortPath;
+}
+
+}  // namespace
+
+std::string readProfile(const std::filesystem::path& file, std::string_view section,
+                        std::string_view key) {
+  std::array<wchar_t, 255> buffer{};
+  const DWORD length = GetPrivateProfileStringW(
+      profileText(section).c_str(), profileText(key).c_str(), L"", buffer.data(),
+      static_cast<DWORD>(buffer.size()), limited(file).c_str());
+  return utf8Text(buffer.data(), length);
+}
+
+bool writeProfile(const std::filesystem::path& file, std::string_view section,
+                  const std::vector<ProfileEntry>& entries) {
+  files::makeFolders(file.parent_path());  // one that cannot be made is noticed at once
+  // The short form of a name is that of a file which exists.
+  if (files::isMissing(file)) files::openFile(file, "wbx");
+  const std::wstring path = limited(file);
+  bool written = true;
+  for (const auto& [key, value] : entries) {
+    written = WritePrivateProfileStringW(profileText(section).c_str(), profileText(key).c_str(),
+                                         profileText(value).c_str(), path.c_str()) != 0 &&
+              written;
+  }
+  return written;
+}
+
+}  // namespace quillon::settings

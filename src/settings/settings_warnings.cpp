@@ -1,0 +1,81 @@
+// What is told about settings that may not mean what they count as.
+#include <array>
+#include <optional>
+
+#include "base/number_text.h"
+#include "convert/messages.h"
+#include "convert/number_note.h"
+#include "settings/settings.h"
+
+namespace quillon::settings {
+namespace {
+
+using convert::Message;
+using Option = convert::CommandLineOption;
+
+struct NumberKey {
+  std::string_view section;
+  std::string_view key;
+  std::optional<Option> option;  ///< that replaces the key
+};
+
+constexpr std::string_view kScale = "scale";
+
+/// The keys that hold numbers, in the order in which they are loaded.
+constexpr std::array<NumberKey, 12> kNumberKeys = {{
+    {"global", "language", std::nullopt},
+    {"dxf", "brd", Option::TargetKind},
+    {"dxf", "version", Option::Version},
+    {"dxf", "unit", Option::Unit},
+    {"dxf", kScale, Option::Scale},
+    {"dxf", "dotted", Option::Dotted},
+    {"dxf", "report", Option::Report},
+    {"dxf", "polywidth", std::nullopt},
+    {"dxf", "ellipses", Option::Ellipses},
+    {"dxf", "arc2line", Option::ArcToLine},
+    {"dxf", "poly", Option::Poly},
+    {"dxf", "blocks", Option::Blocks},
+}};
+
+}  // namespace
+
+std::vector<Message> loadingWarnings(const SettingsStore& store,
+                                     const convert::CommandLine& commandLine,
+                                     const texts::Texts& texts) {
+  const convert::Messages messages(texts);
+  std::vector<Message> warnings;
+  for (const NumberKey& key : kNumberKeys) {
+    if (key.option && commandLine.given(*key.option)) continue;
+    const std::string name = "larkspur.ini, " + std::string(key.key);
+    std::optional<convert::NumberNote> note =
+        convert::noteOn(name, store.ReadIni(key.section, key.key));
+    if (!note) continue;
+    if (key.key == kScale && note->countsAs == "0") note->countsAs = kScaleInPlaceOfZero;
+    warnings.push_back(messages.numberCut(*note));
+  }
+  for (const convert::NumberNote& note : commandLine.notes) {
+    warnings.push_back(messages.numberCut(note));
+  }
+  const std::string& layer = commandLine.layer;
+  if (commandLine.given(Option::Layer) && base::startsWithNumber(layer) &&
+      !convert::isEagleLayer(layer)) {
+    const Settings used = LoadSettings(store, commandLine, texts);
+    warnings.push_back(messages.layerNotUsed(layer, used.layer));
+  }
+  return warnings;
+}
+
+std::vector<Message> fieldWarnings(const Settings& settings, const texts::Texts& texts) {
+  const convert::Messages messages(texts);
+  std::vector<Message> warnings;
+  const auto check = [&](int captionId, std::string_view text) {
+    const auto note = convert::noteOn(texts::captionName(texts(captionId)), text);
+    if (note) warnings.push_back(messages.numberCut(*note));
+  };
+  check(912, settings.scale);
+  check(3130, settings.offsetX);
+  check(3131, settings.offsetY);
+  return warnings;
+}
+
+}  // namespace quillon::settings

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+namespace quillon::texts {
+
+inline constexpr int kGerman = 0;
+inline constexpr int kEnglish = 10000;
+
+/// The entry of the string table with this id, or "" for an id without one. German texts answer to
+/// the id itself, English ones to id + 10000; the names of EAGLE's layers stand once, at the id
+/// itself. UTF-8.
+std::string_view loadString(int id);
+
+/// A text whose "%1", "%2", … are replaced by the arguments.
+std::string fillIn(std::string_view text, std::initializer_list<std::string_view> arguments);
+
+/// A caption as a name: without the mark of its key and the colon.
+std::string captionName(std::string_view caption);
+
+/// The texts of one language.
+class Texts {
+ public:
+  explicit Texts(int languageOffset) : languageOffset_(languageOffset) {}
+
+  int languageOffset() const { return languageOffset_; }
+  std::string_view operator()(int id) const { return loadString(languageOffset_ + id); }
+  std::string operator()(int id, std::initializer_list<std::string_view> arguments) const {
+    return fillIn((*this)(id), arguments);
+  }
+
+ private:
+  int languageOffset_;
+};
+
+}  // namespace quillon::texts

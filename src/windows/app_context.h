@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+#include "convert/command_line.h"
+#include "errors/fault_scribe.h"
+#include "settings/settings_store.h"
+#include "texts/string_table.h"
+
+namespace quillon::windows {
+
+inline QString toQt(std::string_view utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+inline std::string fromQt(const QString& text) { return text.toStdString(); }
+
+/// What the windows of one program share. Lives as long as they do.
+struct AppContext {
+  settings::SettingsStore store;
+  convert::CommandLine line;
+  int LanguageOffset = texts::kGerman;
+  errors::FaultScribe* faults =
+      nullptr;  ///< the program's error reporter; null leaves errors alone
+
+  texts::Texts texts() const { return texts::Texts(LanguageOffset); }
+  /// A text of the present language.
+  QString text(int id) const { return toQt(texts()(id)); }
+  QString text(int id, std::initializer_list<std::string_view> arguments) const {
+    return toQt(texts()(id, arguments));
+  }
+};
+
+}  // namespace quillon::windows

@@ -1,0 +1,55 @@
+#include "windows/content_area.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QLayout>
+#include <QScrollBar>
+
+namespace quillon::windows {
+
+ContentArea::ContentArea(QWidget* content, QWidget* parent) : QScrollArea(parent) {
+  setObjectName("content");
+  setFrameShape(QFrame::NoFrame);
+  setWidgetResizable(true);
+  setFocusPolicy(Qt::NoFocus);
+  content->layout()->setContentsMargins(0, 0, 0, 0);
+  setWidget(content);
+  for (QComboBox* const list : content->findChildren<QComboBox*>()) list->installEventFilter(this);
+  // A bar beside the contents keeps its distance.
+  connect(verticalScrollBar(), &QScrollBar::rangeChanged, content, [content](int, int last) {
+    constexpr int kGap = 6;
+    content->layout()->setContentsMargins(0, 0, last > 0 ? kGap : 0, 0);
+  });
+  // The background of the window, not that of a list.
+  viewport()->setAutoFillBackground(false);
+  content->setAutoFillBackground(false);
+}
+
+QSize ContentArea::sizeHint() const { return widget()->sizeHint(); }
+
+QSize ContentArea::minimumSizeHint() const {
+  constexpr int kLeastColumns = 40;
+  constexpr int kLeastRows = 6;
+  const QSize least(fontMetrics().averageCharWidth() * kLeastColumns,
+                    fontMetrics().height() * kLeastRows);
+  return least.boundedTo(widget()->minimumSizeHint());
+}
+
+int ContentArea::heightNeeded(int width) const {
+  const QLayout* const layout = widget()->layout();
+  return layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
+                                     : layout->totalSizeHint().height();
+}
+
+bool ContentArea::eventFilter(QObject* watched, QEvent* event) {
+  // A wheel that scrolls the contents must not turn the lists on its way.
+  auto* const list = qobject_cast<QComboBox*>(watched);
+  if (list != nullptr && event->type() == QEvent::Wheel && !list->hasFocus()) {
+    event->ignore();
+    return true;
+  }
+  if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+  return QScrollArea::eventFilter(watched, event);
+}
+
+}  // namespace quillon::windows

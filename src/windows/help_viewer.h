@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QDialog>
+#include <QString>
+#include <QTextBrowser>
+
+#include "windows/app_context.h"
+
+namespace quillon::windows {
+
+/// Context ids of the help pages; the language offset is added to them.
+inline constexpr int kMainWindowHelp = 1000;
+inline constexpr int kLayerEditorHelp = 1100;
+
+/// The folder of the help pages beside the executable or in the share folder of its installation,
+/// or "" where there is none.
+QString findHelpFolder(const QString& executableFolder);
+
+/// Shows the help pages.
+class HelpViewer : public QDialog {
+ public:
+  explicit HelpViewer(QString folder, QWidget* parent = nullptr);
+
+  /// Shows the page of a context id (with the language offset). False when there is none.
+  bool showPage(int contextId);
+
+ private:
+  QString folder_;
+  QTextBrowser* page_;
+};
+
+/// Opens the help at a page of the present language, in the viewer that is open already if there is
+/// one. False when the help is not there.
+bool openHelp(const AppContext& context, int contextId, QWidget* parent);
+/// The same for the pages of a folder.
+bool openHelp(const AppContext& context, const QString& folder, int contextId, QWidget* parent);
+
+}  // namespace quillon::windows

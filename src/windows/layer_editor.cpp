@@ -1,0 +1,394 @@
+#include "windows/layer_editor.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QScreen>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "base/quotable.h"
+#include "base/read_error.h"
+#include "base/run_time_error.h"
+#include "convert/layer_file.h"
+#include "convert/layer_scan.h"
+#include "convert/messages.h"
+#include "files/output_file.h"
+#include "files/paths.h"
+#include "texts/error_texts.h"
+#include "windows/enter_key.h"
+#include "windows/file_dialog.h"
+#include "windows/help_viewer.h"
+#include "windows/question.h"
+#include "windows/trap.h"
+#include "windows/whole_text_delegate.h"
+
+namespace quillon::windows {
+namespace {
+
+constexpr std::string_view kModule = "frmLayers";
+constexpr int kFirstToolTip = 1151;
+constexpr int kLastToolTip = 1161;
+
+template <typename Widget>
+Widget* make(QWidget& parent, const char* name) {
+  auto* const widget = new Widget(&parent);
+  widget->setObjectName(name);
+  return widget;
+}
+
+}  // namespace
+
+LayerEditor::LayerEditor(AppContext& context, const QString& path,
+                         std::function<void(QString)> accepted, QWidget* parent)
+    : QDialog(parent), context_(context), accepted_(std::move(accepted)), rows_(context.texts()) {
+  setObjectName("frmLayers");
+  setWindowFlag(Qt::WindowMaximizeButtonHint);
+  makeControls();
+  layOut();
+  connectControls();
+  loadResources();
+  path_->setText(path);
+  // A bare drive or folder names no file.
+  const bool bare = path.indexOf(':') == path.size() - 1 || path.indexOf('\\') == path.size() - 1;
+  if (namesFile() && !bare) {
+    btnScan_Click();
+  } else {
+    btnNew_Click();
+  }
+}
+
+void LayerEditor::makeControls() {
+  labLay_ = make<QLabel>(*this, "labLay");
+  path_ = make<QLineEdit>(*this, "txtLayerDatei");
+  path_->setText("C:\\*.lay");
+  browse_ = make<QPushButton>(*this, "btnLayerbrowse");
+  scan_ = make<QPushButton>(*this, "btnScan");
+  new_ = make<QPushButton>(*this, "btnNew");
+  save_ = make<QPushButton>(*this, "btnSave");
+  saveAs_ = make<QPushButton>(*this, "btnSaveAs");
+  labScan_ = make<QLabel>(*this, "labScan");
+  scanned_ = make<QListWidget>(*this, "lstScanDXF");
+  scanned_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  scanned_->setUniformItemSizes(true);
+  scanned_->setItemDelegate(new WholeTextDelegate(scanned_));
+  take_ = make<QPushButton>(*this, "btnTake");
+  take_->setText("==>");
+  labLayer_ = make<QLabel>(*this, "labLayer");
+  grid_ = new LayerGrid(context_, rows_, this);
+  labCheck_ = make<QLabel>(*this, "labCheck");
+  labDelHint_ = make<QLabel>(*this, "labDelHint");
+  ok_ = make<QPushButton>(*this, "OKButton");
+  cancel_ = make<QPushButton>(*this, "CancelButton");
+  help_ = make<QPushButton>(*this, "befHilfe");
+  labLay_->setBuddy(path_);
+  labScan_->setBuddy(scanned_);
+  labLayer_->setBuddy(grid_);
+}
+
+void LayerEditor::layOut() {
+  auto* const file = new QGridLayout;
+  file->addWidget(labLay_, 0, 0);
+  file->addWidget(path_, 0, 1);
+  file->addWidget(browse_, 0, 2);
+  auto* const actions = new QHBoxLayout;
+  for (QPushButton* const button : {scan_, new_, save_, saveAs_}) actions->addWidget(button);
+  actions->addStretch();
+  auto* const tables = new QGridLayout;
+  tables->addWidget(labScan_, 0, 0);
+  tables->addWidget(scanned_, 1, 0);
+  tables->addWidget(labCheck_, 2, 0);
+  tables->addWidget(take_, 1, 1);
+  tables->addWidget(labLayer_, 0, 2);
+  tables->addWidget(grid_, 1, 2);
+  tables->addWidget(labDelHint_, 2, 2);
+  tables->setColumnStretch(0, 2);
+  tables->setColumnStretch(2, 5);
+  auto* const buttons = new QHBoxLayout;
+  buttons->addWidget(help_);
+  buttons->addStretch();
+  buttons->addWidget(ok_);
+  buttons->addWidget(cancel_);
+  auto* const layout = new QVBoxLayout(this);
+  layout->addLayout(file);
+  layout->addLayout(actions);
+  layout->addLayout(tables, 1);
+  layout->addLayout(buttons);
+  constexpr int kColumns = 110;
+  constexpr int kRows = 36;
+  const QSize wanted(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kRows);
+  const QSize frame(fontMetrics().height(), 3 * fontMetrics().height());
+  resize(wanted.boundedTo(screen()->availableSize() - frame));
+}
+
+void LayerEditor::connectControls() {
+  const auto slot = [this](std::string_view procedure, std::function<void()> action) {
+    return trapped(context_, kModule, procedure, std::move(action));
+  };
+  const auto onClick = [this, &slot](QPushButton* button, std::string_view procedure,
+                                     std::function<void()> action) {
+    pressOnEnter(*button);
+    connect(button, &QPushButton::clicked, this, slot(procedure, std::move(action)));
+  };
+  onClick(browse_, "btnLayerbrowse_Click", [this] { btnLayerbrowse_Click(); });
+  onClick(scan_, "btnScan_Click", [this] {
+    if (mayDiscard()) btnScan_Click();
+  });
+  onClick(new_, "btnNew_Click", [this] {
+    if (mayDiscard()) btnNew_Click();
+  });
+  onClick(save_, "btnSave_Click", [this] { saveLayers(path_->text()); });
+  onClick(saveAs_, "btnSaveAs_Click", [this] { saveLayers({}); });
+  onClick(take_, "btnTake_Click", [this] { btnTake_Click(); });
+  onClick(help_, "befHilfe_Click", [this] { befHilfe_Click(); });
+  onClick(ok_, "OKButton_Click", [this] { OKButton_Click(); });
+  onClick(cancel_, "CancelButton_Click", [this] { QDialog::reject(); });
+  connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+          slot("befHilfe_Click", [this] { befHilfe_Click(); }));
+  connect(scanned_, &QListWidget::itemDoubleClicked, this,
+          slot("lstScanDXF_DblClick", [this] { btnTake_Click(); }));
+  grid_->onChanged = [this] { markAssigned(); };
+}
+
+/// Esc, and closing the window; the Cancel button does not ask.
+void LayerEditor::reject() {
+  attempt(context_, kModule, "reject", [this] {
+    if (mayDiscard()) QDialog::reject();
+  });
+}
+
+void LayerEditor::loadResources() {
+  setWindowTitle(context_.text(1100));
+  const auto caption = [this](auto* control, int id) { control->setText(context_.text(id)); };
+  caption(cancel_, 1101);
+  caption(ok_, 1102);
+  caption(browse_, 1103);
+  caption(scan_, 1104);
+  caption(save_, 1105);
+  caption(labLay_, 1106);
+  caption(help_, 1108);
+  caption(new_, 1109);
+  caption(saveAs_, 1110);
+  caption(labScan_, 1111);
+  caption(labLayer_, 1112);
+  caption(labCheck_, 1113);
+  caption(labDelHint_, 1114);
+  grid_->loadResources();
+  toolTips_.clear();
+  for (int id = kFirstToolTip; id <= kLastToolTip; ++id) toolTips_.add(*this, context_.texts()(id));
+}
+
+void LayerEditor::layerScanDXF(const QString& drawing) {
+  drawing_ = drawing;
+  scanned_->clear();
+  const texts::Texts texts = context_.texts();
+  const convert::Messages messages(texts);
+  try {
+    for (const std::string& name : convert::layerScanDXF(fromQt(drawing))) {
+      auto* const item = new QListWidgetItem(toQt(name), scanned_);
+      item->setFlags(item->flags() & ~Qt::ItemIsUserCheckable);
+    }
+  } catch (const base::RunTimeError& error) {
+    QMessageBox::warning(this, context_.text(2804),
+                         toQt(texts::faultText(error, fromQt(drawing), texts)));
+  } catch (const base::ReadError& error) {
+    const std::string reason = texts::reasonText(error.reason(), texts);
+    QMessageBox::warning(this, context_.text(2804),
+                         toQt(messages.unreadableText(fromQt(drawing), reason)));
+  }
+  markAssigned();
+}
+
+/// Checks the scanned layers that stand in the table.
+void LayerEditor::markAssigned() {
+  const settings::LayerRows::Names assigned = rows_.assignedNames();
+  for (int i = 0; i < scanned_->count(); ++i) {
+    QListWidgetItem* const item = scanned_->item(i);
+    const bool found = assigned.count(settings::LayerRows::foldedName(fromQt(item->text()))) > 0;
+    item->setCheckState(found ? Qt::Checked : Qt::Unchecked);
+  }
+}
+
+bool LayerEditor::namesFile() const {
+  const std::string path = fromQt(path_->text());
+  return !path.empty() && files::namesFile(files::findExisting(path));
+}
+
+void LayerEditor::btnScan_Click() {
+  grid_->commit();
+  if (!namesFile()) {
+    QApplication::beep();
+    btnNew_Click();
+    return;
+  }
+  const std::vector<convert::LayerRow> rows = convert::readLayerRows(fromQt(path_->text()));
+  rows_.load(rows);
+  grid_->loadResources();
+  grid_->refresh();
+  markAssigned();
+  ok_->setFocus();
+  tellOfAnotherKind();
+  if (rows_.leftOut() == 0) return;
+  QMessageBox::information(this, context_.text(1300),
+                           context_.text(3160, {std::to_string(rows.size())}));
+}
+
+/// A file that holds no assignments because it is something else is read as empty.
+void LayerEditor::tellOfAnotherKind() {
+  const std::string path = fromQt(path_->text());
+  const convert::LayerFileKind kind = convert::layerFileKind(path, files::readWholeFile(path));
+  if (kind == convert::LayerFileKind::LayerFile) return;
+  const texts::Texts texts = context_.texts();
+  QMessageBox::warning(this, context_.text(1302),
+                       toQt(convert::Messages(texts).notALayerFileText(path, kind)));
+}
+
+void LayerEditor::btnNew_Click() {
+  grid_->commit();
+  rows_.clear();
+  grid_->loadResources();
+  grid_->refresh();
+  markAssigned();
+  ok_->setFocus();
+  path_->clear();
+}
+
+void LayerEditor::btnTake_Click() {
+  grid_->commit();
+  std::vector<std::string> names;
+  for (int i = 0; i < scanned_->count(); ++i) {
+    if (scanned_->item(i)->isSelected()) names.push_back(fromQt(scanned_->item(i)->text()));
+  }
+  rows_.beginChange();
+  rows_.take(names);
+  grid_->refresh();
+  markAssigned();
+}
+
+void LayerEditor::btnLayerbrowse_Click() {
+  ObjFiledialog dialog(context_);
+  dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
+  dialog.DefaultExt = "LAY";
+  dialog.DialogTitle = "Layer Definition File open";
+  dialog.Flags = kOpenFlags;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(path_->text())));
+  const QString path = dialog.ShowOpen(this);
+  if (!path.isEmpty()) path_->setText(path);
+}
+
+/// The path that a new layer file is offered, or "" without a drawing.
+QString LayerEditor::newFileBesideDrawing() const {
+  const std::filesystem::path drawing = files::findExisting(fromQt(drawing_));
+  if (drawing_.isEmpty() || !files::namesFile(drawing)) return {};
+  return toQt(files::layerFileBeside(files::fromPath(std::filesystem::absolute(drawing))));
+}
+
+QString LayerEditor::askForPath() {
+  const QString offered = path_->text().isEmpty() ? newFileBesideDrawing() : QString();
+  ObjFiledialog dialog(context_);
+  dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
+  dialog.setFilename(offered.isEmpty() ? "*.LAY" : toQt(files::lastComponent(fromQt(offered))));
+  dialog.DefaultExt = "LAY";
+  dialog.DialogTitle = context_.text(1305);
+  const QString startPath = offered.isEmpty() ? path_->text() : offered;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(startPath)));
+  return dialog.ShowSave(this);
+}
+
+bool LayerEditor::saveLayers(QString path) {
+  grid_->commit();
+  if (path.isEmpty()) path = askForPath();
+  if (path.isEmpty()) {
+    QApplication::beep();
+    return false;
+  }
+  // Rows that the table has no room for would be lost, in this file or in the one it replaces.
+  const std::size_t inFile = convert::readLayerRows(fromQt(path)).size();
+  const std::size_t unseen = inFile > settings::LayerRows::kMostRows
+                                 ? inFile - settings::LayerRows::kMostRows
+                                 : rows_.leftOut();
+  if (unseen > 0 &&
+      askQuestion(context_, this, context_.text(1300),
+                  context_.text(3161, {std::to_string(unseen)}), QMessageBox::Yes | QMessageBox::No,
+                  QMessageBox::No) != QMessageBox::Yes) {
+    return false;
+  }
+  const texts::Texts texts = context_.texts();
+  const convert::Messages messages(texts);
+  std::string failure;
+  try {
+    convert::saveLayerRows(fromQt(path), rows_.rows());
+  } catch (const files::WriteError& error) {
+    const std::string file = fromQt(path);
+    failure = messages.unwritableText(file, files::findForCreation(file), error.reason());
+  } catch (const convert::NotALayerFile& error) {
+    failure = messages.notALayerFileText(fromQt(path), error.kind());
+  } catch (const base::ReadError& error) {
+    failure = messages.unreadableText(fromQt(path), texts::reasonText(error.reason(), texts));
+  }
+  if (!failure.empty()) {
+    QMessageBox::critical(this, context_.text(1302), toQt(failure));
+    return false;
+  }
+  rows_.setSaved();
+  path_->setText(path);
+  tellWhatIsMissing();
+  return true;
+}
+
+/// Names the rows that do not stand in the file as they stand in the table.
+void LayerEditor::tellWhatIsMissing() {
+  constexpr int kMostNames = 10;
+  // A long name has nowhere to break, so a message box would cut it.
+  const int widest = fontMetrics().averageCharWidth() * 50;
+  QStringList names;
+  for (const convert::LayerRow& row : rows_.rows()) {
+    if (row.name.empty() || (convert::isSaved(row) && convert::fitsLayerFile(row.name))) continue;
+    if (names.size() == kMostNames) {
+      names << QStringLiteral("…");
+      break;
+    }
+    // Escapes make a name several times as long; the middle goes before they are made.
+    const QString name = fontMetrics().elidedText(toQt(row.name), Qt::ElideMiddle, widest);
+    names << toQt(base::quotable(fromQt(name)));
+  }
+  if (names.isEmpty()) return;
+  QMessageBox::information(this, context_.text(1300),
+                           context_.text(3162, {fromQt(names.join(", "))}));
+}
+
+/// What became of rows that are not saved, by the answer to a question of the string table.
+LayerEditor::Unsaved LayerEditor::askAboutUnsaved(int question) {
+  grid_->commit();
+  if (!rows_.modified()) return Unsaved::Nothing;
+  const auto answer =
+      askQuestion(context_, this, context_.text(1300), context_.text(question),
+                  QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+  if (answer == QMessageBox::No) return Unsaved::Left;
+  // What could not be saved is not lost; without an answer nothing is done.
+  const bool saved = answer == QMessageBox::Yes && saveLayers(path_->text());
+  return saved ? Unsaved::Saved : Unsaved::Kept;
+}
+
+bool LayerEditor::mayDiscard() { return askAboutUnsaved(1301) != Unsaved::Kept; }
+
+bool LayerEditor::offerToSave() {
+  const Unsaved rows = askAboutUnsaved(3230);
+  if (rows == Unsaved::Saved) accepted_(path_->text());
+  return rows != Unsaved::Kept;
+}
+
+void LayerEditor::OKButton_Click() {
+  if (!mayDiscard()) return;
+  accepted_(path_->text());
+  accept();
+}
+
+void LayerEditor::befHilfe_Click() {
+  if (!openHelp(context_, kLayerEditorHelp, this)) {
+    QMessageBox::warning(this, context_.text(956), context_.text(957));
+  }
+}
+
+}  // namespace quillon::windows

@@ -1,0 +1,193 @@
+#include "windows/main_controls.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "windows/number_edit.h"
+
+namespace quillon::windows {
+namespace {
+
+template <typename Widget>
+Widget* make(QWidget& parent, const char* name) {
+  auto* const widget = new Widget(&parent);
+  widget->setObjectName(name);
+  return widget;
+}
+
+/// Lists may be narrower than their longest entry.
+void letShrink(QComboBox& list) {
+  constexpr int kLeastCharacters = 16;
+  list.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  list.setMinimumContentsLength(kLeastCharacters);
+}
+
+}  // namespace
+
+MainControls::MainControls(QWidget& window, AppContext& context)
+    : labDXF(make<QLabel>(window, "labDXF")),
+      txtDXFDatei(make<PathEdit>(window, "txtDXFDatei")),
+      btnDXFbrowse(make<QPushButton>(window, "btnDXFbrowse")),
+      labScript(make<QLabel>(window, "labScript")),
+      txtScriptdatei(make<PathEdit>(window, "txtScriptdatei")),
+      btnSCRbrowse(make<QPushButton>(window, "btnSCRbrowse")),
+      frmOpt(make<QGroupBox>(window, "frmOpt")),
+      chkBRDSCH{
+          make<QRadioButton>(*frmOpt, "chkBRDSCH_0"), make<QRadioButton>(*frmOpt, "chkBRDSCH_1"),
+          make<QRadioButton>(*frmOpt, "chkBRDSCH_2"), make<QRadioButton>(*frmOpt, "chkBRDSCH_3")},
+      targets(new QButtonGroup(&window)),
+      labBRDSCH(make<QLabel>(*frmOpt, "labBRDSCH")),
+      txtBRDname(make<QLineEdit>(*frmOpt, "txtBRDname")),
+      btnBRDbrowse(make<QPushButton>(*frmOpt, "btnBRDbrowse")),
+      fraOpt2(make<QGroupBox>(window, "fraOpt2")),
+      labScale(make<QLabel>(*fraOpt2, "labScale")),
+      txtmasst(make<NumberEdit>(*fraOpt2, "txtmasst")),
+      labUnit(make<QLabel>(*fraOpt2, "labUnit")),
+      cboUnit(make<QComboBox>(*fraOpt2, "cboUnit")),
+      labLayer(make<QLabel>(*fraOpt2, "labLayer")),
+      komStandartlayer(make<QComboBox>(*fraOpt2, "komStandartlayer")),
+      labVersion(make<QLabel>(*fraOpt2, "labVersion")),
+      cboVersion(make<QComboBox>(*fraOpt2, "cboVersion")),
+      labPoly(make<QLabel>(*fraOpt2, "labPoly")),
+      cboPoly(make<QComboBox>(*fraOpt2, "cboPoly")),
+      labBlocks(make<QLabel>(*fraOpt2, "labBlocks")),
+      cboBlocks(make<QComboBox>(*fraOpt2, "cboBlocks")),
+      labOffsetX(make<QLabel>(*fraOpt2, "labOffsetX")),
+      txtOffsetX(make<NumberEdit>(*fraOpt2, "txtOffsetX")),
+      labOffsetY(make<QLabel>(*fraOpt2, "labOffsetY")),
+      txtOffsetY(make<NumberEdit>(*fraOpt2, "txtOffsetY")),
+      chkEllipses(make<QCheckBox>(*fraOpt2, "chkEllipses")),
+      chkDotLines(make<QCheckBox>(*fraOpt2, "chkDotLines")),
+      chkArc(make<QCheckBox>(*fraOpt2, "chkArc")),
+      chkReport(make<QCheckBox>(*fraOpt2, "chkReport")),
+      chkStartSCR(make<QCheckBox>(*fraOpt2, "chkStartSCR")),
+      labLayers(make<QLabel>(*fraOpt2, "labLayers")),
+      labLayerDatei(make<PathLabel>(*fraOpt2, "labLayerDatei")),
+      befLayeredit(make<QPushButton>(*fraOpt2, "befLayeredit")),
+      labViewDesc(make<QLabel>(window, "labViewDesc")),
+      labViewer(make<QLabel>(window, "labViewer")),
+      result(new ResultPanel(context, &window)),
+      befStart(make<QPushButton>(window, "befStart")),
+      befSave(make<QPushButton>(window, "befSave")),
+      befLanguage(make<QPushButton>(window, "befLanguage")),
+      befHilfe(make<QPushButton>(window, "befHilfe")),
+      befEnde(make<QPushButton>(window, "befEnde")) {
+  for (std::size_t i = 0; i < chkBRDSCH.size(); ++i) {
+    targets->addButton(chkBRDSCH[i], static_cast<int>(i));
+  }
+  cboUnit->addItems({"mic", "mm", "mil", "inch"});
+  cboVersion->addItems({"3.5", "4.x/5.x"});
+  for (QComboBox* const list : {komStandartlayer, cboPoly}) letShrink(*list);
+  labViewer->setTextFormat(Qt::RichText);
+  labViewer->setTextInteractionFlags(Qt::TextBrowserInteraction);
+  befStart->setDefault(true);
+  chkStartSCR->setEnabled(false);
+  labDXF->setBuddy(txtDXFDatei);
+  labScript->setBuddy(txtScriptdatei);
+  labBRDSCH->setBuddy(txtBRDname);
+  labScale->setBuddy(txtmasst);
+  labUnit->setBuddy(cboUnit);
+  labLayer->setBuddy(komStandartlayer);
+  labVersion->setBuddy(cboVersion);
+  labPoly->setBuddy(cboPoly);
+  labBlocks->setBuddy(cboBlocks);
+  labOffsetX->setBuddy(txtOffsetX);
+  labOffsetY->setBuddy(txtOffsetY);
+  layOutTarget();
+  layOutOptions();
+  layOut(window);
+  orderTabs();
+}
+
+/// From top to bottom, as the eye goes.
+void MainControls::orderTabs() const {
+  QWidget* previous = txtDXFDatei;
+  const std::initializer_list<QWidget*> order = {
+      btnDXFbrowse, txtScriptdatei,   btnSCRbrowse, chkBRDSCH[0], chkBRDSCH[1], chkBRDSCH[2],
+      chkBRDSCH[3], txtBRDname,       btnBRDbrowse, txtmasst,     cboUnit,      txtOffsetX,
+      txtOffsetY,   cboVersion,       chkEllipses,  chkDotLines,  chkArc,       chkReport,
+      chkStartSCR,  komStandartlayer, cboPoly,      cboBlocks,    befLayeredit, labViewer,
+      befStart,     befSave,          befLanguage,  befHilfe,     befEnde};
+  for (QWidget* const next : order) {
+    QWidget::setTabOrder(previous, next);
+    previous = next;
+  }
+}
+
+void MainControls::layOutTarget() const {
+  auto* const kinds = new QHBoxLayout;
+  for (QRadioButton* const kind : chkBRDSCH) kinds->addWidget(kind);
+  kinds->addStretch();
+  auto* const name = new QHBoxLayout;
+  name->addWidget(labBRDSCH);
+  name->addWidget(txtBRDname, 1);
+  name->addWidget(btnBRDbrowse);
+  auto* const layout = new QVBoxLayout(frmOpt);
+  layout->addLayout(kinds);
+  layout->addLayout(name);
+}
+
+void MainControls::layOutOptions() const {
+  auto* const layout = new QGridLayout(fraOpt2);
+  auto addRow = [layout, row = 0](QLabel* label, QWidget* field, int columns) mutable {
+    layout->addWidget(label, row, 0);
+    layout->addWidget(field, row++, 1, 1, columns);
+  };
+  addRow(labScale, txtmasst, 1);
+  addRow(labUnit, cboUnit, 1);
+  addRow(labOffsetX, txtOffsetX, 1);
+  addRow(labOffsetY, txtOffsetY, 1);
+  addRow(labVersion, cboVersion, 1);
+  // These lists have long entries.
+  addRow(labLayer, komStandartlayer, 2);
+  addRow(labPoly, cboPoly, 2);
+  addRow(labBlocks, cboBlocks, 2);
+  auto* const layers = new QHBoxLayout;
+  layers->addWidget(labLayerDatei, 1);
+  layers->addWidget(befLayeredit);
+  layout->addWidget(labLayers, layout->rowCount(), 0);
+  layout->addLayout(layers, layout->rowCount() - 1, 1, 1, 2);
+  int row = 0;
+  for (QCheckBox* const box : {chkEllipses, chkDotLines, chkArc, chkReport, chkStartSCR}) {
+    layout->addWidget(box, row++, 2);
+  }
+  constexpr int kGap = 12;
+  layout->setHorizontalSpacing(kGap);
+  layout->setColumnStretch(1, 1);
+  layout->setColumnStretch(2, 1);
+}
+
+void MainControls::layOut(QWidget& window) {
+  auto* const paths = new QGridLayout;
+  paths->addWidget(labDXF, 0, 0);
+  paths->addWidget(txtDXFDatei, 0, 1);
+  paths->addWidget(btnDXFbrowse, 0, 2);
+  paths->addWidget(labScript, 1, 0);
+  paths->addWidget(txtScriptdatei, 1, 1);
+  paths->addWidget(btnSCRbrowse, 1, 2);
+  auto* const viewer = new QHBoxLayout;
+  viewer->addWidget(labViewDesc);
+  viewer->addWidget(labViewer);
+  viewer->addStretch();
+  auto* const buttons = new QHBoxLayout;
+  buttons->addWidget(befStart);
+  buttons->addStretch();
+  for (QPushButton* const button : {befSave, befLanguage, befHilfe, befEnde}) {
+    buttons->addWidget(button);
+  }
+  auto* const body = new QWidget(&window);
+  auto* const rows = new QVBoxLayout(body);
+  rows->addLayout(paths);
+  rows->addWidget(frmOpt);
+  rows->addWidget(fraOpt2);
+  rows->addWidget(result);
+  rows->addLayout(viewer);
+  rows->addStretch();
+  content = new ContentArea(body, &window);
+  auto* const layout = new QVBoxLayout(&window);
+  layout->addWidget(content, 1);
+  layout->addLayout(buttons);
+}
+
+}  // namespace quillon::windows

@@ -1,0 +1,398 @@
+#include "windows/main_window.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QLayout>
+#include <QMessageBox>
+#include <QShortcut>
+#include <memory>
+
+#include "base/quotable.h"
+#include "convert/messages.h"
+#include "files/paths.h"
+#include "windows/app_icon.h"
+#include "windows/help_viewer.h"
+#include "windows/language_dialog.h"
+#include "windows/layer_editor.h"
+#include "windows/save_failure.h"
+#include "windows/screen_fit.h"
+#include "windows/shell.h"
+#include "windows/trap.h"
+#include "windows/window_host.h"
+
+namespace quillon::windows {
+namespace {
+
+constexpr std::string_view kModule = "frmDXF";
+constexpr int kFirstToolTip = 971;
+constexpr int kLastToolTip = 995;
+
+/// The cursor of a window that is busy.
+class BusyCursor {
+ public:
+  explicit BusyCursor(QWidget& window) : window_(window) { window_.setCursor(Qt::WaitCursor); }
+  ~BusyCursor() { window_.unsetCursor(); }
+  BusyCursor(const BusyCursor&) = delete;
+  BusyCursor& operator=(const BusyCursor&) = delete;
+
+ private:
+  QWidget& window_;
+};
+
+}  // namespace
+
+/// The window while it converts; afterwards, however that ends, it is as before.
+class MainWindow::ConversionInProgress {
+ public:
+  explicit ConversionInProgress(MainWindow& window)
+      : window_(window),
+        busy_(window),
+        focused_(window.focusWidget()),
+        progress_(window.context_, &window) {
+    window_.progress_ = &progress_;
+    progress_.show();
+    window_.setEnabled(false);
+    progress_.setEnabled(true);
+    progress_.setFocus();  // its button got the focus while all was disabled
+  }
+  ~ConversionInProgress() {
+    progress_.hide();
+    window_.progress_ = nullptr;
+    window_.setEnabled(true);
+    if (focused_ != nullptr) focused_->setFocus();
+  }
+  ConversionInProgress(const ConversionInProgress&) = delete;
+  ConversionInProgress& operator=(const ConversionInProgress&) = delete;
+
+ private:
+  MainWindow& window_;
+  BusyCursor busy_;
+  QPointer<QWidget> focused_;
+  ProgressDialog progress_;
+};
+
+MainWindow::MainWindow(AppContext& context)
+    : QDialog(nullptr, Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
+      context_(context),
+      controls_(*this, context) {
+  setObjectName("frmDXF");
+  setWindowIcon(appIcon());
+  setAcceptDrops(true);
+  connectControls();
+  loadResources();
+  showSettings({});
+}
+
+MainWindow::~MainWindow() {
+  // A field that has the focus loses it while the controls go, after what it would tell this
+  // window.
+  controls_.txtDXFDatei->disconnect(this);
+}
+
+void MainWindow::connectControls() {
+  const auto slot = [this](std::string_view procedure, void (MainWindow::*action)()) {
+    return trapped(context_, kModule, procedure, [this, action] { (this->*action)(); });
+  };
+  const auto onClick = [this, &slot](QPushButton* button, std::string_view procedure,
+                                     void (MainWindow::*action)()) {
+    connect(button, &QPushButton::clicked, this, slot(procedure, action));
+  };
+  onClick(controls_.btnDXFbrowse, "btnDXFbrowse_Click", &MainWindow::browseForDrawing);
+  onClick(controls_.btnSCRbrowse, "btnSCRbrowse_Click", &MainWindow::browseForScript);
+  onClick(controls_.btnBRDbrowse, "btnBRDbrowse_Click", &MainWindow::browseForName);
+  onClick(controls_.befLayeredit, "befLayeredit_Click", &MainWindow::befLayeredit_Click);
+  onClick(controls_.befSave, "befSave_Click", &MainWindow::befSave_Click);
+  onClick(controls_.befLanguage, "befLanguage_Click", &MainWindow::chooseLanguage);
+  onClick(controls_.befHilfe, "befHilfe_Click", &MainWindow::befHilfe_Click);
+  onClick(controls_.befEnde, "befEnde_Click", &MainWindow::befEnde_Click);
+  // Where the initial script's path has no meaning, a typed drawing gets its script at once.
+  connect(controls_.txtDXFDatei, &QLineEdit::editingFinished, this,
+          trapped(context_, kModule, "txtDXFDatei_LostFocus", [this] {
+            if (!settings::pathsHaveDrives()) followDrawing();
+          }));
+  controls_.txtDXFDatei->onTyped = [this] { drawingChanged(); };
+  controls_.txtScriptdatei->onTyped = [this] {
+    scriptChosen_ = !controls_.txtScriptdatei->path().isEmpty();
+  };
+  connect(controls_.befStart, &QPushButton::clicked, this, [this] { befStart_Click(); });
+  connect(controls_.targets, &QButtonGroup::idClicked, this, [this](int kind) {
+    attempt(context_, kModule, "chkBRDSCH_Click", [this, kind] { chooseTarget(kind); });
+  });
+  connect(controls_.labViewer, &QLabel::linkActivated, this,
+          slot("labViewer_Click", &MainWindow::labViewer_Click));
+  connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+          slot("befHilfe_Click", &MainWindow::befHilfe_Click));
+}
+
+void MainWindow::LoadSettings() {
+  // Without the settings the window shows the defaults.
+  attempt(
+      context_, kModule, "LoadSettings",
+      [this] {
+        const texts::Texts texts = context_.texts();
+        showSettings(settings::LoadSettings(context_.store, context_.line, texts));
+        QStringList warnings;
+        for (const auto& warning :
+             settings::loadingWarnings(context_.store, context_.line, texts)) {
+          warnings << toQt(warning.text);
+        }
+        if (!warnings.isEmpty()) showNotice(warnings.join('\n'));
+        scriptChosen_ = context_.line.given(convert::CommandLineOption::ScriptFile);
+        drawingOfLayers_ = controls_.txtDXFDatei->path();
+      },
+      errors::kMayRetry | errors::kMayResume | errors::kMayEnd);
+}
+
+settings::Settings MainWindow::settings() const {
+  settings::Settings settings;
+  settings.dxfFile = fromQt(controls_.txtDXFDatei->path());
+  settings.scriptFile = fromQt(controls_.txtScriptdatei->path());
+  settings.layerFile = fromQt(controls_.labLayerDatei->text());
+  settings.drawingName = fromQt(controls_.txtBRDname->text());
+  const int kind = controls_.targets->checkedId();
+  settings.targetKind = kind < 0 ? settings::kNoTarget : kind;
+  settings.version = controls_.cboVersion->currentIndex();
+  settings.unit = controls_.cboUnit->currentIndex();
+  settings.scale = fromQt(controls_.txtmasst->text());
+  settings.layer = fromQt(controls_.komStandartlayer->currentText());
+  settings.dotted = controls_.chkDotLines->isChecked();
+  settings.report = controls_.chkReport->isChecked();
+  settings.ellipses = controls_.chkEllipses->isChecked();
+  settings.arcToLine = controls_.chkArc->isChecked();
+  settings.poly = controls_.cboPoly->currentIndex();
+  settings.blocks = controls_.cboBlocks->currentIndex();
+  settings.blocksEnabled = controls_.cboBlocks->isEnabled();
+  settings.PolyWidth = polyWidth_;
+  settings.offsetX = fromQt(controls_.txtOffsetX->text());
+  settings.offsetY = fromQt(controls_.txtOffsetY->text());
+  return settings;
+}
+
+void MainWindow::showSettings(const settings::Settings& settings) {
+  controls_.txtDXFDatei->setPath(toQt(settings.dxfFile));
+  controls_.txtScriptdatei->setPath(toQt(settings.scriptFile));
+  controls_.labLayerDatei->setPath(toQt(settings.layerFile));
+  controls_.txtBRDname->setText(toQt(settings.drawingName));
+  controls_.targets->setExclusive(false);
+  for (QAbstractButton* const kind : controls_.targets->buttons()) {
+    kind->setChecked(controls_.targets->id(kind) == settings.targetKind);
+  }
+  controls_.targets->setExclusive(true);
+  fillLayers(settings.targetKind);
+  controls_.komStandartlayer->setCurrentIndex(
+      controls_.komStandartlayer->findText(toQt(settings.layer), Qt::MatchExactly));
+  controls_.cboVersion->setCurrentIndex(settings.version);
+  controls_.cboUnit->setCurrentIndex(settings.unit);
+  controls_.txtmasst->setText(toQt(settings.scale));
+  controls_.chkDotLines->setChecked(settings.dotted);
+  controls_.chkReport->setChecked(settings.report);
+  controls_.chkEllipses->setChecked(settings.ellipses);
+  controls_.chkArc->setChecked(settings.arcToLine);
+  controls_.cboPoly->setCurrentIndex(settings.poly);
+  controls_.cboBlocks->setCurrentIndex(settings.blocks);
+  controls_.cboBlocks->setEnabled(settings.blocksEnabled);
+  polyWidth_ = settings.PolyWidth;
+  controls_.txtOffsetX->setText(toQt(settings.offsetX));
+  controls_.txtOffsetY->setText(toQt(settings.offsetY));
+}
+
+void MainWindow::chooseTarget(int kind) {
+  settings::Settings chosen = settings();
+  settings::selectTarget(chosen, kind, context_.texts());
+  showSettings(chosen);
+}
+
+void MainWindow::fillLayers(int kind) {
+  controls_.komStandartlayer->clear();
+  for (const std::string& entry : settings::layersOf(kind, context_.texts())) {
+    controls_.komStandartlayer->addItem(toQt(entry));
+  }
+}
+
+convert::ConversionResult MainWindow::befStart_Click() {
+  convert::ConversionResult result;
+  if (progress_ != nullptr) return result;
+  const auto step = [this](const std::function<void()>& action) {
+    return attempt(context_, kModule, "befStart_Click", action, errors::kEveryContinuation);
+  };
+  bool wanted = false;
+  if (!step([&] { wanted = layerEditor_ == nullptr || layerEditor_->offerToSave(); }))
+    return result;
+  if (!wanted) return result;
+  if (step([&] { result = convertShown(); })) step([&] { showResult(result); });
+  return result;
+}
+
+/// Converts behind the progress dialog, with this window disabled.
+convert::ConversionResult MainWindow::convertShown() {
+  const ConversionInProgress running(*this);
+  const convert::Surroundings surroundings =
+      settings::surroundingsOf(context_.store, context_.LanguageOffset);
+  WindowHost host(context_, *progress_, this);
+  host.onDrawingChosen = [this](const QString& path) {
+    showDrawing(path);
+    if (!settings::pathsHaveDrives()) followDrawing();
+  };
+  for (const convert::Message& warning : settings::fieldWarnings(settings(), context_.texts())) {
+    host.tell(warning);
+  }
+  return convert::convertDXF(jobShown(), host, surroundings);
+}
+
+void MainWindow::showResult(const convert::ConversionResult& result) {
+  controls_.result->nameKeptLayers(keptLayers());
+  controls_.result->showResult(result);
+  // From now on the layer file is that of this drawing, too.
+  if (result.outcome != convert::Outcome::Ended) drawingOfLayers_ = controls_.txtDXFDatei->path();
+  makeRoom();
+  activateWindow();
+}
+
+void MainWindow::showNotice(const QString& notice) {
+  controls_.result->showNotice(notice);
+  makeRoom();
+}
+
+void MainWindow::makeRoom() {
+  if (isMaximized() || isFullScreen()) return;
+  controls_.content->updateGeometry();  // its contents may have changed unseen
+  layout()->invalidate();
+  const QMargins margins = layout()->contentsMargins();
+  const int buttons = layout()->totalSizeHint().height() - controls_.content->sizeHint().height();
+  const int wide = std::max(width(), layout()->totalSizeHint().width());
+  // What wraps asks for its height only when it is known how wide it is.
+  const int high =
+      buttons + controls_.content->heightNeeded(wide - margins.left() - margins.right());
+  resize(QSize(wide, std::max(height(), high)).boundedTo(roomOnScreen(*this)));
+  if (isVisible()) keepOnScreen(*this);
+}
+
+void MainWindow::befLayeredit_Click() {
+  if (layerEditor_ != nullptr) {
+    layerEditor_->loadResources();
+    layerEditor_->layerScanDXF(controls_.txtDXFDatei->path());
+    layerEditor_->raise();
+    layerEditor_->activateWindow();
+    return;
+  }
+  const BusyCursor busy(*this);
+  auto editor = std::make_unique<LayerEditor>(
+      context_, controls_.labLayerDatei->text(),
+      [this](const QString& path) { takeLayerFile(path); }, this);
+  editor->layerScanDXF(controls_.txtDXFDatei->path());
+  editor->setAttribute(Qt::WA_DeleteOnClose);
+  layerEditor_ = editor.release();
+  layerEditor_->show();
+}
+
+void MainWindow::befSave_Click() {
+  if (!settings::SaveSettings(context_.store, settings())) {
+    showSaveFailure(context_, this);
+    return;
+  }
+  showNotice(context_.text(3098, {base::quotable(files::fromPath(context_.store.file()))}));
+}
+
+void MainWindow::befHilfe_Click() { openHelp(context_, kMainWindowHelp, this); }
+
+void MainWindow::befEnde_Click() {
+  QDir::setCurrent(toQt(files::fromPath(context_.store.programFolder())));
+  close();
+}
+
+void MainWindow::labViewer_Click() {
+  try {
+    ShellEx(context_, {QUILLON_VIEWER_PAGE, kShowDefault, {}, {}, "open"}, this);
+  } catch (const ShellError& error) {
+    QMessageBox::critical(this, context_.text(2811), toQt(error.what()));
+  }
+}
+
+void MainWindow::chooseLanguage() {
+  LanguageDialog dialog(
+      context_, [this] { applyLanguage(); }, this);
+  dialog.exec();
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) makeRoom();
+  QDialog::showEvent(event);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();  // until it is known that nothing speaks against it
+  attempt(context_, kModule, "closeEvent", [this, event] {
+    if (progress_ == nullptr) {
+      const bool closed = layerEditor_ == nullptr || layerEditor_->close();
+      event->setAccepted(closed);  // what is not saved in the editor can be kept
+      return;
+    }
+    progress_->cancel();  // the conversion has to end first
+  });
+}
+
+void MainWindow::applyLanguage() {
+  const std::array<QComboBox*, 5> lists = {controls_.cboUnit, controls_.cboVersion,
+                                           controls_.cboPoly, controls_.cboBlocks,
+                                           controls_.komStandartlayer};
+  std::array<int, lists.size()> chosen{};
+  for (std::size_t i = 0; i < lists.size(); ++i) chosen[i] = lists[i]->currentIndex();
+  loadResources();
+  fillLayers(settings().targetKind);
+  for (std::size_t i = 0; i < lists.size(); ++i) lists[i]->setCurrentIndex(chosen[i]);
+  makeRoom();
+}
+
+void MainWindow::loadResources() {
+  const auto caption = [this](auto* control, int id) { control->setText(context_.text(id)); };
+  setWindowTitle(context_.text(900));
+  caption(controls_.befSave, 901);
+  caption(controls_.befHilfe, 902);
+  caption(controls_.befStart, 904);
+  caption(controls_.befEnde, 905);
+  caption(controls_.labDXF, 906);
+  caption(controls_.labScript, 907);
+  caption(controls_.btnDXFbrowse, 908);
+  caption(controls_.btnSCRbrowse, 909);
+  caption(controls_.labBRDSCH, 910);
+  controls_.frmOpt->setTitle(context_.text(911));
+  caption(controls_.labScale, 912);
+  caption(controls_.labLayer, 913);
+  caption(controls_.labUnit, 914);
+  controls_.fraOpt2->setTitle(context_.text(915));
+  caption(controls_.chkBRDSCH[0], 916);
+  caption(controls_.chkBRDSCH[1], 917);
+  caption(controls_.chkBRDSCH[2], 929);
+  caption(controls_.chkBRDSCH[3], 930);
+  caption(controls_.chkEllipses, 918);
+  caption(controls_.chkDotLines, 919);
+  caption(controls_.chkReport, 920);
+  caption(controls_.labLayers, 922);
+  caption(controls_.befLayeredit, 903);
+  caption(controls_.befLayeredit, 923);  // the second caption is the one shown
+  caption(controls_.labVersion, 925);
+  caption(controls_.labPoly, 926);
+  caption(controls_.labBlocks, 927);
+  caption(controls_.btnBRDbrowse, 928);
+  caption(controls_.chkArc, 931);
+  caption(controls_.labViewDesc, 932);
+  caption(controls_.labOffsetX, 3130);
+  caption(controls_.labOffsetY, 3131);
+  caption(controls_.chkStartSCR, 3132);
+  caption(controls_.befLanguage, 3133);
+  controls_.labViewer->setText("<a href=\"viewer\">free DXF Viewer</a>");
+  controls_.result->loadResources();
+  const auto refill = [this](QComboBox* list, int firstId, int index) {
+    list->clear();
+    for (int id = firstId; id < firstId + 3; ++id) list->addItem(context_.text(id));
+    list->setCurrentIndex(index);
+  };
+  refill(controls_.cboPoly, 950, 2);
+  refill(controls_.cboBlocks, 953, 0);
+  controls_.cboUnit->setCurrentIndex(2);
+  controls_.cboVersion->setCurrentIndex(1);
+  toolTips_.clear();
+  for (int id = kFirstToolTip; id <= kLastToolTip; ++id) toolTips_.add(*this, context_.texts()(id));
+}
+
+}  // namespace quillon::windows

@@ -1,0 +1,146 @@
+// How the main window gets its files: chosen in dialogs, dropped onto it, or following the drawing.
+#include <QDir>
+#include <QDropEvent>
+#include <QMessageBox>
+#include <QMimeData>
+
+#include "base/quotable.h"
+#include "convert/messages.h"
+#include "files/paths.h"
+#include "windows/file_dialog.h"
+#include "windows/main_window.h"
+#include "windows/trap.h"
+
+namespace quillon::windows {
+namespace {
+
+constexpr std::string_view kModule = "frmDXF";
+
+/// The path of the one local file that is dragged, or "".
+QString draggedFile(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
+}
+
+bool isSamePath(const QString& a, const QString& b) {
+  return a.compare(b, files::namesHaveCase() ? Qt::CaseSensitive : Qt::CaseInsensitive) == 0;
+}
+
+}  // namespace
+
+void MainWindow::setDrawing(const QString& path) {
+  showDrawing(path);
+  putScriptBeside();
+}
+
+void MainWindow::showDrawing(const QString& path) {
+  const bool another = !isSamePath(path, controls_.txtDXFDatei->path());
+  controls_.txtDXFDatei->setPath(path);
+  if (another) drawingChanged();
+}
+
+void MainWindow::drawingChanged() {
+  controls_.result->forgetResult();
+  controls_.result->nameKeptLayers(keptLayers());
+}
+
+QString MainWindow::keptLayers() const {
+  const QString& last = drawingOfLayers_;
+  const bool any = !last.isEmpty() && fromQt(last) != settings::Settings{}.dxfFile;
+  const bool kept = any && !isSamePath(last, controls_.txtDXFDatei->path());
+  return kept ? controls_.labLayerDatei->text() : QString();
+}
+
+void MainWindow::takeLayerFile(const QString& path) {
+  controls_.labLayerDatei->setPath(path);
+  drawingOfLayers_ = controls_.txtDXFDatei->path();
+  controls_.result->nameKeptLayers({});
+}
+
+convert::ConversionJob MainWindow::jobShown() const {
+  convert::ConversionJob job = settings::jobOf(settings(), context_.line);
+  // Start asks for a drawing that does not exist; a script that follows has to wait for it.
+  const bool asked = !files::namesFile(files::findExisting(job.dxfFile));
+  const bool follows = toQt(job.scriptFile) == followedScript_ && !scriptChosen_;
+  if (asked && follows && !settings::pathsHaveDrives()) job.scriptBesideDrawing = true;
+  // A script that was made from the name of an existing drawing has that name to the letter.
+  job.literalPaths = files::namesHaveCase() && toQt(job.scriptFile) == followedScript_ &&
+                     files::namesFile(files::toPath(job.dxfFile));
+  return job;
+}
+
+void MainWindow::warnOfSplitPath() {
+  if (context_.line.splitPath.empty()) return;
+  QMessageBox::warning(this, context_.text(2805),
+                       context_.text(3072, {base::quotable(context_.line.splitPath)}));
+}
+
+void MainWindow::followDrawing() {
+  const QString script = controls_.txtScriptdatei->path();
+  const bool initial = fromQt(script) == settings::Settings{}.scriptFile;
+  if (initial || script == followedScript_) putScriptBeside();
+}
+
+void MainWindow::putScriptBeside() {
+  const std::string drawing = fromQt(controls_.txtDXFDatei->path());
+  if (scriptChosen_ || drawing.empty() || drawing == settings::Settings{}.dxfFile) return;
+  followedScript_ = toQt(files::scriptBeside(drawing));
+  controls_.txtScriptdatei->setPath(followedScript_);
+}
+
+void MainWindow::browseForDrawing() {
+  ObjFiledialog dialog(context_);
+  dialog.setFilename("*.*");
+  dialog.Filter1Text = context_.text(961);
+  // Every file, so that drawings of any extension can be chosen: intended.
+  dialog.Filter1Suffix = "*.*";
+  dialog.DialogTitle = context_.text(962);
+  dialog.Flags = kOpenFlags;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtDXFDatei->path())));
+  const QString path = dialog.ShowOpen(this);
+  if (!path.isEmpty()) setDrawing(path);
+}
+
+void MainWindow::browseForScript() {
+  ObjFiledialog dialog(context_);
+  dialog.setFilename("*.SCR");
+  dialog.Filter1Text = context_.text(963);
+  dialog.Filter1Suffix = "*.scr";
+  dialog.Filter2Text = context_.text(964);
+  dialog.Filter2Suffix = "*.*";
+  dialog.DialogTitle = context_.text(965);
+  dialog.Flags = kNameFlags;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtScriptdatei->path())));
+  const QString path = dialog.ShowOpen(this);
+  if (path.isEmpty()) return;
+  controls_.txtScriptdatei->setPath(path);
+  scriptChosen_ = true;
+}
+
+void MainWindow::browseForName() {
+  ObjFiledialog dialog(context_);
+  dialog.setFilename("*");
+  dialog.Filter1Text = "BRD_SCH_LBR_Name";
+  dialog.Filter1Suffix = "*";
+  dialog.DialogTitle = context_.text(960);
+  dialog.Flags = kNameFlags;
+  dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtBRDname->text())));
+  const QString path = dialog.ShowOpen(this);
+  // The name ends before the first dot of the whole path, as intended.
+  if (!path.isEmpty()) controls_.txtBRDname->setText(path.left(path.indexOf('.')));
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  attempt(context_, kModule, "dragEnterEvent", [event] {
+    if (!draggedFile(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+  });
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  attempt(context_, kModule, "dropEvent", [this, event] {
+    setDrawing(QDir::toNativeSeparators(draggedFile(*event->mimeData())));
+    event->acceptProposedAction();
+  });
+}
+
+}  // namespace quillon::windows

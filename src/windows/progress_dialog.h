@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QDialog>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <string_view>
+
+#include "windows/app_context.h"
+
+namespace quillon::windows {
+
+/// Shows how far a conversion has come, and cancels it.
+class ProgressDialog : public QDialog {
+ public:
+  explicit ProgressDialog(AppContext& context, QWidget* parent = nullptr);
+
+  /// Sets the captions and resets everything for the next conversion.
+  void loadResources();
+
+  int readBeam() const { return readBar_->value(); }
+  int writeBeam() const { return writeBar_->value(); }
+  void setReadBeam(int value);
+  void setWriteBeam(int value);
+  /// Shows how far reading has come, in percent, behind its label.
+  void read(int i);
+  /// The same for writing.
+  void write(int i);
+  /// Bar and label of writing or reading, in percent.
+  void setProgress(bool writing, int percent);
+  void setStatus(std::string_view text);
+
+  /// True once the user has cancelled, until the next loadResources.
+  bool cancelRequested() const { return cancelled_; }
+  /// Cancels and closes the dialog, as its button, Esc and closing it do.
+  void cancel();
+
+ protected:
+  void reject() override { cancel(); }
+
+ private:
+  AppContext& context_;
+  QLabel* readLabel_;
+  QLabel* writeLabel_;
+  QString readPrefix_;
+  QString writePrefix_;
+  QLabel* status_;
+  QProgressBar* readBar_;
+  QProgressBar* writeBar_;
+  QPushButton* cancelButton_;
+  bool cancelled_ = false;
+};
+
+}  // namespace quillon::windows

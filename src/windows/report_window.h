@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDialog>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <string_view>
+
+#include "windows/app_context.h"
+
+namespace quillon::windows {
+
+/// Shows the report of a conversion.
+class ReportWindow : public QDialog {
+ public:
+  explicit ReportWindow(AppContext& context, QWidget* parent = nullptr);
+
+  void loadResources();
+  /// Shows a report's text. When that fails it says so, and the window stays empty.
+  void loadInfo(std::string_view report);
+
+ protected:
+  /// Puts the text into the window; throws when that fails.
+  virtual void fill(std::string_view report);
+
+ private:
+  void save();
+
+  AppContext& context_;
+  QPlainTextEdit* info_;
+  QPushButton* ok_;
+  QPushButton* copy_;
+  QPushButton* save_;
+  std::string report_;
+};
+
+}  // namespace quillon::windows

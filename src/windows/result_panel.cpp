@@ -1,0 +1,192 @@
+#include "windows/result_panel.h"
+
+#include <QClipboard>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <cstdlib>
+
+#include "base/quotable.h"
+#include "convert/messages.h"
+#include "convert/summary.h"
+#include "windows/screen_fit.h"
+#include "windows/shell.h"
+#include "windows/trap.h"
+
+namespace quillon::windows {
+namespace {
+
+constexpr std::string_view kModule = "fraResult";
+constexpr int kLeastCharacters = 32;  ///< of a line, and of a path in it
+constexpr int kGap = 16;              ///< that a scroll bar may have beside it
+
+/// A path without what would break its line.
+QString pathText(const std::string& path) {
+  constexpr std::size_t kLongest = 4096;
+  return toQt(base::quotable(path, kLongest));
+}
+
+}  // namespace
+
+ResultPanel::ResultPanel(AppContext& context, QWidget* parent)
+    : QFrame(parent),
+      context_(context),
+      text_(new QLabel(this)),
+      openFolder_(new QPushButton(this)),
+      copyCommand_(new QPushButton(this)) {
+  setObjectName("fraResult");
+  setFrameShape(QFrame::StyledPanel);
+  text_->setObjectName("labResult");
+  text_->setTextFormat(Qt::PlainText);
+  text_->setWordWrap(true);
+  text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  text_->setMinimumWidth(fontMetrics().averageCharWidth() * kLeastCharacters);
+  text_->installEventFilter(this);
+  openFolder_->setObjectName("btnOpenFolder");
+  copyCommand_->setObjectName("btnCopyCommand");
+  auto* const buttons = new QVBoxLayout;
+  buttons->addWidget(copyCommand_);
+  buttons->addWidget(openFolder_);
+  buttons->addStretch();
+  auto* const layout = new QHBoxLayout(this);
+  layout->addWidget(text_, 1);
+  layout->addLayout(buttons);
+  connect(copyCommand_, &QPushButton::clicked, this,
+          trapped(context_, kModule, "btnCopyCommand_Click",
+                  [this] { QGuiApplication::clipboard()->setText(command_); }));
+  connect(openFolder_, &QPushButton::clicked, this,
+          trapped(context_, kModule, "btnOpenFolder_Click", [this] { openFolder(); }));
+  loadResources();
+}
+
+void ResultPanel::openFolder() {
+  try {
+    ShellRequest request;
+    request.file = folder_;
+    ShellEx(context_, request, this);
+  } catch (const ShellError& error) {
+    QMessageBox::warning(this, context_.text(2811), toQt(error.what()));
+  }
+}
+
+void ResultPanel::loadResources() {
+  openFolder_->setText(context_.text(3144));
+  copyCommand_->setText(context_.text(3145));
+  notice_.clear();  // it is in the language of before
+  refresh();
+}
+
+void ResultPanel::showResult(const convert::ConversionResult& result) {
+  notice_.clear();
+  result_.reset();
+  if (result.outcome != convert::Outcome::Ended) {
+    result_ = result;
+    result_->report.clear();  // it has a window of its own
+    folder_ = QFileInfo(toQt(result.scriptFile)).absolutePath();
+    const std::string argument = convert::scriptArgument(result);
+    command_ = argument.empty() ? QString() : toQt("SCRIPT '" + argument + "'");
+  }
+  refresh();
+}
+
+void ResultPanel::showNotice(const QString& notice) {
+  notice_ = notice;
+  refresh();
+}
+
+void ResultPanel::forgetResult() {
+  result_.reset();
+  refresh();
+}
+
+void ResultPanel::nameKeptLayers(const QString& path) {
+  keptLayers_ = path;
+  refresh();
+}
+
+void ResultPanel::refresh() {
+  openFolder_->setVisible(result_.has_value());
+  copyCommand_->setVisible(result_.has_value() && !command_.isEmpty());
+  setVisible(result_.has_value() || !keptLayers_.isEmpty() || !notice_.isEmpty());
+  // The window asks at once how high the text is; a pending layout would answer for the old one.
+  layout()->activate();
+  fitTo(text_->contentsRect().width());
+  layout()->activate();
+  updateGeometry();
+}
+
+/// A scroll bar that comes or goes must not change the lines: their height would let it go or come
+/// again, without an end.
+int ResultPanel::slack() const { return style()->pixelMetric(QStyle::PM_ScrollBarExtent) + kGap; }
+
+void ResultPanel::fitTo(int room) {
+  room_ = room;
+  showText();
+}
+
+void ResultPanel::showText() {
+  const QString whole = text();
+  QStringList lines = whole.split('\n');
+  // Nobody knows the room of what is not seen yet.
+  if (text_->isVisible()) {
+    for (QString& line : lines) line = elided(line);
+  }
+  const QString shown = lines.join('\n');
+  text_->setToolTip(shown == whole ? QString() : wholeToolTip(whole));
+  if (shown != text_->text()) text_->setText(shown);
+}
+
+QString ResultPanel::elided(const QString& line) const {
+  const QFontMetrics metrics = text_->fontMetrics();
+  const int room = room_ - slack();
+  if (metrics.horizontalAdvance(line) <= room) return line;
+  QStringList paths{keptLayers_};
+  if (result_) paths << command_ << pathText(result_->dxfFile) << pathText(result_->scriptFile);
+  for (const QString& path : paths) {
+    if (path.isEmpty() || !line.contains(path)) continue;
+    const int rest = metrics.horizontalAdvance(QString(line).remove(path));
+    const int least = metrics.averageCharWidth() * kLeastCharacters;
+    return QString(line).replace(path, elidedPath(path, metrics, std::max(room - rest, least)));
+  }
+  return line;
+}
+
+bool ResultPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == text_) {
+    const int room = text_->contentsRect().width();
+    const bool resized = event->type() == QEvent::Resize && std::abs(room - room_) > slack();
+    if (resized || event->type() == QEvent::Show) fitTo(room);
+  }
+  return QFrame::eventFilter(watched, event);
+}
+
+QString ResultPanel::text() const {
+  QStringList lines;
+  if (result_) lines = resultLines(*result_);
+  if (!keptLayers_.isEmpty()) lines << context_.text(3210, {fromQt(keptLayers_)});
+  if (!notice_.isEmpty()) lines << notice_;
+  return lines.join('\n');
+}
+
+QStringList ResultPanel::resultLines(const convert::ConversionResult& result) const {
+  const std::string drawing = fromQt(pathText(result.dxfFile));
+  const std::string script = fromQt(pathText(result.scriptFile));
+  QStringList lines;
+  lines << context_.text(3140, {std::to_string(convert::entityCount(result)), drawing,
+                                std::to_string(result.fileLinesRead)})
+        << context_.text(3141, {std::to_string(result.commandCount), script});
+  const std::string unknown = convert::unknownKindsText(result);
+  if (!unknown.empty()) lines << context_.text(3142, {unknown});
+  for (const std::string& line : {convert::hiddenText(result, context_.texts()),
+                                  convert::damageText(result, context_.texts())}) {
+    if (!line.empty()) lines << toQt(line);
+  }
+  if (result.outcome == convert::Outcome::Cancelled) lines << context_.text(3146);
+  if (result.rangeWarning) lines << context_.text(3147);
+  if (!command_.isEmpty()) lines << context_.text(3143, {fromQt(command_)});
+  return lines;
+}
+
+}  // namespace quillon::windows

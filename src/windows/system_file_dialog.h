@@ -1,0 +1,10 @@
+#pragma once
+
+#include "windows/file_dialog.h"
+
+namespace quillon::windows {
+
+/// Shows the system's dialog for a file and returns the chosen path, or "".
+QString runSystemFileDialog(const FileDialogRecord& record, bool save, QWidget* owner);
+
+}  // namespace quillon::windows

@@ -1,0 +1,7 @@
+#include "windows/system_help.h"
+
+namespace quillon::windows {
+
+bool showSystemHelp(const QString&, int, QWidget*) { return false; }
+
+}  // namespace quillon::windows

@@ -1,0 +1,20 @@
+#include "windows/window_fault_view.h"
+
+#include <QApplication>
+
+#include "windows/error_window.h"
+
+namespace quillon::windows {
+
+errors::Continuation WindowFaultView::show(const errors::FaultReport& report) {
+  QApplication::setOverrideCursor(Qt::ArrowCursor);  // the procedure may have set a busy one
+  ErrorWindow window(context_, program_, report, QApplication::activeWindow());
+  window.setEnabled(true);  // also in front of a window that is disabled
+  window.exec();
+  QApplication::restoreOverrideCursor();
+  return window.choice();
+}
+
+void WindowFaultView::endProgram() { QCoreApplication::exit(kEndedByError); }
+
+}  // namespace quillon::windows
