@@ -47,6 +47,21 @@ TEST_F(UnattendedHostTest, DoesNotRepeatAMessageInItsDetail) {
       "quillon: Warning: a.dxf: out of range\n");
 }
 
+TEST_F(UnattendedHostTest, PrintsALongMessageWholeAndOnce) {
+  const std::string path = "C:\\" + std::string(190, 'x') + "\\a.dxf";
+  const std::string text = path + ": The script has reached the limit of 6 lines.";
+  const std::string go =
+      " Please convert the drawing in the window, which asks whether to go on.\n";
+  EXPECT_EQ(printedBy([&] {
+              host.tell({MessageKind::Error, "File Error", text, text});
+            }),
+            "quillon: File Error: " + text + "\n");
+  EXPECT_EQ(printedBy([&] {
+              host.goOnPastLimit({MessageKind::Error, "File Error", text, text + " Not kept."});
+            }),
+            "quillon: File Error: " + text + " Not kept." + go);
+}
+
 TEST_F(UnattendedHostTest, EscapesControlCharactersOfNames) {
   EXPECT_EQ(printedBy([this] {
               host.tell({MessageKind::Error, "Error", "a\x1b[2Jb\rc", "a\\x1b[2Jb c"});

@@ -8,12 +8,12 @@
 namespace quillon::unattended {
 namespace {
 
-/// The lines of a message box in one.
+/// The lines of a message box in one, however long: what comes from a drawing was cut before.
 std::string oneLine(std::string_view lines) {
   std::string text;
   while (true) {
     const std::size_t stop = std::min(lines.find('\r'), lines.size());
-    text += base::quotable(lines.substr(0, stop));
+    text += base::quotable(lines.substr(0, stop), std::string_view::npos);
     if (stop == lines.size()) break;
     text += ' ';
     lines.remove_prefix(stop + 1);
