@@ -104,9 +104,11 @@ TEST_F(UnattendedTest, NamesOfADrawingReachNoTerminalAsTheyAre) {
   write("part.dxf", dxf);
   const ProgramResult result = run({"/x:part.dxf", "/s:out.scr", "/b:part", "/k:1", "/r:t", "/ru"});
   EXPECT_EQ(result.exitCode, 0);
-  EXPECT_NE(result.error.find("\nA\\x1b[2J ==> "), std::string::npos) << result.error;
-  EXPECT_NE(result.error.find("\nNo     B\\x1b[2J ==> "), std::string::npos);
-  EXPECT_NE(result.error.find("left out: X\\x1b[2J 1\n"), std::string::npos);
+  for (const char* const shown :
+       {"\nA\\x1b[2J ==> ", "\nNo     B\\x1b[2J ==> ", "left out: X\\x1b[2J 1\n"}) {
+    EXPECT_NE(result.error.find(testing::withSlashes(shown)), std::string::npos)
+        << shown << " in " << result.error;
+  }
   EXPECT_EQ(result.error.find('\x1b'), std::string::npos);
   const std::string script = folder.read("out.scr");
   EXPECT_NE(script.find("Text R0 't [2J '"), std::string::npos) << script;
@@ -144,12 +146,12 @@ TEST_F(UnattendedTest, RunsWithoutATargetAreRefused) {
   folder.write("program/larkspur.ini", "[global]\nlanguage=10000\n[dxf]\nreport=0\nbrd=4\n");
   for (const char* const item : {"/ru", "/rx"}) {
     expectResult(
-        run({"/x:in\\a.dxf", item}), 1, "",
+        run({"/x:in\\a.dxf", "/s:in\\a.scr", item}), 1, "",
         "quillon: Error: Nothing is chosen for the script to create. Please choose a board, "
         "schematic, package or symbol.\n");
   }
   EXPECT_FALSE(folder.has("in/a.scr"));
-  EXPECT_EQ(run({"/x:in\\a.dxf", "/o:s", "/ru"}).exitCode, 0);
+  EXPECT_EQ(run({"/x:in\\a.dxf", "/s:in\\a.scr", "/o:s", "/ru"}).exitCode, 0);
 }
 
 TEST_F(UnattendedTest, LayersThatEagleDoesNotHaveAreNamed) {
@@ -184,7 +186,7 @@ TEST_F(UnattendedTest, ANumberThatEndsBeforeItsTextIsNamedOnce) {
   drawings("a.dxf");
   drawings("b.dxf");
   folder.write("program/larkspur.ini", "[dxf]\nreport=0\nscale=2,5\n");
-  const ProgramResult result = run({"/x:in\\*.dxf", "/rx"});
+  const ProgramResult result = run({"/x:in\\*.dxf", "/s:in\\a.scr", "/rx"});
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_TRUE(result.error.starts_with(
       "quillon: Warnung: larkspur.ini, scale: \"2,5\" zählt als 2, denn danach folgt etwas, das "

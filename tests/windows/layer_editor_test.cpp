@@ -84,7 +84,7 @@ TEST_F(LayerEditorTest, ANameThatIsUsedAlreadyIsToldBeforeTheFileIsSaved) {
   QTest::keyClicks(field, "l1");
   std::string whenTold;
   whenModal<QMessageBox>([this, &whenTold](QMessageBox& box) {
-    boxText = box.text();
+    boxText = wholeText(box);
     whenTold = folder.read("a.lay");
     box.accept();
   });
@@ -111,7 +111,7 @@ TEST_F(LayerEditorTest, LongNamesOfRowsDoNotCutAMessage) {
   grid().pasteText("A" + QString("X").repeated(250) + "Z\t300");
   QString cut;
   whenModal<QMessageBox>([this, &cut](QMessageBox& box) {
-    boxText = box.text();
+    boxText = wholeText(box);
     cut = cutTexts(box).join(", ");
     box.accept();
   });

@@ -60,11 +60,14 @@ class MainWindowFilesTest : public WindowTest {
     });
     click(*window, "befLanguage");
   }
+  /// The window with a script of its own: where paths have drives, one that nobody chose would be
+  /// written to the first drive, and still be there at the next run.
+  void startWithScript() { start("report=0\r\nscr=" + folder.file("mine.scr") + "\r\n"); }
   /// The window with a drawing and the layer file that was made for it.
   void startWithLayers() {
     folder.write("a.lay", "[1]\r\nlayername=0\r\nlayernr=21\r\n");
-    start("report=0\r\ndxffile=" + folder.file("a.dxf") + "\r\nlayerfile=" + folder.file("a.lay") +
-          "\r\n");
+    start("report=0\r\ndxffile=" + folder.file("a.dxf") + "\r\nscr=" + folder.file("a.scr") +
+          "\r\nlayerfile=" + folder.file("a.lay") + "\r\n");
   }
   std::string layersStay() {
     return "The layer definition file of the last drawing is still in use: " + folder.file("a.lay");
@@ -137,7 +140,7 @@ TEST_F(MainWindowFilesTest, LeavingTheDrawingsFieldKeepsTheSavedScript) {
 }
 
 TEST_F(MainWindowFilesTest, ADrawingChosenAfterStartStaysInItsField) {
-  start();
+  startWithScript();
   writeDrawing("part.dxf");
   chooseNext("part.dxf");
   startConversion();
@@ -146,11 +149,11 @@ TEST_F(MainWindowFilesTest, ADrawingChosenAfterStartStaysInItsField) {
   whenAsked(QMessageBox::No);
   startConversion();
   EXPECT_EQ(fromQt(boxText),
-            "Scripfile exists already.\n" + folder.file("part.scr") + "\nOverwrite?");
+            "Scripfile exists already.\n" + folder.file("mine.scr") + "\nOverwrite?");
 }
 
 TEST_F(MainWindowFilesTest, ADrawingChosenAfterStartStaysAlsoWhenItIsRefused) {
-  start();
+  startWithScript();
   folder.write("empty.dxf", "");
   chooseNext("empty.dxf");
   whenModal<QMessageBox>([](QMessageBox& box) { box.accept(); });

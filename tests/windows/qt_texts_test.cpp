@@ -121,7 +121,7 @@ TEST_F(QtTextsTest, TheQuestionOfAFileDialogIsTranslatedToo) {
   folder.write("old.lay", "");
   whenModal<QFileDialog>([this](QFileDialog& dialog) {
     whenModal<QMessageBox>([this](QMessageBox& box) {
-      boxText = box.text();
+      boxText = wholeText(box);
       for (const QAbstractButton* const button : box.buttons()) boxDetail += button->text();
       box.reject();
     });

@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
+#include <chrono>
 #include <functional>
 
 #include "errors/program.h"
@@ -30,6 +31,7 @@ class WindowTest : public ::testing::Test {
     QCoreApplication::installTranslator(&qtTexts);
     qApp->installEventFilter(&screenFit);
     context.faults = &faults;
+    endForgottenWindows();
   }
 
   template <typename Widget>
@@ -42,9 +44,17 @@ class WindowTest : public ::testing::Test {
     QTest::mouseClick(&find<QAbstractButton>(window, name), Qt::LeftButton);
   }
 
-  /// The text of a label that may be elided.
+  /// The texts of labels and message boxes that may be elided.
   static QString wholeText(const QLabel& label) {
     return label.toolTip().isEmpty() ? label.text() : label.toolTip();
+  }
+  static QString wholeText(const QMessageBox& box) {
+    const auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
+    return label == nullptr ? box.text() : wholeText(*label);
+  }
+  static QString wholeDetail(const QMessageBox& box) {
+    const auto* const label = box.findChild<QLabel*>("qt_msgbox_informativelabel");
+    return label == nullptr ? box.informativeText() : wholeText(*label);
   }
   /// Chooses an entry of a list with the mouse, once its window shows.
   static void choose(QComboBox& list, int index) {
@@ -88,8 +98,8 @@ class WindowTest : public ::testing::Test {
   void whenAsked(QMessageBox::StandardButton answer) {
     whenModal<QMessageBox>([this, answer](QMessageBox& box) {
       boxTitle = box.windowTitle();
-      boxText = box.text();
-      boxDetail = box.informativeText();
+      boxText = wholeText(box);
+      boxDetail = wholeDetail(box);
       box.button(answer)->click();
     });
   }
@@ -101,6 +111,25 @@ class WindowTest : public ::testing::Test {
     return folder.write(name, dxf.text());
   }
   QString path(const std::string& name) const { return toQt(folder.file(name)); }
+
+  /// A modal window that nobody answers would keep the test from ending: it fails instead.
+  void endForgottenWindows() {
+    constexpr std::chrono::seconds kLongest(60);
+    auto* const timer = new QTimer(&timers);
+    QObject::connect(timer, &QTimer::timeout, timer, [] {
+      QWidget* const window = QApplication::activeModalWidget();
+      if (window == nullptr) return;
+      const auto* const box = qobject_cast<QMessageBox*>(window);
+      ADD_FAILURE() << "Nobody answers the window \"" << fromQt(window->windowTitle()) << "\" "
+                    << (box != nullptr ? fromQt(box->text()) : "");
+      if (auto* const dialog = qobject_cast<QDialog*>(window)) {
+        dialog->reject();  // a box of questions alone takes no request to close
+      } else {
+        window->close();
+      }
+    });
+    timer->start(kLongest);
+  }
 
   testing::TempFolder folder;
   AppContext context{settings::SettingsStore(folder.path() / "program"), {}, texts::kEnglish};
