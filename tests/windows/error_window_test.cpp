@@ -226,7 +226,7 @@ TEST_F(ErrorWindowTest, PrintsTheProtocolOnPages) {
 
 TEST_F(ErrorWindowTest, NamesTheTraceFileAndWhereToSendIt) {
   fail([this](ErrorWindow& window) {
-    const QString notice = text(window, "lblTrace");
+    const QString notice = wholeText(find<QLabel>(window, "lblTrace"));
     EXPECT_TRUE(notice.contains(path("program/quillon.EPT"))) << fromQt(notice);
     EXPECT_TRUE(notice.contains("support@quillon.example")) << fromQt(notice);
     window.reject();
