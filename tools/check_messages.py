@@ -48,13 +48,13 @@ def plain(literal):
 
 
 def messages(definitions):
-    """The numbers of the messages, each with its texts."""
+    """The names of the messages, each with its texts."""
     text = r"((?:" + LITERAL + r"\s*)+)"
-    entries = re.finditer(r"TEXT\(\s*(\d+),\s*" + text + r",\s*" + text + r"\)", definitions)
+    entries = re.finditer(r"TEXT\(\s*(\w+),\s*(\d+),\s*" + text + r",\s*" + text + r"\)", definitions)
     for entry in entries:
-        number = int(entry.group(1))
+        name, number = entry.group(1), int(entry.group(2))
         if any(first <= number <= last for first, last in MESSAGES):
-            yield number, [plain("".join(re.findall(LITERAL, entry.group(i)))) for i in (2, 4)]
+            yield name, [plain("".join(re.findall(LITERAL, entry.group(i)))) for i in (3, 5)]
 
 
 def pieces(text):
@@ -74,7 +74,7 @@ def missing_messages(definitions, files):
     """The messages that no file raises. `files` are names below tests/ with their contents."""
     expected = ["\n".join(literals(content)) for name, content in files.items()
                 if name not in COPIES]
-    return {number: texts for number, texts in messages(definitions)
+    return {name: texts for name, texts in messages(definitions)
             if not any(is_raised(text, strings) for text in texts for strings in expected)}
 
 
@@ -93,8 +93,8 @@ def main():
     for name in stale:
         print(f"tools/check_messages.py names {name}, which is not there.")
     missing = missing_messages(definitions, files)
-    for number, texts in missing.items():
-        print(f"No test raises message {number}: {texts[1].strip() or texts[0]}")
+    for name, texts in missing.items():
+        print(f"No test raises the message {name}: {texts[1].strip() or texts[0]}")
     empty = not dict(messages(definitions))
     if empty:
         print("The string table has no messages.")

@@ -32,12 +32,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Refusals: the first stands for InputKind 0, which is none.
-constexpr int kFirstRefusal = 3000;
-constexpr int kNoSection = 3005;
-constexpr int kBadName = 3006;
-constexpr int kScriptIsDrawing = 3007;
-constexpr int kChangedMeanwhile = 3010;
+using texts::TextId;
+
+/// Why a drawing is refused, in the order of the kinds after InputKind::Text.
+constexpr texts::TextRow kRefusals = texts::textRow(TextId::DrawingEmpty, TextId::DrawingNotText);
+static_assert(kRefusals.size() == static_cast<std::size_t>(InputKind::NoText));
 
 /// Ends a run after its message; the host has been told.
 struct EndOfRun {};
@@ -100,7 +99,7 @@ class Conversion {
     askForOverwriting();
     openScript();
     checkSettings();
-    control_.setStatusText(2838);
+    control_.setStatusText(TextId::StatusLayerFile);
     loadLayers();
     if (job_.scale == 0.0) leaveEmptyScript(messages_.scaleIsZero());
   }
@@ -182,12 +181,12 @@ class Conversion {
     dxf::readContents(*drawing_, *reader_, entities, !host_.hasCancelButton());
     result_.linesRead = reader_->linesRead();
     if (!control_.cancelled() && hasChanged()) {
-      refuse(messages_.fileError(kChangedMeanwhile, result_.dxfFile));
+      refuse(messages_.fileError(TextId::DrawingChangedMeanwhile, result_.dxfFile));
     }
     if (surroundings_.refuseWithoutSections && !drawing_->anySection && !control_.cancelled()) {
-      refuse(messages_.fileError(kNoSection, result_.dxfFile));
+      refuse(messages_.fileError(TextId::DrawingWithoutSections, result_.dxfFile));
     }
-    control_.setStatusText(2839);
+    control_.setStatusText(TextId::StatusConverting);
     if (job_.blocks == kAllBlocksAsParts) writeRemainingParts(cancelled, library);
     if (limitReached_ && !surroundings_.keepPartial) {
       output_.reset();
@@ -237,8 +236,9 @@ class Conversion {
     fs::path path =
         job_.literalPaths ? files::toPath(job_.dxfFile) : files::findExisting(job_.dxfFile);
     if (job_.dxfFile.empty() || !files::namesFile(path)) {
-      const std::string chosen = host_.chooseDxfFile(
-          {std::string(texts_(962)), std::string(texts_(961)), "*.*", job_.dxfFile});
+      const std::string chosen =
+          host_.chooseDxfFile({std::string(texts_(TextId::DrawingDialogTitle)),
+                               std::string(texts_(TextId::DrawingFiles)), "*.*", job_.dxfFile});
       if (!chosen.empty()) path = files::findExisting(job_.dxfFile = chosen);
     }
     result_.dxfFile = files::fromPath(path);
@@ -260,7 +260,7 @@ class Conversion {
     if (control_.cancelled()) return;  // what was read of it says nothing
     const InputKind kind = input_->kind();
     if (kind != InputKind::Text) {
-      refuse(messages_.fileError(kFirstRefusal + static_cast<int>(kind), result_.dxfFile));
+      refuse(messages_.fileError(kRefusals[static_cast<std::size_t>(kind) - 1], result_.dxfFile));
     }
   }
 
@@ -272,7 +272,7 @@ class Conversion {
   void checkName() {
     const std::string& name = job_.drawingName;
     if (name.find_first_of("';") != std::string::npos || base::hasControlCharacter(name)) {
-      refuse(messages_.fileError(kBadName, name));
+      refuse(messages_.fileError(TextId::DrawingNameUnusable, name));
     }
   }
 
@@ -292,7 +292,7 @@ class Conversion {
         files::isInMissingFolder(scriptPath_) ? job_.scriptFile : files::fromPath(scriptPath_);
     if (!surroundings_.readStandardInput &&
         files::isSameFile(scriptPath_, files::toPath(result_.dxfFile))) {
-      refuse(messages_.fileError(kScriptIsDrawing, result_.scriptFile));
+      refuse(messages_.fileError(TextId::ScriptIsDrawing, result_.scriptFile));
     }
     if (job_.overwriteScript || !files::isInTheWay(scriptPath_)) return;
     if (!host_.ask(messages_.scriptExists(result_.scriptFile))) throw EndOfRun{};
@@ -421,7 +421,7 @@ class Conversion {
   /// drawings.
   bool hasChanged() const { return text_ != nullptr && text_->hasChanged(); }
   std::string changedText() const {
-    return messages_.fileError(kChangedMeanwhile, result_.dxfFile).detail;
+    return messages_.fileError(TextId::DrawingChangedMeanwhile, result_.dxfFile).detail;
   }
 
   /// Number of the line in the file that holds a position of a block or of the present window.

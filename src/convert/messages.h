@@ -34,7 +34,7 @@ class Messages {
   Message layerNotUsed(std::string_view text, std::string_view used) const;
   Message frameUnreadable(std::string_view path, std::string_view reason) const;
   /// A message of the string table about one file or name, with the title of file errors.
-  Message fileError(int id, std::string_view subject) const;
+  Message fileError(texts::TextId id, std::string_view subject) const;
   /// The drawing has more than `most` bytes.
   Message tooLarge(std::string_view drawing, std::uint64_t most) const;
   Message scriptExists(std::string_view path) const;
@@ -67,7 +67,7 @@ class Messages {
  private:
   Message warning(const std::string& text) const;
   /// Three lines: a text of the table, a path, another text of the table.
-  std::string aroundPath(int before, std::string_view path, int behind) const;
+  std::string aroundPath(texts::TextId before, std::string_view path, texts::TextId after) const;
 
   const texts::Texts& texts_;
 };

@@ -9,6 +9,8 @@
 namespace quillon::convert {
 namespace {
 
+using texts::TextId;
+
 using dxf::EntityKind;
 
 struct CountLine {
@@ -38,9 +40,9 @@ constexpr std::array<CountLine, 18> kCountLines = {{
     {"TRACE         :", EntityKind::Trace},
 }};
 
-constexpr int kFirstPolyText = 950;
-constexpr int kFirstBlockText = 953;
-constexpr int kListLength = 3;
+constexpr texts::TextRow kPolyTexts =
+    texts::textRow(TextId::PolylinesWithoutWidth, TextId::PolylinesAsPolygons);
+constexpr texts::TextRow kBlockTexts = texts::textRow(TextId::BlocksDrawn, TextId::BlocksAll);
 
 /// The lines of a report under construction.
 class ReportText {
@@ -54,14 +56,17 @@ class ReportText {
   }
   void blank() { line(""); }
   /// A label of the string table and what it labels.
-  void field(int id, std::string_view value) {
+  void field(TextId id, std::string_view value) {
     line(texts_(id));
     out_.append(value);
   }
-  void field(int id) { line(texts_(id)); }
-  std::string_view onOff(bool on) const { return texts_(on ? 2911 : 2912); }
-  std::string_view listText(int firstId, int index) const {
-    return index >= 0 && index < kListLength ? texts_(firstId + index) : std::string_view{};
+  void field(TextId id) { line(texts_(id)); }
+  std::string_view onOff(bool on) const {
+    return texts_(on ? TextId::ReportOn : TextId::ReportOff);
+  }
+  std::string_view listText(texts::TextRow list, int index) const {
+    return index >= 0 && index < std::ssize(list) ? texts_(list[static_cast<std::size_t>(index)])
+                                                  : std::string_view{};
   }
 
   std::string take() { return std::move(out_); }
@@ -88,7 +93,7 @@ class Repetitions {
   }
   /// Says how many lines are missing.
   void close(ReportText& text, const texts::Texts& texts) const {
-    if (left_ > 0) text.line(texts(3081, {std::to_string(left_)}));
+    if (left_ > 0) text.line(texts(TextId::ReportMoreLines, {std::to_string(left_)}));
   }
 
  private:
@@ -100,47 +105,48 @@ class Repetitions {
   std::size_t left_ = 0;
 };
 
-int nameLabel(int targetKind) {
+TextId nameLabel(int targetKind) {
   switch (targetKind) {
     case kBoard:
-      return 2904;
+      return TextId::ReportBoardName;
     case kSchematic:
-      return 2906;
+      return TextId::ReportSheetName;
     default:
-      return 2905;
+      return TextId::ReportLibraryName;
   }
 }
 
 void putSettings(ReportText& text, const ConversionJob& job, const ConversionResult& result,
                  const files::LocalTime& now) {
-  text.field(2900);
-  text.field(2934);
+  text.field(TextId::ReportTitle);
+  text.field(TextId::ReportDoubleRule);
   text.blank();
-  text.field(2901, now.date + "    " + now.time);
-  text.field(2902, result.dxfFile);
-  text.field(2903, result.scriptFile);
+  text.field(TextId::ReportTime, now.date + "    " + now.time);
+  text.field(TextId::ReportDrawing, result.dxfFile);
+  text.field(TextId::ReportScript, result.scriptFile);
   text.field(nameLabel(job.targetKind), job.drawingName);
   text.blank();
-  text.field(2907, versionText(job.version));
-  text.field(2908, base::trimBlanks(job.scaleText));
-  text.field(2909, unitText(job.unit));
-  text.field(2910, text.onOff(job.dotted));
-  text.field(2913, text.onOff(job.ellipses));
-  text.field(2914, text.listText(kFirstPolyText, job.poly));
-  text.field(2915, text.listText(kFirstBlockText, job.blocks));
+  text.field(TextId::ReportVersion, versionText(job.version));
+  text.field(TextId::ReportScale, base::trimBlanks(job.scaleText));
+  text.field(TextId::ReportUnit, unitText(job.unit));
+  text.field(TextId::ReportDottedLines, text.onOff(job.dotted));
+  text.field(TextId::ReportEllipses, text.onOff(job.ellipses));
+  text.field(TextId::ReportPolylines, text.listText(kPolyTexts, job.poly));
+  text.field(TextId::ReportBlocks, text.listText(kBlockTexts, job.blocks));
   text.blank();
 }
 
 void putLayers(ReportText& text, const ConversionJob& job, dxf::Drawing& drawing,
                const LayerAssignment& layers, const texts::Texts& texts) {
-  text.field(2916, job.layerFile.empty() ? texts(2917) : std::string_view(job.layerFile));
-  text.field(2918, job.defaultLayer);
+  text.field(TextId::ReportLayerFile, job.layerFile.empty() ? texts(TextId::ReportNoLayerFile)
+                                                            : std::string_view(job.layerFile));
+  text.field(TextId::ReportStandardLayer, job.defaultLayer);
   text.blank();
   text.blank();
-  text.field(2919);
+  text.field(TextId::ReportLayersTitle);
   text.blank();
-  text.field(2920);
-  text.field(2935);
+  text.field(TextId::ReportLayersHeader);
+  text.field(TextId::ReportRule);
   Repetitions repetitions;
   for (std::size_t i = 0; i < drawing.layers.size(); ++i) {
     dxf::LayerRec& layer = drawing.layers[i];
@@ -155,7 +161,8 @@ void putLayers(ReportText& text, const ConversionJob& job, dxf::Drawing& drawing
 std::string blockLine(const dxf::BlockRec& block, const ConversionJob& job,
                       const dxf::Drawing& drawing, const BlockLibrary& library,
                       const texts::Texts& texts) {
-  std::string line(texts(library.wasInserted(block.name) ? 2923 : 2924));
+  std::string line(
+      texts(library.wasInserted(block.name) ? TextId::ReportBlockUsed : TextId::ReportBlockUnused));
   line += base::toUtf8(block.name, drawing.encoding) + " ==> ";
   for (const std::string& part : library.partNames(block.name)) {
     line.append(part);
@@ -171,11 +178,11 @@ std::string blockLine(const dxf::BlockRec& block, const ConversionJob& job,
 void putBlocks(ReportText& text, const ConversionJob& job, const dxf::Drawing& drawing,
                const BlockLibrary& library, const texts::Texts& texts) {
   text.blank();
-  text.field(2921);
+  text.field(TextId::ReportBlocksTitle);
   text.blank();
-  text.field(2922);
-  text.field(2935);
-  if (job.blocks == kDrawBlocks) text.field(2925);
+  text.field(TextId::ReportBlocksHeader);
+  text.field(TextId::ReportRule);
+  if (job.blocks == kDrawBlocks) text.field(TextId::ReportBlocksDrawn);
   if (job.blocks != kUsedBlocksAsParts && job.blocks != kAllBlocksAsParts) return;
   Repetitions repetitions;
   for (std::size_t i = 0; i < drawing.blocks.size(); ++i) {
@@ -188,16 +195,17 @@ void putBlocks(ReportText& text, const ConversionJob& job, const dxf::Drawing& d
 
 void putCounts(ReportText& text, const ConversionResult& result, const texts::Texts& texts) {
   text.blank();
-  text.field(2926);
+  text.field(TextId::ReportEntriesTitle);
   text.blank();
-  text.field(2927);
-  text.field(2935);
+  text.field(TextId::ReportEntriesHeader);
+  text.field(TextId::ReportRule);
   for (const auto& [label, kind] : kCountLines) {
     text.line(std::string(label) + std::to_string(result.counts[static_cast<std::size_t>(kind)]));
   }
-  text.field(2935);
-  text.line(std::to_string(result.linesRead) + " " + std::string(texts(2928)));
-  text.line(std::to_string(result.commandCount) + " " + std::string(texts(2929)));
+  text.field(TextId::ReportRule);
+  text.line(std::to_string(result.linesRead) + " " + std::string(texts(TextId::ReportLinesRead)));
+  text.line(std::to_string(result.commandCount) + " " +
+            std::string(texts(TextId::ReportLinesWritten)));
   text.line("  ");
 }
 

@@ -7,18 +7,20 @@
 namespace quillon::convert {
 namespace {
 
+using texts::TextId;
+
 constexpr int kComplete = 100;
 
-int statusId(base::ReadPhase phase) {
+TextId statusId(base::ReadPhase phase) {
   switch (phase) {
     case base::ReadPhase::Header:
-      return 2834;
+      return TextId::StatusHeader;
     case base::ReadPhase::Blocks:
-      return 2835;
+      return TextId::StatusBlocks;
     case base::ReadPhase::Entities:
       break;
   }
-  return 2836;
+  return TextId::StatusEntities;
 }
 
 }  // namespace
@@ -34,7 +36,7 @@ void RunControl::setStatus(base::ReadPhase phase, std::uint64_t count) {
   letEventsRun(now);
 }
 
-void RunControl::setStatusText(int id) {
+void RunControl::setStatusText(TextId id) {
   host_.setStatus(texts_(id));
   letEventsRun(Clock::now());
 }

@@ -26,7 +26,7 @@ class RunControl : public base::RunMonitor {
   void waitForUser() override;
 
   /// Shows a text of the string table at once.
-  void setStatusText(int id);
+  void setStatusText(texts::TextId id);
   /// The error handler stops everything as a cancel does.
   void stop() { cancelled_ = true; }
   /// True when a cancel was seen.

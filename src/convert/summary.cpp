@@ -10,6 +10,8 @@ namespace quillon::convert {
 
 namespace {
 
+using texts::TextId;
+
 std::uint64_t sum(const rules::EntityCounts& counts) {
   return std::accumulate(counts.begin(), counts.end(), std::uint64_t{0});
 }
@@ -24,12 +26,13 @@ std::uint64_t entityCount(const ConversionResult& result) {
 
 std::string hiddenText(const ConversionResult& result, const texts::Texts& texts) {
   const std::uint64_t onLayers999 = sum(result.leftOut);
-  return onLayers999 == 0 ? std::string() : texts(3148, {std::to_string(onLayers999)});
+  return onLayers999 == 0 ? std::string()
+                          : texts(TextId::UnconvertedLeftOut, {std::to_string(onLayers999)});
 }
 
 std::string damageText(const ConversionResult& result, const texts::Texts& texts) {
   if (result.dropped.count == 0) return {};
-  return texts(3149,
+  return texts(TextId::DamagedLeftOut,
                {std::to_string(result.dropped.count), std::to_string(result.dropped.firstLine)});
 }
 
@@ -37,12 +40,13 @@ std::vector<Message> lossWarnings(const ConversionResult& result, const texts::T
   std::vector<Message> warnings;
   const auto add = [&](const std::string& text) {
     const std::string detail = base::quotable(result.dxfFile) + ": " + text;
-    warnings.push_back({MessageKind::Warning, std::string(texts(2805)), text, detail});
+    warnings.push_back(
+        {MessageKind::Warning, std::string(texts(TextId::WarningTitle)), text, detail});
   };
   const std::string damage = damageText(result, texts);
   if (!damage.empty()) add(damage);
   const std::string unknown = unknownKindsText(result);
-  if (!unknown.empty()) add(texts(3142, {unknown}));
+  if (!unknown.empty()) add(texts(TextId::UnknownLeftOut, {unknown}));
   return warnings;
 }
 

@@ -12,7 +12,7 @@
 namespace quillon::errors {
 namespace {
 
-constexpr int kUnknownError = 3511;
+using texts::TextId;
 
 std::int32_t numberOf(base::Fault fault) {
   switch (fault) {
@@ -77,9 +77,9 @@ FaultInfo describe(const std::exception_ptr& error, const texts::Texts& texts) {
   } catch (const std::exception& e) {
     return {kInvalidCall, e.what()};
   } catch (...) {
-    return {kInvalidCall, std::string(texts(kUnknownError))};
+    return {kInvalidCall, std::string(texts(TextId::UnknownError))};
   }
-  return {kInvalidCall, std::string(texts(kUnknownError))};
+  return {kInvalidCall, std::string(texts(TextId::UnknownError))};
 }
 
 }  // namespace quillon::errors

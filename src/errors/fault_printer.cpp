@@ -6,6 +6,8 @@
 namespace quillon::errors {
 namespace {
 
+using texts::TextId;
+
 std::string quotedFile(const ProgramIdentity& program) {
   return base::quotable(files::fromPath(program.protocolFile()));
 }
@@ -18,17 +20,19 @@ Continuation FaultPrinter::show(const FaultReport& report) {
   const std::string place = report.values[1] + "." + report.values[2];
   const std::string protocol = report.protocol();
   std::string lines =
-      prefix + texts(3509, {report.values[0], place, report.fault.description}) + "\n" + protocol;
+      prefix + texts(TextId::ErrorInProgram, {report.values[0], place, report.fault.description}) +
+      "\n" + protocol;
   std::erase(lines, '\r');
   if (saveProtocol(program_, protocol)) {
-    lines += prefix + texts(3510, {quotedFile(program_)}) + "\n";
+    lines += prefix + texts(TextId::ErrorProtocolWritten, {quotedFile(program_)}) + "\n";
   }
   print_(lines);
   return kLeave;
 }
 
 std::string crashNotice(const ProgramIdentity& program, int languageOffset) {
-  return program.fileName + ": " + texts::Texts(languageOffset)(3512, {quotedFile(program)}) + "\n";
+  return program.fileName + ": " +
+         texts::Texts(languageOffset)(TextId::ProgramCrashed, {quotedFile(program)}) + "\n";
 }
 
 }  // namespace quillon::errors

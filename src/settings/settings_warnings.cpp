@@ -10,6 +10,8 @@
 namespace quillon::settings {
 namespace {
 
+using texts::TextId;
+
 using convert::Message;
 using Option = convert::CommandLineOption;
 
@@ -68,13 +70,13 @@ std::vector<Message> loadingWarnings(const SettingsStore& store,
 std::vector<Message> fieldWarnings(const Settings& settings, const texts::Texts& texts) {
   const convert::Messages messages(texts);
   std::vector<Message> warnings;
-  const auto check = [&](int captionId, std::string_view text) {
+  const auto check = [&](TextId captionId, std::string_view text) {
     const auto note = convert::noteOn(texts::captionName(texts(captionId)), text);
     if (note) warnings.push_back(messages.numberCut(*note));
   };
-  check(912, settings.scale);
-  check(3130, settings.offsetX);
-  check(3131, settings.offsetY);
+  check(TextId::CaptionScale, settings.scale);
+  check(TextId::CaptionOffsetX, settings.offsetX);
+  check(TextId::CaptionOffsetY, settings.offsetY);
   return warnings;
 }
 

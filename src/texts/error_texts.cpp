@@ -9,7 +9,9 @@
 namespace quillon::texts {
 namespace {
 
-constexpr int kFirstFaultText = 3020;
+/// In the order of the faults.
+constexpr TextRow kFaultTexts = textRow(TextId::FaultBadGroupCode, TextId::FaultBadDash);
+static_assert(kFaultTexts.size() == static_cast<std::size_t>(base::Fault::BadDashLength) + 1);
 
 }  // namespace
 
@@ -17,7 +19,7 @@ std::string faultText(const base::RunTimeError& error, std::string_view drawing,
                       const Texts& texts) {
   std::string place = base::quotable(drawing);
   if (error.line() > 0) place += ":" + std::to_string(error.line());
-  const int id = kFirstFaultText + static_cast<int>(error.fault());
+  const TextId id = kFaultTexts[static_cast<std::size_t>(error.fault())];
   const std::string subject = base::quotable(base::toUtf8(error.subject(), base::Encoding::Utf8));
   if (!place.empty()) place += ": ";
   return place + texts(id, {subject});
@@ -26,21 +28,21 @@ std::string faultText(const base::RunTimeError& error, std::string_view drawing,
 std::string reasonText(int reason, const Texts& texts) {
   switch (reason) {
     case ENOENT:
-      return std::string(texts(3040));
+      return std::string(texts(TextId::ReasonNotFound));
     case EACCES:
     case EPERM:
-      return std::string(texts(3041));
+      return std::string(texts(TextId::ReasonNoPermission));
     case EISDIR:
-      return std::string(texts(3042));
+      return std::string(texts(TextId::ReasonIsDirectory));
     case ENOSPC:
-      return std::string(texts(3043));
+      return std::string(texts(TextId::ReasonNoSpace));
     case EROFS:
-      return std::string(texts(3044));
+      return std::string(texts(TextId::ReasonReadOnly));
     default:
       return std::generic_category().message(reason);
   }
 }
 
-std::string outOfMemoryText(const Texts& texts) { return std::string(texts(3028)); }
+std::string outOfMemoryText(const Texts& texts) { return std::string(texts(TextId::OutOfMemory)); }
 
 }  // namespace quillon::texts

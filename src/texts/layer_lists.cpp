@@ -5,11 +5,9 @@
 namespace quillon::texts {
 namespace {
 
-constexpr int kFirstBoardName = 20000;
-constexpr int kSuffix = 20051;  ///< " Userdefined"
-constexpr int kFirstSchematicName = 20052;
-constexpr int kLastSchematicName = 20057;
-constexpr int kUnconverted = 20058;
+/// Ends with the suffix of layers without a name of their own.
+constexpr TextRow kBoardNames = textRow(TextId::LayerTop, TextId::LayerUserDefined);
+constexpr TextRow kSchematicNames = textRow(TextId::LayerNets, TextId::LayerValues);
 
 constexpr int kFirstFreeLayer = 53;
 constexpr int kFirstSchematicLayer = 91;
@@ -21,19 +19,19 @@ class LayerList {
   explicit LayerList(const Texts& texts) : texts_(texts) {}
 
   /// Entries of the string table as they stand, without the language offset.
-  LayerList& names(int firstId, int lastId) {
-    for (int id = firstId; id <= lastId; ++id) entries_.emplace_back(loadString(id));
+  LayerList& names(TextRow ids) {
+    for (const TextId id : ids) entries_.emplace_back(loadString(id));
     return *this;
   }
   /// Layers without a name of their own.
   LayerList& free(int first, int last) {
     for (int number = first; number <= last; ++number) {
-      entries_.push_back(std::to_string(number).append(texts_(kSuffix)));
+      entries_.push_back(std::to_string(number).append(texts_(TextId::LayerUserDefined)));
     }
     return *this;
   }
   LayerList& unconverted() {
-    entries_.emplace_back(texts_(kUnconverted));
+    entries_.emplace_back(texts_(TextId::LayerUnconverted));
     return *this;
   }
   std::vector<std::string> take() { return std::move(entries_); }
@@ -48,7 +46,7 @@ class LayerList {
 // The board names end with the bare suffix in German in either language, as intended.
 std::vector<std::string> boardLayers(const Texts& texts) {
   return LayerList(texts)
-      .names(kFirstBoardName, kSuffix)
+      .names(kBoardNames)
       .free(kFirstFreeLayer, kFirstSchematicLayer - 1)
       .free(kLastSchematicLayer + 1, kLastLayer)
       .unconverted()
@@ -58,16 +56,16 @@ std::vector<std::string> boardLayers(const Texts& texts) {
 std::vector<std::string> schematicLayers(const Texts& texts) {
   return LayerList(texts)
       .free(kFirstFreeLayer, kFirstSchematicLayer - 1)
-      .names(kFirstSchematicName, kLastSchematicName)
+      .names(kSchematicNames)
       .free(kLastSchematicLayer + 1, kLastLayer)
       .take();
 }
 
 std::vector<std::string> editorLayers(const Texts& texts) {
   return LayerList(texts)
-      .names(kFirstBoardName, kSuffix)
+      .names(kBoardNames)
       .free(kFirstFreeLayer, kFirstSchematicLayer - 1)
-      .names(kFirstSchematicName, kLastSchematicName)
+      .names(kSchematicNames)
       .free(kLastSchematicLayer + 1, kLastLayer)
       .unconverted()
       .take();

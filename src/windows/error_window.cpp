@@ -17,16 +17,18 @@
 namespace quillon::windows {
 namespace {
 
-constexpr int kTraceNotice = 3500;
-constexpr int kFirstProtocolTip = 3501;
-constexpr int kFirstContinueTip = 3504;
-constexpr int kNoPrinter = 3508;
+using texts::TextId;
 
 // The captions are German in either language, as intended; the tool tips explain them.
 constexpr std::array<const char*, 3> kProtocolCaptions = {"&Speichern", "&EMail", "&Drucken"};
 constexpr std::array<const char*, 4> kContinueCaptions = {
     "Befehl wieder&holen", "Fortsetzen mit &nächsten Befehl", "&Prozedur verlassen",
     "Programm &beenden"};
+constexpr texts::TextRow kProtocolTips =
+    texts::textRow(TextId::ErrorTipSave, TextId::ErrorTipPrint);
+static_assert(kProtocolTips.size() == kProtocolCaptions.size());
+constexpr texts::TextRow kContinueTips = texts::textRow(TextId::ErrorTipRetry, TextId::ErrorTipEnd);
+static_assert(kContinueTips.size() == kContinueCaptions.size());
 constexpr const char* kMailNotice =
     "Es wird jetzt Ihr Standard-Email-Programm aufgerufen. Die Fehlerbeschreibung sowie das "
     "Fehlerprotokoll\n"
@@ -124,14 +126,14 @@ void ErrorWindow::makeCallStack(QVBoxLayout& layout) {
   layout.addWidget(frame, 1);
   if (program_.folder.empty()) return;
   const std::string file = files::fromPath(program_.traceFile());
-  QLabel* const notice =
-      makeLabel(this, "lblTrace", context_.text(kTraceNotice, {file, program_.supportAddress}));
+  QLabel* const notice = makeLabel(
+      this, "lblTrace", context_.text(TextId::ErrorCallsRecorded, {file, program_.supportAddress}));
   notice->setWordWrap(true);
   elideToLines(*notice);
   layout.addWidget(notice);
 }
 
-QPushButton* ErrorWindow::makeButton(const char* name, const char* caption, int toolTip) {
+QPushButton* ErrorWindow::makeButton(const char* name, const char* caption, TextId toolTip) {
   auto* const button = new QPushButton(QString::fromUtf8(caption), this);
   button->setObjectName(name);
   button->setToolTip(context_.text(toolTip));
@@ -146,8 +148,7 @@ void ErrorWindow::makeButtons(QVBoxLayout& layout) {
                                               &ErrorWindow::print};
   constexpr std::array<const char*, 3> kNames = {"cmdProtocol_0", "cmdProtocol_1", "cmdProtocol_2"};
   for (std::size_t i = 0; i < kActions.size(); ++i) {
-    QPushButton* const button =
-        makeButton(kNames[i], kProtocolCaptions[i], kFirstProtocolTip + static_cast<int>(i));
+    QPushButton* const button = makeButton(kNames[i], kProtocolCaptions[i], kProtocolTips[i]);
     connect(button, &QPushButton::clicked, this, [this, action = kActions[i]] { guarded(action); });
     row->addWidget(button);
   }
@@ -160,7 +161,7 @@ void ErrorWindow::makeButtons(QVBoxLayout& layout) {
   for (int i = 0; i < static_cast<int>(kContinueNames.size()); ++i) {
     const auto index = static_cast<std::size_t>(i);
     QPushButton* const button =
-        makeButton(kContinueNames[index], kContinueCaptions[index], kFirstContinueTip + i);
+        makeButton(kContinueNames[index], kContinueCaptions[index], kContinueTips[index]);
     button->setEnabled(allows(report_.allowed, i));
     connect(button, &QPushButton::clicked, this, [this, i] {
       choice_ = static_cast<errors::Continuation>(i);
@@ -205,7 +206,7 @@ void ErrorWindow::mail() {
 
 void ErrorWindow::print() {
   if (QPrinterInfo::defaultPrinter().isNull()) {
-    QMessageBox::warning(this, windowTitle(), context_.text(kNoPrinter));
+    QMessageBox::warning(this, windowTitle(), context_.text(TextId::NoPrinter));
     return;
   }
   QPrinter printer(QPrinterInfo::defaultPrinter());

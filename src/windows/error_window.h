@@ -28,7 +28,7 @@ class ErrorWindow : public QDialog {
   void makeCallStack(QVBoxLayout& layout);
   void makeButtons(QVBoxLayout& layout);
   QGroupBox* makeFrame(const char* name, const QString& caption);
-  QPushButton* makeButton(const char* name, const char* caption, int toolTip);
+  QPushButton* makeButton(const char* name, const char* caption, texts::TextId toolTip);
   void save();
   void mail();
   void print();

@@ -11,6 +11,8 @@
 namespace quillon::windows {
 namespace {
 
+using texts::TextId;
+
 constexpr std::string_view kModule = "frmConfig";
 constexpr int kGermanIndex = 1;
 
@@ -47,9 +49,9 @@ LanguageDialog::LanguageDialog(AppContext& context, std::function<void()> apply,
 }
 
 void LanguageDialog::loadResources() {
-  setWindowTitle(context_.text(3133).remove('&'));
-  ok_->setText(context_.text(1102));
-  cancel_->setText(context_.text(1101));
+  setWindowTitle(context_.text(TextId::CaptionLanguage).remove('&'));
+  ok_->setText(context_.text(TextId::EditorOk));
+  cancel_->setText(context_.text(TextId::EditorCancel));
 }
 
 int LanguageDialog::chosen() const {

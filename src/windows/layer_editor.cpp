@@ -27,9 +27,11 @@
 namespace quillon::windows {
 namespace {
 
+using texts::TextId;
+
 constexpr std::string_view kModule = "frmLayers";
-constexpr int kFirstToolTip = 1151;
-constexpr int kLastToolTip = 1161;
+constexpr texts::TextRow kToolTips =
+    texts::textRow(TextId::EditorTipBrowse, TextId::EditorTipAssignments);
 
 template <typename Widget>
 Widget* make(QWidget& parent, const char* name) {
@@ -159,24 +161,24 @@ void LayerEditor::reject() {
 }
 
 void LayerEditor::loadResources() {
-  setWindowTitle(context_.text(1100));
-  const auto caption = [this](auto* control, int id) { control->setText(context_.text(id)); };
-  caption(cancel_, 1101);
-  caption(ok_, 1102);
-  caption(browse_, 1103);
-  caption(scan_, 1104);
-  caption(save_, 1105);
-  caption(labLay_, 1106);
-  caption(help_, 1108);
-  caption(new_, 1109);
-  caption(saveAs_, 1110);
-  caption(labScan_, 1111);
-  caption(labLayer_, 1112);
-  caption(labCheck_, 1113);
-  caption(labDelHint_, 1114);
+  setWindowTitle(context_.text(TextId::EditorTitle));
+  const auto caption = [this](auto* control, TextId id) { control->setText(context_.text(id)); };
+  caption(cancel_, TextId::EditorCancel);
+  caption(ok_, TextId::EditorOk);
+  caption(browse_, TextId::EditorBrowse);
+  caption(scan_, TextId::EditorRead);
+  caption(save_, TextId::EditorSave);
+  caption(labLay_, TextId::EditorFile);
+  caption(help_, TextId::EditorHelp);
+  caption(new_, TextId::EditorNew);
+  caption(saveAs_, TextId::EditorSaveAs);
+  caption(labScan_, TextId::EditorScannedLayers);
+  caption(labLayer_, TextId::EditorAssignments);
+  caption(labCheck_, TextId::EditorCheckedHint);
+  caption(labDelHint_, TextId::EditorDeleteHint);
   grid_->loadResources();
   toolTips_.clear();
-  for (int id = kFirstToolTip; id <= kLastToolTip; ++id) toolTips_.add(*this, context_.texts()(id));
+  for (const TextId id : kToolTips) toolTips_.add(*this, context_.texts()(id));
 }
 
 void LayerEditor::layerScanDXF(const QString& drawing) {
@@ -190,11 +192,11 @@ void LayerEditor::layerScanDXF(const QString& drawing) {
       item->setFlags(item->flags() & ~Qt::ItemIsUserCheckable);
     }
   } catch (const base::RunTimeError& error) {
-    QMessageBox::warning(this, context_.text(2804),
+    QMessageBox::warning(this, context_.text(TextId::FileErrorTitle),
                          toQt(texts::faultText(error, fromQt(drawing), texts)));
   } catch (const base::ReadError& error) {
     const std::string reason = texts::reasonText(error.reason(), texts);
-    QMessageBox::warning(this, context_.text(2804),
+    QMessageBox::warning(this, context_.text(TextId::FileErrorTitle),
                          toQt(messages.unreadableText(fromQt(drawing), reason)));
   }
   markAssigned();
@@ -230,8 +232,9 @@ void LayerEditor::btnScan_Click() {
   ok_->setFocus();
   tellOfAnotherKind();
   if (rows_.leftOut() == 0) return;
-  QMessageBox::information(this, context_.text(1300),
-                           context_.text(3160, {std::to_string(rows.size())}));
+  QMessageBox::information(
+      this, context_.text(TextId::EditorWarningTitle),
+      context_.text(TextId::EditorShowsFirstRows, {std::to_string(rows.size())}));
 }
 
 /// A file that holds no assignments because it is something else is read as empty.
@@ -240,7 +243,7 @@ void LayerEditor::tellOfAnotherKind() {
   const convert::LayerFileKind kind = convert::layerFileKind(path, files::readWholeFile(path));
   if (kind == convert::LayerFileKind::LayerFile) return;
   const texts::Texts texts = context_.texts();
-  QMessageBox::warning(this, context_.text(1302),
+  QMessageBox::warning(this, context_.text(TextId::EditorErrorTitle),
                        toQt(convert::Messages(texts).notALayerFileText(path, kind)));
 }
 
@@ -290,7 +293,7 @@ QString LayerEditor::askForPath() {
   dialog.Filter = QStringLiteral("*.LAY") + QChar(u'\0') + "*.LAY";
   dialog.setFilename(offered.isEmpty() ? "*.LAY" : toQt(files::lastComponent(fromQt(offered))));
   dialog.DefaultExt = "LAY";
-  dialog.DialogTitle = context_.text(1305);
+  dialog.DialogTitle = context_.text(TextId::EditorSaveDialogTitle);
   const QString startPath = offered.isEmpty() ? path_->text() : offered;
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(startPath)));
   return dialog.ShowSave(this);
@@ -309,9 +312,9 @@ bool LayerEditor::saveLayers(QString path) {
                                  ? inFile - settings::LayerRows::kMostRows
                                  : rows_.leftOut();
   if (unseen > 0 &&
-      askQuestion(context_, this, context_.text(1300),
-                  context_.text(3161, {std::to_string(unseen)}), QMessageBox::Yes | QMessageBox::No,
-                  QMessageBox::No) != QMessageBox::Yes) {
+      askQuestion(context_, this, context_.text(TextId::EditorWarningTitle),
+                  context_.text(TextId::EditorLosesRows, {std::to_string(unseen)}),
+                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes) {
     return false;
   }
   const texts::Texts texts = context_.texts();
@@ -328,7 +331,7 @@ bool LayerEditor::saveLayers(QString path) {
     failure = messages.unreadableText(fromQt(path), texts::reasonText(error.reason(), texts));
   }
   if (!failure.empty()) {
-    QMessageBox::critical(this, context_.text(1302), toQt(failure));
+    QMessageBox::critical(this, context_.text(TextId::EditorErrorTitle), toQt(failure));
     return false;
   }
   rows_.setSaved();
@@ -354,27 +357,27 @@ void LayerEditor::tellWhatIsMissing() {
     names << toQt(base::quotable(fromQt(name)));
   }
   if (names.isEmpty()) return;
-  QMessageBox::information(this, context_.text(1300),
-                           context_.text(3162, {fromQt(names.join(", "))}));
+  QMessageBox::information(this, context_.text(TextId::EditorWarningTitle),
+                           context_.text(TextId::EditorRowsNotSaved, {fromQt(names.join(", "))}));
 }
 
 /// What became of rows that are not saved, by the answer to a question of the string table.
-LayerEditor::Unsaved LayerEditor::askAboutUnsaved(int question) {
+LayerEditor::Unsaved LayerEditor::askAboutUnsaved(TextId question) {
   grid_->commit();
   if (!rows_.modified()) return Unsaved::Nothing;
-  const auto answer =
-      askQuestion(context_, this, context_.text(1300), context_.text(question),
-                  QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+  const auto answer = askQuestion(
+      context_, this, context_.text(TextId::EditorWarningTitle), context_.text(question),
+      QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
   if (answer == QMessageBox::No) return Unsaved::Left;
   // What could not be saved is not lost; without an answer nothing is done.
   const bool saved = answer == QMessageBox::Yes && saveLayers(path_->text());
   return saved ? Unsaved::Saved : Unsaved::Kept;
 }
 
-bool LayerEditor::mayDiscard() { return askAboutUnsaved(1301) != Unsaved::Kept; }
+bool LayerEditor::mayDiscard() { return askAboutUnsaved(TextId::EditorUnsaved) != Unsaved::Kept; }
 
 bool LayerEditor::offerToSave() {
-  const Unsaved rows = askAboutUnsaved(3230);
+  const Unsaved rows = askAboutUnsaved(TextId::EditorUnsavedBeforeOk);
   if (rows == Unsaved::Saved) accepted_(path_->text());
   return rows != Unsaved::Kept;
 }
@@ -387,7 +390,8 @@ void LayerEditor::OKButton_Click() {
 
 void LayerEditor::befHilfe_Click() {
   if (!openHelp(context_, kLayerEditorHelp, this)) {
-    QMessageBox::warning(this, context_.text(956), context_.text(957));
+    QMessageBox::warning(this, context_.text(TextId::HelpErrorTitle),
+                         context_.text(TextId::HelpMissing));
   }
 }
 

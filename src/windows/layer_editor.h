@@ -41,7 +41,7 @@ class LayerEditor : public QDialog {
   /// Asks what to do with a table that is not saved. False to go on with it.
   bool mayDiscard();
   enum class Unsaved { Nothing, Saved, Left, Kept };
-  Unsaved askAboutUnsaved(int question);
+  Unsaved askAboutUnsaved(texts::TextId question);
   void makeControls();
   void layOut();
   void connectControls();

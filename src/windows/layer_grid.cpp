@@ -19,11 +19,7 @@
 namespace quillon::windows {
 namespace {
 
-// Entries that Qt's own menus have as well.
-constexpr int kUndoText = 3326;
-constexpr int kCutText = 3328;
-constexpr int kCopyText = 3329;
-constexpr int kPasteText = 3330;
+using texts::TextId;
 
 constexpr std::string_view kModule = "grdLayers";
 constexpr int kRowCount = static_cast<int>(settings::LayerRows::kMostRows);
@@ -55,7 +51,9 @@ LayerGrid::LayerGrid(AppContext& context, settings::LayerRows& rows, QWidget* pa
   });
 }
 
-void LayerGrid::loadResources() { setHorizontalHeaderLabels(headerCaptions(context_.text(1107))); }
+void LayerGrid::loadResources() {
+  setHorizontalHeaderLabels(headerCaptions(context_.text(TextId::EditorHeader)));
+}
 
 void LayerGrid::refresh() {
   refreshing_ = true;
@@ -109,7 +107,8 @@ void LayerGrid::cellEdited(int row, int column) {
 void LayerGrid::warnOfDuplicate() {
   const int row = std::exchange(uncheckedRow_, -1);
   if (row < 0 || !rows_.isDuplicate(at(row))) return;
-  QMessageBox::critical(this, context_.text(1302), context_.text(1304));
+  QMessageBox::critical(this, context_.text(TextId::EditorErrorTitle),
+                        context_.text(TextId::EditorLayerNameTaken));
 }
 
 QList<int> LayerGrid::selectedRows() const {
@@ -260,15 +259,16 @@ void LayerGrid::showMenu(const QContextMenuEvent& event) {
     entry->setShortcut(keys);
     entry->setEnabled(enabled);
   };
-  add(context_.text(kUndoText), QKeySequence::Undo, rows_.canUndo(), &LayerGrid::undo);
+  add(context_.text(TextId::QtUndo), QKeySequence::Undo, rows_.canUndo(), &LayerGrid::undo);
   menu.addSeparator();
-  add(context_.text(kCutText), QKeySequence::Cut, any, &LayerGrid::cut);
-  add(context_.text(kCopyText), QKeySequence::Copy, any, &LayerGrid::copy);
-  add(context_.text(kPasteText), QKeySequence::Paste,
+  add(context_.text(TextId::QtCut), QKeySequence::Cut, any, &LayerGrid::cut);
+  add(context_.text(TextId::QtCopy), QKeySequence::Copy, any, &LayerGrid::copy);
+  add(context_.text(TextId::QtPaste), QKeySequence::Paste,
       !QGuiApplication::clipboard()->text().isEmpty(), &LayerGrid::paste);
-  add(context_.text(3158), QKeySequence(Qt::Key_Delete), any, &LayerGrid::clearSelectedRows);
+  add(context_.text(TextId::GridClearRows), QKeySequence(Qt::Key_Delete), any,
+      &LayerGrid::clearSelectedRows);
   menu.addSeparator();
-  add(context_.text(3157), {}, any, &LayerGrid::chooseLayer);
+  add(context_.text(TextId::GridAssignLayer), {}, any, &LayerGrid::chooseLayer);
   const bool byKeyboard = event.reason() == QContextMenuEvent::Keyboard;
   menu.exec(byKeyboard ? viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft())
                        : event.globalPos());

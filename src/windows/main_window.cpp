@@ -23,9 +23,10 @@
 namespace quillon::windows {
 namespace {
 
+using texts::TextId;
+
 constexpr std::string_view kModule = "frmDXF";
-constexpr int kFirstToolTip = 971;
-constexpr int kLastToolTip = 995;
+constexpr texts::TextRow kToolTips = texts::textRow(TextId::TipSave, TextId::TipBlocks);
 
 /// The cursor of a window that is busy.
 class BusyCursor {
@@ -290,7 +291,8 @@ void MainWindow::befSave_Click() {
     showSaveFailure(context_, this);
     return;
   }
-  showNotice(context_.text(3098, {base::quotable(files::fromPath(context_.store.file()))}));
+  showNotice(context_.text(TextId::SettingsSaved,
+                           {base::quotable(files::fromPath(context_.store.file()))}));
 }
 
 void MainWindow::befHilfe_Click() { openHelp(context_, kMainWindowHelp, this); }
@@ -304,7 +306,7 @@ void MainWindow::labViewer_Click() {
   try {
     ShellEx(context_, {QUILLON_VIEWER_PAGE, kShowDefault, {}, {}, "open"}, this);
   } catch (const ShellError& error) {
-    QMessageBox::critical(this, context_.text(2811), toQt(error.what()));
+    QMessageBox::critical(this, context_.text(TextId::ErrorTitle), toQt(error.what()));
   }
 }
 
@@ -344,55 +346,57 @@ void MainWindow::applyLanguage() {
 }
 
 void MainWindow::loadResources() {
-  const auto caption = [this](auto* control, int id) { control->setText(context_.text(id)); };
-  setWindowTitle(context_.text(900));
-  caption(controls_.befSave, 901);
-  caption(controls_.befHilfe, 902);
-  caption(controls_.befStart, 904);
-  caption(controls_.befEnde, 905);
-  caption(controls_.labDXF, 906);
-  caption(controls_.labScript, 907);
-  caption(controls_.btnDXFbrowse, 908);
-  caption(controls_.btnSCRbrowse, 909);
-  caption(controls_.labBRDSCH, 910);
-  controls_.frmOpt->setTitle(context_.text(911));
-  caption(controls_.labScale, 912);
-  caption(controls_.labLayer, 913);
-  caption(controls_.labUnit, 914);
-  controls_.fraOpt2->setTitle(context_.text(915));
-  caption(controls_.chkBRDSCH[0], 916);
-  caption(controls_.chkBRDSCH[1], 917);
-  caption(controls_.chkBRDSCH[2], 929);
-  caption(controls_.chkBRDSCH[3], 930);
-  caption(controls_.chkEllipses, 918);
-  caption(controls_.chkDotLines, 919);
-  caption(controls_.chkReport, 920);
-  caption(controls_.labLayers, 922);
-  caption(controls_.befLayeredit, 903);
-  caption(controls_.befLayeredit, 923);  // the second caption is the one shown
-  caption(controls_.labVersion, 925);
-  caption(controls_.labPoly, 926);
-  caption(controls_.labBlocks, 927);
-  caption(controls_.btnBRDbrowse, 928);
-  caption(controls_.chkArc, 931);
-  caption(controls_.labViewDesc, 932);
-  caption(controls_.labOffsetX, 3130);
-  caption(controls_.labOffsetY, 3131);
-  caption(controls_.chkStartSCR, 3132);
-  caption(controls_.befLanguage, 3133);
+  const auto caption = [this](auto* control, TextId id) { control->setText(context_.text(id)); };
+  setWindowTitle(context_.text(TextId::CaptionProgram));
+  caption(controls_.befSave, TextId::CaptionSave);
+  caption(controls_.befHilfe, TextId::CaptionHelp);
+  caption(controls_.befStart, TextId::CaptionStart);
+  caption(controls_.befEnde, TextId::CaptionExit);
+  caption(controls_.labDXF, TextId::CaptionDrawing);
+  caption(controls_.labScript, TextId::CaptionScript);
+  caption(controls_.btnDXFbrowse, TextId::CaptionBrowseDrawing);
+  caption(controls_.btnSCRbrowse, TextId::CaptionBrowseScript);
+  caption(controls_.labBRDSCH, TextId::CaptionDrawingName);
+  controls_.frmOpt->setTitle(context_.text(TextId::CaptionTarget));
+  caption(controls_.labScale, TextId::CaptionScale);
+  caption(controls_.labLayer, TextId::CaptionStandardLayer);
+  caption(controls_.labUnit, TextId::CaptionUnit);
+  controls_.fraOpt2->setTitle(context_.text(TextId::CaptionOptions));
+  caption(controls_.chkBRDSCH[0], TextId::CaptionBoard);
+  caption(controls_.chkBRDSCH[1], TextId::CaptionSchematic);
+  caption(controls_.chkBRDSCH[2], TextId::CaptionPackage);
+  caption(controls_.chkBRDSCH[3], TextId::CaptionSymbol);
+  caption(controls_.chkEllipses, TextId::CaptionEllipses);
+  caption(controls_.chkDotLines, TextId::CaptionDottedLines);
+  caption(controls_.chkReport, TextId::CaptionShowReport);
+  caption(controls_.labLayers, TextId::CaptionLayerFile);
+  caption(controls_.befLayeredit, TextId::CaptionLayers);
+  caption(controls_.befLayeredit,
+          TextId::CaptionAssignLayers);  // the second caption is the one shown
+  caption(controls_.labVersion, TextId::CaptionVersion);
+  caption(controls_.labPoly, TextId::CaptionPolylines);
+  caption(controls_.labBlocks, TextId::CaptionBlocks);
+  caption(controls_.btnBRDbrowse, TextId::CaptionBrowseName);
+  caption(controls_.chkArc, TextId::CaptionLargeArcs);
+  caption(controls_.labViewDesc, TextId::CaptionViewer);
+  caption(controls_.labOffsetX, TextId::CaptionOffsetX);
+  caption(controls_.labOffsetY, TextId::CaptionOffsetY);
+  caption(controls_.chkStartSCR, TextId::CaptionStartScript);
+  caption(controls_.befLanguage, TextId::CaptionLanguage);
   controls_.labViewer->setText("<a href=\"viewer\">free DXF Viewer</a>");
   controls_.result->loadResources();
-  const auto refill = [this](QComboBox* list, int firstId, int index) {
+  const auto refill = [this](QComboBox* list, texts::TextRow entries, int index) {
     list->clear();
-    for (int id = firstId; id < firstId + 3; ++id) list->addItem(context_.text(id));
+    for (const TextId id : entries) list->addItem(context_.text(id));
     list->setCurrentIndex(index);
   };
-  refill(controls_.cboPoly, 950, 2);
-  refill(controls_.cboBlocks, 953, 0);
+  refill(controls_.cboPoly,
+         texts::textRow(TextId::PolylinesWithoutWidth, TextId::PolylinesAsPolygons), 2);
+  refill(controls_.cboBlocks, texts::textRow(TextId::BlocksDrawn, TextId::BlocksAll), 0);
   controls_.cboUnit->setCurrentIndex(2);
   controls_.cboVersion->setCurrentIndex(1);
   toolTips_.clear();
-  for (int id = kFirstToolTip; id <= kLastToolTip; ++id) toolTips_.add(*this, context_.texts()(id));
+  for (const TextId id : kToolTips) toolTips_.add(*this, context_.texts()(id));
 }
 
 }  // namespace quillon::windows

@@ -14,6 +14,8 @@
 namespace quillon::windows {
 namespace {
 
+using texts::TextId;
+
 constexpr std::string_view kModule = "frmDXF";
 
 /// The path of the one local file that is dragged, or "".
@@ -71,8 +73,9 @@ convert::ConversionJob MainWindow::jobShown() const {
 
 void MainWindow::warnOfSplitPath() {
   if (context_.line.splitPath.empty()) return;
-  QMessageBox::warning(this, context_.text(2805),
-                       context_.text(3072, {base::quotable(context_.line.splitPath)}));
+  QMessageBox::warning(
+      this, context_.text(TextId::WarningTitle),
+      context_.text(TextId::PathSplitBySlash, {base::quotable(context_.line.splitPath)}));
 }
 
 void MainWindow::followDrawing() {
@@ -91,10 +94,10 @@ void MainWindow::putScriptBeside() {
 void MainWindow::browseForDrawing() {
   ObjFiledialog dialog(context_);
   dialog.setFilename("*.*");
-  dialog.Filter1Text = context_.text(961);
+  dialog.Filter1Text = context_.text(TextId::DrawingFiles);
   // Every file, so that drawings of any extension can be chosen: intended.
   dialog.Filter1Suffix = "*.*";
-  dialog.DialogTitle = context_.text(962);
+  dialog.DialogTitle = context_.text(TextId::DrawingDialogTitle);
   dialog.Flags = kOpenFlags;
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtDXFDatei->path())));
   const QString path = dialog.ShowOpen(this);
@@ -104,11 +107,11 @@ void MainWindow::browseForDrawing() {
 void MainWindow::browseForScript() {
   ObjFiledialog dialog(context_);
   dialog.setFilename("*.SCR");
-  dialog.Filter1Text = context_.text(963);
+  dialog.Filter1Text = context_.text(TextId::ScriptFiles);
   dialog.Filter1Suffix = "*.scr";
-  dialog.Filter2Text = context_.text(964);
+  dialog.Filter2Text = context_.text(TextId::AllFiles);
   dialog.Filter2Suffix = "*.*";
-  dialog.DialogTitle = context_.text(965);
+  dialog.DialogTitle = context_.text(TextId::ScriptDialogTitle);
   dialog.Flags = kNameFlags;
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtScriptdatei->path())));
   const QString path = dialog.ShowOpen(this);
@@ -122,7 +125,7 @@ void MainWindow::browseForName() {
   dialog.setFilename("*");
   dialog.Filter1Text = "BRD_SCH_LBR_Name";
   dialog.Filter1Suffix = "*";
-  dialog.DialogTitle = context_.text(960);
+  dialog.DialogTitle = context_.text(TextId::DrawingNameDialogTitle);
   dialog.Flags = kNameFlags;
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtBRDname->text())));
   const QString path = dialog.ShowOpen(this);

@@ -9,6 +9,8 @@
 namespace quillon::windows {
 namespace {
 
+using texts::TextId;
+
 constexpr int kComplete = 100;
 constexpr int kLeastWidth = 60;  ///< in characters
 
@@ -62,12 +64,12 @@ ProgressDialog::ProgressDialog(AppContext& context, QWidget* parent)
 }
 
 void ProgressDialog::loadResources() {
-  setWindowTitle(context_.text(2600));
-  cancelButton_->setText(context_.text(2601));
-  readPrefix_ = context_.text(2602) + ' ';
-  writePrefix_ = context_.text(2603) + ' ';
-  readLabel_->setText(context_.text(2602));
-  writeLabel_->setText(context_.text(2603));
+  setWindowTitle(context_.text(TextId::ProgressTitle));
+  cancelButton_->setText(context_.text(TextId::ProgressCancel));
+  readPrefix_ = context_.text(TextId::ProgressReading) + ' ';
+  writePrefix_ = context_.text(TextId::ProgressWriting) + ' ';
+  readLabel_->setText(context_.text(TextId::ProgressReading));
+  writeLabel_->setText(context_.text(TextId::ProgressWriting));
   status_->clear();
   readBar_->setValue(0);
   writeBar_->setValue(0);

@@ -4,16 +4,13 @@ namespace quillon::windows {
 namespace {
 
 /// These entries of the string table have Qt's text as their English one.
-constexpr int kFirstText = 3300;
-constexpr int kLastText = 3499;
+constexpr texts::TextRow kQtTexts = texts::textRow(texts::TextId::QtOK, texts::TextId::QtDel);
 
 }  // namespace
 
 QtTexts::QtTexts(const AppContext& context) : context_(context) {
-  for (int id = kFirstText; id <= kLastText; ++id) {
-    const std::string_view text = texts::loadString(texts::kEnglish + id);
-    if (!text.empty()) ids_.emplace(text, id);
-  }
+  const texts::Texts english(texts::kEnglish);
+  for (const texts::TextId id : kQtTexts) ids_.emplace(english(id), id);
 }
 
 // The programs have no texts of their own here, so the context need not be looked at.

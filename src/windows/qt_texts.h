@@ -21,7 +21,7 @@ class QtTexts : public QTranslator {
 
  private:
   const AppContext& context_;
-  std::unordered_map<std::string_view, int> ids_;  ///< by Qt's text
+  std::unordered_map<std::string_view, texts::TextId> ids_;  ///< by Qt's text
 };
 
 }  // namespace quillon::windows

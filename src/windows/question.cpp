@@ -4,6 +4,8 @@
 
 namespace quillon::windows {
 
+using texts::TextId;
+
 QMessageBox::StandardButton askQuestion(const AppContext& context, QWidget* parent,
                                         const QString& title, const QString& text,
                                         QMessageBox::StandardButtons buttons,
@@ -16,9 +18,9 @@ QMessageBox::StandardButton askQuestion(const AppContext& context, QWidget* pare
   const auto caption = [&box](QMessageBox::StandardButton button, const QString& label) {
     if (box.button(button) != nullptr) box.button(button)->setText(label);
   };
-  caption(QMessageBox::Yes, context.text(3155));
-  caption(QMessageBox::No, context.text(3156));
-  caption(QMessageBox::Cancel, context.text(1101));
+  caption(QMessageBox::Yes, context.text(TextId::AnswerYes));
+  caption(QMessageBox::No, context.text(TextId::AnswerNo));
+  caption(QMessageBox::Cancel, context.text(TextId::EditorCancel));
   return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 

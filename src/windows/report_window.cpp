@@ -17,6 +17,8 @@
 namespace quillon::windows {
 namespace {
 
+using texts::TextId;
+
 constexpr std::string_view kModule = "frmReport";
 constexpr int kColumns = 98;
 constexpr int kRows = 40;
@@ -61,10 +63,10 @@ ReportWindow::ReportWindow(AppContext& context, QWidget* parent)
 }
 
 void ReportWindow::loadResources() {
-  setWindowTitle(context_.text(2401));
-  ok_->setText(context_.text(2402));
-  copy_->setText(context_.text(3151));
-  save_->setText(context_.text(3152));
+  setWindowTitle(context_.text(TextId::ReportWindowTitle));
+  ok_->setText(context_.text(TextId::ReportWindowClose));
+  copy_->setText(context_.text(TextId::ReportWindowCopy));
+  save_->setText(context_.text(TextId::ReportWindowSaveAs));
 }
 
 void ReportWindow::loadInfo(std::string_view report) {
@@ -74,8 +76,8 @@ void ReportWindow::loadInfo(std::string_view report) {
     report_.clear();
     info_->clear();
     const std::string folder = files::fromPath(context_.store.programFolder());
-    QMessageBox::critical(this, context_.text(2811),
-                          context_.text(3163, {folder + "\\Convers.lgf"}));
+    QMessageBox::critical(this, context_.text(TextId::ErrorTitle),
+                          context_.text(TextId::ReportFileNotLoaded, {folder + "\\Convers.lgf"}));
   }
 }
 
@@ -86,7 +88,7 @@ void ReportWindow::fill(std::string_view report) {
 
 void ReportWindow::save() {
   ObjFiledialog dialog(context_);
-  dialog.Filter1Text = context_.text(3153);
+  dialog.Filter1Text = context_.text(TextId::TextFiles);
   dialog.Filter1Suffix = "*.txt";
   dialog.DefaultExt = "txt";
   const QString path = dialog.ShowSave(this);
@@ -98,7 +100,7 @@ void ReportWindow::save() {
   } catch (const files::WriteError& error) {
     const texts::Texts texts = context_.texts();
     const convert::Messages messages(texts);
-    QMessageBox::critical(this, context_.text(2811),
+    QMessageBox::critical(this, context_.text(TextId::ErrorTitle),
                           toQt(messages.unwritableText(fromQt(path), target, error.reason())));
   }
 }

@@ -18,6 +18,8 @@
 namespace quillon::windows {
 namespace {
 
+using texts::TextId;
+
 constexpr std::string_view kModule = "fraResult";
 constexpr int kLeastCharacters = 32;  ///< of a line, and of a path in it
 constexpr int kGap = 16;              ///< that a scroll bar may have beside it
@@ -67,13 +69,13 @@ void ResultPanel::openFolder() {
     request.file = folder_;
     ShellEx(context_, request, this);
   } catch (const ShellError& error) {
-    QMessageBox::warning(this, context_.text(2811), toQt(error.what()));
+    QMessageBox::warning(this, context_.text(TextId::ErrorTitle), toQt(error.what()));
   }
 }
 
 void ResultPanel::loadResources() {
-  openFolder_->setText(context_.text(3144));
-  copyCommand_->setText(context_.text(3145));
+  openFolder_->setText(context_.text(TextId::ResultOpenFolder));
+  copyCommand_->setText(context_.text(TextId::ResultCopyCommand));
   notice_.clear();  // it is in the language of before
   refresh();
 }
@@ -165,7 +167,8 @@ bool ResultPanel::eventFilter(QObject* watched, QEvent* event) {
 QString ResultPanel::text() const {
   QStringList lines;
   if (result_) lines = resultLines(*result_);
-  if (!keptLayers_.isEmpty()) lines << context_.text(3210, {fromQt(keptLayers_)});
+  if (!keptLayers_.isEmpty())
+    lines << context_.text(TextId::LayerFileStillInUse, {fromQt(keptLayers_)});
   if (!notice_.isEmpty()) lines << notice_;
   return lines.join('\n');
 }
@@ -174,18 +177,19 @@ QStringList ResultPanel::resultLines(const convert::ConversionResult& result) co
   const std::string drawing = fromQt(pathText(result.dxfFile));
   const std::string script = fromQt(pathText(result.scriptFile));
   QStringList lines;
-  lines << context_.text(3140, {std::to_string(convert::entityCount(result)), drawing,
-                                std::to_string(result.fileLinesRead)})
-        << context_.text(3141, {std::to_string(result.commandCount), script});
+  lines << context_.text(TextId::ResultEntities, {std::to_string(convert::entityCount(result)),
+                                                  drawing, std::to_string(result.fileLinesRead)})
+        << context_.text(TextId::ResultLines, {std::to_string(result.commandCount), script});
   const std::string unknown = convert::unknownKindsText(result);
-  if (!unknown.empty()) lines << context_.text(3142, {unknown});
+  if (!unknown.empty()) lines << context_.text(TextId::UnknownLeftOut, {unknown});
   for (const std::string& line : {convert::hiddenText(result, context_.texts()),
                                   convert::damageText(result, context_.texts())}) {
     if (!line.empty()) lines << toQt(line);
   }
-  if (result.outcome == convert::Outcome::Cancelled) lines << context_.text(3146);
-  if (result.rangeWarning) lines << context_.text(3147);
-  if (!command_.isEmpty()) lines << context_.text(3143, {fromQt(command_)});
+  if (result.outcome == convert::Outcome::Cancelled)
+    lines << context_.text(TextId::ResultCancelled);
+  if (result.rangeWarning) lines << context_.text(TextId::ResultOutsideRange);
+  if (!command_.isEmpty()) lines << context_.text(TextId::ResultCommand, {fromQt(command_)});
   return lines;
 }
 

@@ -6,9 +6,12 @@
 
 namespace quillon::windows {
 
+using texts::TextId;
+
 void showSaveFailure(const AppContext& context, QWidget* parent) {
   const std::string folder = files::fromPath(context.store.programFolder());
-  QMessageBox::warning(parent, context.text(2805), context.text(3150, {folder}));
+  QMessageBox::warning(parent, context.text(TextId::WarningTitle),
+                       context.text(TextId::SettingsNotSaved, {folder}));
 }
 
 }  // namespace quillon::windows

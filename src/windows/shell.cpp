@@ -7,25 +7,26 @@
 namespace quillon::windows {
 namespace {
 
+using texts::TextId;
+
 struct ResultText {
   int result;
-  int id;
+  TextId id;
 };
 
-constexpr std::array<ResultText, 13> kResultTexts = {{{0, 4000},
-                                                      {2, 4001},
-                                                      {3, 4002},
-                                                      {5, 4004},
-                                                      {8, 4012},
-                                                      {11, 4003},
-                                                      {26, 4014},
-                                                      {27, 4005},
-                                                      {28, 4008},
-                                                      {29, 4007},
-                                                      {30, 4006},
-                                                      {31, 4011},
-                                                      {32, 4009}}};
-constexpr int kAnyOther = 4015;
+constexpr std::array<ResultText, 13> kResultTexts = {{{0, TextId::OpenOutOfMemory},
+                                                      {2, TextId::OpenFileNotFound},
+                                                      {3, TextId::OpenPathNotFound},
+                                                      {5, TextId::OpenAccessDenied},
+                                                      {8, TextId::OpenNoMemory},
+                                                      {11, TextId::OpenBadProgram},
+                                                      {26, TextId::OpenSharingViolation},
+                                                      {27, TextId::OpenBadAssociation},
+                                                      {28, TextId::OpenTimedOut},
+                                                      {29, TextId::OpenDdeFailed},
+                                                      {30, TextId::OpenProgramBusy},
+                                                      {31, TextId::OpenNoAssociation},
+                                                      {32, TextId::OpenDllMissing}}};
 constexpr int kLastFailure = 32;
 
 }  // namespace
@@ -34,7 +35,7 @@ std::string_view shellErrorText(int result, const texts::Texts& texts) {
   for (const auto& [known, id] : kResultTexts) {
     if (known == result) return texts(id);
   }
-  return texts(kAnyOther);
+  return texts(TextId::OpenFailed);
 }
 
 bool ShellEx(const AppContext& context, const ShellRequest& request, QWidget* owner) {

@@ -10,6 +10,8 @@
 namespace quillon::windows {
 namespace {
 
+using texts::TextId;
+
 /// The lines of a message box.
 QString boxText(const std::string& text) { return toQt(text).replace('\r', '\n').trimmed(); }
 
@@ -31,7 +33,7 @@ bool WindowHost::ask(const convert::Message& question) {
 
 bool WindowHost::goOnPastLimit(const convert::Message& limit) {
   convert::Message question = limit;
-  question.text += "\r" + fromQt(context_.text(3159));
+  question.text += "\r" + fromQt(context_.text(TextId::GoOnWithoutLimits));
   return ask(question);
 }
 

@@ -37,7 +37,7 @@ TEST_F(RunControlTest, PutsABlankBeforeTheCount) {
 
 TEST_F(RunControlTest, ShowsTheTextOfAnId) {
   RunControl control(host, german, {});
-  control.setStatusText(2839);
+  control.setStatusText(texts::TextId::StatusConverting);
   EXPECT_EQ(host.statuses, Strings{"Konvertiere Daten"});
   EXPECT_GT(host.events, 0);
 }

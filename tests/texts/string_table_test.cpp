@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <type_traits>
 
 #include "texts/expect_texts.h"
 
@@ -121,21 +122,42 @@ TEST(StringTable, GivesNothingForAnIdWithoutAnEntry) {
 }
 
 TEST(StringTable, AnOffsetThatIsNoLanguageHitsUnrelatedEntriesOrNone) {
-  const Texts texts(5);
-  EXPECT_EQ(texts(2800), "Warnung");  // 2805
-  EXPECT_EQ(texts(1000), "");         // 1005
+  const Texts texts(1);
+  EXPECT_EQ(texts(TextId::FileErrorTitle), "Warnung");  // 2805
+  EXPECT_EQ(texts(TextId::EditorDeleteHint), "");       // 1115
+}
+
+TEST(StringTable, FindsEveryNameUnderItsNumber) {
+  for (const TextId id : kTextIds) EXPECT_NE(loadString(id), "") << static_cast<int>(id);
+  EXPECT_EQ(loadString(TextId::ErrorTitle), loadString(2811));
+  EXPECT_EQ(loadString(TextId::LayerUnconverted), loadString(20058));
+}
+
+TEST(TextRow, IncludesBothEndsAndSkipsUnusedNumbers) {
+  constexpr TextRow kRow = textRow(TextId::TipStartScript, TextId::TipPolylines);
+  ASSERT_EQ(kRow.size(), 4U);
+  EXPECT_EQ(kRow[0], TextId::TipStartScript);  // 989
+  EXPECT_EQ(kRow[1], TextId::TipUnit);         // 991
+  EXPECT_EQ(kRow[2], TextId::TipVersion);      // 992
+  EXPECT_EQ(kRow[3], TextId::TipPolylines);    // 994
+}
+
+TEST(Texts, TakeNamesAlone) {
+  EXPECT_TRUE((std::is_invocable_v<Texts, TextId>));
+  EXPECT_FALSE((std::is_invocable_v<Texts, int>));
 }
 
 TEST(Texts, AddTheLanguageOffsetToTheId) {
-  EXPECT_EQ(Texts(kGerman)(2917), "Kein");
-  EXPECT_EQ(Texts(kEnglish)(2917), "None");
+  EXPECT_EQ(Texts(kGerman)(TextId::ReportNoLayerFile), "Kein");
+  EXPECT_EQ(Texts(kEnglish)(TextId::ReportNoLayerFile), "None");
   EXPECT_EQ(Texts(kGerman).languageOffset(), 0);
   EXPECT_EQ(Texts(kEnglish).languageOffset(), 10000);
 }
 
 TEST(Texts, FillArgumentsIntoATextOfTheTable) {
-  EXPECT_EQ(Texts(kEnglish)(3109, {"2", "3"}), "2 of 3 drawings converted");
-  EXPECT_EQ(Texts(kGerman)(3109, {"2", "3"}), "2 von 3 Zeichnungen konvertiert");
+  EXPECT_EQ(Texts(kEnglish)(TextId::DrawingsConverted, {"2", "3"}), "2 of 3 drawings converted");
+  EXPECT_EQ(Texts(kGerman)(TextId::DrawingsConverted, {"2", "3"}),
+            "2 von 3 Zeichnungen konvertiert");
 }
 
 TEST(FillIn, ReplacesNumberedMarksByTheirArguments) {

@@ -41,28 +41,27 @@ TEST(ToolTip, IsNoneWithoutABar) {
 }
 
 TEST(ToolTip, EntriesOfBothLanguagesNameTheSameControls) {
-  const auto expectControls = [](int firstId, std::initializer_list<std::string_view> controls) {
-    int id = firstId;
-    for (const std::string_view control : controls) {
-      while (loadString(id).empty()) ++id;  // a few numbers are not in use
+  const auto expectControls = [](TextRow tips, std::initializer_list<std::string_view> controls) {
+    ASSERT_EQ(tips.size(), controls.size());
+    for (std::size_t i = 0; i < tips.size(); ++i) {
+      const std::string_view control = controls.begin()[i];
       for (const int language : {kGerman, kEnglish}) {
-        const auto tip = parseToolTip(Texts(language)(id));
-        ASSERT_TRUE(tip) << id;
-        EXPECT_EQ(tip->control, control) << id;
-        EXPECT_FALSE(tip->text.empty()) << id;
+        const auto tip = parseToolTip(Texts(language)(tips[i]));
+        ASSERT_TRUE(tip) << control;
+        EXPECT_EQ(tip->control, control);
+        EXPECT_FALSE(tip->text.empty()) << control;
       }
-      ++id;
     }
   };
-  expectControls(971,
+  expectControls(textRow(TextId::TipSave, TextId::TipBlocks),
                  {"befSave",     "befHilfe",       "befLayeredit",     "befStart",     "befEnde",
                   "txtDXFDatei", "txtScriptdatei", "btnDXFbrowse",     "btnSCRbrowse", "txtBRDname",
                   "frmOpt",      "txtmasst",       "komStandartlayer", "btnBRDbrowse", "chkBRDSCH",
                   "chkReport",   "chkEllipses",    "chkDotLines",      "chkStartSCR",  "cboUnit",
                   "cboVersion",  "cboPoly",        "cboBlocks"});
-  expectControls(
-      1151, {"btnLayerbrowse", "txtLayerDatei", "btnScan", "btnSave", "OKButton", "CancelButton",
-             "lstScanDXF", "befHilfe", "btnNew", "btnSaveAs", "grdLayers"});
+  expectControls(textRow(TextId::EditorTipBrowse, TextId::EditorTipAssignments),
+                 {"btnLayerbrowse", "txtLayerDatei", "btnScan", "btnSave", "OKButton",
+                  "CancelButton", "lstScanDXF", "befHilfe", "btnNew", "btnSaveAs", "grdLayers"});
 }
 
 }  // namespace

@@ -87,7 +87,7 @@ TEST_P(ScreenshotTest, ProgressDialog) {
   ProgressDialog window(context);
   window.setProgress(false, 70);
   window.setProgress(true, 35);
-  window.setStatus(context.texts()(2836));
+  window.setStatus(context.texts()(texts::TextId::StatusEntities));
   shoot(window);
 }
 
@@ -159,8 +159,8 @@ TEST_P(ScreenshotTest, FileDialog) {
     dialog.reject();
   });
   ObjFiledialog dialog{context};
-  dialog.DialogTitle = context.text(965);
-  dialog.Filter1Text = context.text(963);
+  dialog.DialogTitle = context.text(texts::TextId::ScriptDialogTitle);
+  dialog.Filter1Text = context.text(texts::TextId::ScriptFiles);
   dialog.Filter1Suffix = "*.scr";
   dialog.InitDir = toQt(folder.path().string());
   dialog.ShowSave(nullptr);
@@ -171,7 +171,8 @@ TEST_P(ScreenshotTest, Question) {
     shoot(box);
     box.reject();
   });
-  askQuestion(context, nullptr, context.text(1300), context.text(1301),
+  askQuestion(context, nullptr, context.text(texts::TextId::EditorWarningTitle),
+              context.text(texts::TextId::EditorUnsaved),
               QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
 }
 

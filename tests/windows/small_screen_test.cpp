@@ -136,7 +136,7 @@ TEST_P(SmallScreenTest, ProgressDialog) {
   ProgressDialog window(context);
   window.setWindowTitle(path(longPath("a.dxf")));
   window.setProgress(false, 70);
-  window.setStatus(context.texts()(2836));
+  window.setStatus(context.texts()(texts::TextId::StatusEntities));
   expectOnScreen(window);
 }
 
@@ -169,7 +169,8 @@ TEST_P(SmallScreenTest, ErrorWindow) {
 }
 
 TEST_P(SmallScreenTest, Question) {
-  const QString text = context.text(2806) + path(longPath("a.scr"));
+  const QString text =
+      context.text(texts::TextId::ScriptExistsBeforePath) + path(longPath("a.scr"));
   whenModal<QMessageBox>([&](QMessageBox& box) {
     expectOnScreen(box);
     const auto& label = find<QLabel>(box, "qt_msgbox_label");
@@ -178,8 +179,8 @@ TEST_P(SmallScreenTest, Question) {
     EXPECT_LE(label.heightForWidth(label.width()), label.height());
     box.reject();
   });
-  askQuestion(context, nullptr, context.text(1300), text, QMessageBox::Yes | QMessageBox::No,
-              QMessageBox::No);
+  askQuestion(context, nullptr, context.text(texts::TextId::EditorWarningTitle), text,
+              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
   EXPECT_EQ(modalWindows, 1);
 }
 
@@ -193,7 +194,7 @@ TEST_P(SmallScreenTest, MessageWithADetailOfManyWords) {
     EXPECT_EQ(find<QLabel>(box, "qt_msgbox_informativelabel").toolTip(), toQt(detail));
     box.accept();
   });
-  host.tell({convert::MessageKind::Error, context.texts()(2811).data(),
+  host.tell({convert::MessageKind::Error, context.texts()(texts::TextId::ErrorTitle).data(),
              folder.file(longPath("a.dxf")), detail});
   EXPECT_EQ(modalWindows, 1);
 }
@@ -205,8 +206,8 @@ TEST_P(SmallScreenTest, FileDialog) {
     dialog.reject();
   });
   ObjFiledialog dialog{context};
-  dialog.DialogTitle = context.text(965);
-  dialog.Filter1Text = context.text(963);
+  dialog.DialogTitle = context.text(texts::TextId::ScriptDialogTitle);
+  dialog.Filter1Text = context.text(texts::TextId::ScriptFiles);
   dialog.Filter1Suffix = "*.scr";
   dialog.InitDir = toQt(folder.path().string());
   dialog.ShowSave(nullptr);

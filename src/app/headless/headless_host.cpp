@@ -4,6 +4,8 @@
 
 namespace quillon::headless {
 
+using texts::TextId;
+
 void HeadlessHost::setProgress(bool writing, int percent) {
   (writing ? writePercent_ : readPercent_) = percent;
   if (!label_.empty()) console_.showProgress((readPercent_ + writePercent_) / 2, label_);
@@ -15,14 +17,14 @@ bool HeadlessHost::ask(const convert::Message& question) {
   // The one question of a conversion is whether to replace the script.
   convert::Message refusal = question;
   refusal.kind = convert::MessageKind::Error;
-  refusal.detail = texts_(3102, {question.detail});
+  refusal.detail = texts_(TextId::FileExists, {question.detail});
   messages_.push_back(refusal);
   return false;
 }
 
 bool HeadlessHost::goOnPastLimit(const convert::Message& limit) {
   convert::Message refusal = limit;
-  refusal.detail += " " + std::string(texts_(3117));
+  refusal.detail += " " + std::string(texts_(TextId::AllowMoreOrKeepPartial));
   tell(refusal);
   return false;
 }

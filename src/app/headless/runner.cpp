@@ -41,6 +41,8 @@ using convert::Outcome;
 
 namespace {
 
+using texts::TextId;
+
 /// What is wrong with the numbers of a layer file, "" when nothing is. That the file cannot be read
 /// is told by each conversion.
 std::string checkLayerFile(const std::string& path) {
@@ -70,30 +72,33 @@ class Runner {
   int run() {
     const console::WaitBreaker::Part waits(breaker_);
     for (const std::string& folder : plan_.unreadableFolders) {
-      console_.printError(
-          problemLine(convert::MessageKind::Error, texts_(3110, {base::quotable(folder)})));
+      console_.printError(problemLine(convert::MessageKind::Error,
+                                      texts_(TextId::FolderNotListed, {base::quotable(folder)})));
     }
     for (const std::string& folder : plan_.emptyFolders) {
       console_.printError(
-          problemLine(convert::MessageKind::Error, texts_(3108, {base::quotable(folder)})));
+          problemLine(convert::MessageKind::Error,
+                      texts_(TextId::FolderWithoutDrawings, {base::quotable(folder)})));
     }
     for (const std::string& file : plan_.leftOut) {
-      console_.printError(
-          problemLine(convert::MessageKind::Warning, texts_(3073, {base::quotable(file)})));
+      console_.printError(problemLine(convert::MessageKind::Warning,
+                                      texts_(TextId::NotRegularFile, {base::quotable(file)})));
     }
     clearAbandoned();
     convertAll();
     if (skipped_ > 0 && !options_.quiet) {
-      console_.printError(texts_(3112, {std::to_string(skipped_)}) + "\n");
+      console_.printError(texts_(TextId::DrawingsSkipped, {std::to_string(skipped_)}) + "\n");
     }
     if (plan_.several && !options_.quiet) {
       console_.printError(
-          texts_(3109, {std::to_string(converted_), std::to_string(plan_.conversions.size())}) +
+          texts_(TextId::DrawingsConverted,
+                 {std::to_string(converted_), std::to_string(plan_.conversions.size())}) +
           "\n");
     }
     if (interrupted()) return kCancelled;
     if (outputFailed_) {
-      console_.printError(problemLine(convert::MessageKind::Error, std::string(texts_(3111))));
+      console_.printError(problemLine(convert::MessageKind::Error,
+                                      std::string(texts_(TextId::StandardOutputNotWritten))));
     }
     const bool all = converted_ + skipped_ == plan_.conversions.size() &&
                      plan_.emptyFolders.empty() && plan_.unreadableFolders.empty() &&
@@ -228,13 +233,13 @@ class Runner {
   std::string obstacleTo(const PlannedConversion& planned) const {
     const std::string& report = planned.reportFile;
     if (!planned.sameResultAs.empty()) {
-      return texts_(3074,
+      return texts_(TextId::ScriptOfOtherDrawing,
                     {base::quotable(planned.job.dxfFile), base::quotable(planned.job.scriptFile),
                      base::quotable(planned.sameResultAs)});
     }
     const bool inTheWay = !report.empty() && !options_.job.overwriteScript &&
                           files::isInTheWay(files::toPath(report));
-    return inTheWay ? texts_(3103, {base::quotable(report)}) : std::string();
+    return inTheWay ? texts_(TextId::ReportFileExists, {base::quotable(report)}) : std::string();
   }
 
   bool writeReport(const std::string& reportFile, const ConversionResult& result,
@@ -265,23 +270,26 @@ class Runner {
   }
 
   std::string problemLine(convert::MessageKind kind, const std::string& text) const {
-    const int word = kind == convert::MessageKind::Warning ? 3101 : 3100;
+    const TextId word =
+        kind == convert::MessageKind::Warning ? TextId::WordWarning : TextId::WordError;
     return "quillon-convert: " + std::string(texts_(word)) + ": " + text + "\n";
   }
 
   /// What was read, what was written, and what to type in EAGLE.
   std::string summary(const ConversionResult& result) const {
     std::string text =
-        texts_(3104, {base::quotable(result.dxfFile), std::to_string(convert::entityCount(result)),
-                      std::to_string(result.fileLinesRead)}) +
+        texts_(TextId::EntitiesConverted,
+               {base::quotable(result.dxfFile), std::to_string(convert::entityCount(result)),
+                std::to_string(result.fileLinesRead)}) +
         "\n";
     const std::string hidden = convert::hiddenText(result, texts_);
     if (!hidden.empty()) text += hidden + "\n";
-    text += texts_(3106, {base::quotable(result.scriptFile), std::to_string(result.commandCount)}) +
+    text += texts_(TextId::LinesWritten,
+                   {base::quotable(result.scriptFile), std::to_string(result.commandCount)}) +
             "\n";
     if (result.scriptFile == "-" || plan_.several) return text;
     const std::string argument = convert::scriptArgument(result);
-    return argument.empty() ? text : text + texts_(3107, {argument}) + "\n";
+    return argument.empty() ? text : text + texts_(TextId::TypeScriptInEagle, {argument}) + "\n";
   }
 
   void flush(std::optional<Printed>& printed) {

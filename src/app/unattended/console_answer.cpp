@@ -8,11 +8,13 @@
 
 namespace quillon::unattended {
 
+using texts::TextId;
+
 std::string consoleAnswer(const std::vector<std::string>& arguments, const texts::Texts& texts) {
   const auto asks = [&arguments](const char* option) {
     return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
   };
-  if (asks("--help")) return std::string(texts(3099)) + "\n";
+  if (asks("--help")) return std::string(texts(TextId::WindowProgramUsage)) + "\n";
   if (asks("--version")) return std::string(errors::programVersion()) + "\n";
   return {};
 }

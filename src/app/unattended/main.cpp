@@ -13,6 +13,8 @@
 
 namespace quillon::unattended {
 
+using texts::TextId;
+
 int Main(const std::vector<std::string>& arguments, const std::filesystem::path& programFolder) {
   const StartUp start = readArguments(arguments);
   const settings::SettingsStore store(programFolder);
@@ -22,7 +24,7 @@ int Main(const std::vector<std::string>& arguments, const std::filesystem::path&
   if (!answer.empty()) return printAnswer(answer);
   console::Console console(console::errorIsTerminal());
   if (!start.unattended()) {
-    console.printError("quillon: " + std::string(texts(3122)) + "\n");
+    console.printError("quillon: " + std::string(texts(TextId::BuiltWithoutWindow)) + "\n");
     return kNoWindow;
   }
   console::catchInterrupt();

@@ -8,6 +8,8 @@
 namespace quillon::unattended {
 namespace {
 
+using texts::TextId;
+
 /// The lines of a message box in one, however long: what comes from a drawing was cut before.
 std::string oneLine(std::string_view lines) {
   std::string text;
@@ -26,7 +28,7 @@ std::string oneLine(std::string_view lines) {
 
 bool UnattendedHost::ask(const convert::Message& question) {
   print(question);
-  console_.printError("  " + std::string(texts_(3120)) + "\n");
+  console_.printError("  " + std::string(texts_(TextId::AnswerIsNo)) + "\n");
   return false;
 }
 
@@ -43,7 +45,7 @@ void UnattendedHost::tell(const convert::Message& message) {
 
 bool UnattendedHost::goOnPastLimit(const convert::Message& limit) {
   convert::Message refusal = limit;
-  refusal.text = refusal.detail += " " + std::string(texts_(3123));
+  refusal.text = refusal.detail += " " + std::string(texts_(TextId::ConvertInWindow));
   tell(refusal);
   return false;
 }

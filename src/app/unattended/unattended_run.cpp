@@ -12,13 +12,16 @@
 
 namespace quillon::unattended {
 
+using texts::TextId;
+
 using convert::ConversionResult;
 using convert::Outcome;
 
 int UnattendedRun::run() {
   console::WaitBreaker breaker;
   const console::WaitBreaker::Part waits(breaker);
-  if (!line_.splitPath.empty()) warn(texts_(3072, {base::quotable(line_.splitPath)}));
+  if (!line_.splitPath.empty())
+    warn(texts_(TextId::PathSplitBySlash, {base::quotable(line_.splitPath)}));
   UnattendedHost host(console_, progress_, texts_);
   for (const convert::Message& warning : settings::loadingWarnings(store_, line_, texts_)) {
     host.tell(warning);
@@ -31,7 +34,7 @@ int UnattendedRun::run() {
 }
 
 void UnattendedRun::warn(const std::string& text) {
-  console_.printError("quillon: " + std::string(texts_(2805)) + ": " + text + "\n");
+  console_.printError("quillon: " + std::string(texts_(TextId::WarningTitle)) + ": " + text + "\n");
 }
 
 int UnattendedRun::convertOne() {
@@ -45,7 +48,8 @@ int UnattendedRun::convertBatch() {
   const Batch batch = listBatch(settings_, store_);
   if (!batch.missing.item.empty()) {
     const auto& [folder, item] = batch.missing;
-    console_.printError("quillon: " + texts_(3071, {base::quotable(folder), item}) + "\n");
+    console_.printError(
+        "quillon: " + texts_(TextId::FolderMissing, {base::quotable(folder), item}) + "\n");
     return kSomeNotConverted;
   }
   if (batch.reason != 0) {
@@ -54,16 +58,17 @@ int UnattendedRun::convertBatch() {
     console_.printError("quillon: " + messages.unreadableText(batch.folder, reason) + "\n");
     return kSomeNotConverted;
   }
-  for (const std::string& file : batch.leftOut) warn(texts_(3073, {base::quotable(file)}));
+  for (const std::string& file : batch.leftOut)
+    warn(texts_(TextId::NotRegularFile, {base::quotable(file)}));
   std::size_t converted = 0;
   std::size_t failed = 0;
   for (const BatchFile& file : batch.files) {
     if (!file.sameScriptAs.empty()) {
-      console_.printError(
-          "quillon: " + std::string(texts_(2804)) + ": " +
-          texts_(3074, {base::quotable(file.dxfFile), base::quotable(file.scriptFile),
-                        base::quotable(file.sameScriptAs)}) +
-          "\n");
+      console_.printError("quillon: " + std::string(texts_(TextId::FileErrorTitle)) + ": " +
+                          texts_(TextId::ScriptOfOtherDrawing,
+                                 {base::quotable(file.dxfFile), base::quotable(file.scriptFile),
+                                  base::quotable(file.sameScriptAs)}) +
+                          "\n");
       ++failed;
       continue;
     }
@@ -72,7 +77,8 @@ int UnattendedRun::convertBatch() {
     ++(convertTrapped(true) == Outcome::Converted ? converted : failed);
     if (cancelled_) break;
   }
-  console_.printError(texts_(3121, {std::to_string(converted), std::to_string(failed)}) + "\n");
+  console_.printError(
+      texts_(TextId::BatchConverted, {std::to_string(converted), std::to_string(failed)}) + "\n");
   if (cancelled_) return kCancelled;
   return failed == 0 ? kAllConverted : kSomeNotConverted;
 }
@@ -100,9 +106,9 @@ Outcome UnattendedRun::convert(bool listed) {
   cancelled_ = result.outcome == Outcome::Cancelled || progress_.cancelRequested();
   progress_.end();
   if (result.outcome == Outcome::Converted) {
-    console_.printError(
-        texts_(3106, {base::quotable(result.scriptFile), std::to_string(result.commandCount)}) +
-        "\n");
+    console_.printError(texts_(TextId::LinesWritten, {base::quotable(result.scriptFile),
+                                                      std::to_string(result.commandCount)}) +
+                        "\n");
     const std::string hidden = convert::hiddenText(result, texts_);
     if (!hidden.empty()) console_.printError(hidden + "\n");
   }

@@ -26,6 +26,8 @@
 namespace quillon::window {
 namespace {
 
+using texts::TextId;
+
 void centre(QWidget& window) {
   const QRect screen = window.screen()->availableGeometry();
   window.move(screen.left() + (screen.width() - window.width()) / 2,
@@ -69,7 +71,7 @@ int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
   if (!answer.empty()) return unattended::printAnswer(answer);
   if (!hasDisplay(argc, argv)) {
     if (start.unattended()) return unattended::Main(arguments, programFolder);
-    console::Console(false).printError("quillon: " + std::string(texts(3154)) + "\n");
+    console::Console(false).printError("quillon: " + std::string(texts(TextId::NoDisplay)) + "\n");
     return unattended::kNoWindow;
   }
   Application app(argc, argv);
