@@ -90,9 +90,9 @@ std::uint64_t translate(std::FILE* file) {
   dxf::readDefinitions(drawing, reader);
   CountingSink sink;
   eagle::ScriptWriter script(sink, {});
-  const classic::Settings settings;
   eagle::ScriptCommands commands(script);
-  classic::Context context{commands, script.area(), settings, rules::CancelPoll(monitor)};
+  rules::CancelPoll cancelled(monitor);
+  const classic::Context context{commands, script.area(), {}, cancelled};
   const convert::LayerTable noLayers;
   convert::LayerAssignment layers(noLayers, "20 Dimension (B)", drawing.encoding);
   classic::Translator translator(context, drawing, layers);

@@ -34,8 +34,8 @@ struct Settings {
 struct Context {
   eagle::Commands& commands;
   const eagle::DrawingArea& area;
-  const Settings& settings;
-  rules::CancelPoll cancelled;
+  Settings settings;
+  rules::CancelPoll& cancelled;
 };
 
 }  // namespace quillon::classic

@@ -83,7 +83,7 @@ const std::array<Translator::Handler, dxf::kEntityKindCount> Translator::kHandle
   return handlers;
 }();
 
-Translator::Translator(Context& context, dxf::Drawing& drawing, rules::LayerNumbers& layers,
+Translator::Translator(const Context& context, dxf::Drawing& drawing, rules::LayerNumbers& layers,
                        const Placement& placement)
     : context_(context),
       drawing_(drawing),
@@ -91,7 +91,7 @@ Translator::Translator(Context& context, dxf::Drawing& drawing, rules::LayerNumb
       placement_(placement),
       reader_(drawing),
       dashPatterns_(drawing),
-      polyline_(context),
+      polyline_(context_),
       expanding_(drawing.blocks.size(), 0) {}
 
 void Translator::takeEntity(DxfEntity& entity) {

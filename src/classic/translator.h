@@ -19,7 +19,7 @@ using geometry::Placement;
 class Translator final : public rules::Translation {
  public:
   /// Entities outside of blocks are put where `placement` says.
-  Translator(Context& context, dxf::Drawing& drawing, rules::LayerNumbers& layers,
+  Translator(const Context& context, dxf::Drawing& drawing, rules::LayerNumbers& layers,
              const Placement& placement = {});
 
   void setBlockParts(rules::BlockParts* parts) override { parts_ = parts; }
@@ -73,7 +73,7 @@ class Translator final : public rules::Translation {
   void endBlock();
   void writeBlocks(std::size_t enclosing);
 
-  Context& context_;
+  Context context_;
   dxf::Drawing& drawing_;
   rules::LayerNumbers& layers_;
   Placement placement_;

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <string>
 
 #include "convert/input_check.h"
@@ -25,9 +24,8 @@ class DrawingInput {
   InputKind kind() const { return checkInput(head_); }
 
   /// The drawing's text, which needs this input to stay open. Throws ReadError and InputTooLarge.
-  std::unique_ptr<dxf::TextSource> text(const Cancelled& cancelled,
-                                        const dxf::InputLimits& limits = {}) const {
-    return std::make_unique<dxf::TextSource>(stream_, head_, cancelled, limits);
+  dxf::TextSource text(const Cancelled& cancelled, const dxf::InputLimits& limits = {}) const {
+    return dxf::TextSource(stream_, head_, cancelled, limits);
   }
 
  private:

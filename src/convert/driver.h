@@ -74,7 +74,8 @@ struct ConversionResult {
 };
 
 /// Runs one conversion: checks the job, reads the drawing, writes the script and, where the job
-/// wants it, builds the report. Every message goes to the host; nothing is thrown.
+/// wants it, builds the report. Every message goes to the host, those of the errors that end a run
+/// too. What is thrown is a fault of the program; no script is left then.
 ConversionResult convertDXF(const ConversionJob& job, ConversionHost& host,
                             const Surroundings& surroundings);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,9 @@ constexpr bool isTarget(int kind) { return kind >= kBoard && kind <= kSymbol; }
 /// What becomes of blocks.
 enum BlockHandling : int { kDrawBlocks = 0, kUsedBlocksAsParts = 1, kAllBlocksAsParts = 2 };
 
+/// The rules by which a drawing is translated.
+enum class Rules : std::uint8_t { Classic };
+
 /// The settings of one conversion. Texts are UTF-8. The defaults are those of a program without
 /// settings.
 struct ConversionJob {
@@ -26,6 +30,7 @@ struct ConversionJob {
   bool scriptBesideDrawing = false;
   std::string drawingName;  ///< board, schematic or library; trimmed before use; may be empty
   int targetKind = kBoard;
+  Rules rules = Rules::Classic;
   std::string layerFile;  ///< layer assignment file; may be empty
   std::string defaultLayer = "20 Dimension (B)";
   int version = 1;  ///< 0 "3.5", 1 "4.x/5.x"

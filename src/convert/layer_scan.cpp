@@ -74,9 +74,9 @@ std::vector<std::string> layerScanDXF(const std::string& path) {
   const auto never = [] { return false; };
   const DrawingInput input = DrawingInput::openFile(found, never);
   if (input.kind() != InputKind::Text) return names;
-  const std::unique_ptr<dxf::TextSource> text = input.text(never);
+  dxf::TextSource text = input.text(never);
   NoMonitor monitor;
-  dxf::LineReader reader(*text, monitor);
+  dxf::LineReader reader(text, monitor);
   dxf::Drawing drawing;
   dxf::readHeaderAndTables(drawing, reader);
   if (drawing.layers.empty()) return usedLayers(reader);

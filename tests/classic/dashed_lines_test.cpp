@@ -29,7 +29,7 @@ struct DashedLine {
   DashedLine(Point start, Point end, const DashPattern& pattern, double ltScale = 1.0,
              double width = 0.0)
       : at(start) {
-    capture.settings.ltScale = ltScale;
+    capture.context.settings.ltScale = ltScale;
     writeLine(capture.context, at.x, at.y, end.x, end.y, 7, &pattern, width);
     script = capture.take();
     count = capture.script.commandCount();
@@ -184,7 +184,7 @@ TEST(DashedLine, NotesNothingForAGapOutOfRange) {
 
 TEST(DashedLine, WritesNothingOnALayerThatIsNotConverted) {
   ScriptCapture capture;
-  capture.settings.ltScale = 1.0;
+  capture.context.settings.ltScale = 1.0;
   const DashPattern pattern = {1.0, -1.0};
   Point at{1.0, 2.0};
   writeLine(capture.context, at.x, at.y, 9.0, 2.0, 999, &pattern, 0.0);
@@ -217,7 +217,7 @@ TEST(DashedLine, IsAnErrorWhenAStepIsNotFinite) {
 
 TEST(DashedLine, StopsSoonAfterACancel) {
   ScriptCapture capture;
-  capture.settings.ltScale = 1.0;
+  capture.context.settings.ltScale = 1.0;
   capture.monitor.cancelWhen = [&capture] { return capture.script.commandCount() > 1'000; };
   const DashPattern pattern = {0.001, -0.001};
   Point at{0.0, 0.0};

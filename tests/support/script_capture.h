@@ -30,10 +30,10 @@ class ScriptCapture {
  public:
   explicit ScriptCapture(const CaptureFormat& format = {},
                          const classic::Settings& classicSettings = {})
-      : settings(classicSettings),
-        script(sink, {format.unit, format.offsetX, format.offsetY}, format.form),
+      : script(sink, {format.unit, format.offsetX, format.offsetY}, format.form),
         commands(script),
-        context{commands, script.area(), settings, rules::CancelPoll(monitor)} {}
+        cancelled(monitor),
+        context{commands, script.area(), classicSettings, cancelled} {}
 
   /// What was written so far, with "\n" for every CR LF; starts anew.
   std::string take() {
@@ -48,9 +48,9 @@ class ScriptCapture {
 
   TestMonitor monitor;
   StringSink sink;
-  classic::Settings settings;
   eagle::ScriptWriter script;
   eagle::ScriptCommands commands;
+  rules::CancelPoll cancelled;
   classic::Context context;
 };
 
