@@ -65,8 +65,4 @@ std::string entryText(const CallStackList::Entry& entry) {
   return std::string(entry.module) + "." + std::string(entry.procedure);
 }
 
-void Procedure::parameter(std::string_view name, const Value& value) {
-  list_.record(std::string(name) + ":\t" + renderValue(value));
-}
-
 }  // namespace quillon::errors

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "errors/parameter.h"
 #include "errors/source_line.h"
-#include "errors/value.h"
 
 namespace quillon::errors {
 
@@ -82,7 +82,10 @@ class Procedure {
   Procedure& operator=(const Procedure&) = delete;
 
   /// Records what the procedure was called with.
-  void parameter(std::string_view name, const Value& value);
+  template <typename Value>
+  void parameter(std::string_view name, const Value& value) {
+    list_.record(parameterRecord(name, rendered(value)));
+  }
 
  private:
   CallStackList& list_;

@@ -237,7 +237,13 @@ convert::ConversionResult MainWindow::convertShown() {
   for (const convert::Message& warning : settings::fieldWarnings(settings(), context_.texts())) {
     host.tell(warning);
   }
-  return convert::convertDXF(jobShown(), host, surroundings);
+  const convert::ConversionJob job = jobShown();
+  if (context_.faults != nullptr) {
+    using errors::parameterRecord;
+    context_.faults->CallStack(parameterRecord("dxfFile", errors::rendered(job.dxfFile)));
+    context_.faults->CallStack(parameterRecord("scriptFile", errors::rendered(job.scriptFile)));
+  }
+  return convert::convertDXF(job, host, surroundings);
 }
 
 void MainWindow::showResult(const convert::ConversionResult& result) {

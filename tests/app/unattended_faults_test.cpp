@@ -77,7 +77,7 @@ TEST_F(UnattendedFaultsTest, AnErrorInOneDrawingDoesNotEndTheBatch) {
   const std::string protocol = folder.read("quillon.ERR");
   EXPECT_NE(protocol.find("Modul:\tUnattendedRun\r\n"), std::string::npos) << protocol;
   EXPECT_NE(protocol.find("Prozedur:\tconvert\r\n"), std::string::npos);
-  EXPECT_NE(protocol.find("convert.convertDXF\r\n"), std::string::npos);
+  EXPECT_NE(protocol.find("UnattendedRun.convertBatch\r\n"), std::string::npos);
   EXPECT_NE(protocol.find("dxfFile:\t" + folder.file("b.dxf") + "\r\n"), std::string::npos);
   EXPECT_NE(printed.find("F E H L E R"), std::string::npos);
   EXPECT_NE(told.find("2 drawings converted, 1 not converted"), std::string::npos) << told;

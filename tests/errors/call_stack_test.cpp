@@ -56,8 +56,8 @@ TEST(Procedure, StandsInTheListWhileItRuns) {
     const Procedure outer(list, "frmDXF", "befStart_Click");
     {
       Procedure inner(list, "frmDXF", "setDrawing");
-      inner.parameter("path", toValue("C:\\A.DXF"));
-      inner.parameter("owner", toValue(nullptr));
+      inner.parameter("path", "C:\\A.DXF");
+      inner.parameter("owner", nullptr);
       EXPECT_EQ(lines(list), (Lines{"frmDXF.befStart_Click", "owner:\t[NOTHING]",
                                     "path:\tC:\\A.DXF", "frmDXF.setDrawing"}));
     }

@@ -182,7 +182,7 @@ TEST_P(ScreenshotTest, ErrorWindow) {
     window.reject();
   });
   errors::Procedure running(faults.callStack(), "frmDXF", "befStart_Click");
-  running.parameter("drawing", errors::toValue(folder.file("frontplate.dxf")));
+  running.parameter("drawing", folder.file("frontplate.dxf"));
   errors::attempt(faults, "frmReport", "btnSave_Click", [] { throw files::WriteError(ENOSPC); });
   EXPECT_EQ(modalWindows, 1);
 }

@@ -159,7 +159,7 @@ TEST_P(SmallScreenTest, ErrorWindow) {
     window.reject();
   });
   errors::Procedure running(faults.callStack(), "frmDXF", "befStart_Click");
-  running.parameter("drawing", errors::toValue(folder.file(longPath("a.dxf"))));
+  running.parameter("drawing", folder.file(longPath("a.dxf")));
   const std::string what =
       "cannot open " + folder.file(longPath("a.dxf")) + " as the disk says no. ";
   errors::attempt(

@@ -2,7 +2,6 @@
 
 #include "app/console/interrupt.h"
 #include "app/unattended/batch.h"
-#include "app/unattended/unattended_host.h"
 #include "base/quotable.h"
 #include "convert/messages.h"
 #include "convert/summary.h"
@@ -16,6 +15,22 @@ using texts::TextId;
 
 using convert::ConversionResult;
 using convert::Outcome;
+
+namespace {
+
+/// Ends the progress of a drawing at the end of a scope.
+class ShownProgress {
+ public:
+  explicit ShownProgress(ProgressView& progress) : progress_(progress) {}
+  ~ShownProgress() { progress_.end(); }
+  ShownProgress(const ShownProgress&) = delete;
+  ShownProgress& operator=(const ShownProgress&) = delete;
+
+ private:
+  ProgressView& progress_;
+};
+
+}  // namespace
 
 int UnattendedRun::run() {
   console::WaitBreaker breaker;
@@ -45,6 +60,8 @@ int UnattendedRun::convertOne() {
 
 /// Only a cancel ends the batch before its last file.
 int UnattendedRun::convertBatch() {
+  errors::Procedure running(faults_.callStack(), "UnattendedRun", "convertBatch");
+  running.parameter("dxfFile", settings_.dxfFile);
   const Batch batch = listBatch(settings_, store_);
   if (!batch.missing.item.empty()) {
     const auto& [folder, item] = batch.missing;
@@ -92,19 +109,12 @@ Outcome UnattendedRun::convertTrapped(bool listed) {
 }
 
 Outcome UnattendedRun::convert(bool listed) {
-  errors::Procedure running(faults_.callStack(), "convert", "convertDXF");
-  running.parameter("dxfFile", errors::toValue(settings_.dxfFile));
-  running.parameter("scriptFile", errors::toValue(settings_.scriptFile));
-  convert::Surroundings surroundings = settings::surroundingsOf(store_, texts_.languageOffset());
-  surroundings.clearAbandoned = clearAbandoned_;
-  clearAbandoned_ = false;  // the scripts of a batch share their folder
+  faults_.CallStack(errors::parameterRecord("dxfFile", errors::rendered(settings_.dxfFile)));
+  faults_.CallStack(errors::parameterRecord("scriptFile", errors::rendered(settings_.scriptFile)));
   convert::ConversionJob job = settings::jobOf(settings_, line_);
   job.literalPaths = listed;
-  progress_.begin(files::lastComponent(job.dxfFile), line_.autoRunExit);
   UnattendedHost host(console_, progress_, texts_);
-  const ConversionResult result = convert::convertDXF(job, host, surroundings);
-  cancelled_ = result.outcome == Outcome::Cancelled || progress_.cancelRequested();
-  progress_.end();
+  const ConversionResult result = convertShown(job, host);
   if (result.outcome == Outcome::Converted) {
     console_.printError(texts_(TextId::LinesWritten, {base::quotable(result.scriptFile),
                                                       std::to_string(result.commandCount)}) +
@@ -118,6 +128,19 @@ Outcome UnattendedRun::convert(bool listed) {
     }
   }
   return result.outcome;
+}
+
+/// Converts while the progress is shown, which ends however the conversion does.
+ConversionResult UnattendedRun::convertShown(const convert::ConversionJob& job,
+                                             UnattendedHost& host) {
+  convert::Surroundings surroundings = settings::surroundingsOf(store_, texts_.languageOffset());
+  surroundings.clearAbandoned = clearAbandoned_;
+  clearAbandoned_ = false;  // the scripts of a batch share their folder
+  progress_.begin(files::lastComponent(job.dxfFile), line_.autoRunExit);
+  const ShownProgress shown(progress_);
+  ConversionResult result = convert::convertDXF(job, host, surroundings);
+  cancelled_ = result.outcome == Outcome::Cancelled || progress_.cancelRequested();
+  return result;
 }
 
 }  // namespace quillon::unattended

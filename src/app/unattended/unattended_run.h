@@ -2,6 +2,7 @@
 
 #include "app/console/console.h"
 #include "app/unattended/progress_view.h"
+#include "app/unattended/unattended_host.h"
 #include "convert/command_line.h"
 #include "convert/driver.h"
 #include "errors/fault_scribe.h"
@@ -36,6 +37,7 @@ class UnattendedRun {
   /// `listed`: the files of the settings have been found in a folder; no user has typed them.
   convert::Outcome convert(bool listed);
   convert::Outcome convertTrapped(bool listed);
+  convert::ConversionResult convertShown(const convert::ConversionJob& job, UnattendedHost& host);
 
   const settings::SettingsStore& store_;
   const convert::CommandLine& line_;
