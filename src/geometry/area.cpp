@@ -134,28 +134,30 @@ Location PointLocator::locate(Point p) const {
   return odd ? Location::inside : Location::outside;
 }
 
-bool PointLocator::ringsAround(Point p, std::vector<std::size_t>& rings) const {
-  rings.clear();
-  if (!isUsable(p)) return false;
+PointLocator::Rings PointLocator::ringsAt(Point p) const {
+  Rings rings;
+  if (!isUsable(p)) return rings;
   std::vector<std::size_t> hits;
   tree_.find(p.x, hits);
-  std::vector<std::size_t> borders;
   std::vector<std::size_t> above;
   for (const std::size_t hit : hits) {
     const MonotonePiece& piece = pieces_[hit];
     const int side = piece.sideOf(p);
-    if (side == 0) borders.push_back(piece.ring);
+    if (side == 0) rings.through.push_back(piece.ring);
     if (side < 0 && p.x < piece.right.x) above.push_back(piece.ring);
   }
+  std::ranges::sort(rings.through);
+  rings.through.erase(std::ranges::unique(rings.through).begin(), rings.through.end());
   std::ranges::sort(above);
-  std::ranges::sort(borders);
   for (std::size_t i = 0; i < above.size();) {
     const auto same = std::ranges::equal_range(above, above[i]);
     const bool odd = same.size() % 2 == 1;
-    if (odd && !std::ranges::binary_search(borders, above[i])) rings.push_back(above[i]);
+    if (odd && !std::ranges::binary_search(rings.through, above[i])) {
+      rings.around.push_back(above[i]);
+    }
     i += same.size();
   }
-  return !borders.empty();
+  return rings;
 }
 
 Location locate(const Path& path, Point p) { return PointLocator({&path, 1}).locate(p); }

@@ -41,9 +41,12 @@ class PointLocator {
   explicit PointLocator(std::span<const Path> paths);
 
   Location locate(Point p) const;
-  /// Replaces `rings` by the indices of the paths that contain the point, ascending; those on whose
-  /// border it lies (within rounding) do not. True when there is one of the latter.
-  bool ringsAround(Point p, std::vector<std::size_t>& rings) const;
+  /// The paths about a point, by their indices, ascending.
+  struct Rings {
+    std::vector<std::size_t> around;   ///< that contain it
+    std::vector<std::size_t> through;  ///< on whose border it lies, within rounding
+  };
+  Rings ringsAt(Point p) const;
 
  private:
   std::vector<MonotonePiece> pieces_;

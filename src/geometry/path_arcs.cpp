@@ -16,6 +16,27 @@ double halfSweep(const Edge& edge) { return radiansOf(edge.curve) / 2.0; }
 /// A curve so small that the arc and its chord are the same doubles.
 bool isStraight(const Edge& edge) { return std::fabs(edge.curve) < 1e-14; }
 
+struct Sample {
+  double at;
+  double value;
+};
+
+/// Where a steady function is zero between two values of different signs: by secants, of which
+/// every third halves the range, lest they creep.
+template <typename Function>
+double zeroBetween(const Function& function, Sample low, Sample high) {
+  for (int round = 0; round < 200; ++round) {
+    if (low.value == 0.0 || low.at == high.at) return low.at;
+    if (high.value == 0.0) return high.at;
+    double at = low.at + (high.at - low.at) * (low.value / (low.value - high.value));
+    if (round % 3 == 2) at = 0.5 * (low.at + high.at);
+    if (!(at > std::min(low.at, high.at) && at < std::max(low.at, high.at))) break;
+    const Sample middle{at, function(at)};
+    ((middle.value < 0.0) == (low.value < 0.0) ? low : high) = middle;
+  }
+  return std::fabs(low.value) < std::fabs(high.value) ? low.at : high.at;
+}
+
 }  // namespace
 
 double norm(Point v) { return std::hypot(v.x, v.y); }
@@ -133,6 +154,27 @@ std::vector<double> fractionsWithDirection(const Edge& edge, double direction) {
   }
   std::ranges::sort(fractions);
   return fractions;
+}
+
+std::vector<double> fractionsOnLine(const Edge& edge, Point on, Point direction) {
+  const auto heightAt = [&](double fraction) {
+    return cross(direction, pointAt(edge, fraction) - on);
+  };
+  std::vector<double> crossings;
+  // Between these the height only grows or only shrinks.
+  std::vector<double> stops = fractionsWithDirection(edge, std::atan2(direction.y, direction.x));
+  stops.push_back(1.0);
+  double from = 0.0;
+  for (const double to : stops) {
+    const double low = heightAt(from);
+    const double high = heightAt(to);
+    if ((low < 0.0) != (high < 0.0)) {
+      crossings.push_back(isStraight(edge) ? low / (low - high)
+                                           : zeroBetween(heightAt, {from, low}, {to, high}));
+    }
+    from = to;
+  }
+  return crossings;
 }
 
 Box boundsOf(const Edge& edge) {

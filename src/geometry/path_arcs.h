@@ -73,6 +73,9 @@ double fractionOf(const Edge& edge, Point on);
 /// Fractions inside of the edge, ascending, at which it runs at `direction` (radians) or against
 /// it.
 std::vector<double> fractionsWithDirection(const Edge& edge, double direction);
+/// Fractions, ascending, at which the edge passes from one side of a line to the other. The line
+/// counts as part of its left side, so that each path crosses it an even number of times.
+std::vector<double> fractionsOnLine(const Edge& edge, Point on, Point direction);
 Box boundsOf(const Edge& edge);
 /// The distance between a point and the nearest point of the edge.
 double distanceTo(const Edge& edge, Point p);

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <numbers>
 
 #include "geometry/path_samples.h"
@@ -100,15 +99,14 @@ TEST(Locate, AgreesWithDistancesFromACentre) {
   }
 }
 
-TEST(RingsAround, NamesEachRingThatContainsAPoint) {
+TEST(RingsAt, AreThoseThatContainAPointAndThoseThroughIt) {
   const std::vector<Path> rings = {rectangle(0, 0, 10, 10), rectangle(20, 0, 30, 10),
                                    circle({5, 5}, 2)};
   const PointLocator locator(rings);
-  std::vector<std::size_t> found;
-  EXPECT_FALSE(locator.ringsAround({5, 5}, found));
-  EXPECT_EQ(found, (std::vector<std::size_t>{0, 2}));
-  EXPECT_TRUE(locator.ringsAround({3, 5}, found));
-  EXPECT_EQ(found, (std::vector<std::size_t>{0}));
+  EXPECT_EQ(locator.ringsAt({5, 5}).around, (std::vector<std::size_t>{0, 2}));
+  EXPECT_TRUE(locator.ringsAt({5, 5}).through.empty());
+  EXPECT_EQ(locator.ringsAt({3, 5}).around, (std::vector<std::size_t>{0}));
+  EXPECT_EQ(locator.ringsAt({3, 5}).through, (std::vector<std::size_t>{2}));
 }
 
 TEST(CrossesItself, KnowsSimpleOutlines) {
