@@ -9,8 +9,8 @@ namespace {
 
 struct Entry {
   int id;
-  std::string_view german;   ///< answers to the id itself
-  std::string_view english;  ///< answers to id + 10000; empty for a text that stands once
+  std::string_view german;   ///< found by the id itself
+  std::string_view english;  ///< found by id + 10000; empty for a text that exists once
 };
 
 constexpr Entry kEntries[] = {
@@ -26,10 +26,10 @@ struct IdRange {
   int last;
 };
 
-/// The layer names that are read without the language offset.
+/// Layer names that are read without the language offset.
 constexpr IdRange kStandOnce[] = {{20000, 20050}, {20052, 20057}};
 
-/// The ids that windows, messages and the report ask for.
+/// The ids that windows, messages and the report use.
 constexpr IdRange kRequired[] = {
     {900, 920},   {922, 923},   {925, 932},   {950, 957},   {960, 965},     {971, 989},
     {991, 992},   {994, 995},   {1100, 1114}, {1151, 1161}, {1300, 1302},   {1304, 1305},
