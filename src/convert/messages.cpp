@@ -10,10 +10,10 @@
 namespace quillon::convert {
 namespace {
 
-/// Followed by the texts for the kinds of files that are not layer files.
+/// Followed by the texts for kinds of files that are not layer files.
 constexpr int kNotALayerFile = 3231;
 
-/// The start of a list, its entries separated by commas.
+/// The start of a comma-separated list.
 std::string shortList(const std::vector<std::string>& entries) {
   constexpr std::size_t kMostEntries = 10;
   std::string list;

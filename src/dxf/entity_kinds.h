@@ -49,10 +49,9 @@ inline constexpr std::uint8_t kNoSlot = 0xFF;
 
 /// Where the values of one kind are. Every kind but SEQEND has a layer and a line type.
 struct SlotLayout {
-  std::uint8_t slotCount = 0;    ///< number of slots, filled or not
-  std::uint8_t layer = kNoSlot;  ///< slot of group 8, upper-cased
-  std::uint8_t lineType =
-      kNoSlot;  ///< slot of group 6, upper-cased; defaults to the layer's line type
+  std::uint8_t slotCount = 0;         ///< number of slots, filled or not
+  std::uint8_t layer = kNoSlot;       ///< slot of group 8, upper-cased
+  std::uint8_t lineType = kNoSlot;    ///< slot of group 6, upper-cased; default: the layer's
   std::uint8_t extrusionX = kNoSlot;  ///< slot that decides about mirroring in x (group 230)
   std::uint8_t extrusionY = kNoSlot;  ///< slot that decides about mirroring in y (group 220)
   /// Slot of each group code from 0 to 255; kNoSlot for codes that this kind ignores.

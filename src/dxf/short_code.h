@@ -44,8 +44,7 @@ inline ShortCode readShortCode(std::string_view line) {
   if constexpr (std::endian::native != std::endian::little) return {};
   if (line.size() - 1 >= sizeof(std::uint32_t)) return {};
   std::uint32_t word = 0;
-  std::memcpy(&word, line.data(),
-              sizeof word);  // the margin after the text makes four bytes readable
+  std::memcpy(&word, line.data(), sizeof word);  // the margin makes four bytes readable
   const auto shift = static_cast<std::uint32_t>(32 - 8 * line.size());
   constexpr std::uint32_t kBlanks = charactersWord(' ', ' ', ' ', ' ');
   const std::uint32_t text = (word << shift) | (kBlanks & ((std::uint32_t{1} << shift) - 1));

@@ -61,8 +61,7 @@ class OutputFile : public base::ByteSink {
   std::uint64_t size_ = 0;           ///< bytes written
   std::shared_ptr<void> claim_;      ///< keeps the temporary file from being taken for abandoned
   FileHandle file_;
-  std::FILE* stream_ =
-      nullptr;  ///< where the bytes go; owned by file_ unless it is a stream of the process
+  std::FILE* stream_ = nullptr;  ///< where the bytes go; owned by file_ unless borrowed
 };
 
 /// The folder for a target's temporary files.
