@@ -27,7 +27,7 @@ constexpr std::string_view kModule = "frmDXF";
 constexpr int kFirstToolTip = 971;
 constexpr int kLastToolTip = 995;
 
-/// The cursor of a window that is busy.
+/// Shows the busy cursor.
 class BusyCursor {
  public:
   explicit BusyCursor(QWidget& window) : window_(window) { window_.setCursor(Qt::WaitCursor); }
@@ -41,7 +41,7 @@ class BusyCursor {
 
 }  // namespace
 
-/// The window while it converts; afterwards, however that ends, it is as before.
+/// Switches the window to converting and back, however the conversion ends.
 class MainWindow::ConversionInProgress {
  public:
   explicit ConversionInProgress(MainWindow& window)
@@ -53,7 +53,7 @@ class MainWindow::ConversionInProgress {
     progress_.show();
     window_.setEnabled(false);
     progress_.setEnabled(true);
-    progress_.setFocus();  // its button got the focus while all was disabled
+    progress_.setFocus();  // its button got the focus while the rest was disabled
   }
   ~ConversionInProgress() {
     progress_.hide();
@@ -84,8 +84,7 @@ MainWindow::MainWindow(AppContext& context)
 }
 
 MainWindow::~MainWindow() {
-  // A field that has the focus loses it while the controls go, after what it would tell this
-  // window.
+  // A focused field loses the focus during destruction, when this window can no longer react.
   controls_.txtDXFDatei->disconnect(this);
 }
 
@@ -105,7 +104,7 @@ void MainWindow::connectControls() {
   onClick(controls_.befLanguage, "befLanguage_Click", &MainWindow::chooseLanguage);
   onClick(controls_.befHilfe, "befHilfe_Click", &MainWindow::befHilfe_Click);
   onClick(controls_.befEnde, "befEnde_Click", &MainWindow::befEnde_Click);
-  // Where the initial script's path has no meaning, a typed drawing gets its script at once.
+  // Where the initial script path is meaningless, a typed drawing gets its script at once.
   connect(controls_.txtDXFDatei, &QLineEdit::editingFinished, this,
           trapped(context_, kModule, "txtDXFDatei_LostFocus", [this] {
             if (!settings::pathsHaveDrives()) followDrawing();
@@ -125,7 +124,7 @@ void MainWindow::connectControls() {
 }
 
 void MainWindow::LoadSettings() {
-  // Without the settings the window shows the defaults.
+  // If the settings cannot be loaded, the window shows the defaults.
   attempt(
       context_, kModule, "LoadSettings",
       [this] {
@@ -223,7 +222,7 @@ convert::ConversionResult MainWindow::befStart_Click() {
   return result;
 }
 
-/// Converts behind the progress dialog, with this window disabled.
+/// Converts while showing the progress dialog, with this window disabled.
 convert::ConversionResult MainWindow::convertShown() {
   const ConversionInProgress running(*this);
   const convert::Surroundings surroundings =
@@ -242,7 +241,7 @@ convert::ConversionResult MainWindow::convertShown() {
 void MainWindow::showResult(const convert::ConversionResult& result) {
   controls_.result->nameKeptLayers(keptLayers());
   controls_.result->showResult(result);
-  // From now on the layer file is that of this drawing, too.
+  // From now on the layer file belongs to this drawing as well.
   if (result.outcome != convert::Outcome::Ended) drawingOfLayers_ = controls_.txtDXFDatei->path();
   makeRoom();
   activateWindow();
@@ -255,12 +254,12 @@ void MainWindow::showNotice(const QString& notice) {
 
 void MainWindow::makeRoom() {
   if (isMaximized() || isFullScreen()) return;
-  controls_.content->updateGeometry();  // its contents may have changed unseen
+  controls_.content->updateGeometry();  // its contents may have changed while hidden
   layout()->invalidate();
   const QMargins margins = layout()->contentsMargins();
   const int buttons = layout()->totalSizeHint().height() - controls_.content->sizeHint().height();
   const int wide = std::max(width(), layout()->totalSizeHint().width());
-  // What wraps asks for its height only when it is known how wide it is.
+  // The height of wrapped text depends on the width.
   const int high =
       buttons + controls_.content->heightNeeded(wide - margins.left() - margins.right());
   resize(QSize(wide, std::max(height(), high)).boundedTo(roomOnScreen(*this)));
@@ -320,11 +319,11 @@ void MainWindow::showEvent(QShowEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  event->ignore();  // until it is known that nothing speaks against it
+  event->ignore();  // until we know that closing is allowed
   attempt(context_, kModule, "closeEvent", [this, event] {
     if (progress_ == nullptr) {
       const bool closed = layerEditor_ == nullptr || layerEditor_->close();
-      event->setAccepted(closed);  // what is not saved in the editor can be kept
+      event->setAccepted(closed);  // the user may keep unsaved changes in the editor
       return;
     }
     progress_->cancel();  // the conversion has to end first
@@ -369,7 +368,7 @@ void MainWindow::loadResources() {
   caption(controls_.chkReport, 920);
   caption(controls_.labLayers, 922);
   caption(controls_.befLayeredit, 903);
-  caption(controls_.befLayeredit, 923);  // the second caption is the one shown
+  caption(controls_.befLayeredit, 923);  // overrides the first caption
   caption(controls_.labVersion, 925);
   caption(controls_.labPoly, 926);
   caption(controls_.labBlocks, 927);

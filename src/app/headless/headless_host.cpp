@@ -12,7 +12,7 @@ void HeadlessHost::setProgress(bool writing, int percent) {
 bool HeadlessHost::cancelRequested() { return console::interrupted(); }
 
 bool HeadlessHost::ask(const convert::Message& question) {
-  // The one question of a conversion is whether to replace the script.
+  // A conversion asks only one question: whether to replace the script.
   convert::Message refusal = question;
   refusal.kind = convert::MessageKind::Error;
   refusal.detail = texts_(3102, {question.detail});

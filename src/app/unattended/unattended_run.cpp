@@ -40,7 +40,7 @@ int UnattendedRun::convertOne() {
   return outcome == Outcome::Converted ? kAllConverted : kSomeNotConverted;
 }
 
-/// Only a cancel ends the batch before its last file.
+/// Only a cancel ends the batch early.
 int UnattendedRun::convertBatch() {
   const Batch batch = listBatch(settings_, store_);
   if (!batch.missing.item.empty()) {
@@ -77,7 +77,7 @@ int UnattendedRun::convertBatch() {
   return failed == 0 ? kAllConverted : kSomeNotConverted;
 }
 
-/// An unexpected error ends the conversion of one drawing, and the batch goes on.
+/// An unexpected error ends only the conversion of one drawing; the batch continues.
 Outcome UnattendedRun::convertTrapped(bool listed) {
   Outcome outcome = Outcome::Ended;
   errors::attempt(
@@ -91,7 +91,7 @@ Outcome UnattendedRun::convert(bool listed) {
   running.parameter("scriptFile", errors::toValue(settings_.scriptFile));
   convert::Surroundings surroundings = settings::surroundingsOf(store_, texts_.languageOffset());
   surroundings.clearAbandoned = clearAbandoned_;
-  clearAbandoned_ = false;  // the scripts of a batch share their folder
+  clearAbandoned_ = false;  // a batch's scripts share one folder
   convert::ConversionJob job = settings::jobOf(settings_, line_);
   job.literalPaths = listed;
   progress_.begin(files::lastComponent(job.dxfFile), line_.autoRunExit);
