@@ -44,7 +44,7 @@ TEST(ToolTip, EntriesOfBothLanguagesNameTheSameControls) {
   const auto expectControls = [](int firstId, std::initializer_list<std::string_view> controls) {
     int id = firstId;
     for (const std::string_view control : controls) {
-      while (loadString(id).empty()) ++id;  // a few numbers are not in use
+      while (loadString(id).empty()) ++id;  // a few ids are unused
       for (const int language : {kGerman, kEnglish}) {
         const auto tip = parseToolTip(Texts(language)(id));
         ASSERT_TRUE(tip) << id;
