@@ -1,4 +1,4 @@
-// What a procedure pays for standing in the call stack.
+// The cost of an entry in the call stack per procedure.
 #include <benchmark/benchmark.h>
 
 #include "errors/call_stack.h"

@@ -15,8 +15,8 @@ class Dice {
   std::size_t below(std::size_t count) { return static_cast<std::size_t>(next() % count); }
   double between(double low, double high);
 
-  /// A number as drawings have them: half with all their digits, a third on a grid of four
-  /// decimals, the rest on a grid of a half.
+  /// A number as in drawings: half of them with all digits, a third rounded to four decimals, the
+  /// rest to multiples of a half.
   double measure(double low, double high);
 
  private:

@@ -9,7 +9,7 @@
 
 namespace quillon::bench {
 
-/// Writes a made drawing to a file.
+/// Writes a generated drawing to a file.
 inline void makeFile(const std::string& path, void (*make)(DrawingText&, std::size_t),
                      std::size_t count) {
   std::ofstream file;

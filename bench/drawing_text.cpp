@@ -12,7 +12,7 @@ DrawingText& DrawingText::group(int groupCode, std::string_view value) {
 }
 
 DrawingText& DrawingText::integer(int groupCode, std::int64_t value) {
-  constexpr std::size_t kWidth = 6;  // integers stand at the right of six columns
+  constexpr std::size_t kWidth = 6;  // integers are right-aligned in six columns
   const std::string digits = std::to_string(value);
   code(groupCode);
   if (digits.size() < kWidth) buffer_.append(kWidth - digits.size(), ' ');

@@ -8,7 +8,7 @@
 
 namespace quillon::bench {
 
-/// The text of a drawing, group by group with CR LF, handed on in blocks.
+/// The text of a drawing, group by group with CR LF, passed on in blocks.
 class DrawingText {
  public:
   using Sink = std::function<void(std::string_view)>;
@@ -17,7 +17,7 @@ class DrawingText {
 
   DrawingText& group(int code, std::string_view value);
   DrawingText& integer(int code, std::int64_t value);
-  /// With 16 significant digits at most and at least one decimal.
+  /// With at most 16 significant digits and at least one decimal.
   DrawingText& number(int code, double value);
   DrawingText& point(int xCode, double x, double y);
 
@@ -26,7 +26,7 @@ class DrawingText {
   DrawingText& beginTable(std::string_view name, std::size_t entries);
   DrawingText& endTable() { return group(0, "ENDTAB"); }
 
-  /// What drawings since 2000 write in front of every entity: handle, owner, layer.
+  /// What drawings since 2000 have before every entity: handle, owner, layer.
   DrawingText& beginEntity(std::string_view name, std::string_view layer);
 
   /// Number of characters so far.

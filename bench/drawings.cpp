@@ -34,7 +34,7 @@ void writeLineType(DrawingText& drawing, const LineType& type) {
   }
 }
 
-/// A closed or open line that wanders about.
+/// A long random polyline, closed or open.
 void writeLongPolyline(DrawingText& drawing, Dice& dice, std::size_t index) {
   constexpr std::size_t kVertices = 100'000;
   constexpr std::size_t kVerticesForEachBulge = 10;

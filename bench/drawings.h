@@ -10,16 +10,16 @@ namespace quillon::bench {
 
 /// LINE entities on a few layers.
 void makeLines(DrawingText& drawing, std::size_t bytes);
-/// All kinds of entities, with blocks and line types, in the proportions of a plan.
+/// All kinds of entities, with blocks and line types, in the proportions of a real plan.
 void makeMixed(DrawingText& drawing, std::size_t bytes);
 /// LWPOLYLINEs of 100,000 vertices, open and closed; every fourth has bulges.
 void makePolylines(DrawingText& drawing, std::size_t bytes);
 
-/// A drawing of about a given size.
+/// A kind of drawing, of about a given size.
 struct DrawingKind {
   std::string_view name;
   void (*make)(DrawingText& drawing, std::size_t bytes);
-  /// Most that its conversion may take, as a multiple of reading and splitting it.
+  /// Maximum conversion time, as a multiple of reading and splitting the file.
   double mostTime;
 };
 
@@ -29,7 +29,7 @@ inline constexpr std::array<DrawingKind, 3> kDrawingKinds = {{
     {"polylines", makePolylines, 7.0},
 }};
 
-/// Layers that the made drawings use, in the order of their table.
+/// Layers of the generated drawings, in the order of their table.
 inline constexpr std::array<std::string_view, 12> kLayers = {
     "0",         "WALLS",   "DOORS",   "Grid-Axes", "DIMENSIONS", "TEXT_25",
     "FURNITURE", "OUTLINE", "HOLES_3", "HATCHING",  "CENTRE",     "A-ELEC-CABLE-TRAY"};

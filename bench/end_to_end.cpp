@@ -1,4 +1,4 @@
-// Measures whole conversions, from file to file, against reading the same file and splitting it
+// Measures whole conversions, from file to file, relative to reading the same file and splitting it
 // into lines; or, with --linear, how their time grows with the drawing.
 
 #include <CLI/CLI.hpp>
@@ -21,14 +21,14 @@ namespace quillon::bench {
 namespace {
 
 constexpr double kMegabyte = 1e6;
-/// Most memory that a conversion may need, as a multiple of the file's size.
+/// Maximum memory of a conversion, as a multiple of the file's size.
 constexpr double kMostMemory = 1.5;
 
 struct Options {
   double megabytes = 150.0;
   std::size_t rounds = 5;
   std::vector<std::string> only;  ///< drawings or series; empty: all
-  std::string folder;             ///< where drawings are made and stay; empty: a temporary one
+  std::string folder;  ///< where drawings are generated and kept; empty: a temporary folder
   bool check = false;
   bool linear = false;
 };
@@ -38,7 +38,7 @@ void printSpread(const char* what, const Spread& spread, const char* unit) {
               spread.median, spread.worst, unit);
 }
 
-/// Reading and converting take turns, so that both meet the same machine.
+/// Reading and converting alternate, so that both see the same machine load.
 struct Rounds {
   std::vector<double> floors;
   std::vector<double> conversions;
@@ -48,10 +48,10 @@ struct Rounds {
 
 Rounds runRounds(const convert::ConversionJob& job, std::size_t count) {
   Rounds rounds;
-  const Floor first = readAndSplit(job.dxfFile);  // warms the file's pages
+  const Floor first = readAndSplit(job.dxfFile);  // warms the page cache
   std::optional<std::uint64_t> commands;
   for (std::size_t i = 0; i < count; ++i) {
-    // Replacing a file would make some file systems write it to the disk at once.
+    // On some file systems, replacing a file forces it to disk at once.
     std::filesystem::remove(job.scriptFile);
     const Floor floor = readAndSplit(job.dxfFile);
     const Conversion conversion = convertApart(job);
@@ -68,7 +68,7 @@ Rounds runRounds(const convert::ConversionJob& job, std::size_t count) {
   return rounds;
 }
 
-/// True when time and memory keep their limits.
+/// True when time and memory are within their limits.
 bool measureDrawing(const DrawingKind& kind, const Options& options, const std::string& folder) {
   convert::ConversionJob job;
   job.dxfFile = folder + "/" + std::string(kind.name) + ".dxf";

@@ -14,14 +14,14 @@ namespace quillon::bench {
 namespace {
 
 constexpr std::array<std::size_t, 4> kFactors = {1, 2, 4, 8};
-/// Eight times as much may take twenty times as long: hash tables outgrow the caches meanwhile, and
-/// there is noise; a square would take sixty-four times.
+/// Eight times as much may take twenty times as long, as hash tables outgrow the caches and there
+/// is noise; quadratic growth would be a factor of sixty-four.
 constexpr double kMostGrowth = 20.0;
 
 using Seconds = std::array<double, kFactors.size()>;
 
-/// Best processor time of each size; the sizes take turns. Other programs disturb it less than the
-/// time on the clock.
+/// Best processor time of each size, alternating between sizes. Other programs disturb it less than
+/// wall-clock time.
 Seconds timesOf(const Series& series, const std::string& folder, std::size_t rounds) {
   std::array<convert::ConversionJob, kFactors.size()> jobs;
   for (std::size_t i = 0; i < kFactors.size(); ++i) {

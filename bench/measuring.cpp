@@ -27,7 +27,7 @@ double secondsSince(Clock::time_point start) {
   throw std::system_error(errno, std::generic_category(), what);
 }
 
-/// Nobody watches and nobody answers.
+/// Shows nothing and answers nothing.
 class SilentHost : public convert::ConversionHost {
  public:
   void setStatus(std::string_view) override {}
@@ -46,7 +46,7 @@ class SilentHost : public convert::ConversionHost {
   std::string told_;
 };
 
-/// What the child tells its parent.
+/// What the child reports to its parent.
 struct Answer {
   bool converted = false;
   double seconds = 0.0;
@@ -87,7 +87,7 @@ Floor readAndSplit(const std::string& path) {
   const int file = open(path.c_str(), O_RDONLY);
   if (file < 0) failWith(path);
   Floor floor;
-  std::size_t kept = 0;  // start of a line whose end has not been read
+  std::size_t kept = 0;  // start of an incomplete line
   for (;;) {
     if (kept == buffer.size()) buffer.resize(2 * kept);
     const ssize_t got = read(file, buffer.data() + kept, buffer.size() - kept);

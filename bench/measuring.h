@@ -9,16 +9,15 @@
 
 namespace quillon::bench {
 
-/// The least work that any reader of a drawing has: to read the file through one buffer and find
-/// its lines.
+/// The least work of any reader: reading the file through one buffer and finding its lines.
 struct Floor {
   double seconds = 0.0;
   std::uint64_t lines = 0;
-  std::uint64_t characters = 0;  ///< in the lines, without their ends
+  std::uint64_t characters = 0;  ///< in lines, without their ends
 };
 Floor readAndSplit(const std::string& path);
 
-/// One conversion from file to file in a process of its own.
+/// One conversion from file to file in a child process.
 struct Conversion {
   double seconds = 0.0;     ///< without starting the process
   double cpuSeconds = 0.0;  ///< of the whole process

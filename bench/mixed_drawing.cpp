@@ -9,7 +9,7 @@ namespace {
 constexpr std::size_t kSymbols = 40;
 constexpr double kExtent = 800.0;
 
-/// Writes the entities of a plan. Those of blocks lie near the origin.
+/// Writes the entities of a plan. Those of blocks are near the origin.
 class MixedDrawing {
  public:
   explicit MixedDrawing(DrawingText& text) : text_(text), dice_(2) {}

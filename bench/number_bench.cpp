@@ -1,4 +1,4 @@
-// Numbers in and out, beside the standard library's ways.
+// Parsing and formatting numbers, compared with the standard library.
 
 #include <benchmark/benchmark.h>
 
@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t kCount = 4096;
 
-/// How many digits the numbers of a drawing have.
+/// How many digits the numbers have.
 enum Digits : std::int64_t { kHalves, kSixDecimals, kAllDigits, kAsInDrawings };
 
 double makeValue(Dice& dice, std::int64_t digits) {

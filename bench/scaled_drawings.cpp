@@ -8,7 +8,7 @@
 namespace quillon::bench {
 namespace {
 
-/// A line on a layer of its own choice.
+/// A line on the given layer.
 void writeLine(DrawingText& drawing, Dice& dice, std::string_view layer) {
   drawing.beginEntity("LINE", layer).group(100, "AcDbLine");
   drawing.point(10, dice.measure(0.0, 800.0), dice.measure(0.0, 800.0));
@@ -89,7 +89,8 @@ void makeBlocks(DrawingText& drawing, std::size_t count) {
   finish(drawing);
 }
 
-/// Each block holds the one before; the outermost is inserted often, so that the time shows.
+/// Each block contains the previous one; the outermost is inserted often, so that its time is
+/// measurable.
 void makeNesting(DrawingText& drawing, std::size_t depth) {
   constexpr std::size_t kInsertions = 1000;
   Dice dice(8);
@@ -104,7 +105,7 @@ void makeNesting(DrawingText& drawing, std::size_t depth) {
   finish(drawing);
 }
 
-/// One block in many sizes, each of which becomes a part of the library.
+/// One block in many sizes, each of which becomes a library part.
 void makeParts(DrawingText& drawing, std::size_t count) {
   Dice dice(9);
   writeHeader(drawing);
@@ -149,7 +150,7 @@ void makeLongText(DrawingText& drawing, std::size_t characters) {
   writeText(drawing, content);
 }
 
-/// No two of the format codes are equal.
+/// The format codes are all different.
 void makeFormatCodes(DrawingText& drawing, std::size_t count) {
   std::string content;
   for (std::size_t i = 0; i < count; ++i) content += "\\H" + std::to_string(i) + ";x";

@@ -13,10 +13,10 @@ namespace quillon::bench {
 struct Series {
   std::string_view name;
   std::string_view unit;
-  /// The smallest count: large enough for its time to stand out from that of an empty drawing.
+  /// The smallest count: large enough for its time to exceed that of an empty drawing.
   std::size_t base;
   void (*make)(DrawingText& drawing, std::size_t count);
-  /// Turns on what the series is about.
+  /// Switches on the feature that the series measures.
   void (*set)(convert::ConversionJob& job) = [](convert::ConversionJob&) {};
 };
 

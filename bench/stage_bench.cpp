@@ -1,4 +1,5 @@
-// The stages of a conversion, each with those before it: finding lines, reading, translating.
+// The stages of a conversion, each including the previous ones: finding lines, reading,
+// translating.
 
 #include <benchmark/benchmark.h>
 
@@ -41,7 +42,7 @@ class EntityCounter : public dxf::EntitySink {
   std::uint64_t count = 0;
 };
 
-/// A made drawing in a file without a name.
+/// A generated drawing in an unnamed file.
 class DrawingFile {
  public:
   explicit DrawingFile(const DrawingKind& kind) : file_(std::tmpfile(), &std::fclose) {

@@ -1,6 +1,6 @@
 # cmake -DSOURCE=... -DFOLDER=... -DPROGRAM=... -DCOMPILER=... -DGENERATOR=... -P
-# install_without_windows.cmake: what a build without windows installs. PROGRAM stands for the
-# headless program that such a build would make.
+# install_without_windows.cmake: what a build without windows installs. PROGRAM takes the place of
+# the headless program that such a build would produce.
 file(REMOVE_RECURSE ${FOLDER})
 execute_process(COMMAND ${CMAKE_COMMAND} -S ${SOURCE} -B ${FOLDER}/build -G ${GENERATOR}
   -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_BUILD_TYPE=Release

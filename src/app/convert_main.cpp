@@ -6,7 +6,7 @@
 #include "app/headless/runner.h"
 
 int main(int argc, char** argv) {
-  std::setlocale(LC_TIME, "");  // dates of the report; numbers never follow the locale
+  std::setlocale(LC_TIME, "");  // for dates in the report; numbers never depend on the locale
   quillon::console::prepareStreams();
   std::optional<int> exitCode;
   const quillon::headless::Options options =

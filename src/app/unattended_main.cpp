@@ -5,7 +5,7 @@
 #include "files/program_folder.h"
 
 int main(int argc, char** argv) {
-  std::setlocale(LC_TIME, "");  // dates of the report; numbers never follow the locale
+  std::setlocale(LC_TIME, "");  // for dates in the report; numbers never depend on the locale
   quillon::console::prepareStreams();
   return quillon::unattended::Main(quillon::console::processArguments(argc, argv),
                                    quillon::files::programFolder());

@@ -7,7 +7,7 @@
 namespace quillon::base {
 
 std::size_t countByte(std::string_view bytes, char wanted) {
-  // Counters of one byte keep a whole vector busy; they are emptied before they could overflow.
+  // One-byte counters keep a whole vector busy; they are summed up before they can overflow.
   constexpr std::size_t kLanes = 64;
   constexpr std::size_t kRounds = 255;
   std::size_t count = 0;
@@ -41,7 +41,7 @@ bool hasWithoutBefore(std::string_view bytes, char wanted, char before) {
 }
 
 std::size_t findText(std::string_view bytes, std::string_view text) {
-  // Whole blocks are ruled out by the first and the last character together.
+  // The first and the last character together rule out whole blocks.
   constexpr std::size_t kBlock = 2048;
   if (bytes.size() < text.size()) return std::string_view::npos;
   const std::size_t starts = bytes.size() - text.size() + 1;

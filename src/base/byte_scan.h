@@ -5,13 +5,13 @@
 
 namespace quillon::base {
 
-/// Number of bytes that equal `wanted`; written for the compiler's vector instructions.
+/// Number of bytes that equal `wanted`; written so that the compiler can vectorise it.
 std::size_t countByte(std::string_view bytes, char wanted);
 
-/// True when some `wanted` behind the first byte does not directly follow a `before`.
+/// True when some `wanted` after the first byte is not directly preceded by `before`.
 bool hasWithoutBefore(std::string_view bytes, char wanted, char before);
 
-/// Offset of the first `text` (not empty) in the bytes, or npos.
+/// Offset of the first occurrence of `text` (not empty), or npos.
 std::size_t findText(std::string_view bytes, std::string_view text);
 
 }  // namespace quillon::base

@@ -4,7 +4,7 @@
 
 namespace quillon::base {
 
-/// Takes bytes in order: a script, a report. May throw; what wrote to it then ends.
+/// Takes bytes in order, e.g. of a script or a report. May throw; the writer then stops.
 class ByteSink {
  public:
   virtual ~ByteSink() = default;

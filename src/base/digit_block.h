@@ -6,15 +6,15 @@
 
 namespace quillon::base {
 
-/// Eight characters in one word, the first one lowest, with the value 0..9 for each digit. Only for
-/// little-endian machines.
+/// Loads eight characters into one word, the first one lowest, with the value 0..9 for each digit.
+/// Little-endian machines only.
 inline std::uint64_t loadDigits(const char* p) {
   std::uint64_t word = 0;
   std::memcpy(&word, p, sizeof word);
   return word ^ 0x3030303030303030U;
 }
 
-/// The same for fewer than eight characters; the bytes behind them are no digits.
+/// The same for fewer than eight characters; the remaining bytes are not digits.
 inline std::uint64_t loadFewDigits(const char* p, std::size_t count) {
   std::uint64_t word = 0;
   if (count >= 4) {
@@ -31,13 +31,13 @@ inline std::uint64_t loadFewDigits(const char* p, std::size_t count) {
   return word ^ 0x3030303030303030U;
 }
 
-/// The highest bit of each byte that is no digit.
+/// Sets the highest bit of each byte that is not a digit.
 inline std::uint64_t nonDigits(std::uint64_t digits) {
   constexpr std::uint64_t kLow = 0x7F7F7F7F7F7F7F7FU;
   return (((digits & kLow) + 0x7676767676767676U) | digits) & ~kLow;
 }
 
-/// The number that eight digits make.
+/// The number that eight digits form.
 inline std::uint64_t digitBlockValue(std::uint64_t digits) {
   constexpr std::uint64_t kMask = 0x000000FF000000FFU;
   digits = digits * 10 + (digits >> 8);  // pairs, in every other byte
@@ -46,7 +46,7 @@ inline std::uint64_t digitBlockValue(std::uint64_t digits) {
   return (upper + lower) >> 32;
 }
 
-/// The last `count` (1..8) of the eight characters before `end`, zeros in front.
+/// The last `count` (1..8) characters before `end`, padded with zeros in front.
 inline std::uint64_t loadLastDigits(const char* end, unsigned count) {
   const unsigned dropped = 8 * (8 - count);
   return loadDigits(end - 8) >> dropped << dropped;

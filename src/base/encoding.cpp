@@ -10,7 +10,7 @@ namespace {
 
 constexpr unsigned byteOf(char c) { return static_cast<unsigned char>(c); }
 
-/// Characters of the Windows-1252 bytes 0x80..0x9F; an undefined byte keeps its own number.
+/// Characters of the Windows-1252 bytes 0x80..0x9F; an undefined byte maps to the same code point.
 constexpr std::array<char16_t, 32> kUpperControls = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -51,7 +51,7 @@ char upperWindows1252(char c) {
       return static_cast<char>(byteOf(c) - 0x10);
     case 0xFF:  // ÿ
       return static_cast<char>(0x9F);
-    case 0xF7:  // the division sign is no letter
+    case 0xF7:  // the division sign is not a letter
       return c;
     default:
       return byteOf(c) >= 0xE0 ? static_cast<char>(byteOf(c) - 0x20) : upperAscii(c);
@@ -67,7 +67,7 @@ void putTwoBytes(char* p, unsigned code) {
   p[1] = static_cast<char>(0x80 | (code & 0x3F));
 }
 
-/// Upper case of the two-byte character at p, written back in place.
+/// Converts the two-byte character at p to upper case in place.
 void upperTwoBytes(char* p) {
   const unsigned code = codeOfTwoBytes(p);
   unsigned upper = code;
@@ -77,7 +77,7 @@ void upperTwoBytes(char* p) {
   putTwoBytes(p, upper);
 }
 
-/// Lower case of the two-byte character at p, written back in place.
+/// Converts the two-byte character at p to lower case in place.
 void lowerTwoBytes(char* p) {
   const unsigned code = codeOfTwoBytes(p);
   unsigned lower = code;
@@ -87,7 +87,7 @@ void lowerTwoBytes(char* p) {
   putTwoBytes(p, lower);
 }
 
-/// Changes each character of one byte and each of two bytes in place.
+/// Converts one-byte and two-byte characters in place; others stay.
 template <typename OneByte, typename TwoBytes>
 void changeUtf8(std::string& text, OneByte oneByte, TwoBytes twoBytes) {
   char* p = text.data();

@@ -2,10 +2,10 @@
 
 namespace quillon::base {
 
-/// The layer number of what is not converted: nothing is written for it.
+/// The layer number that means "do not convert": nothing is written for it.
 inline constexpr int kNotConverted = 999;
 
-/// The numbers that EAGLE's layers can have.
+/// The range of EAGLE's layer numbers.
 inline constexpr int kFirstLayer = 1;
 inline constexpr int kLastLayer = 255;
 

@@ -24,11 +24,11 @@ constexpr int kExponentCap = 1'000'000;
 
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// What the number at the start of a text consists of.
+/// The parts of the number at the start of a text.
 struct NumberParts {
   bool negative = false;
   const char* digits = nullptr;  ///< first character after the sign
-  const char* end = nullptr;     ///< first character behind the number
+  const char* end = nullptr;     ///< one past the last character of the number
   std::uint64_t mantissa = 0;    ///< valid while digitCount <= 19
   int digitCount = 0;            ///< digits without leading zeros
   bool anyDigit = false;
@@ -47,7 +47,7 @@ void readDigits(const char*& p, const char* end, NumberParts& parts, int exponen
   }
 }
 
-/// Reads "e", a sign and digits at p, or leaves p where it was.
+/// Reads "e", a sign and digits at p; otherwise p does not move.
 void readExponent(const char*& p, const char* end, NumberParts& parts) {
   if (p == end || (*p != 'e' && *p != 'E')) return;
   const char* q = p + 1;
@@ -79,12 +79,12 @@ NumberParts splitNumber(std::string_view text) {
   return parts;
 }
 
-/// Whether nothing but the number stands in a trimmed text.
+/// Whether the trimmed text is nothing but the number.
 bool isWhole(const NumberParts& parts, std::string_view trimmed) {
   return parts.anyDigit && trimmed.front() != '\t' && parts.end == trimmed.data() + trimmed.size();
 }
 
-/// Long mantissas and large exponents: the library's exact conversion.
+/// Long mantissas and large exponents go through the library's exact conversion.
 double valueOfLongNumber(const NumberParts& parts) {
   double value = 0.0;
   const auto [stop, error] = std::from_chars(parts.digits, parts.end, value);
@@ -95,8 +95,7 @@ double valueOfLongNumber(const NumberParts& parts) {
   return value;
 }
 
-/// Mantissa and power of ten where the one rounding of the operation is the right one, as both
-/// operands are exact.
+/// Whether mantissa and power of ten are exact doubles: then a single operation rounds correctly.
 bool isExact(std::uint64_t mantissa, int exponent) {
   return mantissa <= kLargestExactMantissa && exponent >= -22 && exponent <= 22;
 }
@@ -116,7 +115,7 @@ double valueOf(const NumberParts& parts) {
   return parts.negative ? -value : value;
 }
 
-/// A short number: digits with "." or without, seven characters at most.
+/// Reads a short number: at most seven characters, digits with or without ".".
 bool readShortNumber(const char* start, std::size_t length, double& value) {
   if (length == 0) return false;
   const std::uint64_t word = loadFewDigits(start, length);
@@ -136,8 +135,8 @@ bool readShortNumber(const char* start, std::size_t length, double& value) {
   return true;
 }
 
-/// The usual coordinate: a sign perhaps, up to seven digits, ".", up to 16 digits, nothing else.
-/// Taken eight characters at a time; false for any other form.
+/// Reads the usual coordinate, eight characters at a time: an optional sign, up to seven digits,
+/// ".", up to 16 digits. False for any other form.
 bool readCoordinate(std::string_view text, double& value) {
   if constexpr (std::endian::native != std::endian::little) return false;
   const bool negative = !text.empty() && text.front() == '-';
@@ -217,7 +216,7 @@ std::int16_t groupCodeSlow(std::string_view line) {
 
 std::string numberText(double value) {
   constexpr int kSignificantDigits = 15;
-  // Digits that numberValue takes for infinity again; the word would read as 0.
+  // Digits that numberValue reads back as infinity; the word "inf" would read as 0.
   if (!std::isfinite(value)) return value < 0.0 ? "-1e999" : "1e999";
   std::array<char, 40> buffer{};
   const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,

@@ -6,37 +6,37 @@
 
 namespace quillon::base {
 
-/// The text without blanks at both ends. Tabs stay.
+/// The text without leading and trailing blanks. Tabs stay.
 constexpr std::string_view trimBlanks(std::string_view text) {
   while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
   while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
   return text;
 }
 
-/// The number at the start of a text, whatever the locale: blanks and tabs, a sign, digits with
-/// ".", an exponent (e or E, only with digits). Reading stops at the first character that does not
-/// fit; text without digits gives 0. Too large for a double gives infinity, too small gives 0.
+/// The number at the start of a text, in any locale: blanks and tabs, a sign, digits with ".", an
+/// exponent (e or E, only with digits). Reading stops at the first character that does not fit; a
+/// text without digits gives 0. Overflow gives infinity, underflow 0.
 double numberValue(std::string_view text);
 
-/// True when a text has a number for numberValue to read.
+/// True when a text starts with a number that numberValue can read.
 bool startsWithNumber(std::string_view text);
 
-/// What follows the number at the start of a text: "" when there is nothing more than blanks and
-/// tabs, the whole text when it does not start with a number.
+/// What follows the number at the start of a text: "" for nothing but blanks and tabs, the whole
+/// text when it does not start with a number.
 std::string_view textAfterNumber(std::string_view text);
 
-/// True when the text as a whole is a decimal number, with blanks at its ends perhaps.
+/// True when the whole text is a decimal number, apart from blanks around it.
 bool isNumber(std::string_view text);
 
-/// numberValue rounded half to even to 16 bits; `fits` is false (and the result 0) when the number
-/// lies outside.
+/// numberValue rounded half to even to 16 bits; `fits` is false and the result 0 when it is out of
+/// range.
 std::int16_t roundedInteger16(double value, bool& fits);
 
-/// True when the rounded number is odd: the test for the closed flag of a polyline.
+/// True when the rounded number is odd. This is how a polyline's closed flag is tested.
 bool isOddNumber(std::string_view text);
 
-/// The group code on a trimmed line: the line must be a decimal number as a whole, which is rounded
-/// half to even. Throws RunTimeError (BadGroupCode) for anything else.
+/// The group code on a trimmed line: the whole line must be a decimal number, which is rounded half
+/// to even. Throws RunTimeError (BadGroupCode) otherwise.
 std::int16_t groupCodeSlow(std::string_view line);
 
 inline std::int16_t groupCode(std::string_view line) {

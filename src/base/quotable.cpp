@@ -3,7 +3,7 @@
 namespace quillon::base {
 namespace {
 
-/// Number of bytes of the control character at a place of a UTF-8 text; 0 for another character.
+/// Length in bytes of the control character at an offset of a UTF-8 text; 0 for another character.
 std::size_t controlLength(std::string_view utf8, std::size_t at) {
   const auto byte = static_cast<unsigned char>(utf8[at]);
   if (byte < 0x20 || byte == 0x7F) return 1;
@@ -11,8 +11,8 @@ std::size_t controlLength(std::string_view utf8, std::size_t at) {
   return byte == 0xC2 && next >= 0x80 && next < 0xA0 ? 2 : 0;
 }
 
-/// Appends the byte, or the control character as an escape, that stands at a place; returns how
-/// many bytes that is.
+/// Appends the byte at an offset, or the control character there as an escape; returns the number
+/// of bytes consumed.
 std::size_t appendShown(std::string& out, std::string_view utf8, std::size_t at) {
   constexpr std::string_view kHex = "0123456789abcdef";
   const std::size_t length = controlLength(utf8, at);

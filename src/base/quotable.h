@@ -6,14 +6,14 @@
 
 namespace quillon::base {
 
-/// True when a UTF-8 text holds a control character.
+/// True when a UTF-8 text contains a control character.
 bool hasControlCharacter(std::string_view utf8);
 
-/// A UTF-8 text with its control characters, other than tabs, as escapes: no terminal obeys them.
+/// A UTF-8 text with control characters other than tabs escaped, so that no terminal obeys them.
 std::string withoutControls(std::string_view utf8);
 
-/// A text from a file for a message: UTF-8 in, control characters as escapes, cut once it
-/// has `longest` bytes.
+/// A text from a file, made fit for a message: UTF-8, control characters escaped, cut off at
+/// `longest` bytes.
 std::string quotable(std::string_view utf8, std::size_t longest = 200);
 
 }  // namespace quillon::base

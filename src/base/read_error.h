@@ -5,7 +5,7 @@
 
 namespace quillon::base {
 
-/// A file could not be read, for the system's reason with this number (errno).
+/// A file could not be read; carries the system's errno.
 class ReadError : public std::runtime_error {
  public:
   explicit ReadError(int reason)

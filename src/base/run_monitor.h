@@ -7,19 +7,20 @@ namespace quillon::base {
 /// What the reader is busy with.
 enum class ReadPhase : std::uint8_t { Header, Blocks, Entities };
 
-/// All that a long loop asks of whoever runs it. Every call may let user-interface events run.
+/// The link between a long loop and whoever runs it. Every call may process user-interface events.
 /// The implementation throttles what is shown; callers only pace themselves with a Pacer.
 class RunMonitor {
  public:
   virtual ~RunMonitor() = default;
 
-  /// The reader entered a phase, or has read `count` blocks or entities of it (0: none yet).
+  /// The reader has entered a phase, or has read `count` blocks or entities in it (0: none yet).
   virtual void setStatus(ReadPhase phase, std::uint64_t count) = 0;
-  /// Progress of reading (writing = false) or converting: value of total; nothing for total 0.
+  /// Progress of reading (writing = false) or converting: `value` of `total`; ignored when `total`
+  /// is 0.
   virtual void setProgress(bool writing, std::uint64_t value, std::uint64_t total) = 0;
   /// True once the user has cancelled; stays true.
   virtual bool cancelRequested() = 0;
-  /// Called over and over where a loop can only wait for the user to cancel.
+  /// Called repeatedly where a loop can only wait for the user to cancel.
   virtual void waitForUser() = 0;
 };
 

@@ -9,9 +9,9 @@ namespace quillon::base {
 
 /// What went wrong while a drawing was read or converted.
 enum class Fault : std::uint8_t {
-  BadGroupCode,      ///< a group-code line is no 16-bit integer
-  TextEndsTooEarly,  ///< the lines end inside a table, a block or an entity
-  TooManyPoints,     ///< a spline pairs group 11 with group 12 (no such point can be stored)
+  BadGroupCode,      ///< a group-code line is not a 16-bit integer
+  TextEndsTooEarly,  ///< the lines end within a table, a block or an entity
+  TooManyPoints,     ///< a spline pairs group 11 with group 12; such a point cannot be stored
   BadNumber,         ///< a number to be written is not finite
   BadLayerNumber,    ///< an EAGLE layer number does not fit in 16 bits
   NestingTooDeep,    ///< blocks are nested deeper than the limit
@@ -22,9 +22,8 @@ enum class Fault : std::uint8_t {
 /// section catches it.
 class RunTimeError : public std::runtime_error {
  public:
-  /// `subject` is the text that the message quotes (a line, a name); it may be empty.
-  /// `position` points into the text that was being read, or is null; it is valid as long as that
-  /// text is.
+  /// `subject` is the text that the message quotes, such as a line or a name; it may be empty.
+  /// `position` points into the text being read, or is null; it is valid as long as that text.
   RunTimeError(Fault fault, std::string_view subject, const char* position = nullptr)
       : std::runtime_error("run-time error"),
         fault_(fault),
@@ -34,7 +33,7 @@ class RunTimeError : public std::runtime_error {
   Fault fault() const { return fault_; }
   const std::string& subject() const { return subject_; }
   const char* position() const { return position_; }
-  /// Number of the line in the file where the error arose; 0 when it is not known.
+  /// Line number of the error in the file; 0 when unknown.
   std::uint64_t line() const { return line_; }
   void setLine(std::uint64_t line) { line_ = line; }
 

@@ -10,7 +10,7 @@
 namespace quillon::base {
 namespace {
 
-/// Eight bytes with the first one lowest.
+/// Loads eight bytes, the first one lowest.
 std::uint64_t loadWord(const char* p) {
   std::uint64_t word = 0;
   if constexpr (std::endian::native == std::endian::little) {
@@ -23,7 +23,7 @@ std::uint64_t loadWord(const char* p) {
   return word;
 }
 
-/// The last bytes, fewer than eight, and the length of the whole text above them.
+/// The remaining bytes, fewer than eight, with the length of the whole text in the top byte.
 std::uint64_t loadTail(const char* p, std::size_t length) {
   std::uint64_t word = std::uint64_t{length} << 56;
   for (std::size_t i = 0; i < length % 8; ++i) {
@@ -86,7 +86,7 @@ std::uint64_t sipHash(std::string_view text, const HashKey& key) {
 }
 
 HashKey drawKey() {
-  // The clock and an address stand in where the system has no random numbers to give.
+  // Where the system has no random numbers, the clock and an address have to do.
   HashKey key;
   key.low = static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
   key.high = static_cast<std::uint64_t>(std::bit_cast<std::uintptr_t>(&key));

@@ -11,16 +11,16 @@ struct HashKey {
   std::uint64_t high = 0;
 };
 
-/// The key of this process: random, drawn once.
+/// The key of this process, drawn at random once.
 const HashKey& processHashKey();
 
 /// SipHash-1-3 of a text.
 std::uint64_t sipHash13(std::string_view text, const HashKey& key);
-/// SipHash-2-4, slower and with published values to check the common parts against.
+/// SipHash-2-4: slower, but with published test vectors that check the code shared with 1-3.
 std::uint64_t sipHash24(std::string_view text, const HashKey& key);
 
-/// Hashes the keys of every table that holds texts of a drawing or of another file, so that nobody
-/// can choose texts that fall into one bucket. Nothing may depend on the order that it gives.
+/// Hashes the keys of every table of texts from a drawing or another file, so that nobody can craft
+/// texts that fall into one bucket. Nothing may depend on the resulting order.
 class TextHash {
  public:
   using is_transparent = void;
@@ -32,7 +32,7 @@ class TextHash {
   }
 
  private:
-  HashKey key_;  // a copy, so that a look-up asks nobody
+  HashKey key_;  // a copy, so that a look-up calls nothing
 };
 
 }  // namespace quillon::base

@@ -7,10 +7,10 @@
 
 namespace quillon::base {
 
-/// The unit of a drawing's numbers and of the script's grid, in the order of its list in windows
-/// and settings.
+/// The unit of a drawing's numbers and of the script's grid, in the order used in windows and
+/// settings.
 enum class Unit : std::int8_t {
-  None = -1,  ///< nothing chosen: counts as mm where a number has to be chosen
+  None = -1,  ///< no choice; counts as mm where a number is needed
   Mic = 0,
   Mm = 1,
   Mil = 2,
@@ -29,13 +29,13 @@ inline constexpr std::array<UnitRecord, kUnitCount> kUnits = {{{"mic", 0.001, 83
                                                                {"mil", 0.0254, 33026.0},
                                                                {"inch", 25.4, 33.026}}};
 
-/// What is known of a unit; None has the numbers of mm, and its word.
+/// The record of a unit; None shares that of mm.
 constexpr const UnitRecord& unitRecord(Unit unit) {
   return kUnits[unit == Unit::None ? static_cast<std::size_t>(Unit::Mm)
                                    : static_cast<std::size_t>(unit)];
 }
 
-/// The unit at an index of the list; None for one outside.
+/// The unit at an index of the list; None when out of range.
 constexpr Unit unitAt(int index) {
   return index >= 0 && index < kUnitCount ? static_cast<Unit>(index) : Unit::None;
 }

@@ -9,7 +9,7 @@ namespace {
 
 constexpr unsigned byteOf(char c) { return static_cast<unsigned char>(c); }
 
-/// First byte of [p, end) outside ASCII, eight bytes at a time.
+/// First non-ASCII byte of [p, end), checked eight bytes at a time.
 const char* skipAscii(const char* p, const char* end) {
   constexpr std::uint64_t kHighBits = 0x8080808080808080U;
   while (end - p >= 8) {
@@ -22,7 +22,7 @@ const char* skipAscii(const char* p, const char* end) {
   return p;
 }
 
-/// Bytes that a character with this first byte has.
+/// Length in bytes of a character that starts with this byte.
 std::size_t wantedLength(char first) {
   if (byteOf(first) >= 0xF0) return 4;
   if (byteOf(first) >= 0xE0) return 3;

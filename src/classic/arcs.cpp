@@ -25,7 +25,7 @@ Point pointOnCircle(double cx, double cy, double r, double degrees) {
   return {cx + r * cosine(angle), cy + r * sine(angle)};
 }
 
-/// A circle of the drawing that is walked dash by dash.
+/// A circle to be walked dash by dash.
 struct DashedCircle {
   double cx;
   double cy;
@@ -41,7 +41,7 @@ void walkArc(Context& context, const DashedCircle& circle, double startAngle, do
   while (current < endAngle && walk.next(current, item)) {
     if (context.cancelled()) return;
     if (item == 0.0) {
-      // Scripts have always had the dots of an arc at its centre.
+      // The dots of an arc go to its centre; kept so that scripts stay the same.
       writePoint(context, circle.cx, circle.cy, circle.layer);
       continue;
     }
@@ -56,7 +56,7 @@ void walkArc(Context& context, const DashedCircle& circle, double startAngle, do
   }
 }
 
-/// An arc whose end does not come after its start is walked once round.
+/// An arc whose end is not after its start goes round once.
 double walkedEnd(double startAngle, double endAngle) {
   constexpr double kTurn = 360.0;
   return endAngle > startAngle ? endAngle : endAngle + kTurn;
@@ -82,12 +82,12 @@ Point placeCentre(double cx, double cy, const Placement& placement) {
   return {x + placement.dx, y + placement.dy};
 }
 
-/// A placement under which a circle or an arc has no ellipse.
+/// A placement that leaves no ellipse of a circle or an arc.
 bool isFlat(const Placement& placement) {
   return placement.scaleX == 0.0 && placement.scaleY != 0.0;
 }
 
-/// Under unequal scales a circle or an arc is an ellipse, whatever the ellipse option says.
+/// With unequal scales a circle or an arc is an ellipse, whatever the ellipse option says.
 void writeAsEllipse(Context& context, double cx, double cy, double r, double startParam,
                     double endParam, const Placement& placement, int layer,
                     const DashPattern* dashes) {
@@ -147,8 +147,8 @@ void writeArcEntity(Context& context, double cx, double cy, double r, double sta
   startAngle += kDegreesPerRadian * placement.rotation;
   endAngle += kDegreesPerRadian * placement.rotation;
   if (startAngle == endAngle) {
-    // The full circle gets the placed centre and radius and the placement once more, as scripts
-    // have always had it.
+    // The placement is applied a second time to the placed full circle; kept so that scripts stay
+    // the same.
     writeCircle(context, x, y, r, placement, layer, dashes);
     return;
   }

@@ -13,7 +13,7 @@ void writeSolid(Context& context, const std::array<Point, 4>& corners, int layer
   std::size_t count = 0;
   const auto add = [&](Point corner) { outline[count++].at = corner; };
   add(c1);
-  // Which corner is compared with which decides what scripts have always shown of flat areas.
+  // Do not simplify these comparisons: they decide which corners scripts have for flat areas.
   if (c2 != c1) add(c2);
   if (c3 != c1 && c3 != c2) add(c3);
   if (c4 != c2 && c4 != c3) add(c4);

@@ -6,8 +6,8 @@
 
 namespace quillon::classic {
 
-/// A filled area with four corners (SOLID, TRACE, 3DFACE), in the order of the drawing. Nothing
-/// when fewer than three corners differ from the one before.
+/// Writes a filled area with four corners (SOLID, TRACE, 3DFACE), in the order of the drawing.
+/// Nothing is written when fewer than three corners differ from the previous one.
 void writeSolid(Context& context, const std::array<Point, 4>& corners, int layer);
 
 }  // namespace quillon::classic

@@ -18,9 +18,9 @@ namespace {
 constexpr double kSmallestBulge = 1e-6;
 constexpr int kModeWithoutWidth = 0;
 
-/// The circle through a bulge segment: its turn and the point opposite the start.
+/// The circle through a bulge segment: its included angle and the point opposite the start.
 struct BulgeCircle {
-  double theta = 0.0;  ///< included angle, negative: clockwise
+  double theta = 0.0;  ///< included angle; negative is clockwise
   double diameterX = 0.0;
   double diameterY = 0.0;
 };

@@ -8,7 +8,8 @@ namespace quillon::classic {
 
 using geometry::Placement;
 
-/// A counter-clockwise arc of width 0 by centre, radius and angles in degrees. No layer line.
+/// A counter-clockwise arc of width 0 by centre, radius and angles in degrees. Writes no layer
+/// line.
 void writeArc(Context& context, double cx, double cy, double r, double startAngle, double endAngle,
               int layer);
 
@@ -21,8 +22,8 @@ void writeArcEntity(Context& context, double cx, double cy, double r, double sta
 void writeCircle(Context& context, double cx, double cy, double r, const Placement& placement,
                  int layer, const DashPattern* dashes);
 
-/// An ellipse or a part of one as a chain of lines. Centre and major axis (relative to the centre)
-/// are placed already; parameters in radians; π / (2 × segments) from one point to the next.
+/// An ellipse or elliptical arc as a chain of lines. Centre and major axis (relative to the centre)
+/// are already placed; parameters in radians; points are π / (2 × segments) apart.
 struct EllipseArc {
   double cx = 0.0;
   double cy = 0.0;

@@ -8,7 +8,7 @@
 namespace quillon::classic {
 namespace {
 
-/// Takes the next dash off a list; false at its end.
+/// Removes the next dash from a list; false at its end.
 bool takeDash(std::string_view& list, double& dash) {
   while (!list.empty()) {
     const std::size_t stop = list.find(';');

@@ -14,13 +14,13 @@ namespace quillon::classic {
 
 /// Dashes of a line type: positive drawn, negative gaps, 0 dots; before scaling.
 ///
-/// The first ones are kept as numbers. The rest of a long list, which a hostile drawing can share
-/// among many line types, stays the text that it is and is read as it is walked.
+/// The first ones are kept as numbers. The rest of a long list, which a hostile drawing could share
+/// among many line types, stays text and is parsed while walking.
 class DashPattern {
  public:
   DashPattern() = default;
   DashPattern(std::initializer_list<double> dashes) : first_(dashes) {}
-  /// A list as the line type table holds it; the text has to stay.
+  /// `list` as in the line type table; it must outlive the pattern.
   explicit DashPattern(std::string_view list);
 
   friend bool operator==(const DashPattern&, const DashPattern&) = default;
@@ -33,13 +33,13 @@ class DashPattern {
   std::string_view rest_;
 };
 
-/// Finds the dash pattern of a line type by its name, once per name.
+/// Finds the dash pattern of a line type by name, parsing each once.
 class DashPatterns {
  public:
   explicit DashPatterns(dxf::Drawing& drawing) : drawing_(drawing) {}
 
-  /// The pattern, or null for a line type that is not in the table or has a total length of 0:
-  /// such lines are continuous.
+  /// The pattern, or null for a line type that is not in the table or has a total length of 0: such
+  /// lines are continuous.
   const DashPattern* find(std::string_view lineType);
 
  private:
@@ -47,24 +47,25 @@ class DashPatterns {
 
   dxf::Drawing& drawing_;
   std::unordered_map<std::string_view, const DashPattern*, base::TextHash> known_;
-  /// What was asked for last: most drawings use one line type many times in a row.
+  /// The last name asked for: most drawings use a line type many times in a row.
   std::string_view lastName_;
   const DashPattern* last_ = nullptr;
   std::deque<DashPattern> patterns_;
 };
 
-/// Walks a pattern along a length: gives its dashes in order, over and over, until the length is
-/// used up or a whole pass over the pattern did not get on.
+/// Walks a pattern along a length: returns its dashes over and over, until the length is used up or
+/// a full pass made no progress.
 class DashWalk {
  public:
   explicit DashWalk(const DashPattern& pattern) : pattern_(pattern), rest_(pattern.rest_) {}
 
-  /// The next dash. `travelled` is how far the walk has come; false when it stands still.
+  /// The next dash. `travelled` is the distance covered so far; false when there is no more
+  /// progress.
   bool next(double travelled, double& dash);
 
  private:
   const DashPattern& pattern_;
-  std::size_t index_ = 0;  ///< in the first dashes of the pattern
+  std::size_t index_ = 0;  ///< into the pattern's first dashes
   std::string_view rest_;
   bool started_ = false;
   double passStart_ = 0.0;

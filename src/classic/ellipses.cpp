@@ -14,9 +14,9 @@ using geometry::sine;
 
 namespace {
 
-/// A vector as a signed length and an angle between -pi/2 and pi/2: a negative length stands in for
-/// the missing quadrant correction of the angle. A vector without x points straight up, whatever
-/// its y. The last digits of scripts depend on this form.
+/// A vector as a signed length and an angle from -pi/2 to pi/2; a negative length replaces the
+/// quadrant correction of the angle. A vector with x = 0 points straight up, whatever its y. The
+/// last digits of scripts depend on this form.
 struct SignedPolar {
   SignedPolar(double x, double y)
       : length(std::sqrt(x * x + y * y)), angle(x == 0.0 ? kPi / 2.0 : arcTangent(y / x)) {
@@ -27,7 +27,7 @@ struct SignedPolar {
   double angle;
 };
 
-/// An ellipse by signed half axes and the direction of the major one.
+/// An ellipse by its signed half axes and the direction of the major one.
 class AxisForm {
  public:
   explicit AxisForm(const EllipseArc& ellipse)
@@ -64,7 +64,7 @@ void writeEllipse(Context& context, const EllipseArc& ellipse, int segments, int
   const double end = ellipse.endParam;
   const double start = end < ellipse.startParam ? ellipse.startParam - kTwoPi : ellipse.startParam;
 
-  if (!(start < end - kParameterTolerance)) return;  // one point makes no line
+  if (!(start < end - kParameterTolerance)) return;  // a single point is not a line
 
   double lastX = 0.0;
   double lastY = 0.0;

@@ -12,8 +12,8 @@
 namespace quillon::classic {
 namespace {
 
-/// True when no code contains a backslash of its own: each is then removed where it is met, and
-/// removing it elsewhere at once makes no difference.
+/// True when every code has just its leading backslash: each is then removed where it is found, and
+/// removing its other occurrences at once makes no difference.
 bool haveOneBackslashEach(std::string_view text) {
   bool open = false;
   for (const char c : text.substr(0, text.rfind(';') + 1)) {
@@ -36,8 +36,8 @@ std::string stripSimpleCodes(std::string_view text) {
   }
 }
 
-/// Hashes of all pieces of a text that grows and shrinks at its end: polynomials modulo a prime at
-/// a place that is secret.
+/// Hashes of all suffixes of a text that grows and shrinks at its end: polynomials modulo a prime,
+/// evaluated at a secret point.
 class PieceHashes {
  public:
   PieceHashes() : base_(base::processHashKey().low % (kPrime - 256) + 256) {}
@@ -50,7 +50,7 @@ class PieceHashes {
   }
   void shorten(std::size_t size) { sums_.resize(size + 1); }
 
-  /// The hash of everything from `start` on.
+  /// The hash of the suffix from `start` on.
   std::uint64_t from(std::size_t start) const {
     const std::uint64_t before = multiply(sums_[start], powers_[sums_.size() - 1 - start]);
     return reduce(sums_.back() + kPrime - before);
@@ -63,7 +63,7 @@ class PieceHashes {
     value = (value & kPrime) + (value >> 61);
     return value >= kPrime ? value - kPrime : value;
   }
-  /// The product by halves of 31 and 30 bits, none of which overflows.
+  /// The product via halves of 31 and 30 bits, so that nothing overflows.
   static std::uint64_t multiply(std::uint64_t a, std::uint64_t b) {
     constexpr std::uint64_t kLow31 = (std::uint64_t{1} << 31) - 1;
     constexpr std::uint64_t kLow30 = (std::uint64_t{1} << 30) - 1;
@@ -79,15 +79,15 @@ class PieceHashes {
 
 /// Removes codes that contain backslashes in one pass over the text.
 ///
-/// By the rule, the whole text is searched for each code in turn. Here, each semicolon finds out
-/// which of the codes removed so far would have removed it first; if none, the text in front of it
-/// is the next code. What a removed code leaves in front of it becomes part of the text that
-/// follows, but only for the codes removed after that one: a seam remembers which.
+/// The rule is: take the first code, remove it throughout the text, repeat. Here, at each
+/// semicolon, we find which of the codes removed so far would have been removed first; if none, the
+/// text before the semicolon is the next code. The text before a removed code joins the text after
+/// it, but only for codes removed later than that one; a seam records which.
 class NestedCodes {
  public:
   explicit NestedCodes(rules::CancelPoll& cancelled) : cancelled_(cancelled) {}
 
-  /// False after a cancel.
+  /// False when cancelled.
   bool strip(std::string& text) {
     const std::string_view in = text;
     std::size_t from = 0;
@@ -105,16 +105,16 @@ class NestedCodes {
 
  private:
   struct Seam {
-    std::size_t at;      ///< between the characters of open_ before and after this place
-    std::uint32_t code;  ///< number of the code that was removed here
+    std::size_t at;      ///< offset in open_ where two parts meet
+    std::uint32_t code;  ///< number of the code removed here
   };
   struct Code {
     std::size_t start;  ///< in codeTexts_
     std::size_t length;
-    std::vector<std::uint32_t> numbers;  ///< from 1, in the order of their removal
+    std::vector<std::uint32_t> numbers;  ///< from 1, in order of removal
   };
 
-  /// Text without a backslash in front of it is done.
+  /// Text with no backslash before it is final.
   void append(std::string_view text) {
     if (open_.empty()) {
       const std::size_t backslash = std::min(text.find('\\'), text.size());
@@ -125,11 +125,12 @@ class NestedCodes {
     hashes_.append(text);
   }
 
-  /// The open text ends with a semicolon: removes the code that goes first, or makes it a new one.
+  /// The open text ends with a semicolon: removes the code that matches first, or registers a new
+  /// one.
   void closeCode() {
     std::uint32_t first = count_ + 1;
     std::size_t removed = open_.size();
-    std::uint32_t above = 0;  // codes up to this one met a text that was still in two parts
+    std::uint32_t above = 0;  // up to this number, codes met a text still in two parts
     std::size_t seam = seams_.size();
     for (const std::size_t length : lengths_) {
       if (length > open_.size()) break;
@@ -146,7 +147,7 @@ class NestedCodes {
     shorten(open_.size() - removed, first);
   }
 
-  /// The smallest number between two others of the code that starts here; 0 for none.
+  /// The smallest number, between two bounds, of the code that starts here; 0 for none.
   std::uint32_t findNumber(std::size_t start, std::uint32_t above, std::uint32_t below) const {
     const auto found = codesByHash_.find(hashes_.from(start));
     if (found == codesByHash_.end()) return 0;
@@ -194,13 +195,13 @@ class NestedCodes {
 
   rules::CancelPoll& cancelled_;
   std::string out_;
-  std::string open_;  ///< from the first backslash on that may still begin a code
+  std::string open_;  ///< from the first backslash that may still start a code
   PieceHashes hashes_;
   std::vector<Seam> seams_;
   std::uint32_t count_ = 0;  ///< codes removed so far
   std::string codeTexts_;
   std::vector<Code> codes_;
-  std::vector<std::size_t> lengths_;  ///< of all codes, in ascending order
+  std::vector<std::size_t> lengths_;  ///< of all codes, ascending
   std::unordered_map<std::uint64_t, std::vector<std::size_t>> codesByHash_;
 };
 

@@ -6,9 +6,9 @@
 
 namespace quillon::classic {
 
-/// Removes MTEXT formatting codes: from the first backslash to the next semicolon, wherever that
-/// piece occurs, then again from the first backslash that is left. A code without a semicolon after
-/// it stays. False after a cancel, with the text in between.
+/// Removes MTEXT formatting codes: everything from the first backslash to the next semicolon,
+/// wherever that piece occurs, then again from the next remaining backslash. A code without a
+/// semicolon stays. False when cancelled; the text is then half done.
 bool stripFormatCodes(std::string& text, rules::CancelPoll& cancelled);
 
 }  // namespace quillon::classic

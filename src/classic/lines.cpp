@@ -12,8 +12,8 @@ void writeWire(eagle::Commands& commands, double width, double x1, double y1, do
   commands.wire({.width = std::fabs(width), .from = {x1, y1}, .to = {x2, y2}});
 }
 
-/// The dashes of one line. Each step is measured by the whole line's length and direction, from a
-/// start point that moves along.
+/// The dashes of one line. Each step uses the length and direction of the whole line, from a start
+/// point that moves along.
 class DashedLine {
  public:
   DashedLine(Context& context, double& x1, double& y1, double x2, double y2, int layer,
@@ -41,7 +41,7 @@ class DashedLine {
         advance(item * context_.settings.ltScale);
       }
       // Before the first dash the end point is the origin, so a leading dot moves the line's start
-      // there. Scripts have always shown it.
+      // there; kept so that scripts stay the same.
       x_ = endX_;
       y_ = endY_;
     }
@@ -74,7 +74,7 @@ class DashedLine {
   double endY_ = 0.0;
 };
 
-/// Radius of a dot when the drawing gives no point size: 0.1 mm, but in mil a tenth of that.
+/// Radius of a dot when the drawing sets no point size: 0.1 mm, but a tenth of that in mil.
 double defaultPointRadius(base::Unit unit) {
   switch (unit) {
     case base::Unit::Mic:

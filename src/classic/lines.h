@@ -5,9 +5,8 @@
 
 namespace quillon::classic {
 
-/// A straight line, dashed when a pattern is given (null: continuous). While dashing, the start
-/// point moves along: afterwards x1 and y1 hold the end of the last dash, from which ellipses and
-/// splines then go on.
+/// A straight line, dashed when a pattern is given (null: continuous). Dashing moves the start
+/// point: afterwards x1 and y1 are the end of the last dash, where ellipses and splines continue.
 void writeLine(Context& context, double& x1, double& y1, double x2, double y2, int layer,
                const DashPattern* dashes, double width);
 

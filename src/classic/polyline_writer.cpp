@@ -61,7 +61,7 @@ void PolylineWriter::writeSegment(const PlacedVertex& from, const PlacedVertex& 
   const auto& [dx, dy, scaleX, scaleY, rotation] = style_.placement;
   const double width = widthOf(from);
   if (std::fabs(from.bulge) < kSmallestBulge) {
-    Point start = from.at;  // a dashed line moves its start point along
+    Point start = from.at;  // a dashed line moves its start point
     writeLine(context_, start.x, start.y, to.at.x, to.at.y, style_.layer, style_.dashes,
               width * std::max(scaleX, scaleY));
   } else {

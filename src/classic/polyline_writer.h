@@ -10,12 +10,12 @@ namespace quillon::classic {
 
 using geometry::Placement;
 
-/// What a polyline's vertices share.
+/// What the vertices of a polyline share.
 struct PolylineStyle {
   int layer = 0;
   const DashPattern* dashes = nullptr;
   bool closed = false;
-  /// True for the kinds whose closing segment has no vertex of its own.
+  /// True for kinds whose closing segment has no vertex of its own.
   bool closesItself = false;
   double width = 0.0;  ///< own width; 0 when it has none
   Placement placement;
@@ -23,22 +23,22 @@ struct PolylineStyle {
 
 struct PlacedVertex {
   Point at;
-  double startWidth = 0.0;  ///< 0: the polyline's own width
+  double startWidth = 0.0;  ///< 0: use the polyline's width
   double bulge = 0.0;
 };
 
-/// Writes one polyline after the other, vertex by vertex, either as a polygon (closed, without
-/// width, in polyline mode; bulges do not count then) or segment by segment.
+/// Writes one polyline after another, vertex by vertex, either as a polygon (closed, without width,
+/// in polyline mode; ignores bulges) or segment by segment.
 class PolylineWriter {
  public:
   explicit PolylineWriter(Context& context) : context_(context) {}
 
   bool running() const { return running_; }
 
-  /// Starts a run. `hasWidth` keeps it off the polygon road.
+  /// Starts a polyline. `hasWidth` rules out the polygon form.
   void begin(const PolylineStyle& style, bool hasWidth);
   void add(const PlacedVertex& vertex);
-  /// Ends the run, if there is one.
+  /// Ends the polyline, if one is open.
   void finish();
 
  private:
@@ -50,7 +50,7 @@ class PolylineWriter {
   PolylineStyle style_;
   bool running_ = false;
   bool asPolygon_ = false;
-  std::uint64_t polygons_ = 0;  ///< so far; the name of the last one
+  std::uint64_t polygons_ = 0;  ///< so far; the number of the last one is its name
   std::uint64_t vertices_ = 0;
   PlacedVertex first_;
   PlacedVertex last_;

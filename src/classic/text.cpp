@@ -9,10 +9,10 @@
 namespace quillon::classic {
 namespace {
 
-/// EAGLE's text size in terms of the drawing's text height.
+/// EAGLE's text size relative to the drawing's text height.
 constexpr double kSizeOfHeight = 0.6;
 
-/// A text to be replaced and its replacement, in both encodings of drawings.
+/// A text and its replacement, in both encodings of drawings.
 struct Replacement {
   std::string_view wanted;
   std::string_view by;
@@ -21,7 +21,7 @@ struct Replacement {
 };
 
 /// Control codes in their fixed order: signs, underline and overline, then the German letters by
-/// their numbers in code page 437.
+/// their code page 437 numbers.
 constexpr std::array<Replacement, 16> kControlCodes = {{{"%%p", "±", "%%p", "\xB1"},
                                                         {"%%d", "°", "%%d", "\xB0"},
                                                         {"%%c", "ø", "%%c", "\xF8"},
@@ -39,8 +39,8 @@ constexpr std::array<Replacement, 16> kControlCodes = {{{"%%p", "±", "%%p", "\x
                                                         {"%%153", "Ö", "%%153", "\xD6"},
                                                         {"%%154", "Ü", "%%154", "\xDC"}}};
 
-/// Characters that bytes of code page 437 were taken for. They are replaced in every text, genuine
-/// ones included: intended.
+/// Characters that result from misreading code page 437. They are replaced in every text, even
+/// where they are genuine; kept so that scripts stay the same.
 constexpr std::array<Replacement, 7> kMistakenCharacters = {{{"\u201E", "ä", "\x84", "\xE4"},
                                                              {"\u201D", "ö", "\x94", "\xF6"},
                                                              {"\xC2\x81", "ü", "\x81", "\xFC"},
@@ -49,7 +49,7 @@ constexpr std::array<Replacement, 7> kMistakenCharacters = {{{"\u201E", "ä", "\
                                                              {"\u2122", "Ö", "\x99", "\xD6"},
                                                              {"\u0161", "Ü", "\x9A", "\xDC"}}};
 
-/// Replaces from left to right in one pass, so that a text of any length costs its length.
+/// Replaces from left to right in one pass, so that the cost stays linear.
 void replaceAll(std::string& text, std::string_view wanted, std::string_view by) {
   std::size_t found = text.find(wanted);
   if (found == std::string::npos) return;
@@ -79,7 +79,7 @@ void replaceCharacters(std::string& text, base::Encoding encoding) {
   if (!ascii) replaceRows(text, kMistakenCharacters, encoding);
 }
 
-/// Only the part inside the first pair of braces survives: intended.
+/// Only the part within the first pair of braces survives; kept so that scripts stay the same.
 void keepBracedPart(std::string& text) {
   const std::size_t open = text.find('{');
   if (open != std::string::npos) {
@@ -90,11 +90,11 @@ void keepBracedPart(std::string& text) {
   std::erase(text, '}');
 }
 
-/// A text is horizontal or vertical. Every rotation above 45 up to 315 degrees counts as 90,
-/// negative ones as 0; 180 and 270 are never chosen.
+/// Texts are horizontal or vertical only: rotations above 45 up to 315 degrees count as 90, all
+/// others, including negative ones, as 0.
 int degreesOf(double rotation) { return rotation <= 45.0 || rotation > 315.0 ? 0 : 90; }
 
-/// What a script could not hold, or a terminal that shows it would obey, becomes a blank.
+/// Replaces characters that would break a script, or that a terminal would obey, by blanks.
 void blankControlCharacters(std::string& text) {
   for (char& c : text) {
     const auto byte = static_cast<unsigned char>(c);
@@ -113,7 +113,7 @@ void writeText(Context& context, double x, double y, double rotation, double hei
   replaceCharacters(text, encoding);
   keepBracedPart(text);
   blankControlCharacters(text);
-  text += ' ';  // no text ends right at its quote
+  text += ' ';  // keeps the closing quote apart from the text
   context.commands.text({{degreesOf(rotation)}, text, {x, y}});
   text.pop_back();
 }

@@ -7,9 +7,9 @@
 
 namespace quillon::classic {
 
-/// A text at a point, its rotation in degrees reduced to R0 or R90. The cleaned text is left in
-/// `text`, which is in the drawing's encoding. Control characters other than the tab become blanks.
-/// Nothing is written after a cancel.
+/// A text at a point, its rotation in degrees reduced to R0 or R90. The cleaned text is returned in
+/// `text`, in the drawing's encoding. Control characters other than tabs become blanks. Nothing is
+/// written after a cancel.
 void writeText(Context& context, double x, double y, double rotation, double height,
                std::string& text, base::Encoding encoding, int layer);
 

@@ -24,12 +24,11 @@ namespace {
 
 constexpr std::size_t kDeepestNesting = 1000;
 
-/// How much of an entity's texts, and of groups that have to be read once more, can be worked
-/// through in a step.
+/// How many bytes of an entity's texts, and of groups that are read again, count as one step.
 constexpr std::size_t kTextBytesPerStep = 64;
 constexpr std::size_t kGroupBytesPerStep = 16;
 
-/// The counter that a kind adds to.
+/// The counter for a kind.
 constexpr EntityKind countedAs(EntityKind kind) {
   switch (kind) {
     case EntityKind::Mtext:
@@ -41,7 +40,7 @@ constexpr EntityKind countedAs(EntityKind kind) {
   }
 }
 
-/// What an entity costs that is longer than usual.
+/// Extra steps for an entity that is longer than usual.
 std::size_t stepsOfLength(const DxfEntity& entity) {
   if (dxf::hasSideRecord(entity.kind)) {
     return static_cast<std::size_t>(entity.groupsEnd - entity.groups) / kGroupBytesPerStep;
@@ -108,7 +107,7 @@ void Translator::translateBlock(std::size_t blockIndex, const Placement& placeme
 
 void Translator::handle(DxfEntity& entity, const Placement& placement) {
   reader_.complete(entity);
-  // What is left of a POLYLINE belongs to the entity before this one.
+  // Finish a pending POLYLINE first, while the position is still that of its own entities.
   if (entity.kind != EntityKind::Vertex) polyline_.finish();
   currentPosition_ = entity.groups;
   ++counts_[static_cast<std::size_t>(countedAs(entity.kind))];
@@ -133,8 +132,8 @@ void Translator::endBlock() {
   expansions_.pop_back();
 }
 
-/// Writes the blocks inside the `enclosing` outermost ones. Blocks within blocks wait in a list
-/// instead of on the stack, so that no drawing decides how much of the stack is needed.
+/// Writes the blocks nested within the `enclosing` outermost ones. Nested blocks wait in a list, so
+/// that a drawing cannot exhaust the stack.
 void Translator::writeBlocks(std::size_t enclosing) {
   if (expansions_.size() == enclosing) return;
   DxfEntity item;
@@ -144,7 +143,7 @@ void Translator::writeBlocks(std::size_t enclosing) {
       continue;
     }
     context_.cancelled.addSteps(stepsOfLength(item));
-    const Placement placement = expansions_.back().placement;  // the list may move
+    const Placement placement = expansions_.back().placement;  // a copy, as the list may reallocate
     handle(item, placement);
   }
 }
@@ -197,7 +196,7 @@ void Translator::ellipse(const DxfEntity& entity, const Placement& placement) {
   const Point major = turnPoint(ellipse.majorAxis.x, ellipse.majorAxis.y, mirror, placement);
   const int layer = layerOf(entity);
   if (!context_.settings.ellipses) {
-    // The circle that stands for an ellipse has its placed half major axis for a radius.
+    // The circle in place of an ellipse has the placed half major axis as its radius.
     writeCircle(context_, centre.x, centre.y, std::sqrt(major.x * major.x + major.y * major.y),
                 Placement{}, layer, dashesOf(entity));
     return;
@@ -227,7 +226,7 @@ void Translator::polyline(const DxfEntity& entity, const Placement& placement) {
 void Translator::vertex(const DxfEntity& entity, const Placement& placement) {
   if (!polyline_.running()) return;
   const dxf::VertexValues vertex = dxf::vertexOf(entity);
-  // The bulge of a mirrored segment stays as it is, as scripts have always shown it.
+  // Mirroring does not negate the bulge; kept so that scripts stay the same.
   polyline_.add({placePoint(vertex.at.x, vertex.at.y, mirrorOf(entity), placement),
                  vertex.startWidth, vertex.bulge});
 }
@@ -312,7 +311,7 @@ void Translator::dimension(const DxfEntity& entity, const Placement& placement) 
 
 void Translator::insertBlock(std::string_view name, Point insertion, const Placement& placement) {
   const std::size_t index = dxf::findBlock(drawing_, name);
-  // An unknown name finds the first block as well, so the name decides.
+  // An unknown name also gives index 0, so compare the name.
   if (drawing_.blocks.empty() || drawing_.blocks[index].name != name) return;
   if (parts_ != nullptr && parts_->insertPart(index, insertion, placement)) return;
   const dxf::BlockRec& block = drawing_.blocks[index];

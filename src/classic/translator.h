@@ -15,21 +15,21 @@ namespace quillon::classic {
 using geometry::Mirror;
 using geometry::Placement;
 
-/// The rules that scripts have always followed, kept to the byte.
+/// The classic rules; their scripts stay the same to the byte.
 class Translator final : public rules::Translation {
  public:
-  /// Entities outside of blocks are put where `placement` says.
+  /// Entities outside blocks are placed by `placement`.
   Translator(const Context& context, dxf::Drawing& drawing, rules::LayerNumbers& layers,
              const Placement& placement = {});
 
   void setBlockParts(rules::BlockParts* parts) override { parts_ = parts; }
 
-  /// Writes the script lines of one entity. VERTEX entities belong to the POLYLINE before them in
-  /// the list; whatever else comes ends its run. Completes the entity.
+  /// Writes the script lines of one entity, which it completes. VERTEX entities belong to the
+  /// POLYLINE before them; any other entity ends it.
   void takeEntity(dxf::DxfEntity& entity) override;
-  /// Ends the run of a POLYLINE at the end of its list.
+  /// Ends a POLYLINE still open at the end.
   void endOfEntities() override { polyline_.finish(); }
-  /// A block inside itself is left out.
+  /// A block within itself is skipped.
   void translateBlock(std::size_t blockIndex, const Placement& placement) override;
 
   const rules::EntityCounts& counts() const override { return counts_; }
@@ -60,12 +60,12 @@ class Translator final : public rules::Translation {
   Mirror mirrorOf(const dxf::DxfEntity& entity) const;
   void insertBlock(std::string_view name, Point insertion, const Placement& placement);
 
-  /// A block whose items are being written.
+  /// A block being written.
   struct Expansion {
     std::size_t blockIndex;
     dxf::EntityCursor items;
     Placement placement;
-    const char* insertedAt;  ///< the position that it was met at
+    const char* insertedAt;  ///< position of its insertion
   };
 
   void handle(dxf::DxfEntity& entity, const Placement& placement);
@@ -83,7 +83,7 @@ class Translator final : public rules::Translation {
   rules::BlockParts* parts_ = nullptr;
   rules::EntityCounts counts_{};
   rules::EntityCounts leftOut_{};
-  std::vector<char> expanding_;        ///< by block index: the block is being expanded
+  std::vector<char> expanding_;        ///< by block index: true while the block is being expanded
   std::vector<Expansion> expansions_;  ///< from the outermost to the innermost block
   const char* currentPosition_ = nullptr;
 };

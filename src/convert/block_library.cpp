@@ -12,7 +12,7 @@ std::string makePartName(std::string_view blockName, std::size_t row, base::Enco
   for (const char c : blockName) {
     const bool tail =
         encoding == base::Encoding::Utf8 && (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-    if (tail) continue;  // a character of several bytes becomes one "_"
+    if (tail) continue;  // a multi-byte character becomes a single "_"
     const bool allowed = (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '-';
     name += allowed ? c : '_';
   }
@@ -23,7 +23,7 @@ bool BlockLibrary::insertPart(std::size_t blockIndex, geometry::Point insertion,
                               const geometry::Placement& placement) {
   if (writingPart_) return false;
   const dxf::BlockRec& block = drawing_.blocks[blockIndex];
-  // Parts are told apart by these numbers, which therefore have to be numbers.
+  // Parts are distinguished by these numbers, so they must be finite.
   if (!std::isfinite(placement.scaleX + placement.scaleY + placement.rotation)) {
     throw base::RunTimeError(base::Fault::BadNumber, {});
   }

@@ -14,8 +14,8 @@
 
 namespace quillon::convert {
 
-/// Turns blocks into parts of a library that is named like the drawing. Every block is written once
-/// for each scale and rotation that it is inserted with.
+/// Turns blocks into parts of a library named like the drawing. Each block is written once for each
+/// scale and rotation of its insertions.
 class BlockLibrary : public rules::BlockParts {
  public:
   BlockLibrary(eagle::Commands& commands, TargetCommands& target, rules::Translation& translation,
@@ -26,18 +26,18 @@ class BlockLibrary : public rules::BlockParts {
         drawing_(drawing),
         targetKind_(targetKind) {}
 
-  /// Writes the part if it is new, then the command that adds it to the drawing. Says false while a
-  /// part is being written: blocks inside a part are drawn in place.
+  /// Writes the part if it is new, then the command that adds it to the drawing. False while a part
+  /// is being written: blocks within a part are drawn in place.
   bool insertPart(std::size_t blockIndex, geometry::Point insertion,
                   const geometry::Placement& placement) override;
 
-  /// Writes the part of a block that was not inserted as it is, unless there is one. Parts of
-  /// layout blocks are not written.
+  /// Writes the part of a block that was not inserted as it is, unless it exists. Layout blocks are
+  /// skipped.
   void writeRemainingPart(std::size_t blockIndex);
 
   /// True when a block of this name was inserted in the drawing.
   bool wasInserted(std::string_view blockName) const { return inserted_.contains(blockName); }
-  /// The parts of a block by name, in order of creation.
+  /// The names of a block's parts, in order of creation.
   const std::vector<std::string>& partNames(std::string_view blockName) const;
 
  private:
@@ -61,8 +61,8 @@ class BlockLibrary : public rules::BlockParts {
   std::unordered_set<std::string_view, base::TextHash> inserted_;
 };
 
-/// Name of the part of a block: characters other than A-Z, 0-9, "_" and "-" become "_"; the row's
-/// number follows.
+/// Name of a block's part: characters other than A-Z, 0-9, "_" and "-" become "_", followed by the
+/// row's number.
 std::string makePartName(std::string_view blockName, std::size_t row, base::Encoding encoding);
 
 }  // namespace quillon::convert

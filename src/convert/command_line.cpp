@@ -18,7 +18,8 @@ std::int16_t integerOf(std::string_view value) {
 
 bool isT(std::string_view value) { return value == "t"; }
 
-/// No value selects a board, and every other one a package, as intended.
+/// There is no value for a board, and any but "s" and "y" selects a package; kept so that existing
+/// command lines work.
 std::int16_t targetKindOf(std::string_view value) {
   if (value == "s") return kSchematic;
   if (value == "y") return kSymbol;
@@ -65,7 +66,7 @@ constexpr std::array<OptionRow, 18> kOptions = {{
     {"ru", Option::Unattended, [](CommandLine& line, std::string_view) { line.autoRun = true; }},
     {"rx", Option::Unattended,
      [](CommandLine& line, std::string_view) { line.autoRunExit = true; }},
-    // "a" does not append: the script is rewritten without a question, as intended.
+    // "a" does not append but overwrites without asking; kept so that existing command lines work.
     {"w:", Option::Overwrite,
      [](CommandLine& line, std::string_view v) { line.overwriteScript = v == "o" || v == "a"; }},
     {"a:", Option::ArcToLine,
@@ -78,7 +79,7 @@ bool takesNumber(Option option) {
   return option == Option::Scale || option == Option::Poly || option == Option::Blocks;
 }
 
-/// The last item of an option is the one that counts.
+/// The last item of an option counts.
 void noteNumber(CommandLine& line, std::string_view key, std::string_view value) {
   const std::string name = "/" + std::string(key.substr(0, 1));
   std::erase_if(line.notes, [&name](const NumberNote& note) { return note.name == name; });
@@ -96,7 +97,7 @@ void takeItem(CommandLine& line, std::string_view item) {
   }
 }
 
-/// The items with the blanks around them.
+/// Splits the text at each "/", keeping blanks.
 std::vector<std::string_view> splitItems(std::string_view text) {
   std::vector<std::string_view> items;
   while (!text.empty()) {
@@ -111,19 +112,19 @@ bool isPathItem(std::string_view item) {
   return item.starts_with("x:") || item.starts_with("s:") || item.starts_with("d:");
 }
 
-/// Whether an item can hardly be a folder or a file of a path that was split.
+/// Whether an item is clearly an option and not part of a path that was split.
 bool looksLikeOption(std::string_view item) {
   return item == "ru" || item == "rx" || (item.size() > 1 && item[1] == ':');
 }
 
-/// The first path that was written with "/", put together again with "\\".
+/// The first path that was written with "/", joined again with "\\".
 std::string findSplitPath(const std::vector<std::string_view>& items) {
   for (std::size_t i = 0; i < items.size(); ++i) {
     std::string_view part = base::trimBlanks(items[i]);
     if (!isPathItem(part)) continue;
     std::string path = "/" + std::string(part);
     const std::size_t whole = path.size();
-    // A blank stands before an item of its own.
+    // A blank precedes an item of its own.
     for (std::size_t next = i + 1; next < items.size() && !items[next - 1].ends_with(' '); ++next) {
       part = base::trimBlanks(items[next]);
       if (looksLikeOption(part)) break;

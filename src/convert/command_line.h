@@ -9,7 +9,7 @@
 
 namespace quillon::convert {
 
-/// Numbers of the options of the command line, as settings refer to them.
+/// The options of the command line, numbered as settings refer to them.
 enum class CommandLineOption : std::uint8_t {
   DxfFile = 1,
   ScriptFile = 2,
@@ -30,11 +30,11 @@ enum class CommandLineOption : std::uint8_t {
   ArcToLine = 17,
 };
 
-/// What the program's command line asks for: options as "/key:value", lower-cased. A bad value
-/// counts as whatever its option makes of it.
+/// The parsed command line: options as "/key:value", in lower case. An invalid value means whatever
+/// its option makes of it.
 struct CommandLine {
-  /// 2^(n-1) was added for every item of option n: a second item of the same option carries over
-  /// into the next one, as intended.
+  /// 2^(n-1) is added for every item of option n, so a repeated option carries into the next bit;
+  /// kept so that existing command lines work.
   std::uint32_t CmdLineGiven = 0;
 
   std::string dxfFile;
@@ -53,26 +53,27 @@ struct CommandLine {
   bool report = false;
   bool arcToLine = false;
 
-  std::vector<NumberNote> notes;  ///< on the numbers, by their items
+  std::vector<NumberNote> notes;  ///< on numeric values
 
-  bool autoRun = false;          ///< one conversion, then the end
-  bool autoRunExit = false;      ///< every drawing of a folder, then the end
-  bool overwriteScript = false;  ///< without a question
+  bool autoRun = false;          ///< a single conversion, then exit
+  bool autoRunExit = false;      ///< every drawing of a folder, then exit
+  bool overwriteScript = false;  ///< without asking
 
-  /// An item for a path that was written with "/", where it ended: the item with "\" instead. ""
-  /// when there is none.
+  /// The first item of a path that was cut off at a "/": the item with "\" instead; "" when there
+  /// is none.
   std::string splitPath;
 
-  /// The bit of an option; true values come from the command line, not from the settings file.
+  /// The bit of an option; when set, its value is taken from the command line, not the settings
+  /// file.
   bool given(CommandLineOption option) const {
     return (CmdLineGiven >> (static_cast<unsigned>(option) - 1U) & 1U) != 0;
   }
 };
 
-/// Reads a command line (UTF-8, without the program's name), whose items begin at every "/".
+/// Parses a command line (UTF-8, without the program's name). Each "/" starts an item.
 CommandLine parseCommandLine(std::string_view text);
 
-/// The arguments of a process as one command line.
+/// The arguments of a process joined to one command line.
 std::string joinArguments(const std::vector<std::string>& arguments);
 
 }  // namespace quillon::convert

@@ -15,7 +15,7 @@ namespace {
 
 DrawingInput::DrawingInput(std::FILE* stream, const Cancelled& cancelled)
     : stream_(stream), head_(kCheckedBytes, '\0') {
-  std::setvbuf(stream, nullptr, _IONBF, 0);  // the reader takes large blocks
+  std::setvbuf(stream, nullptr, _IONBF, 0);  // the reader already reads large blocks
   std::size_t size = 0;
   while (size < head_.size() && !cancelled()) {
     size += std::fread(head_.data() + size, 1, head_.size() - size, stream);
@@ -30,7 +30,7 @@ DrawingInput::DrawingInput(std::FILE* stream, const Cancelled& cancelled)
 DrawingInput DrawingInput::openFile(const std::filesystem::path& path, const Cancelled& cancelled) {
   files::FileHandle file;
   bool interrupted = false;
-  do {  // a pipe opens only when somebody writes to it
+  do {  // opening a pipe blocks until there is a writer
     file = files::openFile(path, "rb");
     interrupted = file == nullptr && dxf::readWasInterrupted();
   } while (interrupted && !cancelled());

@@ -10,20 +10,20 @@
 
 namespace quillon::convert {
 
-/// A drawing that is open for reading.
+/// A drawing opened for reading.
 class DrawingInput {
  public:
-  /// Asked where reading may have to wait; after a yes the input ends.
+  /// Asked where reading may block; true ends the input.
   using Cancelled = std::function<bool()>;
 
-  /// Open a file or the process's standard input and look at the first bytes. Throw ReadError; a
-  /// cancel while a pipe waits for its writer is the reason EINTR.
+  /// Open a file or standard input and read its first bytes. Throw ReadError; a cancel while a pipe
+  /// waits for its writer gives EINTR.
   static DrawingInput openFile(const std::filesystem::path& path, const Cancelled& cancelled);
   static DrawingInput standardInput(const Cancelled& cancelled);
 
   InputKind kind() const { return checkInput(head_); }
 
-  /// The drawing's text, which needs this input to stay open. Throws ReadError and InputTooLarge.
+  /// The drawing's text; this input must outlive it. Throws ReadError and InputTooLarge.
   dxf::TextSource text(const Cancelled& cancelled, const dxf::InputLimits& limits = {}) const {
     return dxf::TextSource(stream_, head_, cancelled, limits);
   }

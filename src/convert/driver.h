@@ -17,33 +17,31 @@
 
 namespace quillon::convert {
 
-/// Limits beyond the drawings that people draw: 150 megabytes of polylines come to a quarter of the
-/// lines and to a fifteenth of the steps. Work without an end reaches them within seconds.
+/// Limits well above real drawings: 150 megabytes of polylines reach a quarter of the lines and a
+/// fifteenth of the steps. Endless work reaches them within seconds.
 inline constexpr rules::WorkLimits kUsualLimits{.lines = 20'000'000, .steps = 50'000'000};
 
-/// What comes through a pipe is held in memory, so it cannot go on for ever.
+/// Input from a pipe is held in memory, so it must be limited.
 inline constexpr dxf::InputLimits kUsualInput{.pipe = std::uint64_t{4} << 30};
 
-/// What a program adds to a job.
+/// What the calling program adds to a job.
 struct Surroundings {
   int languageOffset = texts::kEnglish;
   FrameSource frame;
-  /// A text in which no section of a drawing is found is refused; otherwise it converts to the
-  /// frame alone.
+  /// Refuse a text without any section of a drawing; otherwise it converts to the bare frame.
   bool refuseWithoutSections = false;
-  /// A layer file or frame file that is named and cannot be read ends the run; otherwise a warning
-  /// says what is used in its place.
+  /// A given layer file or frame file that cannot be read ends the run; otherwise a warning says
+  /// what is used instead.
   bool refuseUnreadableFiles = false;
   bool readStandardInput = false;    ///< instead of the drawing's path
   bool writeStandardOutput = false;  ///< instead of the script's path
   dxf::InputLimits input = kUsualInput;
-  /// What a conversion may come to before the host is asked whether it goes on.
+  /// Limits after which the host is asked whether to go on.
   rules::WorkLimits limits = kUsualLimits;
-  /// Keeps the script of a conversion that a limit ends, with its closing commands, and does not
-  /// ask.
+  /// When a limit ends a conversion, keep its script with the closing commands instead of asking.
   bool keepPartial = false;
-  /// Looks beside the script for temporary files that killed runs left. Who converts many drawings
-  /// into one folder does that once.
+  /// Remove temporary files that killed runs left beside the script. Switched off by callers that
+  /// convert many drawings into one folder and do it once.
   bool clearAbandoned = true;
   files::LocalTime (*now)() = files::currentLocalTime;
   RunControl::Clock::duration updateInterval = RunControl::kInterval;
@@ -52,25 +50,25 @@ struct Surroundings {
 enum class Outcome : std::uint8_t {
   Converted,
   Cancelled,  ///< by the user or a limit; the script, if any, is well-formed but incomplete
-  Ended,      ///< the job or the drawing was refused, or an error ended the run; the host was told
+  Ended,      ///< the job or drawing was refused, or an error ended the run; the host was told
 };
 
-/// What came out of a conversion.
+/// The result of a conversion.
 struct ConversionResult {
   Outcome outcome = Outcome::Ended;
   std::string dxfFile;              ///< as found
   std::string scriptFile;           ///< "" when a cancel left none
   std::uint64_t linesRead = 0;      ///< as the report counts them
-  std::uint64_t fileLinesRead = 0;  ///< lines of the drawing that were read, each once
+  std::uint64_t fileLinesRead = 0;  ///< lines of the drawing read, each counted once
   std::uint64_t commandCount = 0;
-  std::uint64_t steps = 0;  ///< that the limits count
+  std::uint64_t steps = 0;  ///< as counted by the limits
   rules::EntityCounts counts{};
   rules::EntityCounts leftOut{};  ///< of these, on layers that are not converted
   std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
   eagle::Extents extents;
   bool rangeWarning = false;
-  std::string report;  ///< UTF-8; "" when the job wants none or the run ended before
+  std::string report;  ///< UTF-8; "" when none was wanted or the run ended before
 };
 
 /// Runs one conversion: checks the job, reads the drawing, writes the script and, where the job

@@ -12,9 +12,9 @@ enum class MessageKind : std::uint8_t { Error, Warning, Question };
 struct Message {
   MessageKind kind = MessageKind::Error;
   std::string title;
-  /// The message box's text; "\r" separates its lines.
+  /// The text of the message box, lines separated by "\r".
   std::string text;
-  /// One line that names file and line where they are known, what is wrong and what to do.
+  /// One line: file and line where known, what is wrong and what to do.
   std::string detail;
 };
 
@@ -22,35 +22,35 @@ struct FileQuestion {
   std::string title;
   std::string filterText;
   std::string filterPattern;
-  std::string startPath;  ///< the dialog starts in the folder of this path
+  std::string startPath;  ///< the dialog starts in this path's folder
 };
 
-/// All that a conversion may ask of the world around it. The window, the headless program and the
-/// tests each have one.
+/// What a conversion needs from its surroundings. The window, the headless program and the tests
+/// each implement it.
 class ConversionHost {
  public:
   virtual ~ConversionHost() = default;
 
   virtual void setStatus(std::string_view text) = 0;
-  /// 0..100 of reading or (writing) of converting.
+  /// Progress in percent, of reading or (`writing`) of converting.
   virtual void setProgress(bool writing, int percent) = 0;
-  /// Lets the user interface handle what has come in.
+  /// Processes pending user-interface events.
   virtual void processEvents() = 0;
-  /// True once the user wants to stop.
+  /// True once the user has cancelled.
   virtual bool cancelRequested() = 0;
-  /// True where the user can cancel at any time; a walk that only a cancel ends then goes on.
+  /// True when the user can cancel at any time; a walk that only a cancel can end then continues.
   virtual bool hasCancelButton() const = 0;
 
   /// A yes/no question.
   virtual bool ask(const Message& question) = 0;
   virtual void tell(const Message& message) = 0;
-  /// Asks whether a conversion that has reached a limit goes on without any. `limit` says so as an
-  /// error, and that no script is kept, as after a No; it is told where nobody can be asked.
+  /// Asks whether a conversion that has reached a limit continues without limits. `limit` states
+  /// that as an error, and that no script is kept; it is reported where nobody can be asked.
   virtual bool goOnPastLimit(const Message& limit) {
     tell(limit);
     return false;
   }
-  /// The path of a drawing, or "" when none was chosen.
+  /// The path of a drawing, or "" if none was chosen.
   virtual std::string chooseDxfFile(const FileQuestion& question) = 0;
   virtual void showReport(std::string_view report) = 0;
 };

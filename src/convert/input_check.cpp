@@ -4,7 +4,7 @@ namespace quillon::convert {
 namespace {
 
 bool isDwg(std::string_view head) {
-  // "AC" and four characters of a version, followed by something that no text line goes on with.
+  // "AC" and a four-character version, followed by a byte that cannot continue a line of text.
   constexpr std::size_t kVersionLength = 6;
   if (!head.starts_with("AC") || head.size() <= kVersionLength) return false;
   const std::string_view version = head.substr(2, kVersionLength - 2);

@@ -9,10 +9,10 @@ namespace quillon::convert {
 /// What the script draws into.
 enum TargetKind : int { kBoard = 0, kSchematic = 1, kPackage = 2, kSymbol = 3 };
 
-/// True for one of the four.
+/// True for one of the four targets.
 constexpr bool isTarget(int kind) { return kind >= kBoard && kind <= kSymbol; }
 
-/// What becomes of blocks.
+/// How blocks are converted.
 enum BlockHandling : int { kDrawBlocks = 0, kUsedBlocksAsParts = 1, kAllBlocksAsParts = 2 };
 
 /// The rules by which a drawing is translated.
@@ -23,10 +23,10 @@ enum class Rules : std::uint8_t { Classic };
 struct ConversionJob {
   std::string dxfFile;
   std::string scriptFile;
-  /// The two paths are exact: they come from a folder's listing, not from a user, whose paths are
-  /// looked up without regard to case and with both separators.
+  /// The two paths are exact, e.g. from a folder listing. Paths typed by a user are looked up
+  /// ignoring case and with both separators.
   bool literalPaths = false;
-  /// The script goes beside the drawing that is found, with its name; `scriptFile` is not used.
+  /// Put the script beside the drawing found, with its name; ignores `scriptFile`.
   bool scriptBesideDrawing = false;
   std::string drawingName;  ///< board, schematic or library; trimmed before use; may be empty
   int targetKind = kBoard;
@@ -36,7 +36,7 @@ struct ConversionJob {
   int version = 1;  ///< 0 "3.5", 1 "4.x/5.x"
   int unit = 2;     ///< 0 mic, 1 mm, 2 mil, 3 inch; -1 no selection
   double scale = 1.0;
-  std::string scaleText = "1.000";  ///< as it was written, for the report
+  std::string scaleText = "1.000";  ///< as typed, for the report
   bool dotted = false;
   bool ellipses = false;
   int poly = 2;  ///< 0 wire of width 0, 1 wire with width, 2 polyline, -1 unset
@@ -49,7 +49,7 @@ struct ConversionJob {
   bool overwriteScript = false;  ///< replace an existing script without asking
 };
 
-/// Texts of the lists behind `version` and `unit`; "" for an index outside.
+/// List texts for `version` and `unit`; "" for an index out of range.
 std::string_view versionText(int version);
 std::string_view unitText(int unit);
 

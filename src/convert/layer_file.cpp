@@ -18,8 +18,8 @@ constexpr double kUnconverted = 999.0;
 
 bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20; }
 
-/// A name that stands in quotes gets a second pair, since reading takes one off. One with a control
-/// character such as a tab at an end gets quotes as well, since reading would trim it.
+/// Reading removes one pair of quotes, so a quoted name gets a second pair. So does a name with a
+/// control character such as a tab at either end, which reading would trim.
 std::string quotedOnce(std::string name) {
   const bool quoted = name.size() >= 2 && name.front() == name.back() &&
                       (name.front() == '"' || name.front() == '\'');
@@ -27,8 +27,7 @@ std::string quotedOnce(std::string name) {
   return quoted || trimmed ? '"' + name + '"' : name;
 }
 
-/// A name without any other character than blanks and control characters would be read as none,
-/// and end the file for the reader.
+/// A name of nothing but blanks and control characters would read as empty and end the list.
 bool isVisible(std::string_view name) {
   return std::any_of(name.begin(), name.end(), [](char c) { return c != ' ' && !isControl(c); });
 }
@@ -40,7 +39,7 @@ std::vector<LayerRow> rowsOf(const files::IniFile& file) {
     const std::string name = file.value(section, "layername");
     const std::string_view trimmed = base::trimBlanks(name);
     if (trimmed.empty()) return rows;
-    // The number stays a text: "16.7" is kept, a text without a number becomes "0".
+    // The number stays text: "16.7" is kept, a text without a number becomes "0".
     const std::string number = file.value(section, "layernr");
     rows.push_back({base::windows1252ToUtf8(trimmed), base::numberText(base::numberValue(number)),
                     base::windows1252ToUtf8(number)});

@@ -8,11 +8,11 @@
 namespace quillon::convert {
 namespace {
 
-/// What the lines of an INI file say about it.
+/// What the lines of an INI file reveal about it.
 struct Lines {
-  bool any = false;         ///< one that is not empty
-  bool assignment = false;  ///< a layer's name in a section of assignments
-  bool foreign = false;     ///< one that no INI file has
+  bool any = false;         ///< a non-empty line
+  bool assignment = false;  ///< a layer's name in an assignment section
+  bool foreign = false;     ///< a line that no INI file has
 };
 
 Lines inspect(std::string_view bytes) {
@@ -32,7 +32,7 @@ Lines inspect(std::string_view bytes) {
   return lines;
 }
 
-/// True for a text with the "SECTION" of a DXF drawing among its first lines.
+/// True for a text with a DXF "SECTION" among its first lines.
 bool isDxf(std::string_view text) {
   text = text.substr(0, kCheckedBytes);
   for (bool afterZero = false; !text.empty();) {

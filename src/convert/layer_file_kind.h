@@ -5,14 +5,14 @@
 
 namespace quillon::convert {
 
-/// What a file is that layer assignments are to be read from or saved into.
+/// What kind of file layer assignments are to be read from or saved to.
 enum class LayerFileKind : std::uint8_t { LayerFile, Dxf, BinaryDxf, Dwg, Binary, OtherText };
 
-/// A layer file is one that holds an assignment, or nothing at all; also one named *.lay, in any
-/// case, in which only its assignments are missing. `bytes` are its whole contents.
+/// A layer file is one that contains an assignment, is empty, or is named *.lay (in any case) and
+/// lacks nothing but assignments. `bytes` is its whole contents.
 LayerFileKind layerFileKind(std::string_view path, std::string_view bytes);
 
-/// True for the name of a section that holds an assignment: a decimal number.
+/// True for the name of an assignment section: a decimal number.
 bool isAssignmentSection(std::string_view name);
 
 }  // namespace quillon::convert

@@ -14,7 +14,7 @@
 namespace quillon::convert {
 namespace {
 
-/// Nobody watches a scan: tables are at the start of a drawing.
+/// A scan is not monitored: tables are at the start of a drawing.
 class NoMonitor : public base::RunMonitor {
  public:
   void setStatus(base::ReadPhase, std::uint64_t) override {}
@@ -23,14 +23,14 @@ class NoMonitor : public base::RunMonitor {
   void waitForUser() override {}
 };
 
-/// Lists each layer at its first use.
+/// Lists each layer when it is first used.
 class UsedLayers : public dxf::EntitySink {
  public:
   explicit UsedLayers(dxf::Drawing& drawing) : drawing_(drawing), reader_(drawing) {}
 
   void takeEntity(dxf::DxfEntity& entity) override {
     reader_.complete(entity);
-    // Layers are numbered in the order of their first use.
+    // Layers are numbered in order of first use.
     if (entity.layer == nullptr || entity.layer->number < uses_) return;
     ++uses_;
     std::string name = base::toUtf8(entity.layer->name, drawing_.encoding);
@@ -50,7 +50,7 @@ class UsedLayers : public dxf::EntitySink {
  private:
   dxf::Drawing& drawing_;
   dxf::EntityReader reader_;
-  std::size_t uses_ = 0;  ///< spellings met, the empty one included
+  std::size_t uses_ = 0;  ///< spellings seen, including the empty one
   std::unordered_set<std::string> known_;
   std::vector<std::string> names_;
 };

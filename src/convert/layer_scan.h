@@ -5,10 +5,10 @@
 
 namespace quillon::convert {
 
-/// The names of the layers that a drawing declares, in the order of the file, UTF-8, in upper case
-/// as the drawing keeps them. Of a drawing that declares none, the layers that its entities use, in
-/// blocks too, in the order of their first use. Nothing for a drawing that is missing or not a text
-/// file. Throws ReadError, or RunTimeError for damaged tables or blocks.
+/// The layer names that a drawing declares, in file order, UTF-8, upper-cased as in the drawing's
+/// records. If it declares none: the layers that its entities use, including those in blocks, in
+/// order of first use. Empty for a drawing that is missing or not a text file. Throws ReadError, or
+/// RunTimeError for damaged tables or blocks.
 std::vector<std::string> layerScanDXF(const std::string& path);
 
 }  // namespace quillon::convert

@@ -18,8 +18,8 @@ namespace quillon::convert {
 /// The assignments of a layer assignment file: DXF layer names to EAGLE layers.
 class LayerTable {
  public:
-  /// Adds a record; the first one of a name decides. The name is UTF-8, `layer` a decimal number.
-  /// What lies on a layer that is not `written` is left out.
+  /// Adds a record; the first one of a name counts. The name is UTF-8, `layer` a decimal number.
+  /// What is on a layer that is not `written` is skipped.
   void add(std::string_view name, std::string_view layer, bool written = true);
   /// The EAGLE layer of an upper-cased UTF-8 name, or null.
   const std::string* find(std::string_view upperName) const;
@@ -37,13 +37,13 @@ class LayerTable {
   std::size_t size_ = 0;
 };
 
-/// A table in which numbers that are none of EAGLE's layers are not written.
+/// A table from rows; numbers that are not EAGLE layers are not written.
 LayerTable layerTableOf(const std::vector<LayerRow>& rows);
 
-/// The table of a layer assignment file. An empty or missing path gives an empty table.
+/// The table of a layer assignment file; empty for an empty or missing path.
 LayerTable readLayerFile(const std::string& path);
 
-/// A layer without an assignment was met, and the standard layer has no number.
+/// A layer has no assignment, and the standard layer has no number.
 class NoStandardLayer : public std::runtime_error {
  public:
   /// `layer` is the name of the DXF layer, UTF-8.
@@ -55,13 +55,13 @@ class NoStandardLayer : public std::runtime_error {
   std::string layer_;
 };
 
-/// Finds the EAGLE layer of a drawing's layers, once for each.
+/// Finds the EAGLE layer of each of a drawing's layers, looking each up once.
 class LayerAssignment : public rules::LayerNumbers {
  public:
   LayerAssignment(const LayerTable& table, std::string_view defaultLayer, base::Encoding encoding)
       : table_(table), defaultLayer_(defaultLayer), encoding_(encoding) {}
 
-  /// The EAGLE layer of a DXF layer as text; the default layer for one that is not assigned.
+  /// The EAGLE layer of a DXF layer as text; the default layer when it is not assigned.
   std::string_view lookupLayer(std::string_view dxfLayerName) const;
 
   /// The leading number of that text, rounded half to even; 999 when it is not written. Throws

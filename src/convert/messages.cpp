@@ -17,7 +17,7 @@ using texts::TextId;
 constexpr texts::TextRow kForeignKinds = texts::textRow(TextId::KindDrawing, TextId::KindOtherText);
 static_assert(kForeignKinds.size() == static_cast<std::size_t>(LayerFileKind::OtherText));
 
-/// The start of a list, its entries separated by commas.
+/// The start of a comma-separated list.
 std::string shortList(const std::vector<std::string>& entries) {
   constexpr std::size_t kMostEntries = 10;
   std::string list;

@@ -15,50 +15,50 @@
 
 namespace quillon::convert {
 
-/// The messages of a conversion in one language: the box's text, and a line of detail that names
-/// file and line where they are known.
+/// The messages of a conversion in one language: the text of the box, and a line of detail with
+/// file and line where known.
 class Messages {
  public:
   explicit Messages(const texts::Texts& texts) : texts_(texts) {}
 
-  /// No drawing at this path; `reason` is the system's.
+  /// There is no drawing at this path; `reason` is the system's.
   Message drawingMissing(std::string_view path, std::string_view reason) const;
   Message fileUnreadable(std::string_view path, std::string_view reason) const;
-  /// What is used in the place of a layer file or a frame file that cannot be read.
+  /// What is used instead of a layer file or a frame file that cannot be read.
   Message layersUnreadable(std::string_view path, std::string_view reason) const;
-  /// What is not as it should be with the numbers of a layer file.
+  /// What is wrong with the numbers of a layer file.
   std::vector<Message> layerWarnings(std::string_view path,
                                      const std::vector<LayerRow>& rows) const;
   Message standardLayerCut(std::string_view text) const;
-  /// The standard layer of the command line is none; another one is used.
+  /// The standard layer on the command line is invalid; another one is used.
   Message layerNotUsed(std::string_view text, std::string_view used) const;
   Message frameUnreadable(std::string_view path, std::string_view reason) const;
-  /// A message of the string table about one file or name, with the title of file errors.
+  /// A string-table message about one file or name, with the title of file errors.
   Message fileError(texts::TextId id, std::string_view subject) const;
   /// The drawing has more than `most` bytes.
   Message tooLarge(std::string_view drawing, std::uint64_t most) const;
   Message scriptExists(std::string_view path) const;
   Message nameMissing() const;
-  /// None of the four targets is chosen.
+  /// None of the four targets is selected.
   Message targetMissing() const;
-  /// A DXF layer without an assignment, and no number for it.
+  /// A DXF layer has no assignment, and there is no standard layer for it.
   Message standardLayerMissing(std::string_view dxfLayer) const;
   Message scaleIsZero() const;
   Message outOfRange(std::string_view drawing) const;
   Message cancelled(std::string_view drawing, std::uint64_t line) const;
-  /// The drawing has entities, and none of them was converted.
+  /// The drawing has entities, but none was converted.
   Message nothingConverted(std::string_view drawing) const;
-  /// A text counts as a number that it may not mean.
+  /// A text is read as a number that it may not mean.
   Message numberCut(const NumberNote& note) const;
-  /// The conversion has reached a limit, of so many; its script is not kept.
+  /// The conversion has reached a limit of `most`; its script is not kept.
   Message limit(std::string_view drawing, rules::LimitKind kind, std::uint64_t most) const;
-  /// The same for a script that is kept.
+  /// The same when the script is kept.
   Message partial(std::string_view drawing, rules::LimitKind kind, std::uint64_t most) const;
-  /// The error handler's message: the script could not be made, for the reason in `detail`.
+  /// An error ended the conversion, for the reason in `detail`.
   Message scriptError(std::string_view script, std::string detail) const;
 
   std::string unreadableText(std::string_view path, std::string_view reason) const;
-  /// `path` is what the user knows the file by, `target` where it was to be written.
+  /// `path` is the file as the user knows it, `target` where it was to be written.
   std::string unwritableText(std::string_view path, const std::filesystem::path& target,
                              int reason) const;
   /// Says what a file is that is not a layer file.

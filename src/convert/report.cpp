@@ -18,7 +18,7 @@ struct CountLine {
   EntityKind kind;
 };
 
-/// One line for each counter, in the report's order.
+/// One line per counter, in the report's order.
 constexpr std::array<CountLine, 18> kCountLines = {{
     {"ARC           :", EntityKind::Arc},
     {"ATTDEF        :", EntityKind::Attdef},
@@ -44,18 +44,18 @@ constexpr texts::TextRow kPolyTexts =
     texts::textRow(TextId::PolylinesWithoutWidth, TextId::PolylinesAsPolygons);
 constexpr texts::TextRow kBlockTexts = texts::textRow(TextId::BlocksDrawn, TextId::BlocksAll);
 
-/// The lines of a report under construction.
+/// A report under construction.
 class ReportText {
  public:
   explicit ReportText(const texts::Texts& texts) : texts_(texts) {}
 
-  /// Adds a line and returns the bytes that it takes.
+  /// Adds a line and returns its size in bytes.
   std::size_t line(std::string_view text) {
     out_.append("\r\n").append(text);
     return text.size() + 2;
   }
   void blank() { line(""); }
-  /// A label of the string table and what it labels.
+  /// A label of the string table and its value.
   void field(TextId id, std::string_view value) {
     line(texts_(id));
     out_.append(value);
@@ -76,28 +76,28 @@ class ReportText {
   std::string out_;
 };
 
-/// Keeps lines that only repeat a name from making a report many times as long as the drawing:
-/// entries of one name show the same, and a drawing can have thousands of them.
+/// Limits lines that only repeat a name: entries of the same name look the same, and with thousands
+/// of them a report could become many times as long as the drawing.
 class Repetitions {
  public:
-  /// Whether the line of an entry is still written; `first` says that its name is new.
+  /// Whether to write the line of an entry; `first`: its name is new.
   bool admit(bool first) {
     first_ = first;
     if (first || bytes_ < kMostBytes) return true;
     ++left_;
     return false;
   }
-  /// A line that was admitted has been written.
+  /// Counts an admitted line that has been written.
   void count(std::size_t bytes) {
     if (!first_) bytes_ += bytes;
   }
-  /// Says how many lines are missing.
+  /// Writes how many lines are missing.
   void close(ReportText& text, const texts::Texts& texts) const {
     if (left_ > 0) text.line(texts(TextId::ReportMoreLines, {std::to_string(left_)}));
   }
 
  private:
-  /// Drawings have few blocks or layers of one name, if any.
+  /// Ordinary drawings have few blocks or layers of the same name, if any.
   static constexpr std::size_t kMostBytes = std::size_t{64} << 10;
 
   bool first_ = true;
@@ -150,7 +150,7 @@ void putLayers(ReportText& text, const ConversionJob& job, dxf::Drawing& drawing
   Repetitions repetitions;
   for (std::size_t i = 0; i < drawing.layers.size(); ++i) {
     dxf::LayerRec& layer = drawing.layers[i];
-    layer.used = true;  // looking a layer up marks it as used
+    layer.used = true;  // looking up a layer marks it as used
     if (!repetitions.admit(drawing.isFirstLayer(i))) continue;
     repetitions.count(text.line(base::toUtf8(layer.name, drawing.encoding) + " ==> " +
                                 std::string(layers.lookupLayer(layer.name))));

@@ -10,8 +10,8 @@
 
 namespace quillon::convert {
 
-/// Builds the text of the conversion report: UTF-8, every line preceded by CR LF. Looks every layer
-/// of the drawing up, which marks it as used.
+/// Builds the conversion report: UTF-8, each line preceded by CR LF. Looks up every layer of the
+/// drawing, which marks it as used.
 std::string buildReport(const ConversionJob& job, const ConversionResult& result,
                         dxf::Drawing& drawing, const LayerAssignment& layers,
                         const BlockLibrary& library, const texts::Texts& texts,

@@ -66,7 +66,7 @@ void RunControl::waitForUser() {
 }
 
 void RunControl::letEventsRun(Clock::time_point now) {
-  constexpr int kEventsPerUpdate = 4;  // a button must answer faster than a bar moves
+  constexpr int kEventsPerUpdate = 4;  // a button must respond faster than a bar moves
   if (eventThrottle_.passes(now, interval_ / kEventsPerUpdate)) host_.processEvents();
 }
 

@@ -9,14 +9,14 @@
 
 namespace quillon::convert {
 
-/// Stands between the loops of a conversion and its host: words the status, rounds the progress,
-/// and lets through no more of both than a person can see.
+/// Sits between the loops of a conversion and its host: words the status, rounds the progress, and
+/// throttles both to what a person can see.
 class RunControl : public base::RunMonitor {
  public:
   using Clock = std::chrono::steady_clock;
   static constexpr std::chrono::milliseconds kInterval{40};
 
-  /// `interval` is the least time between two updates.
+  /// `interval` is the minimum time between updates.
   RunControl(ConversionHost& host, const texts::Texts& texts, Clock::duration interval = kInterval)
       : host_(host), texts_(texts), interval_(interval) {}
 
@@ -25,11 +25,11 @@ class RunControl : public base::RunMonitor {
   bool cancelRequested() override;
   void waitForUser() override;
 
-  /// Shows a text of the string table at once.
+  /// Shows a string-table text immediately.
   void setStatusText(texts::TextId id);
-  /// The error handler stops everything as a cancel does.
+  /// Called by the error handler; stops everything like a cancel.
   void stop() { cancelled_ = true; }
-  /// True when a cancel was seen.
+  /// True once a cancel has been seen.
   bool cancelled() const { return cancelled_; }
 
  private:

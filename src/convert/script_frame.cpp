@@ -10,7 +10,7 @@
 namespace quillon::convert {
 namespace {
 
-/// Lines that end in CR LF, LF or CR; the last one may have no end.
+/// Splits at CR LF, LF or CR; the last line may lack its end.
 std::vector<std::string_view> splitLines(std::string_view text) {
   std::vector<std::string_view> lines;
   while (!text.empty()) {

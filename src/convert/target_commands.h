@@ -10,14 +10,14 @@
 
 namespace quillon::convert {
 
-/// Tells what surrounds the drawing in a script: the commands that open the target, the
-/// header, the user's blocks and the commands of the block library.
+/// Issues what surrounds the drawing in a script: the commands that open the target, the header,
+/// the user's blocks and the commands of the block library.
 class TargetCommands {
  public:
   TargetCommands(eagle::Commands& commands, const ConversionJob& job, const ScriptFrame& frame,
                  const dxf::Drawing& drawing);
 
-  /// The drawing's name as the script holds it.
+  /// The drawing's name as written in the script.
   const std::string& drawingName() const { return drawingName_; }
 
   /// Opens the target drawing.
@@ -30,7 +30,7 @@ class TargetCommands {
   void writeBlockLibraryOpen(std::string_view partName);
   /// Creates the device of a symbol part.
   void writeBlockDevice(std::string_view partName);
-  /// Goes back to the drawing and makes the library available there.
+  /// Returns to the drawing and makes the library available there.
   void writeUseLibrary();
 
  private:

@@ -9,7 +9,7 @@
 namespace quillon::dxf {
 namespace {
 
-/// A copy of the lines that stays, with the margin that a LineCursor needs.
+/// A copy of the lines that outlives the window, with the margin that a LineCursor needs.
 LineRange keepLines(Drawing& drawing, LineRange lines) {
   const std::string_view text(lines.begin, static_cast<std::size_t>(lines.end - lines.begin));
   const std::string_view kept =
@@ -17,7 +17,7 @@ LineRange keepLines(Drawing& drawing, LineRange lines) {
   return {kept.data(), kept.data() + kept.size()};
 }
 
-/// The groups before the first group 0. Codes are compared as text here.
+/// Reads the groups before the first group 0. Codes are compared as text here.
 void readBlockHeader(Drawing& drawing, LineCursor lines, BlockRec& block) {
   const auto nextLine = [&lines] {
     if (lines.atEnd())

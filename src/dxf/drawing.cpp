@@ -7,13 +7,13 @@
 namespace quillon::dxf {
 namespace {
 
-/// Whether both are one text, not only equal ones.
+/// Whether both views refer to the same characters, not merely equal ones.
 bool isSameText(std::string_view a, std::string_view b) {
   return a.data() == b.data() && a.size() == b.size();
 }
 
-/// Whether a record's name is the very text of one of the last two: entries that lie within each
-/// other share their names, and a long one is not hashed again for each of them.
+/// Whether a record's name refers to the same characters as one of the last two: nested entries
+/// share their names, and a long one should not be hashed again for each of them.
 template <typename Records>
 bool sharesName(const Records& records, std::string_view name) {
   const auto isShared = [name](const auto& record) { return isSameText(record.name, name); };
@@ -35,7 +35,7 @@ std::uint64_t BlockRec::lineAt(const char* position, char eol) const {
   if (position == nullptr || !notBehind(text.begin, position) || !notBehind(position, text.end)) {
     return 0;
   }
-  // The end of the lines still belongs to the last one.
+  // A position at the very end belongs to the last line.
   const char* const inside =
       position == text.end && position != text.begin ? position - 1 : position;
   return firstLine +

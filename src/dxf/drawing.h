@@ -19,7 +19,7 @@
 
 namespace quillon::dxf {
 
-/// The value of `ltScale` and `pointSize` when the drawing gives none.
+/// Value of `ltScale` and `pointSize` when the drawing has none.
 inline constexpr double kNotGiven = 98899999.0;
 
 struct LineTypeRec {
@@ -50,31 +50,32 @@ struct BlockRec {
   std::string_view baseY;
   EntityList items;
   LineRange text;               ///< the lines of the block
-  std::uint64_t firstLine = 0;  ///< number of the first of them in the file
+  std::uint64_t firstLine = 0;  ///< the file's line number of the first of them
 
-  /// Number (from 1) of the line in the file that holds a position of the text; 0 for any other.
+  /// Line number (from 1) in the file of a position in the text; 0 for any other position.
   std::uint64_t lineAt(const char* position, char eol) const;
 
-  /// True for the blocks that hold a layout and are no parts: by their names, as intended.
+  /// True for blocks that hold a layout and are not parts. Judged by the beginning of the name
+  /// alone, so that scripts stay the same.
   bool isLayout() const;
 };
 
-/// Entity names that were met but are not recognised, with their numbers.
+/// Names of unrecognised entities with their counts.
 using UnknownKinds = std::map<std::string, std::uint64_t, std::less<>>;
 
-/// Entities of the ENTITIES section that were dropped because the text is damaged.
+/// Entities of the ENTITIES section that were dropped because the drawing is damaged.
 struct DroppedEntities {
   std::uint64_t count = 0;
-  std::uint64_t firstLine = 0;  ///< number of the line of the first damage; 0 without one
+  std::uint64_t firstLine = 0;  ///< line number of the first damage; 0 for none
 
   bool operator==(const DroppedEntities&) const = default;
 };
 
-/// The first of several records with one name wins, so an index never replaces an entry.
+/// The first of several records with the same name wins, so an index entry is never replaced.
 using NameIndex = std::unordered_map<std::string_view, std::size_t, base::TextHash>;
 
-/// What the reader leaves for the conversion. The entities of the ENTITIES section are not kept:
-/// they are handed on as they are read. All texts are views into `arena`.
+/// What the reader keeps for the conversion. Entities of the ENTITIES section are not kept but
+/// passed on as they are read. All texts are views into `arena`.
 struct Drawing {
   Drawing() = default;
   Drawing(const Drawing&) = delete;
@@ -86,7 +87,7 @@ struct Drawing {
 
   double angDir = 0.0;           ///< 1.0: angles run clockwise
   double fillMode = 1.0;         ///< 1.0: areas are filled
-  double ltScale = kNotGiven;    ///< factor on dash lengths
+  double ltScale = kNotGiven;    ///< factor for dash lengths
   double pointSize = kNotGiven;  ///< size of a point
   std::deque<LineTypeRec> lineTypes;
   std::deque<LayerRec> layers;
@@ -94,15 +95,15 @@ struct Drawing {
   std::deque<BlockRec> blocks;
   EntityStore store;  ///< the entities of all blocks
 
-  /// Number of LWPOLYLINE and LEADER entities met anywhere: their vertex lists are numbered from 1
-  /// and read from the text when they are asked for.
+  /// Number of LWPOLYLINE and LEADER entities read so far, in blocks or not: their vertex lists are
+  /// numbered from 1 and read from the text on demand.
   std::uint64_t polyVertexLists = 0;
   /// The same for SPLINE entities.
   std::uint64_t splineData = 0;
 
   UnknownKinds unknownKinds;
   DroppedEntities dropped;
-  bool anySection = false;  ///< some section name was found
+  bool anySection = false;  ///< at least one section was found
 
   NameIndex layerIndex;
   NameIndex lineTypeIndex;
@@ -110,11 +111,11 @@ struct Drawing {
 
   /// Number of the next vertex list or spline; 0 for kinds without a side record.
   std::uint64_t nextSideIndex(EntityKind kind);
-  /// Number (from 1) of the line of a block's text that holds this position; 0 for none.
+  /// Line number (from 1) of this position in the text of a block; 0 when it is in none.
   std::uint64_t lineInBlocks(const char* position) const;
 
   void addLayer(LayerRec layer);
-  /// Whether a layer is the first one of its name.
+  /// Whether a layer is the first of its name.
   bool isFirstLayer(std::size_t index) const;
   void addLineType(const LineTypeRec& lineType);
   void addBlock(const BlockRec& block);
@@ -124,8 +125,8 @@ struct Drawing {
   LineTypeRec* findLineType(std::string_view name);
 };
 
-/// Index of the first block of this upper-cased name. 0 also stands for an unknown name: callers
-/// that must tell the two apart compare the name.
+/// Index of the first block with this upper-cased name. Also 0 for an unknown name: callers that
+/// need to know compare the name.
 std::size_t findBlock(const Drawing& drawing, std::string_view name);
 
 }  // namespace quillon::dxf

@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::uint32_t kPairsPerPoll = 256;
 
-/// Reads the section window by window. An entity that reaches beyond the window is begun anew with
-/// more lines in it.
+/// Reads the section window by window. An entity that extends beyond the window is read again once
+/// the window holds more lines.
 class SectionReading {
  public:
   SectionReading(Drawing& drawing, LineReader& reader, EntitySink& sink)
@@ -25,7 +25,7 @@ class SectionReading {
   }
 
  private:
-  /// Reads what stands in the window as a whole; false when the section is done.
+  /// Reads what is complete within the window; false when the section is done.
   bool readWindow() {
     const TextSource& source = reader_.source();
     EntityWalk walk(drawing_, LineCursor(reader_.window(), source.lineEnds()), "ENDSEC",
@@ -66,7 +66,8 @@ class SectionReading {
     } catch (const base::RunTimeError& error) {
       const bool ranOut = error.fault() == base::Fault::TextEndsTooEarly && !walk.ended();
       if (ranOut && !reader_.source().atFileEnd()) return Step::Beyond;
-      // The entity in which an error arises is dropped without an error: intended. It is counted.
+      // An entity with an error is dropped and counted; the conversion goes on, so that a damaged
+      // drawing still gives a script.
       if (walk.failedInEntity()) noteDropped(error);
       walk.goBehindFailedName();
       lost_ = true;
@@ -77,7 +78,7 @@ class SectionReading {
   void noteDropped(const base::RunTimeError& error) {
     DroppedEntities& dropped = drawing_.dropped;
     if (++dropped.count > 1) return;
-    // Where the file ends too early, its last line is the damaged one.
+    // If the file ends too early, its last line is the damaged one.
     const bool atEnd = error.position() == reader_.window().end;
     dropped.firstLine = reader_.lineAt(atEnd ? error.position() - 1 : error.position());
   }

@@ -5,21 +5,21 @@
 
 namespace quillon::dxf {
 
-/// Takes the entities of the ENTITIES section one by one, as they are read.
+/// Receives the entities of the ENTITIES section one by one as they are read.
 class EntitySink {
  public:
   virtual ~EntitySink() = default;
-  /// The entity, which may be completed; its texts are valid during the call only. Errors end the
-  /// reading.
+  /// An entity, which the sink may complete; its texts are valid only during the call. An exception
+  /// ends the reading.
   virtual void takeEntity(DxfEntity& entity) = 0;
-  /// The last entity has been taken; the texts of the one before are still valid.
+  /// Called after the last entity, whose texts are still valid.
   virtual void endOfEntities() {}
 };
 
-/// Reads the entities of the ENTITIES section in file order: from the reader's position to the line
-/// "ENDSEC" or the end of the file, where the reader stands afterwards. An entity in which an error
-/// of the text arises is dropped, and reading goes on at the next "0" line that an entity name
-/// follows. A cancel ends the reading after an entity.
+/// Reads the entities of the ENTITIES section in file order, from the reader's position to the line
+/// "ENDSEC" or the end of the file, where the reader then is. An entity with an error in its text
+/// is dropped, and reading resumes at the next "0" line followed by an entity name. A cancel ends
+/// the reading after an entity.
 void readEntities(Drawing& drawing, LineReader& reader, EntitySink& sink);
 
 }  // namespace quillon::dxf

@@ -10,12 +10,12 @@ constexpr std::array<std::string_view, kEntityKindCount> kNames = {
     "SPLINE", "TEXT",   "INSERT", "DIMENSION",  "POINT",    "ATTDEF", "ATTRIB", "TRACE",
     "SOLID",  "SEQEND", "3DFACE", "LWPOLYLINE", "SHAPE",    "MTEXT",  "LEADER"};
 
-/// A slot that exists but is never filled from a group of its own.
+/// A slot that is never filled from a group.
 constexpr int kUnread = -1;
 constexpr int kLayerCode = 8;
 constexpr int kLineTypeCode = 6;
 
-/// The slots of one kind: the group code read into each, in slot order.
+/// The slots of one kind: the group code for each, in slot order.
 struct SlotRow {
   EntityKind kind;
   std::initializer_list<int> codes;
@@ -25,7 +25,7 @@ using enum EntityKind;
 
 constexpr std::initializer_list<int> kLineCodes = {10, 20, 11, 21, 8, 6, 230, 220};
 constexpr std::initializer_list<int> kTextCodes = {10, 20, 40, 41, 50, 7, 1, 8, 6, 230, 220};
-// The first slot is the index of the vertex list, which no group holds.
+// The first slot is the index of the vertex list, which has no group.
 constexpr std::initializer_list<int> kLwPolylineCodes = {kUnread, 43, 70, 8, 6, 230, 220};
 
 constexpr SlotRow kRows[] = {
@@ -46,14 +46,15 @@ constexpr SlotRow kRows[] = {
     {Insert, {2, 10, 20, 41, 42, 50, 8, 6, 230, 220}},
     {Dimension, {2, 10, 20, 11, 21, 12, 22, 13, 23, 14, 24, 8, 6, 230, 220}},
     {Point, {10, 20, 8, 6, 230, 220}},
-    // The slot of a TRACE's x extrusion stays empty, so a TRACE is never mirrored: intended.
+    // The slot of a TRACE's x extrusion is never filled, so a TRACE is not mirrored in x; kept so
+    // that scripts stay the same.
     {Trace, {10, 20, 11, 21, 12, 22, 13, 23, 8, 6, kUnread, kUnread, 220}},
     {Solid, {10, 20, 11, 21, 12, 22, 13, 23, 8, 6, kUnread, 230, 220}},
     {Face3d, {10, 20, 11, 21, 12, 22, 13, 23, 8, 70, 6, 230, 220}},
     {Shape, {10, 20, 40, 2, 50, 41, kUnread, kUnread, 8, 6, 230, 220}},
 };
 
-/// A TRACE has room for 113 slots, of which only the first 13 are ever read: intended.
+/// A TRACE has 113 slots, but only the first 13 are ever filled.
 constexpr std::uint8_t kTraceSlotCount = 113;
 
 constexpr SlotLayout makeLayout(const SlotRow& row) {

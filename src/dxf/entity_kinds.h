@@ -6,7 +6,7 @@
 
 namespace quillon::dxf {
 
-/// The entities that the reader recognises, by their DXF names.
+/// The entities that the reader recognises, named as in DXF.
 enum class EntityKind : std::uint8_t {
   None,  ///< no recognised name
   Line,
@@ -34,27 +34,27 @@ enum class EntityKind : std::uint8_t {
 };
 inline constexpr std::size_t kEntityKindCount = 23;
 
-/// The kind of a trimmed name, compared exactly; None for any other text.
+/// The kind with exactly this (trimmed) name; None for any other text.
 EntityKind entityKind(std::string_view name);
 
 /// The DXF name of a kind ("" for None).
 std::string_view entityName(EntityKind kind);
 
-/// isEntityName of a trimmed text.
+/// Whether a trimmed text is the name of an entity.
 inline bool isEntityName(std::string_view text) { return entityKind(text) != EntityKind::None; }
 
-/// Most slots of any kind that are ever filled.
+/// Largest number of slots that are ever filled, over all kinds.
 inline constexpr std::size_t kMaxSlots = 18;
 inline constexpr std::uint8_t kNoSlot = 0xFF;
 
-/// Where the values of one kind stand. Layer and line type travel in every kind but SEQEND.
+/// Where the values of one kind are. Every kind but SEQEND has a layer and a line type.
 struct SlotLayout {
-  std::uint8_t slotCount = 0;         ///< slots that the kind has, filled or not
+  std::uint8_t slotCount = 0;         ///< number of slots, filled or not
   std::uint8_t layer = kNoSlot;       ///< slot of group 8, upper-cased
-  std::uint8_t lineType = kNoSlot;    ///< slot of group 6, upper-cased, or of the layer's line type
-  std::uint8_t extrusionX = kNoSlot;  ///< slot that decides on mirroring in x (group 230)
-  std::uint8_t extrusionY = kNoSlot;  ///< slot that decides on mirroring in y (group 220)
-  /// Slot of each group code from 0 to 255; kNoSlot for codes that the kind does not read.
+  std::uint8_t lineType = kNoSlot;    ///< slot of group 6, upper-cased; default: the layer's
+  std::uint8_t extrusionX = kNoSlot;  ///< slot that decides about mirroring in x (group 230)
+  std::uint8_t extrusionY = kNoSlot;  ///< slot that decides about mirroring in y (group 220)
+  /// Slot of each group code from 0 to 255; kNoSlot for codes that this kind ignores.
   std::array<std::uint8_t, 256> slotOfCode{};
 };
 

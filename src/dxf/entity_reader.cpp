@@ -31,7 +31,7 @@ void EntityReader::complete(DxfEntity& entity) {
 void EntityReader::finishKind(DxfEntity& entity) {
   switch (entity.kind) {
     case EntityKind::Vertex: {
-      // A bulge too small to show is stored as a plain zero: intended.
+      // A bulge too small to show is stored as exactly 0; kept so that scripts stay the same.
       constexpr double kSmallestBulge = 1e-6;
       if (std::fabs(entity.number(kVertexBulgeSlot)) < kSmallestBulge) {
         entity.setValue(kVertexBulgeSlot, "0");

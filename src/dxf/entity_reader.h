@@ -11,24 +11,24 @@
 
 namespace quillon::dxf {
 
-/// Brings the values of entities into their final form and remembers what it found out about names,
-/// so that every name is upper-cased and looked up once.
+/// Brings the values of entities into their final form. Names are cached, so that each is
+/// upper-cased and looked up once.
 class EntityReader {
  public:
   explicit EntityReader(Drawing& drawing) : drawing_(drawing) {}
 
   Drawing& drawing() { return drawing_; }
 
-  /// Completes an entity as it was read: layer, line type, and what its kind demands.
+  /// Completes an entity just read: layer, line type, and what its kind requires.
   void complete(DxfEntity& entity);
 
-  /// The groups of an entity that was read and whose kind has a side record.
+  /// The groups of an entity whose kind has a side record.
   GroupCursor groups(const DxfEntity& entity) const;
 
-  /// Looks an entity's layer up in the layer table and marks it as used there.
+  /// Looks up an entity's layer in the layer table and marks it as used.
   const LayerUse& layerLineType(std::string_view layerName);
 
-  /// A name in upper case: kept, or the name itself where that does not change it.
+  /// The name in upper case: a cached copy, or the name itself if it already is.
   std::string_view upperName(std::string_view name);
 
  private:
@@ -37,7 +37,8 @@ class EntityReader {
   Drawing& drawing_;
   std::unordered_map<std::string_view, LayerUse, base::TextHash> layers_;
   std::unordered_map<std::string_view, std::string_view, base::TextHash> upperNames_;
-  /// The layers met last, by a few bits of their names; a drawing uses few layers in turn.
+  /// The most recent layers, indexed by a few bits of their names; drawings use few layers at a
+  /// time.
   struct RecentLayer {
     std::string_view name;
     const LayerUse* use = nullptr;

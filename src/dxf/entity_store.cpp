@@ -6,9 +6,9 @@
 namespace quillon::dxf {
 namespace {
 
-// An entity is a row of words: kind and filled slots; its address in the text (two words); for the
-// kinds that have a side record, its number and the length of the groups (two words); then each
-// filled slot, as one word or, when it lies far away or is long, as kLongSlot and four words.
+// An entity is a row of words: kind and filled slots; its address in the text (two words); for
+// kinds with a side record, its number and the length of the groups (two words); then each filled
+// slot, as one word or, when it is far away or long, as kLongSlot and four words.
 constexpr std::uint64_t kMostWords = 6 + 5 * kMaxSlots;
 constexpr unsigned kKindBits = 8;
 constexpr unsigned kLengthBits = 12;

@@ -7,10 +7,10 @@
 
 namespace quillon::dxf {
 
-/// The values of entities by name: numbers as formatted in the file, lengths in drawing units,
-/// angles in degrees unless said otherwise. An absent number is 0.
+/// Named access to the values of entities: lengths in drawing units, angles in degrees unless
+/// noted. An absent number is 0.
 
-/// The texts that decide on mirroring in x and y.
+/// The texts that decide about mirroring in x and y.
 struct ExtrusionTexts {
   std::string_view x;
   std::string_view y;

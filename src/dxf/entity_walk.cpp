@@ -11,14 +11,14 @@
 namespace quillon::dxf {
 namespace {
 
-/// Names behind a group 0 that start or end parts of a drawing and are no entities.
+/// Names after a group 0 that start or end parts of a drawing and are not entities.
 bool isStructureName(std::string_view name) {
   static constexpr std::array<std::string_view, 7> kNames = {"SECTION", "ENDSEC", "TABLE", "ENDTAB",
                                                              "BLOCK",   "ENDBLK", "EOF"};
   return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
 }
 
-/// Whether a code line that is no plain "0" reads as 0 all the same.
+/// Whether a code line other than a plain "0" still reads as 0.
 bool readsZero(std::string_view code) {
   const bool usual = !code.empty() && code.front() >= '1' && code.front() <= '9';
   return !usual && base::numberValue(code) == 0.0;
@@ -26,13 +26,13 @@ bool readsZero(std::string_view code) {
 
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
-/// Whether a text in the place of an entity's name shows that a line is missing or too many.
+/// Whether a text where an entity's name should be shows that a line is missing or surplus.
 bool isNoName(std::string_view text) {
   if (text.empty()) return true;
   return !isLetter(text.front()) && base::isNumber(text);
 }
 
-/// Fails at a text in the place of an entity's name.
+/// Fails at a text where an entity's name should be.
 [[noreturn]] void failWithoutName(std::string_view text) {
   throw base::RunTimeError(base::Fault::BadGroupCode, text, text.data());
 }
@@ -104,7 +104,7 @@ void EntityWalk::readGroups(DxfEntity& entity) {
     }
     if (entity.kind == EntityKind::Spline) fitPoints.visit(group);
     if (group.code < 0 || group.code > 255) continue;
-    // Every slot takes the first occurrence of its group code.
+    // The first occurrence of a group code fills its slot.
     const std::uint8_t slot = slotOfCode[static_cast<std::size_t>(group.code)];
     if (slot == kNoSlot || (entity.filled >> slot & 1U) != 0) continue;
     entity.setValue(slot, group.value);
@@ -120,11 +120,11 @@ void EntityWalk::readGroups(DxfEntity& entity) {
   }
 }
 
-/// The "0" line that ended the groups may be a value whose code line is missing; then the next code
-/// follows it. Throws RunTimeError where it does, as the entity is cut off. An entity is whole when
-/// those codes follow with which another one begins: there only the name is missing.
+/// The "0" line that ended the groups may be a value whose code line is missing; then a code
+/// follows instead of a name, the entity is cut off, and RunTimeError is thrown. If the codes are
+/// those that start the next entity, only its name is missing and this entity is complete.
 void EntityWalk::checkEnd() {
-  // Nearly always a name follows. Its first letter is readable even where its line is not whole.
+  // Nearly always a name follows. Its first letter is readable even where its line is incomplete.
   const std::string_view zero = lines_.peek();
   const char* const line = zero.data() + zero.size() + 1;
   if (isLetter(*line == '\n' || *line == '\r' ? line[1] : *line)) return;

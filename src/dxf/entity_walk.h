@@ -7,36 +7,36 @@
 
 namespace quillon::dxf {
 
-/// Walks the lines of a block or of the ENTITIES section pair by pair and finds the entities.
+/// Walks the lines of a block or of the ENTITIES section in pairs and finds the entities.
 class EntityWalk {
  public:
-  /// A walk over a block, which ends with the lines.
+  /// A walk over a block, up to the end of its lines.
   EntityWalk(Drawing& drawing, LineCursor lines) : drawing_(drawing), lines_(lines) {}
-  /// A walk over a section, which ends with the lines, or after the first line that is `endMarker`.
-  /// Numbers and empty lines in the place of an entity's name are errors here. `goesOn` says that
-  /// the section may have more lines than these.
+  /// A walk over a section, up to the end of the lines or the first line equal to `endMarker`.
+  /// Numbers and empty lines in place of an entity's name are errors here. `goesOn`: the section
+  /// may have more lines than these.
   EntityWalk(Drawing& drawing, LineCursor lines, std::string_view endMarker, bool goesOn)
       : drawing_(drawing), lines_(lines), endMarker_(endMarker), goesOn_(goesOn) {}
 
-  /// True behind the end marker.
+  /// True after the end marker.
   bool ended() const { return ended_; }
   bool atEnd() const { return ended_ || lines_.atEnd(); }
   const char* position() const { return lines_.position(); }
 
-  /// Reads one entity, or steps over one pair and says false. Throws RunTimeError when a group code
-  /// is none, the lines end too early, or an entity of a section has no name.
+  /// Reads one entity, or skips one pair and returns false. Throws RunTimeError when a group code
+  /// is invalid, the lines end too early, or an entity of a section has no name.
   bool step(DxfEntity& entity);
 
-  /// After an error: whether it arose in an entity, or where the name of one should be.
+  /// After an error: whether it occurred in an entity, or where an entity's name should be.
   bool failedInEntity() const { return inEntity_; }
-  /// After an error: goes on after the name of the entity that failed, or where its name should
-  /// be.
+  /// After an error: continues after the name of the failed entity, or after the place where its
+  /// name should be.
   void goBehindFailedName() {
     lines_.seek(afterName_);
     ended_ = false;
   }
-  /// Goes to the next "0" line that an entity name follows. False when the lines end first; then
-  /// the walk stands at the last line that could be such a "0".
+  /// Goes to the next "0" line that is followed by an entity name. False when the lines end first;
+  /// the position is then the last line that might be such a "0".
   bool findNextEntity();
 
  private:

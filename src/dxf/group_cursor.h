@@ -19,8 +19,8 @@ class GroupCursor {
  public:
   explicit GroupCursor(LineCursor lines) : lines_(lines) {}
 
-  /// The next group, or false at a code line that is exactly "0". Throws RunTimeError when the
-  /// lines end first or a code line is no group code.
+  /// Reads the next group; false at a code line that is exactly "0". Throws RunTimeError when the
+  /// lines end first or a code line is not a group code.
   bool next(Group& group) {
     if (lines_.atEnd()) failAtEnd(lines_.position());
     const std::string_view line = lines_.peek();
@@ -39,11 +39,11 @@ class GroupCursor {
     return true;
   }
 
-  /// The lines that come next; behind the last group, the "0" line that ended the entity.
+  /// The remaining lines; after the last group they start with the "0" line that ended the entity.
   const LineCursor& lines() const { return lines_; }
 
  private:
-  // Static, so that a cursor in a local variable can live in registers.
+  // Static, so that a cursor in a local variable can be kept in registers.
   [[noreturn]] static void failAtEnd(const char* position);
 
   LineCursor lines_;

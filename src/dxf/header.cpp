@@ -5,7 +5,7 @@
 namespace quillon::dxf {
 namespace {
 
-/// The first version whose drawings are written in UTF-8.
+/// The first version that stores drawings in UTF-8.
 constexpr double kFirstUtf8Version = 1021.0;
 
 struct HeaderValue {
@@ -32,7 +32,7 @@ bool writesUtf8(std::string_view version) {
          base::numberValue(version.substr(2)) >= kFirstUtf8Version;
 }
 
-/// Reads the variables; the result is what $ACADVER says of UTF-8.
+/// Reads the variables; returns whether $ACADVER implies UTF-8.
 bool readVariables(Drawing& drawing, LineReader& reader) {
   bool utf8 = false;
   while (!reader.cancelled() && !reader.atEnd()) {
@@ -44,7 +44,7 @@ bool readVariables(Drawing& drawing, LineReader& reader) {
       drawing.fillMode = switchValue(nextValue(reader));
     } else if (base::equalsUpperCased(line, "$LTSCALE")) {
       const HeaderValue value = nextValue(reader);
-      // A line-type scale of 0 counts as 1: intended.
+      // A line-type scale of 0 counts as 1; kept so that scripts stay the same.
       drawing.ltScale = value.code == 40.0 && value.number() != 0.0 ? value.number() : 1.0;
     } else if (base::equalsUpperCased(line, "$PDSIZE")) {
       const HeaderValue value = nextValue(reader);
@@ -60,7 +60,7 @@ bool readVariables(Drawing& drawing, LineReader& reader) {
 }  // namespace
 
 void readHeader(Drawing& drawing, LineReader& reader) {
-  // A new version and a text that is UTF-8 throughout decide on the encoding together.
+  // UTF-8 requires both: a version that uses it and a text that is valid throughout.
   const bool utf8 = readVariables(drawing, reader) && reader.source().isUtf8([&reader] {
     return reader.monitor().cancelRequested();
   });

@@ -13,17 +13,17 @@
 
 namespace quillon::dxf {
 
-/// A stretch of whole lines of a drawing.
+/// A range of whole lines of a drawing.
 struct LineRange {
   const char* begin = nullptr;
   const char* end = nullptr;
 };
 
-/// Splits a stretch of a drawing's text into lines. Behind it a margin of line ends must be
-/// readable. At the end it keeps giving empty lines.
+/// Splits a range of a drawing's text into lines. A margin of line ends must be readable after it.
+/// At the end it keeps returning empty lines.
 ///
 /// Line ends are found for 64 bytes at once and kept as bits, so that finding one line's end does
-/// not have to wait for the one before.
+/// not have to wait for the previous one.
 class LineCursor {
  public:
   LineCursor(LineRange range, const LineEnds& ends)
@@ -38,14 +38,14 @@ class LineCursor {
   bool atEnd() const { return position_ == end_; }
   const char* position() const { return position_; }
 
-  /// Goes on at the start of another line of the range.
+  /// Continues at the start of another line of the range.
   void seek(const char* position) {
     position_ = position;
     block_ = position;
     lineEnds_ = findLineEnds(position);
   }
 
-  /// The next line, not yet taken; not at the end.
+  /// The next line, without consuming it; not to be called at the end.
   std::string_view peek() {
     const char* const start = position_ + (*position_ == other_ ? 1 : 0);
     while (lineEnds_ == 0) {
@@ -56,14 +56,14 @@ class LineCursor {
     return {start, static_cast<std::size_t>((stop < end_ ? stop : end_) - start)};
   }
 
-  /// Steps over the line that was peeked at.
+  /// Consumes the line returned by peek().
   void take(std::string_view line) {
     const char* const stop = line.data() + line.size();
     lineEnds_ &= lineEnds_ - 1;
     position_ = stop < end_ ? stop + 1 : end_;
   }
 
-  /// The next line without its line end and without any trimming.
+  /// The next line without its line end, untrimmed.
   std::string_view next() {
     if (atEnd()) return {};
     const std::string_view line = peek();
@@ -95,7 +95,7 @@ class LineCursor {
   char eol_;
   char other_;
   const char* block_;
-  std::uint64_t lineEnds_ = 0;  ///< of the 64 bytes at block_, those not yet taken
+  std::uint64_t lineEnds_ = 0;  ///< of the 64 bytes at block_, those not yet consumed
 };
 
 }  // namespace quillon::dxf

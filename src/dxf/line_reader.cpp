@@ -15,7 +15,7 @@ std::string_view between(const char* from, const char* to) {
 }  // namespace
 
 void LineReader::poll(bool showProgress) {
-  constexpr std::uint64_t kUnit = 128;  // positions are counted in blocks of 128 bytes
+  constexpr std::uint64_t kUnit = 128;  // positions are reported in blocks of 128 bytes
   if (showProgress) {
     monitor_.setProgress(false, source_.offsetOf(cursor_.position()) / kUnit,
                          (source_.fileSize() + kUnit / 2) / kUnit);
@@ -93,7 +93,7 @@ void LineReader::refill() {
   moveTo(moved + ahead);
 }
 
-/// Whether only blanks stand between these characters and the ends of their line.
+/// Whether only blanks precede and follow these characters on their line.
 bool LineReader::isWholeLine(const char* start, const char* stop) const {
   const auto [eol, other, detected] = source_.lineEnds();
   while (start != cursor_.position() && start[-1] == ' ') --start;

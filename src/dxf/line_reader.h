@@ -9,8 +9,8 @@
 
 namespace quillon::dxf {
 
-/// Reads a drawing line by line, counts the lines and keeps the monitor informed. Texts that it
-/// gives are valid until it is used again.
+/// Reads a drawing line by line, counts the lines and keeps the monitor informed. Returned texts
+/// are valid until the next call.
 class LineReader {
  public:
   LineReader(TextSource& source, base::RunMonitor& monitor)
@@ -35,39 +35,38 @@ class LineReader {
     return cursor_.atEnd();
   }
   std::uint64_t linesRead() const { return linesRead_; }
-  /// How many lines of the file were read: each once, whatever was rewound, none beyond its end,
-  /// and nothing for the second character of its last line end.
+  /// Number of lines read from the file: each line once even after a rewind, none beyond the end,
+  /// and none for the second character of the last line end.
   std::uint64_t fileLinesRead() const;
   TextSource& source() { return source_; }
   base::RunMonitor& monitor() { return monitor_; }
 
-  /// True once the user has cancelled, as far as the last poll knows.
+  /// True once a poll has seen that the user cancelled.
   bool cancelled() const { return cancelled_; }
-  /// Shows where reading is and asks whether it shall stop.
+  /// Reports the reading position and asks whether to stop.
   void poll(bool showProgress);
 
-  /// From here on the lines read are kept in memory, for keptLines(), until endKeeping().
+  /// From here on, lines read are kept in memory for keptLines(), until endKeeping().
   void beginKeeping() { kept_ = cursor_.position(); }
   LineRange keptLines() const { return {kept_, cursor_.position()}; }
   void endKeeping() { kept_ = nullptr; }
 
-  /// The whole lines in memory from the next one on.
+  /// The complete lines in memory from the next one on.
   LineRange window() const { return {cursor_.position(), source_.linesEnd()}; }
-  /// Goes on at a position of the window further on, and counts the lines up to there.
+  /// Skips ahead to a position in the window, counting the lines on the way.
   void skipTo(const char* position);
-  /// Brings more lines into the window. False at the end of the file.
+  /// Reads more lines into the window. False at the end of the file.
   bool extendWindow();
 
-  /// Goes on behind the next line whose trimmed text is exactly `text`, counting the lines up to
-  /// there. False when there is none: then the reader stands at the end of the file, or anywhere
-  /// after a cancel.
+  /// Skips past the next line whose trimmed text is exactly `text`, counting the lines on the way.
+  /// False when there is none: then the reader is at the end of the file or, after a cancel,
+  /// anywhere.
   bool skipPastLine(std::string_view text, bool showProgress);
 
-  /// Back to the first byte; the lines are counted from 0 again.
+  /// Returns to the first byte; the line count restarts at 0.
   void rewind();
 
-  /// Number (from 1) of the line that holds a position of the window or of the kept lines; 0 for
-  /// any other position.
+  /// Line number (from 1) of a position in the window or the kept lines; 0 for any other position.
   std::uint64_t lineAt(const char* position) const;
 
  private:

@@ -10,8 +10,8 @@ bool PolyVertexWalk::next(PolyVertex& vertex) {
   }
   if (stage_ == Stage::Closing) {
     stage_ = Stage::Done;
-    // The vertex that closes a polyline has an empty start width and the last one's end width and
-    // bulge: intended.
+    // The closing vertex has no start width, and the end width and bulge of the last one; kept so
+    // that scripts stay the same.
     vertex = {first_.x, first_.y, {}, current_.endWidth, current_.bulge};
     return mayClose_ && base::isOddNumber(flags_);
   }

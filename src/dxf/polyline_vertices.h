@@ -15,14 +15,14 @@ struct PolyVertex {
   std::string_view bulge;
 };
 
-/// Gives the vertices of an LWPOLYLINE or LEADER one after the other, so that a polyline with
-/// millions of them needs no list.
+/// Iterates over the vertices of an LWPOLYLINE or LEADER, so that a polyline with millions of them
+/// needs no list.
 ///
-/// A vertex without x or y is left out. A closed polyline ends with one more vertex: the first
-/// one's place, no start width, the last one's end width and bulge.
+/// A vertex without x or y is skipped. A closed polyline ends with one more vertex: position of the
+/// first one, no start width, end width and bulge of the last one.
 class PolyVertexWalk {
  public:
-  /// `width` is the polyline's group 43, which every vertex starts with. A kind that has no closed
+  /// `width` is the polyline's group 43, the initial width of every vertex. A kind without a closed
   /// flag never closes.
   PolyVertexWalk(GroupCursor groups, std::string_view width, bool mayClose = true)
       : groups_(groups), width_(width), mayClose_(mayClose) {}

@@ -14,8 +14,8 @@ namespace {
 
 enum class Search { Found, Stopped, AtEnd };
 
-/// Reads on behind a line that is `marker` in upper case, or until `stopMarker` comes first, the
-/// user cancels (both: Stopped) or the file ends.
+/// Skips past a line that is `marker` in upper case. Stopped when `stopMarker` comes first or the
+/// user cancels, AtEnd at the end of the file.
 Search searchMarker(LineReader& reader, std::string_view marker, std::string_view stopMarker,
                     bool showProgress) {
   while (!reader.atEnd()) {
@@ -34,7 +34,7 @@ SectionLines splitLines(LineRange range, const LineEnds& ends) {
   return lines;
 }
 
-/// The table's name: the line behind the first line that is exactly "2"; the first line of all when
+/// The table's name: the line after the first line that is exactly "2", or the first line when
 /// there is none. Throws RunTimeError when the lines end with the "2".
 std::string_view tableName(LineRange range, const LineEnds& ends) {
   for (LineCursor search(range, ends); !search.atEnd();) {
@@ -55,7 +55,7 @@ void parseTable(Drawing& drawing, LineRange range) {
   if (base::equalsUpperCased(name, "STYLE")) parseStyleTable(lines, drawing);
 }
 
-/// Runs a parser on collected lines; its errors learn the line in the file.
+/// Runs a parser on collected lines and adds the file's line number to its errors.
 template <typename Parse>
 void withLineNumbers(const LineReader& reader, const Parse& parse) {
   try {
@@ -92,7 +92,8 @@ void readBlocks(Drawing& drawing, LineReader& reader) {
 
 void readEntitiesSection(Drawing& drawing, LineReader& reader, EntitySink& sink) {
   reader.monitor().setStatus(base::ReadPhase::Entities, 0);
-  // No drawing holds this line, so no ENDSEC of an earlier section stops the search: intended.
+  // A line that occurs in no drawing, so that the ENDSEC of an earlier section does not stop the
+  // search.
   constexpr std::string_view kNeverMet = "123456733EREW";
   if (searchMarker(reader, "ENTITIES", kNeverMet, true) != Search::Found) return;
   drawing.anySection = true;
@@ -105,12 +106,13 @@ bool openSection(Drawing& drawing, LineReader& reader, std::string_view name) {
   return found;
 }
 
-/// Nothing of OBJECTS is kept; reading it carries the reading bar to the end of the file.
+/// Nothing in OBJECTS is needed; reading it moves the progress bar to the end.
 void skipObjects(LineReader& reader, bool endsAtFileEnd) {
   bool sawEnd = endsAtFileEnd;
   while (!reader.cancelled() && !(sawEnd && reader.atEnd())) {
     if (reader.atEnd()) {
-      // Without an ENDSEC the walk goes on at the end of the file until the user cancels: intended.
+      // Without an ENDSEC, wait at the end of the file until the user cancels; kept so that such
+      // drawings end as they always have.
       reader.monitor().waitForUser();
       reader.poll(true);
     }
@@ -148,7 +150,7 @@ bool findSection(LineReader& reader, std::string_view name, bool showProgress) {
   const bool found = reader.skipPastLine(name, showProgress);
   if (reader.cancelled()) return false;
   if (!reader.atEnd()) return found;
-  // At the end of the file even a line that was found counts as missing: intended.
+  // A name on the very last line counts as not found; kept so that scripts stay the same.
   reader.rewind();
   return false;
 }

@@ -8,29 +8,29 @@
 
 namespace quillon::dxf {
 
-/// Reads HEADER and TABLES, as the first part of readDefinitions.
+/// Reads HEADER and TABLES; the first part of readDefinitions.
 void readHeaderAndTables(Drawing& drawing, LineReader& reader);
 
-/// Reads HEADER, TABLES and BLOCKS. Missing sections leave their stores empty. Throws RunTimeError,
-/// with its line, for errors inside tables and blocks.
+/// Reads HEADER, TABLES and BLOCKS. A missing section leaves its part of the drawing empty. Throws
+/// RunTimeError, with line number, for errors in tables and blocks.
 void readDefinitions(Drawing& drawing, LineReader& reader);
 
-/// Finds ENTITIES, hands its entities to the sink as they are read, and reads OBJECTS only to its
-/// end. `endsAtFileEnd` lets the walk over OBJECTS end at the end of the file without an ENDSEC;
-/// otherwise only a cancel ends it then.
+/// Finds ENTITIES, passes its entities to the sink as they are read, and skips OBJECTS.
+/// `endsAtFileEnd`: OBJECTS may end at the end of the file without an ENDSEC; otherwise only a
+/// cancel ends the walk there.
 void readContents(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd);
 
-/// Reads a whole drawing: the definitions, then the contents.
+/// Reads a whole drawing: definitions, then contents.
 void readDxf(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd);
 
-/// Reads on until a line whose trimmed text is `name` (exactly, case too). At the end of the file
-/// the reader is rewound and the result is false; a name on the last line counts as not found.
+/// Reads until a line whose trimmed text is exactly `name`. At the end of the file the reader is
+/// rewound and the result is false; a name on the last line counts as not found.
 bool findSection(LineReader& reader, std::string_view name, bool showProgress);
 
-/// Searches for `startMarker` and collects the lines after it up to and including `endMarker`; they
-/// are valid until the reader is used again.
-/// While searching, lines are compared in upper case, afterwards as they are; always trimmed.
-/// False when `stopMarker` came first or the user cancelled, true also at the end of the file.
+/// Searches for `startMarker` and collects the following lines up to and including `endMarker`;
+/// they are valid until the reader is used again. While searching, lines are compared in upper
+/// case, then as they are; always trimmed. False when `stopMarker` came first or the user
+/// cancelled; true also at the end of the file.
 bool collectBetween(LineReader& reader, std::string_view startMarker, std::string_view endMarker,
                     std::string_view stopMarker, LineRange& lines, bool showProgress);
 

@@ -9,7 +9,7 @@
 
 namespace quillon::dxf {
 
-/// Four characters as one word, the first one lowest.
+/// Four characters as one word, the first one in the lowest byte.
 constexpr std::uint32_t charactersWord(char a, char b, char c, char d) {
   const auto byte = [](char x) {
     return static_cast<std::uint32_t>(static_cast<unsigned char>(x));
@@ -17,8 +17,8 @@ constexpr std::uint32_t charactersWord(char a, char b, char c, char d) {
   return byte(a) | byte(b) << 8 | byte(c) << 16 | byte(d) << 24;
 }
 
-/// The usual form of each group code below 1000: right-aligned in four characters after blanks. 0,
-/// which is no text, stands behind them, so that any three half bytes lead into the table.
+/// The usual form of each group code below 1000, right-aligned in four characters. The table is
+/// large enough for any three half bytes; its unused entries are 0, which no text equals.
 constexpr auto makeUsualForms() {
   constexpr std::size_t kCodes = 1000;
   constexpr std::size_t kReachable = 15 * 111 + 1;
@@ -34,21 +34,21 @@ inline constexpr auto kUsualForms = makeUsualForms();
 
 /// A group-code line in its usual form: blanks, then one to three digits without leading zeros.
 struct ShortCode {
-  bool known = false;  ///< the line is in this form; otherwise read it the long way
+  bool known = false;  ///< the line has this form; otherwise use the general function
   std::int16_t code = 0;
 };
 
-/// Reads a line of a drawing without a branch for each character: code lines alternate between one,
-/// two and three digits, which a loop would guess wrong.
+/// Reads a code line without a branch per character: lengths of one to three digits alternate, so a
+/// loop would mispredict.
 inline ShortCode readShortCode(std::string_view line) {
   if constexpr (std::endian::native != std::endian::little) return {};
   if (line.size() - 1 >= sizeof(std::uint32_t)) return {};
   std::uint32_t word = 0;
-  std::memcpy(&word, line.data(), sizeof word);  // the text's margin makes four bytes readable
+  std::memcpy(&word, line.data(), sizeof word);  // the margin makes four bytes readable
   const auto shift = static_cast<std::uint32_t>(32 - 8 * line.size());
   constexpr std::uint32_t kBlanks = charactersWord(' ', ' ', ' ', ' ');
   const std::uint32_t text = (word << shift) | (kBlanks & ((std::uint32_t{1} << shift) - 1));
-  // The lower half of a blank counts as 0, and so does that of "0".
+  // The low half of a blank is 0, like that of "0".
   const std::uint32_t code = (text >> 24 & 15U) + 10 * (text >> 16 & 15U) + 100 * (text >> 8 & 15U);
   return {kUsualForms[code] == text, static_cast<std::int16_t>(code)};
 }

@@ -18,7 +18,7 @@ std::uint64_t joined(DWORD high, DWORD low) {
 }  // namespace
 
 long long seekableSize(std::FILE* stream) {
-  // Seeking in a pipe or in the console succeeds here, and means nothing.
+  // On Windows, seeking in a pipe or console succeeds without effect.
   if (GetFileType(handleOf(stream)) != FILE_TYPE_DISK) return -1;
   if (_fseeki64(stream, 0, SEEK_END) != 0) return -1;
   return _ftelli64(stream);

@@ -24,17 +24,19 @@ std::string_view lineAt(const SectionLines& lines, std::size_t index) {
   return lines[index];
 }
 
-/// The groups of an entry. An entry that starts inside another one has the rest of its groups, so
-/// both share a run and a table of nested entries costs no more than its lines.
+/// The groups of an entry. An entry that starts within another one has the rest of its groups, so
+/// both share a run, and the cost of a table with nested entries stays linear in its lines.
 class GroupRun {
  public:
   GroupRun() = default;
 
-  /// Layers and text styles lose the last group of every entry, line types keep it: intended.
+  /// Layers and text styles lose the last group of each entry, line types keep it; kept so that
+  /// scripts stay the same.
   GroupRun(const SectionLines& lines, std::size_t firstValue, bool keepsLast)
       : firstValue_(firstValue), endValue_(firstValue) {
     for (bool last = false; !last; endValue_ += 2) {
-      // A line type converts its code line first; the end of the lines is noticed after that.
+      // For a line type the code is converted first, so a bad one is reported before the end of the
+      // lines.
       Group group;
       const auto read = [&] {
         group = {base::groupCode(lineAt(lines, endValue_ - 1)), lineAt(lines, endValue_)};
@@ -50,11 +52,12 @@ class GroupRun {
     return valueLine >= firstValue_ && valueLine < endValue_;
   }
 
-  /// From here on look-ups are those of the entry at this value line. Entries come in order.
+  /// Subsequent look-ups are for the entry at this value line. Entries come in order.
   void enter(std::size_t valueLine) { entry_ = (valueLine - firstValue_) / 2; }
 
-  /// Value of the entry's first group with this code, or "", as a text that stays, in upper case if
-  /// asked for. Entries that share a group share the copy. A column is used for one code only.
+  /// Value of the entry's first group with this code, or ""; a copy that outlives the lines,
+  /// upper-cased on request. Entries that share a group share the copy. Use a column for one code
+  /// only.
   std::string_view kept(std::size_t column, std::int16_t code, Drawing& drawing, bool upper) {
     const std::size_t at = advance(column, code);
     if (at >= groups_.size()) return {};
@@ -68,8 +71,8 @@ class GroupRun {
     return last.text;
   }
 
-  /// The dash list of the entry: every group 49 as a number with ";". An entry whose last group is
-  /// no 49 ends with one more "0;": intended.
+  /// The dash list of the entry: the number of every group 49, followed by ";". If the entry's last
+  /// group is not a 49, "0;" is appended; kept so that scripts stay the same.
   std::string_view dashList(std::size_t column, TextArena& arena) {
     if (dashOffsets_.empty()) makeDashText(arena);
     return dashText_.substr(dashOffsets_[advance(column, kDashCode)]);
@@ -110,10 +113,10 @@ class GroupRun {
   std::vector<std::size_t> dashOffsets_;
 };
 
-/// Visits every line, also those inside an entry just read, and hands each entry to `add`.
+/// Visits every line, including those within an entry just read, and passes each entry to `add`.
 template <typename AddRecord>
 void walkEntries(const SectionLines& lines, bool keepsLast, const AddRecord& add) {
-  std::array<GroupRun, 2> runs;  // entries at even and at odd lines cannot share groups
+  std::array<GroupRun, 2> runs;  // entries on even and on odd lines cannot share groups
   for (auto i = static_cast<std::size_t>(findLine(lines, 0, "0") + 1); i < lines.size(); ++i) {
     if (!isTableName(lines[i])) continue;
     GroupRun& run = runs[i % 2];

@@ -13,7 +13,7 @@ std::string_view TextArena::keep(std::string_view text, std::size_t margin, char
 
 char* TextArena::reserve(std::size_t size) {
   if (size > kChunk / 4) {
-    // A long text gets memory of its own and leaves the present chunk open.
+    // A long text gets its own memory, so that the current chunk stays in use.
     return chunks_.emplace_back(std::make_unique_for_overwrite<char[]>(size)).get();
   }
   if (size > left_) {

@@ -7,12 +7,11 @@
 
 namespace quillon::dxf {
 
-/// Keeps copies of texts, many of them in one piece of memory; its views stay valid as long as it
-/// lives.
+/// Keeps copies of texts, many of them in one piece of memory; views stay valid for its lifetime.
 class TextArena {
  public:
   std::string_view keep(std::string_view text) { return keep(text, 0, '\0'); }
-  /// Behind the text stand `margin` bytes of `fill`.
+  /// `margin` bytes of `fill` follow the text.
   std::string_view keep(std::string_view text, std::size_t margin, char fill);
 
  private:

@@ -68,7 +68,8 @@ const char* TextSource::refill(const char* keep) {
   const std::size_t known = wholeLines_ - dropped;
   size_ = kept;
   do {
-    // Much room behind what is kept: an entity that did not fit is begun anew each time.
+    // Leave ample room after the kept part: an entity that did not fit is read again from its
+    // start.
     if (size_ > capacity_ / 4) grow(2 * capacity_);
     readMore();
     finishWindow();
@@ -130,7 +131,7 @@ bool TextSource::readMore() {
   return !atFileEnd_;
 }
 
-/// Takes bytes that stand behind the window into it, with regular line ends.
+/// Appends raw bytes from after the window to it, with normalised line ends.
 void TextSource::addBytes(std::size_t count) {
   char* const start = data_.get() + size_;
   const std::string_view bytes(start, count);

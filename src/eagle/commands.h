@@ -11,15 +11,15 @@ namespace quillon::eagle {
 
 using geometry::Point;
 
-/// What a wire stands for. Scripts spell the width of those that stand for arcs otherwise.
+/// What a wire represents. Scripts spell the width differently for wires in place of arcs.
 enum class WireKind : std::uint8_t {
   Line,
-  FlatArc,  ///< an arc too flat to be one
-  FarArc,   ///< an arc that leaves the drawing area
+  FlatArc,  ///< an arc too flat to draw as one
+  FarArc,   ///< an arc that extends beyond the drawing area
 };
 
 struct Wire {
-  double width = 0.0;  ///< not used by kinds that stand for arcs
+  double width = 0.0;  ///< not used for wires in place of arcs
   Point from{};
   Point to{};
   double curve = 0.0;  ///< degrees of arc, counter-clockwise when positive; 0: straight
@@ -28,7 +28,7 @@ struct Wire {
 
 enum class Sense : std::uint8_t { Clockwise, CounterClockwise };
 
-/// An arc from its start; `opposite` is the other end of the diameter through the start, `end`
+/// An arc from its start; `opposite` is the other end of the diameter from the start, `end` only
 /// gives the direction in which the arc ends.
 struct Arc {
   Sense sense = Sense::CounterClockwise;
@@ -39,7 +39,7 @@ struct Arc {
 };
 
 enum class CircleKind : std::uint8_t {
-  Ring,          ///< with a width of its own
+  Ring,          ///< with its own width
   RingAsBefore,  ///< with the width that EAGLE used last
   Disc,          ///< filled
 };
@@ -51,23 +51,23 @@ struct Circle {
   Point onCircle{};
 };
 
-/// A corner of an area, and the arc in degrees that leads to the next one (0: straight).
+/// A corner of an area; the edge to the next corner is an arc of `curve` degrees (0: straight).
 struct Corner {
   Point at{};
   double curve = 0.0;
 };
 
-/// A filled area whose corners are all at hand. An outline closes where it names its first corner
-/// again; that is left to the caller.
+/// A filled area with all its corners. An outline closes when its first corner is repeated, which
+/// is up to the caller.
 struct Area {
   double width = 0.0;  ///< of its outline
   std::span<const Corner> corners{};
 };
 
-/// The beginning of a polygon whose corners come one by one.
+/// The start of a polygon whose corners follow one by one.
 struct PolygonStart {
   double width = 0.0;
-  std::uint64_t number = 0;  ///< its name
+  std::uint64_t number = 0;  ///< used as its name
   Point first{};
   Point second{};
 };
@@ -76,14 +76,14 @@ struct Orientation {
   int degrees = 0;
 };
 
-/// A text at a point. `content` is plain: quotes and what else a script has to escape are not.
+/// A text at a point. `content` is plain: nothing is quoted or escaped yet.
 struct Text {
   Orientation orientation{};
   std::string_view content{};  ///< in the encoding of the script
   Point at{};
 };
 
-/// A library part put into the drawing.
+/// A library part placed in the drawing.
 struct Part {
   std::string_view name{};
   std::string_view library{};
@@ -95,28 +95,28 @@ struct Hole {
   Point centre{};
 };
 
-/// What Change sets for all that follows.
+/// What Change sets for all subsequent commands.
 enum class Property : std::uint8_t { Size, Pour };
 
-/// What EAGLE is told, command by command. Everything that wants to know what a script will draw
-/// listens here.
+/// Commands for EAGLE, one call each. Anything that needs to know what a script draws implements
+/// this interface.
 ///
-/// Coordinates are those of the drawing in the script's unit; listeners add the offsets of the
-/// conversion. Texts are valid during the call only. Listeners may throw RunTimeError for a number
-/// that is not finite, and whatever their output throws.
+/// Coordinates are those of the drawing in the script's unit; implementations add the conversion's
+/// offsets. Texts are valid only during the call. Implementations may throw RunTimeError for a
+/// number that is not finite, and whatever their output throws.
 class Commands {
  public:
   virtual ~Commands() = default;
 
-  /// Whatever follows goes on this layer.
+  /// Everything that follows goes on this layer.
   virtual void layer(int number) = 0;
   virtual void wire(const Wire& wire) = 0;
   virtual void arc(const Arc& arc) = 0;
   virtual void circle(const Circle& circle) = 0;
   virtual void area(const Area& area) = 0;
 
-  /// A polygon of any length: opened with two corners, then corner by corner. No other command
-  /// comes before it is closed. A corner equal to the one before is left out.
+  /// A polygon of any length: opened with two corners, then one corner at a time, and no other
+  /// command until it is closed. A corner equal to the previous one is skipped.
   virtual void openPolygon(const PolygonStart& start) = 0;
   virtual void addToPolygon(Point corner) = 0;
   virtual void closePolygon() = 0;
@@ -128,11 +128,11 @@ class Commands {
   virtual void change(Property property, double value) = 0;
   virtual void change(Property property, std::string_view word) = 0;
 
-  /// From here on commands are for another drawing or library part: `name` and its extension.
+  /// Subsequent commands are for another drawing or library part: `name` and its extension.
   virtual void edit(std::string_view name, std::string_view extension) = 0;
-  /// A remark that EAGLE passes over; without line ends.
+  /// A comment, which EAGLE ignores; without line ends.
   virtual void comment(std::string_view text) = 0;
-  /// Any other whole command, as it stands, such as a line of the user's frame.
+  /// Any other complete command, written as it is, such as a line of the user's frame.
   virtual void command(std::string_view line) = 0;
 };
 

@@ -7,7 +7,7 @@
 
 namespace quillon::eagle {
 
-/// Where points of the drawing lie in EAGLE: the unit of its grid, and what is added to every
+/// Maps points of the drawing to EAGLE: the unit of its grid and the offset added to every
 /// coordinate.
 struct Coordinates {
   base::Unit unit = base::Unit::Mil;
@@ -15,20 +15,20 @@ struct Coordinates {
   double offsetY = 0.0;
 };
 
-/// EAGLE's drawing area, a square about the origin.
+/// EAGLE's drawing area, a square centred on the origin.
 class DrawingArea {
  public:
   explicit DrawingArea(const Coordinates& coordinates)
       : coordinates_(coordinates), limit_(base::unitRecord(coordinates.unit).coordinateLimit) {}
 
   base::Unit unit() const { return coordinates_.unit; }
-  /// The largest magnitude of a coordinate inside.
+  /// The largest absolute coordinate inside.
   double limit() const { return limit_; }
 
   geometry::Point offset(double x, double y) const {
     return {x + coordinates_.offsetX, y + coordinates_.offsetY};
   }
-  /// True when the point with the offsets added lies outside.
+  /// True when the point, with the offsets added, is outside.
   bool isOutside(double x, double y) const {
     const geometry::Point at = offset(x, y);
     return std::fabs(at.x) > limit_ || std::fabs(at.y) > limit_;

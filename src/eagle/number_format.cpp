@@ -11,7 +11,7 @@ namespace {
 
 __extension__ using Wide = unsigned __int128;
 
-constexpr std::uint64_t kScale = 10'000'000;  // seven decimals
+constexpr std::uint64_t kScale = 10'000'000;  // seven decimal places
 constexpr int kMantissaBits = 52;
 constexpr int kExponentBias = 1075;
 
@@ -66,8 +66,8 @@ char* putScaled(std::uint64_t scaled, char* out) {
   return putDecimals(scaled % kScale, putInteger(scaled / kScale, out));
 }
 
-/// A magnitude below 2^53 as mantissa / 2^shift: its product with 10^7 fits in 128 bits with all
-/// binary digits, so that rounding sees the exact value.
+/// A magnitude below 2^53 as mantissa / 2^shift: times 10^7 it fits in 128 bits exactly, so
+/// rounding is exact.
 char* putFraction(std::uint64_t mantissa, int shift, char* out) {
   const Wide exact = static_cast<Wide>(mantissa) * kScale;
   if (shift < 64) {
@@ -92,12 +92,12 @@ char* formatNumber(double value, char* out) {
   const bool negative = (bits >> 63) != 0;
   const auto biased = static_cast<int>(bits >> kMantissaBits & 0x7FF);
   std::uint64_t mantissa = bits & ((std::uint64_t{1} << kMantissaBits) - 1);
-  // The sign of a zero is not written; a negative number that rounds to zero keeps its sign.
+  // A zero has no sign; a negative number that rounds to zero keeps it.
   if (negative && (biased != 0 || mantissa != 0)) *out++ = '-';
   if (biased != 0) mantissa |= std::uint64_t{1} << kMantissaBits;
   const int shift = kExponentBias - (biased == 0 ? 1 : biased);
   if (shift > 0) return putFraction(mantissa, shift, out);
-  // From 2^52 on a number has no fraction, so the library's digits need no rounding.
+  // From 2^52 on there is no fraction, so the library's digits need no rounding.
   const double magnitude = negative ? -value : value;
   return std::to_chars(out, out + kNumberRoom - 1, magnitude, std::chars_format::fixed, 7).ptr;
 }

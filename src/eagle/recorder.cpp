@@ -52,7 +52,7 @@ void Recorder::circle(const Circle& circle) {
   drawn.radius = distance(circle.centre, circle.onCircle);
   if (circle.kind != CircleKind::RingAsBefore) lastWidth_ = circle.width;
   drawn.width = static_cast<float>(lastWidth_);
-  // EAGLE fills a circle without width, whoever set that width.
+  // EAGLE fills a circle of width 0, whichever command set that width.
   drawn.filled = lastWidth_ == 0.0;
   onLayer().circles.push_back(drawn);
 }

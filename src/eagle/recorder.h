@@ -10,7 +10,7 @@
 
 namespace quillon::eagle {
 
-/// Keeps what is drawn as a compact list, for pictures. Commands that draw nothing leave no trace.
+/// Records what is drawn as a compact list, for pictures. Commands that draw nothing are ignored.
 class Recorder final : public Commands {
  public:
   explicit Recorder(const Coordinates& coordinates);
@@ -40,7 +40,7 @@ class Recorder final : public Commands {
 
  private:
   RecordedSheet& sheet() { return *sheet_; }
-  /// What the present layer holds.
+  /// The record of the current layer.
   RecordedLayer& onLayer();
   Point placed(Point point) const { return area_.offset(point.x, point.y); }
   void addCorner(Point corner, double curve);
@@ -52,13 +52,13 @@ class Recorder final : public Commands {
   RecordedSheet* sheet_;
   int layerNumber_ = 0;
   RecordedLayer* layer_ = nullptr;  ///< null until something is drawn on it
-  double lastWidth_ = 0.0;          ///< EAGLE goes on with the width that was used last
+  double lastWidth_ = 0.0;          ///< EAGLE keeps using the last width
   double size_ = 0.0;
 };
 
-/// Degrees of the arc that a three-point command draws, positive when counter-clockwise.
+/// Degrees of the arc drawn by a three-point command; positive is counter-clockwise.
 double curveOf(const Arc& arc);
-/// Where that arc ends: the last point of the command only gives the direction.
+/// Where that arc ends: the command's last point only gives a direction.
 Point endOf(const Arc& arc);
 
 }  // namespace quillon::eagle

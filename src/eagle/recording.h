@@ -10,7 +10,7 @@
 
 namespace quillon::eagle {
 
-/// A wire or arc: from, to, the degrees of arc between them (0: straight), and the width.
+/// A wire or arc: ends, degrees of arc between them (0: straight), and width.
 struct RecordedWire {
   geometry::Point from;
   geometry::Point to;
@@ -25,8 +25,8 @@ struct RecordedCircle {
   bool filled = false;
 };
 
-/// A filled area: its corners are `count` of the layer's corners from `first` on. A curve belongs
-/// to the edge that leaves its corner.
+/// A filled area: `count` of the layer's corners starting at `first`. A curve belongs to the edge
+/// that starts at its corner.
 struct RecordedArea {
   std::size_t first = 0;
   std::size_t count = 0;
@@ -44,7 +44,7 @@ struct RecordedText {
   std::string content;  ///< in the encoding of the script
 };
 
-/// What was drawn on one layer, kind by kind, in order.
+/// What was drawn on one layer, in order for each kind.
 struct RecordedLayer {
   std::vector<RecordedWire> wires;
   std::vector<RecordedCircle> circles;
@@ -66,13 +66,13 @@ struct RecordedHole {
 /// A drawing or library part that a script draws into.
 struct RecordedSheet {
   std::string name;                     ///< without its extension; "" for whatever is open
-  std::map<int, RecordedLayer> layers;  ///< by number; a layer is there once something is on it
+  std::map<int, RecordedLayer> layers;  ///< by number; only layers with something on them
   std::vector<RecordedPart> parts;
   std::vector<RecordedHole> holes;
 };
 
-/// What a script draws, with the offsets added, in the script's unit. The first sheet is the one
-/// that was open when the script began.
+/// What a script draws, offsets included, in the script's unit. The first sheet is the one open
+/// when the script starts.
 struct Recording {
   std::deque<RecordedSheet> sheets;
 };

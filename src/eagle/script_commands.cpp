@@ -24,7 +24,7 @@ void ScriptCommands::wire(const Wire& wire) {
       script_.text("Wire ").number(wire.width).text(" ");
       break;
     case WireKind::FlatArc:
-      // Two blanks tell this wire from the next kind in every script there is.
+      // Two blanks, unlike the next kind; kept so that scripts stay the same.
       script_.text("Wire  0.00 ");
       break;
     case WireKind::FarArc:
@@ -67,8 +67,8 @@ void ScriptCommands::circle(const Circle& circle) {
   end();
 }
 
-/// One blank follows the first corner, and none the others, so that scripts stay the same to the
-/// byte; EAGLE takes both.
+/// One blank follows the first corner and none the others; EAGLE accepts both. Kept so that scripts
+/// stay the same.
 void ScriptCommands::area(const Area& area) {
   script_.text("Polygon ").number(area.width).text(" ");
   bool first = true;
@@ -81,8 +81,8 @@ void ScriptCommands::area(const Area& area) {
   end();
 }
 
-/// The line stays open: corners that follow go on lines of their own, each tied to the line before
-/// by a backslash.
+/// The line stays open: each further corner goes on a new line, joined to the previous one by a
+/// backslash.
 void ScriptCommands::openPolygon(const PolygonStart& start) {
   script_.text("Polygon ").number(start.width);
   script_.text(" '").text(std::to_string(start.number)).text("' ");
@@ -100,8 +100,8 @@ void ScriptCommands::addToPolygon(Point corner) {
   script_.count(1);
 }
 
-/// The same corner twice closes a polygon. This counts as a command although it ends a line that
-/// has been counted: the report has always given this number.
+/// Repeating the last corner closes a polygon. This counts as a command although its line has
+/// already been counted; kept so that reports stay the same.
 void ScriptCommands::closePolygon() {
   put(lastCorner_);
   end();
@@ -152,7 +152,7 @@ void ScriptCommands::putCurve(double degrees) {
   script_.text(degrees > 0.0 ? "+" : "").number(degrees).text(" ");
 }
 
-/// Apostrophes are doubled, so that no text can end its quotes and slip in commands of its own.
+/// Doubles apostrophes, so that a text cannot close its quotes and inject commands.
 void ScriptCommands::putQuoted(std::string_view content) {
   script_.text("'");
   for (std::size_t quote = content.find('\''); quote != std::string_view::npos;

@@ -5,8 +5,8 @@
 
 namespace quillon::eagle {
 
-/// Writes commands as the text of a script, with every oddity of its spelling. A command with a
-/// coordinate outside the drawing area is followed by a remark.
+/// Writes commands as script text in the established spelling. A command with a coordinate outside
+/// the drawing area is followed by a comment.
 class ScriptCommands final : public Commands {
  public:
   explicit ScriptCommands(ScriptWriter& script) : script_(script) {}
@@ -32,7 +32,7 @@ class ScriptCommands final : public Commands {
   ScriptWriter& put(Point point) { return script_.formatPoint(point.x, point.y); }
   void putCurve(double degrees);
   void putQuoted(std::string_view content);
-  /// Ends a command's only line.
+  /// Ends a one-line command.
   void end();
 
   ScriptWriter& script_;

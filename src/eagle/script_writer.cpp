@@ -28,7 +28,7 @@ ScriptWriter& ScriptWriter::number(double value) {
 
 ScriptWriter& ScriptWriter::formatPoint(double x, double y) {
   const geometry::Point at = area_.offset(x, y);
-  // A wire often starts where the last one ended.
+  // A wire often starts where the previous one ended.
   if (at.x != lastPoint_.x || at.y != lastPoint_.y) writeLastPoint(at.x, at.y);
   if (lastPoint_.outOfRange) rangeWarning_ = rangeFlag_ = true;
   return text({lastPoint_.text.data(), lastPoint_.length});

@@ -14,7 +14,7 @@
 
 namespace quillon::eagle {
 
-/// The smallest box around all points written so far; empty while minX > maxX.
+/// The bounding box of all points written so far; empty while minX > maxX.
 struct Extents {
   double minX = std::numeric_limits<double>::infinity();
   double minY = std::numeric_limits<double>::infinity();
@@ -24,11 +24,11 @@ struct Extents {
   bool empty() const { return minX > maxX; }
 };
 
-/// How points open: with "(", or with "(R", which EAGLE 4 and later count from the mark.
+/// How points start: with "(", or with "(R", which EAGLE 4 and later take as relative to the mark.
 enum class PointForm : std::uint8_t { Plain, FromMark };
 
-/// Builds the script: text and points into one buffer, written in large blocks; counts commands and
-/// watches the coordinate range.
+/// Builds the script: collects text and points in a buffer that is written in large blocks, counts
+/// commands, and tracks the range of coordinates.
 class ScriptWriter {
  public:
   ScriptWriter(base::ByteSink& sink, const Coordinates& coordinates,
@@ -44,20 +44,20 @@ class ScriptWriter {
   }
   /// The number as formatNumber writes it. Throws RunTimeError for one that is not finite.
   ScriptWriter& number(double value);
-  /// The point with the offsets added, as "(x y)". A coordinate out of range is written all the
-  /// same and sets rangeFlag and rangeWarning; to test a point without either, ask area().
+  /// The point with the offsets added, as "(x y)". A coordinate out of range is still written and
+  /// sets rangeFlag and rangeWarning; to test a point without writing it, use area().
   ScriptWriter& formatPoint(double x, double y);
   /// Ends a line.
   ScriptWriter& endLine() { return text("\r\n"); }
-  /// A whole line that counts as one command.
+  /// A complete line, counted as one command.
   void line(std::string_view text);
 
-  /// "Layer  16 ;": the number has a blank (or "-") before it and a blank after it, as scripts have
-  /// always had. Does not count.
+  /// "Layer  16 ;": a blank (or "-") before the number and a blank after it; kept so that scripts
+  /// stay the same. Not counted.
   void writeLayer(int layer);
 
-  /// Adds `lines` to the command count and closes the command: a range note follows when one of its
-  /// coordinates was out of range.
+  /// Adds `lines` to the command count and ends the command; a range comment follows when one of
+  /// its coordinates was out of range.
   void finishCommand(std::uint32_t lines);
   /// Adds to the command count only.
   void count(std::uint32_t lines) { commandCount_ += lines; }
@@ -69,13 +69,13 @@ class ScriptWriter {
   const Extents& extents() const { return extents_; }
   const DrawingArea& area() const { return area_; }
 
-  /// Hands everything to the sink.
+  /// Passes everything to the sink.
   void flush();
 
  private:
   static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
 
-  /// The point written last, offsets included.
+  /// The last point written, offsets included.
   struct WrittenPoint {
     double x = std::numeric_limits<double>::quiet_NaN();
     double y = std::numeric_limits<double>::quiet_NaN();
@@ -99,7 +99,7 @@ class ScriptWriter {
   bool rangeWarning_ = false;
   Extents extents_;
   WrittenPoint lastPoint_;
-  std::string layerLine_;  ///< the layer line written last
+  std::string layerLine_;  ///< the last layer line written
   int layerOfLine_ = 0;
 };
 

@@ -4,7 +4,7 @@
 
 namespace quillon::eagle {
 
-/// Tells everything to two listeners, to the first one first.
+/// Passes every command to two listeners, in order.
 class Tee final : public Commands {
  public:
   Tee(Commands& first, Commands& second) : first_(first), second_(second) {}

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A descriptor of something that is looked at, not opened.
+/// A descriptor for looking at something without opening it.
 class Descriptor {
  public:
   explicit Descriptor(int number) : number_(number) {}
@@ -32,17 +32,17 @@ class Descriptor {
   int number_;
 };
 
-/// The rule of Linux for links in a folder that everybody may write to (fs.protected_symlinks),
-/// kept where it is switched off, too: there, anybody may have put a link in the place of a file,
-/// so only those of this user and of the folder's owner are followed.
+/// Linux's rule for links in world-writable sticky folders (fs.protected_symlinks), applied even
+/// where it is switched off: anybody may have replaced a file there by a link, so only links owned
+/// by this user or by the folder's owner are followed.
 bool mayFollow(const struct stat& link, const struct stat& folder) {
   constexpr mode_t kShared = S_ISVTX | S_IWOTH;
   return (folder.st_mode & kShared) != kShared || link.st_uid == geteuid() ||
          link.st_uid == folder.st_uid;
 }
 
-/// What a link says; empty for what is no link or missing. `reason` says why it must not be
-/// followed. Folder and link stay the same ones between the looks at them.
+/// The target of a link; empty when the path is missing or not a link. `reason` says why it must
+/// not be followed. Descriptors make sure that all checks see the same folder and link.
 fs::path linkAt(const fs::path& path, int& reason) {
   const fs::path parent = path.has_parent_path() ? path.parent_path() : fs::path(".");
   const Descriptor folder(open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
@@ -138,7 +138,7 @@ bool isInTheWay(const fs::path& path) {
     case fs::file_type::fifo:
       return false;
     default:
-      return error != std::errc::filename_too_long;  // nothing can have that name
+      return error != std::errc::filename_too_long;  // no file can have that name
   }
 }
 
@@ -165,7 +165,7 @@ int makeRoom(std::FILE* file, std::uint64_t size) {
     reason = posix_fallocate(fileno(file), 0, wanted);
   } while (reason == EINTR);
   if (reason == 0) return 0;
-  // What was taken of the space until it was too much is given back.
+  // Give back what was reserved before the space ran out.
   if (ftruncate(fileno(file), before.st_size) != 0) return errno;
   return reason == EINVAL || reason == EOPNOTSUPP ? 0 : reason;
 }

@@ -65,8 +65,8 @@ fs::path fullPath(const fs::path& path) {
   return full.empty() ? path : fs::path(full);
 }
 
-/// Whether a path is that of a device or a pipe, by its spelling alone: looking at one would open
-/// it, which takes a pipe from whoever it was meant for. The system spells CON as "\\.\CON".
+/// Whether a path is that of a device or a pipe, judged by its spelling alone: merely looking at a
+/// pipe would open it and take it from its intended reader. The system spells CON as "\\.\CON".
 bool namesDevice(const fs::path& path) {
   const std::wstring full = upperCased(fullPath(path).native());
   std::wstring_view rest = full;
@@ -76,11 +76,11 @@ bool namesDevice(const fs::path& path) {
            rest.starts_with(L"MAILSLOT\\");
   }
   if (!rest.starts_with(L"\\\\")) return false;
-  rest.remove_prefix(std::min(rest.find(L'\\', 2), rest.size()));  // the machine's name
+  rest.remove_prefix(std::min(rest.find(L'\\', 2), rest.size()));  // the computer name
   return rest.starts_with(L"\\PIPE\\") || rest.starts_with(L"\\MAILSLOT\\");
 }
 
-/// Opens a file or folder to learn about it; needs no right to read it. Null for a device.
+/// Opens a file or folder for its metadata, without needing read access. Null for a device.
 Handle openToLook(const fs::path& path) {
   if (namesDevice(path)) {
     SetLastError(ERROR_ACCESS_DENIED);
@@ -92,7 +92,7 @@ Handle openToLook(const fs::path& path) {
   return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }
 
-/// The path of what is open, with links followed; empty for what has none.
+/// The path of an open file with links resolved; empty when it has none.
 fs::path finalPath(HANDLE handle) {
   const DWORD size = GetFinalPathNameByHandleW(handle, nullptr, 0, FILE_NAME_NORMALIZED);
   if (size == 0) return {};
@@ -177,7 +177,7 @@ fs::path uniquePath(const fs::path& path) {
   }
   const fs::path whole = fullPath(path);
   const fs::path above = whole.parent_path();
-  // A device has no folder, and what begins with two separators has a root that leads to itself.
+  // A device has no folder, and the root of a path with two leading separators leads to itself.
   const bool ends = namesDevice(path) || !whole.has_relative_path() ||
                     above.native().size() >= whole.native().size();
   if (ends) return upperCased(whole.native());
@@ -236,13 +236,13 @@ bool isInTheWay(const fs::path& path) {
 int replaceWith(const fs::path& target, const fs::path& newFile) {
   const std::wstring to = unlimited(target);
   const std::wstring from = unlimited(newFile);
-  // What watches over files may hold one for a moment after it was closed.
+  // Virus scanners may hold a file for a moment after it was closed.
   constexpr int kTries = 5;
   constexpr DWORD kPause = 40;  // milliseconds
   DWORD error = ERROR_SUCCESS;
   for (int i = 0; i < kTries; ++i) {
     if (i > 0) Sleep(kPause);
-    // Keeps the rights and the other attributes of the file that is replaced.
+    // Keeps the permissions and other attributes of the replaced file.
     if (ReplaceFileW(to.c_str(), from.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
                      nullptr) != 0) {
       return 0;
@@ -259,7 +259,7 @@ int replaceWith(const fs::path& target, const fs::path& newFile) {
 
 void removeFile(const fs::path& path) { DeleteFileW(unlimited(path).c_str()); }
 
-/// The C library knows no reason of its own for it.
+/// The C library has no errno of its own for it.
 bool isBrokenWait(int reason) { return reason == EINTR || reason == EINVAL; }
 
 int makeRoom(std::FILE* file, std::uint64_t size) {

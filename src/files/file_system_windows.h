@@ -5,11 +5,11 @@
 
 namespace quillon::files {
 
-/// A path in the form that has no limit of length. Short ones stay as they are: names of devices
-/// mean nothing in the other form.
+/// A path in the form without a length limit. Short ones stay as they are, because device names
+/// mean nothing in that form.
 std::wstring unlimited(const std::filesystem::path& path);
 
-/// A name in upper case, as the system compares names of files.
+/// A name in upper case, as the system compares file names.
 std::wstring upperCased(std::wstring text);
 
 }  // namespace quillon::files

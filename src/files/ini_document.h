@@ -7,22 +7,21 @@
 
 namespace quillon::files {
 
-/// An INI file that is to be changed. Lines that are not concerned (comments, empty lines, unknown
-/// ones) stay as they are and where they are. Bytes are not converted; a byte order mark is
-/// dropped.
+/// An INI file to be edited. Unaffected lines (comments, empty and unknown lines) stay as and where
+/// they are. Bytes are not converted; a byte order mark is dropped.
 class IniDocument {
  public:
   explicit IniDocument(std::string_view bytes);
 
-  /// Gives a key its value: in the first section of that name, in place of the first key of that
-  /// name, whose spelling stays; else as a new line at the section's end; else in a new section at
-  /// the end of the file. Line breaks in the value become blanks.
+  /// Sets the value of a key: replaces the first key of that name, whose spelling stays, in the
+  /// first section of that name; else adds a line at the section's end; else adds a section at the
+  /// end of the file. Line breaks in the value become blanks.
   void set(std::string_view section, std::string_view key, std::string_view value);
 
-  /// Removes every section whose name (in its folded form) fits, with all that stands in it.
+  /// Removes every section whose folded name satisfies `fits`, with all its lines.
   void removeSections(const std::function<bool(std::string_view)>& fits);
 
-  /// Appends a section with its keys at the end of the file.
+  /// Appends a section with its keys to the file.
   struct Entry {
     std::string_view key;
     std::string_view value;

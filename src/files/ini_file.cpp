@@ -12,7 +12,7 @@ IniFile::IniFile(std::string_view bytes) {
     const IniLine line = parseIniLine(takeIniLine(bytes));
     if (line.kind == IniLine::Kind::Section) {
       const auto [place, isNew] = sections_.try_emplace(foldedName(line.name));
-      section = isNew ? &place->second : nullptr;  // only the first section of a name counts
+      section = isNew ? &place->second : nullptr;  // only the first section of each name counts
     } else if (line.kind == IniLine::Kind::Key && section != nullptr) {
       section->try_emplace(foldedName(line.name), line.value);
     }

@@ -8,12 +8,12 @@
 
 namespace quillon::files {
 
-/// The bytes of an INI file, read as Windows reads profile files: sections and keys without regard
-/// to case, the first match wins, blanks around names and values do not count, one pair of quotes
-/// around a value is taken off. Bytes are not converted.
+/// The bytes of an INI file, read as Windows reads profile files: section and key names ignore
+/// case, the first match wins, blanks around names and values are dropped, one pair of quotes
+/// around a value is removed. Bytes are not converted.
 class IniFile {
  public:
-  /// Longest value that is given back, in characters of one byte.
+  /// Longest value returned, in one-byte characters.
   static constexpr std::size_t kLongestValue = 254;
 
   IniFile() = default;
@@ -22,9 +22,9 @@ class IniFile {
   /// Reads a file; a missing or unreadable one reads as empty.
   static IniFile read(const std::string& path);
 
-  /// The value of a key in full, or "".
+  /// The full value of a key, or "".
   std::string_view wholeValue(std::string_view section, std::string_view key) const;
-  /// The value of a key as far as it is given back, or "".
+  /// The value of a key, cut to kLongestValue, or "".
   std::string value(std::string_view section, std::string_view key) const;
 
  private:

@@ -10,7 +10,7 @@ struct LocalTime {
   std::string time;
 };
 
-/// The present date and time in the formats of the process's time locale.
+/// The current date and time in the formats of the process's time locale.
 LocalTime currentLocalTime();
 
 }  // namespace quillon::files

@@ -14,8 +14,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Reasons for which a folder takes no temporary file although the target itself may be written.
-/// Others, such as a full disk, would tear a target that is written directly.
+/// Reasons for which a folder refuses a temporary file although the target itself may be writable.
+/// With others, such as a full disk, writing directly would leave a broken target.
 bool allowsDirectWriting(int reason) {
   return reason == EACCES || reason == EPERM || reason == EROFS || reason == ENAMETOOLONG;
 }
@@ -28,7 +28,7 @@ OutputFile::OutputFile(const fs::path& target, bool mayWriteDirectly) {
   int reason = 0;
   target_ = followLinks(target, reason);
   if (reason != 0) throw WriteError(reason);
-  const FileKind kind = fileKind(target);  // as the system itself follows links
+  const FileKind kind = fileKind(target);  // follows links as the system does
   if (kind == FileKind::Folder) throw WriteError(EISDIR);
   if (kind == FileKind::Other) {
     if (!mayWriteDirectly) throw WriteError(EACCES);
@@ -38,20 +38,20 @@ OutputFile::OutputFile(const fs::path& target, bool mayWriteDirectly) {
   }
   if (file_ == nullptr) throw WriteError(errno);
   stream_ = file_.get();
-  std::setvbuf(stream_, nullptr, _IONBF, 0);  // the writers above hand over large blocks
+  std::setvbuf(stream_, nullptr, _IONBF, 0);  // the writers already pass large blocks
 }
 
 OutputFile::OutputFile(std::FILE* stream) : stream_(stream) {}
 
 OutputFile::~OutputFile() {
-  // What a stream of somebody else was given must not come out after what is written next.
+  // Flush a borrowed stream, so that our output precedes the owner's next write.
   if (file_ == nullptr && stream_ != nullptr) std::fflush(stream_);
   file_.reset();
   if (!temporary_.empty()) removeFile(temporary_);
 }
 
-/// Opens a file that is to be replaced. That changes nothing and finds out whether it may be
-/// written, and whether the system leads to the same file as its links were read here.
+/// Opens an existing target without changing it. This finds out whether it is writable, and whether
+/// the system resolves its links to the same file as we did.
 FileHandle OutputFile::openExisting(const fs::path& target) const {
   FileHandle old = openFile(target, "r+b");
   if (old == nullptr) throw WriteError(errno);
@@ -59,9 +59,9 @@ FileHandle OutputFile::openExisting(const fs::path& target) const {
   return old;
 }
 
-/// Opens a temporary file beside the target. Where there cannot be one, but there is a target that
-/// may be written, one elsewhere: a run that fails must not cost the old file. A new file is opened
-/// itself, for a folder may be too deep for the longer name of a temporary one.
+/// Opens a temporary file beside the target. If that is impossible but an existing target is
+/// writable, the temporary file goes elsewhere, so that a failed run does not cost the old file. A
+/// new target is opened itself: its folder may be too deep for the longer name of a temporary file.
 void OutputFile::openBeside(FileHandle old, bool mayWriteDirectly) {
   if (std::optional<TemporaryFile> made = makeTemporaryFile(target_.parent_path(), old.get())) {
     temporary_ = std::move(made->path);
@@ -100,8 +100,8 @@ void OutputFile::commit() {
   claim_.reset();
 }
 
-/// The space is reserved before the first old byte is overwritten, so that a full disk is noticed
-/// while the target is still whole.
+/// Reserves the space before overwriting the first byte, so that a full disk is noticed while the
+/// old target is still whole.
 void OutputFile::copyIntoTarget() {
   int reason = makeRoom(old_.get(), size_);
   std::rewind(stream_);
@@ -117,17 +117,17 @@ void OutputFile::copyIntoTarget() {
 }
 
 fs::path folderOfTarget(const fs::path& target) {
-  int reason = 0;  // a link that must not be followed is noticed when the file is written
+  int reason = 0;  // a link that must not be followed fails when the file is written
   return followLinks(target, reason).parent_path();
 }
 
 void replaceFile(const fs::path& target, std::string_view bytes) {
-  // A folder that cannot be made is noticed when the file is.
+  // If the folder cannot be created, opening the file fails.
   if (target.has_parent_path()) makeFolders(target.parent_path());
   clearAbandonedFiles(folderOfTarget(target));
   OutputFile file(target, false);
   file.write(bytes);
-  file.sync();  // on the disk before it takes the old file's place
+  file.sync();  // on the disk before it replaces the old file
   file.commit();
 }
 

@@ -12,7 +12,7 @@
 
 namespace quillon::files {
 
-/// A file could not be opened or written, for the system's reason with this number (errno).
+/// A file could not be opened or written; carries the system's errno.
 class WriteError : public std::runtime_error {
  public:
   explicit WriteError(int reason)
@@ -23,18 +23,18 @@ class WriteError : public std::runtime_error {
   int reason_;
 };
 
-/// A file that appears under its name only when it is complete.
+/// A file that appears under its name only once it is complete.
 ///
 /// Everything goes to a temporary file beside the target, which replaces the target on commit();
-/// without a commit the target stays as it was. A link is followed where the system lets this user
-/// follow it; where not, that is an error. A target in whose folder no file may be made gets its
-/// bytes on commit(), and stays as it was without one. A device or a pipe gets them at once.
-/// What a killed process leaves of its temporary file is for clearAbandonedFiles().
+/// without a commit the target does not change. A link is followed if the system lets this user
+/// follow it, otherwise opening fails. If the target's folder takes no new files, the bytes are
+/// copied into the target on commit(). A device or a pipe gets them at once. clearAbandonedFiles()
+/// removes the temporary files of killed processes.
 class OutputFile : public base::ByteSink {
  public:
   /// Throws WriteError when the target cannot be written.
   explicit OutputFile(const std::filesystem::path& target);
-  /// Writes to a stream of the process, which stays open.
+  /// Writes to one of the process's streams, which stays open.
   explicit OutputFile(std::FILE* stream);
   ~OutputFile() override;
   OutputFile(const OutputFile&) = delete;
@@ -42,8 +42,8 @@ class OutputFile : public base::ByteSink {
 
   /// Throws WriteError when not everything could be written.
   void write(std::string_view block) override;
-  /// Finishes the file and puts it in its place. Throws WriteError, and then leaves the target as
-  /// it was.
+  /// Finishes the file and puts it in place. Throws WriteError and then leaves the target
+  /// unchanged.
   void commit();
 
  private:
@@ -59,17 +59,17 @@ class OutputFile : public base::ByteSink {
   std::filesystem::path temporary_;  ///< empty when there is none beside the target
   FileHandle old_;                   ///< the target, when commit() writes into it
   std::uint64_t size_ = 0;           ///< bytes written
-  std::shared_ptr<void> claim_;      ///< on the temporary file
+  std::shared_ptr<void> claim_;      ///< keeps the temporary file from being taken for abandoned
   FileHandle file_;
-  std::FILE* stream_ = nullptr;  ///< where the bytes go; owned by file_ unless it is the process's
+  std::FILE* stream_ = nullptr;  ///< where the bytes go; owned by file_ unless borrowed
 };
 
-/// The folder in which a target's temporary files are made.
+/// The folder for a target's temporary files.
 std::filesystem::path folderOfTarget(const std::filesystem::path& target);
 
-/// Gives a file new contents as a whole: after a crash or with a full disk it is as it was. Missing
-/// folders are made; what killed writers left beside the file is cleared. Throws WriteError; also
-/// where no temporary file can be made beside the target.
+/// Replaces the contents of a file as a whole: after a crash or on a full disk it is unchanged.
+/// Missing folders are created; temporary files of killed writers beside it are removed. Throws
+/// WriteError, also when no temporary file can be created beside the target.
 void replaceFile(const std::filesystem::path& target, std::string_view bytes);
 
 }  // namespace quillon::files

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kSeparators = "\\/";
 
-/// A path with another extension in place of its last one.
+/// A path with its last extension replaced.
 std::string withExtension(std::string_view path, std::string_view extension) {
   const std::string_view name = lastComponent(path);
   const std::size_t dot = name.rfind('.');
@@ -32,7 +32,7 @@ std::string fromPath(const fs::path& path) {
 }
 
 std::string readFile(const std::string& path) {
-  constexpr std::size_t kLongestSmallFile = std::size_t{1} << 26;  // a device may have no end
+  constexpr std::size_t kLongestSmallFile = std::size_t{1} << 26;  // a device may be endless
   std::string bytes;
   const FileHandle file = openFile(findExisting(path), "rb");
   if (file == nullptr) throw base::ReadError(errno);

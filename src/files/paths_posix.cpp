@@ -26,7 +26,7 @@ std::vector<std::string> splitComponents(std::string_view path) {
 
 std::string folded(std::string_view name) { return base::upperCase(name, base::Encoding::Utf8); }
 
-/// The entry of a folder with this name, exact case first; empty when there is none.
+/// The entry of this name in a folder, exact case first; empty when there is none.
 fs::path findEntry(const fs::path& folder, const std::string& name) {
   std::error_code error;
   fs::path exact = folder / toPath(name);
@@ -36,7 +36,7 @@ fs::path findEntry(const fs::path& folder, const std::string& name) {
   for (fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error), end;
        !error && entry != end; entry.increment(error)) {
     const fs::path candidate = entry->path().filename();
-    // The first one in the order of names, whatever order the folder lists them in.
+    // The first by name, whatever order the folder lists them in.
     if (folded(fromPath(candidate)) == wanted && (found.empty() || candidate < found)) {
       found = candidate;
     }
@@ -50,7 +50,7 @@ fs::path rootOf(std::string_view path) {
   return !path.empty() && isSeparator(path.front()) ? fs::path("/") : fs::path();
 }
 
-/// Walks existing folders as far as `count` components; empty when one is missing.
+/// Walks the first `count` components through existing folders; empty when one is missing.
 fs::path walk(std::string_view path, const std::vector<std::string>& parts, std::size_t count) {
   fs::path found = rootOf(path);
   for (std::size_t i = 0; i < count; ++i) {
@@ -78,7 +78,7 @@ FolderAndName splitName(std::string_view path) {
   split.name = std::move(split.folder.back());
   split.folder.pop_back();
   if (split.folder.empty() && !isSeparator(path.front()) && beginsWithDrive(path)) {
-    split.folder.push_back(split.name.substr(0, 2));  // a file in the present folder of a drive
+    split.folder.push_back(split.name.substr(0, 2));  // a file in the current folder of a drive
     split.name.erase(0, 2);
   }
   return split;
@@ -104,7 +104,7 @@ fs::path findForCreation(std::string_view path) {
   const FolderAndName split = splitName(path);
   fs::path folder = walk(path, split.folder, split.folder.size());
   if (folder.empty()) {
-    // Written in this system's way the folder is as missing, while the whole path as it was typed
+    // The folder counts as missing in this system's spelling too; taken literally, the whole path
     // could be the name of a file in the current folder.
     folder = rootOf(path);
     for (const std::string& part : split.folder) folder /= toPath(part);

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The name of a file or folder as the system keeps it; as written where there is none.
+/// The name of a file or folder as stored; as written when it does not exist.
 fs::path storedName(const fs::path& folder, const fs::path& name) {
   if (name.native().find_first_of(L"*?") != std::wstring::npos || name == "." || name == "..") {
     return name;
@@ -27,11 +27,12 @@ fs::path storedName(const fs::path& folder, const fs::path& name) {
   return found.cFileName;
 }
 
-/// Whether a name has the form of a pattern; both are in upper case.
+/// Whether a name matches a pattern; both are in upper case.
 bool matches(std::wstring_view name, std::wstring_view pattern) {
   std::size_t n = 0;
   std::size_t p = 0;
-  std::size_t star = std::wstring_view::npos;  // the last one so far, and where its text ends
+  std::size_t star = std::wstring_view::npos;  // position of the last "*" so far, and where the
+                                               // text it matched ends
   std::size_t starEnd = 0;
   while (n < name.size()) {
     if (p < pattern.size() && pattern[p] == L'*') {
@@ -52,10 +53,10 @@ bool matches(std::wstring_view name, std::wstring_view pattern) {
 
 }  // namespace
 
-// The system itself disregards case and takes both separators.
+// The system itself ignores case and takes both separators.
 fs::path findExisting(std::string_view path) {
   const fs::path written = toPath(path);
-  if (path.starts_with("\\\\") || path.starts_with("//")) return written;  // another machine's
+  if (path.starts_with("\\\\") || path.starts_with("//")) return written;  // on another machine
   if (GetFileAttributesW(unlimited(written).c_str()) == INVALID_FILE_ATTRIBUTES) return written;
   fs::path stored = written.root_path();
   for (const fs::path& name : written.relative_path()) stored /= storedName(stored, name);
@@ -75,17 +76,17 @@ fs::path wholePath(const fs::path& path) {
 }
 
 std::vector<std::string> expandWildcards(const std::string& path) {
-  const std::size_t start = path.find_last_of("\\/:") + 1;  // 0 where there is none
+  const std::size_t start = path.find_last_of("\\/:") + 1;  // 0 when there is none
   if (path.find_first_of("*?", start) == std::string::npos) return {path};
   const std::string folder = path.substr(0, start);
   std::wstring pattern = upperCased(toPath(path.substr(start)).native());
-  if (pattern == L"*.*") pattern = L"*";  // which has always meant names without a dot as well
+  if (pattern == L"*.*") pattern = L"*";  // which has always included names without a dot
   int ignored = 0;
   std::vector<std::pair<std::wstring, std::string>> found;  // sorted by the first
   for (const fs::path& entry : listFolder(toPath(folder), ignored)) {
     const fs::path name = entry.filename();
     std::wstring upper = upperCased(name.native());
-    // The system's own search goes by the short names of files, too.
+    // Not FindFirstFile with the pattern: it matches short (8.3) names as well.
     if (matches(upper, pattern)) found.emplace_back(std::move(upper), folder + fromPath(name));
   }
   if (found.empty()) return {path};

@@ -4,9 +4,9 @@
 
 namespace quillon::files {
 
-/// The folder that holds the program's own files: the folder of the executable when it can be
-/// written to and belongs to no system folder, else the user's configuration folder of this
-/// program. The folder need not exist. Empty when there is neither.
+/// The folder for the program's own files: that of the executable if it is writable and not within
+/// a system folder, else this program's folder in the user's configuration. The folder need not
+/// exist. Empty when there is neither.
 std::filesystem::path programFolder();
 
 /// Name of the frame file.

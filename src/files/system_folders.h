@@ -4,16 +4,16 @@
 
 namespace quillon::files {
 
-/// The folder of the running executable; empty when it cannot be found out.
+/// The folder of the running executable; empty when it cannot be determined.
 std::filesystem::path executableFolder();
 
-/// True when this user can make files in a folder.
+/// True when this user can create files in a folder.
 bool mayWriteIn(const std::filesystem::path& folder);
 
-/// True for a folder below those where the system's programs are installed.
+/// True for a folder within those where the system installs programs.
 bool isSystemFolder(const std::filesystem::path& folder);
 
-/// The user's own folder for what this program keeps; empty when there is none.
+/// The user's own folder for this program's files; empty when there is none.
 std::filesystem::path configurationFolder();
 
 }  // namespace quillon::files

@@ -17,7 +17,7 @@ std::wstring variable(const wchar_t* name) {
   return value;
 }
 
-/// A folder in one spelling, with a separator at its end.
+/// A folder in one spelling, with a trailing separator.
 std::wstring spelling(std::wstring folder) {
   for (wchar_t& c : folder) c = c == L'/' ? L'\\' : c;
   if (!folder.ends_with(L'\\')) folder += L'\\';
@@ -35,7 +35,7 @@ fs::path executableFolder() {
 }
 
 bool mayWriteIn(const fs::path& folder) {
-  // The rights on a folder say little; only making a file in it does.
+  // Permissions of a folder say little here; only creating a file in it is a reliable test.
   const std::wstring name = L".quillon-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
                             std::to_wstring(GetCurrentThreadId()) + L".tmp";
   const HANDLE file =

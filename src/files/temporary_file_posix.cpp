@@ -1,6 +1,6 @@
-// A writer holds a lock on its temporary file. The system takes the lock away with the process,
-// however that ends, so a file without a lock is abandoned. Numbers of processes would not do: they
-// are given anew, and mean nothing on another machine that shares the folder.
+// A writer holds a lock on its temporary file. The system releases the lock when the process ends
+// for any reason, so a file without a lock is abandoned. Process ids would not do: they are reused,
+// and mean nothing on another machine that shares the folder.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -24,10 +24,10 @@ namespace {
 
 constexpr std::string_view kPrefix = ".quillon-";
 constexpr std::string_view kSuffix = ".tmp";
-/// Those of a new file, before the user's mask.
+/// Permissions of a new file, before the umask.
 constexpr mode_t kUsualRights = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
 
-/// The file's own process stands in its name for whoever meets it.
+/// The name carries the writer's process id, for whoever finds the file.
 std::string newName() {
   static std::atomic<unsigned> counter{0};
   thread_local std::mt19937 random{std::random_device{}()};
@@ -47,24 +47,25 @@ bool lock(int file, int operation) {
   return result == 0;
 }
 
-/// Makes a new file with these rights, or fewer where the user's mask says so.
+/// Creates a file with these permissions, less those that the umask takes away.
 FileHandle create(const fs::path& path, mode_t rights) {
   const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, rights);
   return FileHandle(file < 0 ? nullptr : fdopen(file, "wb"));
 }
 
-/// Gives a new file the owner and group of an old one, then its rights, which belong to that group.
+/// Gives a new file the owner and group of an old one, then its permissions, which are for that
+/// group.
 void takeRights(int file, const struct stat& old) {
   constexpr auto kSameOwner = static_cast<uid_t>(-1);
   const bool sameGroup =
       fchown(file, old.st_uid, old.st_gid) == 0 || fchown(file, kSameOwner, old.st_gid) == 0;
   mode_t rights = old.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
-  // The members of another group were among the others before, and get no more than those.
+  // If the group differs, its members were "others" before and get no more than others.
   if (!sameGroup) rights &= ~static_cast<mode_t>(S_IRWXG) | ((rights & S_IRWXO) << 3);
   fchmod(file, rights);
 }
 
-/// Keeps the lock of a file when its stream is closed.
+/// Keeps the lock of a file after its stream is closed.
 std::shared_ptr<void> keepLock(int file) {
   const int copy = fcntl(file, F_DUPFD_CLOEXEC, 0);
   if (copy < 0) return nullptr;
@@ -96,9 +97,9 @@ std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder, std::FILE
     if (made.file == nullptr) return std::nullopt;
     if (replaced != nullptr) takeRights(fileno(made.file.get()), old);
     const int file = fileno(made.file.get());
-    // Where locks are not supported the file is never taken for abandoned, as nobody can lock it.
+    // Where locks are not supported, the file never counts as abandoned, as nobody can lock it.
     lock(file, LOCK_EX);
-    // It may have been taken for abandoned in the moment before it was locked.
+    // It may have been taken for abandoned just before it was locked.
     if (isGone(file)) continue;
     made.claim = keepLock(file);
     return made;

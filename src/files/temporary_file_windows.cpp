@@ -1,5 +1,5 @@
-// A file that is open for writing cannot be removed here. A writer closes it only to rename it, so
-// its process, whose number stands in the file's name, must be gone as well.
+// Windows does not remove a file that is open for writing. A writer closes its file only to rename
+// it, so the process whose id is in the file's name must be gone as well.
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
@@ -50,7 +50,7 @@ bool isAbandoned(const std::wstring& name) {
 
 }  // namespace
 
-/// The new file gets the rights of the old one when it takes its place.
+/// The new file gets the old one's permissions when it replaces it.
 std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder, std::FILE*) {
   TemporaryFile made;
   made.path = folder / newName();
@@ -59,7 +59,7 @@ std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder, std::FILE
   return made;
 }
 
-/// The system removes the file when it is closed, however the process ends.
+/// The system removes the file when it is closed, even if the process crashes.
 FileHandle makeNamelessFile() {
   std::error_code error;
   const fs::path folder = fs::temp_directory_path(error);

@@ -2,7 +2,7 @@
 
 namespace quillon::geometry {
 
-/// Pi as scripts have always been calculated with: not the nearest double.
+/// Pi as all scripts have been calculated with; not the nearest double.
 inline constexpr double kPi = 3.14159265358979;
 inline constexpr double kTwoPi = 6.28318530717958;
 inline constexpr double kDegreesPerRadian = 180.0 / kPi;
@@ -11,11 +11,11 @@ inline double radians(double degrees) { return degrees * kPi / 180.0; }
 /// Direction of a vector in 0..2π: the arc tangent of y / x, corrected by quadrant; (0, 0) gives 0.
 double polarAngle(double x, double y);
 
-/// A point turned about the origin by `rotation` radians, through its polar form.
+/// A point rotated about the origin by `rotation` radians, via polar coordinates.
 double rotateX(double x, double y, double rotation);
 double rotateY(double x, double y, double rotation);
 
-/// An angle in degrees brought into -360..360 by whole turns (720 gives 360).
+/// An angle in degrees reduced to -360..360 by whole turns (720 gives 360).
 double normaliseAngle(double degrees);
 
 }  // namespace quillon::geometry

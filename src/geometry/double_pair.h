@@ -2,15 +2,14 @@
 
 namespace quillon::geometry {
 
-/// A number as the sum of two doubles, the second one at most half a unit in the last place of the
-/// first: about 106 bits. The operations below are those of plain doubles, each rounded as the
-/// standard says, so that every system has the same results.
+/// A number as the sum of two doubles, the second at most half an ulp of the first: about 106 bits.
+/// The operations use plain IEEE 754 double arithmetic, so every system gives the same results.
 struct Pair {
   double high = 0.0;
   double low = 0.0;
 };
 
-/// The exact sum of two numbers of which the first has the larger magnitude.
+/// The exact sum of two numbers; |a| must not be less than |b|.
 inline Pair sumOfOrdered(double a, double b) {
   const double sum = a + b;
   return {sum, b - (sum - a)};

@@ -5,7 +5,7 @@
 
 namespace quillon::geometry {
 
-/// Where an entity is put: scale, then rotation, then translation.
+/// Where an entity is placed: scale, then rotation, then translation.
 struct Placement {
   double dx = 0.0;
   double dy = 0.0;
@@ -14,7 +14,7 @@ struct Placement {
   double rotation = 0.0;  ///< radians
 };
 
-/// Factors (1 or -1) of an entity's extrusion; they apply before the scale.
+/// Factors (1 or -1) from an entity's extrusion, applied before the scale.
 struct Mirror {
   double x = 1.0;
   double y = 1.0;
@@ -28,7 +28,7 @@ inline Point turnPoint(double x, double y, const Mirror& mirror, const Placement
   return {rotateX(x, y, placement.rotation), rotateY(x, y, placement.rotation)};
 }
 
-/// A point put in its place: mirrored, scaled, rotated and moved, in this order.
+/// A placed point: mirrored, scaled, rotated and moved, in this order.
 inline Point placePoint(double x, double y, const Mirror& mirror, const Placement& placement) {
   const Point turned = turnPoint(x, y, mirror, placement);
   return {turned.x + placement.dx, turned.y + placement.dy};

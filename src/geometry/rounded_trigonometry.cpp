@@ -12,19 +12,19 @@
 namespace quillon::geometry {
 namespace {
 
-constexpr double kSteps = 64.0;        // of the tables, for 1
-constexpr double kEighthTurn = 0.785;  // a little less
-constexpr double kTiny = 0x1p-27;      // the sine and the arc tangent of less are the number itself
+constexpr double kSteps = 64.0;        // table entries per 1
+constexpr double kEighthTurn = 0.785;  // slightly less than pi / 4
+constexpr double kTiny = 0x1p-27;      // below it, sine and arc tangent equal their argument
 
-/// An angle as quarter turns and a rest of at most an eighth turn.
+/// An angle as quarter turns plus a remainder of at most an eighth of a turn.
 struct Reduced {
   unsigned quarters = 0;
   Pair rest;
 };
 
-using Limbs = std::array<std::uint32_t, 8>;  // of a number of 256 bits, lowest first
+using Limbs = std::array<std::uint32_t, 8>;  // of a 256-bit number, lowest first
 
-/// 256 bits of 2 / pi from a place on.
+/// 256 bits of 2 / pi from a bit position on.
 Limbs twoOverPiFrom(int bit) {
   const auto word = static_cast<std::size_t>(bit / 32);
   const int shift = bit % 32;
@@ -37,7 +37,7 @@ Limbs twoOverPiFrom(int bit) {
   return limbs;
 }
 
-/// A product without what is beyond 256 bits.
+/// A product truncated to 256 bits.
 Limbs product(const Limbs& a, std::uint64_t b) {
   Limbs out{};
   for (std::size_t place = 0; place < 2; ++place) {
@@ -52,13 +52,13 @@ Limbs product(const Limbs& a, std::uint64_t b) {
   return out;
 }
 
-/// A finite positive angle. It is multiplied by 2 / pi in whole numbers: those bits of 2 / pi that
-/// give whole turns are left out, so that the 254 bits behind the point of the product are right
-/// however large the angle is.
+/// Reduces a finite positive angle by an integer multiplication with 2 / pi. Bits of 2 / pi that
+/// only contribute whole turns are left out, so the 254 fractional bits of the product are right
+/// for an angle of any size.
 Reduced reduce(double x) {
   if (x < kEighthTurn) return {0, {x, 0.0}};
   constexpr int kDigits = std::numeric_limits<double>::digits;
-  constexpr unsigned kBitsOfTop = 30;  // of the highest limb that are behind the point
+  constexpr unsigned kBitsOfTop = 30;  // fractional bits in the highest limb
   int exponent = 0;
   const double fraction = std::frexp(x, &exponent);
   const auto mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, kDigits));
@@ -67,10 +67,10 @@ Reduced reduce(double x) {
   Reduced reduced;
   reduced.quarters = limbs.back() >> kBitsOfTop;
   limbs.back() &= (1U << kBitsOfTop) - 1;
-  const bool above = (limbs.back() >> (kBitsOfTop - 1)) != 0;  // nearer to the next quarter
+  const bool above = (limbs.back() >> (kBitsOfTop - 1)) != 0;  // closer to the next quarter turn
   if (above) {
     reduced.quarters = (reduced.quarters + 1) % 4;
-    for (std::uint32_t& limb : limbs) limb = ~limb;  // one unit of 2^-254 less does not matter
+    for (std::uint32_t& limb : limbs) limb = ~limb;  // being off by 2^-254 does not matter
     limbs.back() &= (1U << kBitsOfTop) - 1;
   }
   Pair turns;
@@ -83,13 +83,13 @@ Reduced reduce(double x) {
   return reduced;
 }
 
-/// The sine of a small angle, and its cosine less 1.
+/// The sine of a small angle, and its cosine minus 1.
 struct SmallAngle {
   Pair sine;
   Pair cosineLessOne;
 };
 
-/// For at most 1/128 the series of both need few terms; only the first ones need two doubles.
+/// Up to 1/128, both series need few terms, and only the first ones need two doubles.
 SmallAngle smallAngle(const Pair& d) {
   constexpr Pair kMinusSixth = {-0x1.5555555555555p-3, -0x1.5555555555555p-57};
   const Pair square = d * d;
@@ -101,7 +101,7 @@ SmallAngle smallAngle(const Pair& d) {
   return {d + d * (square * kMinusSixth + ofSine), half + ofCosine};
 }
 
-/// Sine or cosine of an angle of at most an eighth turn, from the next multiple of 1/64 on.
+/// Sine or cosine of an angle of up to an eighth of a turn, from the nearest multiple of 1/64.
 double sineOrCosine(const Pair& angle, bool wantsCosine) {
   const bool negative = angle.high < 0.0;
   const Pair a = negative ? -angle : angle;
@@ -115,14 +115,14 @@ double sineOrCosine(const Pair& angle, bool wantsCosine) {
   return negative && !wantsCosine ? -result.high : result.high;
 }
 
-/// The sine of an angle and some quarter turns.
+/// The sine of an angle plus some quarter turns.
 double sineOf(const Reduced& reduced, unsigned moreQuarters) {
   const unsigned quarters = (reduced.quarters + moreQuarters) % 4;
   const double value = sineOrCosine(reduced.rest, quarters % 2 == 1);
   return quarters >= 2 ? -value : value;
 }
 
-/// The arc tangent of at most 1/128.
+/// The arc tangent of up to 1/128.
 Pair smallArcTangent(const Pair& z) {
   constexpr Pair kMinusThird = {-0x1.5555555555555p-2, -0x1.5555555555555p-56};
   const Pair square = z * z;
@@ -134,7 +134,7 @@ Pair smallArcTangent(const Pair& z) {
   return z + z * (square * kMinusThird + rest);
 }
 
-/// The arc tangent of 0 to 1: that of the next multiple of 1/64, and that of the angle between.
+/// The arc tangent of 0 to 1: that of the nearest multiple of 1/64 plus that of the angle between.
 Pair arcTangentToOne(double x) {
   const double step = std::floor(x * kSteps + 0.5);
   const double near = step / kSteps;
@@ -142,7 +142,7 @@ Pair arcTangentToOne(double x) {
   return kArcTangents[static_cast<std::size_t>(step)] + smallArcTangent(between);
 }
 
-/// The same for more than 1, by way of its reciprocal.
+/// The same above 1, by the reciprocal.
 Pair arcTangentBeyondOne(double x) {
   const double step = std::floor(kSteps / x + 0.5);
   const double near = step / kSteps;
@@ -167,7 +167,7 @@ double roundedCosine(double x) {
 }
 
 double roundedArcTangent(double x) {
-  constexpr double kHuge = 0x1p60;  // beyond it nothing but a quarter turn
+  constexpr double kHuge = 0x1p60;  // from here on the result is a quarter turn
   const double size = std::fabs(x);
   if (std::isnan(x) || size < kTiny) return x;
   if (size > kHuge) return std::copysign(kHalfPi.high, x);

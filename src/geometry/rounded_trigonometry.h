@@ -2,10 +2,9 @@
 
 namespace quillon::geometry {
 
-/// Sine, cosine and arc tangent in radians, rounded to the nearest double whatever the system: the
-/// results are worked out to 80 bits or more, so that one that is rounded the other way is as rare
-/// as one in a thousand million. Infinities and NaN give NaN, but for the arc tangent of an
-/// infinity, which is a quarter turn.
+/// Sine, cosine and arc tangent in radians, rounded to the nearest double on every system. Results
+/// are computed to 80 bits or more, so about one in a thousand million is rounded the wrong way.
+/// Infinities and NaN give NaN, except that the arc tangent of an infinity is a quarter turn.
 double roundedSine(double x);
 double roundedCosine(double x);
 double roundedArcTangent(double x);

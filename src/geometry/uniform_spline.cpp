@@ -10,7 +10,7 @@ SplineBasis::SplineBasis(std::size_t count, std::size_t order)
       lastKnot_(static_cast<double>(count - order + 1)),
       values_(order) {}
 
-/// Open uniform: `order` times 0, then 1, 2, …, then `order` times the last.
+/// Open uniform: `order` zeros, then 1, 2, …, then the last value `order` times.
 double SplineBasis::knot(std::size_t index) const {
   if (index < order_) return 0.0;
   return std::min(static_cast<double>(index - order_ + 1), lastKnot_);
@@ -23,11 +23,11 @@ void SplineBasis::evaluate(double t) {
   first_ = span;
   std::fill(values_.begin(), values_.end(), 0.0);
   if (t >= lastKnot_) {
-    // At the last knot the last basis function alone counts.
+    // At the last knot only the last basis function is not 0.
     values_[degree] = 1.0;
     return;
   }
-  // Cox-de Boor over the functions that are not 0 in this span, degree by degree in place.
+  // Cox-de Boor over the functions that are not 0 in this span, one degree at a time, in place.
   const std::size_t knotIndex = span + degree;
   values_[0] = 1.0;
   for (std::size_t d = 1; d <= degree; ++d) {

@@ -8,8 +8,8 @@
 
 namespace quillon::geometry {
 
-/// Values of the `order` B-spline basis functions that are not 0 at parameter t, over the open
-/// uniform knots of `count` control points; `first` is the index of the first of them.
+/// Values of the `order` B-spline basis functions that are not 0 at parameter t, for the open
+/// uniform knot vector of `count` control points; `first` is the index of the first of them.
 class SplineBasis {
  public:
   SplineBasis(std::size_t count, std::size_t order);
@@ -32,8 +32,8 @@ class SplineBasis {
   std::vector<double> values_;
 };
 
-/// Gives `samples` points of the B-spline of this order, evenly spaced in the parameter, from the
-/// first control point to the last, one after the other. Stops when `visit` says false.
+/// Visits `samples` points of the B-spline of this order, evenly spaced in the parameter, from the
+/// first control point to the last. Stops when `visit` returns false.
 void evaluateSpline(const std::vector<Point>& controlPoints, std::size_t order, std::size_t samples,
                     const std::function<bool(Point)>& visit);
 

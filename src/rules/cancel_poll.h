@@ -10,9 +10,9 @@
 
 namespace quillon::rules {
 
-/// What a conversion may come to before it ends: lines of the script, and steps, which also count
-/// work that writes nothing. A step is an entity of a block, a vertex, a dash or a gap, or a piece
-/// of a curve; a long entity of a block counts as several.
+/// Limits for one conversion: lines of the script, and steps, which also count work that writes
+/// nothing. A step is an entity of a block, a vertex, a dash or gap, or a piece of a curve; a long
+/// entity of a block counts as several.
 struct WorkLimits {
   static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
 
@@ -22,23 +22,23 @@ struct WorkLimits {
 
 enum class LimitKind : std::uint8_t { Lines, Steps };
 
-/// Counts the steps of loops whose length a drawing decides, and asks the monitor once every few of
-/// them whether to stop.
+/// Counts steps in loops whose length depends on the drawing, and asks the monitor every few steps
+/// whether to stop.
 class CancelPoll {
  public:
-  /// Asked once when a limit is reached; after a yes there is none any more.
+  /// Asked once, when a limit is reached; returning true lifts the limits.
   using MayGoOn = std::function<bool(LimitKind)>;
 
   explicit CancelPoll(base::RunMonitor& monitor) : monitor_(monitor) {}
 
-  /// From now on these limits hold for the script and the steps.
+  /// Sets the limits for the script and the steps from now on.
   void setLimits(const eagle::ScriptWriter& script, const WorkLimits& limits, MayGoOn mayGoOn) {
     script_ = &script;
     limits_ = limits;
     mayGoOn_ = std::move(mayGoOn);
   }
 
-  /// A step: true once the user has cancelled or a limit has ended the work.
+  /// Counts a step; true once the user has cancelled or a limit has ended the work.
   bool operator()() {
     ++steps_;
     if (cancelled_ || atLimit()) return true;
@@ -46,10 +46,10 @@ class CancelPoll {
     return cancelled_;
   }
 
-  /// Work that costs as much as so many steps.
+  /// Counts work that costs as much as this many steps.
   void addSteps(std::uint64_t steps) { steps_ += steps; }
 
-  /// True when something more was to be done and a limit does not allow it.
+  /// True when there is more to do but a limit forbids it.
   bool atLimit() {
     const bool within =
         steps_ < limits_.steps && (script_ == nullptr || script_->commandCount() < limits_.lines);

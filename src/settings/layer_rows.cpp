@@ -14,8 +14,8 @@ constexpr double kLastLayer = 255.0;
 constexpr double kUnconverted = 999.0;
 constexpr std::size_t kLongestHistory = 100;
 
-/// The number that a text begins with, as it is typed: digits, with a fraction or without, and
-/// after it nothing or a blank. "" for any other text.
+/// The leading number of a text as it may be typed: digits, with or without a fraction, followed by
+/// nothing or a blank. "" for any other text.
 std::string leadingNumber(const std::string& text) {
   constexpr const char* kDigits = "0123456789";
   std::size_t end = text.find_first_not_of(kDigits);
@@ -45,8 +45,9 @@ void LayerRows::load(const std::vector<convert::LayerRow>& rows) {
   leftOut_ = rows.size() - shown;
 }
 
-/// The entry at the place of its number: right for 1..49 and 53..255; 50, 51 and 52 show their
-/// neighbours, as intended.
+/// The entry at the index of its number: right for 1..49 and 53..255, while 50, 51 and 52 show
+/// their neighbours; kept so that the table looks as it always has. The file's number is not
+/// affected.
 std::string LayerRows::entryOf(const std::string& layer) const {
   const double number = base::numberValue(layer);
   if (number == kUnconverted) return entries_.back();
@@ -57,7 +58,7 @@ std::string LayerRows::entryOf(const std::string& layer) const {
 std::vector<convert::LayerRow> LayerRows::rows() const {
   std::vector<convert::LayerRow> rows;
   rows.reserve(rows_.size());
-  // Where a neighbour is shown, the number of the file is kept.
+  // Where a neighbour is shown, the file's own number is kept.
   for (const Row& row : rows_) {
     rows.push_back({row.name, row.number.empty() ? row.layer : row.number});
   }
@@ -76,7 +77,7 @@ std::optional<std::string> LayerRows::typedLayer(const std::string& text) const 
   }
   const std::string typed = leadingNumber(text);
   if (typed.empty()) return std::nullopt;
-  // A number that is typed means the entry that begins with it.
+  // A typed number selects the entry that begins with it.
   const double number = base::numberValue(typed);
   const auto found =
       std::find_if(entries_.begin(), entries_.end(), [number](const std::string& entry) {
@@ -146,7 +147,7 @@ bool LayerRows::undo() {
     const auto same = [](const convert::LayerRow& a, const convert::LayerRow& b) {
       return a.name == b.name && a.layer == b.layer;
     };
-    // What began and changed nothing is no step.
+    // A change that left everything the same is not worth an undo step.
     if (std::equal(before.begin(), before.end(), rows_.begin(), same)) continue;
     rows_ = before;
     modified_ = true;

@@ -13,24 +13,24 @@
 
 namespace quillon::settings {
 
-/// The table of the layer editor: assignments of DXF layers to EAGLE layers, as they are shown.
+/// The table of the layer editor: assignments of DXF layers to EAGLE layers, as displayed.
 class LayerRows {
  public:
   static constexpr std::size_t kMostRows = 490;
 
   explicit LayerRows(const texts::Texts& texts);
 
-  /// The entries of EAGLE's layers to choose from.
+  /// The EAGLE layers to choose from.
   const std::vector<std::string>& entries() const { return entries_; }
-  /// A row as it is shown.
+  /// A row as displayed.
   const convert::LayerRow& row(std::size_t index) const { return rows_[index]; }
-  /// True once something was changed that is not saved.
+  /// True when there are unsaved changes.
   bool modified() const { return modified_; }
-  /// Number of assignments of the file that find no room in the table.
+  /// Number of assignments in the file that did not fit in the table.
   std::size_t leftOut() const { return leftOut_; }
 
   void clear();
-  /// Shows the assignments of a file.
+  /// Loads the assignments of a file.
   void load(const std::vector<convert::LayerRow>& rows);
   /// All rows, for saving.
   std::vector<convert::LayerRow> rows() const;
@@ -40,31 +40,31 @@ class LayerRows {
   }
 
   void setName(std::size_t index, const std::string& name);
-  /// Sets the layer: an entry, or a text that begins with a number, which becomes its entry where
-  /// there is one; "" clears it. False, and nothing changes, for any other text.
+  /// Sets the layer: an entry, or a text that starts with a number, which becomes the entry of that
+  /// number if there is one; "" clears it. False, without a change, for any other text.
   bool setLayer(std::size_t index, const std::string& layer);
-  /// True for a text that setLayer() takes in any row.
+  /// True for a text that setLayer() accepts.
   bool isLayer(const std::string& text) const { return typedLayer(text).has_value(); }
   void clearRow(std::size_t index);
-  /// Adds names that are not in the table yet, each in the first row without a name.
+  /// Adds names that the table lacks, each in the first row without a name.
   void take(const std::vector<std::string>& names);
 
-  /// True when another row has the name of this one, in any case.
+  /// True when another row has the same name, ignoring case.
   bool isDuplicate(std::size_t index) const;
   using Names = std::unordered_set<std::string, base::TextHash>;
-  /// The names in the table, in the form that ignores their case.
+  /// The names in the table, case-folded.
   Names assignedNames() const;
   static std::string foldedName(const std::string& name);
 
-  /// Marks the state that undo goes back to.
+  /// Marks the state that undo() returns to.
   void beginChange();
   bool canUndo() const { return !history_.empty(); }
-  /// Goes back before the last change. False when there is none.
+  /// Undoes the last change. False when there is none.
   bool undo();
 
  private:
   struct Row : convert::LayerRow {
-    std::string number;  ///< of the file, as long as the layer is not edited
+    std::string number;  ///< from the file, until the layer is edited
   };
   using Rows = std::array<Row, kMostRows>;
 

@@ -24,14 +24,14 @@ bool writeOwnProfile(const std::filesystem::path& file, std::string_view section
   try {
     const std::string path = files::fromPath(file);
     const std::filesystem::path target = files::findExisting(path);
-    // A file that is there but cannot be read must not be replaced.
+    // A file that exists but cannot be read must not be replaced.
     const std::string before = files::isMissing(target) ? "" : files::readFile(path);
     IniDocument document(decodeProfile(before));
     for (const auto& [key, value] : entries) document.set(section, key, value);
     files::replaceFile(target, encodeProfile(document.text()));
     return true;
   } catch (const std::exception&) {
-    return false;  // who asked for the writing tells the user
+    return false;  // the caller tells the user
   }
 }
 

@@ -9,8 +9,8 @@
 
 namespace quillon::settings {
 
-/// The profile functions for systems that have none. They give what those of Windows give, as far
-/// as a text has the characters of Windows-1252; a file is as it was before when writing fails.
+/// The profile functions for systems without them. They give the same results as Windows' for texts
+/// within Windows-1252; a file is unchanged when writing it fails.
 
 std::string readOwnProfile(const std::filesystem::path& file, std::string_view section,
                            std::string_view key);

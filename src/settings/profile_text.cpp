@@ -11,11 +11,11 @@ std::string decodeProfile(std::string_view bytes) {
 }
 
 std::string encodeProfile(std::string_view text) {
-  // One byte that is no UTF-8, from a file name for one, would turn the whole file into
-  // Windows-1252 for the next reader.
+  // A single byte that is not UTF-8, e.g. from a file name, would make the next reader take the
+  // whole file for Windows-1252.
   std::string utf8 = base::toUtf8(text, base::Encoding::Utf8);
   std::string bytes = base::fromUtf8(utf8, base::Encoding::Windows1252);
-  // Some texts of Windows-1252 could be taken for UTF-8; those are written in UTF-8 too.
+  // Windows-1252 bytes that happen to be valid UTF-8 would be misread, so write UTF-8 instead.
   return decodeProfile(bytes) == utf8 ? bytes : utf8;
 }
 

@@ -11,9 +11,9 @@
 namespace quillon::settings {
 namespace {
 
-/// Bytes of Windows-1252 as the wide functions take them. These turn a text into the system's own
-/// code page when they write it and back when they read it; taking the bytes for a text in that
-/// code page makes them the file's, whatever the system's language.
+/// Converts Windows-1252 bytes for the wide functions. Those convert texts from and to the system's
+/// code page; decoding our bytes with that same code page makes them reach the file unchanged,
+/// whatever the system's language.
 std::wstring wide(std::string_view bytes) {
   const int size = static_cast<int>(bytes.size());
   std::wstring text(bytes.size(), L'\0');
@@ -35,7 +35,7 @@ std::string utf8Text(const wchar_t* text, DWORD length) {
   return base::windows1252ToUtf8(bytes);
 }
 
-/// The path for functions that take one of limited length: where need be, the short form.
+/// A path for functions limited to MAX_PATH: the short form if necessary.
 std::wstring limited(const std::filesystem::path& path) {
   if (path.native().size() < MAX_PATH) return path.native();
   constexpr DWORD kLongestPath = 32768;
@@ -57,8 +57,8 @@ std::string readProfile(const std::filesystem::path& file, std::string_view sect
 
 bool writeProfile(const std::filesystem::path& file, std::string_view section,
                   const std::vector<ProfileEntry>& entries) {
-  files::makeFolders(file.parent_path());  // one that cannot be made is noticed at once
-  // The short form of a name is that of a file which exists.
+  files::makeFolders(file.parent_path());  // a folder that cannot be created shows at once
+  // A short name exists only for an existing file.
   if (files::isMissing(file)) files::openFile(file, "wbx");
   const std::wstring path = limited(file);
   bool written = true;

@@ -28,7 +28,7 @@ constexpr int kBlockChoices = 3;
 
 std::string digit(bool on) { return on ? "1" : "0"; }
 
-/// The number of a text as an index below `count`, or `none`.
+/// The number in a text as an index below `count`, or `none`.
 int indexOf(std::string_view text, int count, int none = kNoChoice) {
   bool fits = false;
   const int index = base::roundedInteger16(base::numberValue(text), fits);
@@ -43,12 +43,13 @@ std::string unitIndex(std::string_view word) {
   return word == "mil" ? "2" : "3";
 }
 
-/// Where the texts of settings come from: the command line for options given there, else the file.
+/// Looks up the texts of settings: from the command line if the option is given there, otherwise
+/// from the file.
 class Source {
  public:
   Source(const SettingsStore& store, const CommandLine& line) : store_(store), line_(line) {}
 
-  /// `own` is the text that the command line has for this key.
+  /// `own` is the command line's text for this key.
   std::string operator()(std::string_view key, Option option, std::string own) const {
     return line_.given(option) ? std::move(own) : store_.ReadIni(kSection, key);
   }
@@ -67,8 +68,7 @@ void setIfAny(int& index, std::string_view text, int count) {
   if (!text.empty()) index = indexOf(text, count);
 }
 
-/// Selects the first entry that equals the text in full; letters of the command line lost their
-/// case.
+/// Selects the first entry equal to the text, which the command line has converted to lower case.
 void selectLayer(Settings& settings, const std::string& text, const texts::Texts& texts) {
   const double number = base::numberValue(text);
   if (!(number > 0.0 && number < 256.0)) return;
@@ -89,7 +89,7 @@ void loadFiles(Settings& settings, const Source& text, const CommandLine& line) 
   setIfAny(settings.dxfFile, text("dxffile", Option::DxfFile, line.dxfFile));
   setIfAny(settings.scriptFile, text("scr", Option::ScriptFile, line.scriptFile));
   setIfAny(settings.layerFile, text("layerfile", Option::LayerFile, line.layerFile));
-  // Unlike the paths, an empty name counts.
+  // Unlike an empty path, an empty name counts.
   settings.drawingName = text("brdsch", Option::DrawingName, line.drawingName);
 }
 
@@ -101,7 +101,7 @@ void loadTarget(Settings& settings, const Source& text, const CommandLine& line,
   settings.version = version.empty() ? 1 : indexOf(version, kVersions);
   setIfAny(settings.unit, text("unit", Option::Unit, unitIndex(line.unit)), kUnits);
   const std::string scale = text(kScaleKey, Option::Scale, base::numberText(line.scale));
-  // A scale of 0 on the command line is refused by the conversion; one in the file shows as 1.
+  // The conversion refuses a scale of 0 from the command line; one in the file is shown as 1.
   const bool replaced = base::numberValue(scale) == 0.0 && !line.given(Option::Scale);
   settings.scale = replaced ? kScaleInPlaceOfZero : scale;
   if (line.given(Option::Layer)) {
@@ -113,7 +113,7 @@ void loadTarget(Settings& settings, const Source& text, const CommandLine& line,
 
 void loadSwitches(Settings& settings, const Source& text, const CommandLine& line) {
   settings.dotted = isOn(text("dotted", Option::Dotted, digit(line.dotted)));
-  // The report alone is on unless it was switched off.
+  // Unlike the other switches, the report is on by default.
   const std::string report = text("report", Option::Report, digit(line.report));
   settings.report = report.empty() || isOn(report);
   settings.PolyWidth = base::numberValue(text("polywidth"));
@@ -201,8 +201,7 @@ bool scriptBesideDrawing(const Settings& settings) {
 convert::Surroundings surroundingsOf(const SettingsStore& store, int languageOffset) {
   convert::Surroundings surroundings;
   surroundings.languageOffset = languageOffset;
-  // Without a folder of the program the frame's lines come from memory, not from wherever the
-  // program was started.
+  // Without a program folder use the default frame, so that no file depends on the current folder.
   if (store.programFolder().empty()) return surroundings;
   surroundings.frame.path = files::fromPath(store.programFolder() / files::kFrameFile);
   surroundings.frame.create = true;

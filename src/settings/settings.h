@@ -13,13 +13,13 @@ namespace quillon::settings {
 
 /// Target kind when none of the four is selected.
 inline constexpr int kNoTarget = 4;
-/// Index of a list in which nothing is selected.
+/// Index in a list without a selection.
 inline constexpr int kNoChoice = -1;
 
-/// The scale that is shown where the file has none, or one of 0.
+/// The scale shown when the file has none, or 0.
 inline constexpr const char* kScaleInPlaceOfZero = "1.000";
 
-/// What the main window's controls show. The defaults are those of a window before it loads.
+/// The state of the main window's controls. The defaults are those of a window before it loads.
 struct Settings {
   std::string dxfFile = "C:\\*.DXF";
   std::string scriptFile = "C:\\CONVERS.SCR";
@@ -29,58 +29,59 @@ struct Settings {
   int version = 1;
   int unit = 2;
   std::string scale = kScaleInPlaceOfZero;
-  std::string layer;  ///< the chosen entry of the target's layer list; "" when there is none
+  std::string layer;  ///< the selected entry of the target's layer list; "" for none
   bool dotted = false;
   bool report = true;
   bool ellipses = false;
   bool arcToLine = false;
   int poly = 2;
   int blocks = convert::kDrawBlocks;
-  bool blocksEnabled = true;  ///< block handling can be chosen for boards and schematics alone
-  double PolyWidth = 0.0;     ///< read but never saved, as intended
-  std::string offsetX;        ///< of this session only
+  bool blocksEnabled = true;  ///< block handling can only be chosen for boards and schematics
+  double PolyWidth = 0.0;  ///< read but never saved, so that a value set by hand stays in the file
+  std::string offsetX;     ///< for this session only
   std::string offsetY;
 };
 
-/// Entries of the list of standard layers for a target; none for kNoTarget.
+/// The standard layers to choose from for a target; none for kNoTarget.
 std::vector<std::string> layersOf(int targetKind, const texts::Texts& texts);
 
-/// Chooses a target as a click on its option does: its layer list with the usual choice; a package
-/// and a symbol have blocks drawn in place.
+/// Selects a target as a click on its option does: loads its layer list with the default selected;
+/// packages and symbols always have their blocks drawn in place.
 void selectTarget(Settings& settings, int targetKind, const texts::Texts& texts);
 
-/// The language offset of the settings file: 0 German, 10000 English; other numbers as they stand.
+/// The language offset in the settings file: 0 German, 10000 English; other numbers are returned as
+/// they are.
 int loadLanguage(const SettingsStore& store);
 bool saveLanguage(const SettingsStore& store, int languageOffset);
 
-/// Loads the settings in their order, options of the command line first, each by its own rule.
+/// Loads the settings in order; options on the command line take precedence, each by its own rule.
 Settings LoadSettings(const SettingsStore& store, const convert::CommandLine& commandLine,
                       const texts::Texts& texts);
 
-/// What is to be told about the settings before they are used: numbers in the file and on the
-/// command line that are followed by something else.
+/// Warnings about numbers in the file and on the command line that are followed by something else,
+/// to be shown before the settings are used.
 std::vector<convert::Message> loadingWarnings(const SettingsStore& store,
                                               const convert::CommandLine& commandLine,
                                               const texts::Texts& texts);
 
-/// The same for the fields of the window that hold numbers.
+/// The same for the window's numeric fields.
 std::vector<convert::Message> fieldWarnings(const Settings& settings, const texts::Texts& texts);
 
-/// Saves the settings, all of them or none. False when that failed.
+/// Saves all settings or none. False on failure.
 bool SaveSettings(const SettingsStore& store, const Settings& settings);
 
-/// True on a system whose paths may begin with a drive.
+/// True on systems whose paths may start with a drive.
 bool pathsHaveDrives();
 
-/// True where no script has been chosen and its initial path, which has a drive, would name a file
-/// in the current folder, since paths have no drives. The script goes beside the drawing then.
+/// True where no script has been chosen and the initial path starts with a drive, but paths have no
+/// drives: it would be a file in the current folder. The script then goes beside the drawing.
 bool scriptBesideDrawing(const Settings& settings);
 
-/// What the program adds to its jobs: the language, and the frame file of its folder, if it has
-/// one, which is made when it is missing.
+/// What the program adds to its jobs: the language, and the frame file of its folder (if it has
+/// one), which is created when missing.
 convert::Surroundings surroundingsOf(const SettingsStore& store, int languageOffset);
 
-/// The job that the settings describe.
+/// Builds the job from the settings.
 convert::ConversionJob jobOf(const Settings& settings, const convert::CommandLine& commandLine);
 
 }  // namespace quillon::settings

@@ -1,4 +1,4 @@
-// What is told about settings that may not mean what they count as.
+// Warnings about settings that may not mean what they are taken for.
 #include <array>
 #include <optional>
 
@@ -18,12 +18,12 @@ using Option = convert::CommandLineOption;
 struct NumberKey {
   std::string_view section;
   std::string_view key;
-  std::optional<Option> option;  ///< that replaces the key
+  std::optional<Option> option;  ///< the option that overrides the key
 };
 
 constexpr std::string_view kScale = "scale";
 
-/// The keys that hold numbers, in the order in which they are loaded.
+/// The numeric keys, in the order in which they are loaded.
 constexpr std::array<NumberKey, 12> kNumberKeys = {{
     {"global", "language", std::nullopt},
     {"dxf", "brd", Option::TargetKind},

@@ -8,12 +8,12 @@
 
 namespace quillon::texts {
 
-/// What a run-time error means and what to do about it, with the drawing (UTF-8; may be empty) and
-/// its line where they are known.
+/// Explains a run-time error and what to do about it, with the drawing (UTF-8; may be empty) and
+/// the line where known.
 std::string faultText(const base::RunTimeError& error, std::string_view drawing,
                       const Texts& texts);
 
-/// The system's reason with this number (errno).
+/// The system's text for this errno value.
 std::string reasonText(int reason, const Texts& texts);
 
 std::string outOfMemoryText(const Texts& texts);

@@ -18,7 +18,7 @@ class LayerList {
  public:
   explicit LayerList(const Texts& texts) : texts_(texts) {}
 
-  /// Entries of the string table as they stand, without the language offset.
+  /// Entries of the string table, read without the language offset.
   LayerList& names(TextRow ids) {
     for (const TextId id : ids) entries_.emplace_back(loadString(id));
     return *this;
@@ -43,7 +43,8 @@ class LayerList {
 
 }  // namespace
 
-// The board names end with the bare suffix in German in either language, as intended.
+// The board names include the bare suffix, in German for both languages; kept so that the lists
+// stay the same.
 std::vector<std::string> boardLayers(const Texts& texts) {
   return LayerList(texts)
       .names(kBoardNames)

@@ -7,10 +7,10 @@
 
 namespace quillon::texts {
 
-/// Entries of the lists in which an EAGLE layer is chosen, in their order. Each begins with the
-/// layer's number, apart from the entry without one that follows 52.
+/// Entries of the lists for choosing an EAGLE layer, in display order. Each begins with the layer's
+/// number, except the unnumbered one after 52.
 
-/// For a board or a package; ends with the layer 999, which is not converted.
+/// For a board or a package; ends with layer 999, which means "do not convert".
 std::vector<std::string> boardLayers(const Texts& texts);
 /// Index of "20 Dimension (B)", the first choice among boardLayers.
 inline constexpr int kFirstBoardChoice = 19;
@@ -20,7 +20,7 @@ std::vector<std::string> schematicLayers(const Texts& texts);
 /// Index of "94 Symbols (S)", the first choice among schematicLayers.
 inline constexpr int kFirstSchematicChoice = 41;
 
-/// For the layer editor: layers of both kinds, and the layer 999 at the end.
+/// For the layer editor: layers of both kinds, then layer 999.
 std::vector<std::string> editorLayers(const Texts& texts);
 
 }  // namespace quillon::texts

@@ -9,8 +9,8 @@ namespace {
 
 struct Entry {
   int id;
-  std::string_view german;   ///< answers to the id itself
-  std::string_view english;  ///< answers to id + 10000; empty for a text that stands once
+  std::string_view german;   ///< found by the id itself
+  std::string_view english;  ///< found by id + 10000; empty for a text that exists once
 };
 
 constexpr Entry kEntries[] = {
@@ -26,7 +26,7 @@ struct IdRange {
   int last;
 };
 
-/// The layer names that are read without the language offset.
+/// Layer names that are read without the language offset.
 constexpr IdRange kStandOnce[] = {{20000, 20050}, {20052, 20057}};
 
 constexpr bool standsOnce(int id) {

@@ -11,17 +11,16 @@ namespace quillon::texts {
 inline constexpr int kGerman = 0;
 inline constexpr int kEnglish = 10000;
 
-/// The entry of the string table with this id, or "" for an id without one. German texts answer to
-/// the id itself, English ones to id + 10000; the names of EAGLE's layers stand once, at the id
-/// itself. UTF-8.
+/// The entry of the string table with this id, or "" when there is none. German texts have the id
+/// itself, English ones id + 10000; EAGLE's layer names exist once, under the id itself. UTF-8.
 std::string_view loadString(int id);
 /// An entry by its own id: in German, or as it is in both languages.
 inline std::string_view loadString(TextId id) { return loadString(static_cast<int>(id)); }
 
-/// A text whose "%1", "%2", … are replaced by the arguments.
+/// A text with "%1", "%2", … replaced by the arguments.
 std::string fillIn(std::string_view text, std::initializer_list<std::string_view> arguments);
 
-/// A caption as a name: without the mark of its key and the colon.
+/// A caption as a name: without its mnemonic mark and the colon.
 std::string captionName(std::string_view caption);
 
 /// The texts of one language.

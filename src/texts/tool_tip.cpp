@@ -5,7 +5,7 @@
 namespace quillon::texts {
 namespace {
 
-/// The number behind the last "_" of a name.
+/// The number after the last "_" of a name.
 std::optional<int> elementIndex(std::string_view digits) {
   if (digits.empty() || digits.front() == '-') return {};
   int index = 0;

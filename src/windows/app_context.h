@@ -16,16 +16,15 @@ inline QString toQt(std::string_view utf8) {
 }
 inline std::string fromQt(const QString& text) { return text.toStdString(); }
 
-/// What the windows of one program share. Lives as long as they do.
+/// What the program's windows share. Outlives them.
 struct AppContext {
   settings::SettingsStore store;
   convert::CommandLine line;
   int LanguageOffset = texts::kGerman;
-  errors::FaultScribe* faults =
-      nullptr;  ///< the program's error reporter; null leaves errors alone
+  errors::FaultScribe* faults = nullptr;  ///< the program's error reporter; null to let errors pass
 
   texts::Texts texts() const { return texts::Texts(LanguageOffset); }
-  /// A text of the present language.
+  /// A text in the current language.
   QString text(texts::TextId id) const { return toQt(texts()(id)); }
   QString text(texts::TextId id, std::initializer_list<std::string_view> arguments) const {
     return toQt(texts()(id, arguments));

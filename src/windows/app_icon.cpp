@@ -16,10 +16,10 @@ QPen pen(const QColor& colour, qreal width) {
   return {colour, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
 }
 
-/// The board: rounded corners, and a hole with a copper ring.
+/// The board: rounded corners and a hole with a copper ring.
 void drawBoard(QPainter& painter) {
   const QPointF hole(46.0, 45.0);
-  QPainterPath board;  // whose fill leaves the hole out
+  QPainterPath board;  // its fill leaves the hole out
   board.addRoundedRect(QRectF(4.0, 14.0, 54.0, 44.0), 8.0, 8.0);
   board.addEllipse(hole, 6.0, 6.0);
   painter.setPen(pen(kEdge, 4.0));
@@ -30,7 +30,7 @@ void drawBoard(QPainter& painter) {
   painter.drawEllipse(hole, 6.5, 6.5);
 }
 
-/// The line of ink, and the quill that draws it.
+/// The line of ink and the quill.
 void drawQuill(QPainter& painter) {
   painter.setPen(pen(kCopper, 4.0));
   painter.drawLine(QPointF(14.0, 50.0), QPointF(28.0, 50.0));
@@ -48,7 +48,7 @@ void drawQuill(QPainter& painter) {
   painter.drawPath(vein);
 }
 
-/// What packaging/quillon.svg shows, which is the icon of the executable and of the menu.
+/// Draws the picture in packaging/quillon.svg, the icon of the executable and the menu entry.
 QPixmap draw(int size) {
   constexpr qreal kField = 64.0;
   QPixmap pixmap(size, size);

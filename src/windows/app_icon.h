@@ -4,7 +4,7 @@
 
 namespace quillon::windows {
 
-/// The program's picture, drawn in the sizes that windows and task bars ask for.
+/// The program's icon in the sizes that windows and task bars use.
 QIcon appIcon();
 
 }  // namespace quillon::windows

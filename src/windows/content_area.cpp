@@ -15,12 +15,12 @@ ContentArea::ContentArea(QWidget* content, QWidget* parent) : QScrollArea(parent
   content->layout()->setContentsMargins(0, 0, 0, 0);
   setWidget(content);
   for (QComboBox* const list : content->findChildren<QComboBox*>()) list->installEventFilter(this);
-  // A bar beside the contents keeps its distance.
+  // Keep a gap to a visible scroll bar.
   connect(verticalScrollBar(), &QScrollBar::rangeChanged, content, [content](int, int last) {
     constexpr int kGap = 6;
     content->layout()->setContentsMargins(0, 0, last > 0 ? kGap : 0, 0);
   });
-  // The background of the window, not that of a list.
+  // Use the window's background, not that of a list.
   viewport()->setAutoFillBackground(false);
   content->setAutoFillBackground(false);
 }
@@ -42,7 +42,7 @@ int ContentArea::heightNeeded(int width) const {
 }
 
 bool ContentArea::eventFilter(QObject* watched, QEvent* event) {
-  // A wheel that scrolls the contents must not turn the lists on its way.
+  // Scrolling with the wheel must not change the lists under the cursor.
   auto* const list = qobject_cast<QComboBox*>(watched);
   if (list != nullptr && event->type() == QEvent::Wheel && !list->hasFocus()) {
     event->ignore();

@@ -4,16 +4,16 @@
 
 namespace quillon::windows {
 
-/// The contents of a window above its buttons. They scroll where the screen is too small for them;
-/// elsewhere they look as if they stood in the window itself.
+/// The contents of a window above its buttons. They scroll on a small screen and otherwise look
+/// like part of the window.
 class ContentArea : public QScrollArea {
  public:
-  /// Takes `content`, whose layout has been set.
+  /// Takes ownership of `content`, whose layout must be set.
   ContentArea(QWidget* content, QWidget* parent);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
-  /// The height that the contents need at a width.
+  /// The height that the contents need at a given width.
   int heightNeeded(int width) const;
 
  protected:

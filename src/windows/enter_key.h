@@ -4,9 +4,8 @@
 
 namespace quillon::windows {
 
-/// Lets Enter press a button that has the focus, without the button becoming the one that Enter
-/// presses elsewhere in its window. For windows in which Enter means nothing outside their buttons;
-/// those with a default button have it from Qt.
+/// Lets Enter press a button that has the focus without making it the default button. For windows
+/// in which Enter does nothing else; in windows with a default button Qt already does this.
 void pressOnEnter(QPushButton& button);
 
 }  // namespace quillon::windows

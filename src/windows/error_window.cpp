@@ -19,7 +19,7 @@ namespace {
 
 using texts::TextId;
 
-// The captions are German in either language, as intended; the tool tips explain them.
+// The captions are German in English too, as users know them; the tool tips explain them.
 constexpr std::array<const char*, 3> kProtocolCaptions = {"&Speichern", "&EMail", "&Drucken"};
 constexpr std::array<const char*, 4> kContinueCaptions = {
     "Befehl wieder&holen", "Fortsetzen mit &nächsten Befehl", "&Prozedur verlassen",
@@ -41,7 +41,7 @@ constexpr const char* kMailNotice =
 
 bool allows(unsigned allowed, int continuation) { return (allowed >> continuation & 1U) != 0; }
 
-/// What closing the window means: leave the procedure, or what comes closest to it.
+/// What closing the window means: leave the procedure, or the closest allowed choice.
 errors::Continuation mildest(unsigned allowed) {
   for (const errors::Continuation choice :
        {errors::kLeave, errors::kResume, errors::kEnd, errors::kRetry}) {
@@ -189,7 +189,7 @@ void ErrorWindow::save() {
                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes) {
     return;
   }
-  // A failure is not told here: intended.
+  // On failure just leave out the confirmation; the window stays open for another try.
   if (!errors::saveProtocol(program_, report_.protocol())) return;
   QMessageBox::information(this, windowTitle(),
                            "Das Fehlerprotokoll wurde in die Datei '" + path + "' geschrieben !");

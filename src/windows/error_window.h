@@ -13,13 +13,13 @@
 
 namespace quillon::windows {
 
-/// Shows an error, files its protocol, and asks how the program goes on.
+/// Shows an error, offers to save, mail or print its protocol, and asks how to continue.
 class ErrorWindow : public QDialog {
  public:
   ErrorWindow(const AppContext& context, const errors::ProgramIdentity& program,
               const errors::FaultReport& report, QWidget* parent);
 
-  /// What the user chose; closing the window is the mildest of what is allowed.
+  /// The user's choice; closing the window counts as the mildest one allowed.
   errors::Continuation choice() const { return choice_; }
 
  private:
@@ -32,7 +32,7 @@ class ErrorWindow : public QDialog {
   void save();
   void mail();
   void print();
-  /// Does what a button names; an error of that ends here, since nobody is left to report it.
+  /// Runs a button's action; its errors end here, as nothing is left to report them.
   void guarded(void (ErrorWindow::*action)());
 
   const AppContext& context_;

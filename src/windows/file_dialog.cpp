@@ -66,7 +66,7 @@ FileDialogRecord ObjFiledialog::record(const QString& intent) const {
 QString ObjFiledialog::show(const QString& intent, QWidget* owner) {
   if (filename_.isEmpty()) setFilename({});
   if (!CheckFlags(intent, owner)) return {};
-  // Whatever was preset, a cancelled dialog gives no name.
+  // A cancelled dialog returns no name, even if one was preset.
   filename_ = runSystemFileDialog(record(intent), intent == "Save", owner);
   return filename_;
 }

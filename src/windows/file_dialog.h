@@ -9,7 +9,7 @@
 
 namespace quillon::windows {
 
-/// Flags of Windows' file dialogs.
+/// Flags of the Windows file dialogs.
 enum FileDialogFlag : std::uint32_t {
   kReadOnlyBox = 0x1,
   kOverwritePrompt = 0x2,
@@ -22,19 +22,19 @@ enum FileDialogFlag : std::uint32_t {
 inline constexpr std::uint32_t kOpenFlags = 0x20180C;
 inline constexpr std::uint32_t kNameFlags = 0x20080E;
 
-/// What a file dialog is shown with, in the form that Windows takes.
+/// The parameters of a file dialog, in the form that Windows uses.
 struct FileDialogRecord {
   int structureSize = sizeof(void*) == 4 ? 76 : 136;
-  QString filter;  ///< pairs of text and pattern, each ended by NUL; two more NUL at the end
+  QString filter;  ///< pairs of text and pattern, NUL-terminated; two more NULs at the end
   int filterIndex = 1;
   QString buffer;   ///< the preset file name, padded with NUL
-  QString initDir;  ///< ends in NUL, as do the next ones
+  QString initDir;  ///< NUL-terminated, like the members below
   QString title;
   std::uint32_t flags = 0;
   QString defaultExt;
 };
 
-/// A file dialog; one object for each use.
+/// A file dialog; create one for each use.
 class ObjFiledialog {
  public:
   explicit ObjFiledialog(const AppContext& context) : context_(context) {}
@@ -44,23 +44,23 @@ class ObjFiledialog {
   QString Filter;  ///< free filter text: pairs of text and pattern, separated by NUL
   QString Filter1Text, Filter2Text, Filter3Text, Filter4Text, Filter5Text;
   QString Filter1Suffix, Filter2Suffix, Filter3Suffix, Filter4Suffix, Filter5Suffix;
-  std::uint32_t Flags = 0;  ///< 0: those of the intent
+  std::uint32_t Flags = 0;  ///< 0: the default flags of the intent
   QString InitDir;
 
-  /// The preset; padded with NUL until it is longer than 512 characters.
+  /// The preset; padded with NULs until it is longer than 512 characters.
   void setFilename(const QString& name);
   /// The chosen file, or "".
   QString Filename() const { return filename_; }
 
-  /// Show the dialog. The result is the chosen file, or "" when it was cancelled.
+  /// Show the dialog. Return the chosen file, or "" when cancelled.
   QString ShowOpen(QWidget* owner);
   QString ShowSave(QWidget* owner);
 
-  /// Chooses flags by the intent ("Open" or "Save") where none are set; tells the user of any other
-  /// intent and is false then.
+  /// If no flags are set, sets those of the intent ("Open" or "Save"). For any other intent, tells
+  /// the user and returns false.
   bool CheckFlags(const QString& intent, QWidget* owner);
 
-  /// What a dialog with this intent is shown with.
+  /// The parameters for a dialog with this intent.
   FileDialogRecord record(const QString& intent) const;
 
  private:

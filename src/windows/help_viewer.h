@@ -12,8 +12,8 @@ namespace quillon::windows {
 inline constexpr int kMainWindowHelp = 1000;
 inline constexpr int kLayerEditorHelp = 1100;
 
-/// The folder of the help pages beside the executable or in the share folder of its installation,
-/// or "" where there is none.
+/// The folder of help pages, beside the executable or in the share folder of its installation; ""
+/// when there is none.
 QString findHelpFolder(const QString& executableFolder);
 
 /// Shows the help pages.
@@ -21,7 +21,7 @@ class HelpViewer : public QDialog {
  public:
   explicit HelpViewer(QString folder, QWidget* parent = nullptr);
 
-  /// Shows the page of a context id (with the language offset). False when there is none.
+  /// Shows the page for a context id (language offset included). False when there is none.
   bool showPage(int contextId);
 
  private:
@@ -29,10 +29,10 @@ class HelpViewer : public QDialog {
   QTextBrowser* page_;
 };
 
-/// Opens the help at a page of the present language, in the viewer that is open already if there is
-/// one. False when the help is not there.
+/// Opens the help at a page in the current language, reusing an open viewer. False when the help is
+/// missing.
 bool openHelp(const AppContext& context, int contextId, QWidget* parent);
-/// The same for the pages of a folder.
+/// The same for the pages in a folder.
 bool openHelp(const AppContext& context, const QString& folder, int contextId, QWidget* parent);
 
 }  // namespace quillon::windows

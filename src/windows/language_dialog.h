@@ -9,11 +9,11 @@
 
 namespace quillon::windows {
 
-/// Chooses the language. A choice in the list holds at once for windows that are loaded from then
-/// on, also when the dialog is then cancelled, as intended; OK keeps it for the next start.
+/// Chooses the language. A selection applies immediately to windows loaded from then on, even if
+/// the dialog is then cancelled (kept as it has always been); OK keeps it for the next start.
 class LanguageDialog : public QDialog {
  public:
-  /// `apply` shows the main window in the language that was confirmed.
+  /// `apply` updates the main window to the confirmed language.
   LanguageDialog(AppContext& context, std::function<void()> apply, QWidget* parent = nullptr);
 
   void loadResources();

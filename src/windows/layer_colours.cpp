@@ -12,7 +12,7 @@
 namespace quillon::windows {
 namespace {
 
-/// Numbers in EAGLE's palette of the layers that do not have its grey.
+/// Palette indices of the layers that are not EAGLE's grey.
 constexpr int kGrey = 7;
 const std::map<int, int>& layerColours() {
   static const std::map<int, int> colours = {
@@ -39,7 +39,7 @@ QIcon layerSwatch(const QString& entry) {
   if (layer < 1) return {};
   const auto found = layerColours().find(layer);
   QPixmap swatch(kSize, kSize);
-  swatch.fill(Qt::darkGray);  // a frame, so that white and black are seen on any background
+  swatch.fill(Qt::darkGray);  // a frame, so that white and black are visible on any background
   QPainter(&swatch).fillRect(swatch.rect().adjusted(1, 1, -1, -1),
                              paletteColour(found == layerColours().end() ? kGrey : found->second));
   return QIcon(swatch);

@@ -4,8 +4,8 @@
 
 namespace quillon::windows {
 
-/// A swatch in the colour that EAGLE's editor gives a layer on black; an empty icon for a text
-/// without a layer's number.
+/// A swatch of the layer's colour in EAGLE's editor on black; an empty icon for a text without a
+/// layer number.
 QIcon layerSwatch(const QString& entry);
 
 }  // namespace quillon::windows

@@ -20,7 +20,7 @@ namespace {
 
 bool isDigit(QChar c) { return c >= '0' && c <= '9'; }
 
-/// Discards keys that type anything but digits, with a beep.
+/// Discards key presses that type anything but digits, with a beep.
 class DigitFilter : public QObject {
  public:
   using QObject::QObject;
@@ -36,21 +36,21 @@ class DigitFilter : public QObject {
   }
 };
 
-/// Discards texts that come without keys: pasted, dropped, or composed by an input method. They may
-/// add digits, or make the whole text a layer; taking away is free.
+/// Rejects text that does not come from keys (pasted, dropped, or composed by an input method)
+/// unless it only adds digits or makes the whole text a layer. Deleting is always allowed.
 class LayerValidator : public QValidator {
  public:
   LayerValidator(const settings::LayerRows& rows, QObject* parent)
       : QValidator(parent), rows_(rows) {}
 
-  /// Accepts a text, whatever it is.
+  /// Accepts any text.
   void allow(const QString& text) const {
     seen_.insert(text);
     last_ = text;
   }
 
   State validate(QString& text, int&) const override {
-    // Undoing brings back what was there already.
+    // Undo restores texts that were there before.
     const bool fits = seen_.contains(text) || addsOnlyDigits(text) || rows_.isLayer(fromQt(text));
     if (!fits) return Invalid;
     allow(text);
@@ -70,7 +70,7 @@ class LayerValidator : public QValidator {
   mutable QSet<QString> seen_;
 };
 
-/// The opened list finds an entry by any part of its text.
+/// A drop-down list that finds an entry by any part of its text.
 class SearchingList : public QListView {
  public:
   using QListView::QListView;
@@ -100,7 +100,7 @@ class SearchingList : public QListView {
 }  // namespace
 
 bool isLayerKey(int key, const QString& text) {
-  if (text.isEmpty() || !text.front().isPrint()) return true;  // moves, deletes or confirms
+  if (text.isEmpty() || !text.front().isPrint()) return true;  // cursor keys, deletion, Enter
   return key == Qt::Key_Backspace || std::all_of(text.begin(), text.end(), isDigit);
 }
 
@@ -124,14 +124,15 @@ QWidget* LayerDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
   }
   QLineEdit* const field = list->lineEdit();
   field->setObjectName("txtDXFLay");
-  // The list has the focus and hands keys on to its field; a key may also go there directly.
+  // The list has the focus and passes keys on to its field, but keys may also go straight to the
+  // field.
   auto* const filter = new DigitFilter(list);
   list->installEventFilter(filter);
   field->installEventFilter(filter);
   field->setValidator(new LayerValidator(rows_, list));
   connect(field, &QLineEdit::inputRejected, field, [] { QApplication::beep(); });
   auto* const self = const_cast<LayerDelegate*>(this);
-  // A choice counts at once; the list stays until the cell is left.
+  // A choice takes effect at once; the list stays until the cell is left.
   connect(list, &QComboBox::activated, self, [self, list] { Q_EMIT self->commitData(list); });
   return list;
 }
@@ -139,7 +140,7 @@ QWidget* LayerDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
 void LayerDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
   const QString text = index.data(Qt::EditRole).toString();
   if (auto* const list = qobject_cast<QComboBox*>(editor)) {
-    // A file may hold a number that cannot be typed here.
+    // A file may contain a number that cannot be typed here.
     static_cast<const LayerValidator*>(list->validator())->allow(text);
     list->setCurrentIndex(list->findText(text, Qt::MatchExactly));
     list->setEditText(text);

@@ -5,8 +5,8 @@
 
 namespace quillon::windows {
 
-/// Edits the cells of the layer table: a text field for the DXF layer, a list to choose from or to
-/// type a number into for the EAGLE layer.
+/// Edits the cells of the layer table: a text field for the DXF layer, and for the EAGLE layer a
+/// list to choose from or type a number into.
 class LayerDelegate : public WholeTextDelegate {
  public:
   LayerDelegate(const settings::LayerRows& rows, QObject* parent)
@@ -22,8 +22,8 @@ class LayerDelegate : public WholeTextDelegate {
   const settings::LayerRows& rows_;
 };
 
-/// True for a key that may be typed into the cell of an EAGLE layer: digits, backspace, Enter and
-/// the keys that move.
+/// True for a key that may be typed into an EAGLE layer's cell: digits, backspace, Enter and cursor
+/// keys.
 bool isLayerKey(int key, const QString& text);
 
 }  // namespace quillon::windows

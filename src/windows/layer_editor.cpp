@@ -52,7 +52,7 @@ LayerEditor::LayerEditor(AppContext& context, const QString& path,
   connectControls();
   loadResources();
   path_->setText(path);
-  // A bare drive or folder names no file.
+  // A bare drive or folder is not a file.
   const bool bare = path.indexOf(':') == path.size() - 1 || path.indexOf('\\') == path.size() - 1;
   if (namesFile() && !bare) {
     btnScan_Click();
@@ -153,7 +153,7 @@ void LayerEditor::connectControls() {
   grid_->onChanged = [this] { markAssigned(); };
 }
 
-/// Esc, and closing the window; the Cancel button does not ask.
+/// For Esc and closing the window; the Cancel button does not ask.
 void LayerEditor::reject() {
   attempt(context_, kModule, "reject", [this] {
     if (mayDiscard()) QDialog::reject();
@@ -202,7 +202,7 @@ void LayerEditor::layerScanDXF(const QString& drawing) {
   markAssigned();
 }
 
-/// Checks the scanned layers that stand in the table.
+/// Ticks the scanned layers that the table contains.
 void LayerEditor::markAssigned() {
   const settings::LayerRows::Names assigned = rows_.assignedNames();
   for (int i = 0; i < scanned_->count(); ++i) {
@@ -237,7 +237,7 @@ void LayerEditor::btnScan_Click() {
       context_.text(TextId::EditorShowsFirstRows, {std::to_string(rows.size())}));
 }
 
-/// A file that holds no assignments because it is something else is read as empty.
+/// Warns about a file of another kind, which loads as empty.
 void LayerEditor::tellOfAnotherKind() {
   const std::string path = fromQt(path_->text());
   const convert::LayerFileKind kind = convert::layerFileKind(path, files::readWholeFile(path));
@@ -280,7 +280,7 @@ void LayerEditor::btnLayerbrowse_Click() {
   if (!path.isEmpty()) path_->setText(path);
 }
 
-/// The path that a new layer file is offered, or "" without a drawing.
+/// The suggested path for a new layer file; "" without a drawing.
 QString LayerEditor::newFileBesideDrawing() const {
   const std::filesystem::path drawing = files::findExisting(fromQt(drawing_));
   if (drawing_.isEmpty() || !files::namesFile(drawing)) return {};
@@ -306,7 +306,7 @@ bool LayerEditor::saveLayers(QString path) {
     QApplication::beep();
     return false;
   }
-  // Rows that the table has no room for would be lost, in this file or in the one it replaces.
+  // Rows that did not fit in the table would be lost, from this file or from the one it replaces.
   const std::size_t inFile = convert::readLayerRows(fromQt(path)).size();
   const std::size_t unseen = inFile > settings::LayerRows::kMostRows
                                  ? inFile - settings::LayerRows::kMostRows
@@ -340,10 +340,10 @@ bool LayerEditor::saveLayers(QString path) {
   return true;
 }
 
-/// Names the rows that do not stand in the file as they stand in the table.
+/// Lists the rows that the file does not have as the table shows them.
 void LayerEditor::tellWhatIsMissing() {
   constexpr int kMostNames = 10;
-  // A long name has nowhere to break, so a message box would cut it.
+  // A long name cannot wrap, so a message box would cut it off.
   const int widest = fontMetrics().averageCharWidth() * 50;
   QStringList names;
   for (const convert::LayerRow& row : rows_.rows()) {
@@ -352,7 +352,7 @@ void LayerEditor::tellWhatIsMissing() {
       names << QStringLiteral("…");
       break;
     }
-    // Escapes make a name several times as long; the middle goes before they are made.
+    // Escaping makes a name several times as long, so shorten it first.
     const QString name = fontMetrics().elidedText(toQt(row.name), Qt::ElideMiddle, widest);
     names << toQt(base::quotable(fromQt(name)));
   }
@@ -361,7 +361,7 @@ void LayerEditor::tellWhatIsMissing() {
                            context_.text(TextId::EditorRowsNotSaved, {fromQt(names.join(", "))}));
 }
 
-/// What became of rows that are not saved, by the answer to a question of the string table.
+/// Asks a string-table question about unsaved rows and acts on the answer.
 LayerEditor::Unsaved LayerEditor::askAboutUnsaved(TextId question) {
   grid_->commit();
   if (!rows_.modified()) return Unsaved::Nothing;
@@ -369,7 +369,7 @@ LayerEditor::Unsaved LayerEditor::askAboutUnsaved(TextId question) {
       context_, this, context_.text(TextId::EditorWarningTitle), context_.text(question),
       QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
   if (answer == QMessageBox::No) return Unsaved::Left;
-  // What could not be saved is not lost; without an answer nothing is done.
+  // If saving failed or was cancelled, the changes are kept.
   const bool saved = answer == QMessageBox::Yes && saveLayers(path_->text());
   return saved ? Unsaved::Saved : Unsaved::Kept;
 }

@@ -14,31 +14,31 @@
 
 namespace quillon::windows {
 
-/// Assigns a drawing's layers to EAGLE's layers, and keeps the assignments in a file.
+/// Assigns a drawing's layers to EAGLE's layers and keeps the assignments in a file.
 class LayerEditor : public QDialog {
  public:
-  /// `path` is the present layer assignment file; `accepted` gets the one that OK confirms.
+  /// `path` is the current layer assignment file; OK passes the confirmed one to `accepted`.
   LayerEditor(AppContext& context, const QString& path, std::function<void(QString)> accepted,
               QWidget* parent);
 
-  ~LayerEditor() override { delete grid_; }  // it refers to the rows
+  ~LayerEditor() override { delete grid_; }  // the grid refers to the rows
   LayerEditor(const LayerEditor&) = delete;
   LayerEditor& operator=(const LayerEditor&) = delete;
 
   void loadResources();
-  /// Lists the layers of a drawing; without one the list stays empty.
+  /// Lists the layers of a drawing; the list stays empty without one.
   void layerScanDXF(const QString& drawing);
   /// Saves the table; asks for a file when the path is empty. False when nothing was saved.
   bool saveLayers(QString path);
-  /// Asks whether a table that is not saved shall be saved and used, before a conversion starts.
-  /// False to start none.
+  /// Before a conversion, offers to save and use a table with unsaved changes. False to start no
+  /// conversion.
   bool offerToSave();
 
  protected:
   void reject() override;
 
  private:
-  /// Asks what to do with a table that is not saved. False to go on with it.
+  /// Asks what to do with unsaved changes. False to continue editing.
   bool mayDiscard();
   enum class Unsaved { Nothing, Saved, Left, Kept };
   Unsaved askAboutUnsaved(texts::TextId question);
@@ -61,7 +61,7 @@ class LayerEditor : public QDialog {
   AppContext& context_;
   std::function<void(QString)> accepted_;
   settings::LayerRows rows_;
-  QString drawing_;  ///< whose layers are listed
+  QString drawing_;  ///< the drawing whose layers are listed
   ToolTipTable toolTips_;
   QLabel* labLay_;
   QLineEdit* path_;

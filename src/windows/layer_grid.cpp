@@ -26,7 +26,7 @@ constexpr int kRowCount = static_cast<int>(settings::LayerRows::kMostRows);
 
 std::size_t at(int row) { return static_cast<std::size_t>(row); }
 
-/// The captions of a header format, in which "^" centres a column and "|" separates columns.
+/// The captions in a header format, in which "^" centres a column and "|" separates columns.
 QStringList headerCaptions(QString format) {
   QStringList captions;
   for (const QString& part : format.remove('^').split('|')) captions << part.trimmed();
@@ -63,7 +63,7 @@ void LayerGrid::refresh() {
     if (item(row, kName)->text() != toQt(shown.name)) item(row, kName)->setText(toQt(shown.name));
     QTableWidgetItem* const cell = item(row, kLayer);
     if (cell->text() != layer) cell->setText(layer);
-    // A text that was typed or chosen stands in the cell already, its swatch does not.
+    // A typed or chosen text is already in the cell, but its swatch is not.
     if (cell->data(Qt::UserRole).toString() == layer) continue;
     cell->setData(Qt::UserRole, layer);
     cell->setIcon(layerSwatch(layer));
@@ -73,7 +73,7 @@ void LayerGrid::refresh() {
 
 void LayerGrid::commit() {
   if (state() == EditingState) {
-    // Moving the current cell ends an edit with its text.
+    // Moving the current cell commits the edit.
     const int column = currentColumn();
     setCurrentCell(currentRow(), column == kName ? kLayer : kName);
     setCurrentCell(currentRow(), column);
@@ -87,13 +87,13 @@ void LayerGrid::cellEdited(int row, int column) {
   rows_.beginChange();
   if (column == kName) {
     rows_.setName(at(row), text);
-    // Told when the cell has been left, unless commit() does so before.
+    // Warn after the cell has been left, unless commit() does so first.
     uncheckedRow_ = row;
     QMetaObject::invokeMethod(
         this, trapped(context_, kModule, "warnOfDuplicate", [this] { warnOfDuplicate(); }),
         Qt::QueuedConnection);
   } else {
-    // Several selected rows get the layer together.
+    // All selected rows get the layer.
     const QList<int> selected = selectedRows();
     const bool taken = rows_.setLayer(at(row), text);
     if (!taken) QApplication::beep();
@@ -139,7 +139,7 @@ void LayerGrid::pasteText(const QString& text) {
   for (const QString& line : lines) {
     if (row == kRowCount) break;
     const QStringList cells = line.split('\t');
-    // One column goes where the cursor is, two are names and their layers.
+    // A single column goes into the current one; two are names and layers.
     const bool layersOnly = cells.size() == 1 && currentColumn() == kLayer;
     if (!layersOnly) rows_.setName(at(row), fromQt(cells.front().trimmed()));
     if (layersOnly || cells.size() > 1) {
@@ -170,7 +170,7 @@ void LayerGrid::paste() { pasteText(QGuiApplication::clipboard()->text()); }
 
 void LayerGrid::chooseLayer() {
   if (currentRow() < 0) return;
-  // The rows that are selected stay, wherever the current cell goes.
+  // Moving the current cell must not change the selection.
   selectionModel()->setCurrentIndex(model()->index(currentRow(), kLayer),
                                     QItemSelectionModel::NoUpdate);
   edit(currentIndex());
@@ -206,7 +206,7 @@ void LayerGrid::pressKey(QKeyEvent* event) {
   } else if (event->key() == Qt::Key_Delete) {
     clearSelectedRows();
   } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    // From inside a cell, its text has to get there first.
+    // From an open editor, commit its text first.
     const auto how = state() == EditingState ? Qt::QueuedConnection : Qt::DirectConnection;
     QMetaObject::invokeMethod(
         this, [this] { moveDown(); }, how);
@@ -219,7 +219,7 @@ void LayerGrid::pressKey(QKeyEvent* event) {
   }
 }
 
-/// True for a plain click on the layer of one of several selected rows.
+/// True for a plain click on the layer of a row in a multiple selection.
 bool LayerGrid::isChoiceForSelection(const QMouseEvent& event) const {
   if (event.button() != Qt::LeftButton || event.modifiers() != Qt::NoModifier) return false;
   const QModelIndex index = indexAt(event.position().toPoint());

@@ -8,8 +8,8 @@
 
 namespace quillon::windows {
 
-/// The table of the layer editor: the DXF layer and its EAGLE layer, in as many rows as a file can
-/// have. Shows LayerRows and puts edits into it.
+/// The table of the layer editor: DXF layers and their EAGLE layers, with as many rows as a file
+/// can have. Displays LayerRows and applies edits to it.
 class LayerGrid : public QTableWidget {
  public:
   static constexpr int kName = 0;
@@ -19,18 +19,18 @@ class LayerGrid : public QTableWidget {
 
   /// Sets the header from the string table.
   void loadResources();
-  /// Shows all rows anew.
+  /// Updates all rows.
   void refresh();
-  /// Ends an edit that is going on, with its text in the cell.
+  /// Commits an open edit.
   void commit();
-  /// Puts lines into the rows from the selection on: name, tab, layer; or one column.
+  /// Pastes lines into the rows from the selection on: name, tab, layer; or a single column.
   void pasteText(const QString& text);
   QString selectedText() const;
   void cut();
   void copy();
   void paste();
   void clearSelectedRows();
-  /// Opens the list of EAGLE layers in the current row; the choice goes to all selected rows.
+  /// Opens the list of EAGLE layers in the current row; the choice applies to all selected rows.
   void chooseLayer();
   void undo();
 
@@ -57,8 +57,8 @@ class LayerGrid : public QTableWidget {
   AppContext& context_;
   settings::LayerRows& rows_;
   bool refreshing_ = false;
-  bool choosing_ = false;  ///< a click opens the list for the selected rows, which stay
-  int uncheckedRow_ = -1;  ///< whose name may be used already, or -1
+  bool choosing_ = false;  ///< a click opens the list for the selected rows and keeps the selection
+  int uncheckedRow_ = -1;  ///< row whose name may be a duplicate, or -1
 };
 
 }  // namespace quillon::windows

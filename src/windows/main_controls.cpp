@@ -16,7 +16,7 @@ Widget* make(QWidget& parent, const char* name) {
   return widget;
 }
 
-/// Lists may be narrower than their longest entry.
+/// Lets a list be narrower than its longest entry.
 void letShrink(QComboBox& list) {
   constexpr int kLeastCharacters = 16;
   list.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -100,7 +100,7 @@ MainControls::MainControls(QWidget& window, AppContext& context)
   orderTabs();
 }
 
-/// From top to bottom, as the eye goes.
+/// From top to bottom.
 void MainControls::orderTabs() const {
   QWidget* previous = txtDXFDatei;
   const std::initializer_list<QWidget*> order = {

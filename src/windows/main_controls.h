@@ -18,7 +18,7 @@
 
 namespace quillon::windows {
 
-/// The controls of the main window, each under its own name.
+/// The controls of the main window by name.
 struct MainControls {
   explicit MainControls(QWidget& window, AppContext& context);
 

@@ -28,7 +28,7 @@ using texts::TextId;
 constexpr std::string_view kModule = "frmDXF";
 constexpr texts::TextRow kToolTips = texts::textRow(TextId::TipSave, TextId::TipBlocks);
 
-/// The cursor of a window that is busy.
+/// Shows the busy cursor.
 class BusyCursor {
  public:
   explicit BusyCursor(QWidget& window) : window_(window) { window_.setCursor(Qt::WaitCursor); }
@@ -42,7 +42,7 @@ class BusyCursor {
 
 }  // namespace
 
-/// The window while it converts; afterwards, however that ends, it is as before.
+/// Switches the window to converting and back, however the conversion ends.
 class MainWindow::ConversionInProgress {
  public:
   explicit ConversionInProgress(MainWindow& window)
@@ -54,7 +54,7 @@ class MainWindow::ConversionInProgress {
     progress_.show();
     window_.setEnabled(false);
     progress_.setEnabled(true);
-    progress_.setFocus();  // its button got the focus while all was disabled
+    progress_.setFocus();  // its button got the focus while the rest was disabled
   }
   ~ConversionInProgress() {
     progress_.hide();
@@ -85,8 +85,7 @@ MainWindow::MainWindow(AppContext& context)
 }
 
 MainWindow::~MainWindow() {
-  // A field that has the focus loses it while the controls go, after what it would tell this
-  // window.
+  // A focused field loses the focus during destruction, when this window can no longer react.
   controls_.txtDXFDatei->disconnect(this);
 }
 
@@ -106,7 +105,7 @@ void MainWindow::connectControls() {
   onClick(controls_.befLanguage, "befLanguage_Click", &MainWindow::chooseLanguage);
   onClick(controls_.befHilfe, "befHilfe_Click", &MainWindow::befHilfe_Click);
   onClick(controls_.befEnde, "befEnde_Click", &MainWindow::befEnde_Click);
-  // Where the initial script's path has no meaning, a typed drawing gets its script at once.
+  // Where the initial script path is meaningless, a typed drawing gets its script at once.
   connect(controls_.txtDXFDatei, &QLineEdit::editingFinished, this,
           trapped(context_, kModule, "txtDXFDatei_LostFocus", [this] {
             if (!settings::pathsHaveDrives()) followDrawing();
@@ -126,7 +125,7 @@ void MainWindow::connectControls() {
 }
 
 void MainWindow::LoadSettings() {
-  // Without the settings the window shows the defaults.
+  // If the settings cannot be loaded, the window shows the defaults.
   attempt(
       context_, kModule, "LoadSettings",
       [this] {
@@ -224,7 +223,7 @@ convert::ConversionResult MainWindow::befStart_Click() {
   return result;
 }
 
-/// Converts behind the progress dialog, with this window disabled.
+/// Converts while showing the progress dialog, with this window disabled.
 convert::ConversionResult MainWindow::convertShown() {
   const ConversionInProgress running(*this);
   const convert::Surroundings surroundings =
@@ -249,7 +248,7 @@ convert::ConversionResult MainWindow::convertShown() {
 void MainWindow::showResult(const convert::ConversionResult& result) {
   controls_.result->nameKeptLayers(keptLayers());
   controls_.result->showResult(result);
-  // From now on the layer file is that of this drawing, too.
+  // From now on the layer file belongs to this drawing as well.
   if (result.outcome != convert::Outcome::Ended) drawingOfLayers_ = controls_.txtDXFDatei->path();
   makeRoom();
   activateWindow();
@@ -262,12 +261,12 @@ void MainWindow::showNotice(const QString& notice) {
 
 void MainWindow::makeRoom() {
   if (isMaximized() || isFullScreen()) return;
-  controls_.content->updateGeometry();  // its contents may have changed unseen
+  controls_.content->updateGeometry();  // its contents may have changed while hidden
   layout()->invalidate();
   const QMargins margins = layout()->contentsMargins();
   const int buttons = layout()->totalSizeHint().height() - controls_.content->sizeHint().height();
   const int wide = std::max(width(), layout()->totalSizeHint().width());
-  // What wraps asks for its height only when it is known how wide it is.
+  // The height of wrapped text depends on the width.
   const int high =
       buttons + controls_.content->heightNeeded(wide - margins.left() - margins.right());
   resize(QSize(wide, std::max(height(), high)).boundedTo(roomOnScreen(*this)));
@@ -328,11 +327,11 @@ void MainWindow::showEvent(QShowEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  event->ignore();  // until it is known that nothing speaks against it
+  event->ignore();  // until we know that closing is allowed
   attempt(context_, kModule, "closeEvent", [this, event] {
     if (progress_ == nullptr) {
       const bool closed = layerEditor_ == nullptr || layerEditor_->close();
-      event->setAccepted(closed);  // what is not saved in the editor can be kept
+      event->setAccepted(closed);  // the user may keep unsaved changes in the editor
       return;
     }
     progress_->cancel();  // the conversion has to end first

@@ -13,7 +13,7 @@
 
 namespace quillon::windows {
 
-/// The program's main window: shows the settings, and starts what its buttons name.
+/// The main window: shows the settings and starts the actions of its buttons.
 class MainWindow : public QDialog {
  public:
   explicit MainWindow(AppContext& context);
@@ -21,24 +21,25 @@ class MainWindow : public QDialog {
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
 
-  /// Sets captions, lists and tool tips in the present language.
+  /// Sets captions, lists and tool tips in the current language.
   void loadResources();
   /// Loads the settings and shows them.
   void LoadSettings();
 
-  /// What the controls show.
+  /// The state of the controls.
   settings::Settings settings() const;
   void showSettings(const settings::Settings& settings);
-  /// Puts a drawing into its field, and a script beside it into the script's, as long as the user
-  /// has chosen no script in this window.
+  /// Enters a drawing, and a script beside it unless the user has already chosen a script in this
+  /// window.
   void setDrawing(const QString& path);
-  /// Tells of a path on the command line that a "/" in it has cut off.
+  /// Warns about a path on the command line that was cut off at a "/".
   void warnOfSplitPath();
 
-  /// Grows until the contents need not scroll, as far as the screen has room. Showing does so, too.
+  /// Grows until the contents fit without scrolling, as far as the screen allows. Also done when
+  /// shown.
   void makeRoom();
 
-  /// Converts with what the controls show. What came out is shown and returned.
+  /// Converts with the displayed settings; shows and returns the result.
   convert::ConversionResult befStart_Click();
 
  protected:
@@ -46,7 +47,7 @@ class MainWindow : public QDialog {
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
-  void reject() override {}  // Esc does not end the program
+  void reject() override {}  // Esc does not close the window
 
  private:
   class ConversionInProgress;
@@ -54,19 +55,19 @@ class MainWindow : public QDialog {
   void connectControls();
   void chooseTarget(int kind);
   void fillLayers(int kind);
-  /// Lets a script that came from the drawing that was shown before go beside a typed one.
+  /// Replaces a script that was derived from the previous drawing by one beside the typed drawing.
   void followDrawing();
   void putScriptBeside();
-  /// Puts a drawing into its field, whatever that means for the result and the layer file.
+  /// Enters a drawing; a different one clears the result and updates the note about the layer file.
   void showDrawing(const QString& path);
   void drawingChanged();
-  /// The layer file in use if it was chosen for another drawing than the one shown, else "".
+  /// The layer file in use if it was chosen for a different drawing, else "".
   QString keptLayers() const;
   void takeLayerFile(const QString& path);
   convert::ConversionJob jobShown() const;
   convert::ConversionResult convertShown();
   void showResult(const convert::ConversionResult& result);
-  /// Says something below what came out last.
+  /// Shows a text below the last result.
   void showNotice(const QString& notice);
   void browseForDrawing();
   void browseForScript();
@@ -77,16 +78,16 @@ class MainWindow : public QDialog {
   void befEnde_Click();
   void labViewer_Click();
   void chooseLanguage();
-  /// Shows the window in the language just chosen, with the same choices in its lists.
+  /// Updates the window to the selected language; selections in the lists stay.
   void applyLanguage();
 
   AppContext& context_;
   MainControls controls_;
   ToolTipTable toolTips_;
   QPointer<LayerEditor> layerEditor_;  ///< while it is open
-  bool scriptChosen_ = false;          ///< by the user, in this window or for it
-  QString followedScript_;             ///< the path that putScriptBeside last set
-  QString drawingOfLayers_;            ///< the drawing that the layer file was chosen for
+  bool scriptChosen_ = false;          ///< by the user, in this window or beforehand
+  QString followedScript_;             ///< the path last set by putScriptBeside
+  QString drawingOfLayers_;            ///< the drawing for which the layer file was chosen
   double polyWidth_ = 0.0;
   ProgressDialog* progress_ = nullptr;  ///< while a conversion runs
 };

@@ -1,4 +1,4 @@
-// How the main window gets its files: chosen in dialogs, dropped onto it, or following the drawing.
+// How the main window gets its files: from dialogs, by drag and drop, or derived from the drawing.
 #include <QDir>
 #include <QDropEvent>
 #include <QMessageBox>
@@ -18,7 +18,7 @@ using texts::TextId;
 
 constexpr std::string_view kModule = "frmDXF";
 
-/// The path of the one local file that is dragged, or "".
+/// The path of a single dragged local file, or "".
 QString draggedFile(const QMimeData& data) {
   const QList<QUrl> urls = data.urls();
   return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
@@ -61,11 +61,12 @@ void MainWindow::takeLayerFile(const QString& path) {
 
 convert::ConversionJob MainWindow::jobShown() const {
   convert::ConversionJob job = settings::jobOf(settings(), context_.line);
-  // Start asks for a drawing that does not exist; a script that follows has to wait for it.
+  // If the drawing does not exist, Start asks for one; a script derived from it must wait until
+  // then.
   const bool asked = !files::namesFile(files::findExisting(job.dxfFile));
   const bool follows = toQt(job.scriptFile) == followedScript_ && !scriptChosen_;
   if (asked && follows && !settings::pathsHaveDrives()) job.scriptBesideDrawing = true;
-  // A script that was made from the name of an existing drawing has that name to the letter.
+  // A script derived from an existing drawing has exactly its name.
   job.literalPaths = files::namesHaveCase() && toQt(job.scriptFile) == followedScript_ &&
                      files::namesFile(files::toPath(job.dxfFile));
   return job;
@@ -95,7 +96,7 @@ void MainWindow::browseForDrawing() {
   ObjFiledialog dialog(context_);
   dialog.setFilename("*.*");
   dialog.Filter1Text = context_.text(TextId::DrawingFiles);
-  // Every file, so that drawings of any extension can be chosen: intended.
+  // All files, as drawings may have any extension.
   dialog.Filter1Suffix = "*.*";
   dialog.DialogTitle = context_.text(TextId::DrawingDialogTitle);
   dialog.Flags = kOpenFlags;
@@ -129,7 +130,7 @@ void MainWindow::browseForName() {
   dialog.Flags = kNameFlags;
   dialog.InitDir = toQt(context_.store.GetDirectory(fromQt(controls_.txtBRDname->text())));
   const QString path = dialog.ShowOpen(this);
-  // The name ends before the first dot of the whole path, as intended.
+  // The name ends before the first dot of the whole path; kept so that scripts stay the same.
   if (!path.isEmpty()) controls_.txtBRDname->setText(path.left(path.indexOf('.')));
 }
 

@@ -13,7 +13,7 @@ void NumberEdit::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
 }
 
-/// Several commas, or a comma beside a point, could group digits: such a text is left for the
+/// Several commas, or a comma and a point, may be digit grouping: such a text is left to the
 /// warning.
 void NumberEdit::pointForComma() {
   const QString typed = text();

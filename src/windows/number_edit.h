@@ -4,8 +4,8 @@
 
 namespace quillon::windows {
 
-/// A field for a number. A comma that is the only sign in it becomes a decimal point when the field
-/// loses focus or Enter is pressed in it.
+/// A numeric field. A single comma becomes a decimal point when the field loses focus or on Enter,
+/// unless the text has another comma or a point.
 class NumberEdit : public QLineEdit {
  public:
   explicit NumberEdit(QWidget* parent = nullptr);

@@ -9,7 +9,7 @@
 namespace quillon::windows {
 namespace {
 
-/// Leaving for a context menu or another program is not leaving the field.
+/// Switching to a context menu or another program does not count as leaving the field.
 bool isLeft(Qt::FocusReason reason) {
   return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
 }
@@ -17,7 +17,7 @@ bool isLeft(Qt::FocusReason reason) {
 }  // namespace
 
 PathEdit::PathEdit(QWidget* parent) : QLineEdit(parent) {
-  setAcceptDrops(false);  // the window takes a file that is dropped; as text it would be an address
+  setAcceptDrops(false);  // the window accepts dropped files; as text they would be URLs
   connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
     if (displaying_) return;
     path_ = text;
@@ -26,13 +26,13 @@ PathEdit::PathEdit(QWidget* parent) : QLineEdit(parent) {
 }
 
 void PathEdit::setPath(const QString& path) {
-  if (path == path_) return;  // also in capitals it is shown already
+  if (path == path_) return;  // already displayed, if only in capitals
   path_ = path;
   display(path);
 }
 
 void PathEdit::focusInEvent(QFocusEvent* event) {
-  // However the focus comes: what is edited has to be the path, not its capitals.
+  // However the field gets the focus, edit the path itself, not its capitals.
   display(path_);
   QLineEdit::focusInEvent(event);
 }

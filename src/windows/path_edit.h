@@ -5,8 +5,8 @@
 
 namespace quillon::windows {
 
-/// A field for a path. When it loses focus it shows the path in upper case; where file names have
-/// case that is the display alone, and the path itself stays as it was given.
+/// A path field. Without focus it shows the path in upper case; where file names are case-sensitive
+/// this affects only the display, not the path.
 class PathEdit : public QLineEdit {
  public:
   explicit PathEdit(QWidget* parent = nullptr);
@@ -14,7 +14,7 @@ class PathEdit : public QLineEdit {
   QString path() const { return path_; }
   void setPath(const QString& path);
 
-  std::function<void()> onTyped;  ///< called after each change that setPath did not make
+  std::function<void()> onTyped;  ///< called after each change not made by setPath
 
  protected:
   void focusInEvent(QFocusEvent* event) override;

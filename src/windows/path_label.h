@@ -4,12 +4,12 @@
 
 namespace quillon::windows {
 
-/// A path in one line, elided in the middle where it has no room; then its tool tip has all of it.
+/// A path on one line, elided in the middle if it does not fit; the tool tip then shows all of it.
 class PathLabel : public QLabel {
  public:
   explicit PathLabel(QWidget* parent = nullptr);
 
-  /// `text` stays whole, whatever of it is shown.
+  /// text() keeps the whole path; only the display is elided.
   void setPath(const QString& path);
   QSize minimumSizeHint() const override;
 

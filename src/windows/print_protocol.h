@@ -5,7 +5,7 @@
 
 namespace quillon::windows {
 
-/// Prints a protocol in a monospaced font, on as many pages as it takes.
+/// Prints a protocol in a monospaced font, over as many pages as needed.
 void printProtocol(const QString& protocol, QPrinter& printer);
 
 }  // namespace quillon::windows

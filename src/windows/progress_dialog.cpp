@@ -18,7 +18,7 @@ QProgressBar* makeBar(QWidget* parent, const char* name) {
   auto* const bar = new QProgressBar(parent);
   bar->setObjectName(name);
   bar->setRange(0, kComplete);
-  bar->setTextVisible(false);  // the label says it
+  bar->setTextVisible(false);  // the label shows the number
   return bar;
 }
 
@@ -56,7 +56,7 @@ ProgressDialog::ProgressDialog(AppContext& context, QWidget* parent)
   layout->addStretch();
   layout->addWidget(cancelButton_, 0, Qt::AlignHCenter);
   pressOnEnter(*cancelButton_);
-  setFocusPolicy(Qt::ClickFocus);  // takes the focus from the button, but not with the Tab key
+  setFocusPolicy(Qt::ClickFocus);  // takes the focus from the button, but not by Tab
   setMinimumWidth(fontMetrics().averageCharWidth() * kLeastWidth);
   connect(cancelButton_, &QPushButton::clicked, this,
           trapped(context_, "frmDxf_msg", "befAbbruch_Click", [this] { cancel(); }));
@@ -74,7 +74,7 @@ void ProgressDialog::loadResources() {
   readBar_->setValue(0);
   writeBar_->setValue(0);
   cancelled_ = false;
-  // The Enter that was pressed twice on Start does not reach the button.
+  // A second press of Enter on Start must not reach the Cancel button.
   setFocus();
 }
 

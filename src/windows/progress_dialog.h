@@ -10,19 +10,19 @@
 
 namespace quillon::windows {
 
-/// Shows how far a conversion has come, and cancels it.
+/// Shows the progress of a conversion and lets the user cancel it.
 class ProgressDialog : public QDialog {
  public:
   explicit ProgressDialog(AppContext& context, QWidget* parent = nullptr);
 
-  /// Sets the captions and resets everything for the next conversion.
+  /// Sets the captions and resets the dialog for the next conversion.
   void loadResources();
 
   int readBeam() const { return readBar_->value(); }
   int writeBeam() const { return writeBar_->value(); }
   void setReadBeam(int value);
   void setWriteBeam(int value);
-  /// Shows how far reading has come, in percent, behind its label.
+  /// Shows the progress of reading, in percent, next to its label.
   void read(int i);
   /// The same for writing.
   void write(int i);
@@ -32,7 +32,7 @@ class ProgressDialog : public QDialog {
 
   /// True once the user has cancelled, until the next loadResources.
   bool cancelRequested() const { return cancelled_; }
-  /// Cancels and closes the dialog, as its button, Esc and closing it do.
+  /// Cancels and closes the dialog, as its button, Esc and the window's close button do.
   void cancel();
 
  protected:

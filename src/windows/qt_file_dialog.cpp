@@ -13,7 +13,7 @@ namespace {
 
 QString untilNul(const QString& text) { return text.left(text.indexOf(QChar(u'\0'))); }
 
-/// The pairs of text and pattern as Qt's name filters.
+/// The pairs of text and pattern as Qt name filters.
 QStringList nameFilters(const QString& filter) {
   const QStringList parts = filter.split(QChar(u'\0'), Qt::SkipEmptyParts);
   QStringList filters;
@@ -24,7 +24,7 @@ QStringList nameFilters(const QString& filter) {
   return filters;
 }
 
-/// Qt's own dialog cuts the columns behind the name, however wide it is.
+/// Qt's own dialog cuts off the columns after the name, however wide it is.
 void showWholeColumns(const QFileDialog& dialog) {
   const auto* const files = dialog.findChild<QTreeView*>("treeView");
   if (files == nullptr) return;
@@ -33,7 +33,7 @@ void showWholeColumns(const QFileDialog& dialog) {
   files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
-/// The start folder if it is there, however its name is spelt.
+/// The start folder if it exists, ignoring case in its name.
 QString existingFolder(const QString& folder) {
   const QString found = toQt(files::fromPath(files::findExisting(fromQt(folder))));
   return !found.isEmpty() && QDir(found).exists() ? found : QDir::currentPath();
@@ -44,12 +44,12 @@ QString existingFolder(const QString& folder) {
 QString runQtFileDialog(const FileDialogRecord& record, bool save, QWidget* owner) {
   QFileDialog dialog(owner, untilNul(record.title), existingFolder(untilNul(record.initDir)));
   dialog.setObjectName("fileDialog");
-  dialog.setEnabled(true);  // also in front of a window that is disabled
+  dialog.setEnabled(true);  // also usable above a disabled window
   const bool mustExist = (record.flags & kFileMustExist) != 0;
   dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite, (record.flags & kOverwritePrompt) == 0);
-  // Native dialogs for opening do not let a new name be typed.
+  // Native open dialogs do not allow typing a new name.
   dialog.setOption(QFileDialog::DontUseNativeDialog, !save && !mustExist);
   dialog.setNameFilters(nameFilters(record.filter));
   if (save) dialog.setDefaultSuffix(untilNul(record.defaultExt));

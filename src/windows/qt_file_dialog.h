@@ -4,8 +4,8 @@
 
 namespace quillon::windows {
 
-/// Shows Qt's dialog for a file, which is the desktop's own where Qt knows that, and returns the
-/// chosen path, or "".
+/// Shows Qt's file dialog (the desktop's own where Qt supports it) and returns the chosen path, or
+/// "".
 QString runQtFileDialog(const FileDialogRecord& record, bool save, QWidget* owner);
 
 }  // namespace quillon::windows

@@ -3,7 +3,7 @@
 namespace quillon::windows {
 namespace {
 
-/// These entries of the string table have Qt's text as their English one.
+/// The English texts of these entries are Qt's.
 constexpr texts::TextRow kQtTexts = texts::textRow(texts::TextId::QtOK, texts::TextId::QtDel);
 
 }  // namespace
@@ -13,7 +13,7 @@ QtTexts::QtTexts(const AppContext& context) : context_(context) {
   for (const texts::TextId id : kQtTexts) ids_.emplace(english(id), id);
 }
 
-// The programs have no texts of their own here, so the context need not be looked at.
+// Our own texts do not use Qt's translation, so the context does not matter.
 QString QtTexts::translate(const char*, const char* text, const char*, int) const {
   if (context_.LanguageOffset == texts::kEnglish || text == nullptr) return {};
   const auto found = ids_.find(text);

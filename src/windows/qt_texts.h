@@ -8,14 +8,14 @@
 
 namespace quillon::windows {
 
-/// Translates the texts of Qt's own dialogs, buttons and menus, which are English, into the present
-/// language of the program. Every text of a new dialog follows; nothing has to be refreshed.
+/// Translates the English texts of Qt's dialogs, buttons and menus into the program's current
+/// language. Dialogs created later use it automatically.
 class QtTexts : public QTranslator {
  public:
   explicit QtTexts(const AppContext& context);
 
   bool isEmpty() const override { return false; }
-  /// The null string, which lets Qt show its own text, for texts that the string table lacks.
+  /// Returns a null string, so that Qt shows its own text, if the string table lacks it.
   QString translate(const char* context, const char* text, const char* disambiguation,
                     int number) const override;
 

@@ -14,7 +14,7 @@ QMessageBox::StandardButton askQuestion(const AppContext& context, QWidget* pare
   box.setObjectName("question");
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(preset);
-  box.setEnabled(true);  // also in front of a window that is disabled
+  box.setEnabled(true);  // also usable above a disabled window
   const auto caption = [&box](QMessageBox::StandardButton button, const QString& label) {
     if (box.button(button) != nullptr) box.button(button)->setText(label);
   };

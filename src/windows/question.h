@@ -6,7 +6,7 @@
 
 namespace quillon::windows {
 
-/// Asks a question; its buttons are in the language of the windows.
+/// Asks a question, with buttons in the program's language.
 QMessageBox::StandardButton askQuestion(const AppContext& context, QWidget* parent,
                                         const QString& title, const QString& text,
                                         QMessageBox::StandardButtons buttons,

@@ -15,11 +15,11 @@ class ReportWindow : public QDialog {
   explicit ReportWindow(AppContext& context, QWidget* parent = nullptr);
 
   void loadResources();
-  /// Shows a report's text. When that fails it says so, and the window stays empty.
+  /// Shows a report. On failure it says so, and the window stays empty.
   void loadInfo(std::string_view report);
 
  protected:
-  /// Puts the text into the window; throws when that fails.
+  /// Sets the text; throws on failure.
   virtual void fill(std::string_view report);
 
  private:

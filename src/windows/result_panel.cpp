@@ -21,10 +21,10 @@ namespace {
 using texts::TextId;
 
 constexpr std::string_view kModule = "fraResult";
-constexpr int kLeastCharacters = 32;  ///< of a line, and of a path in it
-constexpr int kGap = 16;              ///< that a scroll bar may have beside it
+constexpr int kLeastCharacters = 32;  ///< in a line, and in a path within it
+constexpr int kGap = 16;              ///< beside a possible scroll bar
 
-/// A path without what would break its line.
+/// A path without characters that would break its line.
 QString pathText(const std::string& path) {
   constexpr std::size_t kLongest = 4096;
   return toQt(base::quotable(path, kLongest));
@@ -76,7 +76,7 @@ void ResultPanel::openFolder() {
 void ResultPanel::loadResources() {
   openFolder_->setText(context_.text(TextId::ResultOpenFolder));
   copyCommand_->setText(context_.text(TextId::ResultCopyCommand));
-  notice_.clear();  // it is in the language of before
+  notice_.clear();  // it is in the previous language
   refresh();
 }
 
@@ -85,7 +85,7 @@ void ResultPanel::showResult(const convert::ConversionResult& result) {
   result_.reset();
   if (result.outcome != convert::Outcome::Ended) {
     result_ = result;
-    result_->report.clear();  // it has a window of its own
+    result_->report.clear();  // it has its own window
     folder_ = QFileInfo(toQt(result.scriptFile)).absolutePath();
     const std::string argument = convert::scriptArgument(result);
     command_ = argument.empty() ? QString() : toQt("SCRIPT '" + argument + "'");
@@ -112,15 +112,15 @@ void ResultPanel::refresh() {
   openFolder_->setVisible(result_.has_value());
   copyCommand_->setVisible(result_.has_value() && !command_.isEmpty());
   setVisible(result_.has_value() || !keptLayers_.isEmpty() || !notice_.isEmpty());
-  // The window asks at once how high the text is; a pending layout would answer for the old one.
+  // The window asks for the height at once; a pending layout would still give the old one.
   layout()->activate();
   fitTo(text_->contentsRect().width());
   layout()->activate();
   updateGeometry();
 }
 
-/// A scroll bar that comes or goes must not change the lines: their height would let it go or come
-/// again, without an end.
+/// Reserves room for a scroll bar: otherwise its appearance would change the line breaks, and with
+/// them the height that shows or hides it, without end.
 int ResultPanel::slack() const { return style()->pixelMetric(QStyle::PM_ScrollBarExtent) + kGap; }
 
 void ResultPanel::fitTo(int room) {
@@ -131,7 +131,7 @@ void ResultPanel::fitTo(int room) {
 void ResultPanel::showText() {
   const QString whole = text();
   QStringList lines = whole.split('\n');
-  // Nobody knows the room of what is not seen yet.
+  // The width of a hidden label is unknown.
   if (text_->isVisible()) {
     for (QString& line : lines) line = elided(line);
   }

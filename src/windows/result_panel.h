@@ -11,20 +11,21 @@
 
 namespace quillon::windows {
 
-/// Says at once what came out of a conversion and what to do with it, and what of the last drawing
-/// holds for the next one. Hides itself when there is nothing to say.
+/// Shows the result of a conversion, what to do with it, and what still applies from the previous
+/// drawing. Hides itself when there is nothing to show.
 class ResultPanel : public QFrame {
  public:
   explicit ResultPanel(AppContext& context, QWidget* parent = nullptr);
 
   void loadResources();
-  /// Shows what came out, if anything did.
+  /// Shows the result, if there is one.
   void showResult(const convert::ConversionResult& result);
-  /// Shows a text below what came out last, in the place of an earlier one.
+  /// Shows a text below the last result, replacing an earlier one.
   void showNotice(const QString& notice);
-  /// The result was that of another drawing.
+  /// Removes the result, which was that of another drawing.
   void forgetResult();
-  /// Names the layer file that was chosen for the last drawing and is still in use; "" for none.
+  /// Mentions the layer file that was chosen for the previous drawing and is still in use; "" for
+  /// none.
   void nameKeptLayers(const QString& path);
 
  protected:
@@ -47,7 +48,7 @@ class ResultPanel : public QFrame {
   QPushButton* copyCommand_;
   std::optional<convert::ConversionResult> result_;
   QString keptLayers_;
-  int room_ = 0;  ///< width that the text was elided to
+  int room_ = 0;  ///< width to which the text was elided
   QString folder_;
   QString command_;
   QString notice_;  ///< below the result; "" for none

@@ -31,7 +31,7 @@ QString elidedPath(const QString& path, const QFontMetrics& metrics, int width) 
 
 namespace {
 
-/// What the frame adds to a window. Before it is shown, what frames commonly add.
+/// The size of a window's frame; a common size before it is shown.
 QSize frameSize(const QWidget& window) {
   const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
   const int border = window.style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
@@ -39,7 +39,7 @@ QSize frameSize(const QWidget& window) {
   return known.expandedTo({2 * border, title + 2 * border});
 }
 
-/// A paragraph whose words fit in a line, and which has few lines.
+/// A paragraph shortened to a few lines, with words that fit on a line.
 QString elidedParagraph(const QString& text, const QFontMetrics& metrics) {
   static const QRegularExpression word("\\S+");
   QString shown;
@@ -89,7 +89,7 @@ bool ScreenFit::eventFilter(QObject* watched, QEvent* event) {
   const bool framed = window.windowType() == Qt::Window || window.windowType() == Qt::Dialog;
   if (!window.isWindow() || !framed) return false;
   if (!shown) {
-    // Window managers place a window and give it a frame, which is known only a moment later.
+    // The window manager positions and frames a window only a moment later.
     if (window.property(kJustShown).toBool()) {
       QTimer::singleShot(kPlacing, &window, [&window] { keepOnScreen(window); });
     }

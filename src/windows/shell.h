@@ -18,14 +18,14 @@ class ShellError : public errors::NumberedError {
                       description, line),
         result_(result) {}
 
-  /// The result of the system, 0 to 32.
+  /// The system's result, 0 to 32.
   int result() const { return result_; }
 
  private:
   int result_;
 };
 
-/// The text for a failed result of the system's shell.
+/// The text for an error result of the system's shell.
 std::string_view shellErrorText(int result, const texts::Texts& texts);
 
 inline constexpr int kShowNormal = 1;
@@ -33,14 +33,14 @@ inline constexpr int kShowDefault = 10;
 
 /// How a document is to be opened.
 struct ShellRequest {
-  QString file;  ///< a document, a program, or an address
+  QString file;  ///< a document, a program, or a URL
   int showCommand = kShowNormal;
   QString parameters;
   QString folder;
   QString operation = "open";
 };
 
-/// Opens a document or an address with the program for it. True on success; throws ShellError.
+/// Opens a document or URL with its default program. True on success; throws ShellError.
 bool ShellEx(const AppContext& context, const ShellRequest& request, QWidget* owner);
 
 }  // namespace quillon::windows

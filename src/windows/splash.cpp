@@ -43,7 +43,7 @@ Splash::Splash(QWidget* parent)
   timer_->start(kMilliseconds);
 }
 
-// Labels hand clicks on to the window.
+// Labels pass clicks on to the window.
 void Splash::mousePressEvent(QMouseEvent*) { accept(); }
 
 }  // namespace quillon::windows

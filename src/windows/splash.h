@@ -5,7 +5,7 @@
 
 namespace quillon::windows {
 
-/// The start-up window: closes by itself after a moment, or on a click.
+/// The splash window: closes after a moment or on a click.
 class Splash : public QDialog {
  public:
   explicit Splash(QWidget* parent = nullptr);

@@ -4,7 +4,7 @@
 
 namespace quillon::windows {
 
-/// Shows the system's dialog for a file and returns the chosen path, or "".
+/// Shows the system's file dialog and returns the chosen path, or "".
 QString runSystemFileDialog(const FileDialogRecord& record, bool save, QWidget* owner);
 
 }  // namespace quillon::windows

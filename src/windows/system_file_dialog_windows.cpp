@@ -1,7 +1,7 @@
 #include <windows.h>
 
 #include "windows/system_file_dialog.h"
-// In this order.
+// The order matters.
 #include <commdlg.h>
 
 #include <QCoreApplication>
@@ -15,13 +15,13 @@
 namespace quillon::windows {
 namespace {
 
-// The version 4.00 of the structure ends where later ones go on.
+// Version 4.00 of the structure ends where newer versions continue.
 static_assert(offsetof(OPENFILENAMEW, pvReserved) == (sizeof(void*) == 4 ? 76 : 136));
 
-/// The preset file name with room for the one that is chosen.
+/// The preset file name in a buffer large enough for the chosen one.
 std::vector<wchar_t> nameBuffer(const QString& preset) {
   std::wstring name = preset.toStdWString();
-  std::replace(name.begin(), name.end(), L'/', L'\\');  // the dialog takes no others
+  std::replace(name.begin(), name.end(), L'/', L'\\');  // the dialog does not accept "/"
   std::vector<wchar_t> buffer(std::max<std::size_t>(name.size() + 1, 513), L'\0');
   std::copy(name.begin(), name.end(), buffer.begin());
   return buffer;
@@ -54,7 +54,7 @@ QString runSystemFileDialog(const FileDialogRecord& record, bool save, QWidget* 
   };
   BOOL chosen = show();
   if (chosen == FALSE && CommDlgExtendedError() == FNERR_INVALIDFILENAME) {
-    std::fill(name.begin(), name.end(), L'\0');  // a preset that is no name shall not be in the way
+    std::fill(name.begin(), name.end(), L'\0');  // an invalid preset must not get in the way
     chosen = show();
   }
   return chosen == FALSE ? QString() : QString::fromWCharArray(name.data());

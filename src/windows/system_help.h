@@ -5,8 +5,8 @@
 
 namespace quillon::windows {
 
-/// Shows a context id of the compiled help file "Larkspur.chm" in a folder with the system's own
-/// viewer. False where there is no such file, or no such viewer.
+/// Shows a context id of the compiled help file "Larkspur.chm" in a folder with the system's
+/// viewer. False if there is no such file or viewer.
 bool showSystemHelp(const QString& folder, int contextId, QWidget* owner);
 
 }  // namespace quillon::windows

@@ -12,12 +12,12 @@ using ShowHelp = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
 
 constexpr UINT kHelpContext = 0x0F;
 
-/// HtmlHelpW, which newer systems may lack. Its library stays loaded: the windows that it opens
-/// live on.
+/// HtmlHelpW, which newer systems may lack. Its library stays loaded because its windows outlive
+/// the call.
 ShowHelp findHtmlHelp() {
   const HMODULE library = LoadLibraryW(L"hhctrl.ocx");
   if (library == nullptr) return nullptr;
-  // By way of a plain function pointer, which any other may be made from.
+  // Via a generic function pointer, which may be cast to any other.
   const auto address = reinterpret_cast<void (*)()>(GetProcAddress(library, "HtmlHelpW"));
   return reinterpret_cast<ShowHelp>(address);
 }

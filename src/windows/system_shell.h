@@ -4,7 +4,7 @@
 
 namespace quillon::windows {
 
-/// Lets the system open a document. The result is Windows': 0 to 32 for a failure.
+/// Lets the system open a document. The result is as on Windows: 0 to 32 means failure.
 int runSystemShell(const ShellRequest& request, QWidget* owner);
 
 }  // namespace quillon::windows

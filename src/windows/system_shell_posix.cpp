@@ -15,7 +15,7 @@ constexpr int kPathNotFound = 3;
 constexpr int kAccessDenied = 5;
 constexpr int kNoAssociation = 31;
 
-/// An address has a scheme of more than one letter; one letter is a drive.
+/// A URL has a scheme of more than one letter; a single letter is a drive.
 bool isAddress(const QString& file) { return QUrl(file).scheme().size() > 1; }
 
 int open(const QUrl& url) { return QDesktopServices::openUrl(url) ? kOpened : kNoAssociation; }

@@ -1,7 +1,7 @@
 #include <windows.h>
 
 #include "windows/system_shell.h"
-// In this order.
+// The order matters.
 #include <shellapi.h>
 
 #include <string>
@@ -9,7 +9,7 @@
 namespace quillon::windows {
 namespace {
 
-/// Null for an empty text, which the system takes for "none".
+/// Null for an empty text, meaning "none" to the system.
 const wchar_t* textOrNull(const std::wstring& text) {
   return text.empty() ? nullptr : text.c_str();
 }

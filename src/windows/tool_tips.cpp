@@ -6,7 +6,7 @@
 namespace quillon::windows {
 namespace {
 
-/// The control itself, or all elements of the control array of that name.
+/// The control itself, or all elements of the control array with that name.
 QList<QWidget*> findControls(QWidget& window, const QString& name, std::optional<int> index) {
   const QString wanted = index ? name + "_" + QString::number(*index) : name;
   QList<QWidget*> controls = window.findChildren<QWidget*>(wanted);

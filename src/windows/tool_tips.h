@@ -7,13 +7,13 @@
 
 namespace quillon::windows {
 
-/// The tool tips of the program's windows, as the string table has them.
+/// The tool tips of the program's windows, from the string table.
 class ToolTipTable {
  public:
   /// Removes all tool tips.
   void clear();
-  /// Gives a control of the window its tool tip; an entry without "|", or for a control that the
-  /// window does not have, is skipped. An entry for a control array as a whole goes to all of it.
+  /// Sets a control's tool tip. An entry without "|", or for a control that the window lacks, is
+  /// ignored. An entry for a whole control array applies to all its elements.
   void add(QWidget& window, std::string_view entry);
 
   struct Row {

@@ -9,13 +9,13 @@
 
 namespace quillon::windows {
 
-/// Runs a step of a window's procedure, as errors::attempt does, with the program's reporter.
+/// Runs a step of a window's procedure via errors::attempt, with the program's reporter.
 bool attempt(const AppContext& context, std::string_view module, std::string_view procedure,
              const std::function<void()>& step, unsigned allowed = errors::kWholeProcedure,
              errors::SourceLine line = __builtin_LINE());
 
-/// A slot that traps what it throws: no error may pass through Qt. `module` and `procedure` are
-/// static texts.
+/// Wraps a slot so that it traps exceptions, as none may pass through Qt. `module` and `procedure`
+/// must be static texts.
 template <typename Slot>
 auto trapped(const AppContext& context, std::string_view module, std::string_view procedure,
              Slot slot, errors::SourceLine line = __builtin_LINE()) {

@@ -4,7 +4,7 @@
 
 namespace quillon::windows {
 
-/// Shows a text that its view cuts in full as a tool tip; elsewhere the view's own tip appears.
+/// Shows a text that its view cuts off as a tool tip; otherwise the view's own tool tip appears.
 class WholeTextDelegate : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;

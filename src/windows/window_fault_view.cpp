@@ -9,7 +9,7 @@ namespace quillon::windows {
 errors::Continuation WindowFaultView::show(const errors::FaultReport& report) {
   QApplication::setOverrideCursor(Qt::ArrowCursor);  // the procedure may have set a busy one
   ErrorWindow window(context_, program_, report, QApplication::activeWindow());
-  window.setEnabled(true);  // also in front of a window that is disabled
+  window.setEnabled(true);  // also usable above a disabled window
   window.exec();
   QApplication::restoreOverrideCursor();
   return window.choice();

@@ -5,7 +5,7 @@
 
 namespace quillon::windows {
 
-/// Exit code of a program that was ended from the error window.
+/// Exit code of a program ended from the error window.
 inline constexpr int kEndedByError = 3;
 
 /// Shows errors in the error window.
@@ -15,7 +15,7 @@ class WindowFaultView : public errors::FaultView {
       : context_(context), program_(std::move(program)) {}
 
   errors::Continuation show(const errors::FaultReport& report) override;
-  /// Leaves all event loops; what runs in them returns as if its windows had been closed.
+  /// Leaves all event loops; code running in them returns as if its windows had been closed.
   void endProgram() override;
 
  private:

@@ -12,7 +12,7 @@ namespace {
 
 using texts::TextId;
 
-/// The lines of a message box.
+/// Converts a text for a message box.
 QString boxText(const std::string& text) { return toQt(text).replace('\r', '\n').trimmed(); }
 
 }  // namespace
@@ -43,7 +43,7 @@ void WindowHost::tell(const convert::Message& message) {
                   boxText(message.text), QMessageBox::Ok, owner());
   box.setObjectName("message");
   box.setTextFormat(Qt::PlainText);
-  // The box says what is wrong; the detail adds where, and what to do.
+  // The box says what is wrong; the detail adds where and what to do.
   if (!warning && message.detail != message.text) box.setInformativeText(toQt(message.detail));
   box.setEnabled(true);
   box.exec();
@@ -69,7 +69,7 @@ void WindowHost::showReport(std::string_view report) {
   window.exec();
 }
 
-/// The window in front. The main window is disabled meanwhile, which windows of its own take over
+/// The active window. The main window is disabled meanwhile, and windows owned by it inherit that
 /// unless they are enabled.
 QWidget* WindowHost::owner() const {
   return progress_.isVisible() ? static_cast<QWidget*>(&progress_) : window_;

@@ -9,10 +9,10 @@
 
 namespace quillon::windows {
 
-/// Answers a conversion through windows.
+/// A conversion host that uses windows.
 class WindowHost : public convert::ConversionHost {
  public:
-  /// Messages and dialogs stand in front of `window`.
+  /// Messages and dialogs appear in front of `window`.
   WindowHost(AppContext& context, ProgressDialog& progress, QWidget* window)
       : context_(context), progress_(progress), window_(window) {}
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# ctrl_c_under_wine.sh WINE PROGRAM: presses Ctrl-C in a terminal while the program for Windows
-# converts a drawing without an end, which has to cancel it in good order.
+# ctrl_c_under_wine.sh WINE PROGRAM: presses Ctrl-C in a terminal while the Windows program converts
+# an endless drawing, and expects a clean cancel.
 set -euo pipefail
 wine=$(readlink -f "$1")
 program=$(readlink -f "$2")
@@ -14,7 +14,7 @@ fail() {
   exit 1
 }
 
-# Blocks that multiply to work without an end and without output.
+# Nested blocks that multiply to endless work without output.
 {
   printf '0\nSECTION\n2\nBLOCKS\n'
   for level in 0 1 2 3 4 5 6 7 8 9 10 11 12 13; do
@@ -32,7 +32,7 @@ press_ctrl_c() {
   done
   sleep 0.5
   printf '\003'
-  # The terminal has to stay until the program has ended.
+  # The terminal must stay open until the program has ended.
   for _ in $(seq 200); do
     if [ -e part.scr ]; then break; fi
     sleep 0.1

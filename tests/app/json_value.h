@@ -10,13 +10,13 @@
 
 namespace quillon::testing {
 
-/// A JSON value, read strictly: what the grammar of JSON forbids, a name that an object has twice
-/// and bytes that are no UTF-8 are errors.
+/// A strict JSON parser: anything that the grammar forbids, duplicate names in an object, and
+/// invalid UTF-8 are errors.
 class JsonValue {
  public:
   enum class Kind { Null, Boolean, Number, String, Array, Object };
 
-  /// Reads one value that the text consists of. Throws std::runtime_error.
+  /// Parses a text that consists of exactly one value. Throws std::runtime_error.
   static JsonValue parse(std::string_view text) {
     Reader reader{text};
     JsonValue value = reader.value();
@@ -156,7 +156,7 @@ class JsonValue {
       return out;
     }
 
-    /// Only escapes of characters up to U+00FF are expected.
+    /// Supports only escapes of characters up to U+00FF.
     std::string escaped() {
       constexpr std::string_view kLetters = "\"\\/bfnrt";
       constexpr std::string_view kMeanings = "\"\\/\b\f\n\r\t";
@@ -182,7 +182,7 @@ class JsonValue {
       const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
       bool valid = first >= 0xC2 && first <= 0xF4;
       for (std::size_t i = 1; i < length; ++i) valid = valid && (byte(i) & 0xC0U) == 0x80U;
-      // Overlong forms, surrogates and numbers beyond Unicode.
+      // Overlong forms, surrogates and code points beyond Unicode.
       valid = valid && !(first == 0xE0 && byte(1) < 0xA0) && !(first == 0xED && byte(1) > 0x9F) &&
               !(first == 0xF0 && byte(1) < 0x90) && !(first == 0xF4 && byte(1) > 0x8F);
       if (!valid) fail("bytes that are no UTF-8");

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# From an empty settings file to a converted drawing, by keyboard alone, in a real window under a
-# window manager. Takes the program and a drawing; needs Xvfb, openbox and xdotool.
+# From an empty settings file to a converted drawing with the keyboard only, in a real window under
+# a window manager. Takes the program and a drawing; needs Xvfb, openbox and xdotool.
 set -euo pipefail
 program=$1
 drawing=$2
@@ -17,7 +17,7 @@ fail() {
   echo "keyboard run: $*" >&2
   exit 1
 }
-# wait_for COMMAND...: until it succeeds, at most 20 seconds.
+# wait_for COMMAND...: waits until it succeeds, at most 20 seconds.
 wait_for() {
   for _ in $(seq 200); do
     if "$@" >/dev/null 2>&1; then return 0; fi

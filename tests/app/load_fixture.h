@@ -7,14 +7,14 @@
 
 namespace quillon::headless {
 
-/// What a program may use whatever it converts. It begins as a copy of the test, which valgrind
-/// makes larger.
+/// Memory that the program may use for any drawing. The process starts as a copy of the test, which
+/// valgrind makes larger.
 inline std::size_t flatMemory() {
   constexpr std::size_t kMegabytes = QUILLON_FLAT_MEGABYTES;
   return (testing::patience() > 10 ? 8 * kMegabytes : kMegabytes) << 20;
 }
 
-/// Runs over folders of many drawings.
+/// Runs on folders of many drawings.
 class FolderLoad : public ProgramTest {
  protected:
   void makeDrawings(int count) {
@@ -44,8 +44,8 @@ class FolderLoad : public ProgramTest {
     EXPECT_EQ(folder.read("in/" + nameOf(count - 1) + ".scr"), lineScript(nameOf(count - 1)));
   }
 
-  /// A run that is cancelled under way is taken up by the next one. Its last drawing has no end, so
-  /// that it is under way however late the cancel comes.
+  /// A cancelled run is resumed by the next one. Its last drawing is endless, so that it is still
+  /// running however late the cancel comes.
   void cancelAndTakeUp(int count) {
     makeDrawings(count);
     const std::string last = "in/" + nameOf(count - 1);

@@ -1,4 +1,4 @@
-// Drawings and folders of a size that takes minutes.
+// Drawings and folders so large that they take minutes.
 #include <cstdio>
 #include <memory>
 
@@ -16,7 +16,7 @@ TEST_F(FolderLoad, TenThousandDrawingsAreTakenUpWhereTheyWereLeft) { cancelAndTa
 
 class LargeDrawing : public ProgramTest {
  protected:
-  /// Writes a drawing piece by piece.
+  /// Writes a drawing in pieces.
   class Writer {
    public:
     explicit Writer(const std::string& path) : file_(std::fopen(path.c_str(), "wb"), std::fclose) {
@@ -69,7 +69,7 @@ TEST_F(LargeDrawing, WithPolylinesOfAMillionVertices) {
   }
   writer.put("  0\nSEQEND\n");
   writer.finish();
-  // One entity has to fit in memory as a whole, with room to read it.
+  // A whole entity has to fit in memory, with room to read it.
   expectLines("part.dxf", flatMemory() + 4 * fs::file_size(folder.path() / "part.dxf"),
               4 * (kVertices - 1) + 7);
 }
@@ -97,7 +97,7 @@ TEST_F(LargeDrawing, OfOneLineIsRefusedAtOnce) {
 }
 
 TEST_F(LargeDrawing, WithALineOfAGigabyteDropsTheEntityThatHoldsIt) {
-  // The line is one of NUL bytes, which make no drawing when they stand at its beginning.
+  // A line of NUL bytes; at the start of a file they would show that it is not a drawing.
   folder.write("part.dxf", std::string(8192, '\n') +
                                oneLine().text().substr(0, oneLine().text().find("  0\nENDSEC")) +
                                "  0\nTEXT\n  8\n0\n  1\n");

@@ -1,4 +1,4 @@
-// Pipes among the drawings of a folder, and Ctrl-C while a pipe keeps a run waiting.
+// Pipes among the drawings of a folder, and Ctrl-C while a run is blocked on a pipe.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -58,10 +58,10 @@ TEST_F(PipeTest, TheSecondOfTwoDrawingsWithOneScriptFailsAlone) {
   }
 }
 
-/// Runs that wait for a pipe until they are interrupted.
+/// Runs that block on a pipe until they are interrupted.
 class BlockedTest : public PipeTest {
  protected:
-  /// Interrupts a program that waits, which has to end within a second.
+  /// Interrupts a blocked program, which has to end within a second.
   static ProgramResult interrupt(RunningProgram& program) {
     std::this_thread::sleep_for(200ms * testing::patience());
     const auto begin = std::chrono::steady_clock::now();
@@ -71,7 +71,7 @@ class BlockedTest : public PipeTest {
     EXPECT_EQ(result.exitCode, 130);
     return result;
   }
-  /// Converts a.dxf, which shows that the program has begun, then waits for other arguments.
+  /// Converts a.dxf, which shows that the program is running, then blocks on further arguments.
   ProgramResult interruptAfterFirst(Strings arguments) {
     write("a.dxf", oneLine());
     arguments.insert(arguments.begin(), "a.dxf");
@@ -100,7 +100,7 @@ TEST_F(BlockedTest, PipesWhoseWritersStopInTheMiddle) {
   Strings arguments = {"--jobs", "3"};
   std::vector<int> writers;
   for (const char* const name : {"p.dxf", "q.dxf"}) {
-    // Read and write, so that opening does not wait.
+    // Opened for reading and writing, so that open() does not block.
     writers.push_back(open(pipe(name).c_str(), O_RDWR | O_CLOEXEC));
     const std::string half = "  0\nSECTION\n  2\nENTITIES\n";
     EXPECT_EQ(::write(writers.back(), half.data(), half.size()), static_cast<ssize_t>(half.size()));
@@ -134,7 +134,7 @@ TEST_F(BlockedTest, StreamsThatNobodyReads) {
   ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
   std::filesystem::create_directory(folder.path() / "in");
   for (int i = 0; i < 400; ++i) write("in/" + std::to_string(1000 + i) + ".dxf", oneLine());
-  // More lines than the pipe holds; in the second run it is full from the beginning.
+  // More lines than fit in the pipe; in the second run it is full from the start.
   for (const bool json : {true, false}) {
     call.arguments = {"in", "--force", "--jobs", "2"};
     if (json) call.arguments.insert(call.arguments.end(), {"--json", "--quiet"});
@@ -158,7 +158,7 @@ TEST_F(BlockedTest, AnUnattendedRunToo) {
   pipe("p.dxf");
   call.arguments = {"/x:p.dxf", "/s:p.scr", "/ru"};
   RunningProgram program(call);
-  int writer = -1;  // can be opened as soon as somebody reads
+  int writer = -1;  // succeeds once there is a reader
   ASSERT_TRUE(testing::waitUntil([&] {
     writer = open(folder.file("p.dxf").c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
     return writer >= 0;

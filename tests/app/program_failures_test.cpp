@@ -1,4 +1,4 @@
-// Files in each other's way, and streams and folders that fail.
+// Conflicting files, and streams and folders that fail.
 #include "app/program_fixture.h"
 
 namespace quillon::headless {
@@ -11,7 +11,7 @@ class ProgramFailureTest : public ProgramTest {
  protected:
   ProgramFailureTest() { write("part.dxf", oneLine()); }
 
-  /// Runs the program with a standard output that takes nothing.
+  /// Runs the program with a standard output that accepts nothing.
   ProgramResult runWithFullOutput(Strings arguments) {
     call.outputStream = testing::openFullDevice();
     const ProgramResult result = run(std::move(arguments));
@@ -104,7 +104,7 @@ TEST_F(ProgramFailureTest, AnInterruptIsSeenWhileTheProgramWaitsForItsInput) {
   call.arguments = {"-", "-o", "x.scr", "--quiet"};
   RunningProgram program(call);
   program.write(oneLine().text() + std::string(8192, '\n'));
-  // The script is begun as soon as the first bytes show a text; then the input keeps it waiting.
+  // The script is opened once the first bytes look like text; then the input blocks.
   const auto isWriting = [this] {
     for (const std::string& file : files()) {
       if (file.ends_with(".tmp")) return true;

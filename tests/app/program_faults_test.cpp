@@ -1,4 +1,4 @@
-// Full disks, inputs that are no drawings, and outputs that are no plain files.
+// Full disks, inputs that are not drawings, and outputs that are not plain files.
 #include <sys/stat.h>
 
 #include "app/program_fixture.h"
@@ -12,10 +12,10 @@ using testing::RunningProgram;
 
 class FaultTest : public ProgramTest {
  protected:
-  /// What a file may grow to: more than a build that counts lines writes of its own, 100 KiB.
+  /// Maximum file size; a coverage build writes up to 100 KiB of its own.
   static constexpr std::uint64_t kRoom = std::uint64_t{200} << 10;
 
-  /// A drawing whose script has more than kRoom.
+  /// A drawing with a script larger than kRoom.
   static testing::DxfBuilder large() {
     testing::DxfBuilder dxf;
     for (int i = 0; i < 5000; ++i) {
@@ -24,14 +24,14 @@ class FaultTest : public ProgramTest {
     return dxf;
   }
 
-  /// Runs the program beside a disk "full" of 64 KiB on which an old script and report lie, then
-  /// tells its exit code, what lies on the disk, and what is in both. Nothing where this system
-  /// lets nobody mount.
+  /// Runs the program with a 64 KiB disk "full" that holds an old script and report, then returns
+  /// its exit code, the files on the disk, and the contents of both. Nothing where this system does
+  /// not allow mounting.
   std::optional<ProgramResult> runOnFullDisk(const Strings& arguments) {
     return runWithMounts("\"$@\"; echo \"exit $?\"; ls -A full; cat full/part.scr full/part.txt\n",
                          arguments);
   }
-  /// The same with commands of a shell that get the program and its arguments.
+  /// The same with shell commands that get the program and its arguments.
   std::optional<ProgramResult> runWithMounts(const std::string& commands,
                                              const Strings& arguments) {
     fs::create_directory(folder.path() / "full");
@@ -42,8 +42,8 @@ class FaultTest : public ProgramTest {
     return runMounted(script, arguments);
   }
 
-  /// Runs a shell's script, with the program and its arguments as "$@", where it may mount; the
-  /// script tells the program's exit code.
+  /// Runs a shell script, with the program and its arguments as "$@", where it may mount; the
+  /// script returns the program's exit code.
   std::optional<ProgramResult> runMounted(const std::string& script, const Strings& arguments) {
     testing::ProgramCall shell = call;
     shell.program = "/usr/bin/env";
@@ -290,7 +290,7 @@ TEST_F(FaultTest, FilesMayHaveAnyNames) {
       board += byte < 0x80 && (std::isalnum(byte) != 0 || c == '-') ? c : '_';
     }
     EXPECT_EQ(folder.read(script), lineScript(board)) << name;
-    // The last line, which EAGLE could not take for every name, may be missing.
+    // The last line may be missing: EAGLE does not accept every file name.
     const auto lines = std::count(result.error.begin(), result.error.end(), '\n');
     EXPECT_TRUE(lines == 2 || lines == 3) << result.error;
     fs::remove(folder.path() / name);

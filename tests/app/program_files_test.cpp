@@ -1,4 +1,4 @@
-// Which files the program reads and writes, and what it says about them.
+// Which files the program reads and writes, and what it reports about them.
 #include "app/program_fixture.h"
 
 namespace quillon::headless {
@@ -276,7 +276,7 @@ TEST_F(ProgramTest, OneByteAtTheEndOfALargeDrawingDecidesOnTheEncodingOfItsFirst
 TEST_F(ProgramTest, ADrawingFromAPipeGivesTheScriptOfItsFile) {
   testing::DxfBuilder dxf;
   dxf.header("$ACADVER", 1, "AC1021");
-  // The line break within a character takes that away, so the drawing is not UTF-8.
+  // The line break within the character makes the drawing invalid UTF-8.
   dxf.entity("TEXT", {{8, "0"}, {40, "1"}, {1, "%%c\xC3\r\xA4"}});
   write("part.dxf", dxf);
   const std::string script = run({"part.dxf", "-o", "-", "--name", ""}).output;
@@ -348,13 +348,13 @@ TEST_F(ProgramTest, EscapesControlCharactersOfAFileName) {
   EXPECT_TRUE(
       result.error.starts_with("a\\x0a\\x1b[1mb.dxf: 1 entities converted from 26 lines\n"
                                "a\\x0a\\x1b[1mb.scr: 11 lines written\n"));
-  // No command line with a path that cannot be typed.
+  // There is no command to print for a path that cannot be typed.
   EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 2);
 }
 
 TEST_F(ProgramTest, EscapesControlCharactersBeyondAsciiOfAnEntityName) {
   testing::DxfBuilder dxf = oneLine();
-  dxf.entity("X\x9D", {{8, "0"}});  // a byte without a character of its own: U+009D
+  dxf.entity("X\x9D", {{8, "0"}});  // undefined in Windows-1252: U+009D
   write("part.dxf", dxf);
   const testing::ProgramResult result = run({"part.dxf"});
   EXPECT_EQ(result.exitCode, 0);

@@ -15,7 +15,7 @@
 
 namespace quillon::headless {
 
-/// Runs of the real program in an empty folder with an environment of their own.
+/// Runs of the real program in an empty folder with a clean environment.
 class ProgramTest : public ::testing::Test {
  protected:
   using Strings = std::vector<std::string>;
@@ -38,7 +38,7 @@ class ProgramTest : public ::testing::Test {
     dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "2"}});
     return dxf;
   }
-  /// A drawing whose blocks multiply to work without an end and without output.
+  /// A drawing with nested blocks that multiply to endless work without output.
   static testing::DxfBuilder endless() {
     testing::DxfBuilder dxf;
     for (int level = 0; level < 14; ++level) {
@@ -55,7 +55,7 @@ class ProgramTest : public ::testing::Test {
     return folder.write(name, dxf.text());
   }
 
-  /// The script of oneLine() into a board of that name; without a name into no board.
+  /// The script of oneLine() for a board of that name, or for no board without a name.
   static std::string lineScript(const std::string& name) {
     const std::string open = name.empty() ? "" : "Write;\r\nEdit '" + name + ".brd';\r\n";
     return open + framed(
@@ -68,16 +68,16 @@ class ProgramTest : public ::testing::Test {
            std::string(content) + "Set Undo_Log on;\r\nWindow Fit;\r\n";
   }
 
-  /// What the program says of one drawing that it converted to a script in its folder.
+  /// The program's summary of one drawing that it converted to a script in its folder.
   std::string summary(const std::string& drawing, int entities, const std::string& script,
                       int lines) const {
     return summaryLines(drawing, entities, script, lines) + "In EAGLE type: SCRIPT '" +
            std::filesystem::canonical(folder.path()).generic_string() + "/" + script + "'\n";
   }
-  /// The same for one of several.
+  /// The same for one of several drawings.
   std::string summaryLines(const std::string& drawing, int entities, const std::string& script,
                            int lines) const {
-    // What comes from standard input is oneLine().
+    // Standard input is always oneLine().
     const std::string text = drawing == "-" ? oneLine().text() : folder.read(drawing);
     return drawing + ": " + std::to_string(entities) + " entities converted from " +
            std::to_string(std::count(text.begin(), text.end(), '\n')) + " lines\n" + script + ": " +

@@ -1,4 +1,4 @@
-// One JSON object for each conversion.
+// One JSON object per conversion.
 #include "app/json_value.h"
 #include "app/program_fixture.h"
 
@@ -10,7 +10,7 @@ using testing::JsonValue;
 
 class JsonTest : public ProgramTest {
  protected:
-  /// The objects that the program printed, one in each line.
+  /// The objects that the program printed, one per line.
   std::vector<JsonValue> objects(Strings arguments, int exitCode = 0) {
     arguments.push_back("--json");
     const testing::ProgramResult result = run(std::move(arguments));

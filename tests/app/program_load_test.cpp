@@ -1,4 +1,4 @@
-// Drawings that give more than they hold, and many drawings at once.
+// Small drawings with large scripts, and many drawings at once.
 #include <csignal>
 
 #include "app/load_fixture.h"

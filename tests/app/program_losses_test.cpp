@@ -10,7 +10,7 @@ namespace {
 
 using testing::DxfBuilder;
 
-/// What the headless program says of entities that it did not convert.
+/// What the headless program reports about entities that it did not convert.
 class LossesTest : public ProgramTest {};
 
 TEST_F(LossesTest, NamesTheKindsThatItDoesNotRecognise) {

@@ -12,7 +12,7 @@ using testing::waitUntil;
 
 class NewerTest : public ProgramTest {
  protected:
-  /// Dates a file some hours back.
+  /// Sets a file's time back by some hours.
   void date(const std::string& name, int hoursAgo) const {
     fs::last_write_time(folder.path() / name, fs::file_time_type::clock::now() - hours(hoursAgo));
   }
@@ -115,7 +115,7 @@ class LimitsTest : public ProgramTest {
     }
     return dxf;
   }
-  /// A line of a line type that draws nothing in a billion steps.
+  /// A line with a line type that needs a billion steps and draws nothing.
   static testing::DxfBuilder billionsOfGaps() {
     testing::DxfBuilder dxf;
     dxf.header("$LTSCALE", 40, "1");

@@ -1,4 +1,4 @@
-// What every option does.
+// The effect of each option.
 #include "app/program_fixture.h"
 
 namespace quillon::headless {
@@ -21,7 +21,7 @@ class OptionsTest : public ProgramTest {
     EXPECT_EQ(result.exitCode, 0) << result.error;
     return result.output;
   }
-  /// What stands between the default frame.
+  /// What is inside the default frame.
   std::string drawn(const Strings& options) {
     const std::string text = script(options);
     const std::string frame = framed("");
@@ -178,7 +178,7 @@ TEST_F(OptionsTest, EllipsesDrawsEllipsesAsWires) {
 
 TEST_F(OptionsTest, ArcToLineDrawsArcsThatLeaveTheRangeAsWires) {
   DxfBuilder dxf;
-  // From the origin up; the point opposite the start lies at (40000 0).
+  // Upwards from the origin; the point opposite the start is (40000 0).
   dxf.entity("ARC", {{8, "0"}, {10, "20000"}, {20, "0"}, {40, "20000"}, {50, "180"}, {51, "190"}});
   write("part.dxf", dxf);
   EXPECT_NE(drawn({}).find("Arc CCW 0.00 ("), std::string::npos);
@@ -333,7 +333,7 @@ TEST_F(LanguageTest, OfARangeWarningIsGermanToo) {
       << error;
 }
 
-/// The program in a folder of its own, with a frame file beside it.
+/// The program in its own folder, with a frame file beside it.
 class ProgramFolderTest : public OptionsTest {
  protected:
   ProgramFolderTest() {
@@ -384,7 +384,7 @@ TEST_F(ProgramFolderTest, IsTheConfigurationFolderWhereTheProgramsOwnCannotBeWri
   call.environment = {"LANG=C", "HOME=" + folder.file("home")};
   EXPECT_EQ(frameLine(), "# home");
   call.environment = {"LANG=C", "HOME=" + folder.file("home"), "XDG_CONFIG_HOME=config"};
-  EXPECT_EQ(frameLine(), "# home");  // a relative path does not count
+  EXPECT_EQ(frameLine(), "# home");  // a relative path is ignored
   call.environment = {"LANG=C"};
   EXPECT_EQ(frameLine(), "Set Optimizing off;");
   fs::permissions(folder.path() / "bin", fs::perms(0755));

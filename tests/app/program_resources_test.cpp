@@ -1,4 +1,4 @@
-// Inputs without an end, and more jobs than the system has room for.
+// Endless inputs, and more jobs than the system can handle.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,7 +23,7 @@ class InputLimit : public ProgramTest {
                      " bytes that are allowed. Please check that it is a drawing; --max-input "
                      "allows more.");
   }
-  /// A drawing of so many bytes.
+  /// A drawing of this size.
   static std::string drawingOf(std::size_t bytes) {
     std::string text = oneLine().text();
     text += std::string(bytes - text.size(), '\n');
@@ -36,7 +36,7 @@ TEST_F(InputLimit, EndsAStandardInputWithoutAnEnd) {
   call.arguments = {"-", "-o", "part.scr", "--force", "--max-input", "1M"};
   RunningProgram program(call);
   const std::string block = drawingOf(std::size_t{1} << 20);
-  for (int i = 0; i < 100; ++i) program.write(block);  // the program ends before it has all
+  for (int i = 0; i < 100; ++i) program.write(block);  // it ends before reading everything
   const ProgramResult result = program.finish();
   expectResult(result, 1, "", tooLarge("-", "1048576"));
   EXPECT_LT(result.peakBytes, flatMemory());
@@ -87,8 +87,8 @@ class ManyJobs : public ProgramTest {
  protected:
   static constexpr int kDrawings = 48;
 
-  /// Runs with a limit of the shell's; every drawing comes through a pipe that is filled when all
-  /// jobs had the time to open theirs.
+  /// Runs under a shell limit; every drawing is read from a pipe that is filled once all jobs have
+  /// had time to open theirs.
   ProgramResult runWithLimit(const std::string& limit) {
     Strings arguments = {"-c", "ulimit " + limit + " && exec \"$0\" \"$@\"", QUILLON_CONVERT,
                          "--jobs", std::to_string(kDrawings)};
@@ -106,7 +106,7 @@ class ManyJobs : public ProgramTest {
       writers.emplace_back([this, i] { std::ofstream(drawing(i)) << oneLine().text(); });
     }
     const ProgramResult result = program.finish();
-    // A pipe that the program did not open would keep its writer for ever.
+    // The writer of a pipe that the program did not open would block forever.
     std::vector<int> readers;
     for (int i = 0; i < kDrawings; ++i) {
       readers.push_back(open(drawing(i).c_str(), O_RDONLY | O_NONBLOCK));

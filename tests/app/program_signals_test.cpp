@@ -1,4 +1,4 @@
-// Programs that are ended from outside, at any time.
+// Programs terminated from outside at any time.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
@@ -35,7 +35,7 @@ class SignalTest : public ProgramTest {
     return RunningProgram(call);
   }
 
-  /// A drawing with tables, blocks and entities that are each some work.
+  /// A drawing with tables, blocks and entities that each take some time.
   static testing::DxfBuilder manyParts() {
     testing::DxfBuilder dxf;
     for (int i = 0; i < 2000; ++i) dxf.layer("LAYER" + std::to_string(i));
@@ -57,9 +57,9 @@ class SignalTest : public ProgramTest {
     return testing::checkScript(script, {true, frame.startBlock, frame.endBlock}).fault;
   }
 
-  /// Sends a signal at many times between the start of the program and its end, in an order that
-  /// covers them evenly wherever it stops: a loaded machine gets fewer. Every time a script is
-  /// there as a whole.
+  /// Sends a signal at many times between the program's start and its end, in an order that covers
+  /// the range evenly wherever it stops, as a loaded machine gets through fewer of them. Each time
+  /// the script must be complete.
   void endAtEveryTime(int signal, const std::function<void(const ProgramResult&)>& check) {
     write("part.dxf", manyParts());
     const auto begin = Clock::now();
@@ -96,7 +96,7 @@ TEST_F(SignalTest, AKilledRunLeavesAWholeScriptAndTheNextRunClearsUp) {
 
 TEST_F(SignalTest, AnInterruptLeavesAWholeScriptAndNothingElse) {
   endAtEveryTime(SIGINT, [this](const ProgramResult& result) {
-    // Before the program has begun, the system ends it.
+    // Until the program has installed its handler, the signal kills it.
     EXPECT_TRUE(result.exitCode == 130 || result.exitCode == 0 || result.exitCode == -SIGINT);
     EXPECT_EQ(temporaryFiles(), Strings{});
   });
@@ -116,8 +116,8 @@ class EndlessTest : public SignalTest {
   void waitForWriting() const {
     ASSERT_TRUE(waitUntil([this] { return !temporaryFiles().empty(); }));
   }
-  /// Waits until the program has locked its file: one that is found before may be taken for
-  /// abandoned, and is then made once more under another name.
+  /// Waits until the program has locked its file: before that, the file may be taken for abandoned
+  /// and is then created again under another name.
   void waitForLock() const {
     ASSERT_TRUE(waitUntil([this] {
       const Strings found = temporaryFiles();

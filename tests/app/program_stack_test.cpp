@@ -1,4 +1,4 @@
-// How much of the stack a drawing takes.
+// How much stack a drawing needs.
 #include "app/program_fixture.h"
 
 namespace quillon::headless {

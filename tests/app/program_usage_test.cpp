@@ -1,4 +1,4 @@
-// Wrong usage: exit code 2, a message, and nothing is written.
+// Usage errors: exit code 2, a message, and nothing is written.
 #include "app/program_fixture.h"
 
 namespace quillon::headless {
@@ -12,7 +12,7 @@ class UsageTest : public ProgramTest {
     std::filesystem::create_directory(folder.path() / "in");
     write("in/a.dxf", oneLine());
   }
-  /// The message of a wrong usage, without what stands around it.
+  /// The message of a usage error, without the text around it.
   std::string usageError(const Strings& arguments) {
     const Strings before = files();
     const testing::ProgramResult result = run(arguments, oneLine().text());

@@ -1,4 +1,4 @@
-// Names of files as Windows has them, and its console.
+// Windows file names, and the Windows console.
 #include <windows.h>
 
 #include "app/program_fixture.h"
@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 class WindowsPathTest : public ProgramTest {
  protected:
-  /// Converts a drawing that is named in full, and expects its script beside it.
+  /// Converts a drawing given by its full path, and expects its script beside it.
   void expectConverted(const fs::path& drawing) {
     ASSERT_TRUE(files::makeFolders(drawing.parent_path()));
     const std::string text = oneLine().text();
@@ -57,11 +57,11 @@ TEST_F(WindowsPathTest, IsLongerThan260Characters) {
   int reason = 0;
   EXPECT_EQ(files::listFolder(drawing, reason).size(), 2U);
   EXPECT_EQ(reason, 0);
-  // The drawings of a folder that is named in full.
+  // A folder given by its full path.
   const testing::ProgramResult result = run({files::fromPath(drawing), "--force"});
   EXPECT_EQ(result.exitCode, 0) << result.error;
   EXPECT_TRUE(result.error.ends_with("1 of 1 drawings converted\n")) << result.error;
-  // What cleans up after tests knows no such paths.
+  // The cleanup of the test folder cannot handle such paths.
   for (const fs::path& path : files::listFolder(drawing, reason)) files::removeFile(path);
   for (; drawing != folder.path(); drawing = drawing.parent_path()) {
     EXPECT_NE(RemoveDirectoryW((L"\\\\?\\" + drawing.native()).c_str()), 0);
@@ -74,8 +74,8 @@ TEST_F(WindowsPathTest, OfADeviceIsWrittenDirectly) {
   EXPECT_EQ(files(), Strings{"part.dxf"});
 }
 
-/// Names of devices that a drawing, a script and a report cannot be written to or read from where
-/// tests run; they end in a message.
+/// Devices that do not exist where tests run; using them for a drawing, a script or a report gives
+/// a message.
 TEST_F(WindowsPathTest, OfADeviceThatIsNotThereIsAnError) {
   write("part.dxf", oneLine());
   for (const std::string name : {"PRN", "LPT3", "COM7", "\\\\.\\pipe\\none", "//./pipe/none"}) {
@@ -124,7 +124,7 @@ TEST_F(WindowsPathTest, OfTheConsoleIsTheConsoleOrAnError) {
 TEST_F(WindowsPathTest, OfAPipeGetsTheWholeScriptAtOnce) {
   write("part.dxf", oneLine());
   const std::string name = "\\\\.\\pipe\\quillon-" + std::to_string(GetCurrentProcessId());
-  // One instance: whoever only looks at the pipe takes it from the script.
+  // A single instance: merely looking at the pipe would take it from the script.
   const HANDLE pipe = CreateNamedPipeA(name.c_str(), PIPE_ACCESS_INBOUND, PIPE_TYPE_BYTE, 1,
                                        1U << 16, 1U << 16, 0, nullptr);
   ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
@@ -188,7 +188,7 @@ TEST_F(WindowsPathTest, WithWildcardsStandsForTheFilesThatHaveItsForm) {
   for (const char* const name : {"b.dxf", "A.DXF", "Gehäuse.dxf", "ab.dxf", "note.txt"}) {
     write(name, oneLine());
   }
-  write("c.dxf_old", oneLine());  // whose short name ends in .DXF
+  write("c.dxf_old", oneLine());  // its short name ends in .DXF
   fs::create_directory(folder.path() / "in");
   write("in/d.dxf", oneLine());
   testing::ProgramResult result = run({"*.dxf"});
@@ -200,7 +200,7 @@ TEST_F(WindowsPathTest, WithWildcardsStandsForTheFilesThatHaveItsForm) {
   result = run({"?.Dxf", "in\\*", "--force"});
   EXPECT_TRUE(result.error.ends_with("3 of 3 drawings converted\n")) << result.error;
   EXPECT_TRUE(folder.has("in/d.scr"));
-  // One file of the form is as good as its name.
+  // A pattern with one match acts like its name.
   result = run({"a?.dxf", "--force", "--name", "A"});
   EXPECT_EQ(result.exitCode, 0) << result.error;
   EXPECT_EQ(folder.read("ab.scr"), lineScript("A"));
@@ -224,7 +224,7 @@ TEST_F(WindowsPathTest, OfAFolderMayEndInABackslashBeforeAQuote) {
   fs::create_directory(folder.path() / "in");
   fs::create_directory(folder.path() / "out");
   write("in/part.dxf", oneLine());
-  // What arrives of "in\" and "out\" in quotes.
+  // What the program receives for "in\" and "out\" in quotes.
   testing::ProgramResult result =
       run({"in\"", "-o", "out\"", "--report", folder.path().string() + "\\out\""});
   EXPECT_EQ(result.exitCode, 0) << result.error;
@@ -297,7 +297,7 @@ TEST(VersionResource, SaysWhoseProgramItIs) {
 
 TEST_F(WindowsPathTest, IsTakenFromTheCommandLineWithQuotesAndBlanks) {
   write("a b.dxf", oneLine());
-  EXPECT_EQ(run({"a b.dxf", "-o", "c \"d\".scr"}).exitCode, 1);  // quotes are in no file's name
+  EXPECT_EQ(run({"a b.dxf", "-o", "c \"d\".scr"}).exitCode, 1);  // file names cannot contain quotes
   EXPECT_EQ(run({"a b.dxf", "-o", "c d\\"}).exitCode, 1);
   EXPECT_EQ(run({"a b.dxf"}).exitCode, 0);
   EXPECT_TRUE(folder.has("a b.scr"));

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Runs the example of the security page, with folders of its own: the program works inside, and
-# nothing but the two folders is there. Where bubblewrap cannot run, the test is left out (77).
+# Runs the example from docs/security.md with folders of its own: the program must work inside, and
+# must see nothing but the two folders. Skipped (exit code 77) where bubblewrap cannot run.
 #
 # Usage: sandbox_example.sh QUILLON-CONVERT SECURITY-PAGE DRAWING
 set -eu
@@ -25,7 +25,7 @@ trap 'rm -rf "$folder"' EXIT
 mkdir "$folder/drawings" "$folder/scripts"
 cp "$drawing" "$folder/drawings/part.dxf"
 
-# The example, with the program and the folders of this test.
+# The example, using this test's program and folders.
 sed -n '/^```sh$/,/^```$/p' "$page" | sed '/^```/d' > "$folder/example"
 grep -q '^bwrap ' "$folder/example" || fail "the page has no example"
 run_example() {
@@ -37,7 +37,7 @@ run_example() {
 run_example "$converter" || fail "the example does not convert"
 tail -c 14 "$folder/scripts/part.scr" | grep -q 'Window Fit;' || fail "there is no whole script"
 
-# Another program in its place tells what can be seen and written there.
+# Replaces the program to report what is visible and writable inside.
 cat > "$folder/look" <<'LOOK'
 #!/usr/bin/sh
 cd /

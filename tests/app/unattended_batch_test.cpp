@@ -28,7 +28,7 @@ class BatchTest : public ::testing::Test {
     fs::create_directory(folder.path() / "in");
     fs::create_directory(folder.path() / "out");
   }
-  /// The system may list files in any order.
+  /// Sorted, as the system may list files in any order.
   std::vector<BatchFile> sortedFiles() const {
     std::vector<BatchFile> files = listBatch(settings, store).files;
     std::sort(files.begin(), files.end(),

@@ -12,7 +12,7 @@
 namespace quillon::unattended {
 namespace {
 
-/// Fails where one drawing's conversion begins.
+/// Throws when the conversion of a certain drawing starts.
 class FailingProgress : public ProgressView {
  public:
   void begin(std::string_view file, bool) override {

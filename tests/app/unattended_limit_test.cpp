@@ -1,4 +1,4 @@
-// Conversions of "/" runs that come to a limit.
+// Conversions of "/" runs that reach a limit.
 #include <gtest/gtest.h>
 
 #include "app/unattended/console_progress.h"
@@ -9,7 +9,7 @@
 namespace quillon::unattended {
 namespace {
 
-/// What a run prints of a drawing that has more lines to write than it may.
+/// The output of a run for a drawing that exceeds the limit of lines.
 std::string printedAtLimit(int languageOffset, const std::string& dxf, const std::string& script) {
   console::Console console{false};
   const texts::Texts texts{languageOffset};

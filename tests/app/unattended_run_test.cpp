@@ -1,4 +1,4 @@
-// Runs of the window's program with "/ru" and "/rx".
+// Runs of the windowed program with "/ru" and "/rx".
 #include <thread>
 
 #include "app/program_fixture.h"
@@ -11,7 +11,7 @@ namespace {
 using testing::ProgramResult;
 using testing::RunningProgram;
 
-/// The program stands in a folder "program" of its own, with its settings; drawings stand beside.
+/// The program is in its own folder "program", with its settings; drawings are beside it.
 class UnattendedTest : public ProgramTest {
  protected:
   UnattendedTest() {
@@ -412,7 +412,7 @@ TEST_F(UnattendedTest, AnExistingFileAsTheOnlyArgumentIsNoOption) {
 
 #ifdef QUILLON_WINDOWS
 
-/// The same program where there is a display: the progress dialog shows, nothing else does.
+/// The same program with a display: it shows the progress dialog and nothing else.
 class WindowRunTest : public UnattendedTest {
  protected:
   WindowRunTest() {

@@ -1,4 +1,4 @@
-// Threads beside the main one: their stacks, and what is left when one overflows.
+// Threads other than the main one: their stacks, and what remains when one overflows.
 #include "app/headless/worker.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kMegabyte = std::size_t{1} << 20;
 
-/// Takes at least so many bytes of the stack.
+/// Uses at least this many bytes of stack.
 std::size_t useStack(std::size_t bytes) {
   constexpr std::size_t kFrame = 8192;
   volatile char frame[kFrame];
@@ -37,7 +37,7 @@ TEST(Worker, IsWaitedFor) {
   EXPECT_EQ(done, 5);
 }
 
-/// Works in a process of its own, whose main stack may grow to that size.
+/// Runs in a child process whose main stack may grow to this size.
 void workWithMainStack(std::size_t size, const std::function<void()>& work) {
   rlimit limit{};
   getrlimit(RLIMIT_STACK, &limit);

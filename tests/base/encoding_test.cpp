@@ -8,7 +8,7 @@
 namespace quillon::base {
 namespace {
 
-/// Every letter that has an upper case here, and these upper cases in the same order.
+/// Every letter with an upper-case form here, and those forms in the same order.
 constexpr std::string_view kLower = "abcdefghijklmnopqrstuvwxyzàáâãäåæçèéêëìíîïðñòóôõöøùúûüýþšžœÿ";
 constexpr std::string_view kUpper = "ABCDEFGHIJKLMNOPQRSTUVWXYZÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞŠŽŒŸ";
 

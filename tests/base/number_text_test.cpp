@@ -150,7 +150,7 @@ TEST(NumberRule, GivesRandomDoublesBackFromTheirText) {
     ASSERT_EQ(std::bit_cast<std::uint64_t>(numberValue(text.data())),
               std::bit_cast<std::uint64_t>(value))
         << text.data();
-    // The numbers of a drawing: moderate, with a few decimals.
+    // Typical numbers in drawings: moderate, with a few decimals.
     const double moderate = std::fmod(value, 1e6);
     std::snprintf(text.data(), text.size(), "%.*f", static_cast<int>(i % 20), moderate);
     ASSERT_EQ(numberValue(text.data()), std::strtod(text.data(), nullptr)) << text.data();

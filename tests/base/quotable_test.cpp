@@ -11,7 +11,7 @@ TEST(Quotable, EscapesControlCharacters) {
 }
 
 TEST(Quotable, EscapesTheControlCharactersBeyondAscii) {
-  // U+009B alone starts a terminal's control sequence as ESC [ does.
+  // U+009B alone starts a terminal control sequence, like ESC [.
   const std::string quoted = quotable(
       "a\xC2\x9B"
       "b");

@@ -10,7 +10,7 @@
 namespace quillon::base {
 namespace {
 
-/// The key and the first bytes of the text of the published values: 00 01 02 …
+/// The key of the published test vectors and the start of their text: 00 01 02 …
 constexpr HashKey kPublishedKey = {0x0706050403020100U, 0x0F0E0D0C0B0A0908U};
 
 std::string publishedText(std::size_t length) {

@@ -78,14 +78,15 @@ TEST(ArcEntity, TakesAWholeTurnAfterAnotherAngleAsTurn) {
 }
 
 TEST(ArcEntity, IsScaledTurnedAndMoved) {
-  // Centre (3, 1) scaled to (6, 2), turned to (-2, 6), moved to (8, 26).
+  // Centre (3, 1) scaled to (6, 2), rotated to (-2, 6), moved to (8, 26).
   const Arc arc({3, 1, 2, 0, 45},
                 {.dx = 10, .dy = 20, .scaleX = 2, .scaleY = 2, .rotation = kPi / 2});
   expectPoints(arc.script, arcPoints(8, 26, 4, 90, 135));
 }
 
 TEST(ArcEntity, UnderANegativeScaleSwapsAndMirrorsItsAngles) {
-  // 20..80 becomes 100..160; the radius is negative then, which turns every point by half a circle.
+  // 20..80 becomes 100..160; then the radius is negative, which rotates every point by half a
+  // circle.
   const Arc arc({3, 1, 2, 20, 80}, {.scaleX = -1, .scaleY = -1});
   EXPECT_EQ(layoutOf(arc.script), kLayerLine + kArc);
   expectPoints(arc.script, arcPoints(-3, -1, -2, 100, 160));
@@ -114,7 +115,7 @@ TEST(ArcEntity, PlacesAFullCircleOnceMore) {
   const Arc scaled({1, 2, 3, 30, 30}, {.dx = 10, .dy = 20, .scaleX = 2, .scaleY = 2});
   EXPECT_EQ(layoutOf(scaled.script), kLayerLine + kLayerLine + "Circle P P;\n");
   expectPoints(scaled.script, {{34, 68}, {34, 80}});
-  // Centre (1, 0) turned to (0, 1), moved to (5, 1), turned to (-1, 5), moved to (4, 5).
+  // Centre (1, 0) rotated to (0, 1), moved to (5, 1), rotated to (-1, 5), moved to (4, 5).
   const Arc turned({1, 0, 1, 30, 30}, {.dx = 5, .rotation = kPi / 2});
   expectPoints(turned.script, {{4, 5}, {4, 6}});
 }
@@ -150,7 +151,7 @@ TEST(ArcEntity, WithAScaleOfZeroInXWritesNothing) {
 }
 
 TEST(ArcEntity, UnderUnequalScalesIsAChainOfLines) {
-  // 90 degrees are 32 pieces of the ellipse with the half axes 10 and 5.
+  // 90 degrees of the ellipse with half axes 10 and 5 make 32 pieces.
   const Arc arc({3, 4, 5, 0, 90}, {.dx = 100, .dy = 200, .scaleX = 2, .scaleY = 1});
   EXPECT_EQ(layoutOf(arc.script), kLayerLine + repeated(kLayerLine + "Wire 0.0000000 P P;\n", 32));
   EXPECT_EQ(arc.count, 1U + 2U * 32U);
@@ -179,7 +180,7 @@ void expectEnds(const std::string& script, Point first, Point last) {
 }
 
 TEST(ArcEntity, UnderUnequalScalesIsTurnedAsAWhole) {
-  // Half axes 10 and 5; (10, 0) and (0, 5) about the centre (6, 4), all turned by 90 degrees.
+  // Half axes 10 and 5; (10, 0) and (0, 5) about the centre (6, 4), all rotated by 90 degrees.
   const Arc arc({3, 4, 5, 0, 90}, {.scaleX = 2, .scaleY = 1, .rotation = kPi / 2});
   expectEnds(arc.script, {-4, 16}, {-9, 6});
 }

@@ -71,7 +71,7 @@ TEST(WriteArc, AddsTheOffsets) {
             "(R110.0000000 222.0000000);\n");
 }
 
-// The nearness of two points is that of each one's own x and y.
+// Each point's x is compared with its own y, so points on the diagonal count as near.
 TEST(WriteArc, WritesNothingWhenStartAndEndLieOnTheDiagonal) {
   const Arc arc(0.0, 0.0, 5.0, 45.0, 225.0);
   EXPECT_EQ(arc.script, "");
@@ -106,7 +106,7 @@ TEST(WriteArc, StaysAnArcWhenItIsTinyButOffTheDiagonal) {
 }
 
 TEST(WriteArc, JudgesNearnessInTheUnitOfTheScript) {
-  // All points lie within 0.1 of the diagonal: near in mic only.
+  // All points are within 0.1 of the diagonal: near in mic only.
   EXPECT_EQ(Arc(5.0, 5.0, 0.1, 0.0, 90.0, {}, base::Unit::Mic).script, "");
   for (const base::Unit unit : {base::Unit::Mm, base::Unit::Mil, base::Unit::Inch}) {
     EXPECT_EQ(layoutOf(Arc(5.0, 5.0, 0.1, 0.0, 90.0, {}, unit).script), "Arc CCW 0.00 P P P;\n")

@@ -98,7 +98,7 @@ TEST(BulgeSegment, HasItsDiameterPointOppositeTheStartForChordsOfEveryDirection)
 }
 
 TEST(BulgeSegment, HasItsDiameterPointOppositeTheStartForChordsAlongTheAxes) {
-  // Quarter circles about the middle above, left of, below and right of the chord.
+  // Quarter circles with their centre above, left of, below and right of the chord.
   struct AxisCase {
     Point end;
     Point diameter;
@@ -153,7 +153,7 @@ TEST(BulgeSegment, WithTheSmallestBulgeThatCountsIsAnArc) {
   EXPECT_TRUE(right.script.starts_with(kLayerLine + "Arc CW "));
 }
 
-// The nearness of two points is that of each one's own x and y.
+// Each point's x is compared with its own y, so points on the diagonal count as near.
 TEST(BulgeSegment, IsAWireWhenStartAndDiameterPointLieOnTheDiagonal) {
   // Opposite (2, 2).
   const Segment segment({.x1 = 0, .y1 = 0, .x2 = 2, .y2 = 0, .width = 0.5, .bulge = kQuarterBulge});
@@ -178,7 +178,7 @@ TEST(BulgeSegment, IsAWireWhenStartAndEndLieOnTheDiagonal) {
 }
 
 TEST(BulgeSegment, JudgesNearnessInTheUnitOfTheScript) {
-  // All points lie within 0.1 of the diagonal: near in mic only.
+  // All points are within 0.1 of the diagonal: near in mic only.
   const BulgeSegment shape{.x1 = 5.1, .y1 = 5, .x2 = 5, .y2 = 5.1, .bulge = kQuarterBulge};
   EXPECT_EQ(layoutOf(Segment(shape, {}, {}, 7, base::Unit::Mic).script),
             kLayerLine + "Wire 0.0000000 P P;\n");

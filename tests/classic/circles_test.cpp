@@ -47,7 +47,7 @@ TEST(WriteCircle, AddsTheOffsets) {
 }
 
 TEST(WriteCircle, IsScaledTurnedAndMoved) {
-  // (1, 2) scaled to (3, 6), turned to (-6, 3), moved to (94, 203).
+  // (1, 2) scaled to (3, 6), rotated to (-6, 3), moved to (94, 203).
   const Circle circle(1.0, 2.0, 3.0,
                       {.dx = 100, .dy = 200, .scaleX = 3, .scaleY = 3, .rotation = kPi / 2});
   EXPECT_EQ(layoutOf(circle.script), kLayout);
@@ -82,7 +82,7 @@ TEST(WriteCircle, UnderUnequalScalesIsAChainOfLines) {
 TEST(WriteCircle, UnderUnequalScalesIsTurnedAsAWhole) {
   const Circle circle(1.0, 2.0, 3.0, {.scaleX = 2, .scaleY = 1, .rotation = kPi / 2});
   const std::vector<Point> points = testing::pointsOf(circle.script);
-  // Centre (2, 2) turned to (-2, 2); the half axis 6 of x points up.
+  // Centre (2, 2) rotated to (-2, 2); the half axis 6 of x points up.
   ASSERT_EQ(points.size(), 256U);
   EXPECT_NEAR(points[0].x, -2.0, testing::kScriptTolerance);
   EXPECT_NEAR(points[0].y, 8.0, testing::kScriptTolerance);

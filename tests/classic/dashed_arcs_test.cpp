@@ -19,7 +19,7 @@ using testing::layoutOf;
 using testing::repeated;
 using testing::ScriptCapture;
 
-/// With this radius a dash of length 1 takes one degree.
+/// With this radius a dash of length 1 is one degree.
 constexpr double kRadius = 180.0 / 3.14159265358979;
 constexpr double kCx = 10.0;
 constexpr double kCy = 30.0;
@@ -157,7 +157,7 @@ TEST(DashedArc, IsWalkedFromItsTurnedStart) {
 }
 
 TEST(DashedArc, UnderANegativeScaleEndsAfterOnePass) {
-  // The negative radius makes every step a negative one, so that the walk gets nowhere.
+  // The negative radius makes every step negative, so the walk makes no progress.
   const Written written = arc(0.0, 90.0, {20.0, -10.0}, dashed(), {.scaleX = -1, .scaleY = -1});
   EXPECT_EQ(layoutOf(written.script), kLayerLine + kArc);
   expectPieces(written.script, {{90, 70}}, -kCx, -kCy, -kRadius);
@@ -176,7 +176,7 @@ TEST(DashedArc, WithEqualAnglesIsADashedCircle) {
 }
 
 TEST(DashedArc, UnderUnequalScalesHasDashesOnEveryPiece) {
-  // Every piece of the chain starts the pattern anew; the long gap ends it.
+  // Each piece of the chain restarts the pattern; the long gap ends it.
   const Written written = arc(0.0, 90.0, {0.1, -1000.0}, dashed(), {.scaleX = 2, .scaleY = 1});
   EXPECT_EQ(layoutOf(written.script),
             kLayerLine + repeated(kLayerLine + "Wire 0.0000000 P P;\n", 32));

@@ -24,7 +24,7 @@ const std::string kLayerLine = "Layer  7 ;\n";
 const std::string kWire = "Wire 0.0000000 P P;\n";
 const std::string kDot = "Layer  7 ;\nCircle 0.0 P P;\n";
 
-/// A dashed line on layer 7; dash lengths are those of the pattern.
+/// A dashed line on layer 7, with the pattern's dash lengths.
 struct DashedLine {
   DashedLine(Point start, Point end, const DashPattern& pattern, double ltScale = 1.0,
              double width = 0.0)
@@ -36,7 +36,7 @@ struct DashedLine {
   }
 
   ScriptCapture capture;
-  Point at;  ///< where the start point has moved to
+  Point at;  ///< where the start point has moved
   std::string script;
   std::uint64_t count = 0;
 };
@@ -135,7 +135,7 @@ TEST(DashedLine, EndsWithoutGapsWhenItsLengthIsReached) {
 }
 
 TEST(DashedLine, WritesNoDashThatWasClippedToNothing) {
-  // The gap ends exactly at the end of the line, so the next dash has no length left.
+  // The gap ends exactly at the end of the line, leaving no length for the next dash.
   const DashedLine line({0.0, 0.0}, {10.0, 0.0}, {8.0, -2.0});
   EXPECT_EQ(layoutOf(line.script), kLayerLine + kWire);
   expectPoints(line.script, {{0, 0}, {8, 0}});
@@ -193,7 +193,7 @@ TEST(DashedLine, WritesNothingOnALayerThatIsNotConverted) {
   EXPECT_EQ(capture.script.commandCount(), 0U);
 }
 
-/// The fault that ends a dashed line; BadGroupCode stands for none.
+/// The fault that ends a dashed line; BadGroupCode means none.
 base::Fault faultOf(Point start, Point end, const DashPattern& pattern, double ltScale) {
   try {
     const DashedLine line(start, end, pattern, ltScale);

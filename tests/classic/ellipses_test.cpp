@@ -77,7 +77,8 @@ TEST(WriteEllipse, HasTheMinorAxisOfItsRatio) {
   }
 }
 
-/// The point of an ellipse at a parameter, without angles: major axis m, minor axis m turned left.
+/// The point of an ellipse at a parameter, computed without angles: major axis m, minor axis m
+/// rotated left.
 Point onEllipse(Point m, double ratio, double t) {
   return {m.x * std::cos(t) - m.y * ratio * std::sin(t),
           m.y * std::cos(t) + m.x * ratio * std::sin(t)};
@@ -95,8 +96,9 @@ TEST(WriteEllipse, LiesInTheDirectionOfItsMajorAxis) {
   }
 }
 
-/// The text of the point at a parameter by the formulas that decide on its last digits: both the
-/// major axis and the point on the flat ellipse have a signed length and an angle by atan alone.
+/// The expected text of the point at a parameter, by the formulas that determine its last digits:
+/// both the major axis and the point on the flat ellipse have a signed length and an angle from
+/// plain atan.
 std::string pointText(ScriptCapture& capture, const EllipseArc& ellipse, double t) {
   const auto polar = [](double x, double y, double& length, double& angle) {
     length = std::sqrt(x * x + y * y);
@@ -119,7 +121,7 @@ TEST(WriteEllipse, HasPointsWithTheLastDigitsAndSignsOfItsFormulas) {
   const auto whole = [&random](int from, int to) {
     return from + static_cast<int>(random() % static_cast<unsigned>(to - from + 1));
   };
-  // With angles by quadrant, this one starts at (-0.0000000 -13.0000000).
+  // With quadrant-corrected angles, this one would start at (-0.0000000 -13.0000000).
   EllipseArc shape{.cx = 2, .cy = -1, .majorX = -2, .majorY = -12, .ratio = 1.0};
   ScriptCapture capture;
   EXPECT_EQ(pointText(capture, shape, 0.0), "(0.0000000 -13.0000000)");

@@ -43,7 +43,7 @@ TEST(FormatCodes, DisappearWhereverTheyOccur) {
 }
 
 TEST(FormatCodes, AreLookedForFromTheStartAfterEveryDeletion) {
-  // Without "\A;" the text reads "\B;c", which is a code of its own.
+  // Without "\A;" the text reads "\B;c", which is another code.
   EXPECT_EQ(stripped("\\A;\\B\\A;;c"), "c");
   EXPECT_EQ(stripped("\\A;x\\Py"), "x\\Py");
 }
@@ -53,7 +53,7 @@ TEST(FormatCodes, LeaveTextsWithoutABackslashAlone) {
   EXPECT_EQ(stripped("a;b"), "a;b");
 }
 
-/// The removal of format codes step by step, every deletion over the whole text.
+/// Removes format codes naively, each throughout the whole text.
 std::string strippedStepByStep(std::string text) {
   std::size_t from = 0;
   for (;;) {
@@ -79,7 +79,7 @@ TEST(FormatCodes, OfTextsOfAnyShapeAreRemovedAsStepByStep) {
   }
 }
 
-/// Codes that are parts of each other: each is a piece of the one before, cut anywhere.
+/// Codes that are parts of each other: each is a random piece of the previous one.
 std::string nestedCodes(std::mt19937& random, std::size_t count) {
   std::vector<std::string> pieces = {"\\A\\B1;", "\\B1;", "\\B\\A;", "x;"};
   std::string text;
@@ -112,7 +112,7 @@ TEST(FormatCodes, OfAVeryLongTextAreRemovedInReasonableTime) {
   EXPECT_EQ(stripped(text), std::string(100'000, 'x'));
 }
 
-/// A text of many codes, each of its own and with a backslash inside.
+/// A text with many different codes, each with a backslash inside.
 std::string manyCodes(std::size_t count) {
   std::string text;
   for (std::size_t i = 0; i < count; ++i) {
@@ -129,7 +129,7 @@ TEST(FormatCodes, OfManyKindsCostNoMoreThanTheirText) {
   };
   const double few = secondsFor(2'000);
   const double many = secondsFor(40'000);
-  // 20 when the cost is linear, 400 when it is quadratic.
+  // A factor of 20 when the cost is linear, 400 when quadratic.
   EXPECT_LT(many / few, 100.0) << few << " s, " << many << " s";
 }
 

@@ -87,7 +87,7 @@ TEST(WriteLine, WritesALineWithoutLengthAsOneWire) {
             "Layer  1 ;\nWire 0.0000000 (3.0000000 4.0000000) (3.0000000 4.0000000);\n");
 }
 
-/// The point of a unit at (10, 20) without a size given by the drawing.
+/// The point of a unit at (10, 20) when the drawing sets no size.
 std::string pointIn(base::Unit unit) {
   ScriptCapture capture({.unit = unit});
   writePoint(capture.context, 10.0, 20.0, 5);

@@ -8,7 +8,7 @@ namespace {
 using base::Unit;
 
 TEST(PointsNear, PairsTheFirstWithTheSecondAndTheThirdWithTheFourth) {
-  // Two points that share nothing but lie on the diagonal.
+  // Two points far apart, but on the diagonal.
   EXPECT_TRUE(pointsNear(5.0, 5.0, -100.0, -100.0, 0, Unit::Mm));
   // The same point twice, off the diagonal.
   EXPECT_FALSE(pointsNear(5.0, 1.0, 5.0, 1.0, 0, Unit::Mm));

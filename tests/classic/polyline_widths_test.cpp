@@ -18,8 +18,8 @@ using testing::translate;
 
 constexpr double kPolyWidth = 0.125;
 
-/// The widths of a two-vertex polyline's own, of its first vertex and of its second one, "" for
-/// none; whether its segment is an arc.
+/// Widths of a two-vertex polyline, of its first and of its second vertex, "" for none; whether its
+/// segment is an arc.
 struct Widths {
   std::string_view own;
   std::string_view first;
@@ -54,7 +54,7 @@ DxfBuilder lwPolyline(const Widths& widths) {
   return drawingOf("LWPOLYLINE", groups);
 }
 
-/// The width that a script's only segment is written with.
+/// The width of a script's only segment.
 std::string widthIn(const std::string& script) {
   EXPECT_EQ(testing::countOf("Layer", script), 1U);
   const std::size_t end = script.find(" (");

@@ -25,7 +25,7 @@ using testing::Translation;
 const std::string kWire = "Layer  7 ;\nWire 0.0000000 P P;\n";
 const std::vector<Point> kThereAndBack = {{1, 0}, {5, 0}, {5, 0}, {5, 3}, {5, 3}, {1, 0}};
 
-/// A drawing that gets its polylines entity by entity.
+/// A drawing to which polylines are added entity by entity.
 class PolylineDrawing : public DxfBuilder {
  public:
   PolylineDrawing& polyline(const GroupList& groups) {

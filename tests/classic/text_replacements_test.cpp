@@ -1,4 +1,4 @@
-// The characters that a text has in place of control codes and mistaken bytes.
+// The characters that replace control codes and misread bytes in a text.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -26,7 +26,7 @@ std::string cleaned(std::string text, Encoding encoding) {
 std::string utf8(std::string text) { return cleaned(std::move(text), Encoding::Utf8); }
 std::string windows(std::string text) { return cleaned(std::move(text), Encoding::Windows1252); }
 
-/// What is replaced and what by, in both encodings.
+/// What is replaced by what, in both encodings.
 struct Row {
   std::string_view utf8From;
   std::string_view utf8To;
@@ -60,7 +60,7 @@ constexpr std::array<Row, 23> kRows = {{
     {"\xC5\xA1", "\xC3\x9C", "\x9A", "\xDC"},
 }};
 
-/// A text around two pieces.
+/// A piece with text on both sides.
 std::string around(std::string_view piece) {
   std::string text = "x";
   text.append(piece).append("y").append(piece).append("z");
@@ -99,7 +99,7 @@ TEST(TextReplacements, TakeThePercentSignBeforeTheCodesThatFollowIt) {
 }
 
 TEST(TextReplacements, FindTheCodesThatEarlierOnesLeave) {
-  // Three signs become one, which joins the rest.
+  // Three percent signs become one, which joins the rest.
   EXPECT_EQ(utf8("%%%%132"), "ä");
   EXPECT_EQ(utf8("%%%%%132"), "%ä");
   EXPECT_EQ(utf8("%%%%u"), "");
@@ -117,7 +117,7 @@ TEST(TextReplacements, LeaveOtherCharactersAsTheyAre) {
 }
 
 TEST(TextReplacements, DoNotTouchThePartsOfAnotherCharacter) {
-  // Bytes 0x81, 0x84, 0x8E, 0x94, 0x99, 0x9A and 0xE1 within longer characters.
+  // Bytes 0x81, 0x84, 0x8E, 0x94, 0x99, 0x9A and 0xE1 as parts of multi-byte characters.
   const std::string text = "\xC4\x81\xC4\x84\xC4\x8E\xC4\x94\xC4\x99\xC4\x9A\xE1\x80\x81";
   EXPECT_EQ(utf8(text), text);
 }

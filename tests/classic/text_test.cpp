@@ -27,7 +27,7 @@ struct WrittenText {
     count = capture.script.commandCount();
   }
 
-  /// What stands between the quotes.
+  /// The text between the quotes.
   std::string quoted() const {
     const std::size_t open = script.find(" '");
     const std::size_t close = script.rfind(" ' (");

@@ -18,7 +18,7 @@
 
 namespace quillon::testing {
 
-/// Puts every layer on 7, unless a test says otherwise.
+/// Maps every layer to 7, unless a test says otherwise.
 class KnownLayers : public rules::LayerNumbers {
  public:
   int layerNumber(const dxf::LayerUse& layer) override {
@@ -42,7 +42,7 @@ class Definitions {
   dxf::Drawing drawing;
 };
 
-/// The translation of a drawing, entity by entity as they are read.
+/// The translation of a drawing, entity by entity as it is read.
 class Translation {
  public:
   explicit Translation(const DxfBuilder& dxf, const classic::Settings& settings = {},
@@ -53,7 +53,7 @@ class Translation {
         translator(capture.context, definitions.drawing,
                    otherLayers != nullptr ? *otherLayers : layers, placement) {}
 
-  /// Translates the ENTITIES section and gives what was written. Once only.
+  /// Translates the ENTITIES section and returns what was written. Call only once.
   std::string run() {
     dxf::readContents(definitions.drawing, definitions.lines, translator, true);
     translator.endOfEntities();
@@ -76,7 +76,7 @@ inline std::string translate(const DxfBuilder& dxf, const geometry::Placement& p
   return Translation(dxf, settings, nullptr, placement).run();
 }
 
-/// Groups of an entity that a test adds to.
+/// Groups of an entity, to be extended by a test.
 using GroupList = std::vector<std::pair<int, std::string_view>>;
 
 inline GroupList joined(GroupList groups, const GroupList& more) {

@@ -16,7 +16,7 @@ using testing::DxfBuilder;
 using testing::GroupList;
 using testing::Translation;
 
-/// The eighteen kinds that count by themselves.
+/// The eighteen kinds with a counter of their own.
 constexpr std::array<std::pair<std::string_view, EntityKind>, 18> kCounted = {
     {{"LINE", EntityKind::Line},
      {"3DLINE", EntityKind::Line3d},
@@ -37,7 +37,7 @@ constexpr std::array<std::pair<std::string_view, EntityKind>, 18> kCounted = {
      {"LWPOLYLINE", EntityKind::LwPolyline},
      {"SHAPE", EntityKind::Shape}}};
 
-/// The counters of a drawing, by kind, without those of VERTEX and SEQEND, which nobody reads.
+/// The counters of a drawing by kind, except VERTEX and SEQEND, which are never used.
 void expectCounts(const DxfBuilder& dxf,
                   std::initializer_list<std::pair<EntityKind, std::uint64_t>> expected) {
   Translation translation(dxf);

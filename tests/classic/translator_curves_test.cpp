@@ -49,7 +49,7 @@ TEST(TranslateArc, MirroredInBothHasItsAnglesMirroredOnce) {
 }
 
 TEST(TranslateArc, IsPlacedAsAWhole) {
-  // Centre scaled to (20, 40), turned to (-40, 20), moved to (-30, 40).
+  // Centre scaled to (20, 40), rotated to (-40, 20), moved to (-30, 40).
   const std::string script = translate(
       drawingOf("ARC", kArc), {.dx = 10, .dy = 20, .scaleX = 2, .scaleY = 2, .rotation = kPi / 2});
   expectPoints(script, {{-30, 44}, {-30, 36}, {-34, 40}});
@@ -74,7 +74,7 @@ TEST(TranslateCircle, WritesCentreAndPointAbove) {
 TEST(TranslateCircle, IsMirroredBeforeItIsPlaced) {
   expectPoints(translate(drawingOf("CIRCLE", joined(kCircle, {{230, "-1"}}))), {{-1, 2}, {-1, 5}});
   expectPoints(translate(drawingOf("CIRCLE", joined(kCircle, {{220, "-1"}}))), {{1, -2}, {1, 1}});
-  // (-1, 2) scaled to (-2, 4), turned to (-4, -2), moved to (6, 18).
+  // (-1, 2) scaled to (-2, 4), rotated to (-4, -2), moved to (6, 18).
   expectPoints(translate(drawingOf("CIRCLE", joined(kCircle, {{230, "-1"}})),
                          {.dx = 10, .dy = 20, .scaleX = 2, .scaleY = 2, .rotation = kPi / 2}),
                {{6, 18}, {6, 24}});
@@ -123,7 +123,7 @@ std::vector<Point> chainOf(const std::string& script) {
   return chain;
 }
 
-/// The chain of a quarter of an ellipse by its centre and its half axes.
+/// Expects a quarter of an ellipse, given by its centre and half axes.
 void expectQuarter(const std::string& script, Point centre, Point major, Point minor) {
   EXPECT_EQ(layoutOf(script), repeated(kPiece, 32));
   const std::vector<Point> chain = chainOf(script);
@@ -143,7 +143,7 @@ TEST(TranslateEllipse, IsAChainOfLinesWithTheEllipseOptionOn) {
 }
 
 TEST(TranslateEllipse, IsScaledTurnedAndMoved) {
-  // Axis (3, 4) to (6, 8) to (-8, 6); it is never moved.
+  // Axis (3, 4) to (6, 8) to (-8, 6); an axis is never moved.
   expectQuarter(translate(drawingOf("ELLIPSE", ellipse("0", kQuarterTurn)),
                           {.dx = 10, .dy = 20, .scaleX = 2, .scaleY = 2, .rotation = kPi / 2},
                           {.ellipses = true}),

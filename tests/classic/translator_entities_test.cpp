@@ -137,7 +137,7 @@ TEST(TranslateShape, WritesNothing) {
   EXPECT_EQ(translation.capture.script.commandCount(), 0U);
 }
 
-/// One entity of every kind that writes something, each on the given layer.
+/// One entity of every kind that writes something, all on the given layer.
 DxfBuilder everyKindOn(std::string_view layer) {
   DxfBuilder dxf;
   dxf.beginBlock("B").entity("LINE", joined({{8, "0"}}, kLine)).endBlock();
@@ -181,14 +181,14 @@ TEST(TranslateEntity, WritesEveryKindOnItsOwnLayer) {
   Translation translation(everyKindOn("wanted"));
   translation.layers.numbers = {{"WANTED", 42}, {"0", 7}};
   const std::string script = translation.run();
-  // The lines of the block stand on the block's own layer.
+  // The lines of the block are on its own layer.
   EXPECT_EQ(testing::countOf("Layer  7 ;\n", script), 2U);
   // ARC, CIRCLE, ELLIPSE as a circle, POINT, two lines, two segments of POLYLINE, nine pieces of
   // SPLINE, three polylines, four texts, three areas.
   EXPECT_EQ(testing::countOf("Layer  42 ;\n", script), 4U + 2U + 2U + 9U + 3U + 4U + 3U);
 }
 
-/// Has no layer number that is a number.
+/// A layer table without numbers.
 class NoLayers : public rules::LayerNumbers {
  public:
   int layerNumber(const dxf::LayerUse& layer) override {
@@ -208,7 +208,7 @@ TEST(TranslateEntity, PassesOnTheErrorOfALayerWithoutANumber) {
   }
 }
 
-/// Whether the entity translated last starts with these lines behind its name.
+/// Whether the position of the entity translated last is at these lines, after its name.
 bool standsAt(const Translation& translation, std::string_view lines) {
   const char* const position = translation.translator.currentPosition();
   return position != nullptr && std::string_view(position, lines.size()) == lines;

@@ -62,7 +62,7 @@ TEST_F(BlockLibraryTest, AnInsertedBlockIsWrittenOnceAndAddedEachTime) {
   EXPECT_EQ(scriptOf(dxf), boardOpen() + header() + libraryOpen("DOOR_1") + doorLine() + use() +
                                "Add DOOR_1@PART R0 (R4.0000000 6.0000000);\r\n"
                                "Add DOOR_1@PART R0 (R8.0000000 7.0000000);\r\n# last\r\n");
-  // 2 + 4 to begin, 3 + 4 + 2 for the part, 2 + 4 + 1 to go back, 2 additions, 1 at the end.
+  // 2 + 4 to start, 3 + 4 + 2 for the part, 2 + 4 + 1 to return, 2 additions, 1 at the end.
   EXPECT_EQ(result.commandCount, 25U);
 }
 

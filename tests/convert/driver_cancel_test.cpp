@@ -16,7 +16,7 @@ class CancelTest : public DriverTest {
   bool showed(std::string_view status) const {
     return std::find(host.statuses.begin(), host.statuses.end(), status) != host.statuses.end();
   }
-  /// Cancels a while after the first entity.
+  /// Cancels some time after the first entity.
   void cancelAmongEntities() {
     host.cancelWhen = [this] { return showed("Processing Entities of DXF") && ++polls_ > 20; };
   }

@@ -22,12 +22,12 @@ class ChangeTest : public DriverTest {
     surroundings.refuseWithoutSections = true;
   }
 
-  /// Clocks of file systems tick slowly: a change right after the drawing was made might not be
-  /// seen.
+  /// Sets the drawing's time back: file system clocks are coarse, so a change right after its
+  /// creation might go unnoticed.
   void datePast() const {
     fs::last_write_time(job.dxfFile, fs::file_time_type::clock::now() - std::chrono::hours(1));
   }
-  /// Does something to the drawing once reading has got some way into it.
+  /// Changes the drawing once part of it has been read.
   void whileReading(const std::function<void(const fs::path&)>& change) {
     host.cancelWhen = [this, change] {
       const bool underWay = !host.progress.empty() && host.progress.back().second >= 20;

@@ -11,7 +11,7 @@ using testing::DxfBuilder;
 
 class FailureTest : public DriverTest {
  protected:
-  /// Converts over an existing script, which must stay; gives the message's detail.
+  /// Converts over an existing script, which must survive; returns the message's detail.
   std::string failure() {
     folder.write("drawing.scr", "old");
     job.overwriteScript = true;
@@ -82,7 +82,7 @@ TEST_F(FailureTest, ANumberThatIsNotFiniteNamesTheEntitysLine) {
   dxf.entity("LINE", {{8, "0"}, {10, "1e308"}, {20, "0"}, {11, "0"}, {21, "0"}});
   draw(dxf);
   job.scale = 100.0;
-  // The first line takes lines 5 to 16; the second one's first group stands in line 19.
+  // The first line occupies lines 5 to 16; the second one's first group is in line 19.
   EXPECT_EQ(failure(), job.dxfFile +
                            ":19: A coordinate or size is no finite number. Please correct the "
                            "entity in the drawing or check the scale factor.");

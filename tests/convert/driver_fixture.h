@@ -12,7 +12,7 @@
 
 namespace quillon::convert {
 
-/// The script's first and last lines under the default settings.
+/// The script's first and last lines with the default settings.
 inline constexpr std::string_view kHead =
     "Set Wire_Bend 2;\r\nChange Pour Solid;\r\nGrid mil;\r\nSet Optimizing off;\r\n"
     "Set Undo_Log off;\r\n";
@@ -20,7 +20,7 @@ inline constexpr std::string_view kTail = "Set Undo_Log on;\r\nWindow Fit;\r\n";
 inline constexpr std::string_view kRangeNote =
     "# In the previous command some coordinates are out of range!\r\n";
 
-/// A script between the frame of the default settings.
+/// A script within the default frame.
 inline std::string framed(std::string_view content) {
   return std::string(kHead) + std::string(content) + std::string(kTail);
 }

@@ -1,5 +1,5 @@
-// Drawings made to break a converter: whatever they hold, there is a script of known lines, or a
-// message and no script.
+// Drawings made to break a converter: each gives a script of known lines, or a message and no
+// script.
 #include <chrono>
 
 #include "convert/driver_fixture.h"
@@ -21,8 +21,8 @@ class HostileTest : public DriverTest {
     surroundings.keepPartial = true;
   }
 
-  /// Converts with every combination of the options that choose ways through the emitters. The
-  /// result is the number of conversions that gave a script.
+  /// Converts with every combination of the options that select code paths. Returns the number of
+  /// conversions that produced a script.
   int convertInAllWays(const DxfBuilder& dxf) {
     draw(dxf);
     int scripts = 0;
@@ -117,7 +117,7 @@ TEST_F(HostileTest, DashesABillionTimesShorterThanTheirLineCanBeCancelled) {
   }
 }
 
-/// Texts that are no usual numbers, in every place of every entity.
+/// Unusual numeric texts, in every field of every entity.
 class HostileNumberTest : public HostileTest, public ::testing::WithParamInterface<const char*> {};
 
 TEST_P(HostileNumberTest, GivesAScriptOrAMessage) {
@@ -255,7 +255,7 @@ TEST_F(HostileTest, AChainOfNestedBlocksIsAnErrorBeforeTheStackEnds) {
       << detail();
 }
 
-/// A table in which every value line begins an entry.
+/// A table in which every value line starts an entry.
 DxfBuilder tableOfNames(int lines) {
   DxfBuilder dxf;
   for (const std::string_view name : {"LTYPE", "LAYER", "STYLE"}) {
@@ -301,7 +301,7 @@ TEST_F(HostileTest, LineTypesThatShareALongListCostNoMoreThanTheirLines) {
     return testing::leastSeconds([this] { EXPECT_TRUE(convertOnce()); });
   };
   const double few = seconds(2000);
-  EXPECT_LT(seconds(16000), 24.0 * few + 0.2);  // eight times as much
+  EXPECT_LT(seconds(16000), 24.0 * few + 0.2);  // eight times as many
 }
 
 TEST_F(HostileTest, SplinesOfManyPointsCostWhatTheirPointsDo) {

@@ -1,4 +1,4 @@
-// Limits of what a conversion writes and does.
+// Limits on what a conversion writes and does.
 #include "convert/driver_fixture.h"
 #include "convert/script_frame.h"
 #include "support/script_grammar.h"
@@ -13,7 +13,8 @@ class LimitTest : public DriverTest {
     surroundings.keepPartial = true;
   }
 
-  /// The script is closed properly, no longer than the limit and one entity, and incomplete.
+  /// Expects a script that is properly closed, incomplete, and at most one entity longer than the
+  /// limit.
   void expectLimit() {
     EXPECT_EQ(convert(), Outcome::Cancelled);
     const ScriptFrame frame = parseFrame(defaultFrameText());
@@ -96,7 +97,7 @@ TEST_F(LimitTest, EndBetweenThePartsOfALibrary) {
 }
 
 TEST_F(LimitTest, DoNotTouchAScriptThatFits) {
-  draw(lines(6));  // 5 lines before, 2 for each, 2 behind
+  draw(lines(6));  // 5 lines before, 2 for each, 2 after
   EXPECT_EQ(convert(), Outcome::Converted);
   EXPECT_EQ(result.commandCount, 19U);
   EXPECT_TRUE(host.messages.empty());
@@ -176,7 +177,7 @@ class StepLimitTest : public DriverTest {
               job.dxfFile + ": The conversion has reached the limit of 1000 steps.");
     EXPECT_LT(result.steps, 2000U);
   }
-  /// Blocks that double the last one over so many levels.
+  /// Nested blocks that double the innermost one at each level.
   static testing::DxfBuilder doubled(int levels, const testing::DxfBuilder& items = {}) {
     testing::DxfBuilder dxf = items;
     for (int level = 1; level < levels; ++level) {

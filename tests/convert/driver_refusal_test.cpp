@@ -8,7 +8,7 @@ using namespace std::string_literals;
 
 class RefusalTest : public DriverTest {
  protected:
-  /// Converts a drawing with these bytes, which must be refused; gives the message's text.
+  /// Converts a drawing with these bytes, which must be refused; returns the message's text.
   std::string refusal(std::string_view bytes) {
     folder.write("drawing.dxf", bytes);
     return refusal();

@@ -1,4 +1,4 @@
-// The checks in front of a conversion: their order, their messages, what they leave behind.
+// The checks before a conversion: their order, their messages, and what they leave on disk.
 #include "convert/driver_fixture.h"
 
 namespace quillon::convert {
@@ -235,7 +235,7 @@ TEST_F(DriverTest, ALayerFileThatCannotBeReadEndsTheRunWhereThatIsAnError) {
 }
 
 TEST_F(DriverTest, AFrameFileThatCannotBeReadIsToldAndTheBuiltInOneUsed) {
-  // Longer than any file with a few commands.
+  // Longer than any file with just a few commands.
   surroundings.frame.path = folder.write("quillon.cfh", "");
   std::filesystem::resize_file(surroundings.frame.path, std::uintmax_t{100} << 20);
   EXPECT_EQ(convert(), Outcome::Converted);
@@ -365,7 +365,7 @@ TEST_F(DriverTest, CoordinatesOutOfRangeAreWarnedAboutInGerman) {
             "des Skalierungsfaktors und der Einheit.");
 }
 
-/// Notes in which order a conversion turns to its host.
+/// Records the order in which a conversion calls its host.
 class OrderHost : public testing::RecordingHost {
  public:
   explicit OrderHost(std::string scriptFile) : scriptFile_(std::move(scriptFile)) {}

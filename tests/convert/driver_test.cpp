@@ -45,7 +45,7 @@ TEST_F(DriverTest, ShowsWhatItIsDoingInGerman) {
 }
 
 TEST_F(DriverTest, SetsBothBarsBackAndCarriesThemToTheEnd) {
-  DxfBuilder dxf;  // with every section: a missing one rewinds the file and the bar
+  DxfBuilder dxf;  // with every section: a missing one rewinds the file and the progress bar
   dxf.header("$LTSCALE", 40, "1").layer("0").beginBlock("A").endBlock();
   for (int i = 0; i < 2000; ++i) dxf.entity("POINT", {{8, "0"}, {10, "1"}, {20, "2"}});
   draw(dxf);
@@ -94,8 +94,8 @@ TEST_F(DriverTest, NothingCarriesOverFromAnEarlierConversion) {
 
 TEST_F(DriverTest, CountsTheLinesReadAndWritten) {
   convert();
-  // ENTITIES 6 lines and the line's 12, OBJECTS 6, EOF 2. The search for a missing section rewinds
-  // the file, and counting starts again.
+  // ENTITIES 6 lines and 12 for the line, OBJECTS 6, EOF 2. Searching for a missing section rewinds
+  // the file and restarts the count.
   EXPECT_EQ(result.linesRead, 26U);
   EXPECT_EQ(result.commandCount, 9U);
   EXPECT_EQ(result.counts[static_cast<std::size_t>(dxf::EntityKind::Line)], 1U);

@@ -26,7 +26,7 @@ std::string lookUp(std::string_view bytes, std::string_view dxfLayer,
   return std::string(LayerAssignment(table, "default", encoding).lookupLayer(dxfLayer));
 }
 
-/// The layer number of a drawing's layer that no file assigns.
+/// The layer number of an unassigned layer.
 int defaultNumber(std::string_view defaultLayer) {
   const LayerTable table;
   LayerAssignment layers(table, defaultLayer, base::Encoding::Windows1252);

@@ -1,4 +1,4 @@
-// Reports of drawings that were made to give long ones.
+// Reports of drawings designed to make them long.
 #include <gtest/gtest.h>
 
 #include "convert/driver_fixture.h"
@@ -29,7 +29,7 @@ class ReportLimits : public DriverTest {
     }
     return count;
   }
-  /// Blocks of one name, and as many insertions, each of which makes a part.
+  /// Blocks of the same name, and as many insertions, each of which makes a part.
   static std::string blocksOfOneName(int count) {
     DxfBuilder dxf;
     for (int i = 0; i < count; ++i) dxf.beginBlock("DOOR").endBlock();
@@ -64,7 +64,7 @@ TEST_F(ReportLimits, BlocksOfOneNameAreOnlyCountedWhereTheyWouldFillTheReport) {
 TEST_F(ReportLimits, LayersThatShareALongNameAreOnlyCountedWhereTheyWouldFillTheReport) {
   constexpr std::size_t kLayers = 2'000;
   const std::string name(20'000, 'X');
-  // Each entry lies within the one before and has the groups of all that follow.
+  // Each entry is nested in the previous one and has the groups of all that follow.
   std::string nested = "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n0\nLAYER\n";
   for (std::size_t i = 1; i < kLayers; ++i) nested += "1\nLAYER\n";
   nested += "2\n" + name + "\n70\n0\n0\nENDTAB\n0\nENDSEC\n";

@@ -9,7 +9,7 @@ namespace {
 
 using testing::DxfBuilder;
 
-/// Reports of conversions in a folder whose path is replaced by "~".
+/// Reports of conversions in a folder whose path is shown as "~".
 class ReportTest : public DriverTest {
  protected:
   /// A drawing with two layers, two blocks and some entities.
@@ -32,11 +32,11 @@ class ReportTest : public DriverTest {
     std::string text = result.report;
     const std::string path = folder.path().string();
     for (std::size_t at = 0; (at = text.find(path)) != std::string::npos;) {
-      text.replace(at, path.size() + 1, "~/");  // with either separator behind it
+      text.replace(at, path.size() + 1, "~/");  // followed by either separator
     }
     return text;
   }
-  /// The line that starts with a label, without it.
+  /// The rest of the line that starts with a label.
   static std::string lineAfter(const std::string& report, const std::string& label) {
     const std::size_t at = report.find("\r\n" + label);
     if (at == std::string::npos) return "(no such line)";
@@ -314,7 +314,7 @@ TEST_F(ReportTest, ShowsAFractionAsTheLayerFileHoldsIt) {
 
 TEST_F(ReportTest, CountsEveryKindOnItsOwnLine) {
   DxfBuilder dxf;
-  // Each kind stands as often as its line's number in the report says.
+  // Each kind occurs as often as its line number in the report.
   const std::vector<std::string> kinds = {"ARC",        "ATTDEF",  "ATTRIB", "INSERT",   "CIRCLE",
                                           "DIMENSION",  "ELLIPSE", "3DFACE", "3DLINE",   "LINE",
                                           "LWPOLYLINE", "SPLINE",  "POINT",  "POLYLINE", "SHAPE",

@@ -21,7 +21,7 @@ using testing::readFault;
 using Lines = std::initializer_list<std::string_view>;
 using Kinds = std::vector<EntityKind>;
 
-/// A drawing whose BLOCKS section has these lines, each block with its own BLOCK and ENDBLK.
+/// A drawing whose BLOCKS section has these lines, including each BLOCK and ENDBLK.
 std::string sectionOf(Lines lines) {
   return joinLines({"  0", "SECTION", "  2", "BLOCKS"}) + joinLines(lines) +
          joinLines(

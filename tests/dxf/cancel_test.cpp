@@ -20,7 +20,7 @@ using testing::ReadDrawing;
 
 constexpr std::size_t kMany = 20'000;
 
-/// A drawing of which every section takes several polls to read.
+/// A drawing with sections that each take several polls to read.
 std::string longDrawing() {
   DxfBuilder dxf;
   for (std::size_t i = 0; i < kMany; ++i) dxf.header("$ORTHOMODE", 70, "0");
@@ -46,7 +46,7 @@ std::uint64_t lineCount() {
   return static_cast<std::uint64_t>(std::count(theDrawing().begin(), theDrawing().end(), '\n'));
 }
 
-/// Reads a text from a file, as a cancel is noticed from window to window.
+/// Reads a text via a file, as a cancel is noticed between windows.
 class FileRead {
  public:
   FileRead(std::string_view text, ReadDrawing::CancelRule cancelWhen)
@@ -185,7 +185,7 @@ TEST(Objects, EndWithAnEndsecThatIsTheLastLine) {
 }
 
 TEST(Objects, ThatAreMissingAreNotWaitedFor) {
-  // Without ENTITIES the search for these ends at the end of the file, and OBJECTS is missed.
+  // Without ENTITIES, the search for it runs to the end of the file, past OBJECTS.
   for (const std::string_view text : {"0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n",
                                       "0\nSECTION\n2\nOBJECTS\n0\nDICTIONARY\n0\nEOF\n"}) {
     const ReadDrawing read(

@@ -18,7 +18,7 @@ using testing::ReadDrawing;
 using Names = std::vector<std::string>;
 using Lines = std::initializer_list<std::string_view>;
 
-/// The entities that were read, as kind and layer.
+/// The entities read, as kind and layer.
 Names entitiesOf(ReadDrawing& read) {
   Names names;
   for (const DxfEntity& entity : read.entities()) {
@@ -28,7 +28,7 @@ Names entitiesOf(ReadDrawing& read) {
   return names;
 }
 
-/// What was read of a damaged section.
+/// The result of reading a damaged section.
 struct Damaged {
   Names entities;
   DroppedEntities dropped;
@@ -41,7 +41,7 @@ Damaged damaged(Lines lines) {
 }
 
 TEST(DamagedEntities, WhoseZeroValueReadsLikeTheirEndAreDroppedAndTheNextIsRead) {
-  // The code line before the layer "0" is missing; the section begins with line 5.
+  // The code line before the layer "0" is missing; the section starts with line 5.
   const Damaged layer = damaged({"0", "ARC", "8", "a", "0", "LINE", "0", "10", "1", "0", "LINE",
                                  "8", "c", "10", "0", "0", "ARC", "8", "d"});
   EXPECT_EQ(layer.entities, (Names{"ARC A", "LINE C", "ARC D"}));
@@ -68,7 +68,7 @@ TEST(DamagedEntities, WithoutANameAreDroppedAloneAndTheNextIsRead) {
 }
 
 TEST(DamagedEntities, AfterAnUnknownOneThatLostALineAreRead) {
-  // Codes and values change places from the lost line on, up to the first name that reads as one.
+  // Codes and values are swapped from the lost line on, up to the first text that reads as a name.
   const Damaged read = damaged({"0", "HATCH", "8", "91", "1",  "0", "LINE", "8",   "a", "10", "1",
                                 "0", "LINE",  "8", "b",  "10", "1", "0",    "ARC", "8", "c"});
   EXPECT_EQ(read.entities, (Names{"LINE B", "ARC C"}));
@@ -112,7 +112,7 @@ TEST(DamagedEntities, ThatLoseAnyOneLineAreTheOnlyOnesLost) {
     std::string text = whole;
     text.erase(at, whole.find('\n', at) + 1 - at);
     const ReadDrawing read(text);
-    // Without its "0" line an entity is part of the one before.
+    // Without its "0" line an entity becomes part of the previous one.
     ASSERT_GE(read.entities().size() + 2, all) << text.substr(0, at);
     ASSERT_TRUE(read.entities().size() == all || read.drawing.dropped.count > 0) << at;
   }

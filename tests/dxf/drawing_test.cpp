@@ -94,7 +94,7 @@ TEST(Drawing, NumbersTheLinesOfItsBlocks) {
     };
     const DxfEntity point = read.blockEntity(0, 0);
     const DxfEntity line = read.blockEntity(1, 0);
-    // The layer is a kept copy, the groups stand in the block's own text.
+    // The layer is a kept copy, the groups are in the block's own text.
     EXPECT_EQ(read.drawing.lineInBlocks(point.groups), lineOf("first") - 1);
     EXPECT_EQ(read.drawing.lineInBlocks(line.value(0).data()), lineOf("second"));
     EXPECT_EQ(read.drawing.lineInBlocks(nullptr), 0U);

@@ -31,7 +31,7 @@ std::string sectionOf(Lines lines) {
              {"  0", "ENDSEC", "  0", "SECTION", "  2", "OBJECTS", "  0", "ENDSEC", "  0", "EOF"});
 }
 
-/// The entities that were read, as kind and layer.
+/// The entities read, as kind and layer.
 Names entitiesOf(ReadDrawing& read) {
   Names names;
   for (const DxfEntity& entity : read.entities()) {
@@ -109,14 +109,14 @@ TEST(Entities, WithABrokenGroupCodeAreDroppedAndTheNextIsRead) {
 
 TEST(Entities, ThatAreDroppedAreCountedWithTheLineOfTheFirstDamage) {
   const auto dropped = [](const std::string& text) { return ReadDrawing(text).drawing.dropped; };
-  // The section begins with line 5.
+  // The section starts with line 5.
   EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8", "a", "0", "POINT", "8", "b"})),
             (DroppedEntities{0, 0}));
   EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8", "a", "x", "1", "0", "POINT", "8", "b",  //
                                "0", "ARC", "-", "1", "0", "HATCH", "x", "1"})),
             (DroppedEntities{2, 9}));
   EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8", "a", "", "1"})), (DroppedEntities{1, 9}));
-  // A section's end that stands in the place of a value.
+  // The section ends where a value should be.
   EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8"})), (DroppedEntities{1, 9}));
 }
 
@@ -129,7 +129,7 @@ TEST(Entities, ThatAreCutOffCountAsDroppedInTheLastLine) {
   EXPECT_EQ(dropped("8"), (DroppedEntities{1, 9}));
   EXPECT_EQ(dropped("8\nb\n"), (DroppedEntities{1, 10}));
   EXPECT_EQ(dropped("8\nb\n10\n0"), (DroppedEntities{1, 12}));
-  // Without a name it is no entity.
+  // Without a name it is not an entity.
   EXPECT_EQ(dropped("8\nb\n0\n"), (DroppedEntities{0, 0}));
 }
 
@@ -141,7 +141,7 @@ TEST(Entities, BeforeAnErrorStay) {
 }
 
 TEST(Entities, AreFoundLineByLineAfterAnError) {
-  // One line too many shifts code and value lines from there on.
+  // A surplus line swaps codes and values from there on.
   EXPECT_EQ(entitiesOfLines({"0", "LINE", "8", "a", "stray", "10", "1", "0", "POINT", "8", "b", "0",
                              "ARC", "8", "c"}),
             (Names{"POINT B", "ARC C"}));
@@ -154,7 +154,7 @@ TEST(Entities, AreFoundOnlyBehindAPlainZeroAfterAnError) {
 }
 
 TEST(Entities, InsideABrokenOneAreFound) {
-  // The value of one group and the code line behind it read like the start of an entity.
+  // The value of one group and the next code line look like the start of an entity.
   EXPECT_EQ(entitiesOfLines({"0", "LINE", "8", "0", "POINT", "8", "a", "0", "ARC", "8", "b"}),
             (Names{"POINT A", "ARC B"}));
 }
@@ -179,7 +179,7 @@ TEST(Entities, OfASectionCutOffAnywhereAreThoseThatAreComplete) {
     const std::string text = dxf.text(lineEnd);
     const std::string end(lineEnd);
     const auto behind = [&text](const std::string& part) { return text.find(part) + part.size(); };
-    // Each entity is complete with the "0" line behind it.
+    // Each entity is complete with the "0" line after it.
     std::vector<std::size_t> ends;
     for (const std::string_view next : {"LWPOLYLINE", "HATCH", "SEQEND", "POINT", "ENDSEC"}) {
       ends.push_back(text.find("  0" + end + std::string(next)) + 3);
@@ -295,7 +295,7 @@ TEST(Entities, ThatAreBrokenCostNoMoreThanTheirLines) {
   };
   const double few = secondsFor(2'000);
   const double many = secondsFor(40'000);
-  // 20 when the cost is linear, 400 when it is quadratic.
+  // A factor of 20 when the cost is linear, 400 when quadratic.
   EXPECT_LT(many / few, 150.0) << few << " s, " << many << " s";
 }
 

@@ -19,8 +19,8 @@ using testing::DxfBuilder;
 using testing::Groups;
 using testing::ReadDrawing;
 
-/// The slots of a kind: a group code each; L layer, T line type, N upper-cased name (group 2),
-/// - never filled.
+/// The slots of a kind, as a group code each; L layer, T line type, N upper-cased name (group 2), -
+/// never filled.
 struct SlotRow {
   std::string_view kind;
   std::size_t slotCount;
@@ -81,7 +81,7 @@ std::string expectedText(const std::string& slot) {
 class EveryGroup {
  public:
   explicit EveryGroup(std::string_view kind) {
-    // The spline reader refuses a group 12 behind a 10, 11 or 41, so 12 comes first and once.
+    // The spline reader rejects a group 12 after 10, 11 or 41, so 12 comes first, and once.
     add(12, firstValueOf(12));
     for (const int code : {2310, 1071, 1000, 310, 256, -1}) add(code, "far");
     for (int code = 255; code > 0; --code) {
@@ -148,7 +148,7 @@ TEST(SlotLayout, NamesTheSlotsOfLayerLineTypeAndExtrusion) {
     for (std::string text; row >> text; ++slot) {
       if (text == "L") layer = slot;
       if (text == "T") lineType = slot;
-      // A TRACE is never mirrored.
+      // A TRACE is never mirrored in x.
       if (text == "230" && kind != "TRACE") extrusionX = slot;
       if (text == "220" && kind != "TRACE") extrusionY = slot;
     }
@@ -186,7 +186,7 @@ TEST(EntityReader, ForgetsTheEntityReadBefore) {
   dxf.beginBlock("a").entity("LWPOLYLINE", {{8, "A"}, {70, "1"}, {230, "-1"}, {43, "2"}});
   dxf.entity("POINT", {{10, "5"}}).endBlock();
   ReadDrawing read(dxf.text());
-  // The same record is used for both.
+  // The same record is reused.
   DxfEntity entity;
   EntityCursor cursor(read.drawing.store, read.drawing.blocks.at(0).items);
   while (cursor.next(entity)) read.reader.complete(entity);

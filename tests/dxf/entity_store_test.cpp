@@ -10,7 +10,7 @@
 namespace quillon::dxf {
 namespace {
 
-/// A text as long as the slots of a test need.
+/// A text long enough for a test's slots.
 const std::string& someText() {
   static const std::string text(std::size_t{3} << 20, 'x');
   return text;

@@ -20,7 +20,7 @@ using testing::OpenFile;
 using testing::ReadDrawing;
 using Lines = std::vector<std::string>;
 
-/// The walk over the ENTITIES section by its definition, on a list of lines.
+/// A straightforward walk over the ENTITIES section, on a list of lines.
 class PlainWalk {
  public:
   explicit PlainWalk(const Lines& lines) {
@@ -82,7 +82,7 @@ class PlainWalk {
     return name.empty() ? !lines_[i].empty() : isNumberText(name);
   }
 
-  /// Whether the "0" of line i was no group code but a value.
+  /// Whether the "0" of line i was a value instead of a group code.
   bool isCutOffAt(std::size_t i) const {
     if (i + 1 >= lines_.size() || !isNumberText(lines_[i + 1])) return false;
     const std::string& text = lines_[i + 1];
@@ -136,7 +136,7 @@ Lines describe(const ReadDrawing& read) {
   return entities;
 }
 
-/// Lines as a drawing has them, in any order: entities that are whole, broken and cut off.
+/// Random lines as in drawings: entities that are complete, broken and cut off.
 Lines randomLines(std::mt19937& random, std::size_t count, unsigned endsecEvery) {
   constexpr std::string_view kPool[] = {
       "0",      "0",  "0",     "  0", "LINE", "LINE",  "SPLINE", "SEQEND", "HATCH",

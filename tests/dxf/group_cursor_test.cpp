@@ -46,7 +46,7 @@ bool isDecimalNumber(std::string_view text) {
   return at == text.size();
 }
 
-/// The group code on a line by its definition, or nothing.
+/// The group code on a line, determined naively, or nothing.
 std::optional<int> plainGroupCode(std::string_view line) {
   const std::string trimmed(base::trimBlanks(line));
   if (!isDecimalNumber(trimmed)) return std::nullopt;
@@ -55,7 +55,7 @@ std::optional<int> plainGroupCode(std::string_view line) {
   return static_cast<int>(rounded);
 }
 
-/// How a cursor takes the first code line of a text: as the end, a group code, or an error.
+/// How a cursor reads the first code line of a text: as the end, a group code, or an error.
 struct Outcome {
   bool ended = false;
   std::optional<int> code;

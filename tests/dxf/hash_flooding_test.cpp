@@ -17,8 +17,8 @@ using testing::leastSeconds;
 using testing::ReadDrawing;
 using Names = std::vector<std::string>;
 
-/// Names that all have the same value under the usual hash of the standard library, which works
-/// through them eight bytes at a time.
+/// Names that all collide under the standard library's usual hash, which processes eight bytes at a
+/// time.
 class CollidingNames {
  public:
   Names make(std::size_t bits) {
@@ -47,7 +47,7 @@ class CollidingNames {
     word *= inverse(kFactor);
     return (word ^ word >> 47) * inverse(kFactor);
   }
-  /// Whether all bytes may stand in a name and stay as they are in upper case.
+  /// Whether all bytes are valid in a name and unaffected by upper-casing.
   static bool fits(std::uint64_t word) {
     for (int i = 0; i < 8; ++i, word >>= 8) {
       const unsigned byte = word & 0xFF;
@@ -57,8 +57,8 @@ class CollidingNames {
     }
     return true;
   }
-  /// Two texts of two words each. Their first words differ in the highest bit once they are mixed
-  /// in; their second words take that back.
+  /// Two texts of two words each. After mixing, their first words differ in the highest bit; their
+  /// second words cancel that out.
   std::pair<std::string, std::string> pairs() {
     std::string one;
     std::string other;

@@ -29,7 +29,7 @@ Lines linesOf(std::string_view bytes) {
 TEST(ReadDxfLine, SplitsEveryLineEndConvention) {
   EXPECT_EQ(linesOf("  0\nLINE\n"), (Lines{"  0", "LINE"}));
   EXPECT_EQ(linesOf("  0\rLINE\r"), (Lines{"  0", "LINE"}));
-  // The second character of a pair stands at the start of the next line, the last one included.
+  // The second character of a line end counts as part of the next line, at the end of the file too.
   EXPECT_EQ(linesOf("  0\r\nLINE\r\n"), (Lines{"  0", "LINE", ""}));
   EXPECT_EQ(linesOf("  0\n\rLINE\n\r"), (Lines{"  0", "LINE", ""}));
 }

@@ -17,7 +17,7 @@ using testing::Groups;
 using testing::ReadDrawing;
 using Vertices = std::vector<std::string>;
 
-/// The vertices of a polyline as "x y startWidth endWidth bulge", "-" for what is empty.
+/// The vertices of a polyline as "x y startWidth endWidth bulge", "-" for empty values.
 Vertices verticesOf(Groups groups, std::string_view kind = "LWPOLYLINE") {
   DxfBuilder dxf;
   dxf.entity(kind, groups);

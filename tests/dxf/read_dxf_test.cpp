@@ -67,7 +67,7 @@ void describeEntity(std::ostream& out, ReadDrawing& read, const DxfEntity& entit
   out << '\n';
 }
 
-/// All that was read from a text or an open file, as text.
+/// Everything that was read from a text or an open file, as text.
 template <typename Source>
 std::string describe(const Source& source) {
   ReadDrawing read(source);
@@ -131,7 +131,7 @@ TEST(ReadDxf, ReadsTheSameFromEveryLineEndConvention) {
   EXPECT_EQ(describe(dxf.text("\r\n")), expected);
   EXPECT_EQ(describe(dxf.text("\r")), expected);
   EXPECT_EQ(describe(dxf.text("\n\r")), expected);
-  // Stray characters of the other kind, in every line.
+  // A stray line-end character of the other kind in every line.
   EXPECT_EQ(describe("\n" + dxf.text("\r\r\n")), expected);
   EXPECT_EQ(describe("\r" + dxf.text("\n\n\r")), expected);
   std::string without = dxf.text("\r\n");
@@ -140,7 +140,7 @@ TEST(ReadDxf, ReadsTheSameFromEveryLineEndConvention) {
 }
 
 TEST(ReadDxf, ReadsTheSameFromAFileAsFromATextInMemory) {
-  // Every table and some blocks are larger than a window.
+  // Every table and some blocks exceed a window.
   DxfBuilder dxf;
   dxf.header("$LTSCALE", 40, "3");
   for (int i = 0; i < 8000; ++i) {
@@ -181,7 +181,7 @@ TEST(ReadDxf, LeavesEveryStoreEmptyForADrawingWithoutContent) {
   }
 }
 
-/// One section of a drawing with a little in it.
+/// A section of a drawing with minimal contents.
 std::string section(std::string_view name) {
   std::string content;
   if (name == "HEADER") content = joinLines({"  9", "$LTSCALE", " 40", "2"});
@@ -194,7 +194,7 @@ std::string section(std::string_view name) {
   return joinLines({"  0", "SECTION", "  2", name}) + content + joinLines({"  0", "ENDSEC"});
 }
 
-/// Which sections of a drawing were read: H, T, B, E.
+/// The sections of a drawing that were read: H, T, B, E.
 std::string sectionsRead(std::initializer_list<std::string_view> sections) {
   std::string text;
   for (const std::string_view part : sections) text += section(part);
@@ -223,7 +223,7 @@ TEST(ReadDxf, LosesASectionThatStandsBeforeTheOneSearchedFirst) {
 }
 
 TEST(ReadDxf, FindsASectionThatStandsBeforeAMissingOne) {
-  // TABLES is missing behind HEADER, so that BLOCKS is searched from the first line again.
+  // TABLES is missing after HEADER, so the search for BLOCKS restarts at the first line.
   EXPECT_EQ(sectionsRead({"BLOCKS", "HEADER", "ENTITIES"}), "HBE");
   EXPECT_EQ(sectionsRead({"ENTITIES", "TABLES"}), "TE");
 }
@@ -244,7 +244,7 @@ TEST(ReadDxf, NeedsSectionNamesInUpperCaseExceptEntities) {
 }
 
 TEST(ReadDxf, TakesAnyLineEntitiesForTheStartOfTheEntities) {
-  // Without BLOCKS the search starts at the first line, where a layer has that name.
+  // Without BLOCKS the search restarts at the first line and finds a layer of that name.
   const std::string tables =
       joinLines({"0", "SECTION", "2", "TABLES", "0", "TABLE", "2", "LAYER", "0", "LAYER", "2",
                  "Entities", "70", "0", "0", "ENDTAB", "0", "ENDSEC"});
@@ -283,11 +283,11 @@ TEST(ReadDxf, KnowsTablesAndTheirMarkersInAnyCase) {
 }
 
 TEST(ReadDxf, NamesATableByTheLineBehindTheFirstTwo) {
-  // The handle 2 comes before the name, so that the table has the name "2".
+  // The handle 2 comes before the name, so it becomes the table's name.
   const ReadDrawing handle(tablesOf(
       {"0", "TABLE", "5", "2", "2", "LAYER", "0", "LAYER", "2", "a", "70", "0", "0", "ENDTAB"}));
   EXPECT_TRUE(handle.drawing.layers.empty());
-  // Without any "2" its first line is the name.
+  // Without any "2" the first line is the name.
   const ReadDrawing nameless(
       tablesOf({"0", "TABLE", "LAYER", "0", "0", "LAYER", "70", "0", "3", "x", "0", "ENDTAB"}));
   EXPECT_EQ(nameless.drawing.layers.size(), 1U);

@@ -30,7 +30,7 @@ DxfBuilder smallDrawing() {
   return dxf;
 }
 
-/// A drawing with the same sections of about 3 MB and no OBJECTS.
+/// A drawing of about 3 MB with the same sections, but without OBJECTS.
 std::string longDrawing() {
   std::string text = smallDrawing().text();
   text.resize(text.rfind("  0\nENDSEC\n  0\nSECTION\n  2\nOBJECTS"));
@@ -63,7 +63,7 @@ TEST(LinesRead, AreThoseUpToTheEndOfTheFile) {
   const auto lines = static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n'));
   EXPECT_EQ(ReadDrawing(text).linesRead, lines);
   EXPECT_EQ(ReadDrawing(dxf.text("\r")).linesRead, lines);
-  // With two characters for each line end the last one is left as a line of its own.
+  // With two-character line ends, the last character counts as a line of its own.
   EXPECT_EQ(ReadDrawing(dxf.text("\r\n")).linesRead, lines + 1);
   EXPECT_EQ(ReadDrawing(text + "\n\nmore").linesRead, lines + 3);
 }
@@ -103,7 +103,7 @@ TEST(FileLinesRead, CountWhatWasReadBeforeTheFileWasRewound) {
             static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n')));
 }
 
-/// Where the reading bar stands after a read, in percent.
+/// The final position of the reading bar, in percent.
 double lastProgress(const ReadDrawing& read) {
   const auto& [value, total] = read.monitor.progress.back();
   return 100.0 * static_cast<double>(value) / static_cast<double>(total);

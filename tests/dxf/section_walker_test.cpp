@@ -127,7 +127,7 @@ TEST(FindSection, FindsANameAtTheBorderOfTwoWindows) {
   }
 }
 
-/// What collectBetween made of a text with the markers of a table.
+/// The result of collectBetween with the markers of a table.
 struct Collected {
   bool result;
   Lines lines;

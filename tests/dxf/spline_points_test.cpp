@@ -79,7 +79,7 @@ TEST(ReadSpline, MakesAPointOfEveryYBehindAnX) {
 }
 
 TEST(ReadSpline, KeepsNoFitPoints) {
-  // Tangents before fit points, as drawings have them.
+  // Tangents before fit points, as in real drawings.
   const Spline spline = splineOf({{12, "1"},
                                   {22, "0"},
                                   {13, "0"},

@@ -18,7 +18,7 @@ using Texts = std::vector<std::string_view>;
 using Strings = std::vector<std::string>;
 using Parser = void (*)(const SectionLines&, Drawing&);
 
-/// What a parser made of the lines of a table.
+/// The result of parsing the lines of a table.
 struct Parsed {
   Parsed(Parser parse, const SectionLines& lines) { parse(lines, drawing); }
 
@@ -79,7 +79,7 @@ TEST(LayerTable, LosesTheLastGroupOfEveryEntry) {
                        "0", "LAYER", "2", "C",                                            //
                        "0", "LAYER",                                                      //
                        "0", "ENDTAB"});
-  // The walk starts behind the first "0".
+  // The walk starts after the first "0".
   ASSERT_EQ(namesOf(parsed.drawing.layers), (Texts{"A", "B", "", ""}));
   EXPECT_EQ(parsed.drawing.layers[0].values[0], "5");
   EXPECT_EQ(parsed.drawing.layers[0].values[1], "");
@@ -142,7 +142,7 @@ TEST(LayerTable, AnEntryAtTheLastValueOfAnotherHasNoGroups) {
 }
 
 TEST(LayerTable, AnEntryOnACodeLinePairsTheLinesItsOwnWay) {
-  // The extra line shifts code and value lines from the second entry on.
+  // The surplus line swaps codes and values from the second entry on.
   const Parsed parsed(parseLayerTable,
                       {"0", "LAYER", "2", "A", "70", "0", "0",  //
                        "0", "LAYER", "2", "B", "62", "4", "70", "0", "0", "ENDTAB"});
@@ -154,7 +154,7 @@ TEST(Tables, StartBehindTheFirstZeroOrAtTheFirstLine) {
   const Parsed behind(parseStyleTable, {"2", "STYLE", "70", "1", "0", "STYLE", "2", "A", "40",
                                         "0.5", "70", "0", "0", "ENDTAB"});
   EXPECT_EQ(namesOf(behind.drawing.textStyles), Texts{"A"});
-  // Without any "0" the name of the table itself is taken for an entry, which then never ends.
+  // Without any "0" the name of the table itself starts an entry, which never ends.
   EXPECT_THROW(Parsed(parseStyleTable, {"2", "STYLE", "70", "1", "ENDTAB"}), base::RunTimeError);
 }
 
@@ -212,7 +212,7 @@ TEST(LineTypeTable, WritesDashesAsNumbers) {
         {{"49", "-0"}, "0;"},
         {{"49", "1e999", "49", "-1e999"}, "1e999;-1e999;"},
         {{"49", "dash", "49", "", "49", "2,5"}, "0;0;2;"},
-        // Without dashes, and where another group comes last, one more element follows.
+        // Without dashes, or with another group at the end, an extra element is added.
         {{}, "0;"},
         {{"73", "0", "40", "0"}, "0;"},
         {{"49", "0.5", "74", "0", "49", "-0.25", "74", "0"}, "0.5;-0.25;0;"},
@@ -277,7 +277,7 @@ TEST(Tables, ReadTheCodeOfALastGroupOnlyWhereTheyKeepIt) {
                base::RunTimeError);
 }
 
-/// Time for a table in which every value line starts an entry.
+/// Time for a table with an entry at every value line.
 double secondsFor(Parser parse, std::string_view code, std::string_view name, std::size_t entries) {
   SectionLines lines = {"0"};
   for (std::size_t i = 0; i < entries; ++i) {
@@ -307,7 +307,7 @@ TEST(Tables, CostNoMoreThanTheirLinesWhenEveryValueStartsAnEntry) {
                                           {parseStyleTable, "3", "STYLE"}}) {
     const double few = secondsFor(parse, code, name, 10'000);
     const double many = secondsFor(parse, code, name, 200'000);
-    // 20 when the cost is linear, 400 when it is quadratic.
+    // A factor of 20 when the cost is linear, 400 when quadratic.
     EXPECT_LT(many / few, 150.0) << code << ' ' << name << ": " << few << " s, " << many << " s";
   }
 }

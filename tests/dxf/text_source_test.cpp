@@ -27,7 +27,7 @@ std::string_view textOf(const TextSource& source) {
   return {source.begin(), static_cast<std::size_t>(source.end() - source.begin())};
 }
 
-/// Lines of differing lengths, `size` bytes in all.
+/// Lines of various lengths, `size` bytes in total.
 std::string someText(std::size_t size) {
   std::string text;
   text.reserve(size + 32);
@@ -36,7 +36,7 @@ std::string someText(std::size_t size) {
   return text;
 }
 
-/// All bytes of a source, window by window.
+/// All bytes of a source, read window by window.
 std::string readThrough(TextSource& source) {
   std::string text;
   for (;;) {
@@ -182,8 +182,8 @@ TEST(TextSource, ReportsAStreamThatCannotBeRead) {
   std::fclose(file);
 }
 
-/// Lines up to 60 characters long, now and then a very long one, with line-end characters of both
-/// kinds in any order.
+/// Lines of up to 60 characters, occasionally a very long one, with both line-end characters in any
+/// order.
 std::string randomLines(std::mt19937& random, std::string_view lineEnd, std::size_t size) {
   std::string text;
   while (text.size() < size) {
@@ -246,7 +246,7 @@ TEST(TextSource, LeavesTheLastLineEndOfTwoCharactersAsALineWhereverAWindowEnds) 
 }
 
 TEST(IsUtf8, ReadsAWholeFileAndLeavesTheWindowWhereItIs) {
-  // Characters of three bytes lie across the borders of every block.
+  // Three-byte characters straddle every block boundary.
   std::string content = "a\n";
   while (content.size() < 5 * TextSource::kWindow) content += "€€€€€€€\n";
   const OpenFile file(content);
@@ -275,7 +275,7 @@ TEST(IsUtf8, IsFalseForAnUnfinishedCharacterAtTheEnd) {
 }
 
 TEST(IsUtf8, LooksAtTheBytesBeforeLineEndsAreMadeRegular) {
-  // The stray CR is dropped when the lines are read.
+  // The stray CR disappears when the lines are read.
   for (const std::string bytes : {"a\n\xC3\r\xA4\n", "a\r\xC3\n\xA4\r", "a\n\xE2\r\x82\xAC"}) {
     const OpenFile file(bytes);
     EXPECT_FALSE(TextSource(file.get(), {}).isUtf8(never));

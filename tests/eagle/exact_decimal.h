@@ -8,7 +8,7 @@
 
 namespace quillon::testing {
 
-/// A whole number of any size that can only grow; digits in groups of nine.
+/// A natural number of any size that can only grow; digits in groups of nine.
 class BigNumber {
  public:
   explicit BigNumber(std::uint64_t value) {
@@ -40,7 +40,7 @@ class BigNumber {
   std::vector<std::uint64_t> groups_;
 };
 
-/// Adds one to a row of decimal digits.
+/// Increments a row of decimal digits.
 inline void increment(std::string& digits) {
   for (std::size_t i = digits.size(); i-- > 0;) {
     if (digits[i] != '9') {
@@ -53,7 +53,7 @@ inline void increment(std::string& digits) {
 }
 
 /// A finite number with seven decimals, halves away from zero, by long-hand arithmetic on all its
-/// digits: slow, but nothing is ever rounded on the way.
+/// digits: slow, but without intermediate rounding.
 inline std::string exactSevenDecimals(double value) {
   constexpr int kMantissaBits = 53;
   constexpr std::size_t kDecimals = 7;

@@ -79,7 +79,7 @@ TEST(FormatNumber, KeepsTheSignOfANegativeThatRoundsToZero) {
 }
 
 TEST(FormatNumber, RoundsExactHalvesAwayFromZero) {
-  // An eighth decimal of exactly 5 is left by odd multiples of 1/256 alone: 1/256 = 0.00390625.
+  // Only odd multiples of 1/256 have an eighth decimal of exactly 5: 1/256 = 0.00390625.
   expectTexts({{1.0 / 256, "0.0039063"},
                {-1.0 / 256, "-0.0039063"},
                {3.0 / 256, "0.0117188"},  // 0.01171875
@@ -170,7 +170,7 @@ TEST(FormatNumber, AgreesWithExactArithmeticForNumbersCloseToHalves) {
   std::mt19937_64 random(7);
   std::uniform_int_distribution<std::int64_t> whole(-4'000'000'000'000, 4'000'000'000'000);
   for (int i = 0; i < 10'000; ++i) {
-    // An eighth decimal of 5, as nearly as a double can hold it.
+    // An eighth decimal of 5, as close as a double gets.
     const double value = (static_cast<double>(whole(random)) + 0.5) / 1e7;
     ASSERT_EQ(formatNumber(value), exactSevenDecimals(value));
     const double half = (2.0 * static_cast<double>(whole(random) % 1'000'000'000) + 1.0) / 256.0;
@@ -187,7 +187,7 @@ TEST(FormatNumber, AgreesWithExactArithmeticForAnyBitPattern) {
   }
 }
 
-/// Writes numbers as users in some countries do: decimal comma, a point between thousands.
+/// Formats numbers as some countries do: decimal comma, a point between thousands.
 class CommaNumbers : public std::numpunct<char> {
  protected:
   char do_decimal_point() const override { return ','; }
@@ -198,7 +198,7 @@ class CommaNumbers : public std::numpunct<char> {
 TEST(FormatNumber, UsesThePointWhateverTheUsersLocale) {
   const std::locale before =
       std::locale::global(std::locale(std::locale::classic(), new CommaNumbers));
-  // A system without this locale keeps its own; the one above is always there.
+  // Has no effect where this locale is missing; the facet above is always used.
   std::setlocale(LC_ALL, "de_DE.UTF-8");
   const std::string small = formatNumber(1234.5);
   const std::string large = formatNumber(1e16);

@@ -42,7 +42,8 @@ TEST_F(RecorderTest, LeavesOutLayersThatNothingIsOn) {
 
 TEST_F(RecorderTest, TurnsArcsIntoCurvedWires) {
   recorder.layer(1);
-  // A quarter circle about (0, 0): clockwise from (0, 1) to (1, 0), and the rest of it.
+  // A quarter circle about (0, 0): clockwise from (0, 1) to (1, 0), and the remaining three
+  // quarters.
   recorder.arc({.sense = Sense::Clockwise, .start = {0, 1}, .opposite = {0, -1}, .end = {1, 0}});
   recorder.arc({.start = {0, 1}, .opposite = {0, -1}, .end = {1, 0}});
   ASSERT_EQ(layer(1).wires.size(), 2U);

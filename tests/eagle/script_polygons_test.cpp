@@ -1,4 +1,4 @@
-// Polygons that come corner by corner.
+// Polygons written corner by corner.
 #include <gtest/gtest.h>
 
 #include <string>

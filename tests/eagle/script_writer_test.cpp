@@ -83,14 +83,14 @@ struct UnitLimit {
   double limit;
 };
 
-/// The limits of all units, and of none.
+/// The limits of all units, and without a unit.
 constexpr std::initializer_list<UnitLimit> kLimits = {{base::Unit::Mic, 838860.0},
                                                       {base::Unit::Mm, 838.86},
                                                       {base::Unit::Mil, 33026.0},
                                                       {base::Unit::Inch, 33.026},
                                                       {base::Unit::None, 838.86}};
 
-/// Whether a point brings a range note about.
+/// Whether a point causes a range note.
 bool isNoted(base::Unit unit, double x, double y) {
   ScriptCapture capture({.unit = unit});
   capture.script.formatPoint(x, y);
@@ -268,7 +268,7 @@ TEST(CommandCount, GrowsByOneForALineAndByWhatCommandsSay) {
   EXPECT_EQ(capture.script.commandCount(), 9U) << "two lines and the range note";
 }
 
-/// Keeps the script in memory and counts the blocks it came in.
+/// Collects the script and counts the blocks in which it arrives.
 class BlockSink : public base::ByteSink {
  public:
   void write(std::string_view block) override {

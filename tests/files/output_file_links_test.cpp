@@ -1,4 +1,4 @@
-// Links in the place of files that are to be written.
+// Links in place of files to be written.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>

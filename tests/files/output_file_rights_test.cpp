@@ -1,4 +1,4 @@
-// Rights, owners and groups of files that are replaced.
+// Permissions, owners and groups of replaced files.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 using testing::inChildProcess;
 using testing::kNobody;
 
-/// A user and a group that no test runs with.
+/// A user and group that tests never run with.
 constexpr uid_t kOther = 4711;
 
 class RightsTest : public ::testing::Test {

@@ -11,7 +11,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::TempFolder;
 
-/// A folder with in/Part.dxf whose name is known in full.
+/// A folder with in/Part.dxf and a known full path.
 class PathsTest : public ::testing::Test {
  protected:
   PathsTest() {

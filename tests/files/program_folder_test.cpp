@@ -8,7 +8,7 @@ namespace {
 namespace fs = std::filesystem;
 
 TEST(ProgramFolder, IsTheFolderOfTheExecutableWhereThatCanBeWrittenTo) {
-  // Tests run from a build folder, which belongs to whoever runs them.
+  // Tests run from a build folder, which their user can write to.
   EXPECT_EQ(programFolder(), fs::read_symlink("/proc/self/exe").parent_path());
 }
 

@@ -4,11 +4,11 @@
 
 namespace quillon::fuzz {
 
-/// Starts measuring the memory that the program asks for.
+/// Starts measuring the program's memory.
 void startMeasuring();
-/// Most bytes in use at once since then; 0 where that cannot be measured.
+/// Peak number of bytes in use since then; 0 where that cannot be measured.
 std::size_t mostBytesInUse();
-/// Bytes of all allocations since then; 0 where that cannot be measured.
+/// Total bytes allocated since then; 0 where that cannot be measured.
 std::size_t bytesAllocated();
 
 }  // namespace quillon::fuzz

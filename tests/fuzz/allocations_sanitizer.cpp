@@ -1,4 +1,4 @@
-// AddressSanitizer tells of every allocation, those of the C library included.
+// AddressSanitizer reports every allocation, including those of the C library.
 #include <sanitizer/allocator_interface.h>
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 namespace quillon::fuzz {
 namespace {
 
-// The hooks can reach nothing but static variables.
+// The hooks can only reach static variables.
 std::ptrdiff_t inUse = 0;
 std::ptrdiff_t most = 0;
 std::size_t allocated = 0;

@@ -1,4 +1,4 @@
-// Where clang's AddressSanitizer is not there nobody counts allocations.
+// Without clang's AddressSanitizer, allocations are not counted.
 #include "allocations.h"
 
 namespace quillon::fuzz {

@@ -1,4 +1,4 @@
-// Any text is a command line; its letters' case does not count.
+// Any text is a valid command line; case does not matter.
 #include <cstdlib>
 #include <string_view>
 
@@ -11,7 +11,7 @@ namespace {
 using quillon::convert::CommandLine;
 
 bool equal(const CommandLine& a, const CommandLine& b) {
-  // A scale may be infinite, but is never not a number.
+  // A scale may be infinite, but never NaN.
   return a.CmdLineGiven == b.CmdLineGiven && a.dxfFile == b.dxfFile &&
          a.scriptFile == b.scriptFile && a.drawingName == b.drawingName &&
          a.layerFile == b.layerFile && a.layer == b.layer && a.unit == b.unit &&

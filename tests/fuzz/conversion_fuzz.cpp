@@ -1,5 +1,5 @@
-// A whole conversion, from any bytes with any options: its script holds nothing but the lines that
-// Quillon writes, and costs no more than its input and output.
+// A whole conversion of any bytes with any options: the script contains only lines that Quillon
+// writes, and the cost is bounded by its input and output.
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -19,16 +19,16 @@ using quillon::fuzz::ConversionInput;
 using quillon::fuzz::MemoryFile;
 using quillon::fuzz::require;
 
-/// Polls after which a conversion is cancelled that writes or expands without an end.
+/// Polls after which an endless conversion is cancelled.
 constexpr std::uint64_t kMostPolls = 300;
-/// Polls that may follow one that said yes: what is under way is closed, nothing is begun.
+/// Polls allowed after a cancel: open items are closed, nothing new is started.
 constexpr std::uint64_t kMostPollsAfterCancel = 16;
-/// Entities, dashes or pieces of curves between two polls, at most.
+/// Most entities, dashes or pieces of curves between two polls.
 constexpr std::uint64_t kStepsPerPoll = 64;
-/// Lines that may follow the last one that a limit allows: those of one entity or part.
+/// Lines allowed past a limit: those of one entity or part.
 constexpr std::uint64_t kMostLinesAfterLimit = 32;
 
-/// Counts the polls, and cancels at one of them.
+/// Counts the polls and cancels at a given one.
 class FuzzHost : public quillon::convert::ConversionHost {
  public:
   explicit FuzzHost(std::uint64_t cancelAtPoll) : cancelAt_(cancelAtPoll) {}
@@ -68,7 +68,7 @@ struct Files {
   MemoryFile drawing;
   MemoryFile layers;
   MemoryFile frame;
-  MemoryFile script;  ///< stands for standard output
+  MemoryFile script;  ///< in place of standard output
 };
 
 struct Run {
@@ -123,13 +123,13 @@ void checkLines(const ConversionInput& input, const Run& run) {
               std::to_string(facts.namedPolygons));
 }
 
-/// A limit ends the work: what is under way is closed, and one entity may be longer than a step.
+/// A limit ends the work: open items are closed, and one entity may take more than a step.
 void checkLimits(const ConversionInput& input, const Run& run, std::size_t inputBytes) {
   using quillon::rules::WorkLimits;
   const auto& [lines, steps] = input.limits;
   require(steps == WorkLimits::kNone || run.result.steps <= steps + 2 * inputBytes + kStepsPerPoll,
           "steps within their limit: " + std::to_string(run.result.steps));
-  // The frame's lines are the user's.
+  // The frame consists of the user's lines.
   require(lines == WorkLimits::kNone ||
               run.result.commandCount <= lines + inputBytes + kMostLinesAfterLimit,
           "lines within their limit: " + std::to_string(run.result.commandCount));
@@ -137,7 +137,7 @@ void checkLimits(const ConversionInput& input, const Run& run, std::size_t input
 
 void checkPolls(const ConversionInput& input, const Run& run, std::size_t inputBytes) {
   require(run.pollsAfterCancel <= kMostPollsAfterCancel, "a cancel ends the conversion");
-  // A dash may be too short to be seen, so dashes alone can take time without giving lines. They
+  // A dash may be too short to be visible, so dashes can take time without producing lines. They
   // can be cancelled.
   if (input.job.dotted) return;
   std::uint64_t steps = inputBytes + run.script.size();

@@ -12,7 +12,7 @@ constexpr std::array<double, 10> kScales = {1.0,  0.0,  -1.0,   0.5,   25.4,
 constexpr std::array<double, 10> kNumbers = {0.0,  1.0,   -1.0,   0.5,   838.86,
                                              1e-9, 1e308, 1e-300, 33026, -1e308};
 
-/// Takes one option with the digit behind it, if it has one.
+/// Reads one option, and the digit after it if there is one.
 void readChoice(ConversionInput& input, char letter, int digit) {
   convert::ConversionJob& job = input.job;
   const auto index = static_cast<std::size_t>(digit);

@@ -9,15 +9,15 @@
 
 namespace quillon::fuzz {
 
-/// A whole conversion in one run of bytes: options, default layer, drawing name, layer file and
-/// frame, each ended by a NUL byte, then the drawing.
+/// A whole conversion in one byte string: options, default layer, drawing name, layer file and
+/// frame, each followed by a NUL byte, then the drawing.
 ///
-/// The options are letters, so that they can be read and changed by hand: d, e, a, r and g switch
-/// on dotted lines, ellipses, arcs as lines, the refusal of texts without a section and German; o
-/// takes the older version; u, t, p, b, s, x, y, w and c are followed by a digit that chooses unit,
-/// target, polylines, blocks, scale, offsets, polyline width and the poll that cancels; l and m
-/// are followed by the power of four that limits steps and lines, and k keeps what a limit ends.
-/// Other bytes count for nothing.
+/// The options are letters, so that they can be read and edited by hand: d, e, a, r and g switch on
+/// dotted lines, ellipses, arcs as lines, the refusal of texts without a section, and German; o
+/// selects the older version; u, t, p, b, s, x, y, w and c are followed by a digit for unit,
+/// target, polylines, blocks, scale, offsets, polyline width and the poll that cancels; l and m are
+/// followed by a power of four that limits steps and lines, and k keeps the script when a limit is
+/// reached. Other bytes are ignored.
 struct ConversionInput {
   convert::ConversionJob job;  ///< without files
   std::string_view layerFile;
@@ -25,7 +25,7 @@ struct ConversionInput {
   std::string_view drawing;
   bool refuseWithoutSections = false;
   bool german = false;
-  std::uint64_t cancelAtPoll = 0;  ///< from 1; 0: at none
+  std::uint64_t cancelAtPoll = 0;  ///< counted from 1; 0: never
   rules::WorkLimits limits;
   bool keepPartial = false;
 };

@@ -6,22 +6,22 @@
 
 namespace quillon::fuzz {
 
-/// Most that some work may cost: a fixed part, and one for each of its units.
+/// The most that some work may cost: a fixed part plus a part per unit.
 struct CostBound {
   double fixed = 0.0;
   double perUnit = 0.0;
 };
 
-/// What any part of Quillon may cost. What grows with the square of the input breaks a bound. The
-/// bytes are the same in every run; the time is the processor's and has room for slow machines.
+/// The most that any part of Quillon may cost; quadratic growth exceeds it. Bytes are the same in
+/// every run; seconds are processor time, with room for slow machines.
 struct CostBounds {
-  CostBound bytesInUse{1 << 20, 64.0};       ///< at once; a unit is a byte of the input
-  CostBound bytesAllocated{2 << 20, 512.0};  ///< over the run; a unit is such a byte, or a step
+  CostBound bytesInUse{1 << 20, 64.0};       ///< peak; the unit is a byte of the input
+  CostBound bytesAllocated{2 << 20, 512.0};  ///< total; the unit is an input byte or a step
   CostBound seconds{0.1, 10e-6};             ///< the same units
 };
 
-/// Does the work, which gives the steps that it took, and ends the fuzzer when it cost too much.
-/// Work that took too long gets two more runs: what else the machine does must not decide.
+/// Does the work, which returns its number of steps, and ends the fuzzer when it cost too much. If
+/// it took too long it is run twice more, so that a busy machine does not cause failures.
 void requireCost(const CostBounds& bounds, std::size_t inputBytes,
                  const std::function<std::uint64_t()>& work);
 

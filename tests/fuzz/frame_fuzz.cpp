@@ -1,5 +1,4 @@
-// Any bytes are a frame file: its lines are taken as they stand, and never end a line of the script
-// themselves.
+// Any bytes are a frame file: its lines are taken as they are and contain no line ends.
 #include <algorithm>
 #include <cctype>
 #include <string>

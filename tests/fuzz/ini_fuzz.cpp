@@ -1,4 +1,4 @@
-// Any bytes are an INI file: a value that is set is read back, every other one stays.
+// Any bytes are an INI file: a value that is set can be read back, all others stay.
 #include <string>
 #include <string_view>
 
@@ -24,7 +24,7 @@ void quillon::fuzz::runOnce(std::string_view data) {
   IniDocument document(data);
   document.set("dxf", "scr", value);
   const IniFile after(document.text());
-  // Reading trims and takes quotes off, as it does with a line that says the same.
+  // Reading trims and unquotes, as for a line with the same text.
   std::string line = "scr=" + std::string(value);
   for (char& c : line) c = c == '\r' || c == '\n' ? ' ' : c;
   require(after.wholeValue("DXF", "Scr") == quillon::files::parseIniLine(line).value,

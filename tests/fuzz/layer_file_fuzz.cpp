@@ -28,7 +28,7 @@ std::vector<LayerRow> savedRows(const std::vector<LayerRow>& rows) {
   return saved;
 }
 
-/// A name whose own quotes or control characters are lost in a file is not read back as it is.
+/// False for a name with quotes or control characters that do not survive saving.
 bool isPlain(const std::string& name) {
   return name.find_first_of("\"'\r\n") == std::string::npos && name.find('\0') == std::string::npos;
 }

@@ -9,7 +9,7 @@
 
 namespace quillon::fuzz {
 
-/// A file that exists in memory alone, with a path that it can be opened by.
+/// A file in memory with a path by which it can be opened.
 class MemoryFile {
  public:
   MemoryFile() : descriptor_(memfd_create("fuzz", MFD_CLOEXEC)) {

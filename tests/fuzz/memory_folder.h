@@ -9,7 +9,7 @@
 
 namespace quillon::fuzz {
 
-/// A folder of this process, in memory where the system has a place for such folders.
+/// A folder for this process, in memory where the system supports that.
 class MemoryFolder {
  public:
   MemoryFolder() {

@@ -1,5 +1,5 @@
-// Any words are the arguments of the headless program: it says what is wrong with them, or gives
-// options that a conversion can have.
+// Any words are arguments of the headless program: it either reports what is wrong, or returns
+// options that are valid for a conversion.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -22,7 +22,7 @@ namespace {
 using quillon::fuzz::require;
 using quillon::headless::Options;
 
-/// Sends what the program says nowhere, as long as it lives.
+/// Discards the program's output for its lifetime.
 class Silence {
  public:
   Silence() : output_(dup(STDOUT_FILENO)), error_(dup(STDERR_FILENO)) {

@@ -8,7 +8,7 @@
 
 namespace quillon::fuzz {
 
-/// The part of the data up to a NUL byte, which is taken off.
+/// Removes and returns the part of the data up to a NUL byte.
 inline std::string_view takePart(std::string_view& data) {
   const std::size_t stop = std::min(data.find('\0'), data.size());
   const std::string_view part = data.substr(0, stop);
@@ -16,7 +16,7 @@ inline std::string_view takePart(std::string_view& data) {
   return part;
 }
 
-/// Ends the fuzzer when a property does not hold, and says which.
+/// Ends the fuzzer with a message when a property does not hold.
 inline void require(bool holds, const std::string& property) {
   if (holds) return;
   std::fprintf(stderr, "Does not hold: %s\n", property.c_str());

@@ -1,4 +1,4 @@
-// Gives a fuzzer's target the files of folders, one by one, where there is no libFuzzer.
+// Without libFuzzer: runs a fuzz target on every file in the given folders.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>

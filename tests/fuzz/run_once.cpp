@@ -1,4 +1,4 @@
-// The entry of the fuzzers whose runs may cost no more than their bytes.
+// The entry point of fuzzers whose cost is bounded by the size of their input.
 #include "run_once.h"
 
 #include <cstddef>

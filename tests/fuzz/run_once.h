@@ -4,7 +4,7 @@
 
 namespace quillon::fuzz {
 
-/// One run of a fuzzer, with any bytes.
+/// One run of a fuzzer on any bytes.
 void runOnce(std::string_view data);
 
 }  // namespace quillon::fuzz

@@ -1,5 +1,5 @@
-// Any bytes are a settings file, and any text is the command line over it: the settings stay within
-// their ranges, and saving them leaves the other sections as they were.
+// Any bytes are a settings file, and any text a command line that overrides it: the settings stay
+// within their ranges, and saving them does not change other sections.
 #include <algorithm>
 #include <string>
 #include <string_view>

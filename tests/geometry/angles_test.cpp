@@ -82,7 +82,7 @@ TEST(NormaliseAngle, KeepsOneTurnOfSeveral) {
 }
 
 TEST(NormaliseAngle, IsDoneAtOnceForHugeAngles) {
-  // 10^20 leaves 1 modulo 9 and 0 modulo 40, as 280 does.
+  // 10^20 is 1 modulo 9 and 0 modulo 40, like 280.
   EXPECT_EQ(normaliseAngle(1e20), 280.0);
   EXPECT_EQ(normaliseAngle(-1e20), -280.0);
   EXPECT_LE(std::fabs(normaliseAngle(1e300)), 360.0);

@@ -7,7 +7,7 @@
 
 namespace quillon::testing {
 
-/// Open uniform knots, written out: `order` times 0, then 1, 2, …, then `order` times the last.
+/// Open uniform knots, written out: `order` zeros, then 1, 2, …, then the last value `order` times.
 inline std::vector<double> openUniformKnots(std::size_t count, std::size_t order) {
   std::vector<double> knots(order, 0.0);
   for (std::size_t i = order; i < count; ++i) knots.push_back(knots.back() + 1.0);
@@ -15,7 +15,7 @@ inline std::vector<double> openUniformKnots(std::size_t count, std::size_t order
   return knots;
 }
 
-/// The recursion of Cox and de Boor as it stands in the books: exponential, and easy to check.
+/// The textbook Cox-de Boor recursion: exponential, but easy to check.
 inline double naiveBasis(const std::vector<double>& knots, std::size_t i, std::size_t order,
                          double t) {
   if (order == 1) return knots[i] <= t && t < knots[i + 1] ? 1.0 : 0.0;

@@ -12,7 +12,7 @@ TEST(Placement, IsTheIdentityByDefault) {
 }
 
 TEST(Placement, MirrorsThenScalesThenTurnsThenMoves) {
-  // (1, 2) mirrored to (-1, 2), scaled to (-2, 6), turned to (-6, -2), moved to (4, 18).
+  // (1, 2) mirrored to (-1, 2), scaled to (-2, 6), rotated to (-6, -2), moved to (4, 18).
   const Point placed =
       placePoint(1.0, 2.0, {.x = -1.0, .y = 1.0},
                  {.dx = 10.0, .dy = 20.0, .scaleX = 2.0, .scaleY = 3.0, .rotation = kPi / 2});

@@ -22,8 +22,8 @@ struct Tangent {
   double x, arc;
 };
 
-/// Worked out with 1,500 bits: angles of drawings, those next to multiples of a quarter turn, huge
-/// and tiny ones, and some at random.
+/// Computed to 1,500 bits: typical angles, angles next to multiples of a quarter turn, huge and
+/// tiny ones, and some random ones.
 constexpr std::array<Angle, 67> kAngles = {{
     {0x1.0c152382d7361p-2, 0x1.0907dc193068cp-2, 0x1.ee8dd4748bf15p-1},
     {0x1.0c152382d7361p-1, 0x1.ffffffffffff8p-2, 0x1.bb67ae8584cadp-1},
@@ -142,7 +142,7 @@ constexpr std::array<Tangent, 45> kTangents = {{
     {0x1.3afe4baa52858p+5, 0x1.8b9f9fd07238ap+0},
 }};
 
-/// How many doubles lie between two of one sign.
+/// Number of doubles between two of the same sign.
 std::int64_t distance(double a, double b) {
   return std::abs(std::bit_cast<std::int64_t>(a) - std::bit_cast<std::int64_t>(b));
 }
@@ -173,8 +173,8 @@ TEST(RoundedTrigonometry, KeepsTheSignOfZeroAndKnowsWhatIsNotFinite) {
   EXPECT_EQ(roundedArcTangent(-kInfinity), -0x1.921fb54442d18p+0);
 }
 
-/// Of angles as drawings have them: next to a multiple of a quarter turn a huge one may cost C
-/// libraries more.
+/// For typical angles only: next to a multiple of a quarter turn, the error of C libraries may be
+/// larger for huge ones.
 TEST(Trigonometry, IsRightToOneUnitWhateverTheSystem) {
   constexpr double kHuge = 1e15;
   for (const Angle& angle : kAngles) {

@@ -41,7 +41,7 @@ void expectSame(const std::vector<Point>& points, const std::vector<Point>& expe
   }
 }
 
-/// The order that a spline of so many control points is drawn with, and its number of samples.
+/// The order and number of samples for a spline with this many control points.
 struct SplineCase {
   std::size_t count;
   std::size_t order;

@@ -1,5 +1,6 @@
-// Converts every drawing of this folder with the real program and compares the script byte for
-// byte. What differs stays in the build folder, to be looked at and copied over when it is right.
+// Converts every drawing in this folder with the real program and compares the script byte for
+// byte. A script that differs stays in the build folder, to be inspected and, if right, copied
+// here.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -37,7 +38,7 @@ std::vector<std::string> namesOf(const std::string& extension) {
   return names;
 }
 
-/// Words between blanks; quotation marks hold a word with blanks together.
+/// Splits at blanks; quotation marks keep words together.
 std::vector<std::string> splitWords(const std::string& line) {
   std::vector<std::string> words;
   bool quoted = false;
@@ -58,7 +59,7 @@ std::vector<std::string> splitWords(const std::string& line) {
   return words;
 }
 
-/// The line and its number where two texts differ first.
+/// The first line in which two texts differ, and its number.
 std::string firstDifference(const std::string& expected, const std::string& actual) {
   const auto [in, out] =
       std::mismatch(expected.begin(), expected.end(), actual.begin(), actual.end());
@@ -137,7 +138,7 @@ TEST(GoldenFolder, HasScriptsWhoseEveryLineEndsInCrLf) {
   }
 }
 
-/// The value of an option in a drawing's words, or "".
+/// The value of an option among a drawing's words, or "".
 std::string optionOf(const std::vector<std::string>& words, const std::string& option) {
   const auto found = std::find(words.begin(), words.end(), option);
   return found == words.end() || found + 1 == words.end() ? "" : found[1];

@@ -1,5 +1,5 @@
-// The system's own profile functions and those of this program give the same answers, and write the
-// same bytes. Built where the system has such functions.
+// The system's profile functions and ours give the same results and write the same bytes. Built
+// where the system has such functions.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -23,8 +23,8 @@ namespace fs = std::filesystem;
 struct NastyFile {
   const char* name;
   std::string bytes;
-  /// Lines that nobody changes stay as they are here; Wine writes them anew, without blanks and
-  /// empty lines. Then what both wrote is compared without these.
+  /// Unchanged lines stay as they are with ours, while Wine rewrites them without blanks and empty
+  /// lines. If set, these are ignored in the comparison.
   bool untidy = false;
 };
 
@@ -34,8 +34,8 @@ std::string trimmed(const std::string& text) {
                                     : text.substr(start, text.find_last_not_of(" \t") + 1 - start);
 }
 
-/// Bytes without empty lines, without blanks around names and values, and without what stands
-/// behind the bracket of a section.
+/// Bytes without empty lines, blanks around names and values, and anything after a section's
+/// bracket.
 std::string tidied(const std::string& bytes) {
   std::istringstream lines(bytes);
   std::string out;
@@ -57,7 +57,7 @@ void PrintTo(const NastyFile& file, std::ostream* out) { *out << file.name; }
 
 std::string longText(char c, std::size_t size) { return std::string(size, c); }
 
-/// Files as they come from editors, from other programs and from accidents.
+/// Files as left by editors, other programs and accidents.
 std::vector<NastyFile> nastyFiles() {
   return {
       {"Empty", ""},

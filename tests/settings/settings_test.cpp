@@ -14,12 +14,12 @@ using testing::TempFolder;
 
 class SettingsTest : public ::testing::Test {
  protected:
-  /// Loads the settings of a file with these lines in its section "dxf".
+  /// Loads settings from a file with these lines in its section "dxf".
   Settings load(const std::string& lines, std::string_view commandLine = {}) const {
     folder.write("larkspur.ini", "[dxf]\r\n" + lines);
     return LoadSettings(store, parseCommandLine(commandLine), english);
   }
-  /// What is told about such a file before its settings are used.
+  /// The warnings about such a file before its settings are used.
   std::vector<std::string> warnings(const std::string& lines,
                                     std::string_view commandLine = {}) const {
     folder.write("larkspur.ini", "[dxf]\r\n" + lines);
@@ -379,7 +379,7 @@ TEST_F(SettingsTest, AFullDiskLeavesTheFileAsItWas) {
   {
     const testing::FullDisk disk(1000);
     EXPECT_FALSE(SaveSettings(store, settings));
-    EXPECT_TRUE(saveLanguage(store, 0));  // which has room
+    EXPECT_TRUE(saveLanguage(store, 0));  // there is room for this one
   }
   EXPECT_EQ(folder.read("larkspur.ini"), before + "[global]\r\nlanguage=0\r\n");
   EXPECT_EQ(folder.entries(), 1U);

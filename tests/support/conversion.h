@@ -12,7 +12,7 @@
 
 namespace quillon::testing {
 
-/// A host that records everything and answers as a test says.
+/// A host that records everything and answers as the test specifies.
 class RecordingHost : public convert::ConversionHost {
  public:
   void setStatus(std::string_view text) override { statuses.emplace_back(text); }
@@ -55,7 +55,7 @@ class RecordingHost : public convert::ConversionHost {
 inline files::LocalTime fixedReportTime() { return {"21.11.2026", "09:30:00"}; }
 
 /// Surroundings that do not depend on the machine: English, the default frame from memory, a fixed
-/// time, every update let through.
+/// time, no throttling.
 inline convert::Surroundings fixedSurroundings() {
   convert::Surroundings surroundings;
   surroundings.now = fixedReportTime;
@@ -63,7 +63,7 @@ inline convert::Surroundings fixedSurroundings() {
   return surroundings;
 }
 
-/// One conversion of a text in a folder of its own.
+/// One conversion of a text in its own folder.
 struct Conversion {
   explicit Conversion(std::string_view dxf, convert::ConversionJob settings = {},
                       const convert::Surroundings& surroundings = fixedSurroundings())

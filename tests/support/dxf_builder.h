@@ -18,8 +18,8 @@ inline std::string joinLines(std::initializer_list<std::string_view> lines) {
   return text;
 }
 
-/// Builds the text of a complete, well-formed drawing, so that a test breaks one only on purpose.
-/// Sections without content are left out, except ENTITIES and OBJECTS.
+/// Builds a complete, well-formed drawing, so that a test breaks one only on purpose. Empty
+/// sections are left out, except ENTITIES and OBJECTS.
 class DxfBuilder {
  public:
   DxfBuilder& header(std::string_view variable, int code, std::string_view value) {
@@ -27,11 +27,11 @@ class DxfBuilder {
     put(header_, code, value);
     return *this;
   }
-  /// `groups` follow the name; a group 0 entry is made of them as it stands.
+  /// `groups` follow the name; they may contain a group 0.
   DxfBuilder& layer(std::string_view name, Groups groups) {
     return entry(layers_, "LAYER", name, groups);
   }
-  /// A layer with colour and line type, with a last group behind them so that both are kept.
+  /// A layer with colour and line type, followed by another group so that both are kept.
   DxfBuilder& layer(std::string_view name, std::string_view lineType = "CONTINUOUS") {
     return entry(layers_, "LAYER", name, {{70, "0"}, {62, "7"}, {6, lineType}, {290, "1"}});
   }
@@ -71,7 +71,7 @@ class DxfBuilder {
     inBlock_ = false;
     return *this;
   }
-  /// An entity of the block that is open, else of the ENTITIES section.
+  /// An entity in the open block, else in the ENTITIES section.
   DxfBuilder& entity(std::string_view name, Groups groups) {
     return entity(name, std::vector<std::pair<int, std::string_view>>(groups));
   }
@@ -99,7 +99,7 @@ class DxfBuilder {
     return withLineEnds(out, lineEnd);
   }
 
-  /// A text with LF line ends written with others.
+  /// Converts LF line ends to others.
   static std::string withLineEnds(std::string_view text, std::string_view lineEnd) {
     std::string out;
     for (const char c : text) {

@@ -10,7 +10,7 @@
 
 namespace quillon::testing {
 
-/// A pipe that bytes come out of.
+/// A pipe filled with given bytes.
 class FilledPipe {
  public:
   explicit FilledPipe(std::string bytes) : bytes_(std::move(bytes)) {

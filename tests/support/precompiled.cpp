@@ -1,1 +1,1 @@
-// A source for the headers that tests/CMakeLists.txt has read once for all tests.
+// Dummy source for the headers that tests/CMakeLists.txt precompiles for all tests.

@@ -8,12 +8,12 @@
 
 namespace quillon::testing {
 
-/// What a program left behind.
+/// The result of running a program.
 struct ProgramResult {
-  int exitCode = -1;  ///< minus the signal's number when one ended the program
+  int exitCode = -1;  ///< minus the signal's number if it was killed by one
   std::string output;
   std::string error;
-  std::size_t peakBytes = 0;  ///< most memory that was in use at once; 0 where that is not known
+  std::size_t peakBytes = 0;  ///< peak memory; 0 where unknown
 };
 
 /// How to start a program.
@@ -22,11 +22,11 @@ struct ProgramCall {
   std::vector<std::string> arguments;
   std::filesystem::path folder;                                 ///< to work in
   std::vector<std::string> environment = {"LANG=C", "TZ=UTC"};  ///< nothing else is inherited
-  bool unprivileged = false;       ///< without root's rights, which see through every permission
-  std::uint64_t largestFile = 0;   ///< files that the program writes cannot grow beyond it; 0: any
-  int outputStream = -1;           ///< a descriptor that becomes standard output, instead of a file
-  int errorStream = -1;            ///< a descriptor that becomes standard error, instead of a file
-  std::vector<int> closedStreams;  ///< standard streams that the program starts without
+  bool unprivileged = false;       ///< without root's rights, which override permissions
+  std::uint64_t largestFile = 0;   ///< maximum size of files it writes; 0: unlimited
+  int outputStream = -1;           ///< descriptor for standard output; -1: a file
+  int errorStream = -1;            ///< descriptor for standard error; -1: a file
+  std::vector<int> closedStreams;  ///< standard streams closed at the start
 };
 
 }  // namespace quillon::testing

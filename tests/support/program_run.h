@@ -10,7 +10,7 @@
 
 namespace quillon::testing {
 
-/// Waits for something to happen; false when it does not within a minute.
+/// Waits for a condition; false if it does not hold within a minute.
 inline bool waitUntil(const std::function<bool()>& condition) {
   using namespace std::chrono_literals;
   const auto deadline = std::chrono::steady_clock::now() + 1min;

@@ -20,7 +20,7 @@
 
 namespace quillon::testing {
 
-/// Keeps the entities that it is given, with copies of their texts.
+/// Collects entities, with copies of their texts.
 class EntityKeeper : public dxf::EntitySink {
  public:
   explicit EntityKeeper(dxf::EntityReader& reader) : reader_(reader) {}
@@ -42,19 +42,19 @@ class EntityKeeper : public dxf::EntitySink {
   void endOfEntities() override { countAtEnd.push_back(entities.size()); }
 
   std::vector<dxf::DxfEntity> entities;
-  std::vector<std::size_t> countAtEnd;  ///< entities there were at each end
+  std::vector<std::size_t> countAtEnd;  ///< number of entities at each end
 
  private:
   dxf::EntityReader& reader_;
   dxf::TextArena texts_;
 };
 
-/// A drawing read from a text, with all that it points into.
+/// A drawing read from a text, with everything that it points into.
 class ReadDrawing {
  public:
   using CancelRule = std::function<bool(const ReadDrawing&)>;
 
-  /// The rule is asked at every poll of the reader, with what has been read so far.
+  /// The rule is evaluated at every poll of the reader, with what has been read so far.
   explicit ReadDrawing(std::string_view bytes, CancelRule cancelWhen = {},
                        bool endsAtFileEnd = true)
       : source(bytes), reader(drawing), keeper_(reader) {
@@ -111,7 +111,7 @@ struct ReadFault {
   std::string subject;
 };
 
-/// Reads a text or an open file; nothing when no error left the reader.
+/// Reads a text or an open file; nothing if the reader reported no error.
 template <typename Source>
 std::optional<ReadFault> readFault(const Source& source) {
   try {

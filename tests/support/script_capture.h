@@ -25,7 +25,7 @@ struct CaptureFormat {
   double offsetY = 0.0;
 };
 
-/// Everything that handlers write with, and a script that a test can look at.
+/// Everything that handlers write with, and a script for the test to examine.
 class ScriptCapture {
  public:
   explicit ScriptCapture(const CaptureFormat& format = {},
@@ -35,7 +35,7 @@ class ScriptCapture {
         cancelled(monitor),
         context{commands, script.area(), classicSettings, cancelled} {}
 
-  /// What was written so far, with "\n" for every CR LF; starts anew.
+  /// What was written so far, with "\n" for every CR LF; then starts afresh.
   std::string take() {
     script.flush();
     std::string out;

@@ -12,7 +12,7 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
 
-/// Takes a line apart from left to right. Each function says whether the line went on like that.
+/// Parses a line from left to right. Each function says whether the line continues as expected.
 class LineScan {
  public:
   LineScan(std::string_view line, bool relative) : rest_(line), relative_(relative) {}
@@ -32,7 +32,7 @@ class LineScan {
     rest_.remove_prefix(count);
     return count >= least;
   }
-  /// At least one digit, of which only a lone one is 0, and exactly seven decimals.
+  /// Digits without leading zeros, a point and exactly seven decimals.
   bool number() {
     literal("-");
     const bool plainZero = !rest_.starts_with('0') || (rest_.size() > 1 && !isDigit(rest_[1]));
@@ -50,7 +50,7 @@ class LineScan {
     }
     return literal(";") && atEnd();
   }
-  /// A name in quotes, with one of these endings.
+  /// A quoted name with one of these endings.
   bool quotedName(std::initializer_list<std::string_view> endings) {
     if (!literal("'")) return false;
     const std::size_t stop = rest_.find('\'');
@@ -60,7 +60,7 @@ class LineScan {
     return isName(name) && std::any_of(endings.begin(), endings.end(),
                                        [name](auto ending) { return name.ends_with(ending); });
   }
-  /// A name without quotes, up to this text.
+  /// An unquoted name, up to this text.
   bool bareName(std::string_view upTo) {
     const std::size_t stop = rest_.rfind(upTo);
     if (stop == std::string_view::npos) return false;
@@ -68,7 +68,7 @@ class LineScan {
     rest_.remove_prefix(stop);
     return isName(name);
   }
-  /// A text in quotes, its own apostrophes doubled, with a blank before the closing quote.
+  /// A quoted text with doubled apostrophes and a blank before the closing quote.
   bool quotedText() {
     if (!literal("'")) return false;
     char last = '\0';
@@ -100,7 +100,7 @@ class LineScan {
   bool relative_;
 };
 
-/// The check of one script, line by line.
+/// Checks one script, line by line.
 class ScriptCheck {
  public:
   ScriptCheck(std::string_view script, const ScriptRules& rules) : script_(script), rules_(rules) {
@@ -139,7 +139,7 @@ class ScriptCheck {
     if (!isLine(line)) fail(line, "no line of a script");
   }
 
-  /// The frame's last lines end the script; nothing else may stand behind them.
+  /// The frame's last lines end the script; nothing may follow them.
   bool atEndBlock() {
     if (inPolygon_ || expected_ < rules_.startBlock.size() || script_ != endBlock_) return false;
     ended_ = true;
@@ -243,7 +243,7 @@ class ScriptCheck {
       const bool second = s.point();
       goesOn = s.literal("\\");
       if (goesOn) return true;
-      // Without a second point of its own the last one is the first once more.
+      // Without a second point, the closing point repeats the first.
       if (second) s.point();
       return second && s.literal(";");
     });
@@ -270,7 +270,7 @@ class ScriptCheck {
   bool inPolygon_ = false;
   std::string endBlock_;
   bool ended_ = false;
-  std::size_t expected_ = kNothing;  ///< the frame's line that must come next
+  std::size_t expected_ = kNothing;  ///< index of the frame's line that must come next
 };
 
 }  // namespace

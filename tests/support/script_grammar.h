@@ -7,10 +7,10 @@
 
 namespace quillon::testing {
 
-/// What a script may hold besides the lines that every script can have.
+/// What a script may contain besides the lines common to all scripts.
 struct ScriptRules {
-  bool relative = true;                 ///< points open with "(R", else with "("
-  std::vector<std::string> startBlock;  ///< the user's lines behind each "Grid"
+  bool relative = true;                 ///< points start with "(R" instead of "("
+  std::vector<std::string> startBlock;  ///< the user's lines after each "Grid"
   std::vector<std::string> endBlock;    ///< the user's lines at the end
 };
 
@@ -18,12 +18,12 @@ struct ScriptRules {
 struct ScriptFacts {
   std::uint64_t lines = 0;
   std::uint64_t namedPolygons = 0;  ///< those with a number, which are written vertex by vertex
-  std::string fault;                ///< the first line that is none, and why; "" when all are right
+  std::string fault;  ///< the first invalid line and the reason; "" when all are valid
 };
 
-/// Checks a whole script against the lines that Quillon writes, character by character: every line
-/// ends in CR LF, all numbers have seven decimals, names and texts do not end their quotes. Nothing
-/// that a drawing holds may make another line.
+/// Checks a script, character by character, against the lines that Quillon writes: every line ends
+/// in CR LF, all numbers have seven decimals, and names and texts cannot break out of their quotes.
+/// Nothing in a drawing may produce any other line.
 ScriptFacts checkScript(std::string_view script, const ScriptRules& rules);
 
 }  // namespace quillon::testing

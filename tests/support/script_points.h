@@ -12,11 +12,11 @@
 
 namespace quillon::testing {
 
-/// Half a unit of the last decimal that a script has, and a little for the arithmetic before it.
+/// Half a unit of the last decimal in scripts, plus a little for the preceding arithmetic.
 inline constexpr double kScriptTolerance = 6e-8;
 
-/// A script with "P" in the place of every point, so that all but the points can be compared
-/// exactly: "Wire 0.0000000 P P;".
+/// A script with every point replaced by "P", so that the rest can be compared exactly: "Wire
+/// 0.0000000 P P;".
 inline std::string layoutOf(std::string_view script) {
   std::string out;
   while (!script.empty()) {
@@ -42,7 +42,7 @@ inline std::vector<geometry::Point> pointsOf(std::string_view script) {
   return points;
 }
 
-/// Checks all points of a script to the last decimal that it has.
+/// Compares all points of a script to the precision of its decimals.
 inline void expectPoints(std::string_view script, const std::vector<geometry::Point>& expected) {
   const std::vector<geometry::Point> points = pointsOf(script);
   ASSERT_EQ(points.size(), expected.size()) << script;
@@ -52,7 +52,7 @@ inline void expectPoints(std::string_view script, const std::vector<geometry::Po
   }
 }
 
-/// How often a text occurs in another one.
+/// How often a text occurs in another.
 inline std::size_t countOf(std::string_view part, std::string_view text) {
   std::size_t count = 0;
   for (std::size_t at = text.find(part); at != std::string_view::npos;
@@ -62,7 +62,7 @@ inline std::size_t countOf(std::string_view part, std::string_view text) {
   return count;
 }
 
-/// A text several times over.
+/// A text repeated several times.
 inline std::string repeated(std::string_view text, std::size_t times) {
   std::string out;
   for (std::size_t i = 0; i < times; ++i) out += text;

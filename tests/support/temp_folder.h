@@ -10,7 +10,7 @@
 
 namespace quillon::testing {
 
-/// A folder of its own for a test; removed with everything in it.
+/// A temporary folder for a test; removed with its contents.
 class TempFolder {
  public:
   TempFolder() {
@@ -28,7 +28,7 @@ class TempFolder {
   TempFolder& operator=(const TempFolder&) = delete;
 
   const std::filesystem::path& path() const { return path_; }
-  /// The path of a file in it, in UTF-8 and with the system's separators; names are UTF-8 too.
+  /// The path of a file in the folder, in UTF-8 with the system's separators; names are UTF-8 too.
   std::string file(std::string_view name) const {
     const std::u8string path = pathOf(name).make_preferred().u8string();
     return {path.begin(), path.end()};

@@ -9,7 +9,7 @@
 
 namespace quillon::testing {
 
-/// Records what the reader tells its monitor; cancels when `cancelWhen` says so.
+/// Records the reader's calls; cancels when `cancelWhen` says so.
 class TestMonitor : public base::RunMonitor {
  public:
   void setStatus(base::ReadPhase phase, std::uint64_t count) override {

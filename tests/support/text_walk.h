@@ -11,7 +11,7 @@
 
 namespace quillon::testing {
 
-/// A reader of the lines of a text, with all that it needs.
+/// A reader for the lines of a text, with everything that it needs.
 struct TextWalk {
   explicit TextWalk(std::string_view bytes) : source(bytes), reader(source, monitor) {}
   explicit TextWalk(std::FILE* file) : source(file, {}), reader(source, monitor) {}
@@ -21,7 +21,7 @@ struct TextWalk {
   dxf::LineReader reader;
 };
 
-/// A file of its own with these bytes, open for reading.
+/// A file with these bytes, open for reading.
 class OpenFile {
  public:
   explicit OpenFile(std::string_view bytes)
@@ -41,7 +41,7 @@ class OpenFile {
   std::FILE* file_;
 };
 
-/// The line rule as it is defined, one character at a time.
+/// A straightforward line reader, one character at a time.
 class PlainLineReader {
  public:
   explicit PlainLineReader(std::string_view bytes) : bytes_(bytes) {}

@@ -7,8 +7,8 @@
 
 namespace quillon::testing {
 
-/// Least processor time of three runs, in seconds: what else the machine does must not decide a
-/// test. Where the clock of processor times ticks slowly, short runs are repeated.
+/// The least processor time of three runs, in seconds, so that a busy machine does not decide a
+/// test. Where the processor clock is coarse, short runs are repeated.
 template <typename Run>
 double leastSeconds(const Run& run) {
   double least = 1e9;
@@ -26,8 +26,7 @@ double leastSeconds(const Run& run) {
   return least;
 }
 
-/// How many times longer than usual something may take here: sanitizers and valgrind slow
-/// everything down.
+/// By how much time limits are extended here: sanitizers and valgrind slow everything down.
 inline int patience() {
   const char* const times = std::getenv("QUILLON_PATIENCE");
   return times == nullptr ? 1 : std::max(1, std::atoi(times));

@@ -14,7 +14,7 @@ TEST(BoardLayers, BeginWithTheNamedLayers) {
   EXPECT_EQ(list[9], "10 Route10 (B)");
   EXPECT_EQ(list[15], "16 Bottom (B)");
   EXPECT_EQ(list[48], "49 Reference (B)");
-  EXPECT_EQ(list[49], "51 tDocu (B)");  // there is no 50
+  EXPECT_EQ(list[49], "51 tDocu (B)");  // 50 is missing
   EXPECT_EQ(list[50], "52 bDocu (B)");
 }
 

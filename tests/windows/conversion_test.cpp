@@ -1,4 +1,4 @@
-// Conversions that are started in the main window.
+// Conversions started in the main window.
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
@@ -22,7 +22,7 @@ class ConversionTest : public WindowTest {
     find<QCheckBox>(window, "chkReport").setChecked(false);
   }
   void draw(const std::string& name = "part.dxf") { window.setDrawing(toQt(writeDrawing(name))); }
-  /// Blocks that multiply to work without an end.
+  /// Nested blocks that multiply to endless work.
   void drawEndless() {
     testing::DxfBuilder dxf;
     for (int level = 0; level < 14; ++level) {
@@ -297,7 +297,7 @@ TEST_F(ConversionTest, ShowsTheProgressAndDisablesTheWindowMeanwhile) {
 TEST_F(ConversionTest, ACancelAnswersAtOnce) {
   drawEndless();
   window.show();
-  // The least processor time of several runs: what else the machine does must not decide.
+  // The least processor time of several runs, so that a busy machine does not decide.
   double least = 1.0;
   for (int run = 0; run < 5; ++run) {
     std::filesystem::remove(folder.file("endless.scr"));

@@ -14,7 +14,7 @@
 
 namespace quillon::windows {
 
-/// The room for the text of a list that is closed.
+/// The room for the text of a closed list.
 inline int textRoom(const QComboBox& list) {
   QStyleOptionComboBox option;
   option.initFrom(&list);
@@ -28,8 +28,8 @@ inline QSize textSize(const QWidget& control, QString text) {
   return control.fontMetrics().size(Qt::TextShowMnemonic, text);
 }
 
-/// True when the control shows its text as a whole. Measures the text itself, not the least size
-/// that the control asks of its layout.
+/// True when the control shows its whole text. Measures the text itself, not the minimum size that
+/// the control requests.
 inline bool showsItsText(const QWidget& control) {
   if (const auto* label = qobject_cast<const QLabel*>(&control)) {
     const QRect room = label->contentsRect();
@@ -78,7 +78,7 @@ inline bool showsItsText(const QWidget& control) {
   return true;
 }
 
-/// The names of the visible controls whose texts are cut.
+/// The names of the visible controls with cut-off texts.
 inline QStringList cutTexts(const QWidget& window) {
   QStringList cut;
   for (const QWidget* const control : window.findChildren<QWidget*>()) {

@@ -107,7 +107,7 @@ TEST_F(ReportWindowTest, AReportIsNotSavedInAFolderThatIsMissing) {
   EXPECT_FALSE(folder.has("none"));
 }
 
-/// A window that has no room for its text.
+/// A window that fails to show its text.
 class FullReportWindow : public ReportWindow {
  public:
   using ReportWindow::ReportWindow;
@@ -225,7 +225,7 @@ TEST_F(FileDialogTest, SavingAddsTheDefaultExtension) {
   EXPECT_EQ(dialog.ShowSave(nullptr), path("new.LAY"));
 }
 
-/// Receives what would be opened in a browser.
+/// Receives what would open in a browser.
 class Opened : public QObject {
   Q_OBJECT
  public:

@@ -1,4 +1,4 @@
-// The Enter key in every window: on a button it does what that button says.
+// The Enter key in every window: on a button it does what the button says.
 #include <QPlainTextEdit>
 
 #include "errors/attempt.h"
@@ -19,15 +19,14 @@ class EnterKeyTest : public WindowTest {
     return *widget;
   }
   static void press(Qt::Key key) { QTest::keyClick(&focused(), key); }
-  /// Goes to a control of the active window with the Tab key.
+  /// Moves to a control of the active window with the Tab key.
   static void tabTo(const QWidget& control) {
     for (int steps = 0; &focused() != &control; ++steps) {
       if (steps > 100) throw std::runtime_error("Tab does not reach the control");
       press(Qt::Key_Tab);
     }
   }
-  /// The buttons that are pressed by Enter where Tab has come to each of them; what they do is left
-  /// out.
+  /// The buttons pressed by Enter when Tab reaches each of them; their actions are suppressed.
   static QStringList pressedByEnter(QWidget& window, QStringList& expected) {
     window.show();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -63,7 +62,7 @@ TEST_F(EnterKeyTest, PressesEachButtonOfTheMainWindow) {
   window.LoadSettings();
   find<QCheckBox>(window, "chkReport").setChecked(false);
   window.setDrawing(toQt(writeDrawing("part.dxf")));
-  window.befStart_Click();  // its result has buttons, too
+  window.befStart_Click();  // its result has buttons too
   expectEachButtonPressed(window);
 }
 

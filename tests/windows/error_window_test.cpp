@@ -21,7 +21,7 @@ using errors::kRetry;
 
 class ErrorWindowTest : public WindowTest {
  protected:
-  /// Lets a procedure fail, and does something with the window that opens.
+  /// Makes a procedure fail and acts on the window that opens.
   void fail(std::function<void(ErrorWindow&)> action,
             unsigned allowed = errors::kEveryContinuation) {
     whenModal<ErrorWindow>(std::move(action));
@@ -103,7 +103,7 @@ TEST_F(ErrorWindowTest, ReturnsWhichContinuationWasChosen) {
 }
 
 TEST_F(ErrorWindowTest, EnablesOnlyWhatIsAllowed) {
-  // Without the end alone, which closing the window would choose.
+  // All choices except End, which closing the window would otherwise choose.
   for (unsigned allowed = 0; allowed < errors::kMayEnd; ++allowed) {
     fail(
         [allowed](ErrorWindow& window) {
@@ -167,7 +167,7 @@ TEST_F(ErrorWindowTest, AsksBeforeItReplacesAProtocol) {
   modalWindows = 0;
   fail([this](ErrorWindow& window) {
     whenModal<QMessageBox>([this](QMessageBox& question) {
-      // The second box is the note that it was written.
+      // The second box confirms that the file was written.
       whenAsked(QMessageBox::Ok);
       question.button(QMessageBox::Yes)->click();
     });

@@ -1,4 +1,4 @@
-// A fault in a handler of any window ends in the error window, under the right names.
+// A fault in any window's handler leads to the error window, with the right names.
 #include <QClipboard>
 #include <QDropEvent>
 #include <QMimeData>
@@ -19,7 +19,7 @@ class FaultsTest : public WindowTest {
  protected:
   ~FaultsTest() override { faults.callStack().watch({}); }
 
-  /// From now on a procedure fails as it begins, `times` times.
+  /// Makes a procedure fail at its start, `times` times.
   void failIn(const std::string& module, const std::string& procedure, int times = 1) {
     left = times;
     faults.callStack().watch([this, module, procedure](const errors::CallStackList::Entry& begun) {
@@ -179,7 +179,7 @@ TEST_F(FaultsTest, InTheFileDialog) {
   expectFault("ObjFiledialog", "ShowSave", [&] { EXPECT_EQ(dialog.ShowSave(nullptr), ""); });
 }
 
-/// An object whose handler of events has no trap of its own.
+/// An object whose event handler does not trap errors.
 class Untrapped : public QObject {
  public:
   bool event(QEvent*) override { throw std::runtime_error("injected"); }
@@ -264,11 +264,11 @@ TEST_F(FaultsTest, EndCancelsARunningConversion) {
       if (cancel != nullptr && cancel->isVisible()) cancel->click();
     }
   });
-  // The message about the cancel is closed at once, as the program ends.
+  // The message about the cancel closes at once, as the program ends.
   const convert::ConversionResult result = window.befStart_Click();
   EXPECT_EQ(result.outcome, convert::Outcome::Cancelled);
   EXPECT_TRUE(faults.ending());
-  // The application takes up its end here, so that the dialogs of other tests open again.
+  // Lets the application finish ending here, so that other tests can open dialogs again.
   QTimer::singleShot(0, &timers, [] { QCoreApplication::quit(); });
   QApplication::exec();
 }

@@ -9,7 +9,7 @@
 
 namespace quillon::windows {
 
-/// An editor of layer assignments, driven by mouse and keyboard.
+/// A layer editor operated by mouse and keyboard.
 class LayerEditorTest : public WindowTest {
  protected:
   LayerEditor& open(const QString& file = {}) {
@@ -23,7 +23,7 @@ class LayerEditorTest : public WindowTest {
   QString cell(int row, int column) { return grid().item(row, column)->text(); }
   QListWidget& scanned() { return find<QListWidget>(*editor, "lstScanDXF"); }
   QLineEdit& pathField() { return find<QLineEdit>(*editor, "txtLayerDatei"); }
-  /// Lets events run and closed editors go.
+  /// Processes events and deletes closed editors.
   static void settle() {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -47,7 +47,7 @@ class LayerEditorTest : public WindowTest {
     if (list == nullptr) throw std::runtime_error("no list is open");
     return *list;
   }
-  /// Chooses from the menu of a cell.
+  /// Chooses an item from a cell's menu.
   void chooseInMenu(int row, int column, const QString& entry) {
     QTimer::singleShot(20, &timers, [this, entry] {
       auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
@@ -65,7 +65,7 @@ class LayerEditorTest : public WindowTest {
     QContextMenuEvent event(QContextMenuEvent::Mouse, place, grid().viewport()->mapToGlobal(place));
     QApplication::sendEvent(grid().viewport(), &event);
   }
-  /// Types as a user does: every key goes to the widget that has the focus by then.
+  /// Types like a user: each key goes to the widget that then has the focus.
   static void typeWhereTheFocusIs(const QString& text) {
     for (const QChar c : text) QTest::keyClick(QApplication::focusWidget(), c.toLatin1());
   }

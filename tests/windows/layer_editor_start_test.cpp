@@ -18,7 +18,7 @@ class LayerEditorStartTest : public LayerEditorTest {
     main.show();
   }
 
-  /// Opens the editor with a file as its button in the main window does.
+  /// Opens the editor with a file, as the main window's button does.
   void openEditor(const QString& file = {}) {
     find<QLabel>(main, "labLayerDatei").setText(file);
     click(main, "befLayeredit");
@@ -75,7 +75,7 @@ TEST_F(LayerEditorStartTest, GoesOnWithoutTheRowsAfterNo) {
   click(main, "befStart");
   EXPECT_NE(script().find("Layer  20 ;\r\nWire "), std::string::npos) << script();
   EXPECT_EQ(layerFile(), "");
-  // The rows are still there to be saved.
+  // The rows can still be saved.
   whenAsked(QMessageBox::Cancel);
   click(*opened, "OKButton");
   EXPECT_EQ(modalWindows, 2);
@@ -84,7 +84,7 @@ TEST_F(LayerEditorStartTest, GoesOnWithoutTheRowsAfterNo) {
 TEST_F(LayerEditorStartTest, SavesTheRowsAndConvertsWithThemAfterYes) {
   folder.write("a.lay", "[1]\nlayername=other\nlayernr=1\n");
   openEditor(path("a.lay"));
-  assign("21");  // and is still typing when Start is clicked
+  assign("21");  // still being typed when Start is clicked
   whenAsked(QMessageBox::Yes);
   click(main, "befStart");
   EXPECT_EQ(modalWindows, 1);

@@ -176,7 +176,7 @@ TEST_F(LayerEditorTest, ADrawingIsNotTakenForALayerFile) {
                          " is not a layer assignment file but a DXF drawing. Please choose "
                          "another file.");
   EXPECT_EQ(folder.read("part.dxf"), before);
-  // Nor does OK hand it over as saved.
+  // Nor does OK report it as saved.
   whenModal<QMessageBox>([this](QMessageBox& box) {
     whenAsked(QMessageBox::Ok);
     box.button(QMessageBox::Yes)->click();
@@ -344,7 +344,7 @@ TEST_F(LayerEditorTest, WholeNamesAreToolTipsWhereTheyAreCut) {
   };
   const auto listed = [this](int row) { return scanned().visualItemRect(scanned().item(row)); };
   const auto tabled = [this](int row) { return grid().visualItemRect(grid().item(row, 0)); };
-  // As plain text: a name is not markup.
+  // As plain text: a name may look like markup.
   const QString whole = "<qt>" + toQt(name).toHtmlEscaped() + "</qt>";
   EXPECT_EQ(tip(scanned(), listed(0)), whole);
   EXPECT_EQ(tip(scanned(), listed(1)), scanned().toolTip());

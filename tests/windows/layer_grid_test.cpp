@@ -62,7 +62,7 @@ TEST_F(LayerGridTest, DigitsAndBackspaceChangeAnEntry) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
   settle();
   EXPECT_EQ(cell(0, 1), "10 Route10 (B)");
-  // What is neither a number nor an entry any more is not taken.
+  // A text that is no longer a number or an entry is rejected.
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_F2);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home);
@@ -203,7 +203,7 @@ TEST_F(LayerGridTest, AClickIntoTheLayersOfSelectedRowsChoosesForAllOfThem) {
   clickEntry(openedList(), 15);
   for (int row = 0; row < 3; ++row) EXPECT_EQ(cell(row, 1), "16 Bottom (B)") << row;
   EXPECT_EQ(cell(3, 1), "20 Dimension (B)");
-  // The rows stay selected, so that another choice goes to all of them, too.
+  // The rows stay selected, so that the next choice applies to all of them too.
   choose(openedList(), 0);
   for (int row = 0; row < 3; ++row) EXPECT_EQ(cell(row, 1), "1  Top (B)") << row;
   // A click elsewhere selects one row again.

@@ -1,4 +1,4 @@
-// How the main window gets its files, and what it says about those that it has.
+// How the main window gets its files, and what it says about them.
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QLabel>
@@ -13,7 +13,7 @@ namespace {
 
 class MainWindowFilesTest : public WindowTest {
  protected:
-  /// The window after a start with these saved settings.
+  /// The window after a start with these settings.
   MainWindow& start(const std::string& settings = "report=0\r\n") {
     context.store.WriteIni("dxf", "brd", "0");
     folder.write("program/larkspur.ini", "[dxf]\r\n" + settings);
@@ -37,7 +37,7 @@ class MainWindowFilesTest : public WindowTest {
     QDropEvent event({1.0, 1.0}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(window.get(), &event);
   }
-  /// Names a file in the dialog that opens next.
+  /// Enters a file in the next dialog.
   void chooseNext(const std::string& name) {
     whenModal<QFileDialog>([this, name](QFileDialog& dialog) { enterName(dialog, path(name)); });
   }
@@ -63,7 +63,7 @@ class MainWindowFilesTest : public WindowTest {
   /// The window with a script of its own: where paths have drives, one that nobody chose would be
   /// written to the first drive, and still be there at the next run.
   void startWithScript() { start("report=0\r\nscr=" + folder.file("mine.scr") + "\r\n"); }
-  /// The window with a drawing and the layer file that was made for it.
+  /// The window with a drawing and the layer file made for it.
   void startWithLayers() {
     folder.write("a.lay", "[1]\r\nlayername=0\r\nlayernr=21\r\n");
     start("report=0\r\ndxffile=" + folder.file("a.dxf") + "\r\nscr=" + folder.file("a.scr") +
@@ -228,7 +228,7 @@ TEST_F(MainWindowFilesTest, TheLayerFileOfTheLastDrawingIsNamedWhenItStaysInForc
   EXPECT_TRUE(result().starts_with("Entities converted: 1 ")) << result();
   EXPECT_TRUE(result().ends_with("\n" + layersStay())) << result();
   EXPECT_TRUE(says("btnOpenFolder") && says("btnCopyCommand"));
-  // By now it is this drawing's own.
+  // By now it belongs to this drawing.
   std::filesystem::remove(folder.file("b.scr"));
   startConversion();
   EXPECT_EQ(result().find("last drawing"), std::string::npos) << result();

@@ -24,7 +24,7 @@ class MainWindowTest : public WindowTest {
     folder.write("program/larkspur.ini", "[dxf]\r\n" + lines);
     window.LoadSettings();
   }
-  /// Chooses a file in the dialog that opens next.
+  /// Chooses a file in the next dialog.
   void chooseInDialog(const QString& name) {
     whenModal<QFileDialog>([this, name](QFileDialog& dialog) {
       dialogTitle = dialog.windowTitle();
@@ -202,7 +202,7 @@ TEST_F(MainWindowTest, BrowsesForTheDrawingInItsFolder) {
   EXPECT_EQ(dialogFilters, QStringList{"DXF files (*)"});
   EXPECT_EQ(dialogFolder, QDir::fromNativeSeparators(toQt(folder.path().string())));
   EXPECT_EQ(field("txtDXFDatei").text(), path("part.dxf"));
-  // No script was chosen yet, so it goes beside the drawing.
+  // No script has been chosen yet, so it goes beside the drawing.
   EXPECT_EQ(field("txtScriptdatei").text(), path("part.scr"));
 }
 

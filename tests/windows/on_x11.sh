@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs a test program on a display of its own with a window manager. Takes the size of its screen
-# and the program with its arguments; needs Xvfb, openbox and xprop.
+# Runs a test program on its own display with a window manager. Takes the screen size and the
+# program with its arguments; needs Xvfb, openbox and xprop.
 set -euo pipefail
 size=$1
 shift

@@ -1,4 +1,4 @@
-// The fields for paths, as a user types into them.
+// The path fields, as a user types into them.
 #include "windows/path_edit.h"
 
 #include "windows/window_fixture.h"
@@ -16,7 +16,7 @@ class PathEditTest : public WindowTest {
   }
   void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowActive(&window)); }
 
-  /// Presses a key where the focus is.
+  /// Presses a key in the focused widget.
   static void press(Qt::Key key, Qt::KeyboardModifiers keys = {}) {
     ASSERT_NE(QApplication::focusWidget(), nullptr);
     QTest::keyClick(QApplication::focusWidget(), key, keys);

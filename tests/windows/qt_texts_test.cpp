@@ -14,7 +14,7 @@
 namespace quillon::windows {
 namespace {
 
-/// What can be read in a window and in its tool tips.
+/// All texts in a window and its tool tips.
 QStringList textsOf(const QWidget& window) {
   QStringList texts{window.windowTitle()};
   for (const QWidget* const control : window.findChildren<QWidget*>()) {

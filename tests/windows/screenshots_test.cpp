@@ -1,4 +1,5 @@
-// Pictures of every window in both languages, for eyes; a text that does not fit is a failure.
+// Pictures of every window in both languages, to be looked at; a text that does not fit fails the
+// test.
 #include <QDir>
 #include <QPalette>
 
@@ -58,7 +59,7 @@ class ScreenshotTest : public WindowTest, public ::testing::WithParamInterface<L
                          (scale > 1 ? "-" + QString::number(scale) + "x" : "") + ".png";
     EXPECT_TRUE(window.grab().save(name)) << fromQt(name);
     EXPECT_EQ(cutTexts(window).join(", "), "");
-    // A small screen of today, less what the desktop takes of it.
+    // A small present-day screen, less the desktop's own bars.
     EXPECT_LE(window.width(), 1280);
     EXPECT_LE(window.height(), 690);
   }
@@ -129,7 +130,7 @@ TEST_P(ScreenshotTest, LayerEditorOnASmallScreen) {
   const QSize screen = window.screen()->availableSize().expandedTo(window.minimumSizeHint());
   EXPECT_LE(window.width(), screen.width());
   EXPECT_LE(window.height(), screen.height());
-  // 1280 x 1024 at double scale, less what the desktop takes of it.
+  // 1280 x 1024 at double scale, less the desktop's own bars.
   window.resize(620, 440);
   window.setObjectName("frmLayers-small");
   shoot(window);

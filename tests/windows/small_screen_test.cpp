@@ -1,5 +1,5 @@
-// Every window on the screen at hand, which other runs of these tests make small: nothing is
-// larger than the screen, and each button can be reached by keyboard and seen whole.
+// Every window on the current screen, which some test runs make small: nothing exceeds the screen,
+// and each button can be reached by keyboard and is fully visible.
 #include <QDir>
 #include <QPlainTextEdit>
 #include <QScreen>
@@ -37,7 +37,7 @@ class SmallScreenTest : public WindowTest, public ::testing::WithParamInterface<
   static bool isSeenWhole(const QPushButton& button) {
     return button.visibleRegion().boundingRect() == button.rect();
   }
-  /// The buttons that Tab does not reach, or that are not seen whole when it does.
+  /// The buttons that Tab does not reach, or that are then not fully visible.
   static QStringList outOfReach(QWidget& window) {
     QSet<QPushButton*> missing;
     for (QPushButton* const button : window.findChildren<QPushButton*>()) {
@@ -61,18 +61,18 @@ class SmallScreenTest : public WindowTest, public ::testing::WithParamInterface<
     EXPECT_TRUE(window.grab().save("screenshots/" + window.objectName() + language + screenName() +
                                    ".png"));
     const QRect screen = window.screen()->availableGeometry();
-    // Window managers place a window, and give it its frame, a moment later.
+    // Window managers position and frame a window only a moment later.
     const auto onScreen = [&] { return screen.contains(window.frameGeometry()); };
     const bool found = QTest::qWaitFor(onScreen);
     const QRect frame = window.frameGeometry();
     EXPECT_TRUE(found) << frame.width() << " x " << frame.height() << " at " << frame.x() << ", "
                        << frame.y() << " on " << fromQt(screenName());
-    // Desktops add a title where this test has none.
+    // Desktops add a title bar, which is missing here.
     EXPECT_LE(window.height(), screen.height() - kTitle);
     EXPECT_EQ(fromQt(outOfReach(window).join(", ")), "");
   }
 
-  /// A path that no screen shows whole.
+  /// A path too long for any screen.
   std::string longPath(const std::string& name) {
     std::string path = std::string(80, 'a') + "/" + std::string(80, 'b');
     std::filesystem::create_directories(folder.path() / path);

@@ -23,8 +23,8 @@
 namespace quillon::windows {
 namespace {
 
-/// What a user does with the next system dialog of a title, from a thread of his own: the dialog
-/// has a loop of its own.
+/// Operates the next system dialog with a given title like a user, from another thread, as the
+/// dialog runs its own event loop.
 class DialogUser {
  public:
   DialogUser(const char* title, int button, std::optional<std::wstring> name = {})
@@ -32,7 +32,7 @@ class DialogUser {
           const HWND dialog = waitFor(title);
           if (dialog == nullptr) return;
           seen_ = true;
-          // The name stands in a list with a field, or in a field alone (cmb13 and edt1).
+          // The name is in a combo box or in a plain field (cmb13 or edt1).
           constexpr int kNameList = 0x47C;
           constexpr int kNameField = 0x480;
           const bool hasList = IsWindowVisible(GetDlgItem(dialog, kNameList)) != 0;
@@ -41,7 +41,7 @@ class DialogUser {
           PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
         }) {}
 
-  /// True when the dialog had opened.
+  /// True if the dialog opened.
   bool seen() {
     if (thread_.joinable()) thread_.join();
     return seen_;
@@ -52,7 +52,7 @@ class DialogUser {
     for (int i = 0; i < 400; ++i) {
       const HWND dialog = FindWindowA("#32770", title);
       if (dialog != nullptr && IsWindowVisible(dialog) != 0) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));  // it fills its lists
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));  // it is filling its lists
         return dialog;
       }
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
@@ -69,7 +69,7 @@ class SystemDialogTest : public WindowTest {
   SystemDialogTest() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs, false); }
   ~SystemDialogTest() override {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    std::filesystem::current_path(workingFolder);  // dialogs take theirs for it
+    std::filesystem::current_path(workingFolder);  // dialogs change the working folder
   }
 
   ObjFiledialog dialogFor(const char* title, const char* suffix) {
@@ -81,7 +81,7 @@ class SystemDialogTest : public WindowTest {
     return dialog;
   }
 
-  /// By how much two pictures of one size differ, in a channel of a pixel; 255 at most.
+  /// The mean difference between two pictures of the same size, per pixel and channel; at most 255.
   static double meanDifference(const QImage& a, const QImage& b) {
     double sum = 0.0;
     for (int y = 0; y < a.height(); ++y) {
@@ -127,7 +127,7 @@ TEST_F(SystemDialogTest, OpenGivesAFileWhoseNameNoCodePageHas) {
     EXPECT_EQ(sameForm(dialog.ShowOpen(nullptr)), sameForm(toQt(files::fromPath(drawing))));
     EXPECT_TRUE(user.seen());
   }
-  // As a preset, too.
+  // As a preset too.
   dialog.setFilename(toQt(files::fromPath(drawing)));
   DialogUser user("Quillon opens any", IDOK);
   EXPECT_EQ(sameForm(dialog.ShowOpen(nullptr)), sameForm(toQt(files::fromPath(drawing))));
@@ -163,7 +163,7 @@ TEST_F(SystemDialogTest, TheWindowHasTheIconOfTheExecutable) {
     const QImage own =
         appIcon().pixmap(QSize(size, size), 1.0).toImage().convertToFormat(QImage::Format_ARGB32);
     ASSERT_EQ(theirs.size(), own.size());
-    EXPECT_LT(meanDifference(theirs, own), 4.0) << size;  // edges are smoothed in two ways
+    EXPECT_LT(meanDifference(theirs, own), 4.0) << size;  // renderers smooth edges differently
   }
   FreeLibrary(executable);
 }

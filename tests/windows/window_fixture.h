@@ -24,7 +24,7 @@
 
 namespace quillon::windows {
 
-/// Windows of a program whose folder is empty, in English.
+/// Windows of a program with an empty folder, in English.
 class WindowTest : public ::testing::Test {
  protected:
   WindowTest() {
@@ -56,7 +56,7 @@ class WindowTest : public ::testing::Test {
     const auto* const label = box.findChild<QLabel*>("qt_msgbox_informativelabel");
     return label == nullptr ? box.informativeText() : wholeText(*label);
   }
-  /// Chooses an entry of a list with the mouse, once its window shows.
+  /// Chooses an entry of a list with the mouse, once its window is visible.
   static void choose(QComboBox& list, int index) {
     QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
     clickEntry(list, index);
@@ -66,21 +66,21 @@ class WindowTest : public ::testing::Test {
     QAbstractItemView& view = *list.view();
     ASSERT_TRUE(view.isVisible());
     const QModelIndex entry = view.model()->index(index, 0);
-    // A list that has just opened may be laid out once more, and scroll, until it is seen.
+    // A list that has just opened may be laid out again and scroll until it is exposed.
     ASSERT_TRUE(QTest::qWaitForWindowExposed(view.window()));
     view.scrollTo(entry);
     QTest::mouseMove(view.viewport(), view.visualRect(entry).center());
     view.scrollTo(entry);
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(entry).center());
   }
-  /// Types a file's name into a dialog and confirms with Enter.
+  /// Types a file name into a dialog and confirms with Enter.
   static void enterName(QFileDialog& dialog, const QString& name) {
     auto& field = find<QLineEdit>(dialog, "fileNameEdit");
     field.setText(name);
     QTest::keyClick(&field, Qt::Key_Return);
   }
 
-  /// Does something with the next modal window that opens, as a user would; it must close it.
+  /// Acts on the next modal window like a user; must close it.
   template <typename Window = QWidget>
   void whenModal(std::function<void(Window&)> action) {
     auto* const timer = new QTimer(&timers);
@@ -94,7 +94,7 @@ class WindowTest : public ::testing::Test {
     });
     timer->start(5);
   }
-  /// Answers the next message box, and keeps what it says.
+  /// Answers the next message box and keeps its text.
   void whenAsked(QMessageBox::StandardButton answer) {
     whenModal<QMessageBox>([this, answer](QMessageBox& box) {
       boxTitle = box.windowTitle();
@@ -138,7 +138,7 @@ class WindowTest : public ::testing::Test {
   errors::ProgramIdentity program = errors::thisProgram("quillon", folder.path() / "program");
   WindowFaultView view{context, program};
   errors::FaultScribe faults{program, context.LanguageOffset, view};
-  QObject timers;  ///< owns what waits, so that nothing outlives its test
+  QObject timers;  ///< owns pending actions, so that none outlives its test
   int modalWindows = 0;
   QString boxTitle;
   QString boxText;

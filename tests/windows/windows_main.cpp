@@ -1,5 +1,5 @@
-// The tests of the windows share one application, which needs no display except
-// where Qt knows only the system's own windows.
+// The window tests share one application. It needs no display, except where Qt only has the
+// system's own platform plugin.
 #include <gtest/gtest.h>
 
 #include <QCursor>
@@ -13,8 +13,7 @@
 
 namespace {
 
-/// A screen of the size that QUILLON_SCREEN names, such as "1024x600", where Qt draws without a
-/// display.
+/// Sets the screen size from QUILLON_SCREEN, such as "1024x600", where Qt draws without a display.
 void useScreen(QFile& description) {
   const QList<QByteArray> size = qgetenv("QUILLON_SCREEN").split('x');
   description.write("{\"screens\": [{\"name\": \"screen\", \"x\": 0, \"y\": 0, \"width\": " +
@@ -29,21 +28,21 @@ void useScreen(QFile& description) {
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   qputenv("QT_QPA_PLATFORM", quillon::testing::kQtPlatform);
-  QTemporaryFile screen;  // as long as the application lives
+  QTemporaryFile screen;  // must outlive the application
   const bool offscreen = std::string_view(quillon::testing::kQtPlatform) == "offscreen";
   if (offscreen && qEnvironmentVariableIsSet("QUILLON_SCREEN") && screen.open()) useScreen(screen);
   if (qEnvironmentVariableIsSet("QUILLON_DISPLAY")) {
     qputenv("QT_QPA_PLATFORM", qgetenv("QUILLON_DISPLAY"));
   }
-  // A variable of our own: Wine keeps those of Qt to itself.
+  // Not one of Qt's variables, which Wine does not pass on.
   if (qEnvironmentVariableIsSet("QUILLON_SCALE")) {
     qputenv("QT_SCALE_FACTOR", qgetenv("QUILLON_SCALE"));
   }
-  // Tests choose in Qt's own file dialog; those of the system have tests of their own.
+  // Tests use Qt's own file dialog; the system's dialogs have separate tests.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   qputenv("QT_LOGGING_RULES", "*.debug=false");
   const quillon::window::Application app(argc, argv);
-  // Out of the way: what opens below the pointer would take it for a user's.
+  // Keep the pointer away from windows that open, which would react to it.
   QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
   return RUN_ALL_TESTS();
 }

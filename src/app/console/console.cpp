@@ -9,8 +9,8 @@
 namespace quillon::console {
 namespace {
 
-/// Writes a text. After a cancel a stream that takes nothing is `stuck`: waiting for it once more
-/// would keep the program from ending.
+/// Writes a text. After a cancel, a stream that accepts nothing is marked as `stuck`: waiting for
+/// it again would keep the program from ending.
 bool put(std::FILE* stream, bool& stuck, std::string_view text) {
   if (stuck) return false;
   bool whole = writeText(stream, text);
@@ -19,7 +19,7 @@ bool put(std::FILE* stream, bool& stuck, std::string_view text) {
   return whole;
 }
 
-/// The start of a UTF-8 text, cut between characters.
+/// The start of a UTF-8 text, cut at a character boundary.
 std::string_view shortened(std::string_view text, std::size_t longest) {
   if (text.size() <= longest) return text;
   while (longest > 0 && (static_cast<unsigned char>(text[longest]) & 0xC0) == 0x80) --longest;

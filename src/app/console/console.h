@@ -6,8 +6,8 @@
 
 namespace quillon::console {
 
-/// The program's two output streams, shared by conversions that run at the same time: whole lines
-/// go to standard error, above a progress line where one is shown.
+/// The program's two output streams, shared by concurrent conversions: complete lines go to
+/// standard error, above the progress line if there is one.
 class Console {
  public:
   explicit Console(bool showsProgress) : showsProgress_(showsProgress) {}
@@ -17,11 +17,11 @@ class Console {
 
   bool showsProgress() const { return showsProgress_; }
 
-  /// Lines (each with its line end) to standard error.
+  /// Prints lines (each with its line end) to standard error.
   void printError(std::string_view lines);
-  /// Lines to standard output. False when they could not be written.
+  /// Prints lines to standard output. False when they could not be written.
   bool printOutput(std::string_view lines);
-  /// A bar of `percent` with a label.
+  /// Shows a progress bar with a label.
   void showProgress(int percent, std::string_view label);
   void clearProgress();
 

@@ -5,7 +5,7 @@
 
 namespace quillon::console {
 
-/// The language that the environment asks for, in the form of a locale's name, or "".
+/// The language set in the environment, as a locale name, or "".
 inline std::string_view environmentLanguage() {
   for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
     const char* const value = std::getenv(name);

@@ -4,17 +4,17 @@
 
 namespace quillon::console {
 
-/// From now on Ctrl-C, or the system's wish that the program ends, sets a flag instead of ending
-/// it; a second one ends it. A pipe without a reader becomes an error of writing.
+/// From now on Ctrl-C, or a request of the system to end such as SIGTERM, only sets a flag; a
+/// second one ends the program. Writing to a pipe without a reader becomes an ordinary error.
 void catchInterrupt();
 
-/// True once that has happened.
+/// True once the program has been interrupted.
 bool interrupted();
 
-/// Ends calls that would wait for ever, for a pipe that nobody writes to or reads, once the program
-/// has been interrupted: such a call of a thread that takes part fails, as does each one after it,
-/// as long as the object lives. The system tells one thread alone of Ctrl-C, and perhaps just
-/// before that thread begins to wait. Needs catchInterrupt().
+/// Ends calls that would block forever, on a pipe without a writer or reader, once the program has
+/// been interrupted: for as long as this object lives, every such call in a registered thread
+/// fails. The system delivers Ctrl-C to only one thread, and possibly just before that thread
+/// blocks. Requires catchInterrupt().
 class WaitBreaker {
  public:
   WaitBreaker();
@@ -22,7 +22,7 @@ class WaitBreaker {
   WaitBreaker(const WaitBreaker&) = delete;
   WaitBreaker& operator=(const WaitBreaker&) = delete;
 
-  /// The calling thread takes part as long as this lives.
+  /// Registers the calling thread for its lifetime.
   class Part {
    public:
     explicit Part(WaitBreaker& breaker);

@@ -11,7 +11,7 @@
 namespace quillon::console {
 namespace {
 
-// A signal handler can reach nothing but static objects.
+// A signal handler can only reach static objects.
 std::atomic<bool> interruptSeen{false};
 static_assert(std::atomic<bool>::is_always_lock_free);
 struct Semaphore {
@@ -46,12 +46,12 @@ struct System {
 }  // namespace
 
 void catchInterrupt() {
-  // Without SA_RESTART a read that waits for a pipe ends, and the cancel is seen at once.
+  // Without SA_RESTART a blocked read returns, so that a cancel is noticed at once.
   struct sigaction action = {};
   action.sa_handler = onInterrupt;
   sigemptyset(&action.sa_mask);
   for (const int number : {SIGINT, SIGTERM}) sigaction(number, &action, nullptr);
-  // Where the terminal is closed; a program under nohup goes on.
+  // Sent when the terminal is closed; nohup ignores it.
   struct sigaction hangUp = {};
   if (sigaction(SIGHUP, nullptr, &hangUp) == 0 && hangUp.sa_handler != SIG_IGN) {
     sigaction(SIGHUP, &action, nullptr);
@@ -60,8 +60,8 @@ void catchInterrupt() {
   waking.sa_handler = onWake;
   sigemptyset(&waking.sa_mask);
   sigaction(kWakingSignal, &waking, nullptr);
-  // A reader that is gone and a file that may not grow are errors of writing like others: the
-  // program tells of them and clears up.
+  // A closed pipe and a file size limit become ordinary write errors, so that the program reports
+  // them and cleans up.
   for (const int number : {SIGPIPE, SIGXFSZ}) std::signal(number, SIG_IGN);
 }
 

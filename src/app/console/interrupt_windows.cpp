@@ -8,7 +8,7 @@
 namespace quillon::console {
 namespace {
 
-// The system calls the handler in a thread of its own, which can reach nothing but statics.
+// The system calls the handler in a thread of its own, which can only reach static objects.
 std::atomic<bool> interruptSeen{false};
 std::atomic<HANDLE> waitingThread{nullptr};
 const HANDLE interruptEvent = CreateEventW(nullptr, FALSE, FALSE, nullptr);
@@ -16,7 +16,7 @@ const HANDLE interruptEvent = CreateEventW(nullptr, FALSE, FALSE, nullptr);
 BOOL WINAPI onInterrupt(DWORD event) {
   if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) return FALSE;
   if (interruptSeen.exchange(true)) return FALSE;  // the system ends the program
-  // A read that waits for a pipe ends, and the cancel is seen at once.
+  // A blocked read returns, so that a cancel is noticed at once.
   CancelSynchronousIo(waitingThread.load());
   SetEvent(interruptEvent);
   return TRUE;
@@ -43,7 +43,7 @@ void catchInterrupt() {
   DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &thread, 0, FALSE,
                   DUPLICATE_SAME_ACCESS);
   waitingThread.store(thread);
-  SetConsoleCtrlHandler(nullptr, FALSE);  // a parent may have switched Ctrl-C off
+  SetConsoleCtrlHandler(nullptr, FALSE);  // the parent may have disabled Ctrl-C
   SetConsoleCtrlHandler(onInterrupt, TRUE);
 }
 

@@ -7,19 +7,20 @@
 
 namespace quillon::console {
 
-/// What the program asks of the process that it runs in, and of its terminal.
+/// Access to the process and its terminal.
 
-/// Makes the standard streams ready: their bytes are neither changed nor lost, and no file that the
-/// program opens takes the place of a closed one. To be called before anything is opened.
+/// Prepares the standard streams: bytes are neither changed nor lost, and no file opened later
+/// takes the place of a closed stream. Call before opening anything.
 void prepareStreams();
 
-/// The arguments of the process without its name, UTF-8; `argc` and `argv` are those of main().
+/// The process's arguments without its name, UTF-8; pass on main()'s `argc` and `argv`.
 std::vector<std::string> processArguments(int argc, char** argv);
 
-/// True when standard error is a terminal that understands the sequences of a progress line.
+/// True when standard error is a terminal that supports the escape sequences of a progress line.
 bool errorIsTerminal();
 
-/// Writes UTF-8 so that a terminal shows it. False when not all of it could be written.
+/// Writes UTF-8 so that a terminal displays it correctly. False when not all of it could be
+/// written.
 bool writeText(std::FILE* stream, std::string_view utf8);
 
 /// True when the user's language is German.

@@ -12,20 +12,21 @@ namespace {
 
 bool isClosed(int descriptor) { return fcntl(descriptor, F_GETFD) < 0 && errno == EBADF; }
 
-/// Opens something harmless. The system gives it the lowest number that is free.
+/// Opens something harmless; the system assigns the lowest free descriptor.
 bool openNowhere(int flags) { return open("/dev/null", flags) >= 0 || open("/", O_RDONLY) >= 0; }
 
 }  // namespace
 
-/// The next file to be opened would become a standard stream that is closed, and a script would get
-/// the messages. The direction is the wrong one, so that using the stream is an error, as it was.
+/// Occupies closed standard streams: the next file to be opened would get their descriptor, and
+/// messages would end up in a script. The stand-ins are opened for the wrong direction, so that
+/// using such a stream still fails.
 void prepareStreams() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     const bool open =
         !isClosed(stream) || openNowhere(stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
     if (!open) return;
   }
-  // What a reader does not take must not be offered to it once more at the program's end.
+  // Data that a reader refused must not be written again when the program ends.
   std::setvbuf(stdout, nullptr, _IONBF, 0);
 }
 

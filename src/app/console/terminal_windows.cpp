@@ -1,7 +1,7 @@
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
-// In this order.
+// The order matters.
 #include <shellapi.h>
 
 #include <cstdint>
@@ -38,9 +38,9 @@ std::string narrow(const wchar_t* text) {
   return utf8;
 }
 
-/// A command line in which a folder in quotes may end in a backslash ("C:\work\" --force): a
-/// backslash before a quote would make that a part of the name, and what follows too. Inside quotes
-/// it does so only where the quote is followed by more than a blank.
+/// Makes a quoted folder with a trailing backslash ("C:\work\" --force) parse as intended: normally
+/// that backslash would escape the quote and join the rest to the name. Within quotes we let it do
+/// so only where the quote is not followed by a blank or the end.
 std::wstring withFoldersClosed(std::wstring_view line) {
   std::wstring out;
   bool quoted = false;
@@ -58,8 +58,7 @@ std::wstring withFoldersClosed(std::wstring_view line) {
   return out;
 }
 
-/// A program with windows has no console of its own: its messages go to the one that it was started
-/// from, unless they are led elsewhere.
+/// A GUI program has no console: use the parent's for messages, unless they are redirected.
 void useConsoleOfParent(std::FILE* stream, DWORD which) {
   const HANDLE given = GetStdHandle(which);
   const bool lost = given == nullptr || given == INVALID_HANDLE_VALUE;
@@ -96,7 +95,7 @@ bool errorIsTerminal() {
 
 bool writeText(std::FILE* stream, std::string_view utf8) {
   if (!isConsole(stream)) return std::fwrite(utf8.data(), 1, utf8.size(), stream) == utf8.size();
-  // Whatever code page the console has: it shows UTF-16.
+  // UTF-16 output does not depend on the console's code page.
   constexpr std::size_t kMost = 8192;
   const std::wstring text = wide(utf8);
   for (std::size_t done = 0; done < text.size();) {

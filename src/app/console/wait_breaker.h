@@ -13,11 +13,11 @@
 
 namespace quillon::console {
 
-/// What WaitBreaker is on every system. `System` has
+/// The portable part of WaitBreaker. `System` provides
 ///   Thread             a thread that can be woken
-///   waitForInterrupt() returns after an interrupt or stopWaiting(), perhaps also without
+///   waitForInterrupt() returns after an interrupt or stopWaiting(), possibly spuriously
 ///   stopWaiting()
-///   wake(Thread)       ends what the thread waits for, if it does
+///   wake(Thread)       ends what the thread is waiting for, if anything
 ///   isSame(Thread, Thread)
 template <typename System>
 class Waker {
@@ -28,7 +28,7 @@ class Waker {
     try {
       thread_ = std::jthread([this](const std::stop_token& stop) { run(stop); });
     } catch (const std::system_error&) {
-      // Without a thread more, Ctrl-C still reaches one of those that wait.
+      // Without an extra thread, Ctrl-C still reaches one of the waiting threads.
     }
   }
   ~Waker() {
@@ -51,7 +51,7 @@ class Waker {
   }
 
  private:
-  // What can end by itself gets a moment for it.
+  // Give calls that can end by themselves a moment to do so.
   static constexpr std::chrono::milliseconds kFirstPause{200};
   static constexpr std::chrono::milliseconds kPause{50};
 
@@ -68,7 +68,7 @@ class Waker {
   std::mutex mutex_;
   std::condition_variable_any ended_;
   std::vector<Thread> threads_;
-  std::jthread thread_;  // last: it uses the others
+  std::jthread thread_;  // last: it uses the other members
 };
 
 }  // namespace quillon::console

@@ -14,7 +14,7 @@ void HeadlessHost::setProgress(bool writing, int percent) {
 bool HeadlessHost::cancelRequested() { return console::interrupted(); }
 
 bool HeadlessHost::ask(const convert::Message& question) {
-  // The one question of a conversion is whether to replace the script.
+  // A conversion asks only one question: whether to replace the script.
   convert::Message refusal = question;
   refusal.kind = convert::MessageKind::Error;
   refusal.detail = texts_(TextId::FileExists, {question.detail});

@@ -9,10 +9,10 @@
 
 namespace quillon::headless {
 
-/// Answers a conversion without a user: collects its messages, takes every question for No.
+/// A conversion host without a user: collects messages and answers every question with No.
 class HeadlessHost : public convert::ConversionHost {
  public:
-  /// `label` stands beside the progress bar; an empty one shows none.
+  /// `label` is shown next to the progress bar; no bar for an empty one.
   HeadlessHost(console::Console& console, const texts::Texts& texts, std::string label)
       : console_(console), texts_(texts), label_(std::move(label)) {}
 

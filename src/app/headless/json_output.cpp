@@ -14,7 +14,7 @@ using convert::ConversionResult;
 using convert::Message;
 using convert::Outcome;
 
-/// An object or an array whose members are added one by one.
+/// An object or array built member by member.
 class Members {
  public:
   explicit Members(char open) : text_(1, open), close_(open == '{' ? '}' : ']') {}
@@ -58,8 +58,8 @@ std::string base64(std::string_view bytes) {
   return out;
 }
 
-/// The paths of one conversion. Names of files may be any bytes, which JSON cannot hold: for those
-/// that are not UTF-8, "pathBytes" has the bytes as base64 under the same names.
+/// The paths of one conversion. File names may contain any bytes, which JSON cannot represent: for
+/// names that are not UTF-8, "pathBytes" has the same keys with the bytes as base64.
 class Paths {
  public:
   void add(Members& members, std::string_view name, std::string_view path) {
@@ -108,7 +108,7 @@ std::string unrecognised(const ConversionResult& result) {
   return members.close();
 }
 
-/// Entities on layers that are assigned to 999.
+/// Entities on layers assigned to 999.
 std::string leftOut(const ConversionResult& result) {
   Members members('{');
   for (std::size_t i = 0; i < result.leftOut.size(); ++i) {
@@ -119,7 +119,7 @@ std::string leftOut(const ConversionResult& result) {
   return members.close();
 }
 
-/// Entities that were dropped because of damage.
+/// Entities dropped because of damage.
 std::string dropped(const ConversionResult& result) {
   if (result.dropped.count == 0) return "null";
   Members members('{');
@@ -171,7 +171,7 @@ std::string jsonString(std::string_view text) {
     } else if (byte < 0x20 || byte == 0x7F) {
       putEscape(byte);
     } else if (byte == 0xC2 && next < 0xA0) {
-      putEscape(next);  // terminals obey these control characters, too
+      putEscape(next);  // control characters that terminals obey as well
       ++i;
     } else {
       out += c;

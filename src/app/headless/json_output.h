@@ -9,10 +9,10 @@
 
 namespace quillon::headless {
 
-/// A text as a JSON string, valid UTF-8 whatever its bytes are.
+/// A text as a JSON string; valid UTF-8 for any bytes.
 std::string jsonString(std::string_view text);
 
-/// One conversion as one line of JSON.
+/// One conversion as a single line of JSON.
 std::string toJson(const convert::ConversionResult& result, std::string_view reportFile,
                    const std::vector<convert::Message>& messages);
 

@@ -26,7 +26,7 @@ namespace {
 
 using Words = std::map<std::string, int>;
 
-/// A finite number as a whole, in the form that drawings use.
+/// Requires the whole text to be a finite number, in the form used in drawings.
 std::string checkNumber(const std::string& text) {
   char* end = nullptr;
   std::strtod(text.c_str(), &end);
@@ -42,14 +42,14 @@ std::string checkScale(const std::string& text) {
   return error;
 }
 
-/// The number of an EAGLE layer, a name may follow. A number below 0 would make EAGLE delete
-/// layers.
+/// Requires the number of an EAGLE layer, which a name may follow. A negative number would make
+/// EAGLE delete layers.
 std::string checkLayer(const std::string& text) {
   if (convert::isEagleLayer(text)) return {};
   return "\"" + text + "\" is not an EAGLE layer from 1 to 255, or 999";
 }
 
-/// A check for a positive whole number of something.
+/// A validator for a positive whole number of something.
 CLI::Validator countOf(const std::string& things) {
   const auto check = [things](const std::string& text) -> std::string {
     const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
@@ -61,7 +61,7 @@ CLI::Validator countOf(const std::string& things) {
   return {check, "NUMBER"};
 }
 
-/// A number of bytes, with K, M or G for 1,024 or its powers; nothing for any other text.
+/// A number of bytes; K, M and G multiply by powers of 1,024. Nothing for an invalid text.
 std::optional<std::uint64_t> sizeOf(std::string_view text) {
   constexpr std::string_view kSuffixes = "KMG";
   constexpr unsigned kBitsEach = 10;
@@ -86,14 +86,14 @@ std::string checkSize(const std::string& text) {
   return sizeOf(text) ? "" : "\"" + text + "\" is no size";
 }
 
-/// The options whose texts become numbers after parsing.
+/// Texts of options that are converted to numbers after parsing.
 struct NumberTexts {
   std::string offsetX = "0";
   std::string offsetY = "0";
   std::string polyWidth = "0";
 };
 
-/// An option that takes one of a few words.
+/// Adds an option whose value is one of a few words.
 void addChoice(CLI::App& app, const char* name, int& value, const Words& words,
                const std::string& choices, const char* help) {
   const auto look = [words, choices](std::string& text) -> std::string {
@@ -137,7 +137,7 @@ void addJobOptions(CLI::App& app, Options& options, NumberTexts& numbers) {
       ->check(number);
 }
 
-/// What each conversion may come to.
+/// The limits for each conversion.
 void addLimits(CLI::App& app, Options& options) {
   const rules::WorkLimits& usual = convert::kUsualLimits;
   app.add_option_function<std::string>(
@@ -182,7 +182,7 @@ void addProgramOptions(CLI::App& app, Options& options) {
   app.add_flag("--json", options.json, "Print one JSON object for each conversion");
 }
 
-/// Rules between options; "" when they hold.
+/// Checks rules that involve several options; "" when they hold.
 std::string checkTogether(const Options& options) {
   const bool one = options.inputs.size() == 1;
   for (const std::string& input : options.inputs) {
@@ -206,7 +206,7 @@ std::string checkTogether(const Options& options) {
   return {};
 }
 
-/// Paths as the system's other programs would take them.
+/// Completes paths as other programs on this system do.
 void completePaths(Options& options) {
   std::vector<std::string> inputs;
   for (std::string& input : options.inputs) {
@@ -235,12 +235,12 @@ Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exi
   NumberTexts numbers;
   CLI::App app("Turns DXF drawings into scripts for the EAGLE PCB editor.", "quillon-convert");
   app.set_version_flag("--version", "quillon-convert " QUILLON_VERSION);
-  app.allow_windows_style_options(false);  // "/name" is a path everywhere
+  app.allow_windows_style_options(false);  // "/name" is a path on every system
   app.get_formatter()->column_width(34);
   addProgramOptions(app, options);
   addJobOptions(app, options, numbers);
   try {
-    std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+    std::reverse(arguments.begin(), arguments.end());  // the parser expects them reversed
     app.parse(std::move(arguments));
   } catch (const CLI::ParseError& error) {
     const bool asked = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);

@@ -10,29 +10,29 @@
 
 namespace quillon::headless {
 
-/// What the command line asks for.
+/// The parsed command line.
 struct Options {
   std::vector<std::string> inputs;
-  std::optional<std::string> output;  ///< script, or folder of scripts
-  std::optional<std::string> name;    ///< drawing name; without it the file's name
+  std::optional<std::string> output;  ///< script, or folder for scripts
+  std::optional<std::string> name;    ///< drawing name; defaults to the file's name
   std::optional<std::string> frame;
-  std::optional<std::string> report;  ///< report, or folder of reports
-  convert::ConversionJob job;         ///< settings that all conversions share
+  std::optional<std::string> report;  ///< report, or folder for reports
+  convert::ConversionJob job;         ///< settings shared by all conversions
   int languageOffset = 0;
   unsigned jobs = 1;
-  rules::WorkLimits limits = convert::kUsualLimits;  ///< of each conversion
-  dxf::InputLimits input = convert::kUsualInput;     ///< of each drawing
-  bool keepPartial = false;  ///< keeps the script of a conversion that a limit ends
-  bool newer = false;        ///< drawings older than their scripts are left out
+  rules::WorkLimits limits = convert::kUsualLimits;  ///< for each conversion
+  dxf::InputLimits input = convert::kUsualInput;     ///< for each drawing
+  bool keepPartial = false;  ///< keep the script of a conversion that a limit ends
+  bool newer = false;        ///< skip drawings that are older than their scripts
   bool quiet = false;
   bool json = false;
 };
 
-/// Reads the arguments (of the process, without its name, UTF-8). When the program has nothing more
-/// to do (help, version, a usage error), it has printed that and `exitCode` is set.
+/// Parses the arguments (of the process, without its name, UTF-8). When there is nothing more to do
+/// (help, version, usage error), it has printed the output and `exitCode` is set.
 Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exitCode);
 
-/// Prints a usage error; the result is the exit code.
+/// Prints a usage error and returns the exit code.
 int usageError(const std::string& message);
 
 inline constexpr int kAllConverted = 0;

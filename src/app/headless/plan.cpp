@@ -22,13 +22,13 @@ bool isDrawingName(const fs::path& path) {
   return base::equalsUpperCased(fromPath(path.extension()), ".DXF");
 }
 
-/// A drawing that is to be converted, and where it comes from.
+/// A drawing to be converted, and where it comes from.
 struct Drawing {
   fs::path path;
   bool listed = false;
 };
 
-/// The drawings of a folder in the order of their names. Pipes and devices are left out.
+/// The drawings in a folder, sorted by name. Pipes and devices are skipped.
 std::vector<Drawing> drawingsIn(const fs::path& folder, int& reason,
                                 std::vector<std::string>& leftOut) {
   std::vector<Drawing> drawings;
@@ -47,13 +47,13 @@ std::vector<Drawing> drawingsIn(const fs::path& folder, int& reason,
   return drawings;
 }
 
-/// A folder that was named by a user, who may have meant one that is yet to be made.
+/// A folder as typed by the user; it may not exist yet.
 fs::path folderNamed(const std::string& typed) {
   const fs::path found = files::findExisting(typed);
   return files::namesFolder(found) ? found : files::findForCreation(typed);
 }
 
-/// Where the files of a plan go. All these paths are exact.
+/// Decides where the results go. All its paths are exact.
 class PathRules {
  public:
   PathRules(const Options& options, bool several) : options_(options), several_(several) {}
@@ -73,7 +73,7 @@ class PathRules {
   }
 
  private:
-  /// What was typed is the result itself, or a folder for results.
+  /// A typed path is the result itself, or a folder for results.
   fs::path resultOf(const std::string& typed, const fs::path& name) const {
     const fs::path folder = folderNamed(typed);
     return several_ || files::namesFolder(folder) ? folder / name : files::findForCreation(typed);
@@ -114,13 +114,13 @@ PlannedConversion planDrawing(const Options& options, const PathRules& paths,
   return planned;
 }
 
-/// One spelling for all paths of a file.
+/// One spelling for all paths to a file.
 fs::path fileKey(const std::string& file) { return files::uniquePath(toPath(file)); }
 fs::path typedFileKey(const std::string& file) {
   return files::uniquePath(files::findExisting(file));
 }
 
-/// No result may replace a file that is read, nor another result.
+/// Makes sure that no result replaces an input or another result.
 class Collisions {
  public:
   Collisions(const Options& options, const Plan& plan) {
@@ -131,8 +131,8 @@ class Collisions {
     }
   }
 
-  /// The usage error that a conversion's results make, or "". Where folders bring two drawings with
-  /// one result together, the second one is marked instead.
+  /// The usage error caused by a conversion's results, or "". When two drawings found in folders
+  /// have the same result, the second one is marked instead.
   std::string check(PlannedConversion& planned) {
     if (!planned.job.scriptFile.empty() && planned.job.scriptFile == planned.job.dxfFile) {
       return planned.job.scriptFile + " is the drawing itself";
@@ -141,7 +141,7 @@ class Collisions {
       const std::string& file = *result;
       if (file.empty()) continue;
       const fs::path key = fileKey(file);
-      // A script over its own drawing by another name is the conversion's to refuse.
+      // A script that would replace its own drawing via another path is refused by the conversion.
       const bool own = result == &planned.job.scriptFile && !planned.readStandardInput &&
                        key == fileKey(planned.job.dxfFile);
       if (own) continue;
@@ -173,7 +173,7 @@ std::string checkCollisions(const Options& options, Plan& plan) {
   return {};
 }
 
-/// Folders for the results of several drawings are made when they are missing.
+/// Creates missing folders for the results of several drawings.
 std::string makeFolders(const Options& options) {
   for (const auto& folder : {options.output, options.report}) {
     if (!folder) continue;
@@ -189,7 +189,7 @@ std::string makeFolders(const Options& options) {
 std::string nameFromFile(const std::string& stem) {
   std::string name;
   for (const char c : stem) {
-    if ((static_cast<unsigned char>(c) & 0xC0) == 0x80) continue;  // inside a character
+    if ((static_cast<unsigned char>(c) & 0xC0) == 0x80) continue;  // continuation byte
     const bool allowed = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
                          (c >= '0' && c <= '9') || c == '_' || c == '-' || c == '.';
     name += allowed ? c : '_';

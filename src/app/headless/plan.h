@@ -8,11 +8,11 @@
 
 namespace quillon::headless {
 
-/// One conversion to be made. Its paths are exact.
+/// A planned conversion. Its paths are exact.
 struct PlannedConversion {
   convert::ConversionJob job;
-  bool listed = false;  ///< the drawing was found in a folder
-  /// The drawing before this one that has the same script or report: this one cannot be converted.
+  bool listed = false;  ///< found in a folder
+  /// An earlier drawing with the same script or report: this one cannot be converted.
   std::string sameResultAs;
   bool readStandardInput = false;
   bool writeStandardOutput = false;
@@ -21,19 +21,19 @@ struct PlannedConversion {
 
 struct Plan {
   std::vector<PlannedConversion> conversions;
-  bool several = false;                        ///< several inputs or a folder
-  std::vector<std::string> leftOut;            ///< pipes and devices named like drawings in folders
+  bool several = false;              ///< several inputs, or a folder
+  std::vector<std::string> leftOut;  ///< pipes and devices in folders that are named like drawings
   std::vector<std::string> emptyFolders;       ///< folders without a drawing
   std::vector<std::string> unreadableFolders;  ///< folders that cannot be listed
-  std::string usageError;                      ///< "" when the plan holds
+  std::string usageError;                      ///< "" if the plan is valid
 };
 
-/// Decides which drawings are converted to where. Folders are listed here, not recursively, sorted
-/// by name.
+/// Decides which drawings are converted and where the results go. Folders are listed here, sorted
+/// by name, without subfolders.
 Plan makePlan(const Options& options);
 
-/// A drawing's name as a script can hold it: characters other than letters, digits, "_", "-" and
-/// "." become "_".
+/// A drawing's name made fit for a script: characters other than letters, digits, "_", "-" and "."
+/// become "_".
 std::string nameFromFile(const std::string& stem);
 
 }  // namespace quillon::headless

@@ -43,8 +43,8 @@ namespace {
 
 using texts::TextId;
 
-/// What is wrong with the numbers of a layer file, "" when nothing is. That the file cannot be read
-/// is told by each conversion.
+/// What is wrong with the numbers in a layer file, or "". An unreadable file is reported by each
+/// conversion.
 std::string checkLayerFile(const std::string& path) {
   for (const convert::LayerRow& row : convert::readLayerRows(path)) {
     if (!convert::isForeignLayer(row)) continue;
@@ -54,7 +54,7 @@ std::string checkLayerFile(const std::string& path) {
   return {};
 }
 
-/// What one conversion prints, held back until those before it have printed.
+/// The output of one conversion, held back until earlier ones have printed.
 struct Printed {
   std::string error;
   std::string output;
@@ -115,7 +115,7 @@ class Runner {
       try {
         for (std::size_t i = 1; i < workers; ++i) threads.emplace_back([this] { workApart(); });
       } catch (const std::exception&) {
-        // Fewer conversions at the same time do as well.
+        // Fewer threads will do.
       }
       work();
     }
@@ -128,7 +128,7 @@ class Runner {
     work();
   }
 
-  /// Takes one conversion after the other; after Ctrl-C none is begun.
+  /// Runs one conversion after another; none is started after Ctrl-C.
   void work() {
     for (std::size_t i = next_++; i < plan_.conversions.size() && !interrupted(); i = next_++) {
       Printed printed;
@@ -144,8 +144,7 @@ class Runner {
     }
   }
 
-  /// Runs that were killed may have left temporary files. Each folder is looked at once, since many
-  /// drawings may share it.
+  /// Removes temporary files left by killed runs, once per folder, as many drawings may share one.
   void clearAbandoned() const {
     std::set<fs::path> folders;
     for (const PlannedConversion& planned : plan_.conversions) {
@@ -157,8 +156,8 @@ class Runner {
     for (const fs::path& folder : folders) files::clearAbandonedFiles(folder);
   }
 
-  /// True when the script is newer than its drawing. At the same time it may have been written
-  /// before the drawing was.
+  /// True when the script is newer than its drawing. With equal times, the script might be from an
+  /// older version of the drawing.
   bool isUpToDate(const PlannedConversion& planned) const {
     std::error_code error;
     const fs::path script = files::toPath(planned.job.scriptFile);
@@ -169,8 +168,8 @@ class Runner {
     return !error && written > drawn;
   }
 
-  /// A script that a cancel left incomplete is dated like its drawing, so that --newer makes it
-  /// anew.
+  /// Gives a script that was left incomplete by a cancel its drawing's date, so that --newer
+  /// converts it again.
   static void dateAsIncomplete(const PlannedConversion& planned) {
     const fs::path script = files::toPath(planned.job.scriptFile);
     std::error_code ignored;
@@ -229,7 +228,7 @@ class Runner {
     return surroundings;
   }
 
-  /// Why a drawing is not even begun, or "".
+  /// Why a drawing cannot even be started, or "".
   std::string obstacleTo(const PlannedConversion& planned) const {
     const std::string& report = planned.reportFile;
     if (!planned.sameResultAs.empty()) {
@@ -299,7 +298,7 @@ class Runner {
     *printed = {};
   }
 
-  /// Prints in the order of the plan, whatever order the conversions end in.
+  /// Prints in the order of the plan, whatever order the conversions finish in.
   void print(std::size_t index, Printed printed) {
     const std::lock_guard lock(mutex_);
     printed_[index] = std::move(printed);

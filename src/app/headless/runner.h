@@ -4,7 +4,7 @@
 
 namespace quillon::headless {
 
-/// Carries out what the options ask for; the result is the program's exit code.
+/// Carries out the options and returns the program's exit code.
 int run(const Options& options);
 
 }  // namespace quillon::headless

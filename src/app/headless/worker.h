@@ -6,13 +6,13 @@
 
 namespace quillon::headless {
 
-/// A thread with a stack as large as the main thread's, so that it can convert what that one can.
+/// A thread with a stack as large as the main thread's, so that it can convert the same drawings.
 class Worker {
  public:
-  /// Begins the work, which must not throw. Throws std::system_error when the system has no thread
-  /// left.
+  /// Starts the work, which must not throw. Throws std::system_error when the system cannot create
+  /// another thread.
   explicit Worker(std::function<void()> work);
-  /// Waits for the end of the work.
+  /// Waits for the work to finish.
   ~Worker();
   Worker(Worker&&) noexcept;
   Worker& operator=(Worker&&) = delete;
@@ -22,8 +22,8 @@ class Worker {
   std::unique_ptr<Thread> thread_;
 };
 
-/// How many conversions can run at the same time: as many as wanted, fewer where the process may
-/// not have the files and the memory for them, at least one.
+/// How many conversions can run concurrently: as many as wanted, or fewer (at least one) where the
+/// process may not have enough files or memory.
 std::size_t affordableWorkers(std::size_t wanted);
 
 }  // namespace quillon::headless

@@ -15,9 +15,9 @@
 namespace quillon::headless {
 namespace {
 
-/// What the main stack may grow to. C libraries give other threads as little as 128 KiB.
+/// The maximum size of the main stack. Some C libraries give other threads only 128 KiB.
 std::size_t mainStackSize() {
-  constexpr std::size_t kUsual = std::size_t{8} << 20;  // where the main stack has no limit
+  constexpr std::size_t kUsual = std::size_t{8} << 20;  // if the main stack is unlimited
   rlimit limit{};
   if (getrlimit(RLIMIT_STACK, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return kUsual;
   return static_cast<std::size_t>(limit.rlim_cur);
@@ -27,12 +27,12 @@ void check(int error) {
   if (error != 0) throw std::system_error(error, std::generic_category());
 }
 
-/// Attributes of a thread with a stack of that size.
+/// Thread attributes with a stack of that size.
 class Attributes {
  public:
   explicit Attributes(std::size_t stackSize) {
     check(pthread_attr_init(&attributes_));
-    pthread_attr_setstacksize(&attributes_, stackSize);  // a size that cannot be is the usual one
+    pthread_attr_setstacksize(&attributes_, stackSize);  // an impossible size leaves the default
   }
   ~Attributes() { pthread_attr_destroy(&attributes_); }
   Attributes(const Attributes&) = delete;
@@ -68,10 +68,10 @@ Worker::Worker(std::function<void()> work) : thread_(std::make_unique<Thread>())
 
 namespace {
 
-/// Files that a conversion has open at once: drawing, script, and what is read and written beside.
+/// Files that a conversion may have open at once: drawing, script, and others on the side.
 constexpr std::size_t kFilesEach = 8;
 
-/// Takes files as so many conversions do, until the system has no more.
+/// Opens as many files as that many conversions would, until the system refuses.
 std::size_t workersByFiles(std::size_t wanted) {
   std::vector<int> files;
   while (files.size() < wanted * kFilesEach) {
@@ -83,9 +83,9 @@ std::size_t workersByFiles(std::size_t wanted) {
   return files.size() / kFilesEach;
 }
 
-/// The same with memory, which is not touched: what a limit of addresses allows.
+/// Maps as much memory, without touching it: shows what an address-space limit allows.
 std::size_t workersByMemory(std::size_t wanted) {
-  // A C library may reserve as much for what a thread allocates, and a drawing has its buffers.
+  // A C library may reserve this much for a thread's allocations; a drawing needs buffers as well.
   constexpr std::size_t kHeap = std::size_t{128} << 20;
   const std::size_t each = std::min(mainStackSize(), std::size_t{1} << 30) + kHeap;
   std::vector<void*> blocks;

@@ -7,7 +7,7 @@
 
 namespace quillon::headless {
 
-// Every thread gets the stack that the program's file asks for, as the main one does.
+// Every thread gets the stack size given in the executable, like the main thread.
 struct Worker::Thread {
   std::jthread thread;
 };
@@ -20,7 +20,7 @@ Worker::Worker(Worker&&) noexcept = default;
 Worker::~Worker() = default;
 
 std::size_t affordableWorkers(std::size_t wanted) {
-  // The C library has 512 streams unless it is asked for more.
+  // The C library's limit is 512 streams unless raised.
   constexpr int kMostStreams = 2048;
   constexpr std::size_t kStreamsEach = 6;
   constexpr std::size_t kOthers = 20;

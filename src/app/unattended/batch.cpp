@@ -19,8 +19,7 @@ namespace {
 
 constexpr std::string_view kExtension = ".DXF";
 
-/// The path with the current folder in front of one that begins with neither a folder's sign nor a
-/// drive.
+/// Prepends the current folder to a path that starts with neither a separator nor a drive.
 std::string rooted(std::string_view path) {
   path = base::trimBlanks(path);
   const bool hasRoot = path.starts_with('/') || path.starts_with('\\');
@@ -32,8 +31,8 @@ std::string rooted(std::string_view path) {
 
 bool isSeparated(std::string_view path) { return path.ends_with('\\') || path.ends_with('/'); }
 
-/// True for a folder, and for what is neither there nor has an extension: that was meant for a
-/// folder, and must not stand for the one above.
+/// True for a folder, and for a missing path without an extension: it was meant as a folder, so its
+/// parent must not be used instead.
 bool meansFolder(std::string_view path) {
   const bool isDrive = path.size() == 2 && path[1] == ':';
   if (isDrive || path.find('*') != std::string_view::npos) return false;
@@ -42,7 +41,7 @@ bool meansFolder(std::string_view path) {
   return files::namesFolder(found) || (!hasExtension && !files::namesFile(found));
 }
 
-/// The folder that a path means, or the part of it before its name, with a separator at its end.
+/// The folder that a path means, or the part before its name, with a trailing separator.
 std::string folderOf(std::string_view typed, const settings::SettingsStore& store) {
   std::string path = rooted(typed);
   if (path.empty()) path = files::fromPath(store.programFolder());
@@ -53,7 +52,7 @@ std::string folderOf(std::string_view typed, const settings::SettingsStore& stor
   return before.empty() ? path.substr(0, 2) + '\\' : before;
 }
 
-/// True when there is surely no folder at a path.
+/// True when there is certainly no folder at a path.
 bool isNoFolder(const fs::path& path) { return files::isMissing(path) || files::namesFile(path); }
 
 }  // namespace

@@ -11,13 +11,13 @@ namespace quillon::unattended {
 struct BatchFile {
   std::string dxfFile;
   std::string scriptFile;
-  std::string sameScriptAs = {};  ///< a drawing before it has that script: it cannot be converted
+  std::string sameScriptAs = {};  ///< an earlier drawing with this script; prevents a conversion
 };
 
-/// A folder that the settings name and that does not exist.
+/// A folder in the settings that does not exist.
 struct MissingFolder {
   std::string folder;
-  std::string item;  ///< of the command line, which sets it; "" for no missing folder
+  std::string item;  ///< the command-line item that sets it; "" when no folder is missing
 };
 
 struct Batch {
@@ -28,9 +28,9 @@ struct Batch {
   int reason = 0;                    ///< why the folder cannot be listed (errno), or 0
 };
 
-/// The drawings ("*.dxf", whatever the case) beside the one in the settings, in the order in which
-/// the system lists them; scripts go into the folder of the script in the settings. Either of the
-/// two may name its folder alone. A folder that is missing gives no drawings.
+/// The drawings ("*.dxf", ignoring case) in the folder of the drawing in the settings, in the
+/// system's order; scripts go into the folder of the script in the settings. Either path may also
+/// be just a folder. No drawings if the folder is missing.
 Batch listBatch(const settings::Settings& settings, const settings::SettingsStore& store);
 
 }  // namespace quillon::unattended

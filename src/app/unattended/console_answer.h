@@ -7,11 +7,11 @@
 
 namespace quillon::unattended {
 
-/// What "--help" or "--version" among the arguments of the process asks to be printed, whole lines;
-/// "" when neither is there.
+/// The output for "--help" or "--version" among the process's arguments, in complete lines; "" when
+/// neither is given.
 std::string consoleAnswer(const std::vector<std::string>& arguments, const texts::Texts& texts);
 
-/// Prints an answer to standard output; the result is the exit code.
+/// Prints an answer to standard output and returns the exit code.
 int printAnswer(const std::string& answer);
 
 }  // namespace quillon::unattended

@@ -7,7 +7,7 @@
 
 namespace quillon::unattended {
 
-/// A bar on the terminal; Ctrl-C cancels.
+/// A progress bar on the terminal; Ctrl-C cancels.
 class ConsoleProgress : public ProgressView {
  public:
   explicit ConsoleProgress(console::Console& console) : console_(console) {}

@@ -6,7 +6,7 @@ namespace quillon::unattended {
 
 StartUp readArguments(const std::vector<std::string>& arguments) {
   StartUp start;
-  // A single argument that names a file is a drawing, although its path may begin with "/".
+  // A single argument that is an existing file is a drawing, although its path may start with "/".
   if (arguments.size() == 1 && files::namesFile(files::toPath(arguments.front()))) {
     start.drawing = arguments.front();
   } else {

@@ -8,7 +8,7 @@
 
 namespace quillon::unattended {
 
-/// What the arguments of the process (without its name, UTF-8) ask for.
+/// What the arguments of the process (without its name, UTF-8) request.
 struct StartUp {
   convert::CommandLine line;
   std::string drawing;  ///< a drawing to open in the window, or ""

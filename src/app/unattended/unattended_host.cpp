@@ -33,7 +33,7 @@ bool UnattendedHost::ask(const convert::Message& question) {
 }
 
 void UnattendedHost::tell(const convert::Message& message) {
-  // The box says what is wrong, the detail where and what to do; often it says the same once more.
+  // The box says what is wrong, the detail where and what to do; often one contains the other.
   const std::string text = oneLine(message.text);
   if (message.detail.ends_with(text)) {
     console_.printError("quillon: " + message.title + ": " + message.detail + "\n");

@@ -10,8 +10,8 @@
 
 namespace quillon::unattended {
 
-/// Stands in for the windows of a conversion: what they would show goes to standard error, a
-/// question is answered with No, a dialog is cancelled.
+/// A conversion host without windows: what they would show goes to standard error, questions are
+/// answered with No, and dialogs are cancelled.
 class UnattendedHost : public convert::ConversionHost {
  public:
   UnattendedHost(console::Console& console, ProgressView& progress, const texts::Texts& texts)

@@ -58,7 +58,7 @@ int UnattendedRun::convertOne() {
   return outcome == Outcome::Converted ? kAllConverted : kSomeNotConverted;
 }
 
-/// Only a cancel ends the batch before its last file.
+/// Only a cancel ends the batch early.
 int UnattendedRun::convertBatch() {
   errors::Procedure running(faults_.callStack(), "UnattendedRun", "convertBatch");
   running.parameter("dxfFile", settings_.dxfFile);
@@ -100,7 +100,7 @@ int UnattendedRun::convertBatch() {
   return failed == 0 ? kAllConverted : kSomeNotConverted;
 }
 
-/// An unexpected error ends the conversion of one drawing, and the batch goes on.
+/// An unexpected error ends only the conversion of one drawing; the batch continues.
 Outcome UnattendedRun::convertTrapped(bool listed) {
   Outcome outcome = Outcome::Ended;
   errors::attempt(

@@ -15,7 +15,7 @@ enum ExitCode : int { kAllConverted = 0, kSomeNotConverted = 1, kNoWindow = 2, k
 /// A run without questions: one drawing, or every drawing of a folder.
 class UnattendedRun {
  public:
-  /// `settings` are those of the window after it has loaded; `faults` gets what fails unexpectedly.
+  /// `settings` are those of the window after loading; unexpected errors go to `faults`.
   UnattendedRun(const settings::SettingsStore& store, const convert::CommandLine& line,
                 const settings::Settings& settings, const texts::Texts& texts,
                 console::Console& console, ProgressView& progress, errors::FaultScribe& faults)
@@ -27,14 +27,14 @@ class UnattendedRun {
         progress_(progress),
         faults_(faults) {}
 
-  /// Carries out what the command line asks for. The result is the exit code.
+  /// Carries out the command line and returns the exit code.
   int run();
 
  private:
   void warn(const std::string& text);
   int convertOne();
   int convertBatch();
-  /// `listed`: the files of the settings have been found in a folder; no user has typed them.
+  /// `listed`: the paths in the settings come from a folder listing, not from a user.
   convert::Outcome convert(bool listed);
   convert::Outcome convertTrapped(bool listed);
   convert::ConversionResult convertShown(const convert::ConversionJob& job, UnattendedHost& host);

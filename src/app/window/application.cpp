@@ -7,7 +7,7 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     return QApplication::notify(receiver, event);
   } catch (...) {
     if (faults_ == nullptr) throw;
-    // The event may be half handled, so it is not sent again.
+    // The event may be half processed, so it is not sent again.
     faults_->OnError("Application", "notify", errors::kMayLeave | errors::kMayEnd);
   }
   return false;

@@ -6,12 +6,12 @@
 
 namespace quillon::window {
 
-/// The last net under all handlers of events: what one of them lets through is reported here.
+/// The last safety net around event handlers: reports exceptions that escape them.
 class Application : public QApplication {
  public:
   using QApplication::QApplication;
 
-  /// Null leaves errors alone. The reporter outlives its use here.
+  /// Null lets errors pass. The reporter must outlive its use here.
   void setFaults(errors::FaultScribe* faults) { faults_ = faults; }
   bool notify(QObject* receiver, QEvent* event) override;
 

@@ -5,7 +5,7 @@
 
 namespace quillon::window {
 
-/// The progress dialog of an unattended run; its button, or Ctrl-C, cancels.
+/// The progress dialog of an unattended run; its button or Ctrl-C cancels.
 class DialogProgress : public unattended::ProgressView {
  public:
   explicit DialogProgress(windows::AppContext& context) : dialog_(context) {}

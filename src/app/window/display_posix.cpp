@@ -20,7 +20,7 @@ std::string variable(const char* name) {
   return value == nullptr ? std::string() : std::string(value);
 }
 
-/// Some platforms of Qt draw without a display server.
+/// Some Qt platforms need no display server.
 bool needsNoServer(std::string_view platform) {
   for (const std::string_view name : {"offscreen", "minimal", "vnc", "linuxfb", "eglfs"}) {
     if (platform.starts_with(name)) return true;
@@ -28,7 +28,7 @@ bool needsNoServer(std::string_view platform) {
   return false;
 }
 
-/// Lets a process of its own open the display, and end in vain if it cannot.
+/// Opens the display in a child process, which exits with an error if that fails.
 bool displayOpens(int& argc, char** argv) {
   const pid_t child = fork();
   if (child == 0) {

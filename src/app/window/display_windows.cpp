@@ -5,7 +5,7 @@
 namespace quillon::window {
 namespace {
 
-/// Services and scheduled tasks run where nobody sees a window.
+/// Services and scheduled tasks run on an invisible desktop.
 bool stationIsVisible() {
   USEROBJECTFLAGS flags{};
   const BOOL known = GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags,

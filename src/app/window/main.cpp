@@ -45,7 +45,7 @@ int runUnattended(windows::AppContext& context, const windows::MainWindow& windo
       .run();
 }
 
-/// The windows of the program, from the splash to the end.
+/// Runs the program's windows, from the splash to the end.
 int runWindows(windows::AppContext& context, const unattended::StartUp& start,
                console::Console& console) {
   if (!(start.line.autoRun && start.line.autoRunExit)) windows::Splash().exec();
@@ -94,7 +94,7 @@ int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
   faults.SetProgInfo(errors::programVersion());
   context.faults = &faults;
   app.setFaults(&faults);
-  // The windows load their language later, behind the splash.
+  // The windows load their language later, while the splash is showing.
   const errors::CrashReporting crashes(
       faults, errors::crashNotice(program, settings::loadLanguage(context.store)));
   int exitCode = windows::kEndedByError;

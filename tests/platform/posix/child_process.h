@@ -17,8 +17,8 @@
 
 namespace quillon::testing {
 
-/// Does something in a process of its own, which may give up rights for good. The result is that of
-/// `work`, 0 to 125; 126 after an exception.
+/// Runs `work` in a child process, which may drop privileges for good. Returns its result, 0 to
+/// 125; 126 after an exception.
 template <typename Work>
 int inChildProcess(const Work& work) {
   const pid_t child = fork();
@@ -27,7 +27,7 @@ int inChildProcess(const Work& work) {
     try {
       result = work();
     } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch)
-      // The result says so.
+      // The exit code tells.
     }
     _exit(result);
   }
@@ -37,8 +37,8 @@ int inChildProcess(const Work& work) {
   return child > 0 && WIFEXITED(status) ? WEXITSTATUS(status) : 127;
 }
 
-/// From now on no rights of files can be changed by this process. False where a process cannot be
-/// limited like that.
+/// Keeps this process from changing file permissions. False where a process cannot be restricted
+/// like that.
 inline bool forbidChangesOfRights() {
   std::vector<sock_filter> filter = {
       BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))};
@@ -56,7 +56,7 @@ inline bool forbidChangesOfRights() {
          prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
-/// Becomes a user who belongs to one group beside the own one. For a child process of root.
+/// Becomes a user who is also a member of another group. For a child process of root.
 inline bool becomeMember(gid_t group, uid_t user, gid_t ownGroup) {
   return setgroups(1, &group) == 0 && setgid(ownGroup) == 0 && setuid(user) == 0;
 }

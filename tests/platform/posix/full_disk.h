@@ -6,8 +6,8 @@
 
 namespace quillon::testing {
 
-/// Files cannot grow beyond a size as long as it lives: writing fails in the middle of a file, as
-/// it does on a disk that gets full.
+/// Limits the size of files for its lifetime: writing fails in the middle of a file, as on a disk
+/// that fills up.
 class FullDisk {
  public:
   explicit FullDisk(rlim_t mostBytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {

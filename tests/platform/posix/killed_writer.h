@@ -11,7 +11,7 @@
 
 namespace quillon::testing {
 
-/// Leaves in a folder what a writer leaves that is killed.
+/// Leaves a killed writer's temporary file in a folder.
 inline void killAWriter(const std::filesystem::path& folder) {
   const pid_t writer = fork();
   if (writer == 0) {

@@ -12,11 +12,11 @@
 
 namespace quillon::testing {
 
-/// The user that stands for "anybody" on every system.
+/// A user without special rights, present on every system.
 inline constexpr uid_t kNobody = 65534;
 
-/// Takes the root user's rights away as long as it lives: root may write everything. Changes
-/// nothing for other users.
+/// Drops root's privileges for its lifetime, as root may write everything. No effect for other
+/// users.
 class Unprivileged {
  public:
   Unprivileged() {
@@ -32,27 +32,27 @@ class Unprivileged {
   bool dropped_ = false;
 };
 
-/// The plugin that Qt shows windows with in tests.
+/// The Qt platform plugin for tests.
 inline constexpr const char* kQtPlatform = "offscreen";
 
-/// What a program says, with "/" in its paths.
+/// A program's output with "/" in its paths.
 inline std::string withSlashes(std::string text) { return text; }
 
-/// Steps, in seconds, in which the system counts processor time.
+/// Resolution of processor time, in seconds.
 inline constexpr double kProcessorTick = 1e-6;
 /// Processor time of this process so far.
 inline double processorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
-/// Local times are those of UTC from now on.
+/// Makes local time UTC from now on.
 inline void useUniversalTime() {
   ::setenv("TZ", "UTC0", 1);
   ::tzset();
 }
 
-/// A descriptor of a device that takes nothing.
+/// A descriptor for a device that accepts no data.
 inline int openFullDevice() { return open("/dev/full", O_WRONLY | O_CLOEXEC); }
 
-/// Both ends of a new pipe. False when there is none.
+/// Both ends of a new pipe. False on failure.
 inline bool openPipe(std::FILE*& reader, std::FILE*& writer) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return false;
@@ -61,7 +61,7 @@ inline bool openPipe(std::FILE*& reader, std::FILE*& writer) {
   return true;
 }
 
-/// Makes a named pipe. False when that failed.
+/// Creates a named pipe. False on failure.
 inline bool makePipe(const std::string& path) { return mkfifo(path.c_str(), 0600) == 0; }
 
 }  // namespace quillon::testing

@@ -20,8 +20,8 @@
 
 namespace quillon::testing {
 
-/// A program that runs in a process of its own. Standard input is a pipe, the other two streams
-/// are files outside the program's working folder.
+/// A program running in a child process. Standard input is a pipe, the other two streams are files
+/// outside the program's working folder.
 class RunningProgram {
  public:
   explicit RunningProgram(const ProgramCall& call) {
@@ -37,7 +37,7 @@ class RunningProgram {
       }
     }
     if (call.unprivileged) {
-      // A build that counts lines writes its counts at the end, for which this needs a place.
+      // A coverage build writes its counts here at exit.
       std::filesystem::permissions(streams_.path(), std::filesystem::perms::all);
       environment.push_back("GCOV_PREFIX=" + streams_.path().string());
     }
@@ -71,7 +71,7 @@ class RunningProgram {
   RunningProgram& operator=(const RunningProgram&) = delete;
 
   void write(std::string_view bytes) const {
-    const auto old = std::signal(SIGPIPE, SIG_IGN);  // the program may end before it reads all
+    const auto old = std::signal(SIGPIPE, SIG_IGN);  // the program may exit before it reads all
     while (!bytes.empty()) {
       const ssize_t written = ::write(input_, bytes.data(), bytes.size());
       if (written < 0 && errno == EINTR) continue;
@@ -86,7 +86,7 @@ class RunningProgram {
   }
   void interrupt() const { signal(SIGINT); }
   void signal(int number) const { kill(process_, number); }
-  /// Where a descriptor of the program leads; empty when it has none of this number.
+  /// Where a descriptor of the program leads; empty when it has no such descriptor.
   std::string streamTarget(int descriptor) const {
     std::error_code error;
     const std::string link =

@@ -13,10 +13,10 @@
 
 namespace quillon::testing {
 
-/// A user that no test runs as.
+/// A user that tests never run as.
 inline constexpr uid_t kOther = 4711;
 
-/// A folder of root's in which everybody may put files, as /tmp, beside a folder that is one's own.
+/// A world-writable folder owned by root, like /tmp, beside one of our own.
 class SharedFolderTest : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -42,7 +42,7 @@ class SharedFolderTest : public ::testing::Test {
     }
     return "written";
   }
-  /// Writes as somebody who owns neither the folder nor the link.
+  /// Writes as a user who owns neither the folder nor the link.
   std::string writtenByNobody(std::string_view name) const {
     std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
     std::filesystem::permissions(at("mine.scr"), std::filesystem::perms(0666));

@@ -4,7 +4,7 @@
 
 namespace quillon::testing {
 
-/// Files cannot be kept from growing here: the tests that need it are skipped.
+/// The size of files cannot be limited here: tests that need this are skipped.
 class FullDisk {
  public:
   explicit FullDisk(std::uint64_t) {}

@@ -9,8 +9,8 @@
 
 namespace quillon::testing {
 
-/// Leaves in a folder what a writer leaves that is killed: a file with the number of a process that
-/// runs no longer.
+/// Leaves a killed writer's temporary file in a folder: one with the id of a process that has
+/// ended.
 inline void killAWriter(const std::filesystem::path& folder) {
   STARTUPINFOW start{};
   start.cb = sizeof start;
@@ -22,7 +22,7 @@ inline void killAWriter(const std::filesystem::path& folder) {
   }
   WaitForSingleObject(process.hProcess, INFINITE);
   CloseHandle(process.hThread);
-  // Its handle stays open as long as the tests run, so that no other process gets its number.
+  // Keep the handle open while the tests run, so that no other process gets the same id.
   const std::string name = ".quillon-" + std::to_string(process.dwProcessId) + "-17-1.tmp";
   std::ofstream(folder / name) << "half of it";
 }

@@ -12,22 +12,22 @@
 
 namespace quillon::testing {
 
-/// Takes rights away on systems where tests run with all of them.
+/// Drops privileges on systems where tests run with all of them.
 class Unprivileged {
  public:
   Unprivileged() {}
 };
 
-/// The plugin that Qt shows windows with in tests.
+/// The Qt platform plugin for tests.
 inline constexpr const char* kQtPlatform = "windows";
 
-/// What a program says, with "/" in its paths.
+/// A program's output with "/" in its paths.
 inline std::string withSlashes(std::string text) {
   std::replace(text.begin(), text.end(), '\\', '/');
   return text;
 }
 
-/// Steps, in seconds, in which the system counts processor time.
+/// Resolution of processor time, in seconds.
 inline constexpr double kProcessorTick = 1.0 / 64.0;
 /// Processor time of this process so far.
 inline double processorSeconds() {
@@ -42,13 +42,13 @@ inline double processorSeconds() {
   return ticks / 1e7;
 }
 
-/// Local times are those of UTC from now on.
+/// Makes local time UTC from now on.
 inline void useUniversalTime() {
   _putenv_s("TZ", "UTC0");
   _tzset();
 }
 
-/// Both ends of a new pipe. False when there is none.
+/// Both ends of a new pipe. False on failure.
 inline bool openPipe(std::FILE*& reader, std::FILE*& writer) {
   int ends[2];
   if (_pipe(ends, 1U << 16, _O_BINARY | _O_NOINHERIT) != 0) return false;
@@ -57,7 +57,7 @@ inline bool openPipe(std::FILE*& reader, std::FILE*& writer) {
   return true;
 }
 
-// What follows, this system does not have; the tests that need it stand in skipped_tests.txt.
+// Not available on this system; tests that need these are listed in skipped_tests.txt.
 
 inline int openFullDevice() { return -1; }
 

@@ -13,11 +13,11 @@
 
 namespace quillon::testing {
 
-/// A program that runs in a process of its own. Standard input is a pipe, the other two streams
-/// are files outside the program's working folder.
+/// A program running in a child process. Standard input is a pipe, the other two streams are files
+/// outside the program's working folder.
 class RunningProgram {
  public:
-  /// Exit code of a program that did not end by itself.
+  /// Exit code for a program that did not end by itself.
   static constexpr UINT kHung = 9999;
 
   explicit RunningProgram(const ProgramCall& call) {
@@ -34,7 +34,7 @@ class RunningProgram {
     std::wstring line = quoted(wide(call.program));
     for (const std::string& word : call.arguments) line += L' ' + quoted(wide(word));
     std::wstring environment = environmentBlock(call.environment);
-    // A group of its own: Ctrl-Break shall not reach the test.
+    // A process group of its own, so that Ctrl-Break does not reach the test.
     const BOOL started =
         CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
                        CREATE_NEW_PROCESS_GROUP | CREATE_UNICODE_ENVIRONMENT, environment.data(),
@@ -80,7 +80,7 @@ class RunningProgram {
     return CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &attributes, CREATE_ALWAYS, 0,
                        nullptr);
   }
-  /// An argument as the system's own rules take it apart again.
+  /// Quotes an argument so that the system's rules parse it back.
   static std::wstring quoted(const std::wstring& argument) {
     std::wstring out = L"\"";
     std::size_t backslashes = 0;
@@ -91,7 +91,7 @@ class RunningProgram {
     }
     return out.append(backslashes, L'\\') + L"\"";
   }
-  /// What is asked for, and what the system itself, or its windows, need.
+  /// The requested variables plus those that the system or its windows need.
   static std::wstring environmentBlock(const std::vector<std::string>& variables) {
     std::wstring block;
     for (const std::string& variable : variables) block += wide(variable) + L'\0';
