@@ -75,8 +75,11 @@ class Conversion {
       fail(messages_.unreadableText(result_.dxfFile, texts::reasonText(error.reason(), texts_)));
     } catch (const std::bad_alloc&) {
       fail(texts::outOfMemoryText(texts_));
-    } catch (const std::exception& error) {
-      fail(base::quotable(result_.dxfFile) + ": " + base::withoutControls(error.what()));
+    } catch (...) {
+      // Nobody foresaw it, so it is a fault of the program, for whoever files a protocol of those.
+      control_.stop();
+      output_.reset();
+      throw;
     }
     if (reader_ != nullptr) result_.fileLinesRead = reader_->fileLinesRead();
     return std::move(result_);
