@@ -72,8 +72,9 @@ struct ConversionResult {
 };
 
 /// Runs one conversion: checks the job, reads the drawing, writes the script and, where the job
-/// wants it, builds the report. Every message goes to the host, those of the errors that end a run
-/// too. What is thrown is a fault of the program; no script is left then.
+/// wants it, builds the report. Every message goes to the host. What is wrong with the job, a file
+/// or the drawing, and lack of memory, is a message; anything else that is thrown, by the host as
+/// well, is a fault of the program: it leaves the function, and the script is as it was.
 ConversionResult convertDXF(const ConversionJob& job, ConversionHost& host,
                             const Surroundings& surroundings);
 

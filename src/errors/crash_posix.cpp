@@ -1,3 +1,4 @@
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,6 +14,13 @@
 
 #include "errors/crash.h"
 #include "errors/crash_protocol.h"
+
+// musl has no backtrace().
+#if defined(__GLIBC__)
+#include <execinfo.h>
+#include <link.h>
+#define QUILLON_BACKTRACE
+#endif
 
 namespace quillon::errors {
 namespace {
@@ -77,6 +85,45 @@ void writeAll(int file, std::string_view text) {
   }
 }
 
+#ifdef QUILLON_BACKTRACE
+
+constexpr std::size_t kMostFrames = 64;
+
+/// The offset is the one in the module's file, wherever the module was loaded to.
+void writeFrame(BacktraceWriter& out, const void* address) {
+  const auto place = reinterpret_cast<std::uintptr_t>(address);
+  Dl_info info = {};
+  void* map = nullptr;
+  if (::dladdr1(address, &info, &map, RTLD_DL_LINKMAP) == 0) return out.frame("", place);
+  out.frame(info.dli_fname, place - static_cast<const link_map*>(map)->l_addr);
+}
+
+void writeBacktrace(ProtocolSink& sink) {
+  std::array<void*, kMostFrames> frames{};
+  const int count = ::backtrace(frames.data(), static_cast<int>(frames.size()));
+  BacktraceWriter out(sink);
+  for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) writeFrame(out, frames[i]);
+  out.end();
+}
+
+/// The first call loads a library and takes memory, which the handler of a crash may not.
+void prepareBacktrace() {
+  std::array<void*, 1> frame{};
+  ::backtrace(frame.data(), static_cast<int>(frame.size()));
+}
+
+#else
+
+void writeBacktrace(ProtocolSink& sink) {
+  BacktraceWriter out(sink);
+  out.unknown();
+  out.end();
+}
+
+void prepareBacktrace() {}
+
+#endif
+
 /// Only the first crash is reported; one of the report itself ends the program.
 void report(std::string_view reason, int code) {
   CrashReporting::State* const state = present.exchange(nullptr);
@@ -85,13 +132,14 @@ void report(std::string_view reason, int code) {
   ::mkdir(state->folder.c_str(), S_IRWXU);
   const int file = ::open(state->file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC,
                           S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
-  if (file >= 0) {
-    writeAll(file, state->sink.text());
-    ::close(file);
-    writeAll(STDERR_FILENO, state->protocol.notice());
-  } else {
-    writeAll(STDERR_FILENO, state->sink.text());
-  }
+  const int target = file >= 0 ? file : STDERR_FILENO;
+  writeAll(target, state->sink.text());
+  if (file >= 0) writeAll(STDERR_FILENO, state->protocol.notice());
+  // A stack in disorder may be a crash once more, so it is looked at when all else is written.
+  state->sink.clear();
+  writeBacktrace(state->sink);
+  writeAll(target, state->sink.text());
+  if (file >= 0) ::close(file);
 }
 
 extern "C" void onCrash(int number) {
@@ -115,6 +163,7 @@ void setHandlers(bool on) {
 // An exception that nobody traps ends in an abort, whose signal is reported.
 CrashReporting::CrashReporting(FaultScribe& faults, std::string notice)
     : state_(std::make_unique<State>(faults, std::move(notice))) {
+  prepareBacktrace();
   present.store(state_.get());
   setHandlers(true);
 }

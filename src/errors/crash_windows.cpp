@@ -1,11 +1,13 @@
 #include <windows.h>
 
+#include <array>
 #include <atomic>
 #include <csignal>
 #include <ctime>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <thread>
 
 #include "errors/crash.h"
@@ -80,6 +82,9 @@ struct CrashReporting::State {
   std::wstring file;
   std::wstring shownNotice;  ///< what a console shows whatever its code page
   FixedSink sink;
+  const CONTEXT* overflow = nullptr;  ///< where a stack was used up
+  std::array<wchar_t, 4096> modulePath{};
+  std::array<char, 1024> moduleName{};
   CrashStack stack;
   Helper forOverflows{reportOverflow};
 };
@@ -94,8 +99,73 @@ void writeAll(HANDLE file, std::string_view text) {
   WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
 }
 
+void tell(HANDLE error, const CrashReporting::State& state) {
+  DWORD written = 0;
+  const auto length = static_cast<DWORD>(state.shownNotice.size());
+  if (WriteConsoleW(error, state.shownNotice.c_str(), length, &written, nullptr) == 0) {
+    writeAll(error, state.protocol.notice());
+  }
+}
+
+/// The name of a module's file, UTF-8. It may lie in the state.
+std::string_view nameOf(HMODULE module, CrashReporting::State& state) {
+  auto& path = state.modulePath;
+  const DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
+  std::wstring_view name(path.data(), length);
+  name.remove_prefix(name.find_last_of(L'\\') + 1);
+  auto& utf8 = state.moduleName;
+  const int size =
+      WideCharToMultiByte(CP_UTF8, 0, name.data(), static_cast<int>(name.size()), utf8.data(),
+                          static_cast<int>(utf8.size()), nullptr, nullptr);
+  return {utf8.data(), static_cast<std::size_t>(size)};
+}
+
+void writeFrame(BacktraceWriter& out, DWORD64 address, CrashReporting::State& state) {
+  constexpr DWORD kOfAddress =
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+  HMODULE module = nullptr;
+  if (GetModuleHandleExW(kOfAddress, reinterpret_cast<LPCWSTR>(address), &module) == 0) {
+    return out.frame("", address);
+  }
+  out.frame(nameOf(module, state), address - reinterpret_cast<DWORD64>(module));
+}
+
+#ifdef __x86_64__
+
+/// The calls that led to a place, which may be one of another thread that waits: what takes frames
+/// of the calling thread alone would need room on a stack that is used up.
+void writeBacktrace(CONTEXT place, CrashReporting::State& state) {
+  constexpr int kMostFrames = 64;
+  BacktraceWriter out(state.sink);
+  for (int i = 0; i < kMostFrames && (i == 0 || place.Rip != 0); ++i) {
+    writeFrame(out, place.Rip, state);
+    DWORD64 module = 0;
+    const PRUNTIME_FUNCTION function = RtlLookupFunctionEntry(place.Rip, &module, nullptr);
+    if (function == nullptr) {  // it calls nothing, so its caller lies on top of the stack
+      place.Rip = *reinterpret_cast<const DWORD64*>(place.Rsp);
+      place.Rsp += sizeof place.Rip;
+      continue;
+    }
+    void* handlerData = nullptr;
+    DWORD64 frame = 0;
+    RtlVirtualUnwind(UNW_FLAG_NHANDLER, module, place.Rip, function, &place, &handlerData, &frame,
+                     nullptr);
+  }
+  out.end();
+}
+
+#else
+
+void writeBacktrace(const CONTEXT&, CrashReporting::State& state) {
+  BacktraceWriter out(state.sink);
+  out.unknown();
+  out.end();
+}
+
+#endif
+
 /// Only the first crash is reported; one of the report itself ends the program.
-void report(std::string_view reason, std::uint64_t code) {
+void report(std::string_view reason, std::uint64_t code, const CONTEXT& place) {
   CrashReporting::State* const state = present.exchange(nullptr);
   if (state == nullptr) return;
   state->protocol.write(reason, code, static_cast<std::int64_t>(std::time(nullptr)), state->sink);
@@ -103,22 +173,26 @@ void report(std::string_view reason, std::uint64_t code) {
   const HANDLE file = CreateFileW(state->file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                   FILE_ATTRIBUTE_NORMAL, nullptr);
   const HANDLE error = GetStdHandle(STD_ERROR_HANDLE);
-  if (file == INVALID_HANDLE_VALUE) return writeAll(error, state->sink.text());
-  writeAll(file, state->sink.text());
-  CloseHandle(file);
-  DWORD written = 0;
-  const auto length = static_cast<DWORD>(state->shownNotice.size());
-  if (WriteConsoleW(error, state->shownNotice.c_str(), length, &written, nullptr) == 0) {
-    writeAll(error, state->protocol.notice());
-  }
+  const HANDLE target = file == INVALID_HANDLE_VALUE ? error : file;
+  writeAll(target, state->sink.text());
+  if (target == file) tell(error, *state);
+  // A stack in disorder may be a crash once more, so it is looked at when all else is written.
+  state->sink.clear();
+  writeBacktrace(place, *state);
+  writeAll(target, state->sink.text());
+  if (target == file) CloseHandle(file);
 }
 
 LONG WINAPI onException(EXCEPTION_POINTERS* exception) {
-  report("EXCEPTION", exception->ExceptionRecord->ExceptionCode);
+  report("EXCEPTION", exception->ExceptionRecord->ExceptionCode, *exception->ContextRecord);
   return EXCEPTION_CONTINUE_SEARCH;
 }
 
-void reportOverflow() { report("EXCEPTION", EXCEPTION_STACK_OVERFLOW); }
+/// In the thread of the helper; the thread whose stack is used up waits.
+void reportOverflow() {
+  const CrashReporting::State* const state = present.load();
+  if (state != nullptr) report("EXCEPTION", EXCEPTION_STACK_OVERFLOW, *state->overflow);
+}
 
 /// Where a stack is used up there may be room for little more than this: looking for whoever
 /// handles the exception already takes too much, so the program ends here, as it would have done.
@@ -128,6 +202,7 @@ LONG WINAPI onOverflow(EXCEPTION_POINTERS* exception) {
   }
   CrashReporting::State* const state = present.load();
   if (state == nullptr) return EXCEPTION_CONTINUE_SEARCH;
+  state->overflow = exception->ContextRecord;
   state->forOverflows.ask();
   TerminateProcess(GetCurrentProcess(), EXCEPTION_STACK_OVERFLOW);
   return EXCEPTION_CONTINUE_SEARCH;
@@ -136,7 +211,11 @@ LONG WINAPI onOverflow(EXCEPTION_POINTERS* exception) {
 // The handler of overflows that is in force.
 std::atomic<void*> overflowHandler{nullptr};
 
-extern "C" void onAbort(int number) { report("SIGABRT", static_cast<std::uint64_t>(number)); }
+extern "C" void onAbort(int number) {
+  CONTEXT place = {};
+  RtlCaptureContext(&place);
+  report("SIGABRT", static_cast<std::uint64_t>(number), place);
+}
 
 }  // namespace
 

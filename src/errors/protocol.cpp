@@ -52,6 +52,22 @@ class StringSink : public ProtocolSink {
   std::string text;
 };
 
+/// The digits of a number to the base of 16, written without taking memory.
+class Hexadecimal {
+ public:
+  explicit Hexadecimal(std::uint64_t number) : start_(digits_.end()) {
+    do {
+      *--start_ = "0123456789abcdef"[number % 16];
+      number /= 16;
+    } while (number > 0);
+  }
+  std::string_view view() const { return {start_, digits_.end()}; }
+
+ private:
+  std::array<char, 2 * sizeof(std::uint64_t)> digits_{};
+  std::array<char, 2 * sizeof(std::uint64_t)>::iterator start_;
+};
+
 }  // namespace
 
 void writeProtocol(const ProtocolFields& fields, const CallStackList& stack, ProtocolSink& sink) {
@@ -83,5 +99,23 @@ std::string protocolText(const ProtocolFields& fields, const CallStackList& stac
   writeProtocol(fields, stack, sink);
   return std::move(sink.text);
 }
+
+BacktraceWriter::BacktraceWriter(ProtocolSink& sink) : sink_(sink) {
+  ProtocolWriter(sink_).line("BACKTRACE:");
+}
+
+void BacktraceWriter::frame(std::string_view module, std::uint64_t offset) {
+  sink_.append(kIndent);
+  sink_.append(module.substr(module.find_last_of("/\\") + 1));
+  sink_.append("+0x");
+  ProtocolWriter(sink_).line(Hexadecimal(offset).view());
+}
+
+void BacktraceWriter::unknown() {
+  sink_.append(kIndent);
+  ProtocolWriter(sink_).line("not available on this system");
+}
+
+void BacktraceWriter::end() { ProtocolWriter(sink_).separator(); }
 
 }  // namespace quillon::errors

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -42,5 +43,23 @@ void writeProtocol(const ProtocolFields& fields, const CallStackList& stack, Pro
 
 /// The same as a text.
 std::string protocolText(const ProtocolFields& fields, const CallStackList& stack);
+
+/// Adds the calls of the machine that led to a crash behind a protocol, the newest first. Takes no
+/// memory and no lock either.
+class BacktraceWriter {
+ public:
+  /// Writes the heading.
+  explicit BacktraceWriter(ProtocolSink& sink);
+  /// A place in a program or library, of whose file only the name is written, as addr2line knows
+  /// it.
+  void frame(std::string_view module, std::uint64_t offset);
+  /// Says that this system does not tell the calls.
+  void unknown();
+  /// Writes the closing separator.
+  void end();
+
+ private:
+  ProtocolSink& sink_;
+};
 
 }  // namespace quillon::errors

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <new>
+#include <stdexcept>
 
 #include "app/console/console.h"
 #include "app/unattended/unattended_run.h"
@@ -12,20 +13,28 @@
 namespace quillon::unattended {
 namespace {
 
-/// Throws when the conversion of a certain drawing starts.
+/// Fails where one drawing's conversion begins, or inside of it.
 class FailingProgress : public ProgressView {
  public:
   void begin(std::string_view file, bool) override {
     if (file == failing) throw std::bad_alloc();
+    failsInside = file == failingInside;
+    ++begun;
   }
-  void setStatus(std::string_view) override {}
+  void setStatus(std::string_view) override {
+    if (failsInside) throw std::out_of_range("injected");
+  }
   void setProgress(bool, int) override {}
   void processEvents() override {}
   bool cancelRequested() override { return false; }
   bool hasCancelButton() const override { return false; }
-  void end() override {}
+  void end() override { ++ended; }
 
   std::string failing;
+  std::string failingInside;
+  bool failsInside = false;
+  int begun = 0;
+  int ended = 0;
 };
 
 class UnattendedFaultsTest : public ::testing::Test {
@@ -89,6 +98,36 @@ TEST_F(UnattendedFaultsTest, AnErrorInTheOnlyDrawingIsItsResult) {
   EXPECT_EQ(run(false), kSomeNotConverted);
   EXPECT_FALSE(folder.has("a.scr"));
   EXPECT_TRUE(folder.has("quillon.ERR"));
+}
+
+TEST_F(UnattendedFaultsTest, AnErrorInsideAConversionIsReportedAndTheBatchGoesOn) {
+  for (const char* name : {"a.dxf", "b.dxf", "c.dxf"}) writeDrawing(name);
+  progress.failingInside = "b.dxf";
+  EXPECT_EQ(run(true), kSomeNotConverted);
+  EXPECT_TRUE(folder.has("a.scr"));
+  EXPECT_FALSE(folder.has("b.scr"));
+  EXPECT_TRUE(folder.has("c.scr"));
+  EXPECT_EQ(folder.entries(), 8U);  // drawings, scripts, the frame, the protocol and its trace
+  EXPECT_EQ(progress.begun, 3);
+  EXPECT_EQ(progress.ended, 3);
+  const std::string protocol = folder.read("quillon.ERR");
+  EXPECT_NE(protocol.find("Fehler-Nr:\t9\r\n"), std::string::npos) << protocol;
+  EXPECT_NE(protocol.find("UnattendedRun.convert\r\n"), std::string::npos);
+  EXPECT_NE(protocol.find("dxfFile:\t" + folder.file("b.dxf") + "\r\n"), std::string::npos);
+  EXPECT_NE(protocol.find("scriptFile:\t" + folder.file("b.scr") + "\r\n"), std::string::npos);
+  EXPECT_TRUE(printed.starts_with("quillon: Error 9 in UnattendedRun.convert: injected\n"))
+      << printed;
+  EXPECT_NE(told.find("2 drawings converted, 1 not converted"), std::string::npos) << told;
+  EXPECT_EQ(told.find("Can't open"), std::string::npos) << told;
+}
+
+TEST_F(UnattendedFaultsTest, AnErrorInsideTheOnlyConversionIsItsResult) {
+  writeDrawing("a.dxf");
+  progress.failingInside = "a.dxf";
+  EXPECT_EQ(run(false), kSomeNotConverted);
+  EXPECT_FALSE(folder.has("a.scr"));
+  EXPECT_TRUE(folder.has("quillon.ERR"));
+  EXPECT_EQ(progress.ended, 1);
 }
 
 }  // namespace

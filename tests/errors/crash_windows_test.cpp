@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <thread>
 
 #include "errors/crash.h"
@@ -110,6 +111,32 @@ TEST_F(CrashDeathTest, BelongsToTheSystemAgainAfterwards) {
       },
       kBrokeDown, "");
   EXPECT_TRUE(owned_ == nullptr || !owned_->has("quillon.ERR"));
+}
+
+/// How many calls in a protocol came from the first bytes of a function of this program.
+int framesIn(const std::string& protocol, const void* function) {
+  constexpr std::uintptr_t kLongest = 512;
+  const std::string module = "test_errors.exe+0x";
+  const auto start = reinterpret_cast<std::uintptr_t>(function) -
+                     reinterpret_cast<std::uintptr_t>(GetModuleHandleW(nullptr));
+  int count = 0;
+  std::size_t at = protocol.find("\r\nBACKTRACE:\r\n");
+  while ((at = protocol.find(module, at)) != std::string::npos) {
+    at += module.size();
+    const std::uintptr_t offset = std::stoull(protocol.substr(at), nullptr, 16);
+    if (offset > start && offset < start + kLongest) ++count;
+  }
+  return count;
+}
+
+TEST_F(CrashDeathTest, TellsTheCallsThatLedToTheCrash) {
+  EXPECT_EXIT(crash(breakDown), kBrokeDown, "see the protocol");
+  EXPECT_EQ(framesIn(protocol(), reinterpret_cast<const void*>(breakDown)), 1) << protocol();
+}
+
+TEST_F(CrashDeathTest, TellsTheLastCallsWhereTheStackIsUsedUp) {
+  EXPECT_EXIT(crash([] { useUpTheStack(); }), kUsedUp, "see the protocol");
+  EXPECT_GT(framesIn(protocol(), reinterpret_cast<const void*>(useUpTheStack)), 32) << protocol();
 }
 
 }  // namespace

@@ -62,5 +62,32 @@ TEST(Protocol, HasAllFortyRecords) {
   EXPECT_EQ(count, 40U);
 }
 
+class CollectedText : public ProtocolSink {
+ public:
+  void append(std::string_view piece) override { text.append(piece); }
+  std::string text;
+};
+
+TEST(Backtrace, NamesFilesWithoutFoldersAndOffsets) {
+  CollectedText sink;
+  BacktraceWriter out(sink);
+  out.frame("/usr/bin/quillon-convert", 0x1a2bU);
+  out.frame("C:\\Programs\\quillon.exe", 0);
+  out.frame("quillon", ~std::uint64_t{0});
+  out.frame("", 0x10U);
+  out.end();
+  const std::string indent(10, ' ');
+  EXPECT_EQ(sink.text, "BACKTRACE:\r\n" + indent + "quillon-convert+0x1a2b\r\n" + indent +
+                           "quillon.exe+0x0\r\n" + indent + "quillon+0xffffffffffffffff\r\n" +
+                           indent + "+0x10\r\n" + kDashes + "\r\n");
+}
+
+TEST(Backtrace, SaysThatASystemHasNone) {
+  CollectedText sink;
+  BacktraceWriter out(sink);
+  out.unknown();
+  EXPECT_EQ(sink.text, "BACKTRACE:\r\n          not available on this system\r\n");
+}
+
 }  // namespace
 }  // namespace quillon::errors

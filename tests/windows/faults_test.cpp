@@ -1,7 +1,10 @@
 // A fault in any window's handler leads to the error window, with the right names.
 #include <QClipboard>
 #include <QDropEvent>
+#include <QListWidget>
 #include <QMimeData>
+#include <QProgressBar>
+#include <stdexcept>
 
 #include "app/window/application.h"
 #include "windows/error_window.h"
@@ -211,6 +214,76 @@ TEST_F(FaultsTest, RetryDoesWhatTheButtonDoes) {
   const convert::ConversionResult result = window.befStart_Click();
   EXPECT_EQ(modalWindows, 2);
   EXPECT_EQ(result.outcome, convert::Outcome::Converted);
+  EXPECT_TRUE(folder.has("a.scr"));
+}
+
+/// Lets a conversion fail where its progress dialog is told how far it has come.
+class FailingDialog : public QObject {
+ public:
+  explicit FailingDialog(int times) : left_(times) { qApp->installEventFilter(this); }
+  int left() const { return left_; }
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override {
+    if (event->type() != QEvent::Show || object->objectName() != "frmDxf_msg") return false;
+    for (QProgressBar* const bar : object->findChildren<QProgressBar*>()) {
+      connect(bar, &QProgressBar::valueChanged, this, [this](int percent) {
+        if (percent == 0 || left_ == 0) return;
+        --left_;
+        throw std::out_of_range("injected");
+      });
+    }
+    return false;
+  }
+
+ private:
+  int left_;
+};
+
+TEST_F(FaultsTest, InsideAConversionAreNoMessageAboutTheScript) {
+  MainWindow window(context);
+  window.LoadSettings();
+  window.setDrawing(toQt(writeDrawing("a.dxf")));
+  find<QCheckBox>(window, "chkReport").setChecked(false);
+  find<QLineEdit>(window, "txtBRDname").setText("BOARD");
+  const std::size_t entries = folder.entries();
+  const FailingDialog failing(1);
+  QStringList records;
+  whenModal<ErrorWindow>([&](ErrorWindow& error) {
+    shownModule = find<QLabel>(error, "lblError_1").text();
+    shownProcedure = find<QLabel>(error, "lblError_2").text();
+    shownText = find<QLabel>(error, "lblComment").text();
+    EXPECT_EQ(find<QLabel>(error, "lblError_0").text(), "9");
+    const auto& list = find<QListWidget>(error, "lstCallStack");
+    for (int i = 0; i < list.count(); ++i) records << list.item(i)->text();
+    click(error, "cmdContinue_2");
+  });
+  EXPECT_EQ(window.befStart_Click().outcome, convert::Outcome::Ended);
+  EXPECT_EQ(failing.left(), 0);
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_EQ(fromQt(shownModule), "frmDXF");
+  EXPECT_EQ(fromQt(shownProcedure), "befStart_Click");
+  EXPECT_EQ(fromQt(shownText), "injected");
+  EXPECT_EQ(records, (QStringList{"frmDXF.befStart_Click", "scriptFile:\t" + path("a.scr"),
+                                  "dxfFile:\t" + path("a.dxf")}));
+  EXPECT_FALSE(folder.has("a.scr"));
+  EXPECT_EQ(folder.entries(), entries + 1);  // the program's folder, with the trace
+  EXPECT_TRUE(window.isEnabled());
+  // Nothing is left of it: the next conversion succeeds.
+  EXPECT_EQ(window.befStart_Click().outcome, convert::Outcome::Converted);
+  EXPECT_TRUE(folder.has("a.scr"));
+}
+
+TEST_F(FaultsTest, InsideAConversionCanBeRetried) {
+  MainWindow window(context);
+  window.LoadSettings();
+  window.setDrawing(toQt(writeDrawing("a.dxf")));
+  find<QCheckBox>(window, "chkReport").setChecked(false);
+  find<QLineEdit>(window, "txtBRDname").setText("BOARD");
+  const FailingDialog failing(1);
+  whenFault("cmdContinue_0");
+  EXPECT_EQ(window.befStart_Click().outcome, convert::Outcome::Converted);
+  EXPECT_EQ(modalWindows, 1);
   EXPECT_TRUE(folder.has("a.scr"));
 }
 

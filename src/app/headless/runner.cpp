@@ -62,11 +62,14 @@ struct Printed {
 
 class Runner {
  public:
-  Runner(const Options& options, Plan plan)
+  Runner(const Options& options, Plan plan, console::Console& console, errors::FaultScribe& faults,
+         const ConvertDrawing& convert)
       : options_(options),
         plan_(std::move(plan)),
         texts_(options.languageOffset),
-        console_(!options.quiet && console::errorIsTerminal()),
+        console_(console),
+        faults_(faults),
+        convert_(convert),
         printed_(plan_.conversions.size()) {}
 
   int run() {
@@ -134,14 +137,35 @@ class Runner {
       Printed printed;
       try {
         printed = convertOne(plan_.conversions[i]);
-      } catch (const std::exception& problem) {
-        const std::string& drawing = plan_.conversions[i].job.dxfFile;
-        printed.error =
-            problemLine(convert::MessageKind::Error,
-                        base::quotable(drawing) + ": " + base::withoutControls(problem.what()));
+      } catch (...) {
+        printed = reportFault(plan_.conversions[i]);
       }
       print(i, std::move(printed));
     }
+  }
+
+  /// Files a protocol of the exception that is being handled: the program has failed, not the
+  /// drawing.
+  Printed reportFault(const PlannedConversion& planned) {
+    {
+      const std::lock_guard lock(faultMutex_);
+      const std::uint64_t mark = faults_.callStack().mark();
+      faults_.CallStack(errors::parameterRecord("dxfFile", errors::rendered(planned.job.dxfFile)));
+      faults_.CallStack(
+          errors::parameterRecord("scriptFile", errors::rendered(planned.job.scriptFile)));
+      faults_.OnError("headless", "convert", errors::kMayLeave);
+      faults_.callStack().backTo(mark);
+    }
+    const errors::FaultInfo fault = errors::describe(std::current_exception(), texts_);
+    ConversionResult result;
+    result.dxfFile = planned.job.dxfFile;
+    const std::vector<Message> messages = {
+        error(texts_(TextId::ProgramFaultInDrawing, {base::quotable(planned.job.dxfFile), base::quotable(fault.description),
+                            faults_.program().supportAddress}))};
+    Printed printed;
+    printed.error = problemLine(messages.front().kind, messages.front().detail);
+    if (options_.json) printed.output = toJson(result, "", messages);
+    return printed;
   }
 
   /// Removes temporary files left by killed runs, once per folder, as many drawings may share one.
@@ -192,7 +216,7 @@ class Runner {
       result.dxfFile = planned.job.dxfFile;
       messages.push_back(error(obstacle));
     } else {
-      result = convert::convertDXF(planned.job, host, surroundingsOf(planned));
+      result = convert_(planned.job, host, surroundingsOf(planned));
       messages = host.messages();
       if (result.outcome != Outcome::Ended) addLosses(result, messages);
       reportWritten = writeReport(planned.reportFile, result, messages);
@@ -314,41 +338,46 @@ class Runner {
   const Options& options_;
   Plan plan_;
   texts::Texts texts_;
-  console::Console console_;
+  console::Console& console_;
+  errors::FaultScribe& faults_;
+  const ConvertDrawing& convert_;
   console::WaitBreaker breaker_;
   std::atomic<std::size_t> next_{0};
   std::atomic<std::size_t> converted_{0};
   std::atomic<std::size_t> skipped_{0};
   std::mutex mutex_;
+  std::mutex faultMutex_;  ///< the reporter serves one thread at a time
   std::vector<std::optional<Printed>> printed_;
   std::size_t printedUpTo_ = 0;
   bool outputFailed_ = false;
 };
 
-int runPlan(const Options& options) {
+}  // namespace
+
+int run(const Options& options, console::Console& console, errors::FaultScribe& faults,
+        const ConvertDrawing& convert) {
   const std::string wrongLayer = checkLayerFile(options.job.layerFile);
   if (!wrongLayer.empty()) return usageError(wrongLayer);
   Plan plan = makePlan(options);
   if (!plan.usageError.empty()) return usageError(plan.usageError);
-  return Runner(options, std::move(plan)).run();
+  return Runner(options, std::move(plan), console, faults, convert).run();
 }
-
-}  // namespace
 
 int run(const Options& options) {
   console::catchInterrupt();
+  console::Console console(!options.quiet && console::errorIsTerminal());
   const errors::ProgramIdentity program =
       errors::thisProgram("quillon-convert", files::programFolder());
-  errors::FaultPrinter printer(
-      [](std::string_view lines) { console::Console(false).printError(lines); }, program,
-      options.languageOffset);
+  errors::FaultPrinter printer([&](std::string_view lines) { console.printError(lines); }, program,
+                               options.languageOffset);
   errors::FaultScribe faults(program, options.languageOffset, printer);
   faults.SetProgInfo(errors::programVersion());
   const errors::CrashReporting crashes(faults,
                                        errors::crashNotice(program, options.languageOffset));
   int exitCode = kSomeNotConverted;
   errors::attempt(
-      faults, "headless", "run", [&] { exitCode = runPlan(options); }, errors::kMayLeave);
+      faults, "headless", "run",
+      [&] { exitCode = run(options, console, faults, convert::convertDXF); }, errors::kMayLeave);
   return exitCode;
 }
 
