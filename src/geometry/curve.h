@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+
+#include "geometry/path.h"
+
+namespace quillon::geometry {
+
+// Curves in the plane that a parameter runs along, and what drawing them as a path takes and tells.
+
+/// Which piece of a curve is meant where two of them meet: the one before or that after.
+enum class Side { kBefore, kAfter };
+
+/// A point of a curve, and how it goes on there.
+struct CurveSample {
+  Point at;
+  Point derivative;  ///< by the parameter; of any length, (0 0) where the curve has no direction
+};
+
+/// A curve by its parameter. The side matters only where the curve has a kink.
+using Curve = std::function<CurveSample(double parameter, Side side)>;
+
+/// Lengths are in the unit of the coordinates.
+struct CurveSettings {
+  double tolerance;   ///< largest distance between the curve and its path; above 0
+  double resolution;  ///< points closer than this are the same point; above 0
+  /// The work that a curve may cause. What is left then is drawn with one line for each piece.
+  std::size_t maxVertices = 200'000;
+};
+
+/// What is wrong with the path of a curve.
+struct CurveReport {
+  bool limitReached = false;  ///< after CurveSettings::maxVertices vertices
+  bool coarse = false;    ///< a part is further off than the tolerance, however short it was made
+  bool gap = false;       ///< the curve itself jumps; a line bridges that
+  bool unusable = false;  ///< some coordinates are huge or no numbers; they are left out
+
+  bool operator==(const CurveReport&) const = default;
+};
+
+struct CurvePath {
+  Path path;
+  CurveReport report;
+};
+
+}  // namespace quillon::geometry

@@ -1,0 +1,69 @@
+#include "geometry/path_map.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+#include "geometry/arc.h"
+#include "geometry/biarcs.h"
+#include "geometry/path_tools.h"
+#include "geometry/vectors.h"
+
+namespace quillon::geometry {
+namespace {
+
+void merge(CurveReport& sum, const CurveReport& part) {
+  sum.limitReached = sum.limitReached || part.limitReached;
+  sum.coarse = sum.coarse || part.coarse;
+  sum.gap = sum.gap || part.gap;
+  sum.unusable = sum.unusable || part.unusable;
+}
+
+/// Adds an arc, none of whose ends has been mapped, to a path that ends at its start.
+CurveReport appendMapped(const Arc& arc, const Affine& map, const CurveSettings& settings,
+                         Path& path) {
+  // Parts of at most a quarter: halving them then tells ends from middles.
+  const int count = std::max(1, static_cast<int>(std::ceil(std::fabs(arc.curve) / 90.0)));
+  std::vector<double> cuts;
+  for (int i = 0; i <= count; ++i) cuts.push_back(static_cast<double>(i) / count);
+  const Curve curve = [&](double fraction, Side) -> CurveSample {
+    return {map(pointAt(arc, fraction)), map.turn(tangentAt(arc, fraction))};
+  };
+  return appendBiarcs(curve, cuts, {}, settings, path);
+}
+
+}  // namespace
+
+CurvePath mapPath(const Path& path, const Affine& map, const CurveSettings& settings) {
+  CurvePath result;
+  const auto isUsable = [&](const Vertex& vertex) {
+    return usable(map(vertex.at)) && std::fabs(vertex.curve) < 360.0;
+  };
+  if (!std::all_of(path.vertices.begin(), path.vertices.end(), isUsable)) {
+    result.report.unusable = true;
+    return result;
+  }
+  result.path = path;
+  if (path.vertices.empty() || transform(result.path, map, settings.resolution)) return result;
+
+  CurveSettings left = settings;
+  std::vector<Vertex>& vertices = result.path.vertices;
+  vertices = {{map(path.vertices.front().at), 0.0}};
+  result.path.closed = false;
+  for (std::size_t i = 0; i < arcCount(path); ++i) {
+    const Arc arc = arcAt(path, i);
+    const std::size_t before = vertices.size();
+    if (arc.curve != 0.0) merge(result.report, appendMapped(arc, map, left, result.path));
+    const Point end = map(arc.end);
+    if (vertices.back().at != end) vertices.push_back({end, 0.0});
+    left.maxVertices -= std::min(left.maxVertices, vertices.size() - before);
+  }
+  if (path.closed && vertices.size() > 1) {
+    vertices.pop_back();  // the first one again
+    result.path.closed = true;
+  }
+  return result;
+}
+
+}  // namespace quillon::geometry

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "geometry/affine.h"
+#include "geometry/curve.h"
+#include "geometry/path.h"
+
+namespace quillon::geometry {
+
+/// The path under any affine map. Where arcs stay arcs, it is transform()'s; else arcs, which have
+/// become parts of ellipses, are drawn by biarcs between the mapped vertices, and lines stay lines.
+/// Vertices whose image is huge or no number make the report unusable, and the path empty.
+CurvePath mapPath(const Path& path, const Affine& map, const CurveSettings& settings);
+
+}  // namespace quillon::geometry
