@@ -109,7 +109,7 @@ class Conversion {
     dxf::readDefinitions(*drawing_, *reader_);
     frame_ = loadFrameOrFail();
     eagle::ScriptWriter script(
-        *output_, {base::unitAt(job_.unit), job_.offsetX, job_.offsetY},
+        *output_, {job_.unit, job_.offsetX, job_.offsetY},
         job_.version == 0 ? eagle::PointForm::Plain : eagle::PointForm::FromMark);
     eagle::ScriptCommands commands(script);
     const classic::Settings settings = classicSettings();

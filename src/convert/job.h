@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/units.h"
+
 namespace quillon::convert {
 
 /// What the script draws into.
@@ -29,7 +31,7 @@ struct ConversionJob {
   std::string layerFile;  ///< layer assignment file; may be empty
   std::string defaultLayer = "20 Dimension (B)";
   int version = 1;  ///< 0 "3.5", 1 "4.x/5.x"
-  int unit = 2;     ///< 0 mic, 1 mm, 2 mil, 3 inch; -1 no selection
+  base::Unit unit = base::Unit::Mil;
   double scale = 1.0;
   std::string scaleText = "1.000";  ///< as it was written, for the report
   bool dotted = false;
@@ -44,8 +46,9 @@ struct ConversionJob {
   bool overwriteScript = false;  ///< replace an existing script without asking
 };
 
-/// Texts of the lists behind `version` and `unit`; "" for an index outside.
+/// The entry of the list of versions; "" for an index outside.
 std::string_view versionText(int version);
-std::string_view unitText(int unit);
+/// The entry of the list of units; "" for none.
+std::string_view unitText(base::Unit unit);
 
 }  // namespace quillon::convert

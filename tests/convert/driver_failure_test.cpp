@@ -279,7 +279,7 @@ TEST_F(FailureTest, TwoConversionsAtOnceDoNotDisturbEachOther) {
   draw(dxf);
   ConversionJob other = job;
   other.scriptFile = folder.file("other.scr");
-  other.unit = 1;
+  other.unit = base::Unit::Mm;
   testing::RecordingHost otherHost;
   ConversionResult otherResult;
   std::thread thread([&] { otherResult = convertDXF(other, otherHost, surroundings); });

@@ -94,7 +94,8 @@ struct NumberTexts {
 };
 
 /// An option that takes one of a few words.
-void addChoice(CLI::App& app, const char* name, int& value, const Words& words,
+template <typename Value>
+void addChoice(CLI::App& app, const char* name, Value& value, const Words& words,
                const std::string& choices, const char* help) {
   const auto look = [words, choices](std::string& text) -> std::string {
     const auto found = words.find(text);
