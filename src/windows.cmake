@@ -40,6 +40,19 @@ add_library(quillon_windows STATIC
   windows/window_host.cpp)
 target_link_libraries(quillon_windows PUBLIC quillon_settings quillon_errors Qt6::Widgets
   Qt6::PrintSupport)
+# Qt's own texts in German are part of the program, as a static Qt comes without them. A Qt for
+# another system may lack the file; this machine's serves as well.
+find_file(QUILLON_QT_GERMAN qtbase_de.qm
+  HINTS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_TRANSLATIONS}
+  PATHS /usr/share/qt6/translations
+  NO_CMAKE_FIND_ROOT_PATH)
+if(NOT QUILLON_QT_GERMAN)
+  message(FATAL_ERROR "Qt's own texts in German, the file qtbase_de.qm, are missing. "
+    "Please install Qt's translations (on Debian: qt6-translations-l10n).")
+endif()
+get_filename_component(quillonQtTranslations ${QUILLON_QT_GERMAN} DIRECTORY)
+qt_add_resources(quillon_windows quillon_qt_german PREFIX /i18n BASE ${quillonQtTranslations}
+  FILES ${QUILLON_QT_GERMAN} OPTIONS -no-compress)
 # The namespace emit is not Qt's keyword.
 target_compile_definitions(quillon_windows PUBLIC QT_NO_KEYWORDS)
 target_compile_definitions(quillon_windows PRIVATE

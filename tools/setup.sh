@@ -36,9 +36,10 @@ need_file() {
   missing="$missing $1"
 }
 
-# need_qt: asks for Qt 6, and for a font to write with.
+# need_qt: asks for Qt 6, its own texts in German, and a font to write with.
 need_qt() {
   need_file qt6-base-dev "/usr/include/*/qt6/QtWidgets"
+  need_file qt6-translations-l10n "/usr/share/qt6/translations/qtbase_de.qm"
   need_file fonts-dejavu-core "/usr/share/fonts/truetype/*/*.ttf"
 }
 
@@ -46,9 +47,10 @@ say_what_to_install() {
   say "Quillon is built with a C++20 compiler (GCC 12 or newer), CMake 3.25, Ninja and CLI11 2.1 or"
   say "newer; its window needs Qt 6.4, its tests also GoogleTest and clang. Please install what is"
   say "missing, for example with"
-  say "  dnf install gcc-c++ cmake ninja-build cli11-devel qt6-qtbase-devel gtest-devel clang"
+  say "  dnf install gcc-c++ cmake ninja-build cli11-devel qt6-qtbase-devel qt6-qttranslations \\"
+  say "    gtest-devel clang"
   say "(Fedora), or with"
-  say "  pacman -S gcc cmake ninja cli11 qt6-base gtest clang"
+  say "  pacman -S gcc cmake ninja cli11 qt6-base qt6-translations gtest clang"
   say "(Arch Linux)."
 }
 

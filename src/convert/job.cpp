@@ -3,22 +3,15 @@
 #include <array>
 
 namespace quillon::convert {
-namespace {
-
-template <std::size_t N>
-std::string_view entry(const std::array<std::string_view, N>& list, int index) {
-  return index >= 0 && static_cast<std::size_t>(index) < N ? list[static_cast<std::size_t>(index)]
-                                                           : std::string_view{};
-}
-
-}  // namespace
 
 std::string_view versionText(int version) {
-  return entry(std::array<std::string_view, 2>{"3.5", "4.x/5.x"}, version);
+  constexpr std::array<std::string_view, 2> kVersions = {"3.5", "4.x/5.x"};
+  const auto index = static_cast<std::size_t>(version);
+  return version >= 0 && index < kVersions.size() ? kVersions[index] : std::string_view{};
 }
 
-std::string_view unitText(int unit) {
-  return entry(std::array<std::string_view, 4>{"mic", "mm", "mil", "inch"}, unit);
+std::string_view unitText(base::Unit unit) {
+  return unit == base::Unit::None ? std::string_view{} : base::unitRecord(unit).word;
 }
 
 }  // namespace quillon::convert

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/units.h"
+
 namespace quillon::convert {
 
 /// What the script draws into.
@@ -34,7 +36,7 @@ struct ConversionJob {
   std::string layerFile;  ///< layer assignment file; may be empty
   std::string defaultLayer = "20 Dimension (B)";
   int version = 1;  ///< 0 "3.5", 1 "4.x/5.x"
-  int unit = 2;     ///< 0 mic, 1 mm, 2 mil, 3 inch; -1 no selection
+  base::Unit unit = base::Unit::Mil;
   double scale = 1.0;
   std::string scaleText = "1.000";  ///< as typed, for the report
   bool dotted = false;
@@ -49,8 +51,9 @@ struct ConversionJob {
   bool overwriteScript = false;  ///< replace an existing script without asking
 };
 
-/// List texts for `version` and `unit`; "" for an index out of range.
+/// The list text of a version; "" for an index out of range.
 std::string_view versionText(int version);
-std::string_view unitText(int unit);
+/// The list text of a unit; "" for none.
+std::string_view unitText(base::Unit unit);
 
 }  // namespace quillon::convert

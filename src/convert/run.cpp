@@ -101,7 +101,7 @@ class Run {
     dxf::readDefinitions(drawing_, reader_);
     const ScriptFrame frame = loadFrameOrFail();
     eagle::ScriptWriter script(
-        files_.script, {base::unitAt(job_.unit), job_.offsetX, job_.offsetY},
+        files_.script, {job_.unit, job_.offsetX, job_.offsetY},
         job_.version == 0 ? eagle::PointForm::Plain : eagle::PointForm::FromMark);
     eagle::ScriptCommands commands(script);
     rules::CancelPoll cancelled(control_);

@@ -40,7 +40,7 @@ void TargetCommands::writeTargetOpen() {
 void TargetCommands::writeScriptHeader() {
   commands_.command(version_ == 1 ? "Set Wire_Bend 2;" : "Set Wire_Style 2;");
   commands_.change(eagle::Property::Pour, drawing_.fillMode == 1.0 ? "Solid" : "Hatch");
-  line("Grid ", base::unitRecord(base::unitAt(unit_)).word, ";");
+  line("Grid ", base::unitRecord(unit_).word, ";");
   for (const std::string& userLine : frame_.startBlock) commands_.command(userLine);
 }
 

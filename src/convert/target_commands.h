@@ -41,7 +41,7 @@ class TargetCommands {
   const dxf::Drawing& drawing_;
   int targetKind_;
   int version_;
-  int unit_;
+  base::Unit unit_;
   std::string drawingName_;
   std::string partName_;  ///< library part of the package and symbol targets
 };

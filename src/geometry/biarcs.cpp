@@ -13,11 +13,8 @@ namespace {
 
 constexpr std::size_t kSamples = 15;
 constexpr int kMostHalvings = 24;
-<<<<<<< HEAD
-=======
 /// Between the samples a curve may stray by about a fiftieth more than at them.
 constexpr double kAtSamples = 0.975;
->>>>>>> h7
 
 /// The arc that leaves `start` in this direction and ends at `end`.
 Arc arcAlong(Point start, Point direction, Point end) {
@@ -42,15 +39,11 @@ class BiarcWriter {
  public:
   BiarcWriter(const Curve& curve, std::span<const double> checks, const CurveSettings& settings,
               Path& path)
-<<<<<<< HEAD
-      : curve_(curve), checks_(checks), settings_(settings), path_(path) {}
-=======
       : curve_(curve),
         checks_(checks),
         settings_(settings),
         path_(path),
         allowed_(kAtSamples * settings.tolerance) {}
->>>>>>> h7
 
   /// Draws what lies between two cuts.
   void writePiece(double from, double to) {
@@ -145,13 +138,7 @@ class BiarcWriter {
   }
 
   bool liesWithin(const Part& part, const ArcDistance& first, const ArcDistance& second) const {
-<<<<<<< HEAD
-    const auto isNear = [&](Point p) {
-      return first(p) <= settings_.tolerance || second(p) <= settings_.tolerance;
-    };
-=======
     const auto isNear = [&](Point p) { return first(p) <= allowed_ || second(p) <= allowed_; };
->>>>>>> h7
     if (!std::all_of(inner_.begin(), inner_.end(),
                      [&](const CurveSample& sample) { return isNear(sample.at); })) {
       return false;
@@ -175,10 +162,7 @@ class BiarcWriter {
   std::span<const double> checks_;
   const CurveSettings& settings_;
   Path& path_;
-<<<<<<< HEAD
-=======
   double allowed_;
->>>>>>> h7
   CurveReport report_;
   std::array<CurveSample, kSamples> inner_{};
   std::size_t written_ = 0;

@@ -14,11 +14,7 @@ Point unitVector(double degrees) {
   }
   // Both steps are exact: what is left lies within 45 degrees about a multiple of 90.
   const double inTurn = std::fmod(degrees, 360.0);
-<<<<<<< HEAD
-  const int quarters = static_cast<int>(std::lround(inTurn / 90.0));
-=======
   const int quarters = static_cast<int>(std::floor(inTurn / 90.0 + 0.5));
->>>>>>> h7
   const double rest = radiansOf(inTurn - 90.0 * quarters);
   const Point v{cosine(rest), sine(rest)};
   switch (quarters & 3) {

@@ -24,16 +24,9 @@ void merge(CurveReport& sum, const CurveReport& part) {
 CurveReport appendMapped(const Arc& arc, const Affine& map, const CurveSettings& settings,
                          Path& path) {
   // Parts of at most a quarter: halving them then tells ends from middles.
-<<<<<<< HEAD
-  const double count = std::max(1.0, std::ceil(std::fabs(arc.curve) / 90.0));
-  std::vector<double> cuts;
-  for (double i = 0.0; i < count; i += 1.0) cuts.push_back(i / count);
-  cuts.push_back(1.0);
-=======
   const int count = std::max(1, static_cast<int>(std::ceil(std::fabs(arc.curve) / 90.0)));
   std::vector<double> cuts;
   for (int i = 0; i <= count; ++i) cuts.push_back(static_cast<double>(i) / count);
->>>>>>> h7
   const Curve curve = [&](double fraction, Side) -> CurveSample {
     return {map(pointAt(arc, fraction)), map.turn(tangentAt(arc, fraction))};
   };

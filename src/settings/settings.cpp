@@ -22,7 +22,6 @@ constexpr std::string_view kLanguageKey = "language";
 constexpr std::string_view kScaleKey = "scale";
 
 constexpr int kVersions = 2;
-constexpr int kUnits = 4;
 constexpr int kPolyChoices = 3;
 constexpr int kBlockChoices = 3;
 
@@ -38,9 +37,8 @@ int indexOf(std::string_view text, int count, int none = kNoChoice) {
 bool isOn(std::string_view text) { return base::numberValue(text) != 0.0; }
 
 std::string unitIndex(std::string_view word) {
-  if (word == "mic") return "0";
-  if (word == "mm") return "1";
-  return word == "mil" ? "2" : "3";
+  const base::Unit unit = base::unitOfWord(word);
+  return std::to_string(static_cast<int>(unit == base::Unit::None ? base::Unit::Inch : unit));
 }
 
 /// Looks up the texts of settings: from the command line if the option is given there, otherwise
@@ -99,7 +97,8 @@ void loadTarget(Settings& settings, const Source& text, const CommandLine& line,
   selectTarget(settings, indexOf(kind, kNoTarget, kNoTarget), texts);
   const std::string version = text("version", Option::Version, std::to_string(line.version));
   settings.version = version.empty() ? 1 : indexOf(version, kVersions);
-  setIfAny(settings.unit, text("unit", Option::Unit, unitIndex(line.unit)), kUnits);
+  const std::string unit = text("unit", Option::Unit, unitIndex(line.unit));
+  if (!unit.empty()) settings.unit = base::unitAt(indexOf(unit, base::kUnitCount));
   const std::string scale = text(kScaleKey, Option::Scale, base::numberText(line.scale));
   // The conversion refuses a scale of 0 from the command line; one in the file is shown as 1.
   const bool replaced = base::numberValue(scale) == 0.0 && !line.given(Option::Scale);
@@ -181,7 +180,7 @@ bool SaveSettings(const SettingsStore& store, const Settings& settings) {
                                    {"brdsch", settings.drawingName},
                                    {"brd", std::to_string(settings.targetKind)},
                                    {"version", std::to_string(settings.version)},
-                                   {"unit", std::to_string(settings.unit)},
+                                   {"unit", std::to_string(static_cast<int>(settings.unit))},
                                    {"scale", settings.scale},
                                    {"layer", settings.layer},
                                    {"dotted", digit(settings.dotted)},

@@ -27,7 +27,7 @@ struct Settings {
   std::string drawingName = "CONVERS";
   int targetKind = convert::kBoard;  ///< or kNoTarget
   int version = 1;
-  int unit = 2;
+  base::Unit unit = base::Unit::Mil;
   std::string scale = kScaleInPlaceOfZero;
   std::string layer;  ///< the selected entry of the target's layer list; "" for none
   bool dotted = false;

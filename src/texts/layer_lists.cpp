@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "base/layer_number.h"
+
 namespace quillon::texts {
 namespace {
 
@@ -12,7 +14,6 @@ constexpr TextRow kSchematicNames = textRow(TextId::LayerNets, TextId::LayerValu
 constexpr int kFirstFreeLayer = 53;
 constexpr int kFirstSchematicLayer = 91;
 constexpr int kLastSchematicLayer = 96;
-constexpr int kLastLayer = 255;
 
 class LayerList {
  public:
@@ -49,7 +50,7 @@ std::vector<std::string> boardLayers(const Texts& texts) {
   return LayerList(texts)
       .names(kBoardNames)
       .free(kFirstFreeLayer, kFirstSchematicLayer - 1)
-      .free(kLastSchematicLayer + 1, kLastLayer)
+      .free(kLastSchematicLayer + 1, base::kLastLayer)
       .unconverted()
       .take();
 }
@@ -58,7 +59,7 @@ std::vector<std::string> schematicLayers(const Texts& texts) {
   return LayerList(texts)
       .free(kFirstFreeLayer, kFirstSchematicLayer - 1)
       .names(kSchematicNames)
-      .free(kLastSchematicLayer + 1, kLastLayer)
+      .free(kLastSchematicLayer + 1, base::kLastLayer)
       .take();
 }
 
@@ -67,7 +68,7 @@ std::vector<std::string> editorLayers(const Texts& texts) {
       .names(kBoardNames)
       .free(kFirstFreeLayer, kFirstSchematicLayer - 1)
       .names(kSchematicNames)
-      .free(kLastSchematicLayer + 1, kLastLayer)
+      .free(kLastSchematicLayer + 1, base::kLastLayer)
       .unconverted()
       .take();
 }

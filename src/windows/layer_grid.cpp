@@ -24,6 +24,11 @@ using texts::TextId;
 constexpr std::string_view kModule = "grdLayers";
 constexpr int kRowCount = static_cast<int>(settings::LayerRows::kMostRows);
 
+/// An entry of the menus that Qt gives its text fields, in the language of the windows.
+QString qtText(const char* entry) {
+  return QCoreApplication::translate("QWidgetTextControl", entry);
+}
+
 std::size_t at(int row) { return static_cast<std::size_t>(row); }
 
 /// The captions in a header format, in which "^" centres a column and "|" separates columns.
@@ -259,12 +264,12 @@ void LayerGrid::showMenu(const QContextMenuEvent& event) {
     entry->setShortcut(keys);
     entry->setEnabled(enabled);
   };
-  add(context_.text(TextId::QtUndo), QKeySequence::Undo, rows_.canUndo(), &LayerGrid::undo);
+  add(qtText("&Undo"), QKeySequence::Undo, rows_.canUndo(), &LayerGrid::undo);
   menu.addSeparator();
-  add(context_.text(TextId::QtCut), QKeySequence::Cut, any, &LayerGrid::cut);
-  add(context_.text(TextId::QtCopy), QKeySequence::Copy, any, &LayerGrid::copy);
-  add(context_.text(TextId::QtPaste), QKeySequence::Paste,
-      !QGuiApplication::clipboard()->text().isEmpty(), &LayerGrid::paste);
+  add(qtText("Cu&t"), QKeySequence::Cut, any, &LayerGrid::cut);
+  add(qtText("&Copy"), QKeySequence::Copy, any, &LayerGrid::copy);
+  add(qtText("&Paste"), QKeySequence::Paste, !QGuiApplication::clipboard()->text().isEmpty(),
+      &LayerGrid::paste);
   add(context_.text(TextId::GridClearRows), QKeySequence(Qt::Key_Delete), any,
       &LayerGrid::clearSelectedRows);
   menu.addSeparator();

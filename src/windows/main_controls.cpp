@@ -76,7 +76,7 @@ MainControls::MainControls(QWidget& window, AppContext& context)
   for (std::size_t i = 0; i < chkBRDSCH.size(); ++i) {
     targets->addButton(chkBRDSCH[i], static_cast<int>(i));
   }
-  cboUnit->addItems({"mic", "mm", "mil", "inch"});
+  for (const base::UnitRecord& unit : base::kUnits) cboUnit->addItem(toQt(unit.word));
   cboVersion->addItems({"3.5", "4.x/5.x"});
   for (QComboBox* const list : {komStandartlayer, cboPoly}) letShrink(*list);
   labViewer->setTextFormat(Qt::RichText);

@@ -152,7 +152,7 @@ settings::Settings MainWindow::settings() const {
   const int kind = controls_.targets->checkedId();
   settings.targetKind = kind < 0 ? settings::kNoTarget : kind;
   settings.version = controls_.cboVersion->currentIndex();
-  settings.unit = controls_.cboUnit->currentIndex();
+  settings.unit = base::unitAt(controls_.cboUnit->currentIndex());
   settings.scale = fromQt(controls_.txtmasst->text());
   settings.layer = fromQt(controls_.komStandartlayer->currentText());
   settings.dotted = controls_.chkDotLines->isChecked();
@@ -182,7 +182,7 @@ void MainWindow::showSettings(const settings::Settings& settings) {
   controls_.komStandartlayer->setCurrentIndex(
       controls_.komStandartlayer->findText(toQt(settings.layer), Qt::MatchExactly));
   controls_.cboVersion->setCurrentIndex(settings.version);
-  controls_.cboUnit->setCurrentIndex(settings.unit);
+  controls_.cboUnit->setCurrentIndex(static_cast<int>(settings.unit));
   controls_.txtmasst->setText(toQt(settings.scale));
   controls_.chkDotLines->setChecked(settings.dotted);
   controls_.chkReport->setChecked(settings.report);
@@ -398,7 +398,7 @@ void MainWindow::loadResources() {
   refill(controls_.cboPoly,
          texts::textRow(TextId::PolylinesWithoutWidth, TextId::PolylinesAsPolygons), 2);
   refill(controls_.cboBlocks, texts::textRow(TextId::BlocksDrawn, TextId::BlocksAll), 0);
-  controls_.cboUnit->setCurrentIndex(2);
+  controls_.cboUnit->setCurrentIndex(static_cast<int>(base::Unit::Mil));
   controls_.cboVersion->setCurrentIndex(1);
   toolTips_.clear();
   for (const TextId id : kToolTips) toolTips_.add(*this, context_.texts()(id));

@@ -1,23 +1,16 @@
 #include "windows/qt_texts.h"
 
 namespace quillon::windows {
-namespace {
-
-/// The English texts of these entries are Qt's.
-constexpr texts::TextRow kQtTexts = texts::textRow(texts::TextId::QtOK, texts::TextId::QtDel);
-
-}  // namespace
 
 QtTexts::QtTexts(const AppContext& context) : context_(context) {
-  const texts::Texts english(texts::kEnglish);
-  for (const texts::TextId id : kQtTexts) ids_.emplace(english(id), id);
+  // Cannot fail: the file is part of the program.
+  static_cast<void>(german_.load(":/i18n/qtbase_de.qm"));
 }
 
-// Our own texts do not use Qt's translation, so the context does not matter.
-QString QtTexts::translate(const char*, const char* text, const char*, int) const {
-  if (context_.LanguageOffset == texts::kEnglish || text == nullptr) return {};
-  const auto found = ids_.find(text);
-  return found == ids_.end() ? QString() : context_.text(found->second);
+QString QtTexts::translate(const char* context, const char* text, const char* disambiguation,
+                           int number) const {
+  if (context_.LanguageOffset == texts::kEnglish) return {};
+  return german_.translate(context, text, disambiguation, number);
 }
 
 }  // namespace quillon::windows

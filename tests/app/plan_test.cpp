@@ -55,11 +55,11 @@ TEST_F(PlanTest, PutsTheScriptBesideTheDrawing) {
 }
 
 TEST_F(PlanTest, KeepsTheSettingsForEveryDrawing) {
-  options.job.unit = 3;
+  options.job.unit = base::Unit::Inch;
   options.job.scaleText = "2.50";
   const Plan plan = planOf({"a.dxf", "b.dxf"});
   for (const PlannedConversion& planned : plan.conversions) {
-    EXPECT_EQ(planned.job.unit, 3);
+    EXPECT_EQ(planned.job.unit, base::Unit::Inch);
     EXPECT_EQ(planned.job.scaleText, "2.50");
   }
 }

@@ -14,7 +14,7 @@ TEST(Job, HasTheDefaultsOfAProgramWithoutSettings) {
   EXPECT_EQ(job.targetKind, kBoard);
   EXPECT_EQ(job.defaultLayer, "20 Dimension (B)");
   EXPECT_EQ(job.version, 1);
-  EXPECT_EQ(job.unit, 2);
+  EXPECT_EQ(job.unit, base::Unit::Mil);
   EXPECT_EQ(job.scale, 1.0);
   EXPECT_EQ(job.scaleText, "1.000");
   EXPECT_FALSE(job.dotted);
@@ -34,17 +34,16 @@ TEST(Job, NamesTheEntryOfTheVersionList) {
 }
 
 TEST(Job, NamesTheEntryOfTheUnitList) {
-  EXPECT_EQ(unitText(0), "mic");
-  EXPECT_EQ(unitText(1), "mm");
-  EXPECT_EQ(unitText(2), "mil");
-  EXPECT_EQ(unitText(3), "inch");
+  EXPECT_EQ(unitText(base::Unit::Mic), "mic");
+  EXPECT_EQ(unitText(base::Unit::Mm), "mm");
+  EXPECT_EQ(unitText(base::Unit::Mil), "mil");
+  EXPECT_EQ(unitText(base::Unit::Inch), "inch");
 }
 
 TEST(Job, AnIndexOutsideItsListHasAnEmptyText) {
   EXPECT_EQ(versionText(-1), "");
   EXPECT_EQ(versionText(2), "");
-  EXPECT_EQ(unitText(-1), "");
-  EXPECT_EQ(unitText(4), "");
+  EXPECT_EQ(unitText(base::Unit::None), "");
 }
 
 }  // namespace

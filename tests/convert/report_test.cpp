@@ -125,7 +125,7 @@ TEST_F(ReportTest, IsCompleteInEnglish) {
 TEST_F(ReportTest, IsCompleteInGerman) {
   speakGerman();
   job.scaleText = " 2.50 ";
-  job.unit = 1;
+  job.unit = base::Unit::Mm;
   job.version = 0;
   job.dotted = true;
   job.ellipses = true;
@@ -225,12 +225,12 @@ TEST_F(ReportTest, ShowsTheTrimmedDrawingName) {
 
 TEST_F(ReportTest, NamesTheChosenListEntries) {
   job.poly = 1;
-  job.unit = 3;
+  job.unit = base::Unit::Inch;
   std::string report = reportOf(oneLine());
   EXPECT_EQ(lineAfter(report, "Creation of Polylines as   : "), "Wire with width");
   EXPECT_EQ(lineAfter(report, "Unit                       : "), "inch");
   job.poly = 0;
-  job.unit = 0;
+  job.unit = base::Unit::Mic;
   report = reportOf(oneLine());
   EXPECT_EQ(lineAfter(report, "Creation of Polylines as   : "), "Wire without width");
   EXPECT_EQ(lineAfter(report, "Unit                       : "), "mic");
@@ -244,7 +244,7 @@ TEST_F(ReportTest, NamesTheChosenListEntries) {
 
 TEST_F(ReportTest, AnIndexOutsideItsListHasAnEmptyText) {
   job.poly = -1;
-  job.unit = -1;
+  job.unit = base::Unit::None;
   job.version = 2;
   job.blocks = 7;
   job.drawingName = "PART";

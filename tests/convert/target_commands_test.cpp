@@ -84,7 +84,7 @@ TEST(TargetOpen, WritesCharactersThatTheEncodingLacksAsQuestionMarks) {
   EXPECT_EQ(commands.take(), "Write;\nEdit 'Teil??.brd';\n");
 }
 
-std::string header(int version, int unit, double fillMode) {
+std::string header(int version, base::Unit unit, double fillMode) {
   ConversionJob job;
   job.version = version;
   job.unit = unit;
@@ -96,30 +96,30 @@ std::string header(int version, int unit, double fillMode) {
 
 TEST(ScriptHeader, SetsTheWireStyleByTheEagleVersion) {
   const std::string rest = "Change Pour Solid;\nGrid mm;\n# first\n";
-  EXPECT_EQ(header(1, 1, 1.0), "Set Wire_Bend 2;\n" + rest);
-  EXPECT_EQ(header(0, 1, 1.0), "Set Wire_Style 2;\n" + rest);
-  EXPECT_EQ(header(2, 1, 1.0), "Set Wire_Style 2;\n" + rest);
-  EXPECT_EQ(header(-1, 1, 1.0), "Set Wire_Style 2;\n" + rest);
+  EXPECT_EQ(header(1, base::Unit::Mm, 1.0), "Set Wire_Bend 2;\n" + rest);
+  EXPECT_EQ(header(0, base::Unit::Mm, 1.0), "Set Wire_Style 2;\n" + rest);
+  EXPECT_EQ(header(2, base::Unit::Mm, 1.0), "Set Wire_Style 2;\n" + rest);
+  EXPECT_EQ(header(-1, base::Unit::Mm, 1.0), "Set Wire_Style 2;\n" + rest);
 }
 
 TEST(ScriptHeader, PoursSolidOnlyWhenTheFillModeIsExactlyOne) {
   const std::string hatch = "Set Wire_Bend 2;\nChange Pour Hatch;\nGrid mm;\n# first\n";
-  EXPECT_EQ(header(1, 1, 0.0), hatch);
-  EXPECT_EQ(header(1, 1, 2.0), hatch);
-  EXPECT_EQ(header(1, 1, 1.0000001), hatch);
+  EXPECT_EQ(header(1, base::Unit::Mm, 0.0), hatch);
+  EXPECT_EQ(header(1, base::Unit::Mm, 2.0), hatch);
+  EXPECT_EQ(header(1, base::Unit::Mm, 1.0000001), hatch);
 }
 
 TEST(ScriptHeader, SetsTheGridByTheUnit) {
-  const auto grid = [](int unit, std::string_view line) {
+  const auto grid = [](base::Unit unit, std::string_view line) {
     EXPECT_EQ(header(1, unit, 1.0),
               "Set Wire_Bend 2;\nChange Pour Solid;\n" + std::string(line) + "\n# first\n")
-        << unit;
+        << line;
   };
-  grid(0, "Grid mic;");
-  grid(1, "Grid mm;");
-  grid(2, "Grid mil;");
-  grid(3, "Grid inch;");
-  grid(-1, "Grid mm;");
+  grid(base::Unit::Mic, "Grid mic;");
+  grid(base::Unit::Mm, "Grid mm;");
+  grid(base::Unit::Mil, "Grid mil;");
+  grid(base::Unit::Inch, "Grid inch;");
+  grid(base::Unit::None, "Grid mm;");
 }
 
 TEST(ScriptHeader, CopiesTheStartBlockAndCountsItsLines) {

@@ -18,7 +18,7 @@ void readChoice(ConversionInput& input, char letter, int digit) {
   const auto index = static_cast<std::size_t>(digit);
   switch (letter) {
     case 'u':
-      job.unit = digit - 1;
+      job.unit = base::unitAt(digit - 1);
       break;
     case 't':
       job.targetKind = digit;

@@ -38,7 +38,7 @@ class SettingsTest : public ::testing::Test {
     EXPECT_EQ(settings.drawingName, "");
     EXPECT_EQ(settings.targetKind, convert::kBoard);
     EXPECT_EQ(settings.version, 1);
-    EXPECT_EQ(settings.unit, 2);
+    EXPECT_EQ(settings.unit, base::Unit::Mil);
     EXPECT_EQ(settings.scale, "1.000");
     EXPECT_EQ(settings.layer, "20 Dimension (B)");
     EXPECT_FALSE(settings.dotted);
@@ -132,18 +132,18 @@ TEST_F(SettingsTest, AnEmptyVersionIsTheNewOne) {
 
 TEST_F(SettingsTest, EmptyListChoicesKeepTheWindowsOwn) {
   const Settings settings = load("unit=\r\npoly=\r\nblocks=\r\n");
-  EXPECT_EQ(settings.unit, 2);
+  EXPECT_EQ(settings.unit, base::Unit::Mil);
   EXPECT_EQ(settings.poly, 2);
   EXPECT_EQ(settings.blocks, 0);
 }
 
 TEST_F(SettingsTest, ListChoicesAreIndexes) {
   const Settings settings = load("unit=3\r\npoly=1\r\nblocks=2\r\n");
-  EXPECT_EQ(settings.unit, 3);
+  EXPECT_EQ(settings.unit, base::Unit::Inch);
   EXPECT_EQ(settings.poly, 1);
   EXPECT_EQ(settings.blocks, 2);
-  EXPECT_EQ(load("unit=x").unit, 0);
-  EXPECT_EQ(load("unit=4").unit, kNoChoice);
+  EXPECT_EQ(load("unit=x").unit, base::Unit::Mic);
+  EXPECT_EQ(load("unit=4").unit, base::Unit::None);
   EXPECT_EQ(load("poly=-1").poly, kNoChoice);
 }
 
@@ -209,7 +209,7 @@ TEST_F(SettingsTest, OptionsOfTheCommandLineReplaceTheFile) {
   EXPECT_EQ(settings.drawingName, "name");
   EXPECT_EQ(settings.targetKind, convert::kPackage);
   EXPECT_EQ(settings.version, 1);
-  EXPECT_EQ(settings.unit, 1);
+  EXPECT_EQ(settings.unit, base::Unit::Mm);
   EXPECT_EQ(settings.scale, "2.5");
   EXPECT_EQ(settings.layer, "16 Bottom (B)");
 }
@@ -230,7 +230,7 @@ TEST_F(SettingsTest, OptionsGoThroughTheSameLoadingRules) {
   EXPECT_EQ(load("brdsch=D", "/b:").drawingName, "");
   EXPECT_EQ(load("layer=1  Top (B)", "/l:none").layer, "20 Dimension (B)");
   EXPECT_EQ(load("", "/l:999 unconverted").layer, "20 Dimension (B)");
-  EXPECT_EQ(load("unit=0", "/u:yard").unit, 3);
+  EXPECT_EQ(load("unit=0", "/u:yard").unit, base::Unit::Inch);
   EXPECT_EQ(load("", "/p:7").poly, kNoChoice);
 }
 
@@ -251,8 +251,8 @@ TEST_F(SettingsTest, AnOptionGivenTwiceTakesTheNextKeyFromTheCommandLine) {
 TEST_F(SettingsTest, WarnsOfNumbersThatAreFollowedBySomethingElse) {
   const auto counted = [](const std::string& name, const std::string& number) {
     return name + " counts as " + number +
-           ", as something follows that is not part of a number. Please correct the number; its "
-           "decimal sign is the point.";
+           ", because something follows that is not part of a number. Please correct the number; "
+           "the decimal sign is a point.";
   };
   EXPECT_EQ(warnings("brd=1x\r\nversion=\r\nunit=mm\r\nscale=2,5\r\ndotted=yes\r\n"
                      "polywidth=0,2\r\nlayer=16 Bottom (B)\r\npoly=1\r\nblocks= 2 \r\n"),
@@ -304,7 +304,7 @@ TEST_F(SettingsTest, ReadsBackWhatItSaved) {
   settings.dxfFile = "D:\\Gerät.dxf";
   settings.layer = "91 Nets (S)";
   settings.version = 0;
-  settings.unit = 3;
+  settings.unit = base::Unit::Inch;
   settings.scale = "2,50";
   settings.dotted = settings.ellipses = settings.arcToLine = true;
   settings.report = false;
@@ -316,7 +316,7 @@ TEST_F(SettingsTest, ReadsBackWhatItSaved) {
   EXPECT_EQ(loaded.targetKind, convert::kSchematic);
   EXPECT_EQ(loaded.layer, settings.layer);
   EXPECT_EQ(loaded.version, 0);
-  EXPECT_EQ(loaded.unit, 3);
+  EXPECT_EQ(loaded.unit, base::Unit::Inch);
   EXPECT_EQ(loaded.scale, "2,50");
   EXPECT_TRUE(loaded.dotted && loaded.ellipses && loaded.arcToLine);
   EXPECT_FALSE(loaded.report);
@@ -374,7 +374,7 @@ TEST_F(SettingsTest, AFileNameThatIsNoUtf8DoesNotSpoilOtherTexts) {
 TEST_F(SettingsTest, AFullDiskLeavesTheFileAsItWas) {
   Settings settings = load("unit=3\r\n");
   const std::string before = folder.read("larkspur.ini");
-  settings.unit = 1;
+  settings.unit = base::Unit::Mm;
   settings.layerFile = std::string(2000, 'x');
   {
     const testing::FullDisk disk(1000);
@@ -405,7 +405,7 @@ TEST_F(SettingsTest, TheJobHoldsEveryChoice) {
   EXPECT_EQ(job.drawingName, "D");
   EXPECT_EQ(job.targetKind, convert::kSchematic);
   EXPECT_EQ(job.version, 0);
-  EXPECT_EQ(job.unit, 3);
+  EXPECT_EQ(job.unit, base::Unit::Inch);
   EXPECT_TRUE(job.dotted && job.ellipses && job.arcToLine);
   EXPECT_EQ(job.poly, 1);
   EXPECT_EQ(job.blocks, 2);
