@@ -5,13 +5,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <limits>
 #include <memory>
-#include <stdexcept>
 #include <string_view>
 
 #include "base/read_error.h"
 #include "base/utf8_check.h"
+#include "dxf/input_limits.h"
 #include "dxf/stream_position.h"
 
 namespace quillon::dxf {
@@ -23,26 +22,8 @@ struct LineEnds {
   bool eolDetected = false;
 };
 
-/// Most bytes a drawing may have: as a file, and through a pipe, which is held in memory.
-struct InputLimits {
-  static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
-
-  std::uint64_t file = kNone;
-  std::uint64_t pipe = kNone;
-};
-
-/// A drawing has more bytes than allowed.
-class InputTooLarge : public std::runtime_error {
- public:
-  explicit InputTooLarge(std::uint64_t most) : std::runtime_error("too large"), most_(most) {}
-  std::uint64_t most() const { return most_; }
-
- private:
-  std::uint64_t most_;
-};
-
-/// A drawing's bytes, seen through a window that moves over the file, so that drawings of any size
-/// need little memory. A stream that cannot seek is held as a whole.
+/// A drawing's bytes, seen through a window that moves over the file, so that a drawing of any size
+/// takes little memory. A stream that cannot be read again from its start is held as a whole.
 ///
 /// A margin of line ends follows the window's last byte, so that a search for a line end needs no
 /// bounds check. Line ends are normalised: the other character remains only directly after a line

@@ -1,0 +1,103 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "geometry/point.h"
+
+namespace quillon::eagle {
+
+// What the commands are about; see Commands.
+
+using geometry::Point;
+
+/// What a wire stands for. Scripts spell the width of those that stand for arcs otherwise.
+enum class WireKind : std::uint8_t {
+  Line,
+  FlatArc,  ///< an arc too flat to be one
+  FarArc,   ///< an arc that leaves the drawing area
+};
+
+struct Wire {
+  double width = 0.0;  ///< not used by kinds that stand for arcs
+  Point from{};
+  Point to{};
+  double curve = 0.0;  ///< degrees of arc, counter-clockwise when positive; 0: straight
+  WireKind kind = WireKind::Line;
+};
+
+enum class Sense : std::uint8_t { Clockwise, CounterClockwise };
+
+/// An arc from its start; `opposite` is the other end of the diameter through the start, `end`
+/// gives the direction in which the arc ends.
+struct Arc {
+  Sense sense = Sense::CounterClockwise;
+  std::optional<double> width{};  ///< absent: a hairline
+  Point start{};
+  Point opposite{};
+  Point end{};
+};
+
+enum class CircleKind : std::uint8_t {
+  Ring,          ///< with a width of its own
+  RingAsBefore,  ///< with the width that EAGLE used last
+  Disc,          ///< filled
+};
+
+struct Circle {
+  CircleKind kind = CircleKind::Ring;
+  double width = 0.0;  ///< of a Ring
+  Point centre{};
+  Point onCircle{};
+};
+
+/// A corner of an area, and the arc in degrees that leads to the next one (0: straight).
+struct Corner {
+  Point at{};
+  double curve = 0.0;
+};
+
+/// A filled area whose corners are all at hand. An outline closes where it names its first corner
+/// again; that is left to the caller.
+struct Area {
+  double width = 0.0;  ///< of its outline
+  std::span<const Corner> corners{};
+};
+
+/// The beginning of a polygon whose corners come one by one.
+struct PolygonStart {
+  double width = 0.0;
+  std::uint64_t number = 0;  ///< its name
+  Point first{};
+  Point second{};
+};
+
+struct Orientation {
+  int degrees = 0;
+};
+
+/// A text at a point. `content` is plain: quotes and what else a script has to escape are not.
+struct Text {
+  Orientation orientation{};
+  std::string_view content{};  ///< in the encoding of the script
+  Point at{};
+};
+
+/// A library part put into the drawing.
+struct Part {
+  std::string_view name{};
+  std::string_view library{};
+  Point at{};
+};
+
+struct Hole {
+  double drill = 0.0;
+  Point centre{};
+};
+
+/// What Change sets for all that follows.
+enum class Property : std::uint8_t { Size, Pour };
+
+}  // namespace quillon::eagle
