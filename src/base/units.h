@@ -20,7 +20,7 @@ inline constexpr int kUnitCount = 4;
 
 struct UnitRecord {
   std::string_view word;   ///< in scripts, reports, settings and options
-  double millimetres;      ///< length of one unit
+  double millimetres;      ///< length of one unit, for rules that know the drawing's own unit
   double coordinateLimit;  ///< largest coordinate of EAGLE's drawing area, in this unit
 };
 

@@ -4,6 +4,7 @@
 #include <cerrno>
 
 #include "base/encoding.h"
+#include "base/layer_number.h"
 #include "base/number_text.h"
 #include "files/ini_document.h"
 #include "files/ini_file.h"
@@ -12,9 +13,6 @@
 
 namespace quillon::convert {
 namespace {
-
-constexpr double kLastLayer = 255.0;
-constexpr double kUnconverted = 999.0;
 
 bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20; }
 
@@ -59,7 +57,7 @@ std::vector<LayerRow> readNamedLayerRows(const std::string& path) {
 bool isEagleLayer(std::string_view text) {
   bool fits = false;
   const double number = base::roundedInteger16(base::numberValue(text), fits);
-  return fits && ((number >= 1.0 && number <= kLastLayer) || number == kUnconverted);
+  return fits && (base::isEagleLayer(number) || number == base::kNotConverted);
 }
 
 bool isForeignLayer(const LayerRow& row) {
@@ -74,7 +72,7 @@ bool isCutLayer(std::string_view text) {
 
 bool isSaved(const LayerRow& row) {
   const double layer = base::numberValue(row.layer);
-  return isVisible(row.name) && ((layer >= 1.0 && layer <= kLastLayer) || layer == kUnconverted);
+  return isVisible(row.name) && (base::isEagleLayer(layer) || layer == base::kNotConverted);
 }
 
 bool fitsLayerFile(const std::string& name) {

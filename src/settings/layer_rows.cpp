@@ -4,14 +4,13 @@
 #include <cmath>
 
 #include "base/encoding.h"
+#include "base/layer_number.h"
 #include "base/number_text.h"
 #include "texts/layer_lists.h"
 
 namespace quillon::settings {
 namespace {
 
-constexpr double kLastLayer = 255.0;
-constexpr double kUnconverted = 999.0;
 constexpr std::size_t kLongestHistory = 100;
 
 /// The leading number of a text as it may be typed: digits, with or without a fraction, followed by
@@ -50,8 +49,8 @@ void LayerRows::load(const std::vector<convert::LayerRow>& rows) {
 /// affected.
 std::string LayerRows::entryOf(const std::string& layer) const {
   const double number = base::numberValue(layer);
-  if (number == kUnconverted) return entries_.back();
-  if (number != std::floor(number) || number < 1.0 || number > kLastLayer) return layer;
+  if (number == base::kNotConverted) return entries_.back();
+  if (number != std::floor(number) || !base::isEagleLayer(number)) return layer;
   return entries_[static_cast<std::size_t>(number) - 1];
 }
 
