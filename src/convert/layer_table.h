@@ -40,7 +40,7 @@ class LayerTable {
 /// A table from rows; numbers that are not EAGLE layers are not written.
 LayerTable layerTableOf(const std::vector<LayerRow>& rows);
 
-/// A layer without an assignment was met, and the standard layer has no number.
+/// A layer has no assignment, and the standard layer has no number.
 class NoStandardLayer : public std::runtime_error {
  public:
   /// `layer` is the name of the DXF layer, UTF-8.

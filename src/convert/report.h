@@ -10,7 +10,7 @@
 
 namespace quillon::convert {
 
-/// Builds the text of the conversion report: UTF-8, every line preceded by CR LF.
+/// Builds the conversion report: UTF-8, each line preceded by CR LF.
 std::string buildReport(const ConversionJob& job, const ConversionResult& result,
                         const dxf::Drawing& drawing, const LayerAssignment& layers,
                         const BlockLibrary& library, const texts::Texts& texts,

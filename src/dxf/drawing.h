@@ -21,7 +21,7 @@ namespace quillon::dxf {
 /// Value of `ltScale` and `pointSize` when the drawing has none.
 inline constexpr double kNotGiven = 98899999.0;
 
-/// Entity names that were met but are not recognised, with their numbers.
+/// Names of unrecognised entities with their counts.
 using UnknownKinds = std::map<std::string, std::uint64_t, std::less<>>;
 
 /// Entities of the ENTITIES section that were dropped because the drawing is damaged.

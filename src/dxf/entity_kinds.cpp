@@ -47,7 +47,8 @@ constexpr SlotRow kRows[] = {
     {Insert, {2, 10, 20, 41, 42, 50, 8, 6, 230, 220}},
     {Dimension, {2, 10, 20, 8, 6, 230, 220}},
     {Point, {10, 20, 8, 6, 230, 220}},
-    // The extrusion of a TRACE is not read, so that it is never mirrored.
+    // The extrusion of a TRACE is not read, so a TRACE is never mirrored; kept so that scripts stay
+    // the same.
     {Trace, {10, 20, 11, 21, 12, 22, 13, 23, 8, 6}},
     {Solid, kCornerCodes},
     {Face3d, kCornerCodes},

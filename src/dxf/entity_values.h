@@ -7,9 +7,9 @@
 
 namespace quillon::dxf {
 
-// The values of entities by name: numbers as formatted in the file, lengths in drawing units,
-// angles in degrees unless said otherwise. An absent number is 0. Those of polylines, texts and
-// block references have files of their own.
+// Named access to the values of entities: lengths in drawing units, angles in degrees unless
+// noted. An absent number is 0. Polylines, texts and block references: see polyline_values.h and
+// placed_values.h.
 
 /// The texts that decide about mirroring in x and y.
 struct ExtrusionTexts {

@@ -6,7 +6,7 @@
 
 namespace quillon::dxf {
 
-/// Most bytes that a drawing may have: as a file, and through a pipe, which is held in memory.
+/// Most bytes a drawing may have: as a file, and through a pipe, which is held in memory.
 struct InputLimits {
   static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
 
@@ -14,7 +14,7 @@ struct InputLimits {
   std::uint64_t pipe = kNone;
 };
 
-/// A drawing has more bytes than it may have.
+/// A drawing has more bytes than allowed.
 class InputTooLarge : public std::runtime_error {
  public:
   explicit InputTooLarge(std::uint64_t most) : std::runtime_error("too large"), most_(most) {}

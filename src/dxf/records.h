@@ -31,12 +31,13 @@ struct BlockRec {
   std::string_view baseY;
   EntityList items;
   LineRange text;               ///< the lines of the block
-  std::uint64_t firstLine = 0;  ///< number of the first of them in the file
+  std::uint64_t firstLine = 0;  ///< the file's line number of the first of them
 
-  /// Number (from 1) of the line in the file that holds a position of the text; 0 for any other.
+  /// Line number (from 1) in the file of a position in the text; 0 for any other position.
   std::uint64_t lineAt(const char* position, char eol) const;
 
-  /// True for the blocks that hold a layout and are no parts: by their names, as intended.
+  /// True for blocks that hold a layout and are not parts. Judged by the beginning of the name
+  /// alone, so that scripts stay the same.
   bool isLayout() const;
 };
 

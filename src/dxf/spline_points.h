@@ -12,8 +12,8 @@ struct SplinePoint {
   std::string_view y;
 };
 
-/// The control points of a SPLINE in file order, texts as found. Its fit points are never stored:
-/// see FitPointRule.
+/// The control points of a SPLINE in file order, texts as found. Fit points are never stored: see
+/// FitPointRule.
 std::vector<SplinePoint> readControlPoints(GroupCursor groups);
 
 /// Pairs group 11 with group 12 as a fit point, which cannot be stored and so raises an error; kept

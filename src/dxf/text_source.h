@@ -22,8 +22,8 @@ struct LineEnds {
   bool eolDetected = false;
 };
 
-/// A drawing's bytes, seen through a window that moves over the file, so that a drawing of any size
-/// takes little memory. A stream that cannot be read again from its start is held as a whole.
+/// A drawing's bytes, seen through a window that moves over the file, so that drawings of any size
+/// need little memory. A stream that cannot seek is held as a whole.
 ///
 /// A margin of line ends follows the window's last byte, so that a search for a line end needs no
 /// bounds check. Line ends are normalised: the other character remains only directly after a line

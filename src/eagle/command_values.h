@@ -13,15 +13,15 @@ namespace quillon::eagle {
 
 using geometry::Point;
 
-/// What a wire stands for. Scripts spell the width of those that stand for arcs otherwise.
+/// What a wire represents. Scripts spell the width differently for wires in place of arcs.
 enum class WireKind : std::uint8_t {
   Line,
-  FlatArc,  ///< an arc too flat to be one
-  FarArc,   ///< an arc that leaves the drawing area
+  FlatArc,  ///< an arc too flat to draw as one
+  FarArc,   ///< an arc that extends beyond the drawing area
 };
 
 struct Wire {
-  double width = 0.0;  ///< not used by kinds that stand for arcs
+  double width = 0.0;  ///< not used for wires in place of arcs
   Point from{};
   Point to{};
   double curve = 0.0;  ///< degrees of arc, counter-clockwise when positive; 0: straight
@@ -30,7 +30,7 @@ struct Wire {
 
 enum class Sense : std::uint8_t { Clockwise, CounterClockwise };
 
-/// An arc from its start; `opposite` is the other end of the diameter through the start, `end`
+/// An arc from its start; `opposite` is the other end of the diameter from the start, `end` only
 /// gives the direction in which the arc ends.
 struct Arc {
   Sense sense = Sense::CounterClockwise;
@@ -41,7 +41,7 @@ struct Arc {
 };
 
 enum class CircleKind : std::uint8_t {
-  Ring,          ///< with a width of its own
+  Ring,          ///< with its own width
   RingAsBefore,  ///< with the width that EAGLE used last
   Disc,          ///< filled
 };
@@ -53,23 +53,23 @@ struct Circle {
   Point onCircle{};
 };
 
-/// A corner of an area, and the arc in degrees that leads to the next one (0: straight).
+/// A corner of an area; the edge to the next corner is an arc of `curve` degrees (0: straight).
 struct Corner {
   Point at{};
   double curve = 0.0;
 };
 
-/// A filled area whose corners are all at hand. An outline closes where it names its first corner
-/// again; that is left to the caller.
+/// A filled area with all its corners. An outline closes when its first corner is repeated, which
+/// is up to the caller.
 struct Area {
   double width = 0.0;  ///< of its outline
   std::span<const Corner> corners{};
 };
 
-/// The beginning of a polygon whose corners come one by one.
+/// The start of a polygon whose corners follow one by one.
 struct PolygonStart {
   double width = 0.0;
-  std::uint64_t number = 0;  ///< its name
+  std::uint64_t number = 0;  ///< used as its name
   Point first{};
   Point second{};
 };
@@ -78,14 +78,14 @@ struct Orientation {
   int degrees = 0;
 };
 
-/// A text at a point. `content` is plain: quotes and what else a script has to escape are not.
+/// A text at a point. `content` is plain: nothing is quoted or escaped yet.
 struct Text {
   Orientation orientation{};
   std::string_view content{};  ///< in the encoding of the script
   Point at{};
 };
 
-/// A library part put into the drawing.
+/// A library part placed in the drawing.
 struct Part {
   std::string_view name{};
   std::string_view library{};
@@ -97,7 +97,7 @@ struct Hole {
   Point centre{};
 };
 
-/// What Change sets for all that follows.
+/// What Change sets for all subsequent commands.
 enum class Property : std::uint8_t { Size, Pour };
 
 }  // namespace quillon::eagle

@@ -6,8 +6,8 @@
 
 namespace quillon::eagle {
 
-/// What EAGLE is told, command by command. Everything that wants to know what a script will draw
-/// listens here.
+/// Commands for EAGLE, one call each. Anything that needs to know what a script draws implements
+/// this interface.
 ///
 /// Coordinates are those of the drawing in the script's unit; implementations add the conversion's
 /// offsets. Texts are valid only during the call. Implementations may throw RunTimeError for a

@@ -20,7 +20,7 @@ using testing::DxfBuilder;
 using testing::Groups;
 using testing::ReadDrawing;
 
-/// The slots of a kind: a group code each; L layer, T line type, N upper-cased name (group 2).
+/// The slots of a kind, as a group code each; L layer, T line type, N upper-cased name (group 2).
 struct SlotRow {
   std::string_view kind;
   std::size_t slotCount;

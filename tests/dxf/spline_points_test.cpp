@@ -63,7 +63,7 @@ TEST(ReadControlPoints, MakesAPointOfEveryYBehindAnX) {
 }
 
 TEST(ReadControlPoints, KeepsNoFitPoints) {
-  // Tangents before fit points, as drawings have them.
+  // Tangents before fit points, as in real drawings.
   const Texts points = pointsOf({{12, "1"},
                                  {22, "0"},
                                  {13, "0"},

@@ -19,7 +19,7 @@ using Parser = void (*)(const SectionLines&, Drawing&);
 
 void checkStyles(const SectionLines& lines, Drawing&) { checkStyleTable(lines); }
 
-/// What a parser made of the lines of a table.
+/// The result of parsing the lines of a table.
 struct Parsed {
   Parsed(Parser parse, const SectionLines& lines) { parse(lines, drawing); }
 
@@ -154,7 +154,7 @@ TEST(Tables, StartBehindTheFirstZeroOrAtTheFirstLine) {
   const Parsed behind(parseLayerTable, {"2", "LAYER", "70", "1", "0", "LAYER", "2", "A", "62", "5",
                                         "70", "0", "0", "ENDTAB"});
   EXPECT_EQ(namesOf(behind.drawing.layers), Texts{"A"});
-  // Without any "0" the name of the table itself is taken for an entry, which then never ends.
+  // Without any "0" the name of the table itself starts an entry, which never ends.
   EXPECT_THROW(Parsed(parseLayerTable, {"2", "LAYER", "70", "1", "ENDTAB"}), base::RunTimeError);
 }
 
