@@ -79,7 +79,8 @@ std::uint64_t readEntities(std::FILE* file) {
   dxf::LineReader reader(source, monitor);
   dxf::Drawing drawing;
   EntityCounter entities;
-  dxf::readDxf(drawing, reader, entities, true);
+  dxf::readDefinitions(drawing, reader);
+  dxf::readContents(drawing, reader, entities, true);
   return entities.count;
 }
 

@@ -9,4 +9,7 @@ inline constexpr int kNotConverted = 999;
 inline constexpr int kFirstLayer = 1;
 inline constexpr int kLastLayer = 255;
 
+/// True for the number of one of EAGLE's layers.
+constexpr bool isEagleLayer(double number) { return number >= kFirstLayer && number <= kLastLayer; }
+
 }  // namespace quillon::base

@@ -20,7 +20,7 @@ inline constexpr int kUnitCount = 4;
 
 struct UnitRecord {
   std::string_view word;   ///< in scripts, reports, settings and options
-  double millimetres;      ///< length of one unit
+  double millimetres;      ///< length of one unit, for rules that know the drawing's own unit
   double coordinateLimit;  ///< largest coordinate of EAGLE's drawing area, in this unit
 };
 
@@ -38,14 +38,6 @@ constexpr const UnitRecord& unitRecord(Unit unit) {
 /// The unit at an index of the list; None when out of range.
 constexpr Unit unitAt(int index) {
   return index >= 0 && index < kUnitCount ? static_cast<Unit>(index) : Unit::None;
-}
-
-/// The unit with this word; None for any other text.
-constexpr Unit unitOfWord(std::string_view word) {
-  for (int i = 0; i < kUnitCount; ++i) {
-    if (kUnits[static_cast<std::size_t>(i)].word == word) return unitAt(i);
-  }
-  return Unit::None;
 }
 
 }  // namespace quillon::base

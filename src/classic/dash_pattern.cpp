@@ -42,14 +42,11 @@ const DashPattern* DashPatterns::find(std::string_view lineType) {
 }
 
 const DashPattern* DashPatterns::load(std::string_view lineType) {
-  constexpr std::size_t kTotalLength = 2;
-  constexpr std::size_t kDashList = 3;
   const std::string name = base::upperCase(lineType, drawing_.encoding);
-  dxf::LineTypeRec* const record = drawing_.findLineType(name);
+  const dxf::LineTypeRec* const record = drawing_.findLineType(name);
   if (record == nullptr) return nullptr;
-  record->used = true;
-  if (base::numberValue(record->values[kTotalLength]) == 0.0) return nullptr;
-  return &patterns_.emplace_back(record->values[kDashList]);
+  if (base::numberValue(record->totalLength) == 0.0) return nullptr;
+  return &patterns_.emplace_back(record->dashes);
 }
 
 bool DashWalk::next(double travelled, double& dash) {

@@ -11,6 +11,8 @@
 #include "classic/quirks.h"
 #include "classic/text.h"
 #include "dxf/entity_values.h"
+#include "dxf/placed_values.h"
+#include "dxf/polyline_values.h"
 #include "dxf/polyline_vertices.h"
 #include "dxf/spline_points.h"
 #include "geometry/uniform_spline.h"
@@ -45,10 +47,7 @@ std::size_t stepsOfLength(const DxfEntity& entity) {
   if (dxf::hasSideRecord(entity.kind)) {
     return static_cast<std::size_t>(entity.groupsEnd - entity.groups) / kGroupBytesPerStep;
   }
-  std::size_t size = 0;
-  const std::size_t slots = entity.slotCount();
-  for (std::size_t i = 0; i < slots; ++i) size += entity.value(i).size();
-  return size / kTextBytesPerStep;
+  return entity.textSize() / kTextBytesPerStep;
 }
 
 }  // namespace
@@ -255,11 +254,11 @@ void Translator::lwPolyline(const DxfEntity& entity, const Placement& placement)
 void Translator::spline(const DxfEntity& entity, const Placement& placement) {
   const int layer = layerOf(entity);
   if (layer == kNotConverted) return;
-  const dxf::SplineRec spline = dxf::readSpline(reader_.groups(entity));
-  if (spline.controlPoints.size() < 2) return;
+  const std::vector<dxf::SplinePoint> texts = dxf::readControlPoints(reader_.groups(entity));
+  if (texts.size() < 2) return;
   std::vector<Point> controlPoints;
-  controlPoints.reserve(spline.controlPoints.size());
-  for (const dxf::SplinePoint& point : spline.controlPoints) {
+  controlPoints.reserve(texts.size());
+  for (const dxf::SplinePoint& point : texts) {
     controlPoints.push_back({base::numberValue(point.x), base::numberValue(point.y)});
   }
   const std::size_t upperBound = controlPoints.size() - 1;

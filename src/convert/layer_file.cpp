@@ -57,8 +57,7 @@ std::vector<LayerRow> readNamedLayerRows(const std::string& path) {
 bool isEagleLayer(std::string_view text) {
   bool fits = false;
   const double number = base::roundedInteger16(base::numberValue(text), fits);
-  return fits && ((number >= base::kFirstLayer && number <= base::kLastLayer) ||
-                  number == base::kNotConverted);
+  return fits && (base::isEagleLayer(number) || number == base::kNotConverted);
 }
 
 bool isForeignLayer(const LayerRow& row) {
@@ -73,8 +72,7 @@ bool isCutLayer(std::string_view text) {
 
 bool isSaved(const LayerRow& row) {
   const double layer = base::numberValue(row.layer);
-  return isVisible(row.name) && ((layer >= base::kFirstLayer && layer <= base::kLastLayer) ||
-                                 layer == base::kNotConverted);
+  return isVisible(row.name) && (base::isEagleLayer(layer) || layer == base::kNotConverted);
 }
 
 bool fitsLayerFile(const std::string& name) {

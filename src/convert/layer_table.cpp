@@ -33,8 +33,6 @@ LayerTable layerTableOf(const std::vector<LayerRow>& rows) {
   return table;
 }
 
-LayerTable readLayerFile(const std::string& path) { return layerTableOf(readLayerRows(path)); }
-
 std::string LayerAssignment::upperName(std::string_view dxfLayerName) const {
   return base::upperCase(base::toUtf8(dxfLayerName, encoding_), base::Encoding::Utf8);
 }

@@ -40,9 +40,6 @@ class LayerTable {
 /// A table from rows; numbers that are not EAGLE layers are not written.
 LayerTable layerTableOf(const std::vector<LayerRow>& rows);
 
-/// The table of a layer assignment file; empty for an empty or missing path.
-LayerTable readLayerFile(const std::string& path);
-
 /// A layer has no assignment, and the standard layer has no number.
 class NoStandardLayer : public std::runtime_error {
  public:

@@ -136,7 +136,7 @@ void putSettings(ReportText& text, const ConversionJob& job, const ConversionRes
   text.blank();
 }
 
-void putLayers(ReportText& text, const ConversionJob& job, dxf::Drawing& drawing,
+void putLayers(ReportText& text, const ConversionJob& job, const dxf::Drawing& drawing,
                const LayerAssignment& layers, const texts::Texts& texts) {
   text.field(TextId::ReportLayerFile, job.layerFile.empty() ? texts(TextId::ReportNoLayerFile)
                                                             : std::string_view(job.layerFile));
@@ -149,8 +149,7 @@ void putLayers(ReportText& text, const ConversionJob& job, dxf::Drawing& drawing
   text.field(TextId::ReportRule);
   Repetitions repetitions;
   for (std::size_t i = 0; i < drawing.layers.size(); ++i) {
-    dxf::LayerRec& layer = drawing.layers[i];
-    layer.used = true;  // looking up a layer marks it as used
+    const dxf::LayerRec& layer = drawing.layers[i];
     if (!repetitions.admit(drawing.isFirstLayer(i))) continue;
     repetitions.count(text.line(base::toUtf8(layer.name, drawing.encoding) + " ==> " +
                                 std::string(layers.lookupLayer(layer.name))));
@@ -212,7 +211,7 @@ void putCounts(ReportText& text, const ConversionResult& result, const texts::Te
 }  // namespace
 
 std::string buildReport(const ConversionJob& job, const ConversionResult& result,
-                        dxf::Drawing& drawing, const LayerAssignment& layers,
+                        const dxf::Drawing& drawing, const LayerAssignment& layers,
                         const BlockLibrary& library, const texts::Texts& texts,
                         const files::LocalTime& now) {
   ReportText text(texts);

@@ -10,10 +10,9 @@
 
 namespace quillon::convert {
 
-/// Builds the conversion report: UTF-8, each line preceded by CR LF. Looks up every layer of the
-/// drawing, which marks it as used.
+/// Builds the conversion report: UTF-8, each line preceded by CR LF.
 std::string buildReport(const ConversionJob& job, const ConversionResult& result,
-                        dxf::Drawing& drawing, const LayerAssignment& layers,
+                        const dxf::Drawing& drawing, const LayerAssignment& layers,
                         const BlockLibrary& library, const texts::Texts& texts,
                         const files::LocalTime& now);
 

@@ -27,7 +27,6 @@ void readBlockHeader(Drawing& drawing, LineCursor lines, BlockRec& block) {
   for (std::string_view code = nextLine(); code != "0"; code = nextLine()) {
     const std::string_view value = nextLine();
     if (code == "2") block.name = drawing.arena.keep(base::upperCase(value, drawing.encoding));
-    if (code == "8") block.layer = value;
     if (code == "10") block.baseX = value;
     if (code == "20") block.baseY = value;
   }

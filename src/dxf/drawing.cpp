@@ -1,6 +1,7 @@
 #include "dxf/drawing.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/byte_scan.h"
 
@@ -81,12 +82,12 @@ void Drawing::addBlock(const BlockRec& block) {
   blocks.push_back(block);
 }
 
-LayerRec* Drawing::findLayer(std::string_view name) {
+const LayerRec* Drawing::findLayer(std::string_view name) const {
   const auto found = layerIndex.find(name);
   return found == layerIndex.end() ? nullptr : &layers[found->second];
 }
 
-LineTypeRec* Drawing::findLineType(std::string_view name) {
+const LineTypeRec* Drawing::findLineType(std::string_view name) const {
   const auto found = lineTypeIndex.find(name);
   return found == lineTypeIndex.end() ? nullptr : &lineTypes[found->second];
 }

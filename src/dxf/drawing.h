@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -8,57 +7,19 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 #include "base/encoding.h"
 #include "base/text_hash.h"
 #include "dxf/entity_kinds.h"
 #include "dxf/entity_store.h"
-#include "dxf/line_cursor.h"
+#include "dxf/records.h"
 #include "dxf/text_arena.h"
+#include "dxf/text_source.h"
 
 namespace quillon::dxf {
 
 /// Value of `ltScale` and `pointSize` when the drawing has none.
 inline constexpr double kNotGiven = 98899999.0;
-
-struct LineTypeRec {
-  std::string_view name;  ///< upper-cased
-  /// 0 description, 1 number of dash elements, 2 total length, 3 dash list: lengths, each with ";"
-  std::array<std::string_view, 4> values;
-  bool used = false;
-};
-
-struct LayerRec {
-  std::string_view name;  ///< upper-cased
-  bool used = false;      ///< an entity on this layer was read
-  /// 0 colour number, 1 line type as found
-  std::array<std::string_view, 2> values;
-};
-
-struct TextStyleRec {
-  std::string_view name;  ///< upper-cased
-  /// 0 fixed height, 1 width factor, 2 generation flags
-  std::array<std::string_view, 3> values;
-};
-
-/// A block definition. Texts as found, the name upper-cased.
-struct BlockRec {
-  std::string_view name;
-  std::string_view layer;
-  std::string_view baseX;
-  std::string_view baseY;
-  EntityList items;
-  LineRange text;               ///< the lines of the block
-  std::uint64_t firstLine = 0;  ///< the file's line number of the first of them
-
-  /// Line number (from 1) in the file of a position in the text; 0 for any other position.
-  std::uint64_t lineAt(const char* position, char eol) const;
-
-  /// True for blocks that hold a layout and are not parts. Judged by the beginning of the name
-  /// alone, so that scripts stay the same.
-  bool isLayout() const;
-};
 
 /// Names of unrecognised entities with their counts.
 using UnknownKinds = std::map<std::string, std::uint64_t, std::less<>>;
@@ -91,7 +52,6 @@ struct Drawing {
   double pointSize = kNotGiven;  ///< size of a point
   std::deque<LineTypeRec> lineTypes;
   std::deque<LayerRec> layers;
-  std::deque<TextStyleRec> textStyles;
   std::deque<BlockRec> blocks;
   EntityStore store;  ///< the entities of all blocks
 
@@ -121,8 +81,8 @@ struct Drawing {
   void addBlock(const BlockRec& block);
 
   /// The first record of this upper-cased name, or null.
-  LayerRec* findLayer(std::string_view name);
-  LineTypeRec* findLineType(std::string_view name);
+  const LayerRec* findLayer(std::string_view name) const;
+  const LineTypeRec* findLineType(std::string_view name) const;
 };
 
 /// Index of the first block with this upper-cased name. Also 0 for an unknown name: callers that

@@ -1,5 +1,6 @@
 #include "dxf/entity_kinds.h"
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace quillon::dxf {
@@ -10,8 +11,6 @@ constexpr std::array<std::string_view, kEntityKindCount> kNames = {
     "SPLINE", "TEXT",   "INSERT", "DIMENSION",  "POINT",    "ATTDEF", "ATTRIB", "TRACE",
     "SOLID",  "SEQEND", "3DFACE", "LWPOLYLINE", "SHAPE",    "MTEXT",  "LEADER"};
 
-/// A slot that is never filled from a group.
-constexpr int kUnread = -1;
 constexpr int kLayerCode = 8;
 constexpr int kLineTypeCode = 6;
 
@@ -24,52 +23,55 @@ struct SlotRow {
 using enum EntityKind;
 
 constexpr std::initializer_list<int> kLineCodes = {10, 20, 11, 21, 8, 6, 230, 220};
-constexpr std::initializer_list<int> kTextCodes = {10, 20, 40, 41, 50, 7, 1, 8, 6, 230, 220};
-// The first slot is the index of the vertex list, which has no group.
-constexpr std::initializer_list<int> kLwPolylineCodes = {kUnread, 43, 70, 8, 6, 230, 220};
+constexpr std::initializer_list<int> kTextCodes = {10, 20, 40, 50, 1, 8, 6, 230, 220};
+constexpr std::initializer_list<int> kLwPolylineCodes = {43, 70, 8, 6, 230, 220};
+constexpr std::initializer_list<int> kCornerCodes = {10, 20, 11, 21, 12,  22,
+                                                     13, 23, 8,  6,  230, 220};
 
+// The values of these slots have names in entity_values.h, placed_values.h and polyline_values.h.
 constexpr SlotRow kRows[] = {
     {Line, kLineCodes},
     {Line3d, kLineCodes},
     {Arc, {10, 20, 40, 50, 51, 8, 6, 230, 220}},
     {Circle, {10, 20, 40, 8, 6, 230, 220}},
     {Ellipse, {10, 20, 11, 21, 40, 41, 42, 8, 6, 230, 220}},
-    {Vertex, {10, 20, 40, 41, 42, 70, 8, 6, 230, 220}},
+    {Vertex, {10, 20, 40, 42, 8, 6, 230, 220}},
     {Polyline, {40, 41, 70, 8, 6, 230, 220}},
     {LwPolyline, kLwPolylineCodes},
     {Leader, kLwPolylineCodes},
-    {Spline, {kUnread, 41, 42, 43, 44, 70, 8, 6, 12, 22, 13, 23, 230, 220, 71, 72, 73, 74}},
+    {Spline, {8, 6, 230, 220}},
     {Text, kTextCodes},
     {Attdef, kTextCodes},
     {Attrib, kTextCodes},
-    {Mtext, {10, 20, 11, 21, 40, 72, 50, 7, 1, 8, 6, 230, 220}},
+    {Mtext, kTextCodes},
     {Insert, {2, 10, 20, 41, 42, 50, 8, 6, 230, 220}},
-    {Dimension, {2, 10, 20, 11, 21, 12, 22, 13, 23, 14, 24, 8, 6, 230, 220}},
+    {Dimension, {2, 10, 20, 8, 6, 230, 220}},
     {Point, {10, 20, 8, 6, 230, 220}},
-    // The slot of a TRACE's x extrusion is never filled, so a TRACE is not mirrored in x; kept so
-    // that scripts stay the same.
-    {Trace, {10, 20, 11, 21, 12, 22, 13, 23, 8, 6, kUnread, kUnread, 220}},
-    {Solid, {10, 20, 11, 21, 12, 22, 13, 23, 8, 6, kUnread, 230, 220}},
-    {Face3d, {10, 20, 11, 21, 12, 22, 13, 23, 8, 70, 6, 230, 220}},
-    {Shape, {10, 20, 40, 2, 50, 41, kUnread, kUnread, 8, 6, 230, 220}},
+    // The extrusion of a TRACE is not read, so a TRACE is never mirrored; kept so that scripts stay
+    // the same.
+    {Trace, {10, 20, 11, 21, 12, 22, 13, 23, 8, 6}},
+    {Solid, kCornerCodes},
+    {Face3d, kCornerCodes},
+    {Shape, {8, 6}},
 };
 
-/// A TRACE has 113 slots, but only the first 13 are ever filled.
-constexpr std::uint8_t kTraceSlotCount = 113;
+constexpr std::size_t mostSlots() {
+  std::size_t most = 0;
+  for (const SlotRow& row : kRows) most = std::max(most, row.codes.size());
+  return most;
+}
+static_assert(mostSlots() == kMaxSlots);
 
 constexpr SlotLayout makeLayout(const SlotRow& row) {
   SlotLayout layout;
   layout.slotOfCode.fill(kNoSlot);
-  std::uint8_t slot = 0;
   for (const int code : row.codes) {
-    if (code != kUnread) layout.slotOfCode[static_cast<std::size_t>(code)] = slot;
-    ++slot;
+    layout.slotOfCode[static_cast<std::size_t>(code)] = layout.slotCount++;
   }
-  layout.slotCount = row.kind == Trace ? kTraceSlotCount : slot;
   layout.layer = layout.slotOfCode[kLayerCode];
   layout.lineType = layout.slotOfCode[kLineTypeCode];
-  layout.extrusionX = row.kind == Trace ? kNoSlot : layout.slotOfCode[230];
-  layout.extrusionY = row.kind == Trace ? kNoSlot : layout.slotOfCode[220];
+  layout.extrusionX = layout.slotOfCode[230];
+  layout.extrusionY = layout.slotOfCode[220];
   return layout;
 }
 

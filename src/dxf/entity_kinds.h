@@ -43,13 +43,13 @@ std::string_view entityName(EntityKind kind);
 /// Whether a trimmed text is the name of an entity.
 inline bool isEntityName(std::string_view text) { return entityKind(text) != EntityKind::None; }
 
-/// Largest number of slots that are ever filled, over all kinds.
-inline constexpr std::size_t kMaxSlots = 18;
+/// Largest number of slots, over all kinds.
+inline constexpr std::size_t kMaxSlots = 12;
 inline constexpr std::uint8_t kNoSlot = 0xFF;
 
 /// Where the values of one kind are. Every kind but SEQEND has a layer and a line type.
 struct SlotLayout {
-  std::uint8_t slotCount = 0;         ///< number of slots, filled or not
+  std::uint8_t slotCount = 0;         ///< number of slots
   std::uint8_t layer = kNoSlot;       ///< slot of group 8, upper-cased
   std::uint8_t lineType = kNoSlot;    ///< slot of group 6, upper-cased; default: the layer's
   std::uint8_t extrusionX = kNoSlot;  ///< slot that decides about mirroring in x (group 230)

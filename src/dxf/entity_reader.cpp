@@ -8,7 +8,7 @@
 namespace quillon::dxf {
 namespace {
 
-constexpr std::size_t kVertexBulgeSlot = 4;
+constexpr std::size_t kVertexBulgeSlot = 3;
 constexpr std::size_t kBlockNameSlot = 0;
 
 }  // namespace
@@ -61,10 +61,8 @@ const LayerUse& EntityReader::layerLineType(std::string_view layerName) {
     LayerUse use;
     use.name = drawing_.arena.keep(base::upperCase(layerName, drawing_.encoding));
     use.number = layers_.size();
-    if (LayerRec* const record = drawing_.findLayer(use.name)) {
-      record->used = true;
-      use.lineType = record->values[1];
-    }
+    if (const LayerRec* const record = drawing_.findLayer(use.name))
+      use.lineType = record->lineType;
     place = layers_.emplace(drawing_.arena.keep(layerName), use).first;
   }
   recent = {place->first, &place->second};

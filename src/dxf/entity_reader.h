@@ -17,15 +17,13 @@ class EntityReader {
  public:
   explicit EntityReader(Drawing& drawing) : drawing_(drawing) {}
 
-  Drawing& drawing() { return drawing_; }
-
   /// Completes an entity just read: layer, line type, and what its kind requires.
   void complete(DxfEntity& entity);
 
   /// The groups of an entity whose kind has a side record.
   GroupCursor groups(const DxfEntity& entity) const;
 
-  /// Looks up an entity's layer in the layer table and marks it as used.
+  /// Looks up an entity's layer in the layer table.
   const LayerUse& layerLineType(std::string_view layerName);
 
   /// The name in upper case: a cached copy, or the name itself if it already is.

@@ -33,14 +33,19 @@ struct DxfEntity {
   /// The entity's layer once complete; null for SEQEND, which has no slots.
   const LayerUse* layer = nullptr;
 
-  /// Number of slots of the kind.
-  std::size_t slotCount() const { return slotLayout(kind).slotCount; }
   /// The text of a slot; "" when its group is absent.
   std::string_view value(std::size_t slot) const {
     return slot < kMaxSlots && (filled >> slot & 1U) != 0 ? values[slot] : std::string_view{};
   }
   /// The number in a slot; 0 when its group is absent.
   double number(std::size_t slot) const { return base::numberValue(value(slot)); }
+
+  /// Total size of its texts, in bytes.
+  std::size_t textSize() const {
+    std::size_t size = 0;
+    for (std::size_t slot = 0; slot < kMaxSlots; ++slot) size += value(slot).size();
+    return size;
+  }
 
   void setValue(std::size_t slot, std::string_view text) {
     values[slot] = text;

@@ -11,7 +11,7 @@ struct PolyVertex {
   std::string_view x;
   std::string_view y;
   std::string_view startWidth;
-  std::string_view endWidth;
+  std::string_view endWidth;  ///< for rules that draw tapering widths; the classic ones do not
   std::string_view bulge;
 };
 

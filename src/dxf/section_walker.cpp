@@ -52,7 +52,7 @@ void parseTable(Drawing& drawing, LineRange range) {
   const SectionLines lines = splitLines(range, drawing.lineEnds);
   if (base::equalsUpperCased(name, "LTYPE")) parseLineTypeTable(lines, drawing);
   if (base::equalsUpperCased(name, "LAYER")) parseLayerTable(lines, drawing);
-  if (base::equalsUpperCased(name, "STYLE")) parseStyleTable(lines, drawing);
+  if (base::equalsUpperCased(name, "STYLE")) checkStyleTable(lines);
 }
 
 /// Runs a parser on collected lines and adds the file's line number to its errors.
@@ -139,11 +139,6 @@ void readContents(Drawing& drawing, LineReader& reader, EntitySink& sink, bool e
   if (!openSection(drawing, reader, "OBJECTS")) return;
   skipObjects(reader, endsAtFileEnd);
   reader.poll(true);
-}
-
-void readDxf(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd) {
-  readDefinitions(drawing, reader);
-  readContents(drawing, reader, sink, endsAtFileEnd);
 }
 
 bool findSection(LineReader& reader, std::string_view name, bool showProgress) {

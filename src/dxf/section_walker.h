@@ -20,9 +20,6 @@ void readDefinitions(Drawing& drawing, LineReader& reader);
 /// cancel ends the walk there.
 void readContents(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd);
 
-/// Reads a whole drawing: definitions, then contents.
-void readDxf(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd);
-
 /// Reads until a line whose trimmed text is exactly `name`. At the end of the file the reader is
 /// rewound and the result is false; a name on the last line counts as not found.
 bool findSection(LineReader& reader, std::string_view name, bool showProgress);

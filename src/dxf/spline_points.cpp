@@ -4,28 +4,14 @@
 
 namespace quillon::dxf {
 
-SplineRec readSpline(GroupCursor groups) {
-  SplineRec spline;
+std::vector<SplinePoint> readControlPoints(GroupCursor groups) {
+  std::vector<SplinePoint> points;
   std::string_view x;
   for (Group group; groups.next(group);) {
-    switch (group.code) {
-      case 10:
-        x = group.value;
-        break;
-      case 20:
-        if (!x.empty() && !group.value.empty()) spline.controlPoints.push_back({x, group.value});
-        break;
-      case 40:
-        if (!group.value.empty()) spline.knots.push_back(group.value);
-        break;
-      case 41:
-        spline.weights.assign(1, group.value);
-        break;
-      default:
-        break;
-    }
+    if (group.code == 10) x = group.value;
+    if (group.code == 20 && !x.empty() && !group.value.empty()) points.push_back({x, group.value});
   }
-  return spline;
+  return points;
 }
 
 void FitPointRule::visit(const Group& group) {

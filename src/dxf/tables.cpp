@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int16_t kDashCode = 49;
 constexpr std::int16_t kNameCode = 2;
-constexpr std::size_t kCodesLookedUp = 4;
+constexpr std::size_t kCodesLookedUp = 3;
 
 std::string_view lineAt(const SectionLines& lines, std::size_t index) {
   if (index >= lines.size()) {
@@ -107,8 +107,8 @@ class GroupRun {
   std::size_t endValue_ = 0;
   std::vector<Group> groups_;
   std::size_t entry_ = 0;
-  std::array<std::size_t, kCodesLookedUp + 1> found_{};
-  std::array<Kept, kCodesLookedUp + 1> kept_{};
+  std::array<std::size_t, kCodesLookedUp> found_{};
+  std::array<Kept, kCodesLookedUp> kept_{};
   std::string_view dashText_;
   std::vector<std::size_t> dashOffsets_;
 };
@@ -144,8 +144,8 @@ void parseLineTypeTable(const SectionLines& lines, Drawing& drawing) {
   walkEntries(lines, true, [&drawing](GroupRun& run) {
     LineTypeRec record;
     record.name = run.kept(0, kNameCode, drawing, true);
-    record.values = {run.kept(1, 3, drawing, false), run.kept(2, 73, drawing, false),
-                     run.kept(3, 40, drawing, false), run.dashList(4, drawing.arena)};
+    record.totalLength = run.kept(1, 40, drawing, false);
+    record.dashes = run.dashList(2, drawing.arena);
     drawing.addLineType(record);
   });
 }
@@ -154,19 +154,14 @@ void parseLayerTable(const SectionLines& lines, Drawing& drawing) {
   walkEntries(lines, false, [&drawing](GroupRun& run) {
     LayerRec record;
     record.name = run.kept(0, kNameCode, drawing, true);
-    record.values = {run.kept(1, 62, drawing, false), run.kept(2, 6, drawing, false)};
+    record.colour = run.kept(1, 62, drawing, false);
+    record.lineType = run.kept(2, 6, drawing, false);
     drawing.addLayer(record);
   });
 }
 
-void parseStyleTable(const SectionLines& lines, Drawing& drawing) {
-  walkEntries(lines, false, [&drawing](GroupRun& run) {
-    TextStyleRec record;
-    record.name = run.kept(0, kNameCode, drawing, true);
-    record.values = {run.kept(1, 40, drawing, false), run.kept(2, 41, drawing, false),
-                     run.kept(3, 71, drawing, false)};
-    drawing.textStyles.push_back(record);
-  });
+void checkStyleTable(const SectionLines& lines) {
+  walkEntries(lines, false, [](GroupRun&) {});
 }
 
 }  // namespace quillon::dxf

@@ -22,6 +22,7 @@ bool isTableName(std::string_view text);
 /// not a group code.
 void parseLineTypeTable(const SectionLines& lines, Drawing& drawing);
 void parseLayerTable(const SectionLines& lines, Drawing& drawing);
-void parseStyleTable(const SectionLines& lines, Drawing& drawing);
+/// Nothing of text styles is kept, but their table can be as damaged as the others.
+void checkStyleTable(const SectionLines& lines);
 
 }  // namespace quillon::dxf

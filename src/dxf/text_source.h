@@ -5,13 +5,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <limits>
 #include <memory>
-#include <stdexcept>
 #include <string_view>
 
 #include "base/read_error.h"
 #include "base/utf8_check.h"
+#include "dxf/input_limits.h"
 #include "dxf/stream_position.h"
 
 namespace quillon::dxf {
@@ -21,24 +20,6 @@ struct LineEnds {
   char eolChar = '\n';
   char eolOther = '\r';
   bool eolDetected = false;
-};
-
-/// Most bytes a drawing may have: as a file, and through a pipe, which is held in memory.
-struct InputLimits {
-  static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
-
-  std::uint64_t file = kNone;
-  std::uint64_t pipe = kNone;
-};
-
-/// A drawing has more bytes than allowed.
-class InputTooLarge : public std::runtime_error {
- public:
-  explicit InputTooLarge(std::uint64_t most) : std::runtime_error("too large"), most_(most) {}
-  std::uint64_t most() const { return most_; }
-
- private:
-  std::uint64_t most_;
 };
 
 /// A drawing's bytes, seen through a window that moves over the file, so that drawings of any size

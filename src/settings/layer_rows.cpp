@@ -50,9 +50,7 @@ void LayerRows::load(const std::vector<convert::LayerRow>& rows) {
 std::string LayerRows::entryOf(const std::string& layer) const {
   const double number = base::numberValue(layer);
   if (number == base::kNotConverted) return entries_.back();
-  if (number != std::floor(number) || number < base::kFirstLayer || number > base::kLastLayer) {
-    return layer;
-  }
+  if (number != std::floor(number) || !base::isEagleLayer(number)) return layer;
   return entries_[static_cast<std::size_t>(number) - 1];
 }
 

@@ -203,7 +203,7 @@ TEST_F(LayerFileTest, GivesNoRowsWithoutAFile) {
 
 TEST_F(LayerFileTest, WhatIsSavedAssignsLayersInAConversion) {
   saveLayerRows(path, {{"Outline", "20 Dimension (B)"}, {"OUTLINE", "21"}, {"hidden", "999"}});
-  const LayerTable table = readLayerFile(path);
+  const LayerTable table = layerTableOf(readLayerRows(path));
   ASSERT_NE(table.find("OUTLINE"), nullptr);
   EXPECT_EQ(*table.find("OUTLINE"), "20");
   ASSERT_NE(table.find("HIDDEN"), nullptr);

@@ -12,7 +12,7 @@ using testing::TempFolder;
 
 LayerTable tableOf(std::string_view bytes) {
   const TempFolder folder;
-  return readLayerFile(folder.write("a.lay", bytes));
+  return layerTableOf(readLayerRows(folder.write("a.lay", bytes)));
 }
 
 std::string assigned(const LayerTable& table, std::string_view upperName) {
@@ -79,8 +79,8 @@ TEST(LayerFile, TheFirstOfTwoSectionsWithOneNameDecides) {
 
 TEST(LayerFile, AMissingFileOrAnEmptyPathAssignsNothing) {
   const TempFolder folder;
-  EXPECT_EQ(readLayerFile("").size(), 0U);
-  EXPECT_EQ(readLayerFile(folder.file("none.lay")).size(), 0U);
+  EXPECT_EQ(layerTableOf(readLayerRows("")).size(), 0U);
+  EXPECT_EQ(layerTableOf(readLayerRows(folder.file("none.lay"))).size(), 0U);
 }
 
 TEST(LayerLookUp, AnswersTheDefaultLayerForANameThatIsNotAssigned) {

@@ -44,15 +44,9 @@ TEST(Blocks, HaveNameLayerBasePointAndItems) {
   ASSERT_EQ(read.drawing.blocks.size(), 1U);
   const BlockRec& door = read.drawing.blocks[0];
   EXPECT_EQ(door.name, "DOOR");
-  EXPECT_EQ(door.layer, "0");
   EXPECT_EQ(door.baseX, "1.50");
   EXPECT_EQ(door.baseY, "-2");
   EXPECT_EQ(kindsOf(read, 0), (Kinds{EntityKind::Line, EntityKind::Arc}));
-}
-
-TEST(Blocks, KeepTheirLayerAsFound) {
-  ReadDrawing read(sectionOf({"0", "BLOCK", "8", "Walls", "2", "a", "0", "ENDBLK"}));
-  EXPECT_EQ(read.drawing.blocks.at(0).layer, "Walls");
 }
 
 TEST(Blocks, TakeTheLastOfRepeatedHeaderGroups) {
@@ -60,7 +54,6 @@ TEST(Blocks, TakeTheLastOfRepeatedHeaderGroups) {
                               "2", "b",     "8", "y", "10", "3", "20", "4", "0",  "ENDBLK"}));
   const BlockRec& block = read.drawing.blocks.at(0);
   EXPECT_EQ(block.name, "B");
-  EXPECT_EQ(block.layer, "y");
   EXPECT_EQ(block.baseX, "3");
   EXPECT_EQ(block.baseY, "4");
 }
@@ -71,7 +64,6 @@ TEST(Blocks, CompareTheCodesOfTheirHeaderAsText) {
                  "2", "70",    "64",   "30", "0",  "3", "d",   "1", "e",   "0", "ENDBLK"}));
   const BlockRec& block = read.drawing.blocks.at(0);
   EXPECT_EQ(block.name, "A");
-  EXPECT_EQ(block.layer, "");
   EXPECT_EQ(block.baseX, "");
   EXPECT_EQ(block.baseY, "");
 }
@@ -81,7 +73,6 @@ TEST(Blocks, EndTheirHeaderAtTheFirstEntity) {
                               "10", "9", "20", "9", "0", "ENDBLK"}));
   const BlockRec& block = read.drawing.blocks.at(0);
   EXPECT_EQ(block.name, "");
-  EXPECT_EQ(block.layer, "own");
   EXPECT_EQ(block.baseX, "");
   EXPECT_EQ(block.baseY, "");
 }
@@ -138,8 +129,7 @@ TEST(Blocks, ReadTheirEntitiesLikeTheDrawing) {
   EXPECT_EQ(read.blockEntity(0, 0).value(0), "1");
   EXPECT_EQ(read.blockEntity(0, 0).value(4), "WALLS");
   EXPECT_EQ(read.blockEntity(0, 0).value(5), "Dashed");
-  EXPECT_EQ(read.blockEntity(0, 1).value(4), "0");
-  EXPECT_TRUE(read.drawing.layers.at(0).used);
+  EXPECT_EQ(read.blockEntity(0, 1).value(3), "0");
   EXPECT_EQ(read.drawing.unknownKinds, (UnknownKinds{{"HATCH", 1}}));
 }
 

@@ -45,10 +45,10 @@ TEST(FindBlock, GivesZeroForAnUnknownName) {
 
 TEST(Drawing, FindsTheFirstOfSeveralRecords) {
   Drawing drawing;
-  drawing.addLayer({"A", false, {"1", "FIRST"}});
-  drawing.addLayer({"A", false, {"2", "SECOND"}});
-  drawing.addLineType({"DASHED", {"first", "", "", ""}, false});
-  drawing.addLineType({"DASHED", {"second", "", "", ""}, false});
+  drawing.addLayer({"A", "1", "FIRST"});
+  drawing.addLayer({"A", "2", "SECOND"});
+  drawing.addLineType({"DASHED", "1", "1;"});
+  drawing.addLineType({"DASHED", "2", "2;"});
   EXPECT_EQ(drawing.findLayer("A"), &drawing.layers[0]);
   EXPECT_EQ(drawing.findLineType("DASHED"), &drawing.lineTypes[0]);
   EXPECT_EQ(drawing.findLayer("a"), nullptr);

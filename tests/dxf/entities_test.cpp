@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "dxf/polyline_values.h"
 #include "dxf/polyline_vertices.h"
 #include "support/dxf_builder.h"
 #include "support/read_drawing.h"
@@ -310,8 +311,9 @@ TEST(Entities, MayBeLargerThanAnyWindow) {
   EXPECT_EQ(entitiesOf(read), (Names{"POINT A", "LWPOLYLINE B", "LEADER D"}));
   EXPECT_EQ(sideIndices(read.entities()), (Indices{0, 1, 2}));
   EXPECT_EQ(read.drawing.unknownKinds, (UnknownKinds{{"HATCH", 1}}));
-  EXPECT_EQ(read.entity(1).value(1), "7");
-  PolyVertexWalk vertices(read.reader.groups(read.entity(1)), read.entity(1).value(1));
+  const std::string_view width = lwPolylineOf(read.entity(1)).width;
+  EXPECT_EQ(width, "7");
+  PolyVertexWalk vertices(read.reader.groups(read.entity(1)), width);
   PolyVertex vertex;
   for (std::size_t i = 0; i < kVertices; ++i) {
     ASSERT_TRUE(vertices.next(vertex));

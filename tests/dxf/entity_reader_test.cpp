@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "dxf/entity_values.h"
 #include "support/dxf_builder.h"
 #include "support/read_drawing.h"
 
@@ -19,8 +20,7 @@ using testing::DxfBuilder;
 using testing::Groups;
 using testing::ReadDrawing;
 
-/// The slots of a kind, as a group code each; L layer, T line type, N upper-cased name (group 2), -
-/// never filled.
+/// The slots of a kind, as a group code each; L layer, T line type, N upper-cased name (group 2).
 struct SlotRow {
   std::string_view kind;
   std::size_t slotCount;
@@ -33,22 +33,22 @@ constexpr SlotRow kSlotTable[] = {
     {"ARC", 9, "10 20 40 50 51 L T 230 220"},
     {"CIRCLE", 7, "10 20 40 L T 230 220"},
     {"ELLIPSE", 11, "10 20 11 21 40 41 42 L T 230 220"},
-    {"VERTEX", 10, "10 20 40 41 42 70 L T 230 220"},
+    {"VERTEX", 8, "10 20 40 42 L T 230 220"},
     {"POLYLINE", 7, "40 41 70 L T 230 220"},
-    {"LWPOLYLINE", 7, "- 43 70 L T 230 220"},
-    {"LEADER", 7, "- 43 70 L T 230 220"},
-    {"SPLINE", 18, "- 41 42 43 44 70 L T 12 22 13 23 230 220 71 72 73 74"},
-    {"TEXT", 11, "10 20 40 41 50 7 1 L T 230 220"},
-    {"ATTDEF", 11, "10 20 40 41 50 7 1 L T 230 220"},
-    {"ATTRIB", 11, "10 20 40 41 50 7 1 L T 230 220"},
-    {"MTEXT", 13, "10 20 11 21 40 72 50 7 1 L T 230 220"},
+    {"LWPOLYLINE", 6, "43 70 L T 230 220"},
+    {"LEADER", 6, "43 70 L T 230 220"},
+    {"SPLINE", 4, "L T 230 220"},
+    {"TEXT", 9, "10 20 40 50 1 L T 230 220"},
+    {"ATTDEF", 9, "10 20 40 50 1 L T 230 220"},
+    {"ATTRIB", 9, "10 20 40 50 1 L T 230 220"},
+    {"MTEXT", 9, "10 20 40 50 1 L T 230 220"},
     {"INSERT", 10, "N 10 20 41 42 50 L T 230 220"},
-    {"DIMENSION", 15, "N 10 20 11 21 12 22 13 23 14 24 L T 230 220"},
+    {"DIMENSION", 7, "N 10 20 L T 230 220"},
     {"POINT", 6, "10 20 L T 230 220"},
-    {"TRACE", 113, "10 20 11 21 12 22 13 23 L T - - 220"},
-    {"SOLID", 13, "10 20 11 21 12 22 13 23 L T - 230 220"},
-    {"3DFACE", 13, "10 20 11 21 12 22 13 23 L 70 T 230 220"},
-    {"SHAPE", 12, "10 20 40 2 50 41 - - L T 230 220"},
+    {"TRACE", 10, "10 20 11 21 12 22 13 23 L T"},
+    {"SOLID", 12, "10 20 11 21 12 22 13 23 L T 230 220"},
+    {"3DFACE", 12, "10 20 11 21 12 22 13 23 L T 230 220"},
+    {"SHAPE", 2, "L T"},
     {"SEQEND", 0, ""},
 };
 
@@ -60,8 +60,6 @@ std::string firstValueOf(int code) {
       return "Name a";
     case 6:
       return "Dash dot";
-    case 7:
-      return "Style a";
     case 8:
       return "Layer a";
     default:
@@ -70,7 +68,6 @@ std::string firstValueOf(int code) {
 }
 
 std::string expectedText(const std::string& slot) {
-  if (slot == "-") return "";
   if (slot == "L") return "LAYER A";
   if (slot == "T") return "DASH DOT";
   if (slot == "N") return "NAME A";
@@ -110,7 +107,7 @@ TEST(EntityReader, FillsEverySlotOfEveryKindFromTheFirstOccurrenceOfItsGroup) {
     ASSERT_EQ(read.entities().size(), 1U) << kind;
     const DxfEntity entity = read.entity(0);
     EXPECT_EQ(entityName(entity.kind), kind);
-    EXPECT_EQ(entity.slotCount(), slotCount) << kind;
+    EXPECT_EQ(slotLayout(entity.kind).slotCount, slotCount) << kind;
     std::istringstream row{std::string(slots)};
     std::size_t slot = 0;
     for (std::string text; row >> text; ++slot) {
@@ -129,7 +126,7 @@ TEST(EntityReader, LeavesTheSlotsOfAbsentGroupsEmpty) {
     ReadDrawing read(dxf.text());
     const DxfEntity entity = read.entity(0);
     for (std::size_t slot = 0; slot < slotCount; ++slot) {
-      const bool isBulge = kind == "VERTEX" && slot == 4;
+      const bool isBulge = kind == "VERTEX" && slot == 3;
       EXPECT_EQ(entity.value(slot), isBulge ? "0" : "") << kind << ", slot " << slot;
       EXPECT_EQ(entity.number(slot), 0.0);
     }
@@ -148,9 +145,8 @@ TEST(SlotLayout, NamesTheSlotsOfLayerLineTypeAndExtrusion) {
     for (std::string text; row >> text; ++slot) {
       if (text == "L") layer = slot;
       if (text == "T") lineType = slot;
-      // A TRACE is never mirrored in x.
-      if (text == "230" && kind != "TRACE") extrusionX = slot;
-      if (text == "220" && kind != "TRACE") extrusionY = slot;
+      if (text == "230") extrusionX = slot;
+      if (text == "220") extrusionY = slot;
     }
     EXPECT_EQ(layout.layer, layer) << kind;
     EXPECT_EQ(layout.lineType, lineType) << kind;
@@ -166,7 +162,8 @@ TEST(EntityReader, ATraceKeepsSlotsTenAndElevenEmptyWhateverTheFileHolds) {
   const DxfEntity trace = read.entity(0);
   EXPECT_EQ(trace.value(10), "");
   EXPECT_EQ(trace.value(11), "");
-  EXPECT_EQ(trace.value(12), "0.5");
+  EXPECT_EQ(extrusionOf(trace).x, "");
+  EXPECT_EQ(extrusionOf(trace).y, "");
 }
 
 TEST(EntityReader, ASeqendHasNeitherSlotsNorALayer) {
@@ -176,7 +173,6 @@ TEST(EntityReader, ASeqendHasNeitherSlotsNorALayer) {
   EXPECT_NE(read.entity(0).layer, nullptr);
   const DxfEntity entity = read.entity(1);
   EXPECT_EQ(entity.kind, EntityKind::Seqend);
-  EXPECT_EQ(entity.slotCount(), 0U);
   EXPECT_EQ(entity.layer, nullptr);
   EXPECT_EQ(entity.value(0), "");
 }
@@ -198,29 +194,23 @@ TEST(EntityReader, ForgetsTheEntityReadBefore) {
 
 TEST(EntityReader, KeepsValuesAsTheyStandButTrimmed) {
   DxfBuilder dxf;
-  dxf.entity(
-      "TEXT",
-      {{10, "  1.50000  "}, {20, "abc"}, {1, "  two  words\t"}, {7, " Standard"}, {8, " a "}});
+  dxf.entity("TEXT", {{10, "  1.50000  "}, {20, "abc"}, {1, "  two  words\t"}, {8, " a "}});
   ReadDrawing read(dxf.text());
   const DxfEntity text = read.entity(0);
   EXPECT_EQ(text.value(0), "1.50000");
   EXPECT_EQ(text.number(0), 1.5);
   EXPECT_EQ(text.value(1), "abc");
   EXPECT_EQ(text.number(1), 0.0);
-  EXPECT_EQ(text.value(5), "Standard");
-  EXPECT_EQ(text.value(6), "two  words\t");
-  EXPECT_EQ(text.value(7), "A");
+  EXPECT_EQ(text.value(4), "two  words\t");
+  EXPECT_EQ(text.value(5), "A");
 }
 
-TEST(EntityReader, UpperCasesBlockNamesButNotShapeNames) {
+TEST(EntityReader, UpperCasesBlockNames) {
   DxfBuilder dxf;
-  dxf.entity("INSERT", {{2, "door"}})
-      .entity("DIMENSION", {{2, "*d1"}})
-      .entity("SHAPE", {{2, "box"}});
+  dxf.entity("INSERT", {{2, "door"}}).entity("DIMENSION", {{2, "*d1"}});
   ReadDrawing read(dxf.text());
   EXPECT_EQ(read.entity(0).value(0), "DOOR");
   EXPECT_EQ(read.entity(1).value(0), "*D1");
-  EXPECT_EQ(read.entity(2).value(3), "box");
 }
 
 TEST(EntityReader, AVertexBulgeTooSmallToShowIsZero) {
@@ -241,12 +231,12 @@ TEST(EntityReader, AVertexBulgeTooSmallToShowIsZero) {
                                       {{{42, "-1.0"}}, "-1.0"}}) {
     DxfBuilder dxf;
     dxf.entity("VERTEX", groups);
-    EXPECT_EQ(ReadDrawing(dxf.text()).entity(0).value(4), bulge);
+    EXPECT_EQ(ReadDrawing(dxf.text()).entity(0).value(3), bulge);
   }
 }
 
 /// Line type slot of a LINE with these groups in a drawing with some layers.
-std::string lineTypeOf(Groups groups) {
+std::string lineTypeOfLine(Groups groups) {
   DxfBuilder dxf;
   dxf.layer("Walls", "Dashed").layer("WALLS", "Hidden").layer("Bare", {{62, "1"}, {6, "Dashed"}});
   dxf.layer("Plain", "");
@@ -256,25 +246,25 @@ std::string lineTypeOf(Groups groups) {
 }
 
 TEST(LineTypeSlot, IsTheEntitysOwnInUpperCase) {
-  EXPECT_EQ(lineTypeOf({{8, "Walls"}, {6, "dot"}}), "DOT");
-  EXPECT_EQ(lineTypeOf({{8, "Walls"}, {6, "ByLayer"}}), "BYLAYER");
-  EXPECT_EQ(lineTypeOf({{8, "Walls"}, {6, "Continuous"}}), "CONTINUOUS");
-  EXPECT_EQ(lineTypeOf({{6, "dot"}, {8, "Unknown"}, {6, "dash"}}), "DOT");
+  EXPECT_EQ(lineTypeOfLine({{8, "Walls"}, {6, "dot"}}), "DOT");
+  EXPECT_EQ(lineTypeOfLine({{8, "Walls"}, {6, "ByLayer"}}), "BYLAYER");
+  EXPECT_EQ(lineTypeOfLine({{8, "Walls"}, {6, "Continuous"}}), "CONTINUOUS");
+  EXPECT_EQ(lineTypeOfLine({{6, "dot"}, {8, "Unknown"}, {6, "dash"}}), "DOT");
 }
 
 TEST(LineTypeSlot, IsTheLayersAsItsTableHoldsItWhenTheEntityHasNone) {
-  EXPECT_EQ(lineTypeOf({{8, "Walls"}}), "Dashed");
-  EXPECT_EQ(lineTypeOf({{8, "wALLS"}}), "Dashed");
-  EXPECT_EQ(lineTypeOf({{8, "Walls"}, {6, ""}}), "Dashed");
-  EXPECT_EQ(lineTypeOf({{8, "Walls"}, {6, "   "}}), "Dashed");
-  EXPECT_EQ(lineTypeOf({{8, "Walls"}, {6, ""}, {6, "dot"}}), "Dashed");
+  EXPECT_EQ(lineTypeOfLine({{8, "Walls"}}), "Dashed");
+  EXPECT_EQ(lineTypeOfLine({{8, "wALLS"}}), "Dashed");
+  EXPECT_EQ(lineTypeOfLine({{8, "Walls"}, {6, ""}}), "Dashed");
+  EXPECT_EQ(lineTypeOfLine({{8, "Walls"}, {6, "   "}}), "Dashed");
+  EXPECT_EQ(lineTypeOfLine({{8, "Walls"}, {6, ""}, {6, "dot"}}), "Dashed");
 }
 
 TEST(LineTypeSlot, IsEmptyWhenTheLayerHasNoneOrIsUnknown) {
-  EXPECT_EQ(lineTypeOf({{8, "Bare"}}), "");
-  EXPECT_EQ(lineTypeOf({{8, "Plain"}}), "");
-  EXPECT_EQ(lineTypeOf({{8, "Unknown"}}), "");
-  EXPECT_EQ(lineTypeOf({{10, "1"}}), "");
+  EXPECT_EQ(lineTypeOfLine({{8, "Bare"}}), "");
+  EXPECT_EQ(lineTypeOfLine({{8, "Plain"}}), "");
+  EXPECT_EQ(lineTypeOfLine({{8, "Unknown"}}), "");
+  EXPECT_EQ(lineTypeOfLine({{10, "1"}}), "");
 }
 
 TEST(EntityReader, KeepsTheFirstOfTwoLayers) {
@@ -284,17 +274,6 @@ TEST(EntityReader, KeepsTheFirstOfTwoLayers) {
   EXPECT_EQ(read.entity(0).value(4), "FIRST");
   EXPECT_EQ(read.entity(0).layer->name, "FIRST");
   EXPECT_EQ(read.entity(1).value(4), "");
-}
-
-TEST(LayerLineType, MarksTheFirstRecordOfTheLayerAsUsed) {
-  DxfBuilder dxf;
-  dxf.layer("A").layer("B").layer("a").layer("C");
-  dxf.entity("LINE", {{8, "a"}}).entity("POINT", {{8, "C"}}).entity("POINT", {{8, "none"}});
-  ReadDrawing read(dxf.text());
-  EXPECT_EQ(read.entities().size(), 3U);
-  std::vector<bool> used;
-  for (const LayerRec& layer : read.drawing.layers) used.push_back(layer.used);
-  EXPECT_EQ(used, (std::vector<bool>{true, false, false, true}));
 }
 
 TEST(LayerLineType, NumbersLayersInOrderOfFirstUse) {

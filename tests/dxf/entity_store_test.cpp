@@ -66,7 +66,7 @@ TEST(EntityStore, GivesEntitiesBackInOrder) {
                                      entityAt(EntityKind::Seqend, 50),
                                      entityAt(EntityKind::Arc, 60)};
   fill(entities[0], 0, part(4, 3));
-  fill(entities[0], 17, part(12, 0));
+  fill(entities[0], kMaxSlots - 1, part(12, 0));
   fill(entities[2], 5, part(64, 10));
   expectRoundTrip(entities);
 }

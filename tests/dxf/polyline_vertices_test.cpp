@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "dxf/polyline_values.h"
 #include "support/dxf_builder.h"
 #include "support/read_drawing.h"
 
@@ -23,7 +24,7 @@ Vertices verticesOf(Groups groups, std::string_view kind = "LWPOLYLINE") {
   dxf.entity(kind, groups);
   ReadDrawing read(dxf.text());
   const DxfEntity entity = read.entity(0);
-  PolyVertexWalk walk(read.reader.groups(entity), entity.value(1));
+  PolyVertexWalk walk(read.reader.groups(entity), lwPolylineOf(entity).width);
   Vertices vertices;
   for (PolyVertex vertex; walk.next(vertex);) {
     std::string text;

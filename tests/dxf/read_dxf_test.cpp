@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/run_time_error.h"
+#include "dxf/polyline_values.h"
 #include "dxf/polyline_vertices.h"
 #include "dxf/section_walker.h"
 #include "dxf/spline_points.h"
@@ -51,18 +52,15 @@ void describeEntity(std::ostream& out, ReadDrawing& read, const DxfEntity& entit
   out << entityName(entity.kind) << '/' << entity.sideIndex;
   for (std::size_t i = 0; i < kMaxSlots; ++i) out << '|' << entity.value(i);
   if (entity.kind == EntityKind::LwPolyline || entity.kind == EntityKind::Leader) {
-    PolyVertexWalk walk(read.reader.groups(entity), entity.value(1));
+    PolyVertexWalk walk(read.reader.groups(entity), lwPolylineOf(entity).width);
     for (PolyVertex v; walk.next(v);) {
       out << "\n  " << v.x << ' ' << v.y << ' ' << v.startWidth << ' ' << v.endWidth << ' '
           << v.bulge;
     }
   }
   if (entity.kind == EntityKind::Spline) {
-    const SplineRec spline = readSpline(read.reader.groups(entity));
-    for (const std::string_view knot : spline.knots) out << "\n  knot " << knot;
-    for (const SplinePoint& point : spline.controlPoints)
+    for (const SplinePoint& point : readControlPoints(read.reader.groups(entity)))
       out << "\n  " << point.x << ' ' << point.y;
-    for (const std::string_view weight : spline.weights) out << "\n  weight " << weight;
   }
   out << '\n';
 }
@@ -76,21 +74,14 @@ std::string describe(const Source& source) {
   out << drawing.angDir << ' ' << drawing.fillMode << ' ' << drawing.ltScale << ' '
       << drawing.pointSize << '\n';
   for (const LineTypeRec& record : drawing.lineTypes) {
-    out << record.name;
-    for (const std::string_view value : record.values) out << '|' << value;
-    out << '\n';
+    out << record.name << '|' << record.totalLength << '|' << record.dashes << '\n';
   }
   for (const LayerRec& record : drawing.layers) {
-    out << record.name << '|' << record.values[0] << '|' << record.values[1] << '\n';
-  }
-  for (const TextStyleRec& record : drawing.textStyles) {
-    out << record.name;
-    for (const std::string_view value : record.values) out << '|' << value;
-    out << '\n';
+    out << record.name << '|' << record.colour << '|' << record.lineType << '\n';
   }
   for (std::size_t i = 0; i < drawing.blocks.size(); ++i) {
     const BlockRec& block = drawing.blocks[i];
-    out << block.name << '|' << block.layer << '|' << block.baseX << '|' << block.baseY << '\n';
+    out << block.name << '|' << block.baseX << '|' << block.baseY << '\n';
     for (const DxfEntity& item : read.blockEntities(i)) describeEntity(out, read, item);
   }
   for (const DxfEntity& entity : read.entities()) describeEntity(out, read, entity);
@@ -100,29 +91,26 @@ std::string describe(const Source& source) {
 TEST(ReadDxf, KeepsWhatEverySectionHolds) {
   EXPECT_EQ(describe(fullDrawing().text()),
             "1 0 2.5 0.3\n"
-            "DASHED|dashes|2|0.75|0.5;-0.25;\n"
-            "CONTINUOUS||0||0;\n"
+            "DASHED|0.75|0.5;-0.25;\n"
+            "CONTINUOUS||0;\n"
             "WALLS|7|Dashed\n"
             "GR\xDCN|7|CONTINUOUS\n"
-            "STANDARD|0|1.0|0\n"
-            "DOOR|0|1|2\n"
-            "LINE/0|1|2|||WALLS|Dashed||||||||||||\n"
-            "LEADER/1||||0||||||||||||||\n"
+            "DOOR|1|2\n"
+            "LINE/0|1|2|||WALLS|Dashed||||||\n"
+            "LEADER/1|||0|||||||||\n"
             "  5 6   \n"
             "  7 8   \n"
-            "EMPTY|0|0|0\n"
-            "TEXT/0|||2.5||||Stra\xDF"
-            "e  1|GR\xDCN|CONTINUOUS|||||||||\n"
-            "LWPOLYLINE/2||0.2|1|0||||||||||||||\n"
+            "EMPTY|0|0\n"
+            "TEXT/0|||2.5||Stra\xDF"
+            "e  1|GR\xDCN|CONTINUOUS|||||\n"
+            "LWPOLYLINE/2|0.2|1|0|||||||||\n"
             "  1 2 0.2 0.2 0.5\n"
             "  3 4 0.2 0.2 \n"
             "  1 2  0.2 \n"
-            "SPLINE/1||1|||||0|||||||||||\n"
-            "  knot 0\n"
+            "SPLINE/1|0|||||||||||\n"
             "  1 2\n"
-            "  weight 1\n"
-            "INSERT/0|DOOR|||||90|WALLS|Dashed||||||||||\n"
-            "SEQEND/0||||||||||||||||||\n");
+            "INSERT/0|DOOR|||||90|WALLS|Dashed||||\n"
+            "SEQEND/0||||||||||||\n");
 }
 
 TEST(ReadDxf, ReadsTheSameFromEveryLineEndConvention) {
@@ -165,7 +153,7 @@ TEST(ReadDxf, ReadsTheSameFromAFileAsFromATextInMemory) {
     const OpenFile file(text);
     const std::string found = describe(file.get());
     EXPECT_TRUE(found == describe(text));
-    EXPECT_EQ(std::count(found.begin(), found.end(), '\n'), 1 + 3 * 8000 + 3 + 3 * 8000 + 3 * 8000);
+    EXPECT_EQ(std::count(found.begin(), found.end(), '\n'), 1 + 2 * 8000 + 3 + 3 * 8000 + 3 * 8000);
   }
 }
 
@@ -173,8 +161,7 @@ TEST(ReadDxf, LeavesEveryStoreEmptyForADrawingWithoutContent) {
   for (const std::string_view text : {"", "\n", "no drawing", "0\nEOF\n", "\r\n\r\n"}) {
     const ReadDrawing read(text);
     EXPECT_TRUE(read.drawing.layers.empty() && read.drawing.lineTypes.empty() &&
-                read.drawing.textStyles.empty() && read.drawing.blocks.empty() &&
-                read.entities().size() == 0)
+                read.drawing.blocks.empty() && read.entities().size() == 0)
         << text;
     EXPECT_FALSE(read.drawing.anySection) << text;
     EXPECT_EQ(read.linesRead, 0U) << text;
@@ -277,9 +264,17 @@ TEST(ReadDxf, SkipsTablesThatItDoesNotKnow) {
 TEST(ReadDxf, KnowsTablesAndTheirMarkersInAnyCase) {
   const ReadDrawing read(
       tablesOf({"0", "table", "2", "layer", "0", "layer", "2", "Walls", "70", "0", "0", "ENDTAB",
-                "0", "Table", "2", "Style", "0", "style", "2", "a",     "70", "0", "0", "ENDTAB"}));
+                "0", "Table", "2", "Ltype", "0", "ltype", "2", "a",     "70", "0", "0", "ENDTAB"}));
   EXPECT_EQ(read.drawing.layers.size(), 1U);
-  EXPECT_EQ(read.drawing.textStyles.size(), 1U);
+  EXPECT_EQ(read.drawing.lineTypes.size(), 1U);
+}
+
+TEST(ReadDxf, EndsWithADamagedTableOfTextStylesThoughItKeepsNone) {
+  const auto fault = readFault(tablesOf(
+      {"0", "TABLE", "2", "STYLE", "0", "STYLE", "2", "A", "x", "0", "70", "0", "0", "ENDTAB"}));
+  ASSERT_TRUE(fault.has_value());
+  EXPECT_EQ(fault->fault, base::Fault::BadGroupCode);
+  EXPECT_EQ(fault->subject, "x");
 }
 
 TEST(ReadDxf, NamesATableByTheLineBehindTheFirstTwo) {

@@ -19,49 +19,34 @@ using testing::ReadDrawing;
 using testing::readFault;
 using Texts = std::vector<std::string>;
 
-struct Spline {
-  Texts points;
-  Texts knots;
-  Texts weights;
-};
-
-Spline splineOf(Groups groups) {
+/// The control points of a spline as "x y".
+Texts pointsOf(Groups groups) {
   DxfBuilder dxf;
   dxf.entity("SPLINE", groups);
-  ReadDrawing read(dxf.text());
-  const SplineRec record = readSpline(read.reader.groups(read.entity(0)));
-  Spline spline;
-  for (const SplinePoint& point : record.controlPoints) {
-    spline.points.push_back(std::string(point.x) + ' ' + std::string(point.y));
+  const ReadDrawing read(dxf.text());
+  Texts points;
+  for (const SplinePoint& point : readControlPoints(read.reader.groups(read.entity(0)))) {
+    points.push_back(std::string(point.x) + ' ' + std::string(point.y));
   }
-  spline.knots.assign(record.knots.begin(), record.knots.end());
-  spline.weights.assign(record.weights.begin(), record.weights.end());
-  return spline;
+  return points;
 }
 
-TEST(ReadSpline, KeepsKnotsAndControlPointsInFileOrder) {
-  const Spline spline = splineOf({{70, "8"},
-                                  {71, "3"},
-                                  {40, "0.0"},
-                                  {40, ""},
-                                  {40, "0.50"},
-                                  {40, "1"},
-                                  {10, "0"},
-                                  {20, "1.50"},
-                                  {30, "9"},
-                                  {10, "2"},
-                                  {20, "3"}});
-  EXPECT_EQ(spline.knots, (Texts{"0.0", "0.50", "1"}));
-  EXPECT_EQ(spline.points, (Texts{"0 1.50", "2 3"}));
-  EXPECT_EQ(spline.weights, Texts{});
+TEST(ReadControlPoints, KeepsThemInFileOrderAndNothingElse) {
+  EXPECT_EQ(pointsOf({{70, "8"},
+                      {71, "3"},
+                      {40, "0.0"},
+                      {40, "0.50"},
+                      {41, "1"},
+                      {10, "0"},
+                      {20, "1.50"},
+                      {30, "9"},
+                      {10, "2"},
+                      {20, "3"}}),
+            (Texts{"0 1.50", "2 3"}));
 }
 
-TEST(ReadSpline, KeepsTheLastWeight) {
-  EXPECT_EQ(splineOf({{41, "1"}, {41, "0.5"}, {41, "2"}}).weights, Texts{"2"});
-}
-
-TEST(ReadSpline, NeedsXAndYForAControlPoint) {
-  EXPECT_EQ(splineOf({{20, "1"},
+TEST(ReadControlPoints, NeedsXAndYForAControlPoint) {
+  EXPECT_EQ(pointsOf({{20, "1"},
                       {10, "2"},
                       {10, "3"},
                       {20, "4"},
@@ -69,28 +54,27 @@ TEST(ReadSpline, NeedsXAndYForAControlPoint) {
                       {20, "5"},
                       {10, "6"},
                       {20, ""},
-                      {10, "7"}})
-                .points,
+                      {10, "7"}}),
             Texts{"3 4"});
 }
 
-TEST(ReadSpline, MakesAPointOfEveryYBehindAnX) {
-  EXPECT_EQ(splineOf({{10, "1"}, {20, "2"}, {20, "3"}}).points, (Texts{"1 2", "1 3"}));
+TEST(ReadControlPoints, MakesAPointOfEveryYBehindAnX) {
+  EXPECT_EQ(pointsOf({{10, "1"}, {20, "2"}, {20, "3"}}), (Texts{"1 2", "1 3"}));
 }
 
-TEST(ReadSpline, KeepsNoFitPoints) {
+TEST(ReadControlPoints, KeepsNoFitPoints) {
   // Tangents before fit points, as in real drawings.
-  const Spline spline = splineOf({{12, "1"},
-                                  {22, "0"},
-                                  {13, "0"},
-                                  {23, "1"},
-                                  {10, "0"},
-                                  {20, "0"},
-                                  {11, "5"},
-                                  {21, "6"},
-                                  {11, "7"},
-                                  {21, "8"}});
-  EXPECT_EQ(spline.points, Texts{"0 0"});
+  const Texts points = pointsOf({{12, "1"},
+                                 {22, "0"},
+                                 {13, "0"},
+                                 {23, "1"},
+                                 {10, "0"},
+                                 {20, "0"},
+                                 {11, "5"},
+                                 {21, "6"},
+                                 {11, "7"},
+                                 {21, "8"}});
+  EXPECT_EQ(points, Texts{"0 0"});
 }
 
 struct FitCase {

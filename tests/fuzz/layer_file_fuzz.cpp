@@ -66,7 +66,8 @@ void quillon::fuzz::runOnce(std::string_view data) {
     if (!isPlain(expected[i].name)) continue;
     require(again[i].name == expected[i].name, "a name is read as it was saved");
   }
-  const quillon::convert::LayerTable table = quillon::convert::readLayerFile(path);
+  const quillon::convert::LayerTable table =
+      quillon::convert::layerTableOf(quillon::convert::readLayerRows(path));
   require(table.size() == again.size(), "the table has all rows");
   for (const LayerRow& row : again) {
     require(

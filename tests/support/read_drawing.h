@@ -23,7 +23,8 @@ namespace quillon::testing {
 /// Collects entities, with copies of their texts.
 class EntityKeeper : public dxf::EntitySink {
  public:
-  explicit EntityKeeper(dxf::EntityReader& reader) : reader_(reader) {}
+  EntityKeeper(dxf::EntityReader& reader, const dxf::Drawing& drawing)
+      : reader_(reader), drawing_(drawing) {}
 
   void takeEntity(dxf::DxfEntity& given) override {
     reader_.complete(given);
@@ -34,7 +35,7 @@ class EntityKeeper : public dxf::EntitySink {
     if (!dxf::hasSideRecord(entity.kind)) return;
     const auto size = static_cast<std::size_t>(entity.groupsEnd - entity.groups);
     std::string groups(entity.groups, size);
-    groups.append(dxf::TextSource::kMargin, reader_.drawing().lineEnds.eolChar);
+    groups.append(dxf::TextSource::kMargin, drawing_.lineEnds.eolChar);
     entity.groups = texts_.keep(std::move(groups)).data();
     entity.groupsEnd = entity.groups + size;
   }
@@ -46,6 +47,7 @@ class EntityKeeper : public dxf::EntitySink {
 
  private:
   dxf::EntityReader& reader_;
+  const dxf::Drawing& drawing_;
   dxf::TextArena texts_;
 };
 
@@ -57,12 +59,12 @@ class ReadDrawing {
   /// The rule is evaluated at every poll of the reader, with what has been read so far.
   explicit ReadDrawing(std::string_view bytes, CancelRule cancelWhen = {},
                        bool endsAtFileEnd = true)
-      : source(bytes), reader(drawing), keeper_(reader) {
+      : source(bytes), reader(drawing), keeper_(reader, drawing) {
     read(std::move(cancelWhen), endsAtFileEnd);
   }
   /// Reads an open file.
   explicit ReadDrawing(std::FILE* file, CancelRule cancelWhen = {})
-      : source(file, {}), reader(drawing), keeper_(reader) {
+      : source(file, {}), reader(drawing), keeper_(reader, drawing) {
     read(std::move(cancelWhen), true);
   }
 
@@ -96,7 +98,8 @@ class ReadDrawing {
       monitor.cancelWhen = [this, rule = std::move(cancelWhen)] { return rule(*this); };
     }
     dxf::LineReader lines(source, monitor);
-    dxf::readDxf(drawing, lines, keeper_, endsAtFileEnd);
+    dxf::readDefinitions(drawing, lines);
+    dxf::readContents(drawing, lines, keeper_, endsAtFileEnd);
     linesRead = lines.linesRead();
     fileLinesRead = lines.fileLinesRead();
   }
