@@ -1,4 +1,4 @@
-# The program with its windows, on Qt 6.
+# The program with windows, on Qt 6.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets PrintSupport)
 
 add_library(quillon_windows STATIC
@@ -40,7 +40,7 @@ add_library(quillon_windows STATIC
   windows/window_host.cpp)
 target_link_libraries(quillon_windows PUBLIC quillon_settings quillon_errors Qt6::Widgets
   Qt6::PrintSupport)
-# The namespace emit is not Qt's keyword.
+# Signals use Q_EMIT; Qt's lower-case keywords could clash with ordinary names.
 target_compile_definitions(quillon_windows PUBLIC QT_NO_KEYWORDS)
 target_compile_definitions(quillon_windows PRIVATE
   QUILLON_VERSION="${PROJECT_VERSION}"
