@@ -196,7 +196,7 @@ TEST(EntityReader, ForgetsTheEntityReadBefore) {
   for (std::size_t slot = 1; slot < kMaxSlots; ++slot) EXPECT_EQ(entity.value(slot), "") << slot;
 }
 
-TEST(EntityReader, KeepsValuesAsTheyStandButTrimmed) {
+TEST(EntityReader, KeepsValuesAsFoundButTrimmed) {
   DxfBuilder dxf;
   dxf.entity(
       "TEXT",

@@ -120,7 +120,7 @@ TEST(StringTable, GivesNothingForAnIdWithoutAnEntry) {
   EXPECT_EQ(loadString(32767), "");
 }
 
-TEST(StringTable, AnOffsetThatIsNoLanguageHitsUnrelatedEntriesOrNone) {
+TEST(StringTable, AnOffsetThatIsNotALanguageHitsUnrelatedEntriesOrNone) {
   const Texts texts(5);
   EXPECT_EQ(texts(2800), "Warnung");  // 2805
   EXPECT_EQ(texts(1000), "");         // 1005
