@@ -1,13 +1,13 @@
-# Counts which lines of some libraries run, with GCC's own means.
+# Measures line coverage of some libraries with GCC.
 
-# quillon_count_lines(<targets…>): what these libraries run is counted in the build folder, by every
-# program that has them in it.
+# quillon_count_lines(<targets…>): every program linked to these libraries adds to the counts in the
+# build folder.
 function(quillon_count_lines)
   if(NOT QUILLON_COVERAGE)
     return()
   endif()
   foreach(target ${ARGN})
-    # Conversions that run side by side may lose a count, which costs less than to lock each one.
+    # Concurrent conversions may lose a count, which is cheaper than locking each counter.
     target_compile_options(${target} PRIVATE --coverage)
     target_link_options(${target} INTERFACE --coverage)
   endforeach()

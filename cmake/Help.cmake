@@ -1,5 +1,5 @@
-# Target help_chm: the help pages as Larkspur.chm, which the window opens on Windows. It is made on
-# request only; its tool and what the tool needs of the system are not everywhere.
+# Target help_chm: the help pages as Larkspur.chm, which the window opens on Windows. Built only on
+# request, because its tool and what that needs from the system are not available everywhere.
 find_program(QUILLON_CHMCMD chmcmd)
 find_program(QUILLON_UNSHARE unshare)
 if(QUILLON_CHMCMD AND QUILLON_UNSHARE)

@@ -1,5 +1,5 @@
-# Libraries that consist of headers or sources. For another system than this one, those of this
-# machine do as well, but their folder must not come before that system's own headers.
+# Header-only and source-only libraries. When cross-compiling, this machine's copies will do, but
+# their folder must not precede the target system's own headers.
 
 # quillon_find_cli11(): defines CLI11::CLI11.
 function(quillon_find_cli11)

@@ -1,14 +1,14 @@
-# One place for the flags that every target of the project is built with.
+# The compiler flags of all targets.
 add_library(quillon_flags INTERFACE)
 target_compile_options(quillon_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow
   $<$<BOOL:${QUILLON_WERROR}>:-Werror>
-  # GCC 12 takes joined strings for overlapping copies.
+  # GCC 12 mistakes concatenated strings for overlapping copies.
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
-  # Formulas are evaluated as written: a fused multiply-add would change last digits.
+  # Evaluate formulas as written: a fused multiply-add would change last digits.
   -ffp-contract=off)
 if(QUILLON_SANITIZE)
-  # Checks for undefined behaviour take long to compile; QUILLON_ADDRESS_ONLY leaves them out.
+  # Checks for undefined behaviour are slow to compile; QUILLON_ADDRESS_ONLY leaves them out.
   target_compile_options(quillon_flags INTERFACE
     -fsanitize=address$<$<NOT:$<BOOL:$<TARGET_PROPERTY:QUILLON_ADDRESS_ONLY>>>:,undefined>
     -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -1,7 +1,7 @@
-# What a program for Windows carries besides its code: a manifest, a version, an icon.
+# Resources of a Windows program: manifest, version and icon.
 set(QUILLON_RESOURCES ${PROJECT_SOURCE_DIR}/packaging/windows)
 
-# quillon_windows_icon(<icon> <drawing>): makes an icon of the usual sizes from an SVG drawing.
+# quillon_windows_icon(<icon> <drawing>): creates an icon in the usual sizes from an SVG drawing.
 function(quillon_windows_icon icon drawing)
   find_program(QUILLON_RSVG rsvg-convert REQUIRED)
   find_program(QUILLON_ICOTOOL icotool REQUIRED)
@@ -17,7 +17,7 @@ function(quillon_windows_icon icon drawing)
     COMMAND ${QUILLON_ICOTOOL} --create --output ${icon} ${images} DEPENDS ${images} VERBATIM)
 endfunction()
 
-# quillon_windows_resources(<program> <description> <drawing>): gives a program its resources; the
+# quillon_windows_resources(<program> <description> <drawing>): adds resources to a program; the
 # drawing becomes its icon and may be empty.
 function(quillon_windows_resources program description drawing)
   set(folder ${CMAKE_CURRENT_BINARY_DIR}/${program}-resources)

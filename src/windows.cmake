@@ -1,4 +1,4 @@
-# The program with its windows, on Qt 6.
+# The program with windows, on Qt 6.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets PrintSupport)
 
 add_library(quillon_windows STATIC
@@ -53,7 +53,7 @@ endif()
 get_filename_component(quillonQtTranslations ${QUILLON_QT_GERMAN} DIRECTORY)
 qt_add_resources(quillon_windows quillon_qt_german PREFIX /i18n BASE ${quillonQtTranslations}
   FILES ${QUILLON_QT_GERMAN} OPTIONS -no-compress)
-# The namespace emit is not Qt's keyword.
+# Signals use Q_EMIT; Qt's lower-case keywords could clash with ordinary names.
 target_compile_definitions(quillon_windows PUBLIC QT_NO_KEYWORDS)
 target_compile_definitions(quillon_windows PRIVATE
   QUILLON_VERSION="${PROJECT_VERSION}"

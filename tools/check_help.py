@@ -15,7 +15,7 @@ VOID = {"br", "col", "hr", "img", "link", "meta"}  # elements without an end tag
 
 
 class Page(HTMLParser):
-    """One parsed page: its links, its anchors and what is wrong with it."""
+    """A parsed page: its links, its anchors and its errors."""
 
     def __init__(self, path):
         super().__init__()
@@ -69,7 +69,7 @@ class Page(HTMLParser):
 
 
 def link_targets(path, page, pages, report):
-    """The pages that a page links to. Reports links that lead nowhere."""
+    """The pages that a page links to. Reports broken links."""
     for line, link in page.links:
         parts = urlsplit(link)
         if parts.scheme or parts.netloc:

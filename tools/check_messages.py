@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""Checks that the tests raise every message of the string table, in one of its languages at least.
+"""Checks that the tests raise every message in the string table, in at least one language.
 
 A message counts as raised when a test that runs a program, a window or a public function of the
-engine expects its words: each piece of its text between placeholders stands in a string of one and
-the same file, as whole words. So tests have to compare messages word for word.
+engine expects its text: every piece between placeholders occurs, as whole words, in string literals
+of the same file. Tests therefore have to compare messages word for word.
 
-Tests that only hand a message out again, by its number or its name, raise nothing: they would pass
-if no program ever showed it. COPIES lists their files. Texts of windows and of the report have
-tests of their own, which compare whole tables.
+Tests that merely look up a message by its id or name do not count: they would pass even if no
+program ever showed it. COPIES lists their files. Texts of windows and of the report have separate
+tests, which compare whole tables.
 """
 import pathlib
 import re
@@ -15,13 +15,14 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 STRINGS = ROOT / "src/texts/strings.def"
-# First and last ids of the texts that tell a user that something has happened.
+# Ranges of ids of the messages for users.
 MESSAGES = ((2802, 2817), (2834, 2839), (2930, 2933), (3000, 3129), (3140, 3150), (3154, 3154),
             (3160, 3199), (3200, 3259), (3508, 3512), (4000, 4099))
-# Where to look: the tests of the engine, of the windows and of the programs.
+# Where to look: tests of the engine, the windows and the programs.
 TESTS = ("app", "classic", "convert", "dxf", "eagle", "errors", "files", "settings",
          "texts", "windows")
-# What only compares the string table, the wording of messages, or messages made up by the test.
+# Files that only compare the string table, the wording of messages, or messages invented by the
+# test.
 COPIES = {
     "app/headless_host_test.cpp",
     "app/json_output_test.cpp",
@@ -37,13 +38,13 @@ LITERAL = r'"((?:[^"\\]|\\.)*)"'
 
 
 def literals(text):
-    """The strings of C++ sources, with those that stand side by side as one."""
+    """The string literals of C++ sources, with adjacent ones joined."""
     runs = re.finditer(LITERAL + r"(?:\s*" + LITERAL + r")*", text)
     return [plain("".join(re.findall(LITERAL, run.group(0)))) for run in runs]
 
 
 def plain(literal):
-    """A string with its line ends as blanks and without the backslashes of other characters."""
+    """A string literal with line ends as blanks and other characters unescaped."""
     return re.sub(r"\\(.)", lambda escaped: " " if escaped[1] in "nrt" else escaped[1], literal)
 
 
@@ -58,13 +59,13 @@ def messages(definitions):
 
 
 def pieces(text):
-    """What a text has between its placeholders, as far as it has words."""
+    """The pieces of a text between its placeholders that contain words."""
     parts = (part.strip(" .,:;()'\"") for part in re.split(r"%\d", text))
     return [part for part in parts if re.search(r"\w\w", part)]
 
 
 def is_raised(text, expected):
-    """True when the strings of a file hold each piece of a text, not as parts of longer words."""
+    """True if the strings of a file contain each piece of a text as whole words."""
     wanted = pieces(text)
     return bool(wanted) and all(re.search(rf"(?<!\w){re.escape(piece)}(?!\w)", expected)
                                 for piece in wanted)
@@ -91,7 +92,7 @@ def main():
     files = test_files()
     stale = sorted(COPIES - files.keys())
     for name in stale:
-        print(f"tools/check_messages.py names {name}, which is not there.")
+        print(f"tools/check_messages.py lists {name}, which does not exist.")
     missing = missing_messages(definitions, files)
     for name, texts in missing.items():
         print(f"No test raises the message {name}: {texts[1].strip() or texts[0]}")

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks the style of the sources: their format, the rules of .clang-tidy, and which folder may
-# include which. Takes the folder of a configured build; without one clang-tidy is left out.
+# Checks the style of the sources: formatting, the .clang-tidy checks, and which folders may include
+# which. Takes a configured build folder; without one it skips clang-tidy.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build=${1:-}
@@ -16,12 +16,12 @@ check_format() {
   wrong=$(find src tests bench -name '*.h' -print0 -o -name '*.cpp' -print0 |
     xargs -0 clang-format --dry-run -Werror 2>&1 | sed -n 's/^\([^:]*\):[0-9].*error:.*/\1/p' |
     sort -u) || true
-  [ -z "$wrong" ] || fail "clang-format -i has something to change in these files:
+  [ -z "$wrong" ] || fail "These files need clang-format -i:
 $wrong"
 }
 
-# check_includes FOLDER ALLOWED...: the folder includes of src/ only what lies in the allowed ones,
-# and nothing of Qt. Names without a folder are those of files beside.
+# check_includes FOLDER ALLOWED...: the folder may include only the allowed folders of src/, and not
+# Qt. Names without a folder are files in the same folder.
 check_includes() {
   local folder=$1 allowed include='^[[:space:]]*#[[:space:]]*include[[:space:]]*'
   shift
@@ -29,28 +29,28 @@ check_includes() {
   grep -rnE "$include"'[<"](Q[A-Z]|Qt|q[a-z]+\.h)' "src/$folder" &&
     fail "src/$folder may not include Qt."
   grep -rnE "$include"'"[^"]*/' "src/$folder" | grep -vE "include[[:space:]]*\"($allowed)(/|\.h\")" &&
-    fail "src/$folder may include these folders alone: $*."
+    fail "src/$folder may only include these folders: $*."
   return 0
 }
 
 run_clang_tidy() {
-  # The compile commands are those of GCC, whose options clang does not all know.
+  # The compile commands are GCC's, and clang does not know all of its options.
   tidy_one() {
     local log
     log=$(clang-tidy --quiet -p "$1" --extra-arg=-Wno-unknown-warning-option "$2" 2>&1) ||
       { grep -v ' warnings\? generated' <<<"$log" || true; return 1; }
   }
   export -f tidy_one
-  # Files for another system cannot be checked on this one.
+  # Files for another system cannot be checked here.
   find src -name '*.cpp' ! -name '*_windows.cpp' -print0 |
     xargs -0 -P "$(nproc)" -I{} bash -c 'tidy_one "$@"' tidy "$build" {} ||
-    fail "clang-tidy has found something."
+    fail "clang-tidy has findings."
 }
 
 check_format
-python3 tools/check_help.py || fail "The help pages need mending."
+python3 tools/check_help.py || fail "The help pages need fixing."
 python3 tools/check_messages.py || fail "Every message needs a test that raises it."
-# The rooms from the ground up; what they share is in base.
+# The folders from the ground up.
 check_includes base base
 check_includes geometry base geometry
 check_includes files base files

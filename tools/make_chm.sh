@@ -4,15 +4,15 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 output=$(readlink -f "${1:?make_chm.sh OUTPUT-FOLDER}")
 compiler=$(readlink -e "$(command -v chmcmd)") || {
-  echo "make_chm.sh: please install fp-utils, which has chmcmd" >&2
+  echo "make_chm.sh: please install chmcmd (package fp-utils)" >&2
   exit 1
 }
 stage=$(mktemp -d)
 trap 'rm -rf "$stage"' EXIT
 cp -r help/. "$stage"
-# The compiler keeps the full path of each page that has a context id, so the pages have to lie at
-# the root of the file system while it runs: it gets a root of its own, with the libraries that it
-# is linked with and those beside them that it opens by itself.
+# The compiler stores the full path of each page that has a context id, so the pages must be at the
+# root of the file system while it runs: it runs in a chroot, with the libraries that it is linked
+# to and those next to them that it loads itself.
 mapfile -t files < <(ldd "$compiler" | grep -o '/[^ ]*')
 for file in "${files[@]}"; do
   for opened in libpthread.so.0 libdl.so.2; do

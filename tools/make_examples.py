@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the example drawings into examples/."""
+"""Generates the example drawings in examples/."""
 
 import math
 import pathlib
@@ -30,7 +30,7 @@ def dsub_block(drawing):
 
 
 def bnc_block(drawing):
-    """A hole with a flat below, so that the connector cannot turn."""
+    """A hole with a flat at the bottom, so that the connector cannot turn."""
     block = drawing.block("BNC")
     radius, flat = 190.0, -165.0
     angle = math.degrees(math.asin(flat / radius))
@@ -132,7 +132,7 @@ def front_plate():
 
 
 def sensor_board():
-    """A round sensor board in millimetres, as a release 12 program writes it."""
+    """A round sensor board in millimetres, as written by a release 12 program."""
     drawing = Drawing({"BOARD": "CONTINUOUS", "HOLES": "CONTINUOUS", "KEEPOUT": "DASHED",
                        "PLACE": "CONTINUOUS", "PADS": "CONTINUOUS"}, modern=False,
                       line_type_scale=2.0)
@@ -161,7 +161,7 @@ def sensor_board():
 
 
 def relay_symbol():
-    """The schematic symbol of a relay, in inch on the 0.1 inch grid."""
+    """The schematic symbol of a relay, in inches on the 0.1 inch grid."""
     drawing = Drawing({"SYMBOL": "CONTINUOUS", "LINK": "DASHED"}, line_type_scale=0.1)
     drawing.rectangle("SYMBOL", -0.2, -0.1, 0.2, 0.1, 0.0, 0.01)
     drawing.line("SYMBOL", -0.1, -0.1, 0.1, 0.1)

@@ -17,7 +17,7 @@ WORDS = 42
 
 
 def arc_tangent(x):
-    """The arc tangent of a fraction of at most 1/2, as a fixed-point number."""
+    """The arc tangent of a fraction up to 1/2, as a fixed-point number."""
     square = x * x
     power = x.numerator * ONE // x.denominator
     total, divisor = 0, 1
@@ -29,7 +29,7 @@ def arc_tangent(x):
 
 
 def any_arc_tangent(x):
-    """The same for any fraction from 0 to 1: its angle to 1/2, and that of 1/2."""
+    """The same for any fraction from 0 to 1: the angle between it and 1/2, plus that of 1/2."""
     half = Fraction(1, 2)
     if x <= half:
         return arc_tangent(x)
@@ -48,7 +48,7 @@ def sine_and_cosine(x):
 
 
 def as_double(value):
-    """The nearest double of a fixed-point number."""
+    """The double nearest to a fixed-point number."""
     return float(Fraction(value, ONE))
 
 

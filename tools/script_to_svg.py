@@ -14,7 +14,7 @@ BACKGROUND = "#101418"
 LONGER_SIDE = 1100.0  # of the drawing, in pixels
 MARGIN = 45.0
 HAIRLINE = 1.6  # wires of width 0 stay visible
-# EAGLE's palette for a black background, by the colour number of a layer.
+# EAGLE's palette for a black background, by a layer's colour number.
 PALETTE = {1: "#3232c8", 2: "#32c832", 3: "#32c8c8", 4: "#c83232", 5: "#c832c8", 6: "#c8c832",
            7: "#c8c8c8", 8: "#808890", 15: "#ffffff"}
 LAYER_COLOURS = {1: 4, 16: 1, 17: 2, 18: 2, 19: 6, 20: 15, 25: 7, 39: 4, 40: 1, 41: 4, 42: 1,
@@ -29,7 +29,7 @@ STATEMENT = re.compile(r"((?:[^';]|'(?:[^']|'')*')*);")
 
 
 def as_character(error):
-    """A byte that Windows-1252 does not define, as the control character of its number."""
+    """Maps a byte undefined in Windows-1252 to the control character with the same code."""
     return "".join(map(chr, error.object[error.start:error.end])), error.end
 
 
@@ -37,7 +37,7 @@ codecs.register_error("as_character", as_character)
 
 
 def read_script(path):
-    """The text of a script, which is UTF-8 or else Windows-1252, with "\n" as line end."""
+    """Reads a script as UTF-8, or else as Windows-1252, with "\n" as line ends."""
     with open(path, "rb") as file:
         script = file.read()
     try:
@@ -102,7 +102,7 @@ class Picture:
         self.elements.append(f'<polyline points="{path}" {self.stroke(self.width)}/>')
 
     def draw_arc(self, statement, points):
-        """Start, the point opposite to it, and a point in the direction of the end."""
+        """From its start, the opposite point, and a point in the direction of the end."""
         self.set_width(statement)
         (x1, y1), (x2, y2), (x3, y3) = points
         cx, cy = (x1 + x2) / 2, (y1 + y2) / 2

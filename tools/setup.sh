@@ -1,7 +1,7 @@
 # shellcheck shell=sh disable=SC2154
-# Functions that ./quillon and ./test share, for any POSIX shell. The caller has set `program`, its
-# own name, and `root`, the folder of the checkout. All that is said goes to standard error, since
-# a script may be on its way to standard output.
+# Functions shared by ./quillon and ./test, for any POSIX shell. The caller sets `program`, its own
+# name, and `root`, the checkout folder. All messages go to standard error, since a script may be
+# going to standard output.
 
 missing=
 
@@ -14,20 +14,20 @@ die() {
 
 has_command() { command -v "$1" >/dev/null 2>&1; }
 
-# need_command PACKAGE COMMAND: asks for the package unless the command is there.
+# need_command PACKAGE COMMAND: requests the package if the command is missing.
 need_command() {
   has_command "$2" || missing="$missing $1"
 }
 
-# need_header PACKAGE HEADER: asks for the package unless the header is there. Where packages
-# cannot be installed from here, CMake alone knows all places to look for a library.
+# need_header PACKAGE HEADER: requests the package if the header is missing. Where packages cannot
+# be installed, only CMake knows all the places to look for a library.
 need_header() {
   if has_command apt-get && ! [ -e "/usr/include/$2" ] && ! [ -e "/usr/local/include/$2" ]; then
     missing="$missing $1"
   fi
 }
 
-# need_file PACKAGE PATTERN: asks for the package unless a file has a path like that.
+# need_file PACKAGE PATTERN: requests the package if no file matches.
 need_file() {
   has_command apt-get || return 0
   for found in $2; do
@@ -36,7 +36,7 @@ need_file() {
   missing="$missing $1"
 }
 
-# need_qt: asks for Qt 6, its own texts in German, and a font to write with.
+# need_qt: requests Qt 6, its own texts in German, and a font.
 need_qt() {
   need_file qt6-base-dev "/usr/include/*/qt6/QtWidgets"
   need_file qt6-translations-l10n "/usr/share/qt6/translations/qtbase_de.qm"
@@ -44,9 +44,9 @@ need_qt() {
 }
 
 say_what_to_install() {
-  say "Quillon is built with a C++20 compiler (GCC 12 or newer), CMake 3.25, Ninja and CLI11 2.1 or"
-  say "newer; its window needs Qt 6.4, its tests also GoogleTest and clang. Please install what is"
-  say "missing, for example with"
+  say "Quillon needs a C++20 compiler (GCC 12 or newer), CMake 3.25, Ninja and CLI11 2.1 or newer;"
+  say "its window also Qt 6.4, its tests GoogleTest and clang. Please install what is missing, for"
+  say "example with"
   say "  dnf install gcc-c++ cmake ninja-build cli11-devel qt6-qtbase-devel qt6-qttranslations \\"
   say "    gtest-devel clang"
   say "(Fedora), or with"
@@ -54,11 +54,11 @@ say_what_to_install() {
   say "(Arch Linux)."
 }
 
-# install_missing: installs what was asked for with the distribution's own packages.
+# install_missing: installs the requested packages with the distribution's package manager.
 install_missing() {
   [ -n "$missing" ] || return 0
   if ! has_command apt-get; then
-    say "$program: missing here (by the names of Debian's packages):$missing"
+    say "$program: missing (names of Debian packages):$missing"
     say_what_to_install
     exit 1
   fi
@@ -69,24 +69,24 @@ install_missing() {
   fi
   say "Installing$missing (this can take a minute) ..."
   $as_root apt-get -qq update </dev/null >&2 ||
-    say "$program: the package lists could not be renewed; trying with those that are here"
+    say "$program: the package lists could not be updated; trying with the existing ones"
   # shellcheck disable=SC2086  # both are lists of words
   if ! log=$($as_root env DEBIAN_FRONTEND=noninteractive apt-get -y -qq \
     -o DPkg::Lock::Timeout=300 install --no-install-recommends $missing </dev/null 2>&1); then
     say "$log"
-    die "this did not work; as root please try: apt-get install$missing"
+    die "the installation failed; as root please try: apt-get install$missing"
   fi
   missing=
 }
 
-# is_configured FOLDER: true when the build folder was configured for this checkout, not for one
-# that has moved since.
+# is_configured FOLDER: true if the build folder was configured for this checkout and not for one
+# that has since moved.
 is_configured() {
   [ -e "$1/build.ninja" ] &&
     grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$1/CMakeCache.txt" 2>/dev/null
 }
 
-# configure PRESET [OPTION...]: configures build/PRESET and is silent when that succeeds.
+# configure PRESET [OPTION...]: configures build/PRESET silently, with output only on failure.
 configure() {
   preset=$1
   shift

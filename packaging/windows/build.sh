@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds Quillon for 64-bit Windows, runs its tests under Wine, and packs it.
+# Builds Quillon for 64-bit Windows, runs its tests under Wine, and packages it.
 set -euo pipefail
 
 program="build.sh"
@@ -11,13 +11,13 @@ usage() {
   cat <<'END'
 Usage: packaging/windows/build.sh [--qt FOLDER] [STEP...] [-- CTEST-ARGUMENT...]
 
-Builds with the distribution's mingw-w64. FOLDER holds a static Qt 6.4 for it, without which there
-is only quillon-convert.exe; the variable QUILLON_WINDOWS_QT names one as well. Without a step: all
-of these, in this order.
+Builds with the distribution's mingw-w64. FOLDER contains a static Qt 6.4 built with it; without Qt,
+only quillon-convert.exe is built. The folder can also be set with the variable QUILLON_WINDOWS_QT.
+Without a step, all steps are run in this order:
 
-  --build    the programs and their tests, in build/windows
-  --test     all tests, under Wine; those of the windows in a display of their own
-  --package  an installer and a portable archive, in build/windows/packages; needs Qt
+  --build    build the programs and their tests in build/windows
+  --test     run all tests under Wine; those of the windows on a virtual display
+  --package  create an installer and a portable archive in build/windows/packages; needs Qt
 END
 }
 
@@ -35,7 +35,7 @@ while [ $# -gt 0 ]; do
 done
 ctest_arguments=("$@")
 if [ -n "$qt" ]; then
-  [ -d "$qt/lib/cmake/Qt6" ] || die "$qt holds no Qt 6"
+  [ -d "$qt/lib/cmake/Qt6" ] || die "$qt does not contain Qt 6"
   qt=$(readlink -f "$qt")
 fi
 if [ ${#steps[@]} -eq 0 ]; then
@@ -84,17 +84,17 @@ build() {
   cmake --build --preset windows
 }
 
-# with_display COMMAND...: runs a command with a display of its own, which nobody sees. In a shell
-# of its own, which ends what it has begun however it ends itself.
+# with_display COMMAND...: runs a command with its own invisible display, in a subshell that stops
+# its helpers however it ends.
 with_display() (
   coproc SERVER { exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp 2>/dev/null; }
   helpers=$SERVER_PID
   # shellcheck disable=SC2086,SC2154  # a list of numbers
   trap 'kill $helpers 2>/dev/null || true' EXIT
   trap 'exit 130' INT TERM
-  read -r -t 60 number <&"${SERVER[0]-}" || die "Xvfb does not start"
+  read -r -t 60 number <&"${SERVER[0]-}" || die "Xvfb did not start"
   export DISPLAY=:$number
-  # Wine waits for seconds at each window that it closes where nobody manages windows.
+  # Without a window manager, Wine waits for seconds whenever it closes a window.
   openbox >/dev/null 2>&1 &
   helpers="$helpers $!"
   "$@"

@@ -1,5 +1,5 @@
-; The installer, for the user who runs it alone: nothing here needs an administrator.
-; package.sh gives VERSION, STAGE, LIST, ICON and OUTPUT.
+; The installer, for the current user only: nothing here needs administrator rights.
+; package.sh defines VERSION, STAGE, LIST, ICON and OUTPUT.
 Unicode true
 Target amd64-unicode
 !include MUI2.nsh
@@ -43,7 +43,7 @@ LangString INCOMPLETE ${LANG_GERMAN} "Nicht alle Dateien konnten geschrieben wer
 nicht vollständig installiert. Schließen Sie alle Programme, die Dateien in $INSTDIR benutzen, auch \
 Hilfefenster, prüfen Sie, ob die Platte voll ist, und installieren Sie Quillon noch einmal."
 
-; Says what is wrong where a silent run can say anything: on the console that it was started from.
+; Prints an error of a silent run to the console from which it was started.
 !macro TellSilent TEXT
   ${If} ${Silent}
     System::Call 'kernel32::AttachConsole(i -1)'
@@ -52,8 +52,8 @@ Hilfefenster, prüfen Sie, ob die Platte voll ist, und installieren Sie Quillon 
   ${EndIf}
 !macroend
 
-; A program that runs can be neither replaced nor removed. Opening it for writing finds that out and
-; changes nothing. $1 becomes its name.
+; A running program can be neither replaced nor removed. Opening it for writing detects that without
+; changing anything. $1 becomes its name.
 !macro LookAtProgram FILE
   ${If} ${FileExists} "$INSTDIR\${FILE}"
     ClearErrors
@@ -66,7 +66,7 @@ Hilfefenster, prüfen Sie, ob die Platte voll ist, und installieren Sie Quillon 
   ${EndIf}
 !macroend
 
-; Ends with exit code 2, before anything is changed, as long as a program is in use.
+; While a program is in use, exits with code 2 before changing anything.
 !macro RefuseWhileInUse
   ${Do}
     StrCpy $1 ""
@@ -83,7 +83,7 @@ Hilfefenster, prüfen Sie, ob die Platte voll ist, und installieren Sie Quillon 
   ${Loop}
 !macroend
 
-; What the installer spoke is what the program speaks, until its user chooses.
+; The program uses the installer's language until its user chooses another.
 !macro SetFirstLanguage
   ReadRegStr $0 HKCU "${UNINSTALL_KEY}" "DisplayVersion"
   ${If} $0 == ""
@@ -132,8 +132,8 @@ Section
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoRepair" 1
 SectionEnd
 
-; Removes what was installed and what the program itself writes there; files that somebody else put
-; there stay, and then so does the folder.
+; Removes what was installed and what the program itself writes there. Other files stay, and then the
+; folder stays as well.
 Section "Uninstall"
   SetShellVarContext current
   !insertmacro RefuseWhileInUse

@@ -1,5 +1,5 @@
-# Builds for 64-bit Windows with the distribution's mingw-w64 (posix threads). The variable
-# QUILLON_WINDOWS_QT names a static Qt for it, which the windows need.
+# Builds for 64-bit Windows with the distribution's mingw-w64 (posix threads). QUILLON_WINDOWS_QT is
+# a static Qt built with it, which the windows need.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
@@ -10,7 +10,7 @@ set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
 if(QUILLON_WINDOWS_QT)
   list(APPEND CMAKE_FIND_ROOT_PATH ${QUILLON_WINDOWS_QT})
   list(APPEND CMAKE_PREFIX_PATH ${QUILLON_WINDOWS_QT})
-  # Qt's own tools run on this machine.
+  # Qt's build tools run on this machine.
   set(QT_HOST_PATH /usr CACHE PATH "")
   file(GLOB quillonHostQt /usr/lib/*/cmake/Qt6 /usr/lib64/cmake/Qt6)
   if(quillonHostQt)
@@ -25,7 +25,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# One file for each program, which needs nothing that Windows does not have.
+# Each program is a single file that needs nothing but Windows.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
-# Tests and other programs that run while building run under Wine.
+# Tests and other programs run during the build use Wine.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/wine.sh)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# package.sh BUILD-FOLDER: packs the programs of a build for Windows into an installer and a portable
+# package.sh BUILD-FOLDER: packages the programs of a Windows build as an installer and a portable
 # archive, in BUILD-FOLDER/packages, and tries both out under Wine.
 set -euo pipefail
 
@@ -10,10 +10,10 @@ version=$(sed -n 's/^project(Quillon VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLis
 packages=$build/packages
 stage=$packages/stage
 
-# text_file SOURCE TARGET: a text with the line ends of Windows.
+# text_file SOURCE TARGET: converts a text to Windows line ends.
 text_file() { sed 's/\r*$/\r/' "$1" >"$2"; }
 
-# Licences of what is linked into the programs, as the packages have them that it came from.
+# Licences of what is linked into the programs, taken from its Debian packages.
 licences() {
   local target=$stage/licenses
   mkdir -p "$target"
@@ -42,7 +42,7 @@ fill_stage() {
   licences
 }
 
-# What the uninstaller removes: these files and folders and no others.
+# What the uninstaller removes: exactly these files and folders.
 list_for_uninstaller() {
   (cd "$stage" && find . -type f -printf 'Delete "$INSTDIR\\%P"\n' &&
     find . -mindepth 1 -depth -type d -printf 'RMDir "$INSTDIR\\%P"\n') | tr / '\\'

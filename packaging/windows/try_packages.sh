@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# try_packages.sh FOLDER VERSION: installs, runs, converts and uninstalls under Wine, and does the
+# try_packages.sh FOLDER VERSION: installs, runs, converts and uninstalls under Wine, then does the
 # same with the portable archive. Needs a display.
 set -euo pipefail
 
@@ -22,7 +22,7 @@ fail() {
 expect_file() { [ -s "$1" ] || fail "$1 is missing"; }
 expect_nothing() { ! [ -e "$1" ] || fail "$1 is still there: $(ls -A "$1" 2>/dev/null | tr '\n' ' ')"; }
 
-# try_programs FOLDER: both programs convert, and the settings stay in the folder.
+# try_programs FOLDER: both programs convert, and the settings stay in that folder.
 try_programs() {
   local work=$prefix/work
   rm -rf "$work" && mkdir "$work"
@@ -33,28 +33,28 @@ try_programs() {
   cmp "$work/one.scr" "$work/two.scr"
   (cd "$work" && wine "$1/quillon.exe" /x:frontplate.dxf /s:three.scr /w:o /rx)
   expect_file "$work/frontplate.scr"
-  expect_file "$1/quillon.cfh"  # which the program makes in its own folder
+  expect_file "$1/quillon.cfh"  # created by the program in its own folder
 }
 
-# settings_language FOLDER: the language in the settings there.
+# settings_language FOLDER: the language in the settings in that folder.
 settings_language() { sed -n 's/^language=\([0-9]*\).*/\1/p' "$1/larkspur.ini"; }
 
-# expect_refusal WHAT COMMAND...: while a program runs in the folder of the installation, a silent
-# command ends with its own exit code and a word, and changes nothing.
+# expect_refusal WHAT COMMAND...: while a program in the installation folder is running, a silent
+# command must fail with exit code 2 and a message, and change nothing.
 expect_refusal() {
   local what=$1 result=0 runs
   shift
   mkfifo "$prefix/input"
   wine "$installed/quillon-convert.exe" - <"$prefix/input" >/dev/null 2>&1 &
   runs=$!
-  exec 8>"$prefix/input" # it waits for its drawing until this is closed
+  exec 8>"$prefix/input" # the program waits for its drawing until this is closed
   sleep 3
   echo old >"$installed/LICENSE.txt"
   "$@" >"$prefix/said" 2>&1 8>&- || result=$?
   exec 8>&-
   wait "$runs" || true # an empty drawing is refused
   rm "$prefix/input"
-  [ "$result" -eq 2 ] || fail "$what over a running program ends with $result"
+  [ "$result" -eq 2 ] || fail "$what over a running program exits with $result"
   grep -q "quillon-convert.exe" "$prefix/said" || fail "$what over a running program says nothing"
   [ "$(cat "$installed/LICENSE.txt")" = old ] || fail "$what over a running program changes files"
   expect_file "$installed/uninstall.exe"
@@ -73,8 +73,8 @@ for file in quillon.exe quillon-convert.exe Larkspur.chm help/en/main-window.htm
 done
 expect_file "$shortcut"
 key='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quillon'
-wine reg query "$key" /v DisplayVersion | grep -q "$version" || fail "no entry among the programs"
-[ "$(settings_language "$installed")" = 10000 ] || fail "the program does not speak English"
+wine reg query "$key" /v DisplayVersion | grep -q "$version" || fail "no entry in the list of programs"
+[ "$(settings_language "$installed")" = 10000 ] || fail "the program is not in English"
 try_programs "$installed"
 
 expect_refusal "installing" wine "$setup" /S
@@ -83,14 +83,14 @@ wine "$setup" /S
 [ "$(settings_language "$installed")" = 0 ] || fail "installing again changes the language"
 ! grep -qx old "$installed/LICENSE.txt" || fail "installing again replaces nothing"
 
-# Run from elsewhere, the uninstaller works in the foreground.
+# Run from another folder, the uninstaller stays in the foreground.
 cp "$installed/uninstall.exe" "$prefix"
 uninstall() { wine "$prefix/uninstall.exe" /S "_?=$(wine winepath -w "$installed" | tr -d '\r')"; }
 expect_refusal "uninstalling" uninstall
 uninstall
 expect_nothing "$installed"
 expect_nothing "$shortcut"
-! wine reg query "$key" >/dev/null 2>&1 || fail "the entry among the programs is still there"
+! wine reg query "$key" >/dev/null 2>&1 || fail "the entry in the list of programs is still there"
 
 (cd "$prefix" && unzip -q "$packages/Quillon-$version-portable.zip")
 portable=$prefix/Quillon-$version

@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# wine.sh PROGRAM [ARGUMENT...]: runs a Windows program under Wine, in a Wine folder of its own.
+# wine.sh PROGRAM [ARGUMENT...]: runs a Windows program under Wine, with its own Wine prefix.
 set -euo pipefail
 
-# Names of files are UTF-8, numbers and messages those of no country.
+# File names are UTF-8; numbers and messages do not depend on a country.
 export LC_ALL=C.UTF-8
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEPREFIX=${WINEPREFIX:-$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/../../build/wine}
-# Wine would offer to download what the first two need, and nothing here needs them; its debugger
-# would keep a program that crashes from ending.
+# Wine would offer to download Mono and Gecko, which are not needed here; its debugger would keep a
+# crashed program from ending.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winedbg.exe=d${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
 
 find_wine() {
@@ -19,14 +19,14 @@ find_wine() {
   exit 127
 }
 
-# prepared COMMAND...: runs a command that prepares the folder; one that fails says so.
+# prepared COMMAND...: runs a command that prepares the prefix; reports a failure.
 prepared() {
   "$@" >/dev/null 2>&1 9>&- && return
-  echo "wine.sh: $WINEPREFIX could not be prepared: $*" >&2
+  echo "wine.sh: cannot prepare $WINEPREFIX, this failed: $*" >&2
   exit 1
 }
 
-# A new Wine folder, with fonts for the windows' texts; made by one process at a time.
+# Creates a Wine prefix with fonts for the windows' texts; only one process at a time.
 prepare_folder() {
   local font fonts='HKCU\Software\Wine\Fonts\Replacements'
   mkdir -p "$WINEPREFIX"
@@ -47,9 +47,9 @@ prepare_folder() {
 }
 
 wine=$(find_wine)
-# Another state of this script prepares the folder again.
+# A changed version of this script prepares the prefix again.
 ready=$WINEPREFIX/ready-$(cksum <"${BASH_SOURCE[0]}" | cut -d ' ' -f 1)
 [ -e "$ready" ] || prepare_folder
-# Wine's services live on for a while; they must not hold the streams of whoever waits for their end.
+# Wine's services keep running for a while; they must not hold the streams of a caller that waits.
 "$wine" cmd /c exit </dev/null >/dev/null 2>&1
 exec "$wine" "$@"

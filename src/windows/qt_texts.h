@@ -13,8 +13,8 @@ class QtTexts : public QTranslator {
   explicit QtTexts(const AppContext& context);
 
   bool isEmpty() const override { return false; }
-  /// Returns a null string, so that Qt shows its own text, in English and for texts that Qt's German
-  /// translation lacks.
+  /// Returns a null string, so that Qt shows its own text, in English and for texts that Qt's
+  /// German translation lacks.
   QString translate(const char* context, const char* text, const char* disambiguation,
                     int number) const override;
 

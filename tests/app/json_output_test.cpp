@@ -12,7 +12,7 @@ TEST(JsonString, QuotesAndEscapes) {
   EXPECT_EQ(jsonString("\u0080\u009bx\u00a0\u0100"), "\"\\u0080\\u009bx\u00a0\u0100\"");
 }
 
-TEST(JsonString, KeepsUtf8AndRepairsWhatIsNone) {
+TEST(JsonString, KeepsUtf8AndRepairsOtherBytes) {
   EXPECT_EQ(jsonString("Käse→𝄞"), "\"Käse→𝄞\"");
   EXPECT_EQ(jsonString("a\xE4"
                        "b\x80"),

@@ -83,7 +83,7 @@ class BlockedTest : public PipeTest {
   }
 };
 
-TEST_F(BlockedTest, PipesThatNobodyWritesToWithAllJobs) {
+TEST_F(BlockedTest, PipesWithoutAWriterWithAllJobs) {
   for (const char* const name : {"p.dxf", "q.dxf", "r.dxf"}) pipe(name);
   for (const char* const jobs : {"1", "2", "4"}) {
     const ProgramResult result =
@@ -113,7 +113,7 @@ TEST_F(BlockedTest, PipesWhoseWritersStopInTheMiddle) {
   for (const int writer : writers) close(writer);
 }
 
-TEST_F(BlockedTest, ScriptsThatNobodyReads) {
+TEST_F(BlockedTest, ScriptsWithoutAReader) {
   std::filesystem::create_directory(folder.path() / "out");
   for (const char* const name : {"b", "c", "d"}) {
     write(std::string(name) + ".dxf", oneLine());
@@ -129,7 +129,7 @@ TEST_F(BlockedTest, ScriptsThatNobodyReads) {
   EXPECT_EQ(result.error.find("b.scr"), std::string::npos) << result.error;
 }
 
-TEST_F(BlockedTest, StreamsThatNobodyReads) {
+TEST_F(BlockedTest, StreamsWithoutAReader) {
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
   std::filesystem::create_directory(folder.path() / "in");

@@ -74,7 +74,7 @@ TEST_F(ProgramFailureTest, AFolderThatCannotBeListedIsNotTakenForAnEmptyOne) {
   fs::permissions(folder.path() / "in", fs::perms(0755));
 }
 
-TEST_F(ProgramFailureTest, AScriptThatStandardOutputDoesNotTakeIsAnError) {
+TEST_F(ProgramFailureTest, AScriptRefusedByStandardOutputIsAnError) {
   const ProgramResult result = runWithFullOutput({"part.dxf", "-o", "-"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.error,
@@ -82,7 +82,7 @@ TEST_F(ProgramFailureTest, AScriptThatStandardOutputDoesNotTakeIsAnError) {
                       "permissions and the free space."));
 }
 
-TEST_F(ProgramFailureTest, JsonThatStandardOutputDoesNotTakeIsAnError) {
+TEST_F(ProgramFailureTest, JsonRefusedByStandardOutputIsAnError) {
   const ProgramResult result = runWithFullOutput({"part.dxf", "--json", "--quiet"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.error,
@@ -91,7 +91,7 @@ TEST_F(ProgramFailureTest, JsonThatStandardOutputDoesNotTakeIsAnError) {
   EXPECT_TRUE(folder.has("part.scr"));
 }
 
-TEST_F(ProgramFailureTest, ReasonsAreToldInGermanToo) {
+TEST_F(ProgramFailureTest, ReasonsAreGivenInGermanToo) {
   EXPECT_EQ(run({"none.dxf", "--language", "de"}).error,
             "quillon-convert: Fehler: none.dxf kann nicht gelesen werden: Datei oder Verzeichnis "
             "nicht gefunden. Bitte Pfad und Zugriffsrechte prüfen.\n");

@@ -233,7 +233,7 @@ TEST_F(FaultTest, AHardLinkToTheDrawingIsTheDrawing) {
   EXPECT_EQ(folder.read("part.dxf"), oneLine().text());
 }
 
-TEST_F(FaultTest, InputsThatAreNoDrawingsAreRefused) {
+TEST_F(FaultTest, InputsThatAreNotDrawingsAreRefused) {
   folder.write("empty.dxf", "");
   expectRefusal("empty.dxf", "empty.dxf is empty. Please export the drawing again.");
   expectRefusal("/dev/null", "/dev/null is empty. Please export the drawing again.");

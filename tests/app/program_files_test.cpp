@@ -216,7 +216,7 @@ TEST_F(ProgramTest, ConvertsTheRestWhenOneFolderHoldsNoDrawing) {
                    summaryLines("a.dxf", 1, "a.scr", 11) + "1 of 1 drawings converted\n");
 }
 
-TEST_F(ProgramTest, RefusesWhatIsNoDrawingEachWithItsOwnMessage) {
+TEST_F(ProgramTest, RefusesNonDrawingsEachWithItsOwnMessage) {
   using namespace std::string_literals;
   folder.write("1.dxf", "");
   folder.write("2.dxf", "AutoCAD Binary DXF\r\n\x1a\0"s);
@@ -246,7 +246,7 @@ TEST_F(ProgramTest, RefusesEmptyStandardInput) {
   expectResult(run({"-"}), 1, "", errorLine("- is empty. Please export the drawing again."));
 }
 
-TEST_F(ProgramTest, RefusesStandardInputThatIsNoDrawingWithoutAnyOutput) {
+TEST_F(ProgramTest, RefusesStandardInputThatIsNotADrawingWithoutAnyOutput) {
   std::string text = "Dear reader,\n";
   for (int i = 0; i < 100'000; ++i) text += "this is no drawing.\n";
   expectResult(run({"-"}, text), 1, "",
@@ -387,7 +387,7 @@ TEST_F(ProgramTest, WarnsAboutCoordinatesOutOfRangeAndConvertsThem) {
                    summary("part.dxf", 1, "part.scr", 12));
 }
 
-TEST_F(ProgramTest, ShowsNoProgressBarAndNoSummaryWhenItShallBeQuiet) {
+TEST_F(ProgramTest, ShowsNoProgressBarAndNoSummaryWhenQuiet) {
   write("part.dxf", oneLine());
   expectResult(run({"part.dxf", "--quiet"}), 0, "", "");
   expectResult(run({"part.dxf", "--quiet"}), 1, "",

@@ -90,7 +90,7 @@ TEST_F(InterruptTest, CancelsAllConversionsThatRunAtTheTime) {
   EXPECT_TRUE(result.error.ends_with("0 of 3 drawings converted\n")) << result.error;
 }
 
-TEST_F(InterruptTest, IsToldInGerman) {
+TEST_F(InterruptTest, IsReportedInGerman) {
   write("part.dxf", endless());
   RunningProgram program = start({"part.dxf", "--language", "de"});
   ASSERT_TRUE(testing::waitUntil([this] { return isWriting(); }));

@@ -71,7 +71,7 @@ TEST_F(JsonTest, TellsAllAboutAConversion) {
   EXPECT_EQ(messageText(value), "part.dxf: Not recognised and left out: HATCH 2, IMAGE 1");
 }
 
-TEST_F(JsonTest, CountsTheLinesThatWereReadWhereTheReportHasARuleOfItsOwn) {
+TEST_F(JsonTest, CountsTheLinesReadUnlikeTheReport) {
   folder.write("part.dxf", "0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\n0\n0\nENDSEC\n0\nEOF\n");
   EXPECT_EQ(object({"part.dxf", "--report", "r.txt"}).at("linesRead").number(), 12);
   EXPECT_NE(folder.read("r.txt").find("\n0 Lines read in DXF\r\n"), std::string::npos);
@@ -121,7 +121,7 @@ TEST_F(JsonTest, APathThatIsNotUtf8CanBeFoundAgain) {
   EXPECT_TRUE(folder.has("T\xFCr.scr"));
 }
 
-TEST_F(JsonTest, StandsInOneLineAndBesideItTheSummaryStays) {
+TEST_F(JsonTest, IsOneLineAndTheSummaryStays) {
   write("part.dxf", oneLine());
   const testing::ProgramResult result = run({"part.dxf", "--json"});
   EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 1);
@@ -169,7 +169,7 @@ TEST_F(JsonTest, TellsOfAnExistingScriptAndAnExistingReport) {
   EXPECT_EQ(value.at("outcome").text(), "failed");
 }
 
-TEST_F(JsonTest, NamesAScriptThatStandsThoughItsReportCouldNotBeWritten) {
+TEST_F(JsonTest, ListsAScriptWhoseReportCouldNotBeWritten) {
   write("part.dxf", oneLine());
   const JsonValue value = object({"part.dxf", "--report", "none/r.txt"}, 1);
   EXPECT_TRUE(folder.has("part.scr"));
@@ -230,7 +230,7 @@ TEST_F(JsonTest, IsValidUtf8WhateverAMessageQuotes) {
             "export the drawing again.");
 }
 
-TEST(JsonCheck, RefusesWhatIsNoJson) {
+TEST(JsonCheck, RefusesInvalidJson) {
   for (const char* const text :
        {"", "{", "{\"a\":1,}", "[1 2]", "01", "1.", "\"\x01\"", "\"\xFF\"", "\"\xC0\x80\"", "nul",
         "{\"a\":1,\"a\":2}", "1 2", "\"\\x\"", "\"\xED\xA0\x80\""}) {

@@ -23,7 +23,7 @@ TEST_F(LossesTest, NamesTheKindsThatItDoesNotRecognise) {
       "part.dxf: 1 entities converted from 38 lines\n"));
 }
 
-TEST_F(LossesTest, TellsWhatIsLostEvenWhenItShallBeQuiet) {
+TEST_F(LossesTest, ReportsLossesEvenWhenQuiet) {
   DxfBuilder dxf = oneLine();
   dxf.entity("HATCH", {{8, "0"}}).entity("RAY", {{8, "0"}}).entity("LINE", {{8, "0\nbroken\n1"}});
   write("part.dxf", dxf);

@@ -31,7 +31,7 @@ class InputLimit : public ProgramTest {
   }
 };
 
-TEST_F(InputLimit, EndsAStandardInputWithoutAnEnd) {
+TEST_F(InputLimit, EndsAnEndlessStandardInput) {
   folder.write("part.scr", "old");
   call.arguments = {"-", "-o", "part.scr", "--force", "--max-input", "1M"};
   RunningProgram program(call);

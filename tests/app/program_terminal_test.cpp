@@ -86,7 +86,7 @@ TEST_F(TerminalTest, EscapesControlCharactersOfTheNameBesideTheBar) {
   EXPECT_EQ(text.find("\x1b[2J"), std::string::npos);
 }
 
-TEST_F(TerminalTest, ShowsNoProgressBarWhenTheProgramShallBeQuiet) {
+TEST_F(TerminalTest, ShowsNoProgressBarWhenQuiet) {
   write("part.dxf", oneLine());
   EXPECT_EQ(shown({"part.dxf", "--quiet"}), "");
 }

@@ -71,7 +71,7 @@ TEST_F(UsageTest, AnInnerNumberOfAChoiceThatHasWordsOnly) {
   }
 }
 
-TEST_F(UsageTest, ANumberThatIsNone) {
+TEST_F(UsageTest, ATextInPlaceOfANumber) {
   for (const char* const option : {"--scale", "--offset-x", "--offset-y", "--poly-width"}) {
     for (const char* const number : {"x", "1,5", "1mm", "", "inf", "nan", "0x10", "1e999", "1 "}) {
       EXPECT_EQ(usageError({"part.dxf", option, number}),
@@ -86,7 +86,7 @@ TEST_F(UsageTest, AScaleOfZero) {
   }
 }
 
-TEST_F(UsageTest, ANumberOfJobsThatIsNone) {
+TEST_F(UsageTest, ANumberOfJobsThatIsNotANumber) {
   for (const char* const jobs : {"0", "-1", "x", "1.5", "257"}) {
     EXPECT_TRUE(usageError({"part.dxf", "--jobs", jobs}).starts_with("--jobs: ")) << jobs;
   }

@@ -159,7 +159,7 @@ TEST_F(WindowsPathTest, OfAScriptThatAnotherProgramHoldsIsAnErrorAndTheScriptSta
   EXPECT_EQ(files(), (Strings{"part.dxf", "part.scr"}));
 }
 
-TEST_F(WindowsPathTest, OfAFolderIsNoScript) {
+TEST_F(WindowsPathTest, OfAFolderIsNotAScript) {
   write("part.dxf", oneLine());
   fs::create_directory(folder.path() / "part.scr");
   const testing::ProgramResult result = run({"part.dxf", "--force"});
@@ -184,7 +184,7 @@ TEST_F(WindowsPathTest, IsTheUsersOwnFolderForAProgramAmongTheSystems) {
   EXPECT_TRUE(usesFrame());
 }
 
-TEST_F(WindowsPathTest, WithWildcardsStandsForTheFilesThatHaveItsForm) {
+TEST_F(WindowsPathTest, WithWildcardsMeansAllMatchingFiles) {
   for (const char* const name : {"b.dxf", "A.DXF", "Gehäuse.dxf", "ab.dxf", "note.txt"}) {
     write(name, oneLine());
   }

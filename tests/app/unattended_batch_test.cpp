@@ -115,7 +115,7 @@ TEST_F(BatchTest, AFolderNeedsNoSeparatorAtItsEnd) {
   EXPECT_EQ(sortedFiles(), (std::vector<BatchFile>{{root + "/v1.2/c.dxf", root + "/v1.2/c.scr"}}));
 }
 
-TEST_F(BatchTest, ADrawingWithoutAnExtensionStandsForItsFolder) {
+TEST_F(BatchTest, ADrawingWithoutAnExtensionMeansItsFolder) {
   folder.write("in/a.dxf", "");
   folder.write("in/drawing", "");
   settings.dxfFile = root + "/in/drawing";

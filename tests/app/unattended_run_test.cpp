@@ -263,7 +263,7 @@ TEST_F(UnattendedTest, AScriptInAMissingFolderIsAnErrorAndGoesNowhereElse) {
   }
 }
 
-TEST_F(UnattendedTest, APathWithSlashesIsToldHowToBeWritten) {
+TEST_F(UnattendedTest, APathWithSlashesGivesAWarningWithTheRightSpelling) {
   const ProgramResult result = run({"/x:/home/me/In.dxf", "/s:out.scr", "/ru"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_TRUE(result.error.starts_with(
@@ -404,7 +404,7 @@ TEST_F(UnattendedTest, SettingsAreNotWrittenByARun) {
   EXPECT_EQ(folder.read("program/larkspur.ini"), before);
 }
 
-TEST_F(UnattendedTest, AnExistingFileAsTheOnlyArgumentIsNoOption) {
+TEST_F(UnattendedTest, AnExistingFileAsTheOnlyArgumentIsNotAnOption) {
   const std::string path = folder.write("ru", oneLine().text());
   const ProgramResult result = run({path});
   EXPECT_EQ(result.exitCode, 2);
@@ -421,7 +421,7 @@ class WindowRunTest : public UnattendedTest {
   }
 };
 
-TEST_F(WindowRunTest, ConvertsOneDrawingBehindTheSplash) {
+TEST_F(WindowRunTest, ConvertsOneDrawingDuringTheSplash) {
   write("part.dxf", oneLine());
   const ProgramResult result = run({"/x:part.dxf", "/s:out.scr", "/b:board", "/ru"});
   EXPECT_EQ(result.exitCode, 0);

@@ -127,7 +127,7 @@ TEST(WriteArc, BecomesAWireWhenItsDiameterPointIsOutOfRange) {
   EXPECT_EQ(arc.count, 1U);
 }
 
-TEST(WriteArc, NotesTheRangeOfAWireThatStandsForAnArc) {
+TEST(WriteArc, NotesTheRangeOfAWireInPlaceOfAnArc) {
   const Arc arc(838.0, 0.0, 2.0, 180.0, 300.0, {.arcRangeCheck = true});
   EXPECT_EQ(layoutOf(arc.script), "Wire 0.00 P P;\n" + std::string(kRangeNote));
   EXPECT_EQ(arc.count, 2U);
@@ -140,7 +140,7 @@ TEST(WriteArc, StaysAnArcWhenOnlyItsEndsAreOutOfRange) {
   expectPoints(arc.script, {{840, 0}, {836, 0}, {838, 2}});
 }
 
-TEST(WriteArc, LooksAtTheRangeBehindTheOffset) {
+TEST(WriteArc, LooksAtTheRangeAfterTheOffset) {
   ScriptCapture capture({.offsetX = 838.0}, {.arcRangeCheck = true});
   writeArc(capture.context, 0.0, 0.0, 2.0, 180.0, 90.0, 7);
   EXPECT_EQ(layoutOf(capture.take()), "Wire 0.00 P P;\n");

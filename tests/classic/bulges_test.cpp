@@ -205,7 +205,7 @@ TEST(BulgeSegment, BecomesAWireWhenItsDiameterPointIsOutOfRange) {
   EXPECT_EQ(segment.count, 2U);
 }
 
-TEST(BulgeSegment, NotesTheRangeOfAWireThatStandsForAnArc) {
+TEST(BulgeSegment, NotesTheRangeOfAWireInPlaceOfAnArc) {
   BulgeSegment shape = kLeavesTheRange;
   shape.x1 = 840;
   shape.x2 = 844;

@@ -141,7 +141,7 @@ TEST(DashWalk, GivesAllDashesOfALongListOverAndOver) {
   }
 }
 
-TEST(DashWalk, StandsStillAfterOnePassOfALongListWithoutAdvance) {
+TEST(DashWalk, StopsAfterOnePassOfALongListWithoutProgress) {
   std::string list;
   for (int i = 0; i < 150; ++i) list += "0;";
   const DashPattern pattern(list);

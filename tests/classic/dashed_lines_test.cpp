@@ -170,7 +170,7 @@ TEST(DashedLine, IsOneWireWhenItHasNoLength) {
   EXPECT_EQ(line.count, 2U);
 }
 
-TEST(DashedLine, NotesTheRangeBehindEveryDashThatLeavesIt) {
+TEST(DashedLine, NotesTheRangeAfterEveryDashThatExceedsIt) {
   const DashedLine line({830.0, 0.0}, {845.0, 0.0}, {4.0, -1.0});
   EXPECT_EQ(layoutOf(line.script),
             kLayerLine + kWire + kWire + std::string(kRangeNote) + kWire + std::string(kRangeNote));

@@ -237,7 +237,7 @@ TEST(WriteEllipse, WritesNothingOnALayerThatIsNotConverted) {
   EXPECT_EQ(ellipse.count, 0U);
 }
 
-TEST(WriteEllipse, NotesTheRangeBehindEveryPieceThatLeavesIt) {
+TEST(WriteEllipse, NotesTheRangeAfterEveryPieceThatExceedsIt) {
   const Ellipse ellipse({.cx = 834, .majorX = 5, .majorY = 0}, 1);
   const std::string note(kRangeNote);
   EXPECT_EQ(layoutOf(ellipse.script), kPiece + note + kPiece + kPiece + kPiece + note);

@@ -84,7 +84,7 @@ TEST(LightPolyline, DoesNotUseBulgesOnThePolygonRoad) {
             "Layer  7 ;\nPolygon 0.0000000 '1' P P\\\nP\\\nPP;\n");
 }
 
-TEST(LightPolyline, WritesTheSegmentBehindAVertexWithABulgeAsAnArc) {
+TEST(LightPolyline, WritesTheSegmentAfterAVertexWithABulgeAsAnArc) {
   const GroupList vertices = {{10, "1"}, {20, "0"}, {42, "1"},  {10, "5"}, {20, "0"},
                               {10, "9"}, {20, "0"}, {42, "-1"}, {10, "9"}, {20, "2"}};
   const std::string script = translate(light({}, vertices));

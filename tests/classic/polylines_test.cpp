@@ -124,7 +124,7 @@ TEST(Polyline, DoesNotUseBulgesOnThePolygonRoad) {
   EXPECT_EQ(layoutOf(translate(dxf)), kThePolygon);
 }
 
-TEST(Polyline, WritesTheSegmentBehindAVertexWithABulgeAsAnArc) {
+TEST(Polyline, WritesTheSegmentAfterAVertexWithABulgeAsAnArc) {
   PolylineDrawing dxf;
   dxf.polyline({});
   dxf.vertex("1", "0", {{42, "1"}}).vertex("5", "0", {{42, "0"}}).vertex("9", "0", {{42, "-1"}});

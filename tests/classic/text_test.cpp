@@ -70,7 +70,7 @@ TEST(WriteText, AddsTheOffsets) {
             "Layer  21 ;\nChange Size 6.0000000;\nText R0 'ABC ' (R11.0000000 22.0000000);\n");
 }
 
-TEST(WriteText, IsUprightOnlyAbove45AndUpTo315Degrees) {
+TEST(WriteText, IsVerticalOnlyAbove45AndUpTo315Degrees) {
   EXPECT_EQ(orientation(0.0), "R0");
   EXPECT_EQ(orientation(45.0), "R0");
   EXPECT_EQ(orientation(45.0001), "R90");
@@ -123,7 +123,7 @@ TEST(WriteText, RefusesNumbersThatAreNotFinite) {
 
 TEST(WriteText, DoublesApostrophes) { EXPECT_EQ(quoted("it's ''it"), "it''s ''''it"); }
 
-TEST(Braces, LeaveOnlyWhatStandsInTheFirstPair) {
+TEST(Braces, LeaveOnlyTheContentOfTheFirstPair) {
   EXPECT_EQ(quoted("A{B}C"), "B");
   EXPECT_EQ(quoted("{AB}"), "AB");
   EXPECT_EQ(quoted("{A}{B}"), "A");
@@ -131,7 +131,7 @@ TEST(Braces, LeaveOnlyWhatStandsInTheFirstPair) {
   EXPECT_EQ(quoted("{A{B}C}"), "A{B");
 }
 
-TEST(Braces, LeaveEverythingBehindOneThatIsNotClosed) {
+TEST(Braces, LeaveEverythingAfterAnUnclosedOne) {
   EXPECT_EQ(quoted("A{BC"), "BC");
   EXPECT_EQ(quoted("A{B{C"), "B{C");
   EXPECT_EQ(quoted("ABC{"), "");

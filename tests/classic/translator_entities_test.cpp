@@ -214,14 +214,14 @@ bool standsAt(const Translation& translation, std::string_view lines) {
   return position != nullptr && std::string_view(position, lines.size()) == lines;
 }
 
-TEST(TranslateEntity, KnowsWhereTheEntityStandsThatItTranslatedLast) {
+TEST(TranslateEntity, KnowsThePositionOfTheEntityTranslatedLast) {
   Translation translation(drawingOf("LINE", kLine));
   EXPECT_EQ(translation.translator.currentPosition(), nullptr);
   translation.run();
   EXPECT_TRUE(standsAt(translation, "  8\n0\n 10\n1\n"));
 }
 
-TEST(TranslateEntity, StandsAtTheInsertionAgainBehindItsBlock) {
+TEST(TranslateEntity, IsAtTheInsertionAgainAfterItsBlock) {
   DxfBuilder dxf;
   dxf.beginBlock("B").entity("POINT", {{8, "0"}, {10, "5"}}).endBlock();
   dxf.entity("INSERT", {{2, "B"}, {8, "0"}});
@@ -230,7 +230,7 @@ TEST(TranslateEntity, StandsAtTheInsertionAgainBehindItsBlock) {
   EXPECT_TRUE(standsAt(translation, "  2\nB\n"));
 }
 
-TEST(TranslateEntity, StandsAtTheLastVertexWhenThePolylineCannotBeClosed) {
+TEST(TranslateEntity, IsAtTheLastVertexWhenThePolylineCannotBeClosed) {
   DxfBuilder dxf;
   dxf.entity("POLYLINE", {{8, "0"}, {70, "1"}});
   dxf.entity("VERTEX", {{8, "0"}, {10, "1"}})

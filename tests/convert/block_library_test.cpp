@@ -66,7 +66,7 @@ TEST_F(BlockLibraryTest, AnInsertedBlockIsWrittenOnceAndAddedEachTime) {
   EXPECT_EQ(result.commandCount, 25U);
 }
 
-TEST_F(BlockLibraryTest, ADrawnBlockIsNoPart) {
+TEST_F(BlockLibraryTest, ADrawnBlockIsNotAPart) {
   job.blocks = kDrawBlocks;
   DxfBuilder dxf = door();
   insert(dxf, "DOOR");
@@ -74,7 +74,7 @@ TEST_F(BlockLibraryTest, ADrawnBlockIsNoPart) {
                                wire("5.0000000 7.0000000", "6.0000000 7.0000000") + "# last\r\n");
 }
 
-TEST_F(BlockLibraryTest, EveryScaleAndRotationIsAPartOfItsOwn) {
+TEST_F(BlockLibraryTest, EveryScaleAndRotationIsASeparatePart) {
   DxfBuilder dxf = door();
   insert(dxf, "DOOR");
   dxf.entity("INSERT", {{8, "0"}, {2, "DOOR"}, {41, "2"}, {42, "3"}});

@@ -149,7 +149,7 @@ TEST_F(CancelTest, IsNotNeededForAnEndlessObjectsSectionWithoutACancelButton) {
   EXPECT_EQ(script(), framed(""));
 }
 
-TEST_F(CancelTest, IsNotToldWhenAnErrorEndedTheRun) {
+TEST_F(CancelTest, IsNotReportedWhenAnErrorEndedTheRun) {
   job.defaultLayer = "40000";
   convert();
   ASSERT_EQ(host.messages.size(), 1U);

@@ -124,7 +124,7 @@ TEST_F(ChangeTest, ThatShrinkInsideABlockAreRefusedForThat) {
   EXPECT_EQ(script(), "old");
 }
 
-TEST_F(ChangeTest, AreToldInGerman) {
+TEST_F(ChangeTest, AreReportedInGerman) {
   speakGerman();
   whileReading([](const fs::path& drawing) { fs::resize_file(drawing, 0); });
   EXPECT_EQ(convert(), Outcome::Ended);

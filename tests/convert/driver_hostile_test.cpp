@@ -157,7 +157,7 @@ INSTANTIATE_TEST_SUITE_P(Values, HostileNumberTest,
                                            "-0", "-1", "1e300", "1e9", "1e-320", "", "1e", "0x10",
                                            "1,5", "99999999999999999999999999"));
 
-TEST_F(HostileTest, NanAndInfAreNoNumbersAndStandForNought) {
+TEST_F(HostileTest, NanAndInfAreNotNumbersAndCountAsZero) {
   DxfBuilder dxf;
   dxf.entity("LINE", {{8, "0"}, {10, "nan"}, {20, "inf"}, {11, "-inf"}, {21, "1"}});
   draw(dxf);
@@ -183,7 +183,7 @@ TEST_F(HostileTest, TheLargestNumbersAreWrittenInFull) {
   EXPECT_NE(script().find("(R1" + std::string(3, '0')), std::string::npos);
 }
 
-TEST_F(HostileTest, RadiiOfNoughtAndBelow) {
+TEST_F(HostileTest, RadiiOfZeroAndBelow) {
   for (const std::string_view radius : {"0", "-1", "-1e-9"}) {
     DxfBuilder dxf;
     dxf.dashes("D", "1", {"0.25", "-0.25"});
@@ -197,7 +197,7 @@ TEST_F(HostileTest, RadiiOfNoughtAndBelow) {
   }
 }
 
-TEST_F(HostileTest, PointsThatAreAllTheSame) {
+TEST_F(HostileTest, IdenticalPoints) {
   DxfBuilder dxf;
   for (const std::string_view kind : {"LWPOLYLINE", "LEADER", "SPLINE"}) {
     std::vector<std::pair<int, std::string_view>> groups = {{8, "0"}, {70, "1"}};

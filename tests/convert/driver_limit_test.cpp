@@ -103,7 +103,7 @@ TEST_F(LimitTest, DoNotTouchAScriptThatFits) {
   EXPECT_TRUE(host.messages.empty());
 }
 
-TEST_F(LimitTest, AreToldInGerman) {
+TEST_F(LimitTest, AreReportedInGerman) {
   draw(lines(100));
   speakGerman();
   convert();
@@ -148,7 +148,7 @@ TEST_F(LimitTest, EndWithTheYesOfAUser) {
   EXPECT_TRUE(host.messages.empty());
 }
 
-TEST_F(LimitTest, AreToldInGermanWhereTheyLeaveNoScript) {
+TEST_F(LimitTest, AreReportedInGermanWhereTheyLeaveNoScript) {
   surroundings.keepPartial = false;
   speakGerman();
   draw(lines(100));

@@ -91,7 +91,7 @@ TEST_F(RefusalTest, NoTextWithASection) {
   EXPECT_EQ(script(), framed(""));
 }
 
-TEST_F(RefusalTest, ANulByteBehindTheFirstFourKilobytesIsNone) {
+TEST_F(RefusalTest, ANulByteAfterTheFirstFourKilobytesDoesNotMatter) {
   std::string text = oneLine().text() + std::string(4096, '\n');
   text += '\0';
   folder.write("drawing.dxf", text);

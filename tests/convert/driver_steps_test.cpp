@@ -41,7 +41,7 @@ TEST_F(DriverTest, AnExistingDrawingIsNotAskedFor) {
   EXPECT_TRUE(host.fileQuestions.empty());
 }
 
-TEST_F(DriverTest, AFolderIsNoDrawing) {
+TEST_F(DriverTest, AFolderIsNotADrawing) {
   job.dxfFile = folder.path().string();
   EXPECT_EQ(convert(), Outcome::Ended);
   EXPECT_EQ(host.fileQuestions.size(), 1U);
@@ -147,7 +147,7 @@ TEST_F(DriverTest, BlocksAsPartsWithoutANameLeaveAnEmptyScript) {
   }
 }
 
-TEST_F(DriverTest, ALayerFileThatCannotBeReadIsToldAndTheDrawingConverted) {
+TEST_F(DriverTest, AnUnreadableLayerFileIsReportedAndTheDrawingConverted) {
   job.layerFile = folder.file("none.lay");
   EXPECT_EQ(convert(), Outcome::Converted);
   EXPECT_EQ(onlyMessage(host).kind, MessageKind::Warning);
@@ -234,7 +234,7 @@ TEST_F(DriverTest, ALayerFileThatCannotBeReadEndsTheRunWhereThatIsAnError) {
   EXPECT_EQ(folder.entries(), 1U);
 }
 
-TEST_F(DriverTest, AFrameFileThatCannotBeReadIsToldAndTheBuiltInOneUsed) {
+TEST_F(DriverTest, AnUnreadableFrameFileIsReportedAndTheBuiltInOneUsed) {
   // Longer than any file with just a few commands.
   surroundings.frame.path = folder.write("quillon.cfh", "");
   std::filesystem::resize_file(surroundings.frame.path, std::uintmax_t{100} << 20);

@@ -28,7 +28,7 @@ TEST(InputCheck, RefusesADwg) {
   EXPECT_EQ(checkInput("AC2.10\0\n"s), InputKind::Dwg);
 }
 
-TEST(InputCheck, ATextThatStartsLikeADwgIsNone) {
+TEST(InputCheck, ATextThatStartsLikeADwgIsNotADwg) {
   EXPECT_EQ(checkInput("AC1015\n  0\nSECTION\n"), InputKind::Text);
   EXPECT_EQ(checkInput("ACTION\0\n"s), InputKind::NoText);
 }

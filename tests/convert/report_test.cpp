@@ -265,7 +265,7 @@ TEST_F(ReportTest, NamesSymbolsWithTheirDevices) {
   }
 }
 
-TEST_F(ReportTest, ABlockWithoutAPartHasNothingBehindTheArrow) {
+TEST_F(ReportTest, ABlockWithoutAPartHasNothingAfterTheArrow) {
   job.drawingName = "PART";
   job.blocks = kUsedBlocksAsParts;
   EXPECT_EQ(lineAfter(reportOf(sample()), "No     "), "TÜR ==> ");

@@ -20,7 +20,7 @@ TEST(FrameText, GivesTheLinesBetweenTheMarkers) {
   EXPECT_EQ(frame.endBlock, (Lines{"Window Fit;"}));
 }
 
-TEST(FrameText, FindsMarkersInAnyCaseAndBehindOtherText) {
+TEST(FrameText, FindsMarkersInAnyCaseAndAfterOtherText) {
   const ScriptFrame frame =
       parseFrame("# my [START] block\nA;\n# eNdBlOcK here\n  x [eNd] y\nB;\nENDBLOCK\n");
   EXPECT_EQ(frame.startBlock, (Lines{"A;"}));

@@ -183,7 +183,7 @@ TEST(Blocks, PassErrorsOfTheirEntitiesOn) {
   }
 }
 
-TEST(Blocks, QuoteTheLineThatIsNoGroupCode) {
+TEST(Blocks, QuoteTheLineThatIsNotAGroupCode) {
   const auto found =
       readFault(sectionOf({"0", "BLOCK", "2", "a", "0", "LINE", " 1O", "5", "0", "ENDBLK"}));
   ASSERT_TRUE(found.has_value());

@@ -160,7 +160,7 @@ TEST(Objects, CountTheLinesReadWhileTheyWait) {
   EXPECT_EQ(linesAfter(9), linesAfter(4) + 5);
 }
 
-TEST(Objects, WithoutEndsecEndAtTheEndOfTheFileWhereNobodyCanCancel) {
+TEST(Objects, WithoutEndsecEndAtTheEndOfTheFileWithoutACancelButton) {
   const ReadDrawing read(objectsOf("0\nDICTIONARY\n0\nEOF\n"));
   EXPECT_EQ(read.monitor.waits, 0U);
   EXPECT_EQ(read.linesRead, 14U);

@@ -56,7 +56,7 @@ TEST(Drawing, FindsTheFirstOfSeveralRecords) {
   EXPECT_EQ(drawing.findLineType("HIDDEN"), nullptr);
 }
 
-TEST(IsLayout, IsToldByTheStartOfTheName) {
+TEST(IsLayout, IsRecognisedByTheStartOfTheName) {
   const auto isLayout = [](std::string_view name) {
     BlockRec block;
     block.name = name;

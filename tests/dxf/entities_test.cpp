@@ -148,7 +148,7 @@ TEST(Entities, AreFoundLineByLineAfterAnError) {
             (Names{"POINT B", "ARC C"}));
 }
 
-TEST(Entities, AreFoundOnlyBehindAPlainZeroAfterAnError) {
+TEST(Entities, AreFoundOnlyAfterAPlainZeroAfterAnError) {
   EXPECT_EQ(entitiesOfLines({"0", "LINE", "x", "0", "62", "0", "HATCH", "00", "TEXT", "5", "POINT",
                              "0", "line", "0", "0", "ARC", "8", "b"}),
             Names{"ARC B"});
@@ -194,7 +194,7 @@ TEST(Entities, OfASectionCutOffAnywhereAreThoseThatAreComplete) {
   }
 }
 
-TEST(Entities, OfASectionWithASingleLineAreNone) {
+TEST(Entities, OfASectionWithASingleLineAreEmpty) {
   for (const std::string_view tail : {"0", "0\n", "ENDSEC\n", "ENDSEC\n0\nEOF\n", "x\n", ""}) {
     EXPECT_EQ(entitiesOfText("0\nSECTION\n2\nENTITIES\n" + std::string(tail)), Names{}) << tail;
   }

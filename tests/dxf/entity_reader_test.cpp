@@ -192,7 +192,7 @@ TEST(EntityReader, ForgetsTheEntityReadBefore) {
   for (std::size_t slot = 1; slot < kMaxSlots; ++slot) EXPECT_EQ(entity.value(slot), "") << slot;
 }
 
-TEST(EntityReader, KeepsValuesAsTheyStandButTrimmed) {
+TEST(EntityReader, KeepsValuesAsFoundButTrimmed) {
   DxfBuilder dxf;
   dxf.entity("TEXT", {{10, "  1.50000  "}, {20, "abc"}, {1, "  two  words\t"}, {8, " a "}});
   ReadDrawing read(dxf.text());

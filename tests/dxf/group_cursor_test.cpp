@@ -150,7 +150,7 @@ TEST(GroupCursor, FailsWhereTheLinesEndInsideAnEntity) {
   }
 }
 
-TEST(GroupCursor, SeesNothingBehindItsLines) {
+TEST(GroupCursor, SeesNothingAfterItsLines) {
   const TextSource text("  8\nA\n  0\nLINE\n");
   const LineRange firstGroup{text.begin(), text.begin() + 6};
   GroupCursor groups(LineCursor(firstGroup, text.lineEnds()));

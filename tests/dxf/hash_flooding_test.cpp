@@ -87,7 +87,7 @@ std::string drawingWithLayers(const Names& names) {
   return text + joinLines({"0", "ENDSEC", "0", "EOF"});
 }
 
-TEST(HashFlooding, LetsNobodyChooseLayersThatCostMoreThanOthers) {
+TEST(HashFlooding, CraftedLayerNamesCostNoMoreThanOthers) {
   constexpr std::size_t kBits = 13;
   const Names chosen = CollidingNames().make(kBits);
 #ifdef __GLIBCXX__

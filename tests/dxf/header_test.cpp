@@ -106,7 +106,7 @@ TEST(Header, KnowsItsVariablesOnCodeLinesToo) {
   EXPECT_EQ(read.drawing.ltScale, 2.0);
 }
 
-TEST(Header, TakesTheTwoLinesBehindAVariableWhateverTheyAre) {
+TEST(Header, TakesTheTwoLinesAfterAVariableWhateverTheyAre) {
   const ReadDrawing read(
       headerOf({"$ANGDIR", "$LTSCALE", " 40", "5", "$FILLMODE", "70", "ENDSEC",  //
                 "$PDSIZE", "40", "4"}));

@@ -69,7 +69,7 @@ TEST(PolyVertices, WithoutWidthsHaveTheWidthOfThePolyline) {
             (Vertices{"0 1 0.7 0.7 -", "2 3 0.1 0.7 -", "4 5 0.7 0.2 -"}));
 }
 
-TEST(PolyVertices, TakeTheWidthOfThePolylineWhereverItStands) {
+TEST(PolyVertices, TakeTheWidthOfThePolylineWhereverItIs) {
   EXPECT_EQ(verticesOf({{10, "0"}, {20, "1"}, {10, "2"}, {20, "3"}, {43, "0.7"}, {43, "9"}}),
             (Vertices{"0 1 0.7 0.7 -", "2 3 0.7 0.7 -"}));
 }
@@ -147,7 +147,7 @@ TEST(PolyVertices, CloseForOddFlagsOnly) {
   }
 }
 
-TEST(PolyVertices, CloseByTheLastFlagsWhereverTheyStand) {
+TEST(PolyVertices, CloseByTheLastFlagsWhereverTheyAre) {
   EXPECT_EQ(verticesOf({{70, "0"}, {10, "0"}, {20, "1"}, {70, "1"}, {10, "2"}, {20, "3"}}).size(),
             3U);
   EXPECT_EQ(verticesOf({{70, "1"}, {10, "0"}, {20, "1"}, {10, "2"}, {20, "3"}, {70, "0"}}).size(),

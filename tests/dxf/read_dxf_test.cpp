@@ -204,12 +204,12 @@ TEST(ReadDxf, DoesWithoutMissingSections) {
   EXPECT_EQ(sectionsRead({"CLASSES", "ENTITIES", "THUMBNAILIMAGE"}), "E");
 }
 
-TEST(ReadDxf, LosesASectionThatStandsBeforeTheOneSearchedFirst) {
+TEST(ReadDxf, LosesASectionBeforeTheOneSearchedFirst) {
   EXPECT_EQ(sectionsRead({"TABLES", "HEADER", "ENTITIES"}), "HE");
   EXPECT_EQ(sectionsRead({"ENTITIES", "HEADER", "TABLES", "BLOCKS"}), "HTB");
 }
 
-TEST(ReadDxf, FindsASectionThatStandsBeforeAMissingOne) {
+TEST(ReadDxf, FindsASectionBeforeAMissingOne) {
   // TABLES is missing after HEADER, so the search for BLOCKS restarts at the first line.
   EXPECT_EQ(sectionsRead({"BLOCKS", "HEADER", "ENTITIES"}), "HBE");
   EXPECT_EQ(sectionsRead({"ENTITIES", "TABLES"}), "TE");
@@ -277,7 +277,7 @@ TEST(ReadDxf, EndsWithADamagedTableOfTextStylesThoughItKeepsNone) {
   EXPECT_EQ(fault->subject, "x");
 }
 
-TEST(ReadDxf, NamesATableByTheLineBehindTheFirstTwo) {
+TEST(ReadDxf, NamesATableByTheLineAfterTheFirstTwo) {
   // The handle 2 comes before the name, so it becomes the table's name.
   const ReadDrawing handle(tablesOf(
       {"0", "TABLE", "5", "2", "2", "LAYER", "0", "LAYER", "2", "a", "70", "0", "0", "ENDTAB"}));

@@ -76,7 +76,7 @@ TEST(LinesRead, AreTheSameFromAFile) {
   EXPECT_EQ(ReadDrawing(text).linesRead, lines);
 }
 
-TEST(LinesRead, StartFromZeroAgainBehindTheLastMissingSection) {
+TEST(LinesRead, StartFromZeroAgainAfterTheLastMissingSection) {
   const std::string entities = joinLines({"0", "SECTION", "2", "ENTITIES", "0", "ENDSEC"});
   // HEADER, TABLES and BLOCKS are missing.
   EXPECT_EQ(ReadDrawing(entities + std::string(kObjects)).linesRead, 14U);
@@ -120,7 +120,7 @@ TEST(ReadingBar, GoesForwardToTheEnd) {
   EXPECT_NEAR(lastProgress(read), 100.0, 0.1);
 }
 
-TEST(ReadingBar, StandsAtTheEndWithoutObjectsToo) {
+TEST(ReadingBar, IsAtTheEndWithoutObjectsToo) {
   const std::string text = longDrawing() + std::string(kEnd);
   const OpenFile file(text);
   EXPECT_NEAR(lastProgress(ReadDrawing(file.get())), 100.0, 0.1);

@@ -21,7 +21,7 @@ using testing::PlainLineReader;
 using testing::TextWalk;
 using Lines = std::vector<std::string>;
 
-TEST(FindSection, StandsBehindTheLineThatItFound) {
+TEST(FindSection, StopsAfterTheLineThatItFound) {
   TextWalk walk("  0\nSECTION\n  2\nTABLES\n  0\nTABLE\n");
   EXPECT_TRUE(findSection(walk.reader, "TABLES", true));
   EXPECT_EQ(walk.reader.linesRead(), 4U);
@@ -146,7 +146,7 @@ Collected collectTable(std::string_view bytes) {
   return collected;
 }
 
-TEST(CollectBetween, CollectsBehindTheStartMarkerUpToTheEndMarker) {
+TEST(CollectBetween, CollectsFromTheStartMarkerToTheEndMarker) {
   const Collected table = collectTable(
       joinLines({"  0", "TABLE", "  2", " Layer ", "\tx", "  0", "  ENDTAB ", "next"}));
   EXPECT_TRUE(table.result);

@@ -58,7 +58,7 @@ TEST(ReadControlPoints, NeedsXAndYForAControlPoint) {
             Texts{"3 4"});
 }
 
-TEST(ReadControlPoints, MakesAPointOfEveryYBehindAnX) {
+TEST(ReadControlPoints, MakesAPointOfEveryYAfterAnX) {
   EXPECT_EQ(pointsOf({{10, "1"}, {20, "2"}, {20, "3"}}), (Texts{"1 2", "1 3"}));
 }
 
@@ -82,7 +82,7 @@ struct FitCase {
   bool raises;
 };
 
-TEST(FitPointRule, RaisesAnErrorForAGroup12BehindAPendingX) {
+TEST(FitPointRule, RaisesAnErrorForAGroup12AfterAPendingX) {
   for (const auto& [groups, raises] : {FitCase{{{11, "1"}, {12, "2"}}, true},
                                        {{{11, "1"}, {21, "5"}, {40, "0"}, {12, "2"}}, true},
                                        {{{41, "1"}, {12, "2"}}, true},
@@ -115,7 +115,7 @@ TEST(FitPointRule, HoldsForSplinesOnly) {
   EXPECT_EQ(ReadDrawing(dxf.text()).entities().size(), 5U);
 }
 
-TEST(FitPointRule, StartsAnewWithEverySpline) {
+TEST(FitPointRule, RestartsWithEverySpline) {
   DxfBuilder dxf;
   dxf.entity("SPLINE", {{11, "1"}, {21, "2"}}).entity("SPLINE", {{12, "3"}, {22, "4"}});
   EXPECT_EQ(ReadDrawing(dxf.text()).entities().size(), 2U);

@@ -124,7 +124,7 @@ TEST(LayerTable, ALayerNamedLikeATableStartsAnotherEntryAtItsName) {
   }
 }
 
-TEST(LayerTable, EveryValueNamedLikeATableStartsAnEntryWithTheGroupsBehindIt) {
+TEST(LayerTable, EveryValueNamedLikeATableStartsAnEntryWithTheGroupsAfterIt) {
   const Parsed parsed(parseLayerTable, {"0", "LAYER", "2", "A", "6", "Layer", "62", "5", "3",
                                         "STYLE", "70", "0", "0", "ENDTAB"});
   ASSERT_EQ(namesOf(parsed.drawing.layers), (Texts{"A", "", ""}));
@@ -150,7 +150,7 @@ TEST(LayerTable, AnEntryOnACodeLinePairsTheLinesItsOwnWay) {
   EXPECT_EQ(parsed.drawing.layers[1].colour, "4");
 }
 
-TEST(Tables, StartBehindTheFirstZeroOrAtTheFirstLine) {
+TEST(Tables, StartAfterTheFirstZeroOrAtTheFirstLine) {
   const Parsed behind(parseLayerTable, {"2", "LAYER", "70", "1", "0", "LAYER", "2", "A", "62", "5",
                                         "70", "0", "0", "ENDTAB"});
   EXPECT_EQ(namesOf(behind.drawing.layers), Texts{"A"});
@@ -215,7 +215,7 @@ TEST(LineTypeTable, ALineTypeNamedLikeATableSharesItsDashes) {
             (Strings{"1;-2;", "1;-2;"}));
 }
 
-TEST(LineTypeTable, AnEntryInsideAnotherHasTheDashesBehindIt) {
+TEST(LineTypeTable, AnEntryInsideAnotherHasTheDashesAfterIt) {
   EXPECT_EQ(dashLists({"0", "LTYPE", "2", "X", "49", "1", "3", "LAYER", "49", "2", "3", "style",
                        "70", "0", "0", "ENDTAB"}),
             (Strings{"1;2;0;", "2;0;", "0;"}));

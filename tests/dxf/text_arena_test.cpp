@@ -22,7 +22,7 @@ TEST(TextArena, KeepsCopiesOfShortAndLongTexts) {
   for (std::size_t i = 0; i < texts.size(); ++i) ASSERT_EQ(kept[i], texts[i]) << i;
 }
 
-TEST(TextArena, PutsAMarginBehindATextThatWantsOne) {
+TEST(TextArena, PutsAMarginAfterATextOnRequest) {
   TextArena arena;
   std::vector<std::string_view> kept;
   for (const std::size_t length : {0, 1, 1000, 100'000}) {

@@ -30,7 +30,7 @@ void expectTexts(std::initializer_list<FormatCase> cases) {
   for (const auto& [value, text] : cases) EXPECT_EQ(formatNumber(value), text);
 }
 
-TEST(FormatNumber, WritesAtLeastOneDigitBeforeThePointAndSevenBehindIt) {
+TEST(FormatNumber, WritesAtLeastOneDigitBeforeThePointAndSevenAfterIt) {
   expectTexts({{2.5, "2.5000000"},
                {1.0, "1.0000000"},
                {0.5, "0.5000000"},

@@ -124,14 +124,14 @@ TEST(RangeCheck, TakesTheNextNumberBeyondTheLimitAsOutOfRange) {
   }
 }
 
-TEST(RangeCheck, WritesThePointUnchangedAndTheNoteBehindTheCommand) {
+TEST(RangeCheck, WritesThePointUnchangedAndTheNoteAfterTheCommand) {
   ScriptCapture capture;
   capture.script.text("Mark ").formatPoint(838.8600001, 1.0).text(";").endLine();
   capture.script.finishCommand(1);
   EXPECT_EQ(capture.take(), "Mark (838.8600001 1.0000000);\n" + std::string(kRangeNote));
 }
 
-TEST(RangeCheck, LooksAtTheCoordinateBehindTheOffset) {
+TEST(RangeCheck, LooksAtTheCoordinateAfterTheOffset) {
   ScriptCapture capture({.offsetX = -100.0, .offsetY = 838.0});
   EXPECT_FALSE(capture.script.area().isOutside(900.0, 0.5));
   EXPECT_TRUE(capture.script.area().isOutside(0.0, 1.0));
@@ -220,14 +220,14 @@ TEST(Extents, HoldAllPointsAsTheyAreWritten) {
   EXPECT_EQ(extents.maxY, -3.0);
 }
 
-TEST(WriteLayer, PutsABlankBeforeAndBehindTheNumber) {
+TEST(WriteLayer, PutsABlankBeforeAndAfterTheNumber) {
   ScriptCapture capture;
   for (const int layer : {7, 16, 100, 255, 0, 32767}) capture.script.writeLayer(layer);
   EXPECT_EQ(capture.take(),
             "Layer  7 ;\nLayer  16 ;\nLayer  100 ;\nLayer  255 ;\nLayer  0 ;\nLayer  32767 ;\n");
 }
 
-TEST(WriteLayer, PutsTheSignWhereTheBlankOfAPositiveNumberStands) {
+TEST(WriteLayer, PutsTheSignInPlaceOfAPositiveNumbersBlank) {
   ScriptCapture capture;
   for (const int layer : {-1, -20, -32768}) capture.script.writeLayer(layer);
   EXPECT_EQ(capture.take(), "Layer -1 ;\nLayer -20 ;\nLayer -32768 ;\n");

@@ -34,7 +34,7 @@ TEST(IniDocument, ReplacesTheFirstOfSeveralKeysInTheFirstOfSeveralSections) {
             "[a]\r\nx=9\r\nx=2\r\n[a]\r\nx=3\r\n");
 }
 
-TEST(IniDocument, AddsANewKeyBehindTheLastLineOfItsSection) {
+TEST(IniDocument, AddsANewKeyAfterTheLastLineOfItsSection) {
   EXPECT_EQ(afterSetting("[a]\r\nx=1\r\n\r\n[b]\r\ny=2\r\n", "a", "z", "3"),
             "[a]\r\nx=1\r\nz=3\r\n\r\n[b]\r\ny=2\r\n");
   EXPECT_EQ(afterSetting("[a]\r\n[b]\r\n", "a", "z", "3"), "[a]\r\nz=3\r\n[b]\r\n");
@@ -54,7 +54,7 @@ TEST(IniDocument, KeepsCommentsAndUnknownLines) {
             "; family settings\r\njunk\r\n[a]\r\n; why\r\nx=2\r\nodd line\r\n");
 }
 
-TEST(IniDocument, AValueCannotBeginALineOfItsOwn) {
+TEST(IniDocument, AValueCannotStartANewLine) {
   EXPECT_EQ(afterSetting("", "a", "x", "1\r\n[b]\ny=2"), "[a]\r\nx=1  [b] y=2\r\n");
   EXPECT_EQ(afterSetting("", "a", "x", std::string_view("1\0002", 3)), "[a]\r\nx=1 2\r\n");
 }

@@ -92,7 +92,7 @@ TEST_F(RightsTest, TheGroupIsKeptByItsMembers) {
   EXPECT_EQ(rights(), 0660U);
 }
 
-TEST_F(RightsTest, AGroupThatCannotBeKeptLeavesItsRightsToNobody) {
+TEST_F(RightsTest, AGroupThatCannotBeKeptGivesNobodyItsRights) {
   SKIP_UNLESS_ROOT();
   fs::permissions(folder.path(), fs::perms(0777));
   give(0, kOther, 0676);

@@ -99,7 +99,7 @@ TEST_F(PathsTest, ADriveIsAMissingFolderWherePathsHaveNone) {
   EXPECT_EQ(findForCreation("1:2.scr"), fs::path("1:2.scr"));
 }
 
-TEST_F(PathsTest, OnlyWhatExistsAndIsNoFolderNamesAFile) {
+TEST_F(PathsTest, OnlyAnExistingPathOtherThanAFolderIsAFile) {
   EXPECT_TRUE(namesFile(below("In/Part.dxf")));
   EXPECT_TRUE(namesFile("/dev/null"));
   EXPECT_FALSE(namesFile(below("In")));

@@ -20,7 +20,7 @@ TEST(TemporaryFileClaim, KeepsAFileThatIsClosed) {
   EXPECT_FALSE(fs::exists(made->path));
 }
 
-TEST(TemporaryFileClaim, IsNotLookedForBehindALink) {
+TEST(TemporaryFileClaim, IsNotSearchedThroughALink) {
   const testing::TempFolder folder;
   folder.write("target", "kept");
   fs::create_symlink(folder.path() / "target", folder.path() / ".quillon-2-2-2.tmp");

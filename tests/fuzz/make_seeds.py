@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the inputs that the fuzzers start with, from the whole drawings of the tests.
+"""Generates the fuzzers' seed inputs from the drawings in tests/golden.
 
 Usage: make_seeds.py FOLDER-OF-DRAWINGS FOLDER-FOR-SEEDS
 """

@@ -85,7 +85,7 @@ TEST_F(LayerRowsTest, ATypedNumberBecomesItsEntry) {
   EXPECT_EQ(rows.row(0).layer, "0");
 }
 
-TEST_F(LayerRowsTest, TakeALayerThatIsAnEntryOrBeginsWithANumberOfItsOwn) {
+TEST_F(LayerRowsTest, TakeALayerThatIsAnEntryOrStartsWithASeparateNumber) {
   rows.setLayer(0, "20");
   for (const char* text : {"2o0", "x", "20x", "a20", "1.2.3", "-", ".", "٣"}) {
     EXPECT_FALSE(rows.setLayer(0, text)) << text;

@@ -117,7 +117,7 @@ TEST_F(SettingsTest, ClickingAPackageOrSymbolForcesBlocksToBeDrawn) {
   EXPECT_EQ(settings.layer, "94 Symbols (S)");
 }
 
-TEST_F(SettingsTest, BlocksAreAppliedBehindTheTarget) {
+TEST_F(SettingsTest, BlocksAreAppliedAfterTheTarget) {
   const Settings settings = load("brd=2\r\nblocks=1");
   EXPECT_EQ(settings.blocks, 1);
   EXPECT_FALSE(settings.blocksEnabled);
@@ -362,7 +362,7 @@ TEST_F(SettingsTest, WithoutDrivesAScriptThatWasNotChosenGoesBesideTheDrawing) {
   EXPECT_FALSE(jobOf(settings, CommandLine{}).scriptBesideDrawing);
 }
 
-TEST_F(SettingsTest, AFileNameThatIsNoUtf8DoesNotSpoilOtherTexts) {
+TEST_F(SettingsTest, AFileNameThatIsNotUtf8DoesNotSpoilOtherTexts) {
   Settings settings = load("layerfile=C:\\\xC3\x84.LAY\r\n");
   settings.dxfFile = "caf\xE9.dxf";
   EXPECT_TRUE(SaveSettings(store, settings));

@@ -96,7 +96,7 @@ TEST(ScriptGrammar, RejectsTextsAndNamesThatEndTheirQuotes) {
   }
 }
 
-TEST(ScriptGrammar, WantsCrLfBehindEveryLine) {
+TEST(ScriptGrammar, RequiresCrLfAfterEveryLine) {
   EXPECT_NE(faultOf("Write;"), "");
   EXPECT_NE(faultOf("Write;\n"), "");
   EXPECT_NE(faultOf("Write;\r"), "");

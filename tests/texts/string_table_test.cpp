@@ -121,7 +121,7 @@ TEST(StringTable, GivesNothingForAnIdWithoutAnEntry) {
   EXPECT_EQ(loadString(32767), "");
 }
 
-TEST(StringTable, AnOffsetThatIsNoLanguageHitsUnrelatedEntriesOrNone) {
+TEST(StringTable, AnOffsetThatIsNotALanguageHitsUnrelatedEntriesOrNone) {
   const Texts texts(1);
   EXPECT_EQ(texts(TextId::FileErrorTitle), "Warnung");  // 2805
   EXPECT_EQ(texts(TextId::EditorDeleteHint), "");       // 1115

@@ -237,7 +237,7 @@ TEST_F(ConversionTest, ANumberThatIsFollowedBySomethingElseIsNamed) {
   EXPECT_NE(folder.read("part.scr").find("(R4.0000000 2.0000000)"), std::string::npos);
 }
 
-TEST_F(ConversionTest, ADamagedDrawingIsToldWithItsLine) {
+TEST_F(ConversionTest, ADamagedDrawingIsReportedWithItsLine) {
   window.setDrawing(
       toQt(folder.write("bad.dxf", "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\nx\n")));
   whenAsked(QMessageBox::Ok);

@@ -128,7 +128,7 @@ TEST_F(ReportWindowTest, StaysEmptyAndSaysSoWhenItCannotBeFilled) {
   EXPECT_EQ(find<QPlainTextEdit>(full, "txtInfo").toPlainText(), "");
 }
 
-TEST_F(WindowTest, TheProgressDialogShowsPercentagesBehindItsLabels) {
+TEST_F(WindowTest, TheProgressDialogShowsPercentagesNextToItsLabels) {
   ProgressDialog dialog(context);
   EXPECT_EQ(find<QLabel>(dialog, "labRead").text(), "Read in DXF file");
   dialog.read(7);

@@ -287,7 +287,7 @@ TEST_F(FaultsTest, InsideAConversionCanBeRetried) {
   EXPECT_TRUE(folder.has("a.scr"));
 }
 
-TEST_F(FaultsTest, ResumeGoesOnBehindTheStep) {
+TEST_F(FaultsTest, ResumeContinuesAfterTheStep) {
   MainWindow window(context);
   window.show();
   failIn("frmDXF", "befStart_Click");

@@ -73,7 +73,7 @@ TEST_F(LayerEditorTest, ADoubleClickTakesALayer) {
   EXPECT_EQ(cell(0, 0), "L2");
 }
 
-TEST_F(LayerEditorTest, ANameThatIsUsedAlreadyIsToldBeforeTheFileIsSaved) {
+TEST_F(LayerEditorTest, ADuplicateNameIsReportedBeforeTheFileIsSaved) {
   writeLayers(2);
   open(path("a.lay"));
   const std::string before = folder.read("a.lay");

@@ -96,7 +96,7 @@ TEST_F(LayerGridTest, PastedLettersAreDiscardedInACell) {
   EXPECT_EQ(cell(0, 1), "16 Bottom (B)");
 }
 
-TEST_F(LayerGridTest, PastedLettersAreDiscardedInACellWhoseNumberIsNoLayer) {
+TEST_F(LayerGridTest, PastedLettersAreDiscardedInACellWithAnInvalidNumber) {
   folder.write("a.lay", "[1]\nlayername=A\nlayernr=-3\n");
   open(path("a.lay"));
   doubleClick(0, 1);
@@ -125,7 +125,7 @@ TEST_F(LayerGridTest, LettersOfAnInputMethodAreDiscarded) {
   EXPECT_EQ(cell(0, 1), "20 Dimension (B)");
 }
 
-TEST_F(LayerGridTest, RowsArePastedWithoutLayersThatAreNone) {
+TEST_F(LayerGridTest, RowsArePastedWithoutInvalidLayers) {
   open();
   grid().setFocus();
   grid().setCurrentCell(0, 0);

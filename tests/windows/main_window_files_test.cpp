@@ -111,7 +111,7 @@ TEST_F(MainWindowFilesTest, AScriptOnTheCommandLineIsChosen) {
   EXPECT_EQ(shown("txtScriptdatei"), "mine.scr");
 }
 
-TEST_F(MainWindowFilesTest, AnEmptiedScriptFieldIsNoChoice) {
+TEST_F(MainWindowFilesTest, AnEmptiedScriptFieldIsNotAChoice) {
   start();
   browse("btnSCRbrowse", "mine.scr");
   field("txtScriptdatei").setFocus();
@@ -121,7 +121,7 @@ TEST_F(MainWindowFilesTest, AnEmptiedScriptFieldIsNoChoice) {
   EXPECT_EQ(shown("txtScriptdatei"), folder.file("b.scr"));
 }
 
-TEST_F(MainWindowFilesTest, TheSavedScriptOfAnotherDrawingIsNoChoiceInThisWindow) {
+TEST_F(MainWindowFilesTest, TheSavedScriptOfAnotherDrawingIsNotAChoiceInThisWindow) {
   const std::string saved =
       "dxffile=" + folder.file("old.dxf") + "\r\nscr=" + folder.file("old.scr") + "\r\n";
   start(saved);

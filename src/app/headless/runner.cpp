@@ -160,8 +160,9 @@ class Runner {
     ConversionResult result;
     result.dxfFile = planned.job.dxfFile;
     const std::vector<Message> messages = {
-        error(texts_(TextId::ProgramFaultInDrawing, {base::quotable(planned.job.dxfFile), base::quotable(fault.description),
-                            faults_.program().supportAddress}))};
+        error(texts_(TextId::ProgramFaultInDrawing,
+                     {base::quotable(planned.job.dxfFile), base::quotable(fault.description),
+                      faults_.program().supportAddress}))};
     Printed printed;
     printed.error = problemLine(messages.front().kind, messages.front().detail);
     if (options_.json) printed.output = toJson(result, "", messages);
