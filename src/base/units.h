@@ -40,4 +40,12 @@ constexpr Unit unitAt(int index) {
   return index >= 0 && index < kUnitCount ? static_cast<Unit>(index) : Unit::None;
 }
 
+/// The unit with this word; None for any other text.
+constexpr Unit unitOfWord(std::string_view word) {
+  for (int i = 0; i < kUnitCount; ++i) {
+    if (kUnits[static_cast<std::size_t>(i)].word == word) return unitAt(i);
+  }
+  return Unit::None;
+}
+
 }  // namespace quillon::base
