@@ -91,8 +91,9 @@ TEST_F(LargeDrawing, OfOneLineIsRefusedAtOnce) {
   fs::resize_file(folder.path() / "part.dxf", std::uintmax_t{1} << 30);
   const ProgramResult result = run({"part.dxf"});
   EXPECT_EQ(result.exitCode, 1);
-  EXPECT_EQ(result.error, errorLine("part.dxf is no text file, so it is no ASCII DXF file. Please "
-                                    "choose a DXF file."));
+  EXPECT_EQ(result.error,
+            errorLine("part.dxf is not a text file, so it cannot be an ASCII DXF file. Please "
+                      "choose a DXF file."));
   EXPECT_LT(result.peakBytes, flatMemory());
 }
 

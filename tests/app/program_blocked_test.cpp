@@ -32,7 +32,7 @@ TEST_F(PipeTest, APipeInAFolderIsNamedAndLeftOut) {
   write("in/b.dxf", oneLine());
   const std::string leftOut =
       "quillon-convert: warning: in/a.dxf is not a regular file and was left out. To convert it, "
-      "name it instead of its folder.\n";
+      "give the file itself instead of its folder.\n";
   expectResult(run({"in", "--quiet"}), 0, "", leftOut);
   EXPECT_EQ(files(), (Strings{"in", "in/a.dxf", "in/b.dxf", "in/b.scr"}));
 }
@@ -180,8 +180,8 @@ TEST_F(BlockedTest, ABatchLeavesPipesOutAndTheSecondOfTwoDrawingsWithOneScript) 
   const ProgramResult result = run({"/x:in", "/s:in", "/w:o", "/rx"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_NE(result.error.find("quillon: Warning: " + folder.file("in/p.dxf") +
-                              " is not a regular file and was left out. To convert it, name it "
-                              "instead of its folder.\n"),
+                              " is not a regular file and was left out. To convert it, give the "
+                              "file itself instead of its folder.\n"),
             std::string::npos)
       << result.error;
   EXPECT_NE(result.error.find("quillon: File Error: "), std::string::npos) << result.error;

@@ -238,7 +238,7 @@ TEST_F(FaultTest, InputsThatAreNoDrawingsAreRefused) {
   expectRefusal("empty.dxf", "empty.dxf is empty. Please export the drawing again.");
   expectRefusal("/dev/null", "/dev/null is empty. Please export the drawing again.");
   const std::string noText =
-      " is no text file, so it is no ASCII DXF file. Please choose a DXF file.";
+      " is not a text file, so it cannot be an ASCII DXF file. Please choose a DXF file.";
   expectRefusal("/dev/zero", "/dev/zero" + noText);
   using std::string_literals::operator""s;
   folder.write("packed.dxf", "\x1F\x8B\x08\x00\x00\x00\x00\x00\x00\x03packed"s);
@@ -254,14 +254,15 @@ TEST_F(FaultTest, InputsThatAreNoDrawingsAreRefused) {
                 "binary.dxf is a binary DXF file. Please save the drawing as ASCII DXF.");
   folder.write("none.dxf", "This is a letter.\n");
   expectRefusal("none.dxf",
-                "none.dxf holds no section of a DXF drawing. Please choose a DXF file.");
+                "none.dxf contains no section of a DXF drawing. Please choose a DXF file.");
 }
 
 TEST_F(FaultTest, FourGigabytesOfNothingAreRefusedAtOnce) {
   folder.write("zeros.dxf", "");
   fs::resize_file(folder.path() / "zeros.dxf", std::uintmax_t{4} << 30);
-  expectRefusal("zeros.dxf",
-                "zeros.dxf is no text file, so it is no ASCII DXF file. Please choose a DXF file.");
+  expectRefusal(
+      "zeros.dxf",
+      "zeros.dxf is not a text file, so it cannot be an ASCII DXF file. Please choose a DXF file.");
 }
 
 TEST_F(FaultTest, ADrawingMayComeThroughANamedPipe) {

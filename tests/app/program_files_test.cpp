@@ -204,7 +204,7 @@ TEST_F(ProgramTest, SaysThatAFolderHoldsNoDrawing) {
   std::filesystem::create_directory(folder.path() / "in");
   folder.write("in/notes.txt", "");
   expectResult(run({"in"}), 1, "",
-               errorLine("in holds no DXF file. Please name another folder.") +
+               errorLine("in contains no DXF file. Please specify another folder.") +
                    "0 of 0 drawings converted\n");
 }
 
@@ -212,7 +212,7 @@ TEST_F(ProgramTest, ConvertsTheRestWhenOneFolderHoldsNoDrawing) {
   std::filesystem::create_directory(folder.path() / "in");
   write("a.dxf", oneLine());
   expectResult(run({"a.dxf", "in"}), 1, "",
-               errorLine("in holds no DXF file. Please name another folder.") +
+               errorLine("in contains no DXF file. Please specify another folder.") +
                    summaryLines("a.dxf", 1, "a.scr", 11) + "1 of 1 drawings converted\n");
 }
 
@@ -231,11 +231,13 @@ TEST_F(ProgramTest, RefusesWhatIsNoDrawingEachWithItsOwnMessage) {
       errorLine("./1.dxf is empty. Please export the drawing again.") +
           errorLine("./2.dxf is a binary DXF file. Please save the drawing as ASCII DXF.") +
           errorLine("./3.dxf is a DWG file. Please save the drawing as ASCII DXF.") +
-          errorLine("./4.dxf is no text file, so it is no ASCII DXF file. Please choose a DXF "
-                    "file.") +
-          errorLine("./5.dxf holds no section of a DXF drawing. Please choose a DXF file.") +
-          errorLine("./6.dxf is no text file, so it is no ASCII DXF file. Please choose a DXF "
-                    "file.") +
+          errorLine(
+              "./4.dxf is not a text file, so it cannot be an ASCII DXF file. Please choose a DXF "
+              "file.") +
+          errorLine("./5.dxf contains no section of a DXF drawing. Please choose a DXF file.") +
+          errorLine(
+              "./6.dxf is not a text file, so it cannot be an ASCII DXF file. Please choose a DXF "
+              "file.") +
           "0 of 6 drawings converted\n");
   EXPECT_EQ(files().size(), 6U);
 }
@@ -248,7 +250,7 @@ TEST_F(ProgramTest, RefusesStandardInputThatIsNoDrawingWithoutAnyOutput) {
   std::string text = "Dear reader,\n";
   for (int i = 0; i < 100'000; ++i) text += "this is no drawing.\n";
   expectResult(run({"-"}, text), 1, "",
-               errorLine("- holds no section of a DXF drawing. Please choose a DXF file."));
+               errorLine("- contains no section of a DXF drawing. Please choose a DXF file."));
 }
 
 TEST_F(ProgramTest, OneByteAtTheEndOfALargeDrawingDecidesOnTheEncodingOfItsFirstText) {
@@ -314,7 +316,7 @@ TEST_F(ProgramTest, NamesFileAndLineOfARunTimeErrorAndWritesNothing) {
                "  0\r\nSECTION\r\n  2\r\nBLOCKS\r\n  0\r\nBLOCK\r\n  2\r\nA\r\n  0\r\nLINE\r\n"
                "  8\r\n0\r\n\x1b[2J\r\n5\r\n  0\r\nENDBLK\r\n  0\r\nENDSEC\r\n  0\r\nEOF\r\n");
   expectResult(run({"part.dxf", "--report", "part.txt"}), 1, "",
-               errorLine("part.dxf:13: The line \"\\x1b[2J\" is no group code. The file is "
+               errorLine("part.dxf:13: The line \"\\x1b[2J\" is not a group code. The file is "
                          "damaged; please export the drawing again."));
   EXPECT_EQ(files(), Strings{"part.dxf"});
 }

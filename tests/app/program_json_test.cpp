@@ -226,7 +226,7 @@ TEST_F(JsonTest, IsValidUtf8WhateverAMessageQuotes) {
                "  0\nSECTION\n  2\nBLOCKS\n  0\nBLOCK\n  2\nA\n  0\nLINE\n\xFF\xC3\x1b\x80\n5\n"
                "  0\nENDBLK\n  0\nENDSEC\n  0\nEOF\n");
   EXPECT_EQ(messageText(object({"part.dxf"}, 1)),
-            "part.dxf:11: The line \"ÿÃ\\x1b€\" is no group code. The file is damaged; please "
+            "part.dxf:11: The line \"ÿÃ\\x1b€\" is not a group code. The file is damaged; please "
             "export the drawing again.");
 }
 

@@ -83,7 +83,7 @@ TEST_F(ProgramTest, BlocksOfOneNameTakeNoMoreMemoryThanTheirTextAllows) {
     EXPECT_LT(result.peakBytes, flatMemory() + 64 * text.size());
   }
   const std::string lines = folder.read("part.txt");
-  EXPECT_NE(lines.find(" more lines for names that are listed already)\r\n"), std::string::npos);
+  EXPECT_NE(lines.find(" more lines for names that are already listed)\r\n"), std::string::npos);
   EXPECT_LT(lines.size(), text.size());
 }
 

@@ -205,7 +205,8 @@ TEST_F(LimitsTest, ArePositiveNumbers) {
     for (const std::string things : {"lines", "steps"}) {
       const ProgramResult result = run({"part.dxf", "--max-" + things, text});
       EXPECT_EQ(result.exitCode, 2) << text;
-      EXPECT_NE(result.error.find("is no number of " + things), std::string::npos) << result.error;
+      EXPECT_NE(result.error.find("is not a number of " + things), std::string::npos)
+          << result.error;
     }
   }
 }

@@ -221,10 +221,10 @@ TEST_F(OptionsTest, LayersThatEagleDoesNotHaveAreWrongUsage) {
 TEST_F(OptionsTest, ALayerThatEndsBeforeItsTextIsNamed) {
   const testing::ProgramResult result = run({"part.dxf", "--layer", "20,5", "--quiet"});
   EXPECT_EQ(result.exitCode, 0);
-  EXPECT_EQ(result.error,
-            "quillon-convert: warning: Standard Layer: \"20,5\" counts as 20, as something "
-            "follows that is not part of a number. Please correct the number; its decimal sign is "
-            "the point.\n");
+  EXPECT_EQ(
+      result.error,
+      "quillon-convert: warning: Standard Layer: \"20,5\" counts as 20, because something follows "
+      "that is not part of a number. Please correct the number; the decimal sign is a point.\n");
 }
 
 TEST_F(OptionsTest, ALayerFileThatDoesNotExistIsAnError) {

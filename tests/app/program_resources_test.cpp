@@ -79,7 +79,8 @@ TEST_F(InputLimit, IsAPositiveSize) {
        {"0", "0K", "-1", "1.5M", "x", "", "K", "1T", "1KB", "1 K", "99999999999G"}) {
     const ProgramResult result = run({"-", "--max-input", size});
     EXPECT_EQ(result.exitCode, 2) << size;
-    EXPECT_NE(result.error.find("\"" + size + "\" is no size"), std::string::npos) << result.error;
+    EXPECT_NE(result.error.find("\"" + size + "\" is not a size"), std::string::npos)
+        << result.error;
   }
 }
 

@@ -75,7 +75,7 @@ TEST_F(UsageTest, ANumberThatIsNone) {
   for (const char* const option : {"--scale", "--offset-x", "--offset-y", "--poly-width"}) {
     for (const char* const number : {"x", "1,5", "1mm", "", "inf", "nan", "0x10", "1e999", "1 "}) {
       EXPECT_EQ(usageError({"part.dxf", option, number}),
-                std::string(option) + ": \"" + number + "\" is no number");
+                std::string(option) + ": \"" + number + "\" is not a number");
     }
   }
 }
@@ -143,9 +143,11 @@ TEST_F(UsageTest, TwoResultsUnderOneName) {
 TEST_F(UsageTest, AFileWhereAFolderIsNeeded) {
   folder.write("file", "x");
   EXPECT_EQ(usageError({"part.dxf", "second.dxf", "-o", "file"}),
-            "file is no folder and cannot be made one; several drawings need a folder");
+            "file is not a folder and could not be created; converting several drawings needs an "
+            "output folder");
   EXPECT_EQ(usageError({"in", "--report", "file"}),
-            "file is no folder and cannot be made one; several drawings need a folder");
+            "file is not a folder and could not be created; converting several drawings needs an "
+            "output folder");
 }
 
 TEST_F(UsageTest, IsNotWhatAskingForHelpIs) {

@@ -66,7 +66,7 @@ TEST_F(UnattendedHostTest, EndsAtALimitAndSaysWhereItCanGoOn) {
   EXPECT_EQ(
       printedBy([&] { EXPECT_FALSE(host.goOnPastLimit(limit)); }),
       "quillon: File Error: a.dxf: limit. Not kept. Please convert the drawing in the window, "
-      "which asks whether to go on.\n");
+      "which asks whether to continue.\n");
   texts::Texts german{texts::kGerman};
   UnattendedHost germanHost{console, progress, german};
   EXPECT_EQ(printedBy([&] { germanHost.goOnPastLimit(limit); }),

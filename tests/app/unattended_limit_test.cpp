@@ -34,7 +34,7 @@ TEST(UnattendedLimit, EndsTheDrawingWithoutAScript) {
   EXPECT_EQ(printedAtLimit(texts::kEnglish, drawing, folder.file("a.scr")),
             "quillon: File Error: " + drawing +
                 ": The script has reached the limit of 6 lines. The script is not kept. Please "
-                "convert the drawing in the window, which asks whether to go on.\n");
+                "convert the drawing in the window, which asks whether to continue.\n");
   EXPECT_EQ(printedAtLimit(texts::kGerman, drawing, folder.file("a.scr")),
             "quillon: Dateifehler: " + drawing +
                 ": Das Script hat die Grenze von 6 Zeilen erreicht. Das Script wird nicht "

@@ -131,11 +131,12 @@ TEST_F(UnattendedTest, AScaleOfZeroOnTheCommandLineIsRefused) {
                "quillon: Error: Scaling factor must be greater then 0.00!\n");
   EXPECT_EQ(folder.read("out.scr"), "");
   for (const std::string text : {"abc", "0,5"}) {
-    expectResult(run({"/x:part.dxf", "/s:out.scr", "/f:" + text, "/w:o", "/ru"}), 1, "",
-                 "quillon: Warning: /f: \"" + text +
-                     "\" counts as 0, as something follows that is not part of a number. Please "
-                     "correct the number; its decimal sign is the point.\n"
-                     "quillon: Error: Scaling factor must be greater then 0.00!\n");
+    expectResult(
+        run({"/x:part.dxf", "/s:out.scr", "/f:" + text, "/w:o", "/ru"}), 1, "",
+        "quillon: Warning: /f: \"" + text +
+            "\" counts as 0, because something follows that is not part of a number. Please "
+            "correct the number; the decimal sign is a point.\n"
+            "quillon: Error: Scaling factor must be greater then 0.00!\n");
   }
 }
 
@@ -188,8 +189,8 @@ TEST_F(UnattendedTest, ANumberThatEndsBeforeItsTextIsNamedOnce) {
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_TRUE(result.error.starts_with(
       "quillon: Warnung: larkspur.ini, scale: \"2,5\" zählt als 2, denn danach folgt etwas, das "
-      "nicht zu einer Zahl gehört. Bitte die Zahl berichtigen; ihr Dezimalzeichen ist der "
-      "Punkt.\n"))
+      "nicht zu einer Zahl gehört. Bitte die Zahl berichtigen; das Dezimalzeichen "
+      "ist der Punkt.\n"))
       << result.error;
   EXPECT_EQ(result.error.find("Warnung"), result.error.rfind("Warnung"));
   EXPECT_NE(folder.read("in/a.scr").find("(R2.0000000 4.0000000)"), std::string::npos);
@@ -339,20 +340,20 @@ TEST_F(UnattendedTest, ABatchOverAFolderThatIsMissingIsRefused) {
   write("above.dxf", oneLine());
   drawings("a.dxf");
   const Strings before = files();
-  expectResult(
-      run({"/x:Q:\\none\\*.dxf", "/rx"}), 1, "",
-      "quillon: The folder q:\\none\\ does not exist. Please create it or name another one "
-      "with /x:.\n");
+  expectResult(run({"/x:Q:\\none\\*.dxf", "/rx"}), 1, "",
+               "quillon: The folder q:\\none\\ does not exist. Please create it or "
+               "specify another one with /x:.\n");
   for (const char* const drawing : {"/x:nofolder\\*.dxf", "/x:nofolder\\", "/x:nofolder"}) {
     const ProgramResult result = run({drawing, "/s:in\\x.scr", "/rx"});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.error.find("does not exist. Please create it or name another one with /x:.\n"),
-              std::string::npos)
+    EXPECT_NE(
+        result.error.find("does not exist. Please create it or specify another one with /x:.\n"),
+        std::string::npos)
         << result.error;
   }
   expectResult(run({"/x:in\\*.dxf", "/s:q:\\out\\x.scr", "/rx"}), 1, "",
-               "quillon: The folder q:\\out\\ does not exist. Please create it or name another one "
-               "with /s:.\n");
+               "quillon: The folder q:\\out\\ does not exist. Please create it or "
+               "specify another one with /s:.\n");
   EXPECT_EQ(files(), before);
 }
 

@@ -265,7 +265,7 @@ TEST_F(BlockLibraryTest, AScaleThatIsNotFiniteIsARunTimeError) {
   draw(dxf);
   EXPECT_EQ(convert(), Outcome::Ended);
   ASSERT_EQ(host.messages.size(), 1U);
-  EXPECT_NE(host.messages[0].detail.find("is no finite number"), std::string::npos);
+  EXPECT_NE(host.messages[0].detail.find("is not a finite number"), std::string::npos);
 }
 
 TEST(PartName, KeepsLettersDigitsUnderscoreAndHyphen) {

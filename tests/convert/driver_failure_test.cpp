@@ -35,7 +35,7 @@ TEST_F(FailureTest, ABadGroupCodeInsideABlockNamesFileAndLine) {
                "  0\nSECTION\n  2\nBLOCKS\n  0\nBLOCK\n  2\nA\n  0\nLINE\n  8\n0\n x1\n5\n"
                "  0\nENDBLK\n  0\nENDSEC\n  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
   EXPECT_EQ(failure(), job.dxfFile +
-                           ":13: The line \"x1\" is no group code. The file is damaged; please "
+                           ":13: The line \"x1\" is not a group code. The file is damaged; please "
                            "export the drawing again.");
 }
 
@@ -43,7 +43,7 @@ TEST_F(FailureTest, ABadGroupCodeInsideATableNamesFileAndLine) {
   folder.write("drawing.dxf",
                "  0\nSECTION\n  2\nTABLES\n  0\nTABLE\n  2\nLTYPE\n  0\nLTYPE\n  2\nA\n x\n5\n"
                "  0\nENDTAB\n  0\nENDSEC\n  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
-  EXPECT_TRUE(failure().starts_with(job.dxfFile + ":13: The line \"x\" is no group code."));
+  EXPECT_TRUE(failure().starts_with(job.dxfFile + ":13: The line \"x\" is not a group code."));
 }
 
 TEST_F(FailureTest, ABadGroupCodeInTheEntitiesDropsItsEntityOnly) {
@@ -84,14 +84,14 @@ TEST_F(FailureTest, ANumberThatIsNotFiniteNamesTheEntitysLine) {
   job.scale = 100.0;
   // The first line takes lines 5 to 16; the second one's first group stands in line 19.
   EXPECT_EQ(failure(), job.dxfFile +
-                           ":19: A coordinate or size is no finite number. Please correct the "
+                           ":19: A coordinate or size is not a finite number. Please correct the "
                            "entity in the drawing or check the scale factor.");
 }
 
 TEST_F(FailureTest, AnEagleLayerOutsideSixteenBitsNamesItsEntity) {
   job.defaultLayer = "40000";
   EXPECT_EQ(failure(), job.dxfFile +
-                           ":7: \"40000\" is no EAGLE layer number. Please correct the layer "
+                           ":7: \"40000\" is not an EAGLE layer number. Please correct the layer "
                            "assignment or the standard layer.");
 }
 
@@ -135,7 +135,7 @@ TEST_F(FailureTest, ADashThatIsNotFiniteNamesTheEntitysLine) {
   job.dotted = true;
   const std::string detail = failure();
   EXPECT_TRUE(
-      detail.ends_with(": The length of a dash or of a dashed line is no finite number. "
+      detail.ends_with(": The length of a dash or of a dashed line is not a finite number. "
                        "Please correct the line type or switch off the emulation of dotted "
                        "lines."))
       << detail;

@@ -63,8 +63,8 @@ class HostileTest : public DriverTest {
 };
 
 constexpr const char* kNotFinite =
-    "A coordinate or size is no finite number. Please correct the entity in the drawing or check "
-    "the scale factor.";
+    "A coordinate or size is not a finite number. Please correct the entity in the drawing or "
+    "check the scale factor.";
 
 TEST_F(HostileTest, BlocksThatContainEachOtherAreDrawnOnce) {
   DxfBuilder dxf;

@@ -49,13 +49,15 @@ TEST_F(RefusalTest, ADwg) {
 TEST_F(RefusalTest, AFileWithANulByte) {
   EXPECT_EQ(
       refusal("  0\nSECTION\n  2\nENTIT\0ES\n"s),
-      job.dxfFile + " is no text file, so it is no ASCII DXF file. Please choose a DXF file.");
+      job.dxfFile +
+          " is not a text file, so it cannot be an ASCII DXF file. Please choose a DXF file.");
 }
 
 TEST_F(RefusalTest, AFileWithoutALineEndAtItsBeginning) {
   EXPECT_EQ(
       refusal(std::string(4096, '0') + "\n"),
-      job.dxfFile + " is no text file, so it is no ASCII DXF file. Please choose a DXF file.");
+      job.dxfFile +
+          " is not a text file, so it cannot be an ASCII DXF file. Please choose a DXF file.");
 }
 
 TEST_F(RefusalTest, EachReasonInGerman) {
@@ -67,15 +69,15 @@ TEST_F(RefusalTest, EachReasonInGerman) {
       job.dxfFile + " ist eine binäre DXF-Datei. Bitte die Zeichnung als ASCII-DXF speichern.");
   EXPECT_EQ(refusal("AC1015\0\0"s),
             job.dxfFile + " ist eine DWG-Datei. Bitte die Zeichnung als ASCII-DXF speichern.");
-  EXPECT_EQ(refusal("\0\n"s),
-            job.dxfFile +
-                " ist keine Textdatei, also keine ASCII-DXF-Datei. Bitte eine DXF-Datei wählen.");
+  EXPECT_EQ(refusal("\0\n"s), job.dxfFile +
+                                  " ist keine Textdatei und kann daher keine ASCII-DXF-Datei sein. "
+                                  "Bitte eine DXF-Datei wählen.");
 }
 
 TEST_F(RefusalTest, ATextWithoutASectionWhereThatIsRefused) {
   surroundings.refuseWithoutSections = true;
   EXPECT_EQ(refusal("Dear reader,\nthis is no drawing.\n"),
-            job.dxfFile + " holds no section of a DXF drawing. Please choose a DXF file.");
+            job.dxfFile + " contains no section of a DXF drawing. Please choose a DXF file.");
   speakGerman();
   EXPECT_EQ(
       refusal("Dear reader,\nthis is no drawing.\n"),

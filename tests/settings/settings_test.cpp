@@ -251,8 +251,8 @@ TEST_F(SettingsTest, AnOptionGivenTwiceTakesTheNextKeyFromTheCommandLine) {
 TEST_F(SettingsTest, WarnsOfNumbersThatAreFollowedBySomethingElse) {
   const auto counted = [](const std::string& name, const std::string& number) {
     return name + " counts as " + number +
-           ", as something follows that is not part of a number. Please correct the number; its "
-           "decimal sign is the point.";
+           ", because something follows that is not part of a number. Please correct the number; "
+           "the decimal sign is a point.";
   };
   EXPECT_EQ(warnings("brd=1x\r\nversion=\r\nunit=mm\r\nscale=2,5\r\ndotted=yes\r\n"
                      "polywidth=0,2\r\nlayer=16 Bottom (B)\r\npoly=1\r\nblocks= 2 \r\n"),
@@ -280,7 +280,7 @@ TEST_F(SettingsTest, WarnsOfFieldsOfTheWindow) {
   std::vector<std::string> names;
   for (const convert::Message& warning : fieldWarnings(settings, english)) {
     EXPECT_EQ(warning.kind, convert::MessageKind::Warning);
-    names.push_back(warning.text.substr(0, warning.text.find(", as")));
+    names.push_back(warning.text.substr(0, warning.text.find(", because")));
   }
   EXPECT_EQ(names, (std::vector<std::string>{"Scaling: \"1,5\" counts as 1",
                                              "Offset X: \"2 mm\" counts as 2",

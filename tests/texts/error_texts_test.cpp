@@ -19,7 +19,7 @@ std::string textOf(Fault fault, std::string_view subject, std::uint64_t line, in
 TEST(FaultText, NamesFileLineReasonAndRemedyInEnglish) {
   constexpr int kLanguage = kEnglish;
   EXPECT_EQ(textOf(Fault::BadGroupCode, "x", 7, kLanguage),
-            "a.dxf:7: The line \"x\" is no group code. The file is damaged; please export the "
+            "a.dxf:7: The line \"x\" is not a group code. The file is damaged; please export the "
             "drawing again.");
   EXPECT_EQ(textOf(Fault::TextEndsTooEarly, "", 9, kLanguage),
             "a.dxf:9: The file ends inside a table, a block or an entity. It is incomplete; "
@@ -27,17 +27,19 @@ TEST(FaultText, NamesFileLineReasonAndRemedyInEnglish) {
   EXPECT_EQ(textOf(Fault::TooManyPoints, "1", 3, kLanguage),
             "a.dxf:3: A spline has fit points in a form that cannot be read. Please turn splines "
             "into polylines before exporting.");
-  EXPECT_EQ(textOf(Fault::BadNumber, "", 3, kLanguage),
-            "a.dxf:3: A coordinate or size is no finite number. Please correct the entity in the "
-            "drawing or check the scale factor.");
-  EXPECT_EQ(textOf(Fault::BadLayerNumber, "70000", 3, kLanguage),
-            "a.dxf:3: \"70000\" is no EAGLE layer number. Please correct the layer assignment or "
-            "the standard layer.");
+  EXPECT_EQ(
+      textOf(Fault::BadNumber, "", 3, kLanguage),
+      "a.dxf:3: A coordinate or size is not a finite number. Please correct the entity in the "
+      "drawing or check the scale factor.");
+  EXPECT_EQ(
+      textOf(Fault::BadLayerNumber, "70000", 3, kLanguage),
+      "a.dxf:3: \"70000\" is not an EAGLE layer number. Please correct the layer assignment or "
+      "the standard layer.");
   EXPECT_EQ(textOf(Fault::NestingTooDeep, "B", 3, kLanguage),
             "a.dxf:3: Blocks are nested more than 1000 levels deep (\"B\"). Please explode blocks "
             "in the drawing.");
   EXPECT_EQ(textOf(Fault::BadDashLength, "", 3, kLanguage),
-            "a.dxf:3: The length of a dash or of a dashed line is no finite number. Please "
+            "a.dxf:3: The length of a dash or of a dashed line is not a finite number. Please "
             "correct the line type or switch off the emulation of dotted lines.");
 }
 

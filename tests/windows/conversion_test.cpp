@@ -147,8 +147,9 @@ TEST_F(ConversionTest, TheResultSaysThatAPartIsOutOfRangeAndWhatToDoNext) {
   window.setDrawing(toQt(folder.write("part.dxf", dxf.text())));
   whenAsked(QMessageBox::Ok);
   EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
-  EXPECT_TRUE(resultText().contains(
-      "\nA part lies outside EAGLE's drawing area. Please check unit and scale.\n"))
+  EXPECT_TRUE(
+      resultText().contains("\nPart of the drawing lies outside EAGLE's drawing area. Please check "
+                            "the unit and the scale.\n"))
       << fromQt(resultText());
   const auto& panel = find<QWidget>(window, "fraResult");
   QStringList words;
@@ -229,9 +230,10 @@ TEST_F(ConversionTest, ANumberThatIsFollowedBySomethingElseIsNamed) {
   EXPECT_EQ(window.befStart_Click().outcome, Outcome::Converted);
   EXPECT_EQ(modalWindows, 1);
   EXPECT_EQ(boxTitle, "Warning");
-  EXPECT_EQ(boxText,
-            "Offset X: \"3 mm\" counts as 3, as something follows that is not part of a number. "
-            "Please correct the number; its decimal sign is the point.");
+  EXPECT_EQ(
+      boxText,
+      "Offset X: \"3 mm\" counts as 3, because something follows that is not part of a number. "
+      "Please correct the number; the decimal sign is a point.");
   EXPECT_NE(folder.read("part.scr").find("(R4.0000000 2.0000000)"), std::string::npos);
 }
 
@@ -341,7 +343,8 @@ TEST_F(ConversionTest, AtALimitTheUserIsAskedWhetherToGoOn) {
   whenAsked(QMessageBox::Yes);
   EXPECT_TRUE(host.goOnPastLimit(limit));
   EXPECT_EQ(boxTitle, "File Error");
-  EXPECT_EQ(boxText, "part.dxf: A limit.\nGo on without limits? Otherwise the script is not kept.");
+  EXPECT_EQ(boxText,
+            "part.dxf: A limit.\nContinue without limits? Otherwise the script is not kept.");
   whenAsked(QMessageBox::No);
   EXPECT_FALSE(host.goOnPastLimit(limit));
   context.LanguageOffset = texts::kGerman;

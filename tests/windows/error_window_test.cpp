@@ -206,7 +206,7 @@ TEST_F(ErrorWindowTest, SaysWhereThereIsNoPrinter) {
     clickAndLeave(window, "cmdProtocol_2");
     expectedWindows = 2;
   });
-  EXPECT_EQ(boxText, "There is no printer.");
+  EXPECT_EQ(boxText, "No printer is set up.");
 }
 
 TEST_F(ErrorWindowTest, PrintsTheProtocolOnPages) {

@@ -100,9 +100,9 @@ TEST_F(LayerEditorTest, NamesTheRowsThatTheFileCannotHold) {
   whenAsked(QMessageBox::Ok);
   EXPECT_TRUE(editor->saveLayers(path("a.lay")));
   EXPECT_EQ(boxText,
-            "These rows are missing in the file or stand there with question marks, since their "
-            "EAGLE layer is not from 1 to 255 (or 999), or their name has characters that the file "
-            "cannot hold: ŁĄKA, none, far");
+            "These rows are missing from the file or appear there with question marks, because "
+            "their EAGLE layer is not from 1 to 255 (or 999) or their name has characters that the "
+            "file cannot store: ŁĄKA, none, far");
 }
 
 TEST_F(LayerEditorTest, LongNamesOfRowsDoNotCutAMessage) {
@@ -145,8 +145,8 @@ TEST_F(LayerEditorTest, ReplacingALongFileThatWasNotReadAsksFirst) {
   whenAsked(QMessageBox::No);
   EXPECT_FALSE(editor->saveLayers(path("a.lay")));
   EXPECT_EQ(boxText,
-            "The file holds 110 more assignments, for which the table has no room. Saving loses "
-            "them. Save all the same?");
+            "The file contains 110 more assignments than the table has room "
+            "for. Saving would lose them. Save anyway?");
 }
 
 TEST_F(LayerEditorTest, SavesUnderANewName) {
@@ -274,11 +274,11 @@ TEST_F(LayerEditorTest, ALongFileShowsItsFirst490AssignmentsAndSavingAsksFirst) 
   const std::string before = folder.read("a.lay");
   whenAsked(QMessageBox::Ok);
   open(path("a.lay"));
-  EXPECT_EQ(boxText, "The file holds 600 assignments. The table shows the first 490.");
+  EXPECT_EQ(boxText, "The file contains 600 assignments. The table shows the first 490.");
   EXPECT_EQ(cell(489, 0), "L490");
   whenAsked(QMessageBox::No);
   click(*editor, "btnSave");
-  EXPECT_TRUE(boxText.startsWith("The file holds 110 more assignments")) << fromQt(boxText);
+  EXPECT_TRUE(boxText.startsWith("The file contains 110 more assignments")) << fromQt(boxText);
   EXPECT_EQ(folder.read("a.lay"), before);
   whenAsked(QMessageBox::Yes);
   click(*editor, "btnSave");

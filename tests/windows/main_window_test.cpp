@@ -168,8 +168,8 @@ TEST_F(MainWindowTest, SaysWhereTheSettingsWereSaved) {
 TEST_F(MainWindowTest, NamesNumbersOfTheSettingsThatAreFollowedBySomethingElse) {
   loadFrom("polywidth=0,2\r\nunit=1\r\n");
   EXPECT_EQ(find<QLabel>(window, "labResult").text(),
-            "larkspur.ini, polywidth: \"0,2\" counts as 0, as something follows that is not part "
-            "of a number. Please correct the number; its decimal sign is the point.");
+            "larkspur.ini, polywidth: \"0,2\" counts as 0, because something follows that is "
+            "not part of a number. Please correct the number; the decimal sign is a point.");
 }
 
 TEST_F(MainWindowTest, ShowsOneMessageWhenTheSettingsCannotBeSaved) {

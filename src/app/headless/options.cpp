@@ -33,7 +33,7 @@ std::string checkNumber(const std::string& text) {
   const bool whole = end != text.c_str() && *end == '\0';
   const bool plain = text.find_first_not_of("+-.0123456789eE") == std::string::npos;
   if (whole && plain && std::isfinite(base::numberValue(text))) return {};
-  return "\"" + text + "\" is no number";
+  return "\"" + text + "\" is not a number";
 }
 
 std::string checkScale(const std::string& text) {
@@ -56,7 +56,7 @@ CLI::Validator countOf(const std::string& things) {
     constexpr std::size_t kMostDigits = 18;
     const bool positive = text.find_first_not_of('0') != std::string::npos;
     if (digits && positive && text.size() <= kMostDigits) return {};
-    return "\"" + text + "\" is no number of " + things;
+    return "\"" + text + "\" is not a number of " + things;
   };
   return {check, "NUMBER"};
 }
@@ -83,7 +83,7 @@ std::optional<std::uint64_t> sizeOf(std::string_view text) {
 }
 
 std::string checkSize(const std::string& text) {
-  return sizeOf(text) ? "" : "\"" + text + "\" is no size";
+  return sizeOf(text) ? "" : "\"" + text + "\" is not a size";
 }
 
 /// The options whose texts become numbers after parsing.
@@ -99,7 +99,7 @@ void addChoice(CLI::App& app, const char* name, Value& value, const Words& words
                const std::string& choices, const char* help) {
   const auto look = [words, choices](std::string& text) -> std::string {
     const auto found = words.find(text);
-    if (found == words.end()) return "\"" + text + "\" is none of " + choices;
+    if (found == words.end()) return "\"" + text + "\" is not one of " + choices;
     text = std::to_string(found->second);
     return {};
   };
@@ -118,7 +118,7 @@ void addJobOptions(CLI::App& app, Options& options, NumberTexts& numbers) {
       ->check(CLI::Validator(checkScale, "NUMBER"));
   addChoice(app, "--eagle", job.version, {{"3.5", 0}, {"4", 1}}, "3.5|4",
             "EAGLE version: 3.5, or 4 for 4.x and 5.x [4]");
-  app.add_option("--layer", job.defaultLayer, "EAGLE layer of all layers that are not assigned")
+  app.add_option("--layer", job.defaultLayer, "EAGLE layer for layers without an assignment")
       ->check(CLI::Validator(checkLayer, ""))
       ->type_name("TEXT-OR-NUMBER");
   app.add_option("--layers", job.layerFile, "Layer assignment file")->type_name("FILE.lay");
@@ -146,16 +146,16 @@ void addLimits(CLI::App& app, Options& options) {
          [&options](const std::string& text) {
            options.input.file = options.input.pipe = *sizeOf(text);
          },
-         "Refuse drawings with more bytes, or K, M, G of them [4G from a pipe]")
+         "Refuse drawings with more bytes; K, M or G may follow the number [4G from a pipe]")
       ->check(CLI::Validator(checkSize, "SIZE"));
   app.add_option("--max-lines", options.limits.lines,
-                 "End a conversion after so many lines [" + std::to_string(usual.lines) + "]")
+                 "Stop a conversion after this many lines [" + std::to_string(usual.lines) + "]")
       ->check(countOf("lines"));
   app.add_option("--max-steps", options.limits.steps,
-                 "End a conversion after so many steps [" + std::to_string(usual.steps) + "]")
+                 "Stop a conversion after this many steps [" + std::to_string(usual.steps) + "]")
       ->check(countOf("steps"));
   app.add_flag("--keep-partial", options.keepPartial,
-               "Keep the incomplete script of a conversion that one of these ends");
+               "Keep the incomplete script of a conversion that reaches a limit");
 }
 
 void addProgramOptions(CLI::App& app, Options& options) {
@@ -171,11 +171,11 @@ void addProgramOptions(CLI::App& app, Options& options) {
             "Language of messages and report [of the locale]");
   app.add_option("--frame", options.frame, "File with the first and last lines of the script")
       ->type_name("FILE.cfh");
-  app.add_option("--report", options.report, "Write the conversion report, to a folder for several")
+  app.add_option("--report", options.report, "Write the conversion report; a folder for several")
       ->type_name("FILE");
   app.add_flag("--force", options.job.overwriteScript, "Replace existing scripts and reports");
   app.add_flag("--newer", options.newer,
-               "Convert drawings that are newer than their scripts, replace these, skip the rest");
+               "Convert only drawings that are newer than their scripts, and replace those");
   addLimits(app, options);
   app.add_option("--jobs", options.jobs, "Conversions at the same time [1]")
       ->check(CLI::Range(1, 256));

@@ -178,7 +178,9 @@ std::string makeFolders(const Options& options) {
   for (const auto& folder : {options.output, options.report}) {
     if (!folder) continue;
     if (!files::makeFolders(folderNamed(*folder))) {
-      return *folder + " is no folder and cannot be made one; several drawings need a folder";
+      return *folder +
+             " is not a folder and could not be created; converting several drawings needs an "
+             "output folder";
     }
   }
   return {};
