@@ -280,7 +280,7 @@ TEST_F(SettingsTest, WarnsOfFieldsOfTheWindow) {
   std::vector<std::string> names;
   for (const convert::Message& warning : fieldWarnings(settings, english)) {
     EXPECT_EQ(warning.kind, convert::MessageKind::Warning);
-    names.push_back(warning.text.substr(0, warning.text.find(", as")));
+    names.push_back(warning.text.substr(0, warning.text.find(", because")));
   }
   EXPECT_EQ(names, (std::vector<std::string>{"Scaling: \"1,5\" counts as 1",
                                              "Offset X: \"2 mm\" counts as 2",
