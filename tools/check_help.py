@@ -59,7 +59,7 @@ class Page(HTMLParser):
             self.open.pop()
         else:
             self.error(f"</{tag}> does not close " + (f"<{self.open[-1]}>" if self.open else "any"))
-            if tag in self.open:  # go on behind it
+            if tag in self.open:  # continue after it
                 while self.open.pop() != tag:
                     pass
 

@@ -38,7 +38,7 @@ std::string narrow(const wchar_t* text) {
   return utf8;
 }
 
-/// Makes a quoted folder with a trailing backslash ("C:\work\" --force) parse as intended: normally
+/// Makes a quoted folder with a trailing backslash ("C:\work\" --force) work: normally
 /// that backslash would escape the quote and join the rest to the name. Within quotes we let it do
 /// so only where the quote is not followed by a blank or the end.
 std::wstring withFoldersClosed(std::wstring_view line) {
