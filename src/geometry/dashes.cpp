@@ -31,7 +31,7 @@ Pattern usablePattern(std::span<const double> lengths) {
   auto first = std::ranges::find_if(pattern.lengths, [](double length) { return length > 0.0; });
   pattern.hasDash = first != pattern.lengths.end();
   if (!pattern.hasDash) first = std::ranges::find(pattern.lengths, 0.0);
-  std::ranges::rotate(pattern.lengths, first);
+  std::rotate(pattern.lengths.begin(), first, pattern.lengths.end());
   return pattern;
 }
 
@@ -60,7 +60,8 @@ class Cutter {
     cut_ = true;
     const double dashLength = pattern_.hasDash ? pattern_.lengths.front() : 0.0;
     const double repeats = std::max(1.0, std::floor((length - dashLength) / pattern_.total));
-    if (repeats * static_cast<double>(pattern_.lengths.size()) > static_cast<double>(limit_)) {
+    if (repeats * static_cast<double>(pattern_.lengths.size()) >
+        std::min(static_cast<double>(limit_), 1e9)) {
       return false;
     }
     const double over = (length - repeats * pattern_.total + dashLength) / 2.0;
@@ -157,15 +158,18 @@ class Cutter {
 
 Dashes dashed(const Path& path, std::span<const double> lengths, const DashOptions& options) {
   if (!isUsable(path) || edgeCount(path) == 0) return {};
-  const Dashes solid{.dashes = {path}, .dots = {}};
+  Dashes solid{.dashes = {path}, .dots = {}};
   Pattern pattern = usablePattern(lengths);
   if (!(pattern.total > 0.0)) return solid;
   Cutter cutter(path, std::move(pattern), options.limit);
   const std::size_t step = options.alongWhole ? edgeCount(path) : 1;
   for (std::size_t first = 0; first < edgeCount(path); first += step) {
-    if (!cutter.cut(first, first + step)) return {.dashes = {path}, .dots = {}, .tooMany = true};
+    if (cutter.cut(first, first + step)) continue;
+    solid.tooMany = true;
+    return solid;
   }
-  return cutter.isCut() ? std::move(cutter.result()) : solid;
+  if (cutter.isCut()) return std::move(cutter.result());
+  return solid;
 }
 
 }  // namespace quillon::geometry

@@ -79,8 +79,10 @@ class FamilyCutter {
     high = std::floor(high) + 1.0;
     // Each line inside of the loops has two crossings; some may touch corners alone.
     const double most = 4.0 * static_cast<double>(limit_) + 1000.0;
-    if (!(high - low <= most) || !(std::fabs(low) < 1e15)) return false;
-    for (double line = low; line <= high; line += 1.0) {
+    if (!(high - low <= std::min(most, 1e9)) || !(std::fabs(low) < 1e15)) return false;
+    const int lines = static_cast<int>(high - low);
+    for (int i = 0; i <= lines; ++i) {
+      const double line = low + i;
       for (const double at : fractionsOnLine(edge, startOf(line), way_)) {
         crossings_.push_back({line, dot(way_, pointAt(edge, at) - startOf(line))});
       }
@@ -97,9 +99,11 @@ class FamilyCutter {
     }
     const double first = std::floor(from / period_);
     const double last = std::floor(to / period_);
-    if (!(last - first <= static_cast<double>(limit_)) || !(std::fabs(first) < 1e15)) return false;
-    for (double repeat = first; repeat <= last; repeat += 1.0) {
-      double at = repeat * period_;
+    if (!(last - first <= std::min(static_cast<double>(limit_), 1e9)) || !(std::fabs(first) < 1e15))
+      return false;
+    const int repeats = static_cast<int>(last - first);
+    for (int i = 0; i <= repeats; ++i) {
+      double at = (first + i) * period_;
       for (const double length : family_.dashes) {
         const double end = at + std::fabs(length);
         if (length > 0.0) addLine(start, std::max(at, from), std::min(end, to));
