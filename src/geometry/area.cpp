@@ -147,15 +147,16 @@ PointLocator::Rings PointLocator::ringsAt(Point p) const {
     if (side < 0 && p.x < piece.right.x) above.push_back(piece.ring);
   }
   std::ranges::sort(rings.through);
-  rings.through.erase(std::ranges::unique(rings.through).begin(), rings.through.end());
+  rings.through.erase(std::unique(rings.through.begin(), rings.through.end()), rings.through.end());
   std::ranges::sort(above);
-  for (std::size_t i = 0; i < above.size();) {
-    const auto same = std::ranges::equal_range(above, above[i]);
-    const bool odd = same.size() % 2 == 1;
-    if (odd && !std::ranges::binary_search(rings.through, above[i])) {
-      rings.around.push_back(above[i]);
+  for (std::size_t first = 0; first < above.size();) {
+    std::size_t last = first + 1;
+    while (last < above.size() && above[last] == above[first]) ++last;
+    const bool odd = (last - first) % 2 == 1;
+    if (odd && !std::ranges::binary_search(rings.through, above[first])) {
+      rings.around.push_back(above[first]);
     }
-    i += same.size();
+    first = last;
   }
   return rings;
 }

@@ -41,7 +41,9 @@ class CornerCutter {
     for (const GridPoint& p : ring) points_.push_back(grid(p));
     std::vector<std::size_t> order(ring.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
-    std::ranges::sort(order, {}, [&](std::size_t i) { return std::pair(ring[i], -angleAt(i)); });
+    std::ranges::sort(order, [&](std::size_t a, std::size_t b) {
+      return std::pair(ring[a], -angleAt(a)) < std::pair(ring[b], -angleAt(b));
+    });
     cut_.resize(ring.size(), false);
     for (std::size_t i = 1; i < order.size(); ++i) {
       cut_[order[i]] = ring[order[i]] == ring[order[i - 1]];

@@ -148,7 +148,9 @@ class Net {
     const StabbingTree tree(std::move(spans));
     std::vector<std::size_t> order(components_.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
-    std::ranges::sort(order, {}, [this](std::size_t i) { return components_[i].lowest; });
+    std::ranges::sort(order, [this](std::size_t a, std::size_t b) {
+      return components_[a].lowest < components_[b].lowest;
+    });
     for (const std::size_t i : order) {
       const Component& component = components_[i];
       if (component.outside == kNone) continue;

@@ -23,7 +23,7 @@ void keepOddOnes(std::vector<GridSegment>& segments) {
   for (GridSegment& s : segments) {
     if (s.to < s.from) std::swap(s.from, s.to);
   }
-  std::ranges::sort(segments);
+  std::sort(segments.begin(), segments.end());
   std::vector<GridSegment> odd;
   for (const GridSegment& segment : segments) {
     if (!odd.empty() && odd.back() == segment) {

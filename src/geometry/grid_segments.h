@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -13,7 +12,10 @@ struct GridPoint {
   std::int64_t x = 0;
   std::int64_t y = 0;
 
-  auto operator<=>(const GridPoint&) const = default;
+  bool operator==(const GridPoint&) const = default;
+  constexpr bool operator<(const GridPoint& other) const {
+    return x != other.x ? x < other.x : y < other.y;
+  }
 };
 
 inline constexpr std::int64_t kLargestStep = std::int64_t{1} << 28;
@@ -23,7 +25,10 @@ struct GridSegment {
   GridPoint from;
   GridPoint to;
 
-  auto operator<=>(const GridSegment&) const = default;
+  bool operator==(const GridSegment&) const = default;
+  constexpr bool operator<(const GridSegment& other) const {
+    return from != other.from ? from < other.from : to < other.to;
+  }
 };
 
 constexpr GridPoint operator-(GridPoint a, GridPoint b) { return {a.x - b.x, a.y - b.y}; }

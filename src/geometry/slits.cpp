@@ -23,7 +23,7 @@ Path fromRightmost(const Path& ring) {
   }
   const auto rightmost =
       std::ranges::max_element(split.vertices, {}, [](const Vertex& v) { return v.at.x; });
-  std::ranges::rotate(split.vertices, rightmost);
+  std::rotate(split.vertices.begin(), rightmost, split.vertices.end());
   return split;
 }
 

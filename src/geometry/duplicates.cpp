@@ -1,0 +1,137 @@
+#include "geometry/duplicates.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <numbers>
+#include <tuple>
+#include <unordered_map>
+
+#include "geometry/overlaps.h"
+
+namespace quillon::geometry {
+namespace {
+
+/// Three points that tell a stroke from others, within a distance.
+using Features = std::array<Point, 3>;
+
+Features featuresOf(const Stroke& stroke) {
+  const Edge& edge = stroke.edge;
+  if (stroke.isCircle) {
+    const Point right{edge.from.x + norm(edge.to - edge.from), edge.from.y};
+    return {edge.from, edge.from, right};
+  }
+  return {edge.from, edge.to, pointAt(edge, 0.5)};
+}
+
+bool isNothing(const Stroke& stroke, double resolution) {
+  if (!isUsable(stroke.edge.from) || !isUsable(stroke.edge.to)) return true;
+  if (stroke.isCircle) return norm(stroke.edge.to - stroke.edge.from) < resolution;
+  if (!(std::fabs(stroke.edge.curve) < 360.0)) return true;
+  return stroke.edge.from == stroke.edge.to || lengthOf(stroke.edge) < resolution;
+}
+
+/// Strokes by the cells that their features are in. Cells are much larger than the resolution, so
+/// that few strokes have to be looked for in more than one.
+class StrokeIndex {
+ public:
+  StrokeIndex(const std::vector<Stroke>& strokes, double resolution)
+      : strokes_(strokes), resolution_(resolution), cell_(resolution * 16.0) {}
+
+  bool hasEqual(const Stroke& stroke) const {
+    Features features = featuresOf(stroke);
+    if (hasEqual(stroke, features)) return true;
+    std::swap(features[0], features[1]);
+    return hasEqual(stroke, features);
+  }
+
+  void add(std::size_t index) {
+    std::array<double, 6> cells{};
+    const Features features = featuresOf(strokes_[index]);
+    for (std::size_t i = 0; i < 3; ++i) {
+      cells[2 * i] = std::floor(features[i].x / cell_);
+      cells[2 * i + 1] = std::floor(features[i].y / cell_);
+    }
+    byHash_.emplace(hashOf(strokes_[index], cells), index);
+  }
+
+ private:
+  static std::uint64_t hashOf(const Stroke& stroke, const std::array<double, 6>& cells) {
+    std::uint64_t hash = stroke.layer * 2 + (stroke.isCircle ? 1 : 0);
+    for (const double cell : cells) {
+      hash = (hash ^ std::bit_cast<std::uint64_t>(cell + 0.0)) * 0x9e3779b97f4a7c15U;
+      hash ^= hash >> 29;
+    }
+    return hash;
+  }
+
+  bool hasEqual(const Stroke& stroke, const Features& features) const {
+    std::array<double, 6> cells{};
+    return searchFrom(0, stroke, features, cells);
+  }
+
+  /// Tries each cell that the coordinate, and then those after it, may be in.
+  bool searchFrom(std::size_t coordinate, const Stroke& stroke, const Features& features,
+                  std::array<double, 6>& cells) const {
+    if (coordinate == cells.size()) return isIn(hashOf(stroke, cells), stroke, features);
+    const Point p = features[coordinate / 2];
+    const double value = coordinate % 2 == 0 ? p.x : p.y;
+    const double low = std::floor((value - resolution_) / cell_);
+    const double high = std::floor((value + resolution_) / cell_);
+    cells[coordinate] = low;
+    if (searchFrom(coordinate + 1, stroke, features, cells)) return true;
+    if (low == high) return false;
+    cells[coordinate] = high;
+    return searchFrom(coordinate + 1, stroke, features, cells);
+  }
+
+  bool isIn(std::uint64_t hash, const Stroke& stroke, const Features& features) const {
+    const auto [first, last] = byHash_.equal_range(hash);
+    return std::any_of(first, last, [&](const auto& entry) {
+      const Stroke& other = strokes_[entry.second];
+      if (other.layer != stroke.layer || other.isCircle != stroke.isCircle) return false;
+      const Features others = featuresOf(other);
+      return norm(others[0] - features[0]) <= resolution_ &&
+             norm(others[1] - features[1]) <= resolution_ &&
+             norm(others[2] - features[2]) <= resolution_;
+    });
+  }
+
+  const std::vector<Stroke>& strokes_;
+  double resolution_;
+  double cell_;
+  std::unordered_multimap<std::uint64_t, std::size_t> byHash_;
+};
+
+}  // namespace
+
+Cleaned withoutDuplicates(std::span<const Stroke> strokes, double resolution) {
+  Cleaned result;
+  StrokeIndex index(result.strokes, resolution);
+  for (std::size_t i = 0; i < strokes.size(); ++i) {
+    if (isNothing(strokes[i], resolution)) {
+      ++result.zeroLength;
+    } else if (index.hasEqual(strokes[i])) {
+      ++result.equal;
+    } else {
+      result.strokes.push_back(strokes[i]);
+      result.from.push_back(i);
+      index.add(result.strokes.size() - 1);
+    }
+  }
+  const std::vector<bool> kept = mergeOverlaps(result.strokes, resolution);
+  std::size_t next = 0;
+  for (std::size_t i = 0; i < kept.size(); ++i) {
+    if (!kept[i]) continue;
+    result.strokes[next] = result.strokes[i];
+    result.from[next++] = result.from[i];
+  }
+  result.merged = kept.size() - next;
+  result.strokes.resize(next);
+  result.from.resize(next);
+  return result;
+}
+
+}  // namespace quillon::geometry

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "geometry/end_grid.h"
+#include "geometry/point.h"
+
+namespace quillon::geometry {
+
+/// An end that no other one on its layer meets.
+struct Gap {
+  struct End {
+    std::size_t piece = 0;
+    Point at;
+
+    bool operator==(const End&) const = default;
+  };
+
+  End end;
+  std::optional<End> next;  ///< the nearest other end on the layer; none when there is no other
+  double distance = 0.0;    ///< to it, in units of the paths
+
+  bool operator==(const Gap&) const = default;
+};
+
+/// The ends left alone after joinEnds(), nearest to their next one first, those without a next one
+/// last; equal distances in the order of the pieces. The other end of the same piece counts as
+/// next, where it is the nearest. Of two ends that are each other's next, both are told. Time n log
+/// n where ends are not all on top of each other.
+std::vector<Gap> gapsOf(std::span<const Piece> pieces, const JoinedEnds& ends);
+
+}  // namespace quillon::geometry

@@ -1,0 +1,233 @@
+#include "geometry/overlaps.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <optional>
+#include <tuple>
+
+namespace quillon::geometry {
+namespace {
+
+constexpr double kPi = std::numbers::pi;
+/// Radians; lines that turn from each other by less than half of it are compared.
+constexpr double kAngleCell = 1e-4;
+constexpr std::size_t kMostOpen = 16;
+
+/// A stroke by the line or circle that it is part of, and from where to where.
+struct Part {
+  std::array<double, 3> carrier{};
+  double low = 0.0;
+  double high = 0.0;
+  std::size_t stroke = 0;
+};
+
+/// Lines without a sense point to the right, or upwards: what is near the limit of one is not near
+/// that of the other.
+Point directionOf(const Edge& edge, bool upwards) {
+  const Point way = directionAt({edge.from, edge.to, 0.0}, 0.0);
+  return (upwards ? way.y : way.x) < 0.0 ? way * -1.0 : way;
+}
+
+/// One line when both ends of the shorter one are as near to the longer one as the resolution.
+std::optional<Edge> unionOfLines(const Edge& one, const Edge& other, double resolution) {
+  const bool longer = norm(one.to - one.from) >= norm(other.to - other.from);
+  const Edge& base = longer ? one : other;
+  const Point way = directionAt(base, 0.0);
+  const auto isNear = [&](Point p) { return std::fabs(cross(way, p - base.from)) <= resolution; };
+  const Edge& shorter = longer ? other : one;
+  if (!isNear(shorter.from) || !isNear(shorter.to)) return std::nullopt;
+  const auto along = [&](Point p) { return dot(way, p - base.from); };
+  const auto [low, high] = std::minmax({along(shorter.from), along(shorter.to)});
+  const double length = along(base.to);
+  if (std::min(high, length) - std::max(low, 0.0) <= resolution) return std::nullopt;
+  std::array<Point, 4> points{base.from, base.to, shorter.from, shorter.to};
+  std::ranges::stable_sort(points, {}, along);
+  const bool forward = dot(way, one.to - one.from) > 0.0;
+  return forward ? Edge{points[0], points[3], 0.0} : Edge{points[3], points[0], 0.0};
+}
+
+struct Turn {
+  Circle circle;
+  double start = 0.0;  ///< radians; counter-clockwise
+  double sweep = 0.0;  ///< 2 pi for circles
+  Point from;
+  Point to;
+};
+
+Turn turnOf(const Stroke& stroke) {
+  const Edge& edge = stroke.edge;
+  if (stroke.isCircle) {
+    return {{edge.from, norm(edge.to - edge.from)}, 0.0, 2.0 * kPi, {}, {}};
+  }
+  const Edge left = edge.curve < 0.0 ? reversed(edge) : edge;
+  const Circle circle = circleOf(left);
+  const Point out = left.from - circle.centre;
+  return {circle, std::atan2(out.y, out.x), radiansOf(left.curve), left.from, left.to};
+}
+
+/// The union of two arcs of one circle that overlap.
+std::optional<Stroke> unionOfArcs(const Stroke& one, const Stroke& other, double resolution) {
+  const Turn a = turnOf(one);
+  const Turn b = turnOf(other);
+  if (norm(a.circle.centre - b.circle.centre) > resolution ||
+      std::fabs(a.circle.radius - b.circle.radius) > resolution) {
+    return std::nullopt;
+  }
+  if (one.isCircle) return one;
+  if (other.isCircle) return Stroke{other.edge, one.layer, true};
+  const double least = resolution / a.circle.radius;
+  const auto after = [](double from, double to) {
+    const double turn = std::fmod(to - from, 2.0 * kPi);
+    return turn < 0.0 ? turn + 2.0 * kPi : turn;
+  };
+  // Where each one starts, seen from the start of the other.
+  const double toOther = after(a.start, b.start);
+  const double toOne = after(b.start, a.start);
+  const bool otherStartsInside = toOther < a.sweep - least;
+  const bool oneStartsInside = toOne < b.sweep - least;
+  if (!otherStartsInside && !oneStartsInside) return std::nullopt;
+  if (otherStartsInside && oneStartsInside && toOther > least && toOne > least) {
+    return Stroke{{a.circle.centre, a.from, 0.0}, one.layer, true};
+  }
+  const Turn& first = otherStartsInside ? a : b;
+  const Turn& second = otherStartsInside ? b : a;
+  const double way = otherStartsInside ? toOther : toOne;
+  const bool reaches = way + second.sweep > first.sweep;
+  const double sweep = reaches ? way + second.sweep : first.sweep;
+  if (sweep > 2.0 * kPi - least) {
+    return Stroke{{a.circle.centre, a.from, 0.0}, one.layer, true};
+  }
+  Edge edge{first.from, reaches ? second.to : first.to, degreesOf(sweep)};
+  if (one.edge.curve < 0.0) edge = reversed(edge);
+  return Stroke{edge, one.layer, false};
+}
+
+class Merger {
+ public:
+  Merger(std::vector<Stroke>& strokes, double resolution)
+      : strokes_(strokes), resolution_(resolution), kept_(strokes.size(), true) {
+    Box box = Box::nothing();
+    for (const Stroke& stroke : strokes) {
+      box.add(stroke.edge.from);
+      box.add(stroke.edge.to);
+    }
+    if (!strokes.empty()) origin_ = box.low + (box.high - box.low) * 0.5;
+    size_ = strokes.empty() ? 0.0 : norm(box.high - box.low);
+  }
+
+  /// Strokes that are near each other are in the same cell of one of several grids at least, each
+  /// of which is moved by half a cell in some of the coordinates.
+  std::vector<bool> merge() {
+    for (unsigned shift = 0; shift < 8; ++shift) {
+      mergeIn(shift, false);
+      mergeIn(shift, true);
+    }
+    return kept_;
+  }
+
+ private:
+  bool isLine(std::size_t i) const {
+    return strokes_[i].edge.curve == 0.0 && !strokes_[i].isCircle;
+  }
+
+  Part partOfLine(std::size_t i, bool upwards) const {
+    const Edge& edge = strokes_[i].edge;
+    const Point way = directionOf(edge, upwards);
+    const auto [low, high] =
+        std::minmax({dot(way, edge.from - origin_), dot(way, edge.to - origin_)});
+    const double offsetCell = 16.0 * resolution_ + kAngleCell * size_;
+    return {
+        {std::atan2(way.y, way.x) / kAngleCell, cross(way, edge.from - origin_) / offsetCell, 0.0},
+        low,
+        high,
+        i};
+  }
+
+  Part partOfArc(std::size_t i) const {
+    const Turn turn = turnOf(strokes_[i]);
+    const double cell = 16.0 * resolution_;
+    const Point centre = (turn.circle.centre - origin_) * (1.0 / cell);
+    return {
+        {centre.x, centre.y, turn.circle.radius / cell}, turn.start, turn.start + turn.sweep, i};
+  }
+
+  void mergeIn(unsigned shift, bool lines) {
+    std::vector<Part> parts;
+    for (std::size_t i = 0; i < strokes_.size(); ++i) {
+      if (!kept_[i] || isLine(i) != lines) continue;
+      Part part = lines ? partOfLine(i, shift >= 4) : partOfArc(i);
+      for (unsigned k = 0; k < 3; ++k) {
+        part.carrier[k] = std::floor(part.carrier[k] + ((shift >> k) & 1U) * 0.5);
+      }
+      parts.push_back(part);
+    }
+    const auto key = [this](const Part& part) {
+      return std::tuple(strokes_[part.stroke].layer, part.carrier);
+    };
+    std::ranges::sort(parts, [&](const Part& a, const Part& b) {
+      return std::tuple(key(a), a.low, a.stroke) < std::tuple(key(b), b.low, b.stroke);
+    });
+    for (std::size_t first = 0; first < parts.size();) {
+      std::size_t last = first + 1;
+      while (last < parts.size() && key(parts[last]) == key(parts[first])) ++last;
+      if (last - first > 1)
+        mergeParts({parts.begin() + std::ptrdiff_t(first), parts.begin() + std::ptrdiff_t(last)},
+                   lines);
+      first = last;
+    }
+  }
+
+  /// Compares each part with the last ones that may reach to it; arcs once more across the angle at
+  /// which their circle starts.
+  void mergeParts(std::span<const Part> parts, bool lines) {
+    std::vector<std::size_t> open;
+    const std::size_t rounds = lines ? 1 : 2;
+    for (std::size_t k = 0; k < rounds * parts.size(); ++k) {
+      std::size_t stroke = parts[k % parts.size()].stroke;
+      if (!kept_[stroke]) continue;
+      std::erase_if(open, [&](std::size_t i) { return i == stroke || !kept_[i]; });
+      for (std::size_t i = 0; i < open.size(); ++i) {
+        if (!mergePair(stroke, open[i], lines)) continue;
+        // The union may reach to others.
+        stroke = std::min(stroke, open[i]);
+        open.erase(open.begin() + std::ptrdiff_t(i));
+        i = std::size_t(-1);
+      }
+      open.push_back(stroke);
+      if (open.size() > kMostOpen) open.erase(open.begin());
+    }
+  }
+
+  /// Into the one that comes first.
+  bool mergePair(std::size_t a, std::size_t b, bool lines) {
+    const std::size_t first = std::min(a, b);
+    const std::size_t second = std::max(a, b);
+    if (lines) {
+      const auto edge = unionOfLines(strokes_[first].edge, strokes_[second].edge, resolution_);
+      if (!edge) return false;
+      strokes_[first].edge = *edge;
+    } else {
+      const auto stroke = unionOfArcs(strokes_[first], strokes_[second], resolution_);
+      if (!stroke) return false;
+      strokes_[first] = *stroke;
+    }
+    kept_[second] = false;
+    return true;
+  }
+
+  std::vector<Stroke>& strokes_;
+  double resolution_;
+  std::vector<bool> kept_;
+  Point origin_;
+  double size_ = 0.0;
+};
+
+}  // namespace
+
+std::vector<bool> mergeOverlaps(std::vector<Stroke>& strokes, double resolution) {
+  return Merger(strokes, resolution).merge();
+}
+
+}  // namespace quillon::geometry

@@ -1,0 +1,70 @@
+#include "geometry/gaps.h"
+
+#include <gtest/gtest.h>
+
+#include "geometry/path_arcs.h"
+#include "geometry/path_samples.h"
+
+namespace quillon::geometry {
+namespace {
+
+Piece line(Point from, Point to, std::size_t layer = 0) {
+  return {openPath({{from}, {to}}), layer, 0, false};
+}
+
+TEST(GapsOf, TellsEndsLeftAloneNearestFirst) {
+  std::vector<Piece> pieces = {line({0, 0}, {10, 0}), line({10, 0}, {10, 10}),
+                               line({10, 10.2}, {0, 10}), line({0, 9}, {0, 0})};
+  const auto gaps = gapsOf(pieces, joinEnds(pieces, 0.01));
+  ASSERT_EQ(gaps.size(), 4U);
+  EXPECT_EQ(gaps[0].end, (Gap::End{1, {10, 10}}));
+  EXPECT_EQ(gaps[0].next, (Gap::End{2, {10, 10.2}}));
+  EXPECT_NEAR(gaps[0].distance, 0.2, 1e-12);
+  EXPECT_EQ(gaps[1].end.piece, 2U);
+  EXPECT_EQ(gaps[2].end, (Gap::End{2, {0, 10}}));
+  EXPECT_EQ(gaps[2].next, (Gap::End{3, {0, 9}}));
+  EXPECT_EQ(gaps[2].distance, 1.0);
+}
+
+TEST(GapsOf, LooksOnTheSameLayerAlone) {
+  std::vector<Piece> pieces = {line({0, 0}, {10, 0}), line({10.1, 0}, {20, 0}, 1)};
+  const auto gaps = gapsOf(pieces, joinEnds(pieces, 0.01));
+  ASSERT_EQ(gaps.size(), 4U);
+  for (const Gap& gap : gaps) EXPECT_EQ(gap.next->piece, gap.end.piece);
+}
+
+TEST(GapsOf, FindsNoneInAClosedChain) {
+  std::vector<Piece> pieces = {line({0, 0}, {10, 0}), line({10, 0}, {5, 5}), line({5, 5}, {0, 0})};
+  EXPECT_TRUE(gapsOf(pieces, joinEnds(pieces, 0.01)).empty());
+}
+
+TEST(GapsOf, AgreesWithAllPairs) {
+  std::mt19937 random(31);
+  std::uniform_real_distribution<double> coordinate(0, 100);
+  std::vector<Piece> pieces;
+  std::vector<Point> ends;
+  for (int i = 0; i < 300; ++i) {
+    for (int k = 0; k < 2; ++k) ends.push_back({coordinate(random), coordinate(random)});
+    pieces.push_back(line(ends[ends.size() - 2], ends.back()));
+  }
+  const auto gaps = gapsOf(pieces, joinEnds(pieces, 0.0));
+  ASSERT_EQ(gaps.size(), 600U);
+  for (const Gap& gap : gaps) {
+    double nearest = 1e9;
+    for (const Point p : ends) {
+      if (p != gap.end.at) nearest = std::min(nearest, norm(p - gap.end.at));
+    }
+    EXPECT_EQ(gap.distance, nearest);
+  }
+  EXPECT_TRUE(std::ranges::is_sorted(gaps, {}, &Gap::distance));
+}
+
+TEST(GapsOf, SurvivesHostilePaths) {
+  std::vector<Piece> pieces;
+  for (const Path& path : hostilePaths()) pieces.push_back({path, 0, 0, false});
+  EXPECT_LE(gapsOf(pieces, joinEnds(pieces, 0.01)).size(), 2 * pieces.size());
+  EXPECT_TRUE(gapsOf({}, {}).empty());
+}
+
+}  // namespace
+}  // namespace quillon::geometry
