@@ -65,7 +65,7 @@ Path reversed(const Path& path) {
 }
 
 Box boundsOf(const Path& path) {
-  Box box = Box::nothing();
+  Box box;
   if (!isUsable(path)) return box;
   for (const Vertex& vertex : path.vertices) box.add(vertex.at);
   for (std::size_t i = 0; i < edgeCount(path); ++i) box.add(boundsOf(edgeAt(path, i)));
@@ -120,7 +120,7 @@ PointLocator::PointLocator(std::span<const Path> paths) {
 }
 
 Location PointLocator::locate(Point p) const {
-  if (!isUsable(p)) return Location::outside;
+  if (!usable(p)) return Location::outside;
   std::vector<std::size_t> hits;
   tree_.find(p.x, hits);
   bool odd = false;
@@ -136,7 +136,7 @@ Location PointLocator::locate(Point p) const {
 
 PointLocator::Rings PointLocator::ringsAt(Point p) const {
   Rings rings;
-  if (!isUsable(p)) return rings;
+  if (!usable(p)) return rings;
   std::vector<std::size_t> hits;
   tree_.find(p.x, hits);
   std::vector<std::size_t> above;

@@ -19,8 +19,8 @@ Edge movedLeft(const Edge& edge, double by) {
     const Point centre = circleOf(edge).centre;
     return {centre, centre, edge.curve};
   }
-  return {edge.from + turnedLeft(directionAt(edge, 0.0)) * by,
-          edge.to + turnedLeft(directionAt(edge, 1.0)) * by, edge.curve};
+  return {edge.from + leftOf(directionAt(edge, 0.0)) * by,
+          edge.to + leftOf(directionAt(edge, 1.0)) * by, edge.curve};
 }
 
 struct Turn {
@@ -35,7 +35,7 @@ struct Turn {
   /// twice the width.
   std::optional<Point> mitre(double by) const {
     const double share = 1.0 + dot(before, after);
-    const Point tip = turnedLeft(before + after) * (by / share);
+    const Point tip = leftOf(before + after) * (by / share);
     if (!(share > 0.0) || norm(tip) > 4.0 * by) return std::nullopt;
     return tip;
   }
@@ -60,7 +60,7 @@ std::optional<std::pair<double, double>> lastMeeting(const Edge& one, const Edge
     if (!(aside >= 0.0)) return std::nullopt;
     const Point unit = way * (1.0 / apart);
     for (const double side : {-aside, aside}) {
-      points.push_back(a.centre + unit * along + turnedLeft(unit) * side);
+      points.push_back(a.centre + unit * along + leftOf(unit) * side);
     }
   }
   std::optional<std::pair<double, double>> best;
@@ -203,9 +203,9 @@ std::vector<Region> inPieces(const Path& path, double by) {
     if (turn.isSmooth()) continue;
     // Seen backwards, the outer side of a bend to the left is at the left.
     if (turn.toLeft()) turn = {turn.after * -1.0, turn.before * -1.0};
-    Path corner{{{edge.to}, {edge.to + turnedLeft(turn.before) * by}}, true};
+    Path corner{{{edge.to}, {edge.to + leftOf(turn.before) * by}}, true};
     if (const auto tip = turn.mitre(by)) corner.vertices.push_back({edge.to + *tip});
-    corner.vertices.push_back({edge.to + turnedLeft(turn.after) * by});
+    corner.vertices.push_back({edge.to + leftOf(turn.after) * by});
     add(corner);
   }
   return pieces;

@@ -31,7 +31,7 @@ class Border {
 
   Point at(double fraction) const {
     const double width = width_.start + (width_.end - width_.start) * fraction;
-    return pointAt(edge_, fraction) + turnedLeft(directionAt(edge_, fraction)) * (side_ * width);
+    return pointAt(edge_, fraction) + leftOf(directionAt(edge_, fraction)) * (side_ * width);
   }
 
   /// As arcs, without the point at the end.

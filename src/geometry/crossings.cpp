@@ -110,7 +110,7 @@ std::optional<std::vector<Path>> flatLoops(std::span<const Path> loops, double t
 
 CrossingFaces facesOf(std::span<const Path> loops, const CrossingOptions& options) {
   CrossingFaces result;
-  Box box = Box::nothing();
+  Box box;
   const auto flat = flatLoops(loops, options.tolerance, box);
   if (!flat) return {{}, false};
   const Grid grid(box, options.tolerance / 10.0);

@@ -27,7 +27,7 @@ Features featuresOf(const Stroke& stroke) {
 }
 
 bool isNothing(const Stroke& stroke, double resolution) {
-  if (!isUsable(stroke.edge.from) || !isUsable(stroke.edge.to)) return true;
+  if (!usable(stroke.edge.from) || !usable(stroke.edge.to)) return true;
   if (stroke.isCircle) return norm(stroke.edge.to - stroke.edge.from) < resolution;
   if (!(std::fabs(stroke.edge.curve) < 360.0)) return true;
   return stroke.edge.from == stroke.edge.to || lengthOf(stroke.edge) < resolution;

@@ -13,7 +13,7 @@ struct Crossing {
 };
 
 bool isUsable(const HatchFamily& family) {
-  return std::fabs(family.angle) <= 1e9 && isUsable(family.origin) && isUsable(family.step) &&
+  return std::fabs(family.angle) <= 1e9 && usable(family.origin) && usable(family.step) &&
          std::ranges::all_of(family.dashes, [](double d) { return std::fabs(d) <= 1e100; });
 }
 

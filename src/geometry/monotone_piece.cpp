@@ -50,7 +50,7 @@ void addExtremes(const MonotonePiece& arc, const MonotonePiece& other, int sign,
   const Point chord = other.right - other.left;
   Point along = chord;
   if (!other.isStraight()) {
-    along = turnedLeft(circleOf(other.asEdge()).centre - circleOf(arc.asEdge()).centre);
+    along = leftOf(circleOf(other.asEdge()).centre - circleOf(arc.asEdge()).centre);
   }
   const double length = norm(along);
   if (length == 0.0) {

@@ -108,7 +108,7 @@ class Merger {
  public:
   Merger(std::vector<Stroke>& strokes, double resolution)
       : strokes_(strokes), resolution_(resolution), kept_(strokes.size(), true) {
-    Box box = Box::nothing();
+    Box box;
     for (const Stroke& stroke : strokes) {
       box.add(stroke.edge.from);
       box.add(stroke.edge.to);

@@ -9,7 +9,6 @@ namespace quillon::geometry {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-constexpr double kLargest = 1e100;
 
 double halfSweep(const Edge& edge) { return radiansOf(edge.curve) / 2.0; }
 
@@ -39,29 +38,10 @@ double zeroBetween(const Function& function, Sample low, Sample high) {
 
 }  // namespace
 
-double norm(Point v) { return std::hypot(v.x, v.y); }
-
 Point turned(Point v, double radians) {
   const double sine = std::sin(radians);
   const double cosine = std::cos(radians);
   return {v.x * cosine - v.y * sine, v.x * sine + v.y * cosine};
-}
-
-bool isUsable(Point p) { return std::fabs(p.x) <= kLargest && std::fabs(p.y) <= kLargest; }
-
-void Box::add(Point p) {
-  low = {std::min(low.x, p.x), std::min(low.y, p.y)};
-  high = {std::max(high.x, p.x), std::max(high.y, p.y)};
-}
-
-void Box::add(const Box& other) {
-  low = {std::min(low.x, other.low.x), std::min(low.y, other.low.y)};
-  high = {std::max(high.x, other.high.x), std::max(high.y, other.high.y)};
-}
-
-Box Box::nothing() {
-  constexpr double kFar = std::numeric_limits<double>::infinity();
-  return {{kFar, kFar}, {-kFar, -kFar}};
 }
 
 std::size_t edgeCount(const Path& path) {
@@ -79,18 +59,15 @@ Edge reversed(const Edge& edge) { return {edge.to, edge.from, -edge.curve}; }
 
 bool isUsable(const Path& path) {
   return std::ranges::all_of(path.vertices, [](const Vertex& vertex) {
-    return isUsable(vertex.at) && std::fabs(vertex.curve) < 360.0;
+    return usable(vertex.at) && std::fabs(vertex.curve) < 360.0;
   });
 }
-
-double radiansOf(double degrees) { return degrees * (kPi / 180.0); }
-double degreesOf(double radians) { return radians * (180.0 / kPi); }
 
 Circle circleOf(const Edge& edge) {
   const Point chord = edge.to - edge.from;
   const double half = halfSweep(edge);
   const double toCentre = 0.5 * std::cos(half) / std::sin(half);
-  return {edge.from + chord * 0.5 + turnedLeft(chord) * toCentre,
+  return {edge.from + chord * 0.5 + leftOf(chord) * toCentre,
           0.5 * norm(chord) / std::fabs(std::sin(half))};
 }
 
@@ -178,7 +155,7 @@ std::vector<double> fractionsOnLine(const Edge& edge, Point on, Point direction)
 }
 
 Box boundsOf(const Edge& edge) {
-  Box box = Box::nothing();
+  Box box;
   box.add(edge.from);
   box.add(edge.to);
   if (isStraight(edge)) return box;

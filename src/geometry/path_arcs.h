@@ -3,25 +3,15 @@
 #include <cstddef>
 #include <vector>
 
+#include "geometry/box.h"
+#include "geometry/degrees.h"
 #include "geometry/path.h"
 #include "geometry/point.h"
 
 namespace quillon::geometry {
 
-constexpr Point operator+(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
-constexpr Point operator-(Point a, Point b) { return {a.x - b.x, a.y - b.y}; }
-constexpr Point operator*(Point a, double by) { return {a.x * by, a.y * by}; }
-constexpr double dot(Point a, Point b) { return a.x * b.x + a.y * b.y; }
-/// Positive when `b` points to the left of `a`.
-constexpr double cross(Point a, Point b) { return a.x * b.y - a.y * b.x; }
-double norm(Point v);
-/// By a quarter turn to the left.
-constexpr Point turnedLeft(Point v) { return {-v.y, v.x}; }
 /// By an angle in radians, counter-clockwise.
 Point turned(Point v, double radians);
-/// Coordinates with which squares and products stay finite: at most 1e100 away from zero.
-bool isUsable(Point p);
-
 /// A line or an arc by its two ends. Nothing here needs the centre, so that arcs that are almost
 /// straight are as exact as any other.
 struct Edge {
@@ -37,25 +27,12 @@ struct Circle {
   double radius = 0.0;
 };
 
-/// A rectangle; empty when its low corner is not below its high one.
-struct Box {
-  Point low;
-  Point high;
-
-  void add(Point p);
-  void add(const Box& other);
-  static Box nothing();
-};
-
 std::size_t edgeCount(const Path& path);
 /// The edge that starts at a vertex; `index` is below edgeCount().
 Edge edgeAt(const Path& path, std::size_t index);
 Edge reversed(const Edge& edge);
-/// All vertices can be reckoned with, and all curves are in ]-360, 360[.
+/// All vertices are usable(), and all curves are in ]-360, 360[.
 bool isUsable(const Path& path);
-
-double radiansOf(double degrees);
-double degreesOf(double radians);
 
 /// The circle that an arc is part of; `edge.curve` is not 0.
 Circle circleOf(const Edge& edge);

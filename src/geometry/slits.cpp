@@ -130,7 +130,7 @@ class SlitRing {
 
   /// The edge comes nearer to the slit than its width; `skip` leaves out the slit's two ends.
   bool comesNear(const Edge& edge, Point along, double length, double skip) const {
-    const Point across = turnedLeft(along);
+    const Point across = leftOf(along);
     const double near = 1.5 * width_;
     // The part of the edge beside the slit, between two lines at right angles to it.
     for (const double side : {-near, near}) {
@@ -151,7 +151,7 @@ class SlitRing {
     const std::size_t count = ring_.vertices.size();
     const Point at = ring_.vertices[vertex].at;
     const Point way = from_ - at;
-    const Point aside = turnedLeft(way) * (0.5 * width_ / norm(way));
+    const Point aside = leftOf(way) * (0.5 * width_ / norm(way));
     Vertex& before = ring_.vertices[(vertex + count - 1) % count];
     const Edge arriving = ending(edgeAt(ring_, (vertex + count - 1) % count), way, aside);
     const Edge leaving = reversed(ending(reversed(edgeAt(ring_, vertex)), way, aside * -1.0));
@@ -205,9 +205,9 @@ std::optional<Path> joinedBySlits(const Region& region, double width) {
 }  // namespace
 
 std::vector<Path> withoutHoles(const Region& region, const SlitOptions& options) {
-  const bool usable = isUsable(region.outer) &&
-                      std::ranges::all_of(region.holes, [](const Path& p) { return isUsable(p); });
-  if (!usable || region.outer.vertices.size() < 2) return {};
+  const bool fits = isUsable(region.outer) &&
+                    std::ranges::all_of(region.holes, [](const Path& p) { return isUsable(p); });
+  if (!fits || region.outer.vertices.size() < 2) return {};
   if (region.holes.empty()) return {region.outer};
   if (region.holes.size() < options.bandsFrom) {
     if (auto joined = joinedBySlits(region, options.width)) return {std::move(*joined)};

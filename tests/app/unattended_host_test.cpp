@@ -51,7 +51,7 @@ TEST_F(UnattendedHostTest, PrintsALongMessageWholeAndOnce) {
   const std::string path = "C:\\" + std::string(190, 'x') + "\\a.dxf";
   const std::string text = path + ": The script has reached the limit of 6 lines.";
   const std::string go =
-      " Please convert the drawing in the window, which asks whether to go on.\n";
+      " Please convert the drawing in the window, which asks whether to continue.\n";
   EXPECT_EQ(printedBy([&] {
               host.tell({MessageKind::Error, "File Error", text, text});
             }),

@@ -65,7 +65,7 @@ void check(const Options& options) {
   require(std::isfinite(job.scale) && job.scale != 0.0, "the scale is a number other than 0");
   require(std::isfinite(job.offsetX) && std::isfinite(job.offsetY) && std::isfinite(job.polyWidth),
           "offsets and widths are numbers");
-  require(job.unit != base::Unit::None && within(job.targetKind, 0, 3) &&
+  require(job.unit != quillon::base::Unit::None && within(job.targetKind, 0, 3) &&
               within(job.version, 0, 1) && within(job.poly, -1, 2) && within(job.blocks, 0, 2),
           "choices are within their lists");
 }

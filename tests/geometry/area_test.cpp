@@ -14,7 +14,7 @@ constexpr double kPi = std::numbers::pi;
 TEST(SignedArea, CountsSegmentsOfCircles) {
   EXPECT_DOUBLE_EQ(signedArea(rectangle(1, 1, 3, 4)), 6.0);
   EXPECT_DOUBLE_EQ(signedArea(reversed(rectangle(1, 1, 3, 4))), -6.0);
-  EXPECT_NEAR(signedArea(circle({1e4, 5}, 2)), 4 * kPi, 1e-11);
+  EXPECT_NEAR(signedArea(circlePath({1e4, 5}, 2)), 4 * kPi, 1e-11);
   // A square of 2 with a half circle bulging in at the bottom, and one bulging out at the top.
   EXPECT_NEAR(signedArea(closedPath({{{0, 0}, -180.0}, {{2, 0}}, {{2, 2}, 180.0}, {{0, 2}}})), 4.0,
               1e-14);
@@ -44,7 +44,7 @@ TEST(Bounds, ReachToTheSummitsOfArcs) {
 
 TEST(Flattened, StaysWithinTheTolerance) {
   for (const double tolerance : {1.0, 0.1, 0.001}) {
-    const Path ring = circle({0, 0}, 10);
+    const Path ring = circlePath({0, 0}, 10);
     const Path flat = flattened(ring, tolerance);
     double worst = 0.0;
     for (std::size_t i = 0; i < edgeCount(flat); ++i) {
@@ -54,7 +54,7 @@ TEST(Flattened, StaysWithinTheTolerance) {
     EXPECT_LE(worst, tolerance * 1.0001);
     EXPECT_GE(worst, tolerance * 0.3);
   }
-  EXPECT_LE(flattened(circle({0, 0}, 1), 0.0).vertices.size(), 20000U);
+  EXPECT_LE(flattened(circlePath({0, 0}, 1), 0.0).vertices.size(), 20000U);
   EXPECT_EQ(flattened(rectangle(0, 0, 1, 1), 0.1), rectangle(0, 0, 1, 1));
 }
 
@@ -90,7 +90,7 @@ TEST(Locate, KnowsBothSidesOfArcs) {
 TEST(Locate, AgreesWithDistancesFromACentre) {
   std::mt19937 random(7);
   std::uniform_real_distribution<double> coordinate(-3, 3);
-  const std::vector<Path> rings = {circle({0, 0}, 2), reversed(circle({0.5, 0}, 1))};
+  const std::vector<Path> rings = {circlePath({0, 0}, 2), reversed(circlePath({0.5, 0}, 1))};
   const PointLocator locator(rings);
   for (int i = 0; i < 2000; ++i) {
     const Point p{coordinate(random), coordinate(random)};
@@ -101,7 +101,7 @@ TEST(Locate, AgreesWithDistancesFromACentre) {
 
 TEST(RingsAt, AreThoseThatContainAPointAndThoseThroughIt) {
   const std::vector<Path> rings = {rectangle(0, 0, 10, 10), rectangle(20, 0, 30, 10),
-                                   circle({5, 5}, 2)};
+                                   circlePath({5, 5}, 2)};
   const PointLocator locator(rings);
   EXPECT_EQ(locator.ringsAt({5, 5}).around, (std::vector<std::size_t>{0, 2}));
   EXPECT_TRUE(locator.ringsAt({5, 5}).through.empty());
@@ -111,7 +111,7 @@ TEST(RingsAt, AreThoseThatContainAPointAndThoseThroughIt) {
 
 TEST(CrossesItself, KnowsSimpleOutlines) {
   EXPECT_FALSE(crossesItself(rectangle(0, 0, 1, 1)));
-  EXPECT_FALSE(crossesItself(circle({0, 0}, 1)));
+  EXPECT_FALSE(crossesItself(circlePath({0, 0}, 1)));
   EXPECT_FALSE(crossesItself(closedPath({{{0, 0}}, {{1, 0}, 270}, {{0, -1}}})));
   // A crescent: two arcs between the same ends.
   EXPECT_FALSE(crossesItself(closedPath({{{0, 0}, 180}, {{2, 0}, -90}})));
@@ -146,8 +146,8 @@ TEST(CrossOrTouch, ComparesPathsWithEachOther) {
   const auto meet = [](const Path& a, const Path& b) {
     return crossOrTouch(std::vector<Path>{a, b});
   };
-  EXPECT_FALSE(meet(rectangle(0, 0, 10, 10), circle({5, 5}, 4.999)));
-  EXPECT_TRUE(meet(rectangle(0, 0, 10, 10), circle({5, 5}, 5)));
+  EXPECT_FALSE(meet(rectangle(0, 0, 10, 10), circlePath({5, 5}, 4.999)));
+  EXPECT_TRUE(meet(rectangle(0, 0, 10, 10), circlePath({5, 5}, 5)));
   EXPECT_TRUE(meet(rectangle(0, 0, 10, 10), rectangle(5, 5, 15, 15)));
   EXPECT_TRUE(meet(rectangle(0, 0, 10, 10), rectangle(0, 0, 10, 10)));
   EXPECT_TRUE(meet(rectangle(0, 0, 10, 10), rectangle(10, 2, 12, 3)));

@@ -92,12 +92,12 @@ TEST(BandAreas, HaveAHoleInAClosedPath) {
 }
 
 TEST(BandAreas, FillADonutWithoutAHole) {
-  const auto ring = bandAreas(circle({0, 0}, 5), 4);
+  const auto ring = bandAreas(circlePath({0, 0}, 5), 4);
   ASSERT_EQ(ring.size(), 1U);
   EXPECT_NEAR(areaOf(ring[0]), kPi * (49 - 9), 1e-9);
   EXPECT_EQ(ring[0].outer.vertices.size(), 2U);
   for (const double width : {10.0, 12.0}) {
-    const auto disc = bandAreas(circle({0, 0}, 5), width);
+    const auto disc = bandAreas(circlePath({0, 0}, 5), width);
     ASSERT_EQ(disc.size(), 1U);
     EXPECT_TRUE(disc[0].holes.empty());
     EXPECT_NEAR(areaOf(disc[0]), kPi * (5 + width / 2) * (5 + width / 2), 1e-9);
@@ -131,7 +131,7 @@ TEST(BandAreas, CoverWhatIsNearRandomPaths) {
     for (std::size_t i = 0; i < edgeCount(path); ++i) {
       for (const double at : {0.05, 0.3, 0.5, 0.7, 0.95}) {
         const Edge edge = edgeAt(path, i);
-        const Point aside = turnedLeft(directionAt(edge, at));
+        const Point aside = leftOf(directionAt(edge, at));
         for (const double by : {-0.98, 0.0, 0.98}) {
           const Point p = pointAt(edge, at) + aside * by;
           const bool covered = std::ranges::any_of(areas, [p](const Region& area) {
@@ -185,7 +185,7 @@ TEST(BandOf, TapersArcsWithinTheTolerance) {
   EXPECT_NEAR(signedArea(band.areas[0]), 10 * kPi * 2, 0.005);
   for (int i = 1; i < 40; ++i) {
     const double at = i / 40.0;
-    const Point aside = turnedLeft(directionAt(edge, at));
+    const Point aside = leftOf(directionAt(edge, at));
     const double half = 2 * (1 - at);
     EXPECT_EQ(locate(band.areas[0], pointAt(edge, at) + aside * (half - 2e-4)), Location::inside);
     EXPECT_EQ(locate(band.areas[0], pointAt(edge, at) + aside * (half + 2e-4)), Location::outside);

@@ -46,7 +46,7 @@ TEST(FacesOf, JoinsLoopsThatShareAnEdge) {
 }
 
 TEST(FacesOf, FindsNothingInEqualLoops) {
-  const std::vector<Path> loops = {circle({3, 4}, 2), circle({3, 4}, 2)};
+  const std::vector<Path> loops = {circlePath({3, 4}, 2), circlePath({3, 4}, 2)};
   EXPECT_TRUE(facesOf(loops).faces.empty());
   EXPECT_TRUE(facesOf(loops).complete);
 }
@@ -84,8 +84,8 @@ TEST(FacesOf, TakesTheCornerOffWhereAFaceTouchesItself) {
 }
 
 TEST(FacesOf, FlattensArcs) {
-  const CrossingFaces faces =
-      facesOf(std::vector<Path>{circle({0, 0}, 10), circle({10, 0}, 10)}, {.tolerance = 1e-4});
+  const CrossingFaces faces = facesOf(
+      std::vector<Path>{circlePath({0, 0}, 10), circlePath({10, 0}, 10)}, {.tolerance = 1e-4});
   ASSERT_EQ(faces.faces.size(), 2U);
   const double lens = 100 * (2 * std::numbers::pi / 3 - std::sqrt(3.0) / 2);
   EXPECT_NEAR(areaOf(faces), 2 * (100 * std::numbers::pi - lens), 0.02);

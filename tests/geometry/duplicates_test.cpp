@@ -118,7 +118,7 @@ TEST(WithoutDuplicates, CoversTheSameWithRandomLines) {
   std::vector<Stroke> strokes;
   const Point way{std::cos(0.3), std::sin(0.3)};
   for (int i = 0; i < 60; ++i) {
-    const Point base = turnedLeft(way) * row(random);
+    const Point base = leftOf(way) * row(random);
     const double start = along(random);
     strokes.push_back(line(base + way * start, base + way * (start + along(random) / 20)));
   }
@@ -126,7 +126,7 @@ TEST(WithoutDuplicates, CoversTheSameWithRandomLines) {
   EXPECT_LT(result.size(), 60U);
   for (int k = 0; k < 4; ++k) {
     for (double at = -1; at < 120; at += 0.13) {
-      const Point p = turnedLeft(way) * k + way * at;
+      const Point p = leftOf(way) * k + way * at;
       const auto covers = [p](const Stroke& stroke) { return distanceTo(stroke.edge, p) < 1e-9; };
       EXPECT_EQ(std::ranges::count_if(result, covers),
                 std::ranges::any_of(strokes, covers) ? 1 : 0);

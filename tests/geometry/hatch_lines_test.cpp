@@ -26,7 +26,7 @@ TEST(HatchLines, RunThroughOriginAndSteps) {
 }
 
 TEST(HatchLines, LeaveHolesOut) {
-  const HatchLines hatch = hatched({rectangle(0, 0, 10, 10), circle({5, 5}, 3)},
+  const HatchLines hatch = hatched({rectangle(0, 0, 10, 10), circlePath({5, 5}, 3)},
                                    {.angle = 0, .origin = {0, 5}, .step = {0, 100}, .dashes = {}});
   ASSERT_EQ(hatch.lines.size(), 2U);
   EXPECT_NEAR(hatch.lines[0].to.x, 2, 1e-12);
@@ -35,7 +35,7 @@ TEST(HatchLines, LeaveHolesOut) {
 
 TEST(HatchLines, MeetArcsExactly) {
   const HatchLines hatch = hatched(
-      {circle({1, 2}, 10)}, {.angle = 33, .origin = {7, 7}, .step = {-0.5, 0.3}, .dashes = {}});
+      {circlePath({1, 2}, 10)}, {.angle = 33, .origin = {7, 7}, .step = {-0.5, 0.3}, .dashes = {}});
   EXPECT_GT(hatch.lines.size(), 30U);
   for (const Edge& line : hatch.lines) {
     EXPECT_NEAR(norm(line.from - Point{1, 2}), 10, 1e-9);

@@ -9,8 +9,8 @@ namespace quillon::geometry {
 namespace {
 
 std::vector<Path> target() {
-  return {circle({0, 0}, 1), rectangle(-5, -5, 5, 5), circle({0, 0}, 4), circle({0, 0}, 2),
-          circle({20, 0}, 1)};
+  return {circlePath({0, 0}, 1), rectangle(-5, -5, 5, 5), circlePath({0, 0}, 4),
+          circlePath({0, 0}, 2), circlePath({20, 0}, 1)};
 }
 
 TEST(Depths, CountTheLoopsAround) {
@@ -20,9 +20,10 @@ TEST(Depths, CountTheLoopsAround) {
 TEST(NestLoops, FillsEverySecond) {
   const NestedLoops nested = nestLoops(target(), NestedFill::everySecond);
   ASSERT_EQ(nested.regions.size(), 3U);
-  EXPECT_EQ(nested.regions[0], (Region{rectangle(-5, -5, 5, 5), {reversed(circle({0, 0}, 4))}}));
-  EXPECT_EQ(nested.regions[1], (Region{circle({0, 0}, 2), {reversed(circle({0, 0}, 1))}}));
-  EXPECT_EQ(nested.regions[2], (Region{circle({20, 0}, 1), {}}));
+  EXPECT_EQ(nested.regions[0],
+            (Region{rectangle(-5, -5, 5, 5), {reversed(circlePath({0, 0}, 4))}}));
+  EXPECT_EQ(nested.regions[1], (Region{circlePath({0, 0}, 2), {reversed(circlePath({0, 0}, 1))}}));
+  EXPECT_EQ(nested.regions[2], (Region{circlePath({20, 0}, 1), {}}));
   EXPECT_EQ(nested.dropped, 0U);
 }
 
@@ -30,7 +31,7 @@ TEST(NestLoops, FillsTheOutermostAlone) {
   const NestedLoops nested = nestLoops(target(), NestedFill::outermost);
   ASSERT_EQ(nested.regions.size(), 2U);
   EXPECT_EQ(nested.regions[0].holes.size(), 1U);
-  EXPECT_EQ(nested.regions[1].outer, circle({20, 0}, 1));
+  EXPECT_EQ(nested.regions[1].outer, circlePath({20, 0}, 1));
 }
 
 TEST(NestLoops, FillsTheWholeOfTheOutermost) {
@@ -41,7 +42,7 @@ TEST(NestLoops, FillsTheWholeOfTheOutermost) {
 }
 
 TEST(NestLoops, TurnsLoopsToTheirSense) {
-  const std::vector<Path> loops = {reversed(circle({0, 0}, 4)), circle({0, 0}, 1)};
+  const std::vector<Path> loops = {reversed(circlePath({0, 0}, 4)), circlePath({0, 0}, 1)};
   const NestedLoops nested = nestLoops(loops, NestedFill::everySecond);
   ASSERT_EQ(nested.regions.size(), 1U);
   EXPECT_GT(signedArea(nested.regions[0].outer), 0.0);
@@ -74,7 +75,7 @@ TEST(NestLoops, FillsAnOpenPathAsIfClosed) {
 TEST(NestLoops, SortsManyLoopsInGoodTime) {
   std::vector<Path> loops = {rectangle(-1, -1, 201, 201)};
   for (int x = 0; x < 100; ++x) {
-    for (int y = 0; y < 100; ++y) loops.push_back(circle({2.0 * x + 1, 2.0 * y + 1}, 0.7));
+    for (int y = 0; y < 100; ++y) loops.push_back(circlePath({2.0 * x + 1, 2.0 * y + 1}, 0.7));
   }
   const NestedLoops nested = nestLoops(loops, NestedFill::everySecond);
   ASSERT_EQ(nested.regions.size(), 1U);

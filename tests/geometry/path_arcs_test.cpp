@@ -68,7 +68,7 @@ TEST(PathArcs, FindTheNearestPoint) {
 }
 
 TEST(PathArcs, KnowWhichPathsCannotBeReckonedWith) {
-  EXPECT_TRUE(isUsable(circle({0, 0}, 1)));
+  EXPECT_TRUE(isUsable(circlePath({0, 0}, 1)));
   EXPECT_FALSE(isUsable(closedPath({{{0, 0}, 360.0}, {{1, 0}}})));
   EXPECT_FALSE(isUsable(closedPath({{{0, 0}, std::nan("")}, {{1, 0}}})));
   EXPECT_FALSE(isUsable(openPath({{{0, 0}}, {{1e300, 0}}})));

@@ -18,7 +18,7 @@ inline Path rectangle(double left, double low, double right, double high) {
 }
 
 /// Counter-clockwise, of two arcs from left to right and back.
-inline Path circle(Point centre, double radius) {
+inline Path circlePath(Point centre, double radius) {
   return closedPath(
       {{{centre.x - radius, centre.y}, 180.0}, {{centre.x + radius, centre.y}, 180.0}});
 }

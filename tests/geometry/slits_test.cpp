@@ -46,7 +46,7 @@ Region randomRegion(std::mt19937& random, int columns, int rows) {
 }
 
 TEST(WithoutHoles, LeavesARegionWithoutHoles) {
-  EXPECT_EQ(withoutHoles({circle({0, 0}, 1), {}}), (std::vector<Path>{circle({0, 0}, 1)}));
+  EXPECT_EQ(withoutHoles({circlePath({0, 0}, 1), {}}), (std::vector<Path>{circlePath({0, 0}, 1)}));
 }
 
 TEST(WithoutHoles, JoinsASquareHoleByALevelSlit) {
@@ -59,7 +59,7 @@ TEST(WithoutHoles, JoinsASquareHoleByALevelSlit) {
 }
 
 TEST(WithoutHoles, SplitsACurvedEdgeWhereTheSlitMeetsIt) {
-  const Region region{circle({0, 0}, 10), {reversed(circle({1, 3}, 2))}};
+  const Region region{circlePath({0, 0}, 10), {reversed(circlePath({1, 3}, 2))}};
   const std::vector<Path> outlines = withoutHoles(region, {.width = 0.001});
   ASSERT_EQ(outlines.size(), 1U);
   expectSimple(outlines);
@@ -74,7 +74,7 @@ TEST(WithoutHoles, SplitsACurvedEdgeWhereTheSlitMeetsIt) {
 TEST(WithoutHoles, JoinsHolesInARowOneByOne) {
   Region region{rectangle(0, 0, 40, 10), {}};
   for (const double x : {5.0, 15.0, 25.0, 35.0}) {
-    region.holes.push_back(reversed(circle({x, 5}, 3)));
+    region.holes.push_back(reversed(circlePath({x, 5}, 3)));
   }
   const std::vector<Path> outlines = withoutHoles(region);
   ASSERT_EQ(outlines.size(), 1U);
@@ -146,7 +146,7 @@ TEST(WithoutHoles, CutsAGridOfEqualHolesAlongItsRows) {
   Region region{rectangle(0, 0, 100, 40), {}};
   for (int x = 0; x < 10; ++x) {
     for (int y = 0; y < 4; ++y) {
-      region.holes.push_back(reversed(circle({10.0 * x + 5, 10.0 * y + 5}, 3)));
+      region.holes.push_back(reversed(circlePath({10.0 * x + 5, 10.0 * y + 5}, 3)));
     }
   }
   // The first and last band, and between each two of the four rows one.
@@ -167,7 +167,7 @@ TEST(WithoutHoles, CutsFiftyThousandHolesInGoodTime) {
   Region region{rectangle(0, 0, 2500, 2000), {}};
   for (int x = 0; x < 250; ++x) {
     for (int y = 0; y < 200; ++y) {
-      region.holes.push_back(reversed(circle({10.0 * x + 5, 10.0 * y + 5}, 3)));
+      region.holes.push_back(reversed(circlePath({10.0 * x + 5, 10.0 * y + 5}, 3)));
     }
   }
   EXPECT_EQ(withoutHoles(region).size(), 201U);
