@@ -1,5 +1,6 @@
-# Libraries that consist of headers or sources. For another system than this one, those of this
-# machine do as well, but their folder must not come before that system's own headers.
+# Libraries that consist of headers or sources. For another system or standard library than this
+# one's, those of this machine do as well, but their folder must not come before that system's own
+# headers.
 
 # quillon_find_cli11(): defines CLI11::CLI11.
 function(quillon_find_cli11)
@@ -17,7 +18,7 @@ endfunction()
 
 # quillon_find_gtest(): defines GTest::gtest and GTest::gtest_main.
 function(quillon_find_gtest)
-  if(NOT CMAKE_CROSSCOMPILING)
+  if(NOT CMAKE_CROSSCOMPILING AND NOT QUILLON_LIBCXX)
     find_package(GTest REQUIRED GLOBAL)
     return()
   endif()

@@ -36,6 +36,9 @@ class ConversionHost {
   virtual void setProgress(bool writing, int percent) = 0;
   /// Lets the user interface handle what has come in.
   virtual void processEvents() = 0;
+  /// The same where a conversion can only wait for the user to cancel; it is called over and over,
+  /// so a host with a cancel button also rests for a moment.
+  virtual void waitForEvents() { processEvents(); }
   /// True once the user wants to stop.
   virtual bool cancelRequested() = 0;
   /// True where the user can cancel at any time; a walk that only a cancel ends then goes on.

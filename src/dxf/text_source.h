@@ -56,11 +56,12 @@ class TextSource {
   explicit TextSource(std::string_view bytes);
   /// A stream that stands at its start, or behind `head`, which has been read from it already.
   /// A stream that can seek is read through the window and must stay open; another one is read to
-  /// its end here, and `cancelled` is asked now and then. Throws base::ReadError and InputTooLarge.
+  /// its end here, and `cancelled` is asked now and then. `window` is the size of the window at
+  /// first, in bytes. Throws base::ReadError and InputTooLarge.
   TextSource(
       std::FILE* stream, std::string_view head,
-      const std::function<bool()>& cancelled = [] { return false; },
-      const InputLimits& limits = {});
+      const std::function<bool()>& cancelled = [] { return false; }, const InputLimits& limits = {},
+      std::size_t window = kWindow);
   TextSource(const TextSource&) = delete;
   TextSource& operator=(const TextSource&) = delete;
 
