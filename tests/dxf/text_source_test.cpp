@@ -112,7 +112,7 @@ TEST(TextSource, HoldsAStreamThatCannotSeekAsAWhole) {
   for (const std::size_t size :
        {std::size_t{0}, std::size_t{10}, std::size_t{70'000}, 3 * TextSource::kWindow + 1}) {
     const std::string content = someText(size);
-    for (const std::size_t headSize : {0, 4096}) {
+    for (const std::size_t headSize : {0U, 4096U}) {
       const FilledPipe pipe(content);
       std::string head(headSize, '\0');
       head.resize(std::fread(head.data(), 1, headSize, pipe.get()));
