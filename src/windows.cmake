@@ -49,8 +49,8 @@ set_source_files_properties(windows/main_window.cpp PROPERTIES
 
 # Qt's headers cost more than the windows themselves; the preset "debug" checks that each source
 # names its own. GCC 12 takes joined strings of precompiled headers for overlong copies.
-set(precompiled_options
-  ${QUILLON_PCH_OPTIONS} $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overflow>)
+set(precompiled_options ${QUILLON_PCH_OPTIONS}
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overflow> $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds>)
 target_compile_options(quillon_windows PRIVATE ${precompiled_options})
 target_precompile_headers(quillon_windows PRIVATE
   <QApplication> <QBoxLayout> <QComboBox> <QDialog> <QDir> <QLabel> <QLineEdit> <QMessageBox>
