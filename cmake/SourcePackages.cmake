@@ -1,5 +1,5 @@
-# Header-only and source-only libraries. When cross-compiling, this machine's copies will do, but
-# their folder must not precede the target system's own headers.
+# Header-only and source-only libraries. When building for another system or standard library, this
+# machine's copies will do, but their folder must not precede the target's own headers.
 
 # quillon_find_cli11(): defines CLI11::CLI11.
 function(quillon_find_cli11)
@@ -17,7 +17,7 @@ endfunction()
 
 # quillon_find_gtest(): defines GTest::gtest and GTest::gtest_main.
 function(quillon_find_gtest)
-  if(NOT CMAKE_CROSSCOMPILING)
+  if(NOT CMAKE_CROSSCOMPILING AND NOT QUILLON_LIBCXX)
     find_package(GTest REQUIRED GLOBAL)
     return()
   endif()

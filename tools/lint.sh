@@ -33,6 +33,19 @@ check_includes() {
   return 0
 }
 
+# check_threads FOLDER...: these folders have nothing of threads, so that the engine also runs where
+# there are none. Atomics are allowed: signals and threads of a program may come across them.
+check_threads() {
+  local folder
+  local header='thread|mutex|shared_mutex|future|condition_variable|semaphore|latch|barrier|stop_token'
+  for folder in "$@"; do
+    grep -rnE "^[[:space:]]*#[[:space:]]*include[[:space:]]*<($header|pthread\.h)>" "src/$folder" \
+      --include='*.h' --include='*.cpp' --exclude='*_windows.cpp' &&
+      fail "src/$folder may not use threads."
+  done
+  return 0
+}
+
 run_clang_tidy() {
   # The compile commands are GCC's, and clang does not know all of its options.
   tidy_one() {
@@ -65,5 +78,6 @@ check_includes errors base files texts errors
 check_includes app/console app/console
 check_includes app/headless base files texts dxf rules convert errors app/console app/headless
 check_includes app/unattended base files texts rules convert settings errors app/console app/unattended
+check_threads base geometry files texts dxf eagle rules classic convert settings errors
 if [ -n "$build" ]; then run_clang_tidy; fi
 exit "$failed"

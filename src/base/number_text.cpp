@@ -3,8 +3,11 @@
 #include <array>
 #include <bit>
 #include <charconv>
+#include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
+#include <string>
 #include <system_error>
 
 #include "base/digit_block.h"
@@ -85,6 +88,7 @@ bool isWhole(const NumberParts& parts, std::string_view trimmed) {
 }
 
 /// Long mantissas and large exponents go through the library's exact conversion.
+#ifdef __cpp_lib_to_chars
 double valueOfLongNumber(const NumberParts& parts) {
   double value = 0.0;
   const auto [stop, error] = std::from_chars(parts.digits, parts.end, value);
@@ -94,6 +98,15 @@ double valueOfLongNumber(const NumberParts& parts) {
   }
   return value;
 }
+#else
+// libc++ has no such conversion of doubles in all versions; C's expects the locale's point.
+double valueOfLongNumber(const NumberParts& parts) {
+  std::string text(parts.digits, parts.end);
+  const std::size_t point = text.find('.');
+  if (point != std::string::npos) text.replace(point, 1, std::localeconv()->decimal_point);
+  return std::strtod(text.c_str(), nullptr);
+}
+#endif
 
 /// Whether mantissa and power of ten are exact doubles: then a single operation rounds correctly.
 bool isExact(std::uint64_t mantissa, int exponent) {

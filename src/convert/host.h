@@ -36,6 +36,9 @@ class ConversionHost {
   virtual void setProgress(bool writing, int percent) = 0;
   /// Processes pending user-interface events.
   virtual void processEvents() = 0;
+  /// The same while a conversion can only wait for the user to cancel: called again and again, so a
+  /// host with a cancel button also pauses for a moment.
+  virtual void waitForEvents() { processEvents(); }
   /// True once the user has cancelled.
   virtual bool cancelRequested() = 0;
   /// True when the user can cancel at any time; a walk that only a cancel can end then continues.

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <string>
-#include <thread>
 
 namespace quillon::convert {
 namespace {
@@ -59,11 +58,7 @@ bool RunControl::cancelRequested() {
   return cancelled_;
 }
 
-void RunControl::waitForUser() {
-  constexpr std::chrono::milliseconds kPause{5};
-  host_.processEvents();
-  std::this_thread::sleep_for(kPause);
-}
+void RunControl::waitForUser() { host_.waitForEvents(); }
 
 void RunControl::letEventsRun(Clock::time_point now) {
   constexpr int kEventsPerUpdate = 4;  // a button must respond faster than a bar moves

@@ -3,6 +3,8 @@
 #include <bit>
 #include <cstring>
 
+#include "base/uninitialized.h"
+
 namespace quillon::dxf {
 namespace {
 
@@ -76,7 +78,7 @@ std::uint32_t* EntityStore::reserve(std::uint64_t words) {
   if (!fits) {
     if (used_ < chunks_.size() * kChunkWords) chunks_.back()[inChunk] = kEndOfChunk;
     used_ = chunks_.size() * kChunkWords;
-    chunks_.push_back(std::make_unique_for_overwrite<std::uint32_t[]>(kChunkWords));
+    chunks_.push_back(base::uninitialized<std::uint32_t>(kChunkWords));
   }
   return chunks_.back().get() + used_ % kChunkWords;
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/uninitialized.h"
+
 namespace quillon::dxf {
 
 std::string_view TextArena::keep(std::string_view text, std::size_t margin, char fill) {
@@ -14,10 +16,10 @@ std::string_view TextArena::keep(std::string_view text, std::size_t margin, char
 char* TextArena::reserve(std::size_t size) {
   if (size > kChunk / 4) {
     // A long text gets its own memory, so that the current chunk stays in use.
-    return chunks_.emplace_back(std::make_unique_for_overwrite<char[]>(size)).get();
+    return chunks_.emplace_back(base::uninitialized<char>(size)).get();
   }
   if (size > left_) {
-    free_ = chunks_.emplace_back(std::make_unique_for_overwrite<char[]>(kChunk)).get();
+    free_ = chunks_.emplace_back(base::uninitialized<char>(kChunk)).get();
     left_ = kChunk;
   }
   char* const place = free_;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/byte_scan.h"
+#include "base/uninitialized.h"
 #include "dxf/stream_position.h"
 
 namespace quillon::dxf {
@@ -32,19 +33,20 @@ TextSource::TextSource(std::string_view bytes) : fileSize_(bytes.size()) {
 }
 
 TextSource::TextSource(std::FILE* stream, std::string_view head,
-                       const std::function<bool()>& cancelled, const InputLimits& limits)
+                       const std::function<bool()>& cancelled, const InputLimits& limits,
+                       std::size_t window)
     : stream_(stream) {
   const long long size = seekableSize(stream);
   if (size >= 0) {
     stamp_ = stampOf(stream);
     fileSize_ = static_cast<std::uint64_t>(size);
     if (fileSize_ > limits.file) throw InputTooLarge(limits.file);
-    grow(kWindow);
+    grow(window);
     rewind();
     return;
   }
   std::clearerr(stream);
-  grow(std::max(kWindow, 2 * head.size()));
+  grow(std::max(window, 2 * head.size()));
   std::copy(head.begin(), head.end(), data_.get());
   utf8_.add(head);
   addBytes(head.size());
@@ -96,7 +98,7 @@ bool TextSource::hasChanged() const { return stream_ != nullptr && stampOf(strea
 bool TextSource::isUtf8(const std::function<bool()>& cancelled) {
   if (stream_ == nullptr) return utf8_.complete();
   base::Utf8Check check;
-  const auto block = std::make_unique_for_overwrite<char[]>(kWindow);
+  const auto block = base::uninitialized<char>(kWindow);
   seekToStart(stream_);
   while (check.valid() && !cancelled()) {
     const std::size_t got = std::fread(block.get(), 1, kWindow, stream_);

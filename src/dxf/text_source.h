@@ -37,11 +37,12 @@ class TextSource {
   explicit TextSource(std::string_view bytes);
   /// A stream at its start, or after `head`, which has already been read from it. A seekable stream
   /// is read through the window and must stay open; any other one is read to its end here, asking
-  /// `cancelled` now and then. Throws base::ReadError and InputTooLarge.
+  /// `cancelled` now and then. `window` is the initial size of the window in bytes. Throws
+  /// base::ReadError and InputTooLarge.
   TextSource(
       std::FILE* stream, std::string_view head,
-      const std::function<bool()>& cancelled = [] { return false; },
-      const InputLimits& limits = {});
+      const std::function<bool()>& cancelled = [] { return false; }, const InputLimits& limits = {},
+      std::size_t window = kWindow);
   TextSource(const TextSource&) = delete;
   TextSource& operator=(const TextSource&) = delete;
 

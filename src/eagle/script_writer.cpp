@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/run_time_error.h"
+#include "base/uninitialized.h"
 
 namespace quillon::eagle {
 namespace {
@@ -15,7 +16,7 @@ ScriptWriter::ScriptWriter(base::ByteSink& sink, const Coordinates& coordinates,
     : sink_(sink),
       area_(coordinates),
       form_(form),
-      buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)),
+      buffer_(base::uninitialized<char>(kBufferSize)),
       cursor_(buffer_.get()),
       end_(buffer_.get() + kBufferSize) {}
 

@@ -1,7 +1,9 @@
 #include "windows/progress_dialog.h"
 
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QThread>
 
 #include "windows/enter_key.h"
 #include "windows/trap.h"
@@ -101,6 +103,12 @@ void ProgressDialog::setStatus(std::string_view text) { status_->setText(toQt(te
 void ProgressDialog::cancel() {
   cancelled_ = true;
   hide();
+}
+
+void ProgressDialog::waitForEvents() {
+  constexpr unsigned long kPause = 5;  // milliseconds
+  QCoreApplication::processEvents();
+  QThread::msleep(kPause);
 }
 
 }  // namespace quillon::windows

@@ -35,6 +35,9 @@ class ProgressDialog : public QDialog {
   /// Cancels and closes the dialog, as its button, Esc and the window's close button do.
   void cancel();
 
+  /// Lets events run and rests for a moment, where a conversion can only wait for a cancel.
+  static void waitForEvents();
+
  protected:
   void reject() override { cancel(); }
 

@@ -19,6 +19,7 @@ class WindowHost : public convert::ConversionHost {
   void setStatus(std::string_view text) override { progress_.setStatus(text); }
   void setProgress(bool writing, int percent) override;
   void processEvents() override;
+  void waitForEvents() override { ProgressDialog::waitForEvents(); }
   bool cancelRequested() override;
   bool hasCancelButton() const override { return true; }
   bool ask(const convert::Message& question) override;

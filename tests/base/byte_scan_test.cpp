@@ -28,7 +28,7 @@ TEST(CountByte, CountsInTextsOfEveryLength) {
 }
 
 TEST(CountByte, DoesNotOverflow) {
-  for (const std::size_t size : {16'319, 16'320, 16'321, 16'384, 100'000}) {
+  for (const std::size_t size : {16'319U, 16'320U, 16'321U, 16'384U, 100'000U}) {
     EXPECT_EQ(countByte(std::string(size, 'x'), 'x'), size);
   }
 }

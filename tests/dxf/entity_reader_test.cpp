@@ -309,7 +309,7 @@ TEST(EntityReader, GivesTheGroupsOfAnEntityUpToItsEnd) {
     dxf.entity(kind, {{10, "1"}, {20, "2"}, {1000, "x"}}).entity("LINE", {{10, "3"}});
   }
   const ReadDrawing read(dxf.text());
-  for (const std::size_t i : {0, 2, 4}) {
+  for (const std::size_t i : {0U, 2U, 4U}) {
     GroupCursor groups = read.reader.groups(read.entity(i));
     std::vector<int> codes;
     for (Group group; groups.next(group);) codes.push_back(group.code);

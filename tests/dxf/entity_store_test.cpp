@@ -72,8 +72,8 @@ TEST(EntityStore, GivesEntitiesBackInOrder) {
 }
 
 TEST(EntityStore, KeepsLongAndFarTexts) {
-  for (const std::size_t length : {0, 1, 4094, 4095, 4096, 100'000}) {
-    for (const std::size_t distance : {1, 1'048'574, 1'048'575, 1'048'576, 2'000'000}) {
+  for (const std::size_t length : {0U, 1U, 4094U, 4095U, 4096U, 100'000U}) {
+    for (const std::size_t distance : {1U, 1'048'574U, 1'048'575U, 1'048'576U, 2'000'000U}) {
       DxfEntity entity = entityAt(EntityKind::Mtext, 5);
       fill(entity, 1, part(5 + distance, length));
       fill(entity, 2, part(9, 2));
@@ -85,7 +85,7 @@ TEST(EntityStore, KeepsLongAndFarTexts) {
 TEST(EntityStore, KeepsTheSideRecordsOfTheKindsThatHaveOne) {
   std::vector<DxfEntity> entities;
   for (const EntityKind kind : {EntityKind::LwPolyline, EntityKind::Leader, EntityKind::Spline}) {
-    for (const std::size_t end : {10, 5000, 2'500'000}) {
+    for (const std::size_t end : {10U, 5000U, 2'500'000U}) {
       DxfEntity& entity = entities.emplace_back(entityAt(kind, 7));
       entity.groupsEnd = entity.groups + end;
       entity.sideIndex = entities.size() * 1000;

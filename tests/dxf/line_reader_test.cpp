@@ -141,10 +141,10 @@ TEST(LineReader, NumbersTheLinesOfItsTextFromOne) {
 
 TEST(LineReader, NumbersLinesOfLaterWindowsToo) {
   std::string bytes;
-  while (bytes.size() < 4 * TextSource::kWindow) bytes += "some line\n";
+  while (bytes.size() < 4 * testing::kSmallWindow) bytes += "some line\n";
   const OpenFile file(bytes);
   TextWalk walk(file.get());
-  const std::size_t inWindow = TextSource::kWindow / 10 / 2;
+  const std::size_t inWindow = testing::kSmallWindow / 10 / 2;
   for (int i = 0; i < 7; ++i) {
     const LineRange lines = walk.reader.window();
     EXPECT_EQ(walk.reader.lineAt(lines.begin), walk.reader.linesRead() + 1);
@@ -163,26 +163,27 @@ TEST(LineReader, KnowsNoLineOutsideItsText) {
 
 TEST(LineReader, KeepsLinesOfAnyNumberOfWindows) {
   std::string bytes;
-  for (int i = 0; bytes.size() < 6 * TextSource::kWindow; ++i) bytes += std::to_string(i) + "\r\n";
+  for (int i = 0; bytes.size() < 6 * testing::kSmallWindow; ++i)
+    bytes += std::to_string(i) + "\r\n";
   const OpenFile file(bytes);
   TextWalk walk(file.get());
   for (int i = 0; i < 1000; ++i) walk.reader.readDxfLine(false);
   walk.reader.beginKeeping();
-  while (walk.reader.linesRead() < 150'000) walk.reader.readDxfLine(false);
+  while (walk.reader.linesRead() < 3'000) walk.reader.readDxfLine(false);
   const LineRange kept = walk.reader.keptLines();
   int expected = 1000;
   for (LineCursor cursor(kept, walk.source.lineEnds()); !cursor.atEnd(); ++expected) {
     ASSERT_EQ(cursor.next(), std::to_string(expected));
   }
-  EXPECT_EQ(expected, 150'000);
+  EXPECT_EQ(expected, 3'000);
   EXPECT_EQ(walk.reader.lineAt(kept.begin), 1001U);
   walk.reader.endKeeping();
-  EXPECT_EQ(walk.reader.readDxfLine(false), "150000");
+  EXPECT_EQ(walk.reader.readDxfLine(false), "3000");
 }
 
 TEST(LineReader, ExtendsItsWindowUntilTheFileEnds) {
   std::string bytes;
-  while (bytes.size() < 3 * TextSource::kWindow) bytes += "some line\n";
+  while (bytes.size() < 3 * testing::kSmallWindow) bytes += "some line\n";
   const OpenFile file(bytes);
   TextWalk walk(file.get());
   EXPECT_EQ(walk.reader.readDxfLine(false), "some line");

@@ -109,7 +109,8 @@ TEST(FindSection, AgreesWithASearchLineByLine) {
 }
 
 TEST(FindSection, FindsANameAtTheBorderOfTwoWindows) {
-  for (std::size_t place = TextSource::kWindow - 20; place < TextSource::kWindow + 20; ++place) {
+  for (std::size_t place = testing::kSmallWindow - 20; place < testing::kSmallWindow + 20;
+       ++place) {
     for (const std::string_view lineEnd : {"\n", "\r\n"}) {
       std::string bytes = "x" + std::string(lineEnd);
       while (bytes.size() + 100 < place) bytes += "  2" + std::string(lineEnd);

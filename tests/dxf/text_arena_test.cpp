@@ -25,7 +25,7 @@ TEST(TextArena, KeepsCopiesOfShortAndLongTexts) {
 TEST(TextArena, PutsAMarginAfterATextOnRequest) {
   TextArena arena;
   std::vector<std::string_view> kept;
-  for (const std::size_t length : {0, 1, 1000, 100'000}) {
+  for (const std::size_t length : {0U, 1U, 1000U, 100'000U}) {
     kept.push_back(arena.keep(std::string(length, 'x'), 128, '\n'));
     arena.keep("behind");
   }

@@ -16,7 +16,7 @@ class FilledPipe {
   explicit FilledPipe(std::string bytes) : bytes_(std::move(bytes)) {
     std::FILE* writer = nullptr;
     if (!openPipe(reader_, writer)) throw std::runtime_error("no pipe");
-    thread_ = std::jthread([this, writer] {
+    thread_ = std::thread([this, writer] {
       std::fwrite(bytes_.data(), 1, bytes_.size(), writer);
       std::fclose(writer);
     });
@@ -36,7 +36,7 @@ class FilledPipe {
  private:
   std::string bytes_;
   std::FILE* reader_ = nullptr;
-  std::jthread thread_;
+  std::thread thread_;
 };
 
 }  // namespace quillon::testing

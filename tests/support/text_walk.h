@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -11,10 +12,17 @@
 
 namespace quillon::testing {
 
-/// A reader for the lines of a text, with everything that it needs.
+/// Size of a window in bytes, so that texts of several windows are quickly made and read.
+inline constexpr std::size_t kSmallWindow = 4096;
+
+/// A reader for the lines of a text, with everything that it needs. A file is read through a small
+/// window.
 struct TextWalk {
   explicit TextWalk(std::string_view bytes) : source(bytes), reader(source, monitor) {}
-  explicit TextWalk(std::FILE* file) : source(file, {}), reader(source, monitor) {}
+  explicit TextWalk(std::FILE* file)
+      : source(
+            file, {}, [] { return false; }, {}, kSmallWindow),
+        reader(source, monitor) {}
 
   dxf::TextSource source;
   TestMonitor monitor;

@@ -3,6 +3,8 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTimer>
+#include <chrono>
 
 #include "files/paths.h"
 #include "support/timing.h"
@@ -324,6 +326,17 @@ TEST_F(ConversionTest, ADrawingWithoutAnEndOfObjectsWaitsForTheCancel) {
   QTimer::singleShot(100, &timers, [this] { find<ProgressDialog>(window, "frmDxf_msg").cancel(); });
   whenAsked(QMessageBox::Ok);
   EXPECT_EQ(window.befStart_Click().outcome, Outcome::Cancelled);
+}
+
+TEST_F(ConversionTest, RestsWhileItWaitsForTheCancel) {
+  ProgressDialog progress(context, &window);
+  WindowHost host(context, progress, &window);
+  bool handled = false;
+  QTimer::singleShot(0, &timers, [&handled] { handled = true; });
+  const auto start = std::chrono::steady_clock::now();
+  host.waitForEvents();
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(5));
+  EXPECT_TRUE(handled);
 }
 
 TEST_F(ConversionTest, ClosingTheWindowDuringAConversionCancelsIt) {

@@ -14,6 +14,8 @@ class ProgressView {
   virtual void setStatus(std::string_view text) = 0;
   virtual void setProgress(bool writing, int percent) = 0;
   virtual void processEvents() = 0;
+  /// The same while a conversion waits for the user; see ConversionHost.
+  virtual void waitForEvents() { processEvents(); }
   virtual bool cancelRequested() = 0;
   virtual bool hasCancelButton() const = 0;
   /// The conversion has ended.

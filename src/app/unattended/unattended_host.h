@@ -20,6 +20,7 @@ class UnattendedHost : public convert::ConversionHost {
   void setStatus(std::string_view text) override { progress_.setStatus(text); }
   void setProgress(bool writing, int percent) override { progress_.setProgress(writing, percent); }
   void processEvents() override { progress_.processEvents(); }
+  void waitForEvents() override { progress_.waitForEvents(); }
   bool cancelRequested() override { return progress_.cancelRequested(); }
   bool hasCancelButton() const override { return progress_.hasCancelButton(); }
   bool ask(const convert::Message& question) override;

@@ -14,6 +14,7 @@ class DialogProgress : public unattended::ProgressView {
   void setStatus(std::string_view text) override { dialog_.setStatus(text); }
   void setProgress(bool writing, int percent) override;
   void processEvents() override;
+  void waitForEvents() override { windows::ProgressDialog::waitForEvents(); }
   bool cancelRequested() override;
   bool hasCancelButton() const override { return true; }
   void end() override { dialog_.hide(); }
