@@ -3,7 +3,7 @@
 set(list "")
 if(EXISTS "${program}")
   execute_process(COMMAND "${program}" --gtest_list_tests
-    TIMEOUT 60 OUTPUT_VARIABLE list RESULT_VARIABLE result)
+    TIMEOUT 60 OUTPUT_VARIABLE list ERROR_VARIABLE error RESULT_VARIABLE result)
 else()
   set(result "it has not been built")
 endif()
@@ -12,7 +12,7 @@ string(REGEX MATCHALL "(^|\n)[^ \n]+\\.( |\n)" suites "${list}")
 if(NOT result EQUAL 0 OR NOT suites)
   # A test that cannot start fails.
   add_test("${name}.suites" "${program}" --gtest_list_tests)
-  message("${name}: its suites are unknown: ${result}")
+  message("${name}: its suites are unknown: ${result}\n${error}")
 endif()
 foreach(suite ${suites})
   string(REGEX REPLACE "[ \n]" "" suite "${suite}")
