@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "base/byte_of.h"
 #include "base/utf8_check.h"
 
 namespace quillon::base {
 namespace {
-
-constexpr unsigned byteOf(char c) { return static_cast<unsigned char>(c); }
 
 /// Characters of the Windows-1252 bytes 0x80..0x9F; an undefined byte maps to the same code point.
 constexpr std::array<char16_t, 32> kUpperControls = {

@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/byte_of.h"
+
 namespace quillon::base {
 namespace {
-
-constexpr unsigned byteOf(char c) { return static_cast<unsigned char>(c); }
 
 /// First non-ASCII byte of [p, end), checked eight bytes at a time.
 const char* skipAscii(const char* p, const char* end) {

@@ -15,9 +15,6 @@ using geometry::sine;
 
 namespace {
 
-constexpr double kSmallestBulge = 1e-6;
-constexpr int kModeWithoutWidth = 0;
-
 /// The circle through a bulge segment: its included angle and the point opposite the start.
 struct BulgeCircle {
   double theta = 0.0;  ///< included angle; negative is clockwise

@@ -17,12 +17,20 @@ using geometry::kTwoPi;
 using geometry::Point;
 using geometry::radians;
 
+// What Settings::poly says; other numbers stand for wires with width.
+inline constexpr int kModeUnset = -1;
+inline constexpr int kModeWithoutWidth = 0;
+inline constexpr int kModePolyline = 2;
+
+/// Bulges below count as straight.
+inline constexpr double kSmallestBulge = 1e-6;
+
 /// Options and header values used by the classic rules.
 struct Settings {
   bool dotted = false;         ///< dash emulation
   bool ellipses = false;       ///< ellipses as wires; otherwise as circles
   bool arcRangeCheck = false;  ///< arcs with their diameter point out of range become wires
-  int poly = 2;                ///< PolyMode as a number; other numbers count as wires with width
+  int poly = kModePolyline;    ///< one of the modes above, or any other number
   double polyWidth = 0.0;      ///< width of polylines without a width of their own
   double fillWidth = 0.0;      ///< outline width of filled areas
   double angDir = 0.0;         ///< 1.0: angles run clockwise

@@ -7,14 +7,7 @@
 #include "classic/lines.h"
 
 namespace quillon::classic {
-namespace {
-
-constexpr double kSmallestBulge = 1e-6;
-constexpr int kModeWithoutWidth = 0;
-constexpr int kModePolyline = 2;
-constexpr int kModeUnset = -1;
-
-}  // namespace
+namespace {}  // namespace
 
 void PolylineWriter::begin(const PolylineStyle& style, bool hasWidth) {
   finish();

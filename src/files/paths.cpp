@@ -12,8 +12,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kSeparators = "\\/";
-
 /// A path with its last extension replaced.
 std::string withExtension(std::string_view path, std::string_view extension) {
   const std::string_view name = lastComponent(path);

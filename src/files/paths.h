@@ -9,6 +9,9 @@
 
 namespace quillon::files {
 
+/// What users put between the folders of a path, whatever the system.
+inline constexpr std::string_view kSeparators = "\\/";
+
 /// Converts between UTF-8 texts and paths of this system.
 std::filesystem::path toPath(std::string_view utf8);
 std::string fromPath(const std::filesystem::path& path);

@@ -12,8 +12,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kSeparators = "\\/";
-
 std::vector<std::string> splitComponents(std::string_view path) {
   std::vector<std::string> parts;
   while (!path.empty()) {

@@ -4,18 +4,17 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <numbers>
 #include <optional>
 #include <unordered_map>
 #include <utility>
 
+#include "geometry/no_index.h"
 #include "geometry/path_arcs.h"
 
 namespace quillon::geometry {
 namespace {
 
-constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 /// Of one cell; more would be a place of many ends, none of which means to meet a certain other.
 constexpr int kMostCompared = 64;
 
@@ -48,8 +47,8 @@ struct Place {
   std::size_t layer;
   std::size_t ends = 0;
   std::size_t firstEnd;
-  bool leads = false;         ///< has an end of a line or polyline
-  std::size_t point = kNone;  ///< the number that it shares with the places joined with it
+  bool leads = false;            ///< has an end of a line or polyline
+  std::size_t point = kNoIndex;  ///< the number that it shares with the places joined with it
 };
 
 /// A point that places have become.
@@ -65,8 +64,8 @@ class EndGrid {
   EndGrid(std::vector<Piece>& pieces, double tolerance)
       : pieces_(pieces),
         tolerance_(tolerance),
-        placeOf_(2 * pieces.size(), kNone),
-        nextAtPlace_(2 * pieces.size(), kNone) {}
+        placeOf_(2 * pieces.size(), kNoIndex),
+        nextAtPlace_(2 * pieces.size(), kNoIndex) {}
 
   JoinedEnds join() {
     findPlaces();
@@ -103,14 +102,14 @@ class EndGrid {
         const auto [entry, isNew] =
             byHash.try_emplace(hashOf(piece.layer, at.x, at.y), places_.size());
         std::size_t place = entry->second;
-        while (!isNew && place != kNone &&
+        while (!isNew && place != kNoIndex &&
                (places_[place].at != at || places_[place].layer != piece.layer)) {
           place = nextWithHash[place];
         }
-        if (isNew || place == kNone) {
+        if (isNew || place == kNoIndex) {
           place = places_.size();
           places_.push_back({.at = at, .layer = piece.layer, .firstEnd = end, .leads = !arcs});
-          nextWithHash.push_back(isNew ? kNone : entry->second);
+          nextWithHash.push_back(isNew ? kNoIndex : entry->second);
           entry->second = place;
         }
         if (places_[place].ends++ > 0) {
@@ -123,10 +122,10 @@ class EndGrid {
 
   void assign(std::size_t index) {
     Place& place = places_[index];
-    std::size_t target = tolerance_ > 0.0 ? nearestTarget(place) : kNone;
-    if (target == kNone) {
+    std::size_t target = tolerance_ > 0.0 ? nearestTarget(place) : kNoIndex;
+    if (target == kNoIndex) {
       target = targets_.size();
-      targets_.push_back({place.at, place.layer, 0, kNone});
+      targets_.push_back({place.at, place.layer, 0, kNoIndex});
       if (tolerance_ > 0.0) {
         const auto [entry, isNew] =
             cells_.try_emplace(hashOf(place.layer, cellOf(place.at.x), cellOf(place.at.y)), target);
@@ -140,7 +139,7 @@ class EndGrid {
   double cellOf(double coordinate) const { return std::floor(coordinate / tolerance_); }
 
   std::size_t nearestTarget(const Place& place) const {
-    std::size_t best = kNone;
+    std::size_t best = kNoIndex;
     double nearest = std::nextafter(tolerance_, 2.0 * tolerance_ + 1.0);
     for (const double dx : {-1.0, 0.0, 1.0}) {
       for (const double dy : {-1.0, 0.0, 1.0}) {
@@ -148,13 +147,13 @@ class EndGrid {
             cells_.find(hashOf(place.layer, cellOf(place.at.x) + dx, cellOf(place.at.y) + dy));
         if (cell == cells_.end()) continue;
         int compared = 0;
-        for (std::size_t i = cell->second; i != kNone && compared < kMostCompared; ++compared) {
+        for (std::size_t i = cell->second; i != kNoIndex && compared < kMostCompared; ++compared) {
           const double distance = norm(targets_[i].at - place.at);
           if (distance < nearest && targets_[i].layer == place.layer) {
             if (isOwn(place, i)) {
               // What is beyond the other end of a short piece is not what an end has missed.
               nearest = distance;
-              best = kNone;
+              best = kNoIndex;
             } else if (place.ends == 1 || targets_[i].ends == 1) {
               nearest = distance;
               best = i;
@@ -170,7 +169,8 @@ class EndGrid {
   /// A short piece leads from the place to the target.
   bool isOwn(const Place& place, std::size_t target) const {
     int compared = 0;
-    for (std::size_t end = place.firstEnd; end != kNone && compared < kMostCompared; ++compared) {
+    for (std::size_t end = place.firstEnd; end != kNoIndex && compared < kMostCompared;
+         ++compared) {
       if (places_[placeOf_[end ^ 1]].point == target && isShort(end)) return true;
       end = nextAtPlace_[end];
     }
@@ -188,11 +188,11 @@ class EndGrid {
   JoinedEnds moveEnds() {
     JoinedEnds joined{.points = {}, .pointCount = targets_.size()};
     for (std::size_t end = 0; end < placeOf_.size(); ++end) {
-      joined.points.push_back(placeOf_[end] == kNone ? joined.pointCount++
-                                                     : places_[placeOf_[end]].point);
+      joined.points.push_back(placeOf_[end] == kNoIndex ? joined.pointCount++
+                                                        : places_[placeOf_[end]].point);
     }
     for (std::size_t i = 0; i < pieces_.size(); ++i) {
-      if (placeOf_[2 * i] == kNone) continue;
+      if (placeOf_[2 * i] == kNoIndex) continue;
       for (const std::size_t end : {2 * i, 2 * i + 1}) {
         const double move = norm(targets_[joined.points[end]].at - endOf(end));
         if (!(endOf(end) == targets_[joined.points[end]].at)) ++joined.moved;

@@ -4,12 +4,11 @@
 #include <limits>
 #include <tuple>
 
+#include "geometry/no_index.h"
 #include "geometry/path_arcs.h"
 
 namespace quillon::geometry {
 namespace {
-
-constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
 struct End {
   Point at;

@@ -1,15 +1,13 @@
 #include "geometry/grid_faces.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
+#include "geometry/no_index.h"
 #include "geometry/stabbing_tree.h"
 
 namespace quillon::geometry {
 namespace {
-
-constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
 /// Each segment is two ways: 2 i to its greater end and 2 i + 1 back. A way has a face at its left,
 /// and the ways around a face on one side of it are a cycle.
@@ -24,7 +22,7 @@ class Net {
   std::vector<GridFace> oddFaces() {
     findParities();
     std::vector<GridFace> faces;
-    std::vector<std::size_t> faceOf(cycles_.size(), kNone);
+    std::vector<std::size_t> faceOf(cycles_.size(), kNoIndex);
     for (std::size_t i = 0; i < cycles_.size(); ++i) {
       if (cycles_[i].outside || !cycles_[i].odd) continue;
       faceOf[i] = faces.size();
@@ -32,7 +30,7 @@ class Net {
     }
     for (std::size_t i = 0; i < cycles_.size(); ++i) {
       const Cycle& cycle = cycles_[i];
-      if (!cycle.outside || !cycle.odd || cycle.around == kNone) continue;
+      if (!cycle.outside || !cycle.odd || cycle.around == kNoIndex) continue;
       faces[faceOf[cycle.around]].holes.push_back(pointsOf(i));
     }
     return faces;
@@ -43,7 +41,7 @@ class Net {
     std::size_t firstWay;
     bool outside;  ///< around a component, which is at its right
     bool odd = false;
-    std::size_t around = kNone;  ///< of an outside cycle: the cycle of the face that it is in
+    std::size_t around = kNoIndex;  ///< of an outside cycle: the cycle of the face that it is in
   };
   struct Component {
     GridPoint lowest;  ///< its first point
@@ -82,12 +80,12 @@ class Net {
   }
 
   void traceCycles() {
-    cycleOf_.assign(ways_.size(), kNone);
+    cycleOf_.assign(ways_.size(), kNoIndex);
     for (std::size_t way = 0; way < ways_.size(); ++way) {
-      if (cycleOf_[way] != kNone) continue;
+      if (cycleOf_[way] != kNoIndex) continue;
       const GridPoint origin = startOf(way);
       double area = 0.0;
-      for (std::size_t at = way; cycleOf_[at] == kNone; at = next_[at]) {
+      for (std::size_t at = way; cycleOf_[at] == kNoIndex; at = next_[at]) {
         cycleOf_[at] = cycles_.size();
         area += double(cross(startOf(at) - origin, startOf(at ^ 1) - origin));
       }
@@ -97,10 +95,10 @@ class Net {
 
   /// Cycles that are connected through ways and their ways back.
   void findComponents() {
-    componentOf_.assign(cycles_.size(), kNone);
+    componentOf_.assign(cycles_.size(), kNoIndex);
     for (std::size_t i = 0; i < cycles_.size(); ++i) {
-      if (componentOf_[i] != kNone) continue;
-      Component component{{kLargestStep * 2, 0}, kNone};
+      if (componentOf_[i] != kNoIndex) continue;
+      Component component{{kLargestStep * 2, 0}, kNoIndex};
       eachConnected(i, [&](std::size_t cycle, std::size_t) {
         componentOf_[cycle] = components_.size();
         if (cycles_[cycle].outside) component.outside = cycle;
@@ -127,7 +125,7 @@ class Net {
   void eachConnected(std::size_t start, const Visit& visit) {
     ++visits_;
     visited_.resize(cycles_.size(), 0);
-    std::vector<std::pair<std::size_t, std::size_t>> open{{start, kNone}};
+    std::vector<std::pair<std::size_t, std::size_t>> open{{start, kNoIndex}};
     visited_[start] = visits_;
     while (!open.empty()) {
       const auto [cycle, from] = open.back();
@@ -153,12 +151,12 @@ class Net {
     });
     for (const std::size_t i : order) {
       const Component& component = components_[i];
-      if (component.outside == kNone) continue;
+      if (component.outside == kNoIndex) continue;
       Cycle& outside = cycles_[component.outside];
       outside.around = cycleBelow(tree, i);
-      outside.odd = outside.around != kNone && cycles_[outside.around].odd;
+      outside.odd = outside.around != kNoIndex && cycles_[outside.around].odd;
       eachConnected(component.outside, [&](std::size_t cycle, std::size_t from) {
-        if (from != kNone) cycles_[cycle].odd = !cycles_[from].odd;
+        if (from != kNoIndex) cycles_[cycle].odd = !cycles_[from].odd;
       });
     }
   }
@@ -169,7 +167,7 @@ class Net {
     const GridPoint p = components_[component].lowest;
     std::vector<std::size_t> hits;
     tree.find(double(p.x), hits);
-    std::size_t best = kNone;
+    std::size_t best = kNoIndex;
     std::pair<double, double> highest;
     for (const std::size_t hit : hits) {
       const GridSegment& s = segments_[hit];
@@ -178,11 +176,11 @@ class Net {
       if (cross(along, p - s.from) <= 0) continue;
       const double slope = double(along.y) / double(along.x);
       const std::pair height{double(s.from.y) + slope * double(p.x - s.from.x), slope};
-      if (best != kNone && height <= highest) continue;
+      if (best != kNoIndex && height <= highest) continue;
       best = hit;
       highest = height;
     }
-    if (best == kNone) return kNone;
+    if (best == kNoIndex) return kNoIndex;
     const std::size_t cycle = cycleOf_[2 * best];
     return cycles_[cycle].outside ? cycles_[cycle].around : cycle;
   }

@@ -8,11 +8,10 @@
 #include <utility>
 
 #include "geometry/area.h"
+#include "geometry/no_index.h"
 
 namespace quillon::geometry {
 namespace {
-
-constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
 struct Span {
   double low;
@@ -20,7 +19,7 @@ struct Span {
 };
 
 /// Part of a ring inside of a band; where it does not lead on to another one, it ends on a cut.
-struct Chain {
+struct RingPart {
   std::vector<Vertex> vertices;
   Point end;
   bool startsOnCut = false;
@@ -40,7 +39,7 @@ class Band {
     if (startsOnCut || chains_.size() == ringStart_ || chains_.back().endsOnCut) {
       chains_.push_back({{}, {}, startsOnCut, false});
     }
-    Chain& chain = chains_.back();
+    RingPart& chain = chains_.back();
     chain.vertices.push_back({edge.from, edge.curve});
     chain.end = edge.to;
     chain.endsOnCut = endsOnCut;
@@ -48,8 +47,8 @@ class Band {
 
   void endRing() {
     if (chains_.size() == ringStart_ || chains_.back().endsOnCut) return;
-    Chain& first = chains_[ringStart_];
-    Chain& last = chains_.back();
+    RingPart& first = chains_[ringStart_];
+    RingPart& last = chains_.back();
     if (first.startsOnCut) return;
     if (&first == &last) {
       outlines_.push_back({std::move(last.vertices), true});
@@ -70,9 +69,9 @@ class Band {
     for (std::size_t i = 0; i < chains_.size(); ++i) {
       Path outline{.vertices = {}, .closed = true};
       std::size_t at = i;
-      while (at != kNone && !used[at]) {
+      while (at != kNoIndex && !used[at]) {
         used[at] = true;
-        const Chain& chain = chains_[at];
+        const RingPart& chain = chains_[at];
         outline.vertices.insert(outline.vertices.end(), chain.vertices.begin(),
                                 chain.vertices.end());
         outline.vertices.push_back({chain.end});
@@ -91,9 +90,9 @@ class Band {
       bool starts;
     };
     std::vector<End> ends;
-    next_.resize(chains_.size(), kNone);
+    next_.resize(chains_.size(), kNoIndex);
     for (std::size_t i = 0; i < chains_.size(); ++i) {
-      const Chain& chain = chains_[i];
+      const RingPart& chain = chains_[i];
       const Point start = chain.vertices.front().at;
       if (chain.startsOnCut && start.y == cut) ends.push_back({start.x, i, true});
       if (chain.endsOnCut && chain.end.y == cut) ends.push_back({chain.end.x, i, false});
@@ -108,7 +107,7 @@ class Band {
   }
 
   Span span_;
-  std::vector<Chain> chains_;
+  std::vector<RingPart> chains_;
   std::size_t ringStart_ = 0;
   std::vector<std::size_t> next_;
   std::vector<Path> outlines_;

@@ -1,13 +1,12 @@
 #include "geometry/joining.h"
 
 #include <algorithm>
-#include <limits>
 #include <tuple>
+
+#include "geometry/no_index.h"
 
 namespace quillon::geometry {
 namespace {
-
-constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
 /// The end that each end goes on in, if any.
 std::vector<std::size_t> partnersOf(std::span<const Piece> pieces, const JoinedEnds& ends) {
@@ -20,7 +19,7 @@ std::vector<std::size_t> partnersOf(std::span<const Piece> pieces, const JoinedE
   std::ranges::sort(order, [&](std::size_t a, std::size_t b) {
     return std::tuple(key(a), a) < std::tuple(key(b), b);
   });
-  std::vector<std::size_t> partners(order.size(), kNone);
+  std::vector<std::size_t> partners(order.size(), kNoIndex);
   for (std::size_t first = 0; first < order.size();) {
     std::size_t last = first + 1;
     while (last < order.size() && key(order[last]) == key(order[first])) ++last;
@@ -53,7 +52,7 @@ Chain chainFrom(std::span<const Piece> pieces, const std::vector<std::size_t>& p
     append(pieces[end / 2].path, end, chain.path.vertices);
     chain.pieces.push_back(end / 2);
     const std::size_t next = partners[end ^ 1];
-    if (next == kNone || next == start) break;
+    if (next == kNoIndex || next == start) break;
     end = next;
   }
   if (!closed) {
@@ -78,7 +77,7 @@ std::vector<Chain> chainsOf(std::span<const Piece> pieces, const JoinedEnds& end
     // Back to where the chain starts, or round to the same piece.
     std::size_t start = 2 * i;
     bool closed = false;
-    while (partners[start] != kNone && !closed) {
+    while (partners[start] != kNoIndex && !closed) {
       start = partners[start] ^ 1;
       closed = start == 2 * i;
     }

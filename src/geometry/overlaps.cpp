@@ -10,7 +10,6 @@
 namespace quillon::geometry {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 /// Radians; lines that turn from each other by less than half of it are compared.
 constexpr double kAngleCell = 1e-4;
 constexpr std::size_t kMostOpen = 16;
@@ -48,7 +47,7 @@ std::optional<Edge> unionOfLines(const Edge& one, const Edge& other, double reso
   return forward ? Edge{points[0], points[3], 0.0} : Edge{points[3], points[0], 0.0};
 }
 
-struct Turn {
+struct Round {
   Circle circle;
   double start = 0.0;  ///< radians; counter-clockwise
   double sweep = 0.0;  ///< 2 pi for circles
@@ -56,10 +55,10 @@ struct Turn {
   Point to;
 };
 
-Turn turnOf(const Stroke& stroke) {
+Round roundOf(const Stroke& stroke) {
   const Edge& edge = stroke.edge;
   if (stroke.isCircle) {
-    return {{edge.from, norm(edge.to - edge.from)}, 0.0, 2.0 * kPi, {}, {}};
+    return {{edge.from, norm(edge.to - edge.from)}, 0.0, 2.0 * std::numbers::pi, {}, {}};
   }
   const Edge left = edge.curve < 0.0 ? reversed(edge) : edge;
   const Circle circle = circleOf(left);
@@ -69,8 +68,8 @@ Turn turnOf(const Stroke& stroke) {
 
 /// The union of two arcs of one circle that overlap.
 std::optional<Stroke> unionOfArcs(const Stroke& one, const Stroke& other, double resolution) {
-  const Turn a = turnOf(one);
-  const Turn b = turnOf(other);
+  const Round a = roundOf(one);
+  const Round b = roundOf(other);
   if (norm(a.circle.centre - b.circle.centre) > resolution ||
       std::fabs(a.circle.radius - b.circle.radius) > resolution) {
     return std::nullopt;
@@ -79,8 +78,8 @@ std::optional<Stroke> unionOfArcs(const Stroke& one, const Stroke& other, double
   if (other.isCircle) return Stroke{other.edge, one.layer, true};
   const double least = resolution / a.circle.radius;
   const auto after = [](double from, double to) {
-    const double turn = std::fmod(to - from, 2.0 * kPi);
-    return turn < 0.0 ? turn + 2.0 * kPi : turn;
+    const double turn = std::fmod(to - from, 2.0 * std::numbers::pi);
+    return turn < 0.0 ? turn + 2.0 * std::numbers::pi : turn;
   };
   // Where each one starts, seen from the start of the other.
   const double toOther = after(a.start, b.start);
@@ -91,12 +90,12 @@ std::optional<Stroke> unionOfArcs(const Stroke& one, const Stroke& other, double
   if (otherStartsInside && oneStartsInside && toOther > least && toOne > least) {
     return Stroke{{a.circle.centre, a.from, 0.0}, one.layer, true};
   }
-  const Turn& first = otherStartsInside ? a : b;
-  const Turn& second = otherStartsInside ? b : a;
+  const Round& first = otherStartsInside ? a : b;
+  const Round& second = otherStartsInside ? b : a;
   const double way = otherStartsInside ? toOther : toOne;
   const bool reaches = way + second.sweep > first.sweep;
   const double sweep = reaches ? way + second.sweep : first.sweep;
-  if (sweep > 2.0 * kPi - least) {
+  if (sweep > 2.0 * std::numbers::pi - least) {
     return Stroke{{a.circle.centre, a.from, 0.0}, one.layer, true};
   }
   Edge edge{first.from, reaches ? second.to : first.to, degreesOf(sweep)};
@@ -146,7 +145,7 @@ class Merger {
   }
 
   Part partOfArc(std::size_t i) const {
-    const Turn turn = turnOf(strokes_[i]);
+    const Round turn = roundOf(strokes_[i]);
     const double cell = 16.0 * resolution_;
     const Point centre = (turn.circle.centre - origin_) * (1.0 / cell);
     return {

@@ -8,8 +8,6 @@
 namespace quillon::geometry {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
-
 double halfSweep(const Edge& edge) { return radiansOf(edge.curve) / 2.0; }
 
 /// A curve so small that the arc and its chord are the same doubles.
@@ -124,9 +122,9 @@ std::vector<double> fractionsWithDirection(const Edge& edge, double direction) {
   const double start = std::atan2(chord.y, chord.x) - half;
   const double low = std::min(start, start + 2.0 * half);
   const double high = std::max(start, start + 2.0 * half);
-  const auto first = static_cast<int>(std::ceil((low - direction) / kPi));
-  for (int turn = first; direction + turn * kPi < high; ++turn) {
-    const double fraction = (direction + turn * kPi - start) / (2.0 * half);
+  const auto first = static_cast<int>(std::ceil((low - direction) / std::numbers::pi));
+  for (int turn = first; direction + turn * std::numbers::pi < high; ++turn) {
+    const double fraction = (direction + turn * std::numbers::pi - start) / (2.0 * half);
     if (fraction > 0.0 && fraction < 1.0) fractions.push_back(fraction);
   }
   std::ranges::sort(fractions);
@@ -159,7 +157,7 @@ Box boundsOf(const Edge& edge) {
   box.add(edge.from);
   box.add(edge.to);
   if (isStraight(edge)) return box;
-  for (const double direction : {0.0, kPi / 2.0}) {
+  for (const double direction : {0.0, std::numbers::pi / 2.0}) {
     for (const double fraction : fractionsWithDirection(edge, direction)) {
       box.add(pointAt(edge, fraction));
     }

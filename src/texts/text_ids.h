@@ -15,8 +15,10 @@ namespace quillon::texts {
 
 /// The entries of the string table; their values are the ids under which loadString finds them.
 enum class TextId : std::uint16_t {
+// NOLINTBEGIN(bugprone-macro-parentheses): an enumerator takes none
 #define TEXT(name, id, german, english) name = id,
 #define BOTH(name, id, text) name = id,
+// NOLINTEND(bugprone-macro-parentheses)
 #include "texts/strings.def"
 #undef TEXT
 #undef BOTH

@@ -15,9 +15,6 @@
 namespace quillon::windows {
 namespace {
 
-constexpr int kColumns = 84;
-constexpr int kRows = 36;
-
 QString pageOf(int contextId) {
   const bool english = contextId >= texts::kEnglish;
   const QString language = english ? "en" : "de";
@@ -53,6 +50,8 @@ HelpViewer::HelpViewer(QString folder, QWidget* parent)
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(buttons);
   layout->addWidget(page_);
+  constexpr int kColumns = 84;
+  constexpr int kRows = 36;
   resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kRows);
   setWindowFlag(Qt::WindowMaximizeButtonHint);
   connect(back, &QPushButton::clicked, page_, &QTextBrowser::backward);

@@ -13,7 +13,6 @@ namespace {
 
 using texts::TextId;
 
-constexpr std::string_view kModule = "frmConfig";
 constexpr int kGermanIndex = 1;
 
 }  // namespace

@@ -19,6 +19,9 @@ class LanguageDialog : public QDialog {
   void loadResources();
 
  private:
+  /// What faults of this window are reported as.
+  static constexpr std::string_view kModule = "frmConfig";
+
   int chosen() const;
   void showLanguage();
   void confirm();

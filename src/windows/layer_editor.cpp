@@ -20,6 +20,7 @@
 #include "windows/enter_key.h"
 #include "windows/file_dialog.h"
 #include "windows/help_viewer.h"
+#include "windows/named_widget.h"
 #include "windows/question.h"
 #include "windows/trap.h"
 #include "windows/whole_text_delegate.h"
@@ -29,16 +30,8 @@ namespace {
 
 using texts::TextId;
 
-constexpr std::string_view kModule = "frmLayers";
-constexpr texts::TextRow kToolTips =
+constexpr texts::TextRow kEditorToolTips =
     texts::textRow(TextId::EditorTipBrowse, TextId::EditorTipAssignments);
-
-template <typename Widget>
-Widget* make(QWidget& parent, const char* name) {
-  auto* const widget = new Widget(&parent);
-  widget->setObjectName(name);
-  return widget;
-}
 
 }  // namespace
 
@@ -62,28 +55,28 @@ LayerEditor::LayerEditor(AppContext& context, const QString& path,
 }
 
 void LayerEditor::makeControls() {
-  labLay_ = make<QLabel>(*this, "labLay");
-  path_ = make<QLineEdit>(*this, "txtLayerDatei");
+  labLay_ = makeNamed<QLabel>(*this, "labLay");
+  path_ = makeNamed<QLineEdit>(*this, "txtLayerDatei");
   path_->setText("C:\\*.lay");
-  browse_ = make<QPushButton>(*this, "btnLayerbrowse");
-  scan_ = make<QPushButton>(*this, "btnScan");
-  new_ = make<QPushButton>(*this, "btnNew");
-  save_ = make<QPushButton>(*this, "btnSave");
-  saveAs_ = make<QPushButton>(*this, "btnSaveAs");
-  labScan_ = make<QLabel>(*this, "labScan");
-  scanned_ = make<QListWidget>(*this, "lstScanDXF");
+  browse_ = makeNamed<QPushButton>(*this, "btnLayerbrowse");
+  scan_ = makeNamed<QPushButton>(*this, "btnScan");
+  new_ = makeNamed<QPushButton>(*this, "btnNew");
+  save_ = makeNamed<QPushButton>(*this, "btnSave");
+  saveAs_ = makeNamed<QPushButton>(*this, "btnSaveAs");
+  labScan_ = makeNamed<QLabel>(*this, "labScan");
+  scanned_ = makeNamed<QListWidget>(*this, "lstScanDXF");
   scanned_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   scanned_->setUniformItemSizes(true);
   scanned_->setItemDelegate(new WholeTextDelegate(scanned_));
-  take_ = make<QPushButton>(*this, "btnTake");
+  take_ = makeNamed<QPushButton>(*this, "btnTake");
   take_->setText("==>");
-  labLayer_ = make<QLabel>(*this, "labLayer");
+  labLayer_ = makeNamed<QLabel>(*this, "labLayer");
   grid_ = new LayerGrid(context_, rows_, this);
-  labCheck_ = make<QLabel>(*this, "labCheck");
-  labDelHint_ = make<QLabel>(*this, "labDelHint");
-  ok_ = make<QPushButton>(*this, "OKButton");
-  cancel_ = make<QPushButton>(*this, "CancelButton");
-  help_ = make<QPushButton>(*this, "befHilfe");
+  labCheck_ = makeNamed<QLabel>(*this, "labCheck");
+  labDelHint_ = makeNamed<QLabel>(*this, "labDelHint");
+  ok_ = makeNamed<QPushButton>(*this, "OKButton");
+  cancel_ = makeNamed<QPushButton>(*this, "CancelButton");
+  help_ = makeNamed<QPushButton>(*this, "befHilfe");
   labLay_->setBuddy(path_);
   labScan_->setBuddy(scanned_);
   labLayer_->setBuddy(grid_);
@@ -178,7 +171,7 @@ void LayerEditor::loadResources() {
   caption(labDelHint_, TextId::EditorDeleteHint);
   grid_->loadResources();
   toolTips_.clear();
-  for (const TextId id : kToolTips) toolTips_.add(*this, context_.texts()(id));
+  for (const TextId id : kEditorToolTips) toolTips_.add(*this, context_.texts()(id));
 }
 
 void LayerEditor::layerScanDXF(const QString& drawing) {

@@ -38,6 +38,9 @@ class LayerEditor : public QDialog {
   void reject() override;
 
  private:
+  /// What faults of this window are reported as.
+  static constexpr std::string_view kModule = "frmLayers";
+
   /// Asks what to do with unsaved changes. False to continue editing.
   bool mayDiscard();
   enum class Unsaved { Nothing, Saved, Left, Kept };

@@ -21,7 +21,6 @@ namespace {
 
 using texts::TextId;
 
-constexpr std::string_view kModule = "grdLayers";
 constexpr int kRowCount = static_cast<int>(settings::LayerRows::kMostRows);
 
 /// An entry of the menus that Qt gives its text fields, in the language of the windows.

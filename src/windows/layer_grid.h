@@ -45,6 +45,9 @@ class LayerGrid : public QTableWidget {
                                                        const QEvent* event) const override;
 
  private:
+  /// What faults of this window are reported as.
+  static constexpr std::string_view kModule = "grdLayers";
+
   void pressKey(QKeyEvent* event);
   void showMenu(const QContextMenuEvent& event);
   bool isChoiceForSelection(const QMouseEvent& event) const;

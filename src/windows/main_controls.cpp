@@ -4,17 +4,11 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "windows/named_widget.h"
 #include "windows/number_edit.h"
 
 namespace quillon::windows {
 namespace {
-
-template <typename Widget>
-Widget* make(QWidget& parent, const char* name) {
-  auto* const widget = new Widget(&parent);
-  widget->setObjectName(name);
-  return widget;
-}
 
 /// Lets a list be narrower than its longest entry.
 void letShrink(QComboBox& list) {
@@ -26,53 +20,54 @@ void letShrink(QComboBox& list) {
 }  // namespace
 
 MainControls::MainControls(QWidget& window, AppContext& context)
-    : labDXF(make<QLabel>(window, "labDXF")),
-      txtDXFDatei(make<PathEdit>(window, "txtDXFDatei")),
-      btnDXFbrowse(make<QPushButton>(window, "btnDXFbrowse")),
-      labScript(make<QLabel>(window, "labScript")),
-      txtScriptdatei(make<PathEdit>(window, "txtScriptdatei")),
-      btnSCRbrowse(make<QPushButton>(window, "btnSCRbrowse")),
-      frmOpt(make<QGroupBox>(window, "frmOpt")),
-      chkBRDSCH{
-          make<QRadioButton>(*frmOpt, "chkBRDSCH_0"), make<QRadioButton>(*frmOpt, "chkBRDSCH_1"),
-          make<QRadioButton>(*frmOpt, "chkBRDSCH_2"), make<QRadioButton>(*frmOpt, "chkBRDSCH_3")},
+    : labDXF(makeNamed<QLabel>(window, "labDXF")),
+      txtDXFDatei(makeNamed<PathEdit>(window, "txtDXFDatei")),
+      btnDXFbrowse(makeNamed<QPushButton>(window, "btnDXFbrowse")),
+      labScript(makeNamed<QLabel>(window, "labScript")),
+      txtScriptdatei(makeNamed<PathEdit>(window, "txtScriptdatei")),
+      btnSCRbrowse(makeNamed<QPushButton>(window, "btnSCRbrowse")),
+      frmOpt(makeNamed<QGroupBox>(window, "frmOpt")),
+      chkBRDSCH{makeNamed<QRadioButton>(*frmOpt, "chkBRDSCH_0"),
+                makeNamed<QRadioButton>(*frmOpt, "chkBRDSCH_1"),
+                makeNamed<QRadioButton>(*frmOpt, "chkBRDSCH_2"),
+                makeNamed<QRadioButton>(*frmOpt, "chkBRDSCH_3")},
       targets(new QButtonGroup(&window)),
-      labBRDSCH(make<QLabel>(*frmOpt, "labBRDSCH")),
-      txtBRDname(make<QLineEdit>(*frmOpt, "txtBRDname")),
-      btnBRDbrowse(make<QPushButton>(*frmOpt, "btnBRDbrowse")),
-      fraOpt2(make<QGroupBox>(window, "fraOpt2")),
-      labScale(make<QLabel>(*fraOpt2, "labScale")),
-      txtmasst(make<NumberEdit>(*fraOpt2, "txtmasst")),
-      labUnit(make<QLabel>(*fraOpt2, "labUnit")),
-      cboUnit(make<QComboBox>(*fraOpt2, "cboUnit")),
-      labLayer(make<QLabel>(*fraOpt2, "labLayer")),
-      komStandartlayer(make<QComboBox>(*fraOpt2, "komStandartlayer")),
-      labVersion(make<QLabel>(*fraOpt2, "labVersion")),
-      cboVersion(make<QComboBox>(*fraOpt2, "cboVersion")),
-      labPoly(make<QLabel>(*fraOpt2, "labPoly")),
-      cboPoly(make<QComboBox>(*fraOpt2, "cboPoly")),
-      labBlocks(make<QLabel>(*fraOpt2, "labBlocks")),
-      cboBlocks(make<QComboBox>(*fraOpt2, "cboBlocks")),
-      labOffsetX(make<QLabel>(*fraOpt2, "labOffsetX")),
-      txtOffsetX(make<NumberEdit>(*fraOpt2, "txtOffsetX")),
-      labOffsetY(make<QLabel>(*fraOpt2, "labOffsetY")),
-      txtOffsetY(make<NumberEdit>(*fraOpt2, "txtOffsetY")),
-      chkEllipses(make<QCheckBox>(*fraOpt2, "chkEllipses")),
-      chkDotLines(make<QCheckBox>(*fraOpt2, "chkDotLines")),
-      chkArc(make<QCheckBox>(*fraOpt2, "chkArc")),
-      chkReport(make<QCheckBox>(*fraOpt2, "chkReport")),
-      chkStartSCR(make<QCheckBox>(*fraOpt2, "chkStartSCR")),
-      labLayers(make<QLabel>(*fraOpt2, "labLayers")),
-      labLayerDatei(make<PathLabel>(*fraOpt2, "labLayerDatei")),
-      befLayeredit(make<QPushButton>(*fraOpt2, "befLayeredit")),
-      labViewDesc(make<QLabel>(window, "labViewDesc")),
-      labViewer(make<QLabel>(window, "labViewer")),
+      labBRDSCH(makeNamed<QLabel>(*frmOpt, "labBRDSCH")),
+      txtBRDname(makeNamed<QLineEdit>(*frmOpt, "txtBRDname")),
+      btnBRDbrowse(makeNamed<QPushButton>(*frmOpt, "btnBRDbrowse")),
+      fraOpt2(makeNamed<QGroupBox>(window, "fraOpt2")),
+      labScale(makeNamed<QLabel>(*fraOpt2, "labScale")),
+      txtmasst(makeNamed<NumberEdit>(*fraOpt2, "txtmasst")),
+      labUnit(makeNamed<QLabel>(*fraOpt2, "labUnit")),
+      cboUnit(makeNamed<QComboBox>(*fraOpt2, "cboUnit")),
+      labLayer(makeNamed<QLabel>(*fraOpt2, "labLayer")),
+      komStandartlayer(makeNamed<QComboBox>(*fraOpt2, "komStandartlayer")),
+      labVersion(makeNamed<QLabel>(*fraOpt2, "labVersion")),
+      cboVersion(makeNamed<QComboBox>(*fraOpt2, "cboVersion")),
+      labPoly(makeNamed<QLabel>(*fraOpt2, "labPoly")),
+      cboPoly(makeNamed<QComboBox>(*fraOpt2, "cboPoly")),
+      labBlocks(makeNamed<QLabel>(*fraOpt2, "labBlocks")),
+      cboBlocks(makeNamed<QComboBox>(*fraOpt2, "cboBlocks")),
+      labOffsetX(makeNamed<QLabel>(*fraOpt2, "labOffsetX")),
+      txtOffsetX(makeNamed<NumberEdit>(*fraOpt2, "txtOffsetX")),
+      labOffsetY(makeNamed<QLabel>(*fraOpt2, "labOffsetY")),
+      txtOffsetY(makeNamed<NumberEdit>(*fraOpt2, "txtOffsetY")),
+      chkEllipses(makeNamed<QCheckBox>(*fraOpt2, "chkEllipses")),
+      chkDotLines(makeNamed<QCheckBox>(*fraOpt2, "chkDotLines")),
+      chkArc(makeNamed<QCheckBox>(*fraOpt2, "chkArc")),
+      chkReport(makeNamed<QCheckBox>(*fraOpt2, "chkReport")),
+      chkStartSCR(makeNamed<QCheckBox>(*fraOpt2, "chkStartSCR")),
+      labLayers(makeNamed<QLabel>(*fraOpt2, "labLayers")),
+      labLayerDatei(makeNamed<PathLabel>(*fraOpt2, "labLayerDatei")),
+      befLayeredit(makeNamed<QPushButton>(*fraOpt2, "befLayeredit")),
+      labViewDesc(makeNamed<QLabel>(window, "labViewDesc")),
+      labViewer(makeNamed<QLabel>(window, "labViewer")),
       result(new ResultPanel(context, &window)),
-      befStart(make<QPushButton>(window, "befStart")),
-      befSave(make<QPushButton>(window, "befSave")),
-      befLanguage(make<QPushButton>(window, "befLanguage")),
-      befHilfe(make<QPushButton>(window, "befHilfe")),
-      befEnde(make<QPushButton>(window, "befEnde")) {
+      befStart(makeNamed<QPushButton>(window, "befStart")),
+      befSave(makeNamed<QPushButton>(window, "befSave")),
+      befLanguage(makeNamed<QPushButton>(window, "befLanguage")),
+      befHilfe(makeNamed<QPushButton>(window, "befHilfe")),
+      befEnde(makeNamed<QPushButton>(window, "befEnde")) {
   for (std::size_t i = 0; i < chkBRDSCH.size(); ++i) {
     targets->addButton(chkBRDSCH[i], static_cast<int>(i));
   }

@@ -25,7 +25,6 @@ namespace {
 
 using texts::TextId;
 
-constexpr std::string_view kModule = "frmDXF";
 constexpr texts::TextRow kToolTips = texts::textRow(TextId::TipSave, TextId::TipBlocks);
 
 /// Shows the busy cursor.

@@ -50,6 +50,9 @@ class MainWindow : public QDialog {
   void reject() override {}  // Esc does not close the window
 
  private:
+  /// What faults of this window are reported as.
+  static constexpr std::string_view kModule = "frmDXF";
+
   class ConversionInProgress;
 
   void connectControls();

@@ -16,8 +16,6 @@ namespace {
 
 using texts::TextId;
 
-constexpr std::string_view kModule = "frmDXF";
-
 /// The path of a single dragged local file, or "".
 QString draggedFile(const QMimeData& data) {
   const QList<QUrl> urls = data.urls();

@@ -15,15 +15,8 @@
 #include "windows/trap.h"
 
 namespace quillon::windows {
-namespace {
 
 using texts::TextId;
-
-constexpr std::string_view kModule = "frmReport";
-constexpr int kColumns = 98;
-constexpr int kRows = 40;
-
-}  // namespace
 
 ReportWindow::ReportWindow(AppContext& context, QWidget* parent)
     : QDialog(parent),
@@ -49,6 +42,8 @@ ReportWindow::ReportWindow(AppContext& context, QWidget* parent)
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(info_);
   layout->addLayout(buttons);
+  constexpr int kColumns = 98;
+  constexpr int kRows = 40;
   const QFontMetrics metrics(info_->font());
   resize(metrics.horizontalAdvance('=') * kColumns, metrics.height() * kRows);
   setWindowFlag(Qt::WindowMaximizeButtonHint);

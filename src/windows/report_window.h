@@ -23,6 +23,9 @@ class ReportWindow : public QDialog {
   virtual void fill(std::string_view report);
 
  private:
+  /// What faults of this window are reported as.
+  static constexpr std::string_view kModule = "frmReport";
+
   void save();
 
   AppContext& context_;

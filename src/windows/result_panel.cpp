@@ -20,7 +20,6 @@ namespace {
 
 using texts::TextId;
 
-constexpr std::string_view kModule = "fraResult";
 constexpr int kLeastCharacters = 32;  ///< in a line, and in a path within it
 constexpr int kGap = 16;              ///< beside a possible scroll bar
 

@@ -32,6 +32,9 @@ class ResultPanel : public QFrame {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  /// What faults of this window are reported as.
+  static constexpr std::string_view kModule = "fraResult";
+
   void openFolder();
   void refresh();
   /// Shows the text with its paths elided to a width in pixels.
