@@ -5,6 +5,8 @@
 #include <numbers>
 #include <utility>
 
+#include "base/ranges.h"
+
 namespace quillon::geometry {
 namespace {
 
@@ -146,14 +148,14 @@ PointLocator::Rings PointLocator::ringsAt(Point p) const {
     if (side == 0) rings.through.push_back(piece.ring);
     if (side < 0 && p.x < piece.right.x) above.push_back(piece.ring);
   }
-  std::ranges::sort(rings.through);
+  base::ranges::sort(rings.through);
   rings.through.erase(std::unique(rings.through.begin(), rings.through.end()), rings.through.end());
-  std::ranges::sort(above);
+  base::ranges::sort(above);
   for (std::size_t first = 0; first < above.size();) {
     std::size_t last = first + 1;
     while (last < above.size() && above[last] == above[first]) ++last;
     const bool odd = (last - first) % 2 == 1;
-    if (odd && !std::ranges::binary_search(rings.through, above[first])) {
+    if (odd && !base::ranges::binary_search(rings.through, above[first])) {
       rings.around.push_back(above[first]);
     }
     first = last;

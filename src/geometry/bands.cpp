@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "base/ranges.h"
 #include "geometry/area.h"
 #include "geometry/path_arcs.h"
 
@@ -100,7 +101,7 @@ void joinAround(std::vector<Band::Run>& runs) {
 Band bandOf(const Path& path, std::span<const EdgeWidth> widths, double tolerance) {
   Band band;
   if (!isUsable(path)) return band;
-  if (!std::ranges::all_of(widths, [](const EdgeWidth& w) { return isUsable(w); })) return band;
+  if (!base::ranges::all_of(widths, [](const EdgeWidth& w) { return isUsable(w); })) return band;
   bool inRun = false;
   bool whole = true;
   for (std::size_t i = 0; i < edgeCount(path); ++i) {

@@ -2,6 +2,7 @@
 #include <set>
 #include <tuple>
 
+#include "base/ranges.h"
 #include "geometry/area.h"
 
 namespace quillon::geometry {
@@ -91,8 +92,8 @@ class Sweep {
       }
       if (points.size() > first + 1 && points[first] == points.back()) points.pop_back();
     }
-    std::ranges::sort(points);
-    return std::ranges::adjacent_find(points) != points.end();
+    base::ranges::sort(points);
+    return base::ranges::adjacent_find(points) != points.end();
   }
 
   /// The piece `steps` further on in the same ring.
@@ -121,7 +122,7 @@ class Sweep {
       events.push_back({pieces_[i].left, true, i});
       events.push_back({pieces_[i].right, false, i});
     }
-    std::ranges::sort(events, {}, [](const Event& event) {
+    base::ranges::sort(events, {}, [](const Event& event) {
       return std::tuple(event.at.x, event.at.y, event.starts, event.piece);
     });
     return events;

@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/ranges.h"
 #include "geometry/area.h"
 #include "geometry/grid_faces.h"
 #include "geometry/grid_segments.h"
@@ -41,7 +42,7 @@ class CornerCutter {
     for (const GridPoint& p : ring) points_.push_back(grid(p));
     std::vector<std::size_t> order(ring.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
-    std::ranges::sort(order, [&](std::size_t a, std::size_t b) {
+    base::ranges::sort(order, [&](std::size_t a, std::size_t b) {
       return std::pair(ring[a], -angleAt(a)) < std::pair(ring[b], -angleAt(b));
     });
     cut_.resize(ring.size(), false);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "base/ranges.h"
 #include "geometry/path_arcs.h"
 
 namespace quillon::geometry {
@@ -28,9 +29,9 @@ Pattern usablePattern(std::span<const double> lengths) {
   }
   if (!hasGap || !hasMark || !(total > 0.0 && total < 1e100)) return pattern;
   pattern.total = total;
-  auto first = std::ranges::find_if(pattern.lengths, [](double length) { return length > 0.0; });
+  auto first = base::ranges::find_if(pattern.lengths, [](double length) { return length > 0.0; });
   pattern.hasDash = first != pattern.lengths.end();
-  if (!pattern.hasDash) first = std::ranges::find(pattern.lengths, 0.0);
+  if (!pattern.hasDash) first = base::ranges::find(pattern.lengths, 0.0);
   std::rotate(pattern.lengths.begin(), first, pattern.lengths.end());
   return pattern;
 }

@@ -4,6 +4,7 @@
 #include <limits>
 #include <tuple>
 
+#include "base/ranges.h"
 #include "geometry/no_index.h"
 #include "geometry/path_arcs.h"
 
@@ -91,7 +92,7 @@ std::vector<Gap> gapsOf(std::span<const Piece> pieces, const JoinedEnds& joined)
       ++counts[joined.points[end]];
     }
   }
-  std::ranges::sort(ends, {}, [](const End& end) { return std::tuple(end.layer, end.index); });
+  base::ranges::sort(ends, {}, [](const End& end) { return std::tuple(end.layer, end.index); });
   std::vector<Gap> gaps;
   for (std::size_t first = 0; first < ends.size();) {
     std::size_t last = first;
@@ -109,7 +110,7 @@ std::vector<Gap> gapsOf(std::span<const Piece> pieces, const JoinedEnds& joined)
     }
     first = last;
   }
-  std::ranges::sort(gaps, {}, [](const Gap& gap) {
+  base::ranges::sort(gaps, {}, [](const Gap& gap) {
     return std::tuple(!gap.next, gap.distance, gap.end.piece, gap.end.at.x, gap.end.at.y);
   });
   return gaps;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ranges.h"
 #include "geometry/no_index.h"
 #include "geometry/stabbing_tree.h"
 
@@ -63,7 +64,7 @@ class Net {
   void sortWays() {
     ways_.resize(2 * segments_.size());
     for (std::size_t i = 0; i < ways_.size(); ++i) ways_[i] = i;
-    std::ranges::sort(ways_, [this](std::size_t a, std::size_t b) {
+    base::ranges::sort(ways_, [this](std::size_t a, std::size_t b) {
       if (startOf(a) != startOf(b)) return startOf(a) < startOf(b);
       return turnsBefore(directionOf(a), directionOf(b));
     });
@@ -146,7 +147,7 @@ class Net {
     const StabbingTree tree(std::move(spans));
     std::vector<std::size_t> order(components_.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
-    std::ranges::sort(order, [this](std::size_t a, std::size_t b) {
+    base::ranges::sort(order, [this](std::size_t a, std::size_t b) {
       return components_[a].lowest < components_[b].lowest;
     });
     for (const std::size_t i : order) {

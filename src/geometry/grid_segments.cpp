@@ -5,6 +5,8 @@
 #include <tuple>
 #include <utility>
 
+#include "base/ranges.h"
+
 namespace quillon::geometry {
 namespace {
 
@@ -45,7 +47,7 @@ class Meetings {
   bool find() {
     layOutCells();
     if (!fillCells()) return false;
-    std::ranges::sort(entries_);
+    base::ranges::sort(entries_);
     for (std::size_t i = 0; i < entries_.size(); ++i) {
       for (std::size_t j = i + 1; j < entries_.size() && entries_[j].first == entries_[i].first;
            ++j) {
@@ -146,7 +148,7 @@ class Meetings {
 /// The pieces of the segments, each split in the order along it.
 std::vector<GridSegment> applied(const std::vector<GridSegment>& segments,
                                  std::vector<Split>& splits) {
-  std::ranges::sort(splits, {}, [&](const Split& split) {
+  base::ranges::sort(splits, {}, [&](const Split& split) {
     const GridSegment& s = segments[split.segment];
     return std::tuple(split.segment, dot(s.to - s.from, split.at - s.from), split.at);
   });

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <tuple>
 
+#include "base/ranges.h"
+
 namespace quillon::geometry {
 namespace {
 
@@ -14,7 +16,7 @@ struct Crossing {
 
 bool isUsable(const HatchFamily& family) {
   return std::fabs(family.angle) <= 1e9 && usable(family.origin) && usable(family.step) &&
-         std::ranges::all_of(family.dashes, [](double d) { return std::fabs(d) <= 1e100; });
+         base::ranges::all_of(family.dashes, [](double d) { return std::fabs(d) <= 1e100; });
 }
 
 Point directionOf(double angle) {
@@ -49,7 +51,7 @@ class FamilyCutter {
     for (const Edge& edge : edges) {
       if (!addCrossings(edge)) return false;
     }
-    std::ranges::sort(crossings_, {}, [](const Crossing& crossing) {
+    base::ranges::sort(crossings_, {}, [](const Crossing& crossing) {
       return std::tuple(crossing.line, crossing.along);
     });
     for (std::size_t i = 0; i + 1 < crossings_.size(); i += 2) {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/ranges.h"
 #include "geometry/area.h"
 #include "geometry/no_index.h"
 
@@ -97,7 +98,7 @@ class Band {
       if (chain.startsOnCut && start.y == cut) ends.push_back({start.x, i, true});
       if (chain.endsOnCut && chain.end.y == cut) ends.push_back({chain.end.x, i, false});
     }
-    std::ranges::sort(ends, {}, &End::x);
+    base::ranges::sort(ends, {}, &End::x);
     for (std::size_t i = 0; i + 1 < ends.size(); i += 2) {
       const End& one = ends[i];
       const End& other = ends[i + 1];
@@ -127,7 +128,7 @@ std::vector<double> heightsToAvoid(const Region& region) {
   };
   add(region.outer);
   for (const Path& hole : region.holes) add(hole);
-  std::ranges::sort(heights);
+  base::ranges::sort(heights);
   return heights;
 }
 
@@ -136,7 +137,7 @@ double widestGap(const std::vector<double>& heights, Span span) {
   double best = 0.5 * (span.low + span.high);
   double width = 0.0;
   double from = span.low;
-  for (auto at = std::ranges::lower_bound(heights, span.low);; ++at) {
+  for (auto at = base::ranges::lower_bound(heights, span.low);; ++at) {
     const double to = at == heights.end() ? span.high : std::min(*at, span.high);
     if (to - from > width) {
       width = to - from;
@@ -157,7 +158,7 @@ std::vector<double> cutHeights(const Region& region, double& overlap) {
     overlap = std::min(overlap, height / 4.0);
     middles.push_back({box.low.y + height / 4.0, box.high.y - height / 4.0});
   }
-  std::ranges::sort(middles, {}, &Span::high);
+  base::ranges::sort(middles, {}, &Span::high);
   const std::vector<double> avoided = heightsToAvoid(region);
   std::vector<double> cuts;
   std::optional<Span> common;
@@ -219,7 +220,7 @@ class BandCutter {
   void addMonotone(const Edge& edge) {
     const double low = std::min(edge.from.y, edge.to.y);
     const double high = std::max(edge.from.y, edge.to.y);
-    const auto first = std::ranges::partition_point(
+    const auto first = base::ranges::partition_point(
         bands_, [low](const Band& band) { return band.span().high <= low; });
     for (auto band = first; band != bands_.end() && band->span().low <= high; ++band) {
       const auto index = static_cast<std::size_t>(band - bands_.begin());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "base/ranges.h"
 #include "geometry/no_index.h"
 
 namespace quillon::geometry {
@@ -16,7 +17,7 @@ std::vector<std::size_t> partnersOf(std::span<const Piece> pieces, const JoinedE
     const Piece& piece = pieces[end / 2];
     return std::tuple(ends.points[end], piece.layer, piece.style);
   };
-  std::ranges::sort(order, [&](std::size_t a, std::size_t b) {
+  base::ranges::sort(order, [&](std::size_t a, std::size_t b) {
     return std::tuple(key(a), a) < std::tuple(key(b), b);
   });
   std::vector<std::size_t> partners(order.size(), kNoIndex);

@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/ranges.h"
 #include "geometry/area.h"
 
 namespace quillon::geometry {
@@ -85,7 +86,7 @@ NestedLoops nestLoops(std::span<const Path> loops, NestedFill fill) {
     const std::size_t depth = containers[i].size();
     if (depth % 2 == 0 || fill == NestedFill::whole) continue;
     if (depth != 1 && fill == NestedFill::outermost) continue;
-    const auto parent = std::ranges::find_if(
+    const auto parent = base::ranges::find_if(
         containers[i], [&](std::size_t j) { return containers[j].size() + 1 == depth; });
     if (parent == containers[i].end()) continue;  // only where loops cross
     result.regions[regionOf[*parent]].holes.push_back(turnedTo(kept[i], false));

@@ -7,6 +7,8 @@
 #include <optional>
 #include <tuple>
 
+#include "base/ranges.h"
+
 namespace quillon::geometry {
 namespace {
 
@@ -42,7 +44,7 @@ std::optional<Edge> unionOfLines(const Edge& one, const Edge& other, double reso
   const double length = along(base.to);
   if (std::min(high, length) - std::max(low, 0.0) <= resolution) return std::nullopt;
   std::array<Point, 4> points{base.from, base.to, shorter.from, shorter.to};
-  std::ranges::stable_sort(points, {}, along);
+  base::ranges::stable_sort(points, {}, along);
   const bool forward = dot(way, one.to - one.from) > 0.0;
   return forward ? Edge{points[0], points[3], 0.0} : Edge{points[3], points[0], 0.0};
 }
@@ -165,7 +167,7 @@ class Merger {
     const auto key = [this](const Part& part) {
       return std::tuple(strokes_[part.stroke].layer, part.carrier);
     };
-    std::ranges::sort(parts, [&](const Part& a, const Part& b) {
+    base::ranges::sort(parts, [&](const Part& a, const Part& b) {
       return std::tuple(key(a), a.low, a.stroke) < std::tuple(key(b), b.low, b.stroke);
     });
     for (std::size_t first = 0; first < parts.size();) {

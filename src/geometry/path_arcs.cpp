@@ -5,6 +5,8 @@
 #include <limits>
 #include <numbers>
 
+#include "base/ranges.h"
+
 namespace quillon::geometry {
 namespace {
 
@@ -56,7 +58,7 @@ Edge edgeAt(const Path& path, std::size_t index) {
 Edge reversed(const Edge& edge) { return {edge.to, edge.from, -edge.curve}; }
 
 bool isUsable(const Path& path) {
-  return std::ranges::all_of(path.vertices, [](const Vertex& vertex) {
+  return base::ranges::all_of(path.vertices, [](const Vertex& vertex) {
     return usable(vertex.at) && std::fabs(vertex.curve) < 360.0;
   });
 }
@@ -127,7 +129,7 @@ std::vector<double> fractionsWithDirection(const Edge& edge, double direction) {
     const double fraction = (direction + turn * std::numbers::pi - start) / (2.0 * half);
     if (fraction > 0.0 && fraction < 1.0) fractions.push_back(fraction);
   }
-  std::ranges::sort(fractions);
+  base::ranges::sort(fractions);
   return fractions;
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/ranges.h"
 #include "geometry/area.h"
 #include "geometry/hole_bands.h"
 
@@ -22,7 +23,7 @@ Path fromRightmost(const Path& ring) {
     }
   }
   const auto rightmost =
-      std::ranges::max_element(split.vertices, {}, [](const Vertex& v) { return v.at.x; });
+      base::ranges::max_element(split.vertices, {}, [](const Vertex& v) { return v.at.x; });
   std::rotate(split.vertices.begin(), rightmost, split.vertices.end());
   return split;
 }
@@ -192,8 +193,8 @@ std::optional<Path> joinedBySlits(const Region& region, double width) {
   std::vector<Path> holes;
   for (const Path& hole : region.holes) holes.push_back(fromRightmost(hole));
   std::erase_if(holes, [](const Path& hole) { return hole.vertices.size() < 2; });
-  std::ranges::stable_sort(holes, std::ranges::greater{},
-                           [](const Path& hole) { return hole.vertices.front().at.x; });
+  base::ranges::stable_sort(holes, std::greater<>(),
+                            [](const Path& hole) { return hole.vertices.front().at.x; });
   SlitRing ring(region.outer, width);
   for (const Path& hole : holes) {
     if (!ring.join(hole)) return std::nullopt;
@@ -206,7 +207,7 @@ std::optional<Path> joinedBySlits(const Region& region, double width) {
 
 std::vector<Path> withoutHoles(const Region& region, const SlitOptions& options) {
   const bool fits = isUsable(region.outer) &&
-                    std::ranges::all_of(region.holes, [](const Path& p) { return isUsable(p); });
+                    base::ranges::all_of(region.holes, [](const Path& p) { return isUsable(p); });
   if (!fits || region.outer.vertices.size() < 2) return {};
   if (region.holes.empty()) return {region.outer};
   if (region.holes.size() < options.bandsFrom) {

@@ -5,12 +5,14 @@
 #include <numeric>
 #include <utility>
 
+#include "base/ranges.h"
+
 namespace quillon::geometry {
 
 StabbingTree::StabbingTree(std::vector<Span> spans)
     : spans_(std::move(spans)), order_(spans_.size()), highest_(spans_.size()) {
   std::iota(order_.begin(), order_.end(), std::size_t{0});
-  std::ranges::sort(order_, {}, [this](std::size_t i) { return std::pair(spans_[i].low, i); });
+  base::ranges::sort(order_, {}, [this](std::size_t i) { return std::pair(spans_[i].low, i); });
   build(0, order_.size());
 }
 

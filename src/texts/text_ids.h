@@ -32,7 +32,8 @@ inline constexpr auto kTextIds = std::to_array<TextId>({
 #undef TEXT
 #undef BOTH
 });
-static_assert(std::ranges::adjacent_find(kTextIds, std::ranges::greater_equal()) == kTextIds.end(),
+static_assert(std::adjacent_find(kTextIds.begin(), kTextIds.end(), std::greater_equal<>()) ==
+                  kTextIds.end(),
               "ids must ascend, and none may occur twice");
 
 /// Neighbours in the string table, whether or not numbers between them are unused.
@@ -41,8 +42,8 @@ using TextRow = std::span<const TextId>;
 /// The entries from one to another, both included. Where an entry is chosen by its index, assert
 /// how many there are.
 consteval TextRow textRow(TextId first, TextId last) {
-  const auto* const begin = std::ranges::find(kTextIds, first);
-  const auto* const end = std::ranges::find(kTextIds, last) + 1;
+  const auto* const begin = std::find(kTextIds.begin(), kTextIds.end(), first);
+  const auto* const end = std::find(kTextIds.begin(), kTextIds.end(), last) + 1;
   return {begin, end};
 }
 

@@ -4,6 +4,7 @@
 
 #include <numbers>
 
+#include "base/ranges.h"
 #include "geometry/area.h"
 #include "geometry/path_samples.h"
 
@@ -24,7 +25,7 @@ std::vector<std::pair<double, double>> cornersOf(const Path& path) {
     corners.emplace_back(std::round(v.at.x * 1e6) / 1e6 + 0.0,
                          std::round(v.at.y * 1e6) / 1e6 + 0.0);
   }
-  std::ranges::sort(corners);
+  base::ranges::sort(corners);
   return corners;
 }
 
@@ -134,9 +135,9 @@ TEST(BandAreas, CoverWhatIsNearRandomPaths) {
         const Point aside = leftOf(directionAt(edge, at));
         for (const double by : {-0.98, 0.0, 0.98}) {
           const Point p = pointAt(edge, at) + aside * by;
-          const bool covered = std::ranges::any_of(areas, [p](const Region& area) {
+          const bool covered = base::ranges::any_of(areas, [p](const Region& area) {
             return locate(area.outer, p) != Location::outside &&
-                   std::ranges::none_of(area.holes, [p](const Path& hole) {
+                   base::ranges::none_of(area.holes, [p](const Path& hole) {
                      return locate(hole, p) == Location::inside;
                    });
           });

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/ranges.h"
 #include "geometry/area.h"
 #include "geometry/path_samples.h"
 #include "geometry/slits.h"
@@ -66,8 +67,8 @@ TEST(FacesOf, PutsHolesAndIslandsIntoTheirFaces) {
                         rectangle(20, 0, 21, 1), rectangle(1, 1, 2, 2)});
   ASSERT_EQ(faces.faces.size(), 3U);
   EXPECT_NEAR(areaOf(faces), 100 - 16 + 4 + 1 - 1, 1e-9);
-  const auto outer = std::ranges::max_element(faces.faces, {},
-                                              [](const Region& r) { return signedArea(r.outer); });
+  const auto outer = base::ranges::max_element(faces.faces, {},
+                                               [](const Region& r) { return signedArea(r.outer); });
   EXPECT_EQ(outer->holes.size(), 2U);
 }
 
@@ -96,7 +97,8 @@ TEST(FacesOf, AgreesWithTheEvenOddRuleForRandomLoops) {
   std::uniform_real_distribution<double> coordinate(0, 100);
   std::uniform_real_distribution<double> curve(-200, 200);
   for (int round = 0; round < 40; ++round) {
-    std::vector<Path> loops(1 + round % 4, Path{.vertices = {}, .closed = true});
+    std::vector<Path> loops(1 + static_cast<std::size_t>(round) % 4,
+                            Path{.vertices = {}, .closed = true});
     for (Path& loop : loops) {
       for (int k = 0; k < 3 + round % 17; ++k) {
         // Some in steps of ten, for points and lines that meet exactly.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/ranges.h"
 #include "geometry/path_samples.h"
 
 namespace quillon::geometry {
@@ -128,8 +129,8 @@ TEST(WithoutDuplicates, CoversTheSameWithRandomLines) {
     for (double at = -1; at < 120; at += 0.13) {
       const Point p = leftOf(way) * k + way * at;
       const auto covers = [p](const Stroke& stroke) { return distanceTo(stroke.edge, p) < 1e-9; };
-      EXPECT_EQ(std::ranges::count_if(result, covers),
-                std::ranges::any_of(strokes, covers) ? 1 : 0);
+      EXPECT_EQ(base::ranges::count_if(result, covers),
+                base::ranges::any_of(strokes, covers) ? 1 : 0);
     }
   }
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/ranges.h"
 #include "geometry/path_arcs.h"
 #include "geometry/path_samples.h"
 
@@ -56,7 +57,7 @@ TEST(GapsOf, AgreesWithAllPairs) {
     }
     EXPECT_EQ(gap.distance, nearest);
   }
-  EXPECT_TRUE(std::ranges::is_sorted(gaps, {}, &Gap::distance));
+  EXPECT_TRUE(base::ranges::is_sorted(gaps, {}, &Gap::distance));
 }
 
 TEST(GapsOf, SurvivesHostilePaths) {

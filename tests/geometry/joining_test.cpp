@@ -4,6 +4,7 @@
 
 #include <chrono>
 
+#include "base/ranges.h"
 #include "geometry/path_arcs.h"
 #include "geometry/path_samples.h"
 
@@ -155,9 +156,9 @@ TEST(ChainsOf, HaveAllPiecesOnce) {
     for (std::size_t i = 0; i < edgeCount(chain.path); ++i)
       length += lengthOf(edgeAt(chain.path, i));
   }
-  std::ranges::sort(all);
+  base::ranges::sort(all);
   ASSERT_EQ(all.size(), pieces.size());
-  EXPECT_EQ(std::ranges::adjacent_find(all), all.end());
+  EXPECT_EQ(base::ranges::adjacent_find(all), all.end());
   for (const Piece& piece : pieces) length -= lengthOf(edgeAt(piece.path, 0));
   EXPECT_NEAR(length, 0.0, 1e-6);
   EXPECT_LT(chains.size(), pieces.size());

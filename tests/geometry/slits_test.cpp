@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/ranges.h"
 #include "geometry/area.h"
 #include "geometry/hole_bands.h"
 #include "geometry/path_samples.h"
@@ -65,7 +66,7 @@ TEST(WithoutHoles, SplitsACurvedEdgeWhereTheSlitMeetsIt) {
   expectSimple(outlines);
   const double length = std::sqrt(100.0 - 9.0) - 3.0;
   EXPECT_NEAR(areaOf(outlines), areaOf(region) - 0.001 * length, 2e-5);
-  const auto hit = std::ranges::find_if(outlines[0].vertices, [](const Vertex& v) {
+  const auto hit = base::ranges::find_if(outlines[0].vertices, [](const Vertex& v) {
     return std::fabs(norm(v.at) - 10.0) < 1e-9 && std::fabs(v.at.y - 2.9995) < 1e-9;
   });
   EXPECT_NE(hit, outlines[0].vertices.end());
@@ -132,7 +133,7 @@ TEST(WithoutHoles, PutsEachPointOfTheRegionIntoAPiece) {
   std::uniform_real_distribution<double> coordinate(-2, 52);
   for (int i = 0; i < 5000; ++i) {
     const Point p{coordinate(random), coordinate(random)};
-    const auto hits = std::ranges::count_if(
+    const auto hits = base::ranges::count_if(
         pieces, [p](const PointLocator& piece) { return piece.locate(p) == Location::inside; });
     if (wanted.locate(p) == Location::inside) {
       EXPECT_GE(hits, 1);
