@@ -36,7 +36,7 @@ void readItems(Drawing& drawing, LineCursor lines, BlockRec& block) {
   block.items = drawing.store.startList();
   EntityWalk walk(drawing, lines);
   for (DxfEntity entity; !walk.atEnd();) {
-    if (walk.step(entity)) drawing.store.append(block.items, entity);
+    if (walk.step(entity) && !drawing.everyKind) drawing.store.append(block.items, entity);
   }
 }
 

@@ -12,7 +12,9 @@
 #include "base/text_hash.h"
 #include "dxf/entity_kinds.h"
 #include "dxf/entity_store.h"
+#include "dxf/header_values.h"
 #include "dxf/records.h"
+#include "dxf/table_entries.h"
 #include "dxf/text_arena.h"
 #include "dxf/text_source.h"
 
@@ -41,6 +43,13 @@ struct Drawing {
   Drawing() = default;
   Drawing(const Drawing&) = delete;
   Drawing& operator=(const Drawing&) = delete;
+
+  /// To be set before reading, for rules that show the drawing as it is: entities of every kind are
+  /// handed on with all their groups instead of slots, blocks keep their text alone, and what the
+  /// next two members hold is kept.
+  bool everyKind = false;
+  HeaderValues header;
+  TableEntries tableEntries;
 
   TextArena arena;
   LineEnds lineEnds;

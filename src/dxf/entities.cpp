@@ -2,6 +2,7 @@
 
 #include "base/run_time_error.h"
 #include "dxf/entity_walk.h"
+#include "dxf/line_counter.h"
 
 namespace quillon::dxf {
 namespace {
@@ -28,6 +29,8 @@ class SectionReading {
   /// Reads what is complete within the window; false when the section is done.
   bool readWindow() {
     const TextSource& source = reader_.source();
+    LineCounter lines(reader_.window().begin, reader_.lineAt(reader_.window().begin),
+                      source.lineEnds().eolChar);
     EntityWalk walk(drawing_, LineCursor(reader_.window(), source.lineEnds()), "ENDSEC",
                     !source.atFileEnd());
     while (!walk.atEnd()) {
@@ -40,6 +43,7 @@ class SectionReading {
       switch (step(walk)) {
         case Step::Entity:
           ++count_;
+          if (drawing_.everyKind) entity_.line = lines.lineAt(entity_.groups);
           sink_.takeEntity(entity_);
           break;
         case Step::Other:

@@ -24,12 +24,14 @@ struct LayerUse {
 struct DxfEntity {
   EntityKind kind = EntityKind::None;
   const char* groups = nullptr;  ///< the entity's first group in the text
-  /// Only for kinds with a side record (vertex list or spline data): end of the line that ended the
-  /// groups, and the record's number.
+  /// End of the line that ended the groups. Only for kinds with a side record (vertex list or
+  /// spline data), as is that record's number, and where entities of every kind are handed on.
   const char* groupsEnd = nullptr;
   std::uint64_t sideIndex = 0;
   std::uint32_t filled = 0;                        ///< bit n: slot n has a text
   std::array<std::string_view, kMaxSlots> values;  ///< valid where filled
+  std::string_view name;   ///< as found; only where entities of every kind are handed on
+  std::uint64_t line = 0;  ///< in the file, of its first group; likewise
   /// The entity's layer once complete; null for SEQEND, which has no slots.
   const LayerUse* layer = nullptr;
 

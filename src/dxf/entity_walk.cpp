@@ -56,6 +56,13 @@ bool EntityWalk::step(DxfEntity& entity) {
       failWithoutName(name);
     }
     afterName_ = lines_.position();
+    if (isStart && isOtherEntity(name)) {
+      inEntity_ = true;
+      entity.kind = kind;
+      entity.name = name;
+      skipGroups(entity);
+      return true;
+    }
     if (isStart) noteUnknown(name);
     return false;
   }
@@ -63,8 +70,18 @@ bool EntityWalk::step(DxfEntity& entity) {
   if (!isStart && base::numberValue(code) != 0.0) return false;
   entity.kind = kind;
   inEntity_ = true;
-  readGroups(entity);
+  entity.name = name;
+  if (drawing_.everyKind) {
+    skipGroups(entity);
+  } else {
+    readGroups(entity);
+  }
   return true;
+}
+
+/// Whether this name of no recognised kind is handed on all the same.
+bool EntityWalk::isOtherEntity(std::string_view name) const {
+  return drawing_.everyKind && !name.empty() && isLetter(name.front()) && !isStructureName(name);
 }
 
 bool EntityWalk::findNextEntity() {
@@ -118,6 +135,25 @@ void EntityWalk::readGroups(DxfEntity& entity) {
     entity.groupsEnd = behind.position();
     entity.sideIndex = drawing_.nextSideIndex(entity.kind);
   }
+}
+
+/// Goes past the groups without looking at their values.
+void EntityWalk::skipGroups(DxfEntity& entity) {
+  entity.groups = lines_.position();
+  entity.filled = 0;
+  entity.sideIndex = 0;
+  GroupCursor groups(lines_);
+  for (Group group; groups.next(group);) {
+    if (isEndMarker(group.value)) {
+      ended_ = true;
+      throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, group.value.data());
+    }
+  }
+  lines_ = groups.lines();
+  if (isSection()) checkEnd();
+  LineCursor after = lines_;
+  after.next();
+  entity.groupsEnd = after.position();
 }
 
 /// The "0" line that ended the groups may be a value whose code line is missing; then a code

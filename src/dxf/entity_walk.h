@@ -46,7 +46,9 @@ class EntityWalk {
            line.front() == endMarker_.front() && line == endMarker_;
   }
   bool isSection() const { return !endMarker_.empty(); }
+  bool isOtherEntity(std::string_view name) const;
   void readGroups(DxfEntity& entity);
+  void skipGroups(DxfEntity& entity);
   void checkEnd();
   void noteUnknown(std::string_view name);
 

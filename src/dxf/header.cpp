@@ -1,5 +1,7 @@
 #include "dxf/header.h"
 
+#include <array>
+
 #include "base/number_text.h"
 
 namespace quillon::dxf {
@@ -20,6 +22,27 @@ HeaderValue nextValue(LineReader& reader) {
   value.code = base::numberValue(reader.readDxfLine(true));
   value.text = reader.readDxfLine(true);
   return value;
+}
+
+/// Takes a variable that only some rules need; false when it is another one.
+bool takeFurther(std::string_view name, Drawing& drawing, LineReader& reader) {
+  struct Number {
+    std::string_view name;
+    double HeaderValues::*value;
+  };
+  static constexpr std::array<Number, 5> kNumbers = {{{"$INSUNITS", &HeaderValues::insUnits},
+                                                      {"$PDMODE", &HeaderValues::pdMode},
+                                                      {"$ATTMODE", &HeaderValues::attMode},
+                                                      {"$LWDISPLAY", &HeaderValues::lwDisplay},
+                                                      {"$TILEMODE", &HeaderValues::tileMode}}};
+  for (const Number& number : kNumbers) {
+    if (!base::equalsUpperCased(name, number.name)) continue;
+    drawing.header.*number.value = nextValue(reader).number();
+    return true;
+  }
+  if (!base::equalsUpperCased(name, "$DWGCODEPAGE")) return false;
+  drawing.header.codePage = drawing.arena.keep(base::trimBlanks(nextValue(reader).text));
+  return true;
 }
 
 double switchValue(const HeaderValue& value) {
@@ -49,9 +72,12 @@ bool readVariables(Drawing& drawing, LineReader& reader) {
     } else if (base::equalsUpperCased(line, "$PDSIZE")) {
       const HeaderValue value = nextValue(reader);
       if (value.code == 40.0 && value.number() > 0.0) drawing.pointSize = value.number();
+      if (value.code == 40.0) drawing.header.pdSize = value.number();
     } else if (base::equalsUpperCased(line, "$ACADVER")) {
       const HeaderValue value = nextValue(reader);
       utf8 = value.code == 1.0 && writesUtf8(value.text);
+    } else if (drawing.everyKind && line.starts_with('$')) {
+      takeFurther(line, drawing, reader);
     }
   }
   return utf8;

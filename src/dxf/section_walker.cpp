@@ -47,6 +47,9 @@ std::string_view tableName(LineRange range, const LineEnds& ends) {
 }
 
 void parseTable(Drawing& drawing, LineRange range) {
+  if (drawing.everyKind) {
+    drawing.tableEntries.add(range, drawing.lineEnds, drawing.encoding, drawing.arena);
+  }
   const std::string_view name = tableName(range, drawing.lineEnds);
   if (!isTableName(name)) return;
   const SectionLines lines = splitLines(range, drawing.lineEnds);

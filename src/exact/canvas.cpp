@@ -1,0 +1,210 @@
+#include "exact/canvas.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "geometry/area.h"
+#include "geometry/crossings.h"
+#include "geometry/dashes.h"
+#include "geometry/path_map.h"
+#include "geometry/path_tools.h"
+#include "geometry/slits.h"
+
+namespace quillon::exact {
+namespace {
+
+using geometry::CurvePath;
+
+/// How wide the slits to holes are, in millimetres.
+constexpr double kSlit = 0.001;
+/// Of the size of a curve: its largest distance from the arcs that stand for it.
+constexpr double kTolerancePerSize = 1e-5;
+
+/// An area needs three corners.
+void splitTwoCorners(Path& outline) {
+  if (outline.vertices.size() != 2) return;
+  const geometry::Arc arc = geometry::arcAt(outline, outline.vertices[0].curve != 0.0 ? 0 : 1);
+  if (arc.curve == 0.0) return;
+  const auto [first, second] = geometry::halves(arc);
+  const std::size_t at = outline.vertices[0].curve != 0.0 ? 0 : 1;
+  outline.vertices[at].curve = first.curve;
+  outline.vertices.insert(outline.vertices.begin() + static_cast<std::ptrdiff_t>(at) + 1,
+                          {second.start, second.curve});
+}
+
+}  // namespace
+
+geometry::CurveSettings Canvas::curveSettings(double diagonal) const {
+  return {std::max(measures_.tolerance, kTolerancePerSize * diagonal), measures_.resolution};
+}
+
+void Canvas::stroke(const Item& item, const Path& path, const Affine& map, const Stroke& how) {
+  strokeMapped(item, mapped(item, path, map), how, false);
+}
+
+void Canvas::stroke(const Item& item, const geometry::Ellipse& ellipse, const Affine& map) {
+  const geometry::Ellipse placed = geometry::mapped(ellipse, map);
+  const bool isCircle = placed.full() && geometry::isCircle(placed, measures_.resolution);
+  strokeMapped(item, mapped(item, ellipse, map),
+               {.isArc = !placed.full(), .dashesAlongWhole = true}, isCircle);
+}
+
+void Canvas::stroke(const Item& item, const geometry::Spline& spline) {
+  strokeMapped(item, mapped(item, spline), {.isArc = true, .dashesAlongWhole = true}, false);
+}
+
+void Canvas::stroke(const Item& item, const geometry::FitSpline& spline, const Affine& map) {
+  strokeMapped(item, mapped(item, spline, map), {.isArc = true, .dashesAlongWhole = true}, false);
+}
+
+void Canvas::segment(const Item& item, Point from, Point to, const Affine& map) {
+  strokeMapped(item, {{{map(from)}, {map(to)}}, false}, {}, false);
+}
+
+Path Canvas::mapped(const Item& item, const Path& path, const Affine& map) {
+  CurvePath result =
+      geometry::mapPath(path, map, curveSettings(geometry::bounds(path).diagonal() * map.scale()));
+  note(item, result.report);
+  return std::move(result.path);
+}
+
+Path Canvas::mapped(const Item& item, const geometry::Ellipse& ellipse, const Affine& map) {
+  const geometry::Ellipse placed = geometry::mapped(ellipse, map);
+  CurvePath result =
+      geometry::ellipsePath(placed, curveSettings(geometry::bounds(placed).diagonal()));
+  note(item, result.report);
+  return std::move(result.path);
+}
+
+Path Canvas::mapped(const Item& item, const geometry::Spline& spline) {
+  const geometry::SplineFaults& faults = spline.faults();
+  if (faults.degree) lose(item, LossRule::DegreeLowered);
+  if (faults.knots) lose(item, LossRule::KnotsReplaced);
+  if (faults.weights) lose(item, LossRule::WeightsDropped);
+  const double size = spline.usable() ? geometry::bounds(spline).diagonal() : 0.0;
+  CurvePath result = geometry::splinePath(spline, curveSettings(size));
+  note(item, result.report);
+  return std::move(result.path);
+}
+
+/// Drawn in its own coordinates first: the lengths between its points decide its course.
+Path Canvas::mapped(const Item& item, const geometry::FitSpline& spline, const Affine& map) {
+  const double size = spline.usable() ? geometry::bounds(spline).diagonal() : 0.0;
+  const double scale = map.scale();
+  geometry::CurveSettings settings = curveSettings(size * scale);
+  if (scale > 0.0) {
+    settings.tolerance /= scale;
+    settings.resolution /= scale;
+  }
+  CurvePath result = geometry::fitSplinePath(spline, settings);
+  note(item, result.report);
+  return mapped(item, result.path, map);
+}
+
+void Canvas::tidy(Path& path) const {
+  geometry::dropClosePoints(path, measures_.resolution);
+  geometry::straightenFlatArcs(path, measures_.resolution);
+  geometry::splitWideArcs(path);
+}
+
+void Canvas::strokeMapped(const Item& item, Path path, const Stroke& how, bool isCircle) {
+  if (path.vertices.empty()) return;
+  const Point first = path.vertices.front().at;
+  tidy(path);
+  if (path.vertices.size() < 2) return lose(item, LossRule::ZeroLength, first);
+  if (!item.pen.dashes.empty() && !how.solid) return strokeDashed(item, path, how);
+  take(item, std::move(path), how, isCircle);
+}
+
+void Canvas::strokeDashed(const Item& item, const Path& path, const Stroke& how) {
+  const geometry::Dashes parts =
+      geometry::dashed(path, item.pen.dashes, {.alongWhole = how.dashesAlongWhole});
+  if (parts.tooMany) lose(item, LossRule::TooManyDashes, path.vertices.front().at);
+  Stroke dash = how;
+  dash.cleanable = false;
+  for (const Path& part : parts.dashes) {
+    if (step()) return;
+    take(item, part, dash, false);
+  }
+  const double width = how.width.value_or(item.pen.width);
+  for (const Point& centre : parts.dots) dot(item, centre, std::max(width, measures_.dot));
+}
+
+void Canvas::take(const Item& item, Path path, const Stroke& how, bool isCircle) {
+  Chain chain;
+  chain.path = std::move(path);
+  chain.width = how.width.value_or(item.pen.width);
+  chain.style = item.pen.style;
+  chain.cleanable = how.cleanable && !item.isInDimension;
+  chain.isArc = how.isArc;
+  chain.isCircle = isCircle;
+  sink_.take(item.origin, std::move(chain));
+}
+
+void Canvas::area(const Item& item, Path outline) {
+  if (outline.vertices.empty()) return;
+  outline.closed = true;
+  const Point first = outline.vertices.front().at;
+  tidy(outline);
+  splitTwoCorners(outline);
+  if (outline.vertices.size() < 3) return lose(item, LossRule::NoSize, first);
+  if (!fills()) return take(item, std::move(outline), {.cleanable = false}, false);
+  if (!geometry::crossesItself(outline)) return takeArea(item, std::move(outline));
+  const geometry::CrossingFaces faces =
+      geometry::facesOf(std::span(&outline, 1),
+                        {.tolerance = measures_.tolerance, .gap = kSlit * measures_.millimetre});
+  if (!faces.complete) return lose(item, LossRule::AreaTooIntricate, first);
+  for (const geometry::Region& face : faces.faces) region(item, face);
+}
+
+void Canvas::region(const Item& item, const geometry::Region& region) {
+  if (!fills()) {
+    takeArea(item, region.outer);
+    for (const Path& hole : region.holes) takeArea(item, hole);
+    return;
+  }
+  const std::vector<Path> outlines =
+      geometry::withoutHoles(region, {.width = kSlit * measures_.millimetre});
+  for (const Path& outline : outlines) takeArea(item, outline);
+}
+
+void Canvas::takeArea(const Item& item, Path outline) {
+  tidy(outline);
+  splitTwoCorners(outline);
+  if (outline.vertices.size() < 3) return;
+  if (!fills()) return take(item, std::move(outline), {.cleanable = false}, false);
+  sink_.take(item.origin, Area{std::move(outline)});
+}
+
+void Canvas::text(const Item& item, TextLine line) { sink_.take(item.origin, std::move(line)); }
+
+void Canvas::dot(const Item& item, Point centre, double diameter) {
+  if (!geometry::usable(centre)) return lose(item, LossRule::UnusableNumbers);
+  sink_.take(item.origin, Dot{centre, diameter});
+}
+
+void Canvas::hole(const Item& item, Point centre, double drill) {
+  if (!geometry::usable(centre)) return lose(item, LossRule::UnusableNumbers);
+  sink_.take(item.origin, Hole{centre, drill});
+}
+
+void Canvas::endless(const Item& item, Point start, Point direction, bool bothWays) {
+  if (!geometry::usable(start) || geometry::unit(direction) == Point{}) {
+    return lose(item, LossRule::UnusableNumbers);
+  }
+  sink_.take(item.origin, EndlessLine{start, direction, bothWays, item.pen.width});
+}
+
+void Canvas::lose(const Item& item, LossRule rule, std::optional<Point> at, double measure,
+                  std::uint64_t count) {
+  losses_.add({rule, item.origin.kind, item.origin.dxfLayer, item.origin.line,
+               at.value_or(item.map(Point{})), measure},
+              count);
+}
+
+void Canvas::note(const Item& item, const geometry::CurveReport& report) {
+  if (report.unusable) lose(item, LossRule::UnusableNumbers);
+  if (report.limitReached || report.coarse || report.gap) lose(item, LossRule::CurveCoarse);
+}
+
+}  // namespace quillon::exact

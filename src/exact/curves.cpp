@@ -1,0 +1,183 @@
+#include "exact/curves.h"
+
+#include <cmath>
+#include <vector>
+
+#include "base/number_text.h"
+
+namespace quillon::exact {
+namespace {
+
+using base::numberValue;
+
+/// ARC and CIRCLE; angles in degrees.
+struct CentredValues {
+  Point centre;
+  double elevation = 0.0;
+  double radius = 0.0;
+  double start = 0.0;
+  double end = 360.0;
+};
+
+CentredValues readCentred(const Item& item, const Canvas& canvas) {
+  CentredValues values;
+  readNumbers(canvas.groupsOf(item), {{10, &values.centre.x},
+                                      {20, &values.centre.y},
+                                      {30, &values.elevation},
+                                      {40, &values.radius},
+                                      {50, &values.start},
+                                      {51, &values.end}});
+  return values;
+}
+
+struct EllipseGroups {
+  Point centre;
+  Point major;
+  double majorZ = 0.0;
+  double ratio = 1.0;
+  double start = 0.0;
+  double end = 6.283185307179586;
+};
+
+EllipseGroups readEllipse(const Item& item, const Canvas& canvas) {
+  EllipseGroups values;
+  readNumbers(canvas.groupsOf(item), {{10, &values.centre.x},
+                                      {20, &values.centre.y},
+                                      {11, &values.major.x},
+                                      {21, &values.major.y},
+                                      {31, &values.majorZ},
+                                      {40, &values.ratio},
+                                      {41, &values.start},
+                                      {42, &values.end}});
+  return values;
+}
+
+/// N x major, N at length 1, seen from above.
+Point minorOf(const Entity& entity, const EllipseGroups& values) {
+  const double length =
+      std::sqrt(entity.normalX * entity.normalX + entity.normalY * entity.normalY +
+                entity.normalZ * entity.normalZ);
+  const double nx = length > 0.0 ? entity.normalX / length : 0.0;
+  const double ny = length > 0.0 ? entity.normalY / length : 0.0;
+  const double nz = length > 0.0 ? entity.normalZ / length : 1.0;
+  return {(ny * values.majorZ - nz * values.major.y) * values.ratio,
+          (nz * values.major.x - nx * values.majorZ) * values.ratio};
+}
+
+struct SplineGroups {
+  int degree = 3;
+  int flags = 0;
+  std::vector<double> knots;
+  std::vector<double> weights;
+  std::vector<Point> controlPoints;
+  std::vector<Point> fitPoints;
+  Point startTangent{};
+  Point endTangent{};
+};
+
+SplineGroups readSpline(const Item& item, const Canvas& canvas) {
+  SplineGroups values;
+  dxf::GroupCursor groups = canvas.groupsOf(item);
+  for (dxf::Group group; groups.next(group);) {
+    const auto number = [&group] { return numberValue(group.value); };
+    switch (group.code) {
+      case 70:
+        values.flags = static_cast<int>(number());
+        break;
+      case 71:
+        values.degree = static_cast<int>(std::clamp(number(), -1.0, 1000.0));
+        break;
+      case 40:
+        values.knots.push_back(number());
+        break;
+      case 41:
+        values.weights.push_back(number());
+        break;
+      case 10:
+        values.controlPoints.push_back({number(), 0.0});
+        break;
+      case 20:
+        if (!values.controlPoints.empty()) values.controlPoints.back().y = number();
+        break;
+      case 11:
+        values.fitPoints.push_back({number(), 0.0});
+        break;
+      case 21:
+        if (!values.fitPoints.empty()) values.fitPoints.back().y = number();
+        break;
+      case 12:
+        values.startTangent.x = number();
+        break;
+      case 22:
+        values.startTangent.y = number();
+        break;
+      case 13:
+        values.endTangent.x = number();
+        break;
+      case 23:
+        values.endTangent.y = number();
+        break;
+      case 100:
+        // A HELIX is a SPLINE with its own values after it.
+        if (group.value == "AcDbHelix") return values;
+        break;
+      default:
+        break;
+    }
+  }
+  return values;
+}
+
+}  // namespace
+
+void drawLine(const Item& item, Canvas& canvas) {
+  Point from;
+  Point to;
+  readNumbers(canvas.groupsOf(item), {{10, &from.x}, {20, &from.y}, {11, &to.x}, {21, &to.y}});
+  if (!geometry::usable(from) || !geometry::usable(to)) {
+    return canvas.lose(item, LossRule::UnusableNumbers);
+  }
+  canvas.segment(item, from, to, item.map);
+}
+
+void drawArc(const Item& item, Canvas& canvas) {
+  const CentredValues values = readCentred(item, canvas);
+  if (values.radius == 0.0) return canvas.lose(item, LossRule::NoSize);
+  canvas.stroke(item, geometry::circularArc(values.centre, values.radius, values.start, values.end),
+                item.objectMap(values.elevation));
+}
+
+void drawCircle(const Item& item, Canvas& canvas) {
+  const CentredValues values = readCentred(item, canvas);
+  if (values.radius == 0.0) return canvas.lose(item, LossRule::NoSize);
+  canvas.stroke(item, geometry::circle(values.centre, values.radius),
+                item.objectMap(values.elevation));
+}
+
+void drawEllipse(const Item& item, Canvas& canvas) {
+  const EllipseGroups values = readEllipse(item, canvas);
+  canvas.stroke(item,
+                geometry::ellipticArc(values.centre, values.major, minorOf(item.entity, values),
+                                      values.start, values.end),
+                item.map);
+}
+
+void drawSpline(const Item& item, Canvas& canvas) {
+  SplineGroups values = readSpline(item, canvas);
+  if (values.controlPoints.size() >= 2) {
+    for (Point& point : values.controlPoints) point = item.map(point);
+    canvas.stroke(item, geometry::Spline(values.degree, values.controlPoints,
+                                         std::move(values.knots), values.weights));
+    return;
+  }
+  constexpr int kClosed = 1;
+  geometry::FitEnds ends;
+  ends.closed = (values.flags & kClosed) != 0;
+  if (values.startTangent != Point{}) ends.startDirection = values.startTangent;
+  if (values.endTangent != Point{}) ends.endDirection = values.endTangent;
+  const geometry::FitSpline spline(values.fitPoints, ends);
+  if (!spline.usable()) return canvas.lose(item, LossRule::NoSize);
+  canvas.stroke(item, spline, item.map);
+}
+
+}  // namespace quillon::exact

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <string_view>
+#include <vector>
+
+#include "dxf/group_cursor.h"
+#include "exact/kinds.h"
+#include "exact/shapes.h"
+#include "geometry/affine.h"
+
+namespace quillon::exact {
+
+using geometry::Affine;
+
+/// An entity with what all kinds have in common. Texts are views into the drawing, or kept as long
+/// as the translation where that is said.
+struct Entity {
+  Kind kind = Kind::Other;
+  std::string_view name;  ///< DXF name; kept
+  dxf::LineRange groups;  ///< up to and including the "0" line that ends them
+  std::uint64_t line = 0;
+
+  std::string_view layer;     ///< upper-cased; kept
+  std::string_view lineType;  ///< upper-cased; kept; "" for BYLAYER
+  double lineTypeScale = 1.0;
+  int lineWeight = -1;  ///< hundredths of a millimetre; -1 by layer, -2 by block, -3 default
+  double normalX = 0.0;
+  double normalY = 0.0;
+  double normalZ = 1.0;
+  bool isInvisible = false;
+  bool isInPaperSpace = false;
+};
+
+/// How the lines of an entity look, once layers and blocks have been asked.
+struct Pen {
+  double width = 0.0;  ///< without a width of its own; units of the script
+  Style style = Style::Continuous;
+  /// Lengths of dashes (above 0), gaps (below) and dots (0) in units of the script; empty: solid.
+  std::vector<double> dashes;
+  bool hasSolidInstead = false;  ///< the line type is dashed, the option draws it solid
+};
+
+/// One entity at one place.
+struct Item {
+  const Entity& entity;
+  Affine map;     ///< from the coordinates around the entity, z dropped, to the script
+  Origin origin;  ///< with the EAGLE layer of the entity
+  const Pen& pen;
+  bool isInDimension = false;  ///< or in what else is not cleaned
+
+  /// From the entity's object coordinates, at this height, to the script.
+  Affine objectMap(double elevation = 0.0) const;
+  /// Its groups from the start.
+  dxf::GroupCursor groups(const dxf::LineEnds& ends) const {
+    return dxf::GroupCursor(dxf::LineCursor(entity.groups, ends));
+  }
+};
+
+struct NumberField {
+  int code;
+  double* value;
+};
+/// Reads numbers by their group codes; the last group of a code counts, an absent one changes
+/// nothing.
+void readNumbers(dxf::GroupCursor groups, std::initializer_list<NumberField> fields);
+
+}  // namespace quillon::exact

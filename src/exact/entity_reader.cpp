@@ -1,0 +1,93 @@
+#include "exact/entity_reader.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/encoding.h"
+#include "base/number_text.h"
+
+namespace quillon::exact {
+namespace {
+
+/// Groups that mean the same for all kinds stand in the first class of an entity's data; in the
+/// classes of its kind some of their codes mean something else.
+struct CommonGroups {
+  int classes = 0;
+
+  bool isCommon(const dxf::Group& group) {
+    constexpr std::int16_t kClassCode = 100;
+    if (group.code == kClassCode) ++classes;
+    return classes < 2;
+  }
+};
+
+int roundedWeight(std::string_view text) {
+  return static_cast<int>(std::clamp(base::numberValue(text), -3.0, 10000.0));
+}
+
+}  // namespace
+
+Entity EntityReader::read(const dxf::DxfEntity& found) {
+  Entity entity;
+  entity.kind = kindOf(found.name);
+  entity.name = keptName(found.name);
+  entity.groups = {found.groups, found.groupsEnd};
+  entity.line = found.line;
+  CommonGroups common;
+  dxf::GroupCursor groups(dxf::LineCursor(entity.groups, drawing_.lineEnds));
+  for (dxf::Group group; groups.next(group);) {
+    const bool isCommon = common.isCommon(group);
+    switch (group.code) {
+      case 8:
+        if (entity.layer.empty()) entity.layer = upperName(group.value);
+        break;
+      case 6:
+        if (isCommon) entity.lineType = upperName(group.value);
+        break;
+      case 48:
+        if (isCommon) entity.lineTypeScale = base::numberValue(group.value);
+        break;
+      case 60:
+        if (isCommon) entity.isInvisible = base::isOddNumber(group.value);
+        break;
+      case 67:
+        if (isCommon) entity.isInPaperSpace = base::numberValue(group.value) != 0.0;
+        break;
+      case 370:
+        if (isCommon) entity.lineWeight = roundedWeight(group.value);
+        break;
+      case 210:
+        entity.normalX = base::numberValue(group.value);
+        break;
+      case 220:
+        entity.normalY = base::numberValue(group.value);
+        break;
+      case 230:
+        entity.normalZ = base::numberValue(group.value);
+        break;
+      default:
+        break;
+    }
+  }
+  return entity;
+}
+
+std::string_view EntityReader::upperName(std::string_view name) {
+  auto place = upperNames_.find(name);
+  if (place == upperNames_.end()) {
+    const std::string_view upper = drawing_.arena.keep(base::upperCase(name, drawing_.encoding));
+    place = upperNames_.emplace(drawing_.arena.keep(name), upper).first;
+  }
+  return place->second;
+}
+
+std::string_view EntityReader::keptName(std::string_view name) {
+  auto place = names_.find(name);
+  if (place == names_.end()) {
+    const std::string_view kept = drawing_.arena.keep(name);
+    place = names_.emplace(kept, kept).first;
+  }
+  return place->second;
+}
+
+}  // namespace quillon::exact

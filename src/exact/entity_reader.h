@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string_view>
+#include <unordered_map>
+
+#include "base/text_hash.h"
+#include "dxf/drawing.h"
+#include "exact/entity.h"
+
+namespace quillon::exact {
+
+/// Reads what all kinds of entities have in common, and keeps their names.
+class EntityReader {
+ public:
+  explicit EntityReader(dxf::Drawing& drawing) : drawing_(drawing) {}
+
+  Entity read(const dxf::DxfEntity& found);
+
+  /// The name in upper case, kept as long as the drawing.
+  std::string_view upperName(std::string_view name);
+
+ private:
+  std::string_view keptName(std::string_view name);
+
+  dxf::Drawing& drawing_;
+  std::unordered_map<std::string_view, std::string_view, base::TextHash> upperNames_;
+  std::unordered_map<std::string_view, std::string_view, base::TextHash> names_;
+};
+
+}  // namespace quillon::exact

@@ -1,0 +1,7 @@
+#include "exact/hatch.h"
+
+namespace quillon::exact {
+
+void drawHatch(const Item&, Canvas&) {}
+
+}  // namespace quillon::exact

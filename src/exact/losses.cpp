@@ -1,0 +1,42 @@
+#include "exact/losses.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quillon::exact {
+namespace {
+
+struct Row {
+  LossGroup group;
+  std::string_view word;
+};
+constexpr auto kRows = std::to_array<Row>({
+#define LOSS(name, group, word) {LossGroup::group, word},
+#include "exact/loss_rules.def"
+#undef LOSS
+});
+
+const Row& rowOf(LossRule rule) { return kRows[static_cast<std::size_t>(rule)]; }
+
+}  // namespace
+
+LossGroup groupOf(LossRule rule) { return rowOf(rule).group; }
+
+std::string_view wordOf(LossRule rule) { return rowOf(rule).word; }
+
+void LossList::add(const Event& event, std::uint64_t count) {
+  const auto [found, isNew] =
+      index_.try_emplace(Key(event.rule, event.kind, event.layer), losses_.size());
+  if (isNew) losses_.push_back({event.rule, event.kind, event.layer, 0, event.line, event.at, 0.0});
+  Loss& loss = losses_[found->second];
+  loss.count += count;
+  loss.most = std::max(loss.most, event.measure);
+}
+
+std::uint64_t LossList::countOf(LossRule rule) const {
+  std::uint64_t count = 0;
+  for (const Loss& loss : losses_) count += loss.rule == rule ? loss.count : 0;
+  return count;
+}
+
+}  // namespace quillon::exact

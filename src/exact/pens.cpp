@@ -1,0 +1,92 @@
+#include "exact/pens.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/encoding.h"
+#include "base/number_text.h"
+#include "dxf/group_cursor.h"
+
+namespace quillon::exact {
+namespace {
+
+constexpr int kByLayer = -1;
+constexpr int kByBlock = -2;
+constexpr double kDefaultWeight = 0.25;  // millimetres
+
+/// EAGLE's style nearest to a pattern: dots make it DashDot, else the length of the first dash
+/// decides.
+Style styleOf(const std::vector<double>& pattern, double longest) {
+  if (pattern.empty()) return Style::Continuous;
+  if (std::find(pattern.begin(), pattern.end(), 0.0) != pattern.end()) return Style::DashDot;
+  const auto dash =
+      std::find_if(pattern.begin(), pattern.end(), [](double length) { return length > 0.0; });
+  if (dash == pattern.end()) return Style::Continuous;
+  return *dash > longest ? Style::LongDash : Style::ShortDash;
+}
+
+}  // namespace
+
+Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inherited,
+                double scale) {
+  Pen pen;
+  pen.width = options_.lineWidth;
+  if (options_.lineWeights) {
+    const int weight = lineWeightOf(entity, layer, inherited);
+    const double millimetres = weight >= 0 ? weight / 100.0 : kDefaultWeight;
+    pen.width = millimetres * measures_.millimetre;
+  }
+  const std::vector<double>& pattern = patternOf(lineTypeOf(entity, layer, inherited));
+  if (pattern.empty()) return pen;
+  // Shorter dashes than this look like EAGLE's short ones.
+  constexpr double kLongDash = 3.0;  // millimetres
+  const double ltScale = drawing_.ltScale == dxf::kNotGiven ? 1.0 : drawing_.ltScale;
+  const double factor = ltScale * entity.lineTypeScale * scale;
+  std::vector<double> dashes;
+  for (const double length : pattern) dashes.push_back(length * factor);
+  switch (options_.lineTypes) {
+    case LineTypes::Solid:
+      pen.hasSolidInstead = true;
+      break;
+    case LineTypes::Style:
+      pen.style = styleOf(dashes, kLongDash * measures_.millimetre);
+      break;
+    case LineTypes::Dashes:
+      pen.dashes = std::move(dashes);
+      break;
+  }
+  return pen;
+}
+
+Inherited Pens::inheritedFrom(const Entity& reference, const Layer& layer,
+                              const Inherited& inherited) const {
+  return {&layer, lineTypeOf(reference, layer, inherited),
+          lineWeightOf(reference, layer, inherited)};
+}
+
+std::string_view Pens::lineTypeOf(const Entity& entity, const Layer& layer,
+                                  const Inherited& inherited) const {
+  if (entity.lineType.empty() || entity.lineType == "BYLAYER") return layer.use.lineType;
+  return entity.lineType == "BYBLOCK" ? inherited.lineType : entity.lineType;
+}
+
+int Pens::lineWeightOf(const Entity& entity, const Layer& layer, const Inherited& inherited) const {
+  if (entity.lineWeight == kByLayer) return layer.lineWeight;
+  return entity.lineWeight == kByBlock ? inherited.lineWeight : entity.lineWeight;
+}
+
+const std::vector<double>& Pens::patternOf(std::string_view lineType) {
+  const auto found = patterns_.find(lineType);
+  if (found != patterns_.end()) return found->second;
+  const std::string upper = base::upperCase(lineType, drawing_.encoding);
+  const dxf::LineRange range = drawing_.tableEntries.find("LTYPE", upper);
+  std::vector<double>& pattern = patterns_[lineType];
+  if (range.begin == nullptr) return pattern;
+  dxf::GroupCursor groups(dxf::LineCursor(range, drawing_.lineEnds));
+  for (dxf::Group group; groups.next(group);) {
+    if (group.code == 49) pattern.push_back(base::numberValue(group.value));
+  }
+  return pattern;
+}
+
+}  // namespace quillon::exact

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/text_hash.h"
+#include "dxf/drawing.h"
+#include "exact/entity.h"
+#include "exact/layers.h"
+#include "exact/options.h"
+
+namespace quillon::exact {
+
+/// What the content of a block takes from its reference.
+struct Inherited {
+  const Layer* layer = nullptr;  ///< for content on layer 0; null outside of blocks
+  std::string_view lineType{};   ///< for BYBLOCK, as a name; "" outside of blocks
+  int lineWeight = -3;           ///< likewise; never by layer or block
+};
+
+/// Works out how the lines of entities look.
+class Pens {
+ public:
+  Pens(const Options& options, const dxf::Drawing& drawing)
+      : options_(options), measures_(options), drawing_(drawing) {}
+
+  /// `scale`: by how much the map of the entity enlarges lengths.
+  Pen penOf(const Entity& entity, const Layer& layer, const Inherited& inherited, double scale);
+  /// What the content of a block takes over from a reference on this layer.
+  Inherited inheritedFrom(const Entity& reference, const Layer& layer,
+                          const Inherited& inherited) const;
+
+ private:
+  std::string_view lineTypeOf(const Entity& entity, const Layer& layer,
+                              const Inherited& inherited) const;
+  int lineWeightOf(const Entity& entity, const Layer& layer, const Inherited& inherited) const;
+  const std::vector<double>& patternOf(std::string_view lineType);
+
+  const Options& options_;
+  Measures measures_;
+  const dxf::Drawing& drawing_;
+  std::unordered_map<std::string_view, std::vector<double>, base::TextHash> patterns_;
+};
+
+}  // namespace quillon::exact

@@ -1,0 +1,339 @@
+#include "exact/translator.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <utility>
+
+#include "base/layer_number.h"
+#include "base/number_text.h"
+#include "base/run_time_error.h"
+#include "exact/annotations.h"
+#include "exact/curves.h"
+#include "exact/hatch.h"
+#include "exact/multilines.h"
+#include "exact/points.h"
+#include "exact/texts.h"
+#include "geometry/degrees.h"
+
+namespace quillon::exact {
+namespace {
+
+constexpr std::size_t kDeepestNesting = 1000;
+
+/// Kinds that vanish as a whole on a frozen layer, and that show what their blocks have on other
+/// layers on one that is off.
+bool hasContent(Kind kind) {
+  switch (kind) {
+    case Kind::Insert:
+    case Kind::Dimension:
+    case Kind::ArcDimension:
+    case Kind::LargeRadialDimension:
+    case Kind::AcadTable:
+    case Kind::MultiLeader:
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// Kinds that are drawn with lines, for which line types count.
+bool isDrawnWithLines(Kind kind) {
+  switch (kind) {
+    case Kind::Line:
+    case Kind::Arc:
+    case Kind::Circle:
+    case Kind::Ellipse:
+    case Kind::Spline:
+    case Kind::Helix:
+    case Kind::LwPolyline:
+    case Kind::Polyline:
+    case Kind::Leader:
+    case Kind::Mline:
+      return true;
+    default:
+      return false;
+  }
+}
+
+struct InsertGroups {
+  std::string_view block;
+  Point at;
+  double elevation = 0.0;
+  double scaleX = 1.0;
+  double scaleY = 1.0;
+  double angle = 0.0;
+  double columns = 1.0;
+  double rows = 1.0;
+  double columnStep = 0.0;
+  double rowStep = 0.0;
+  double hasAttributes = 0.0;
+};
+
+InsertGroups readInsert(const Item& item, const Canvas& canvas) {
+  InsertGroups values;
+  readNumbers(canvas.groupsOf(item), {{10, &values.at.x},
+                                      {20, &values.at.y},
+                                      {30, &values.elevation},
+                                      {41, &values.scaleX},
+                                      {42, &values.scaleY},
+                                      {50, &values.angle},
+                                      {70, &values.columns},
+                                      {71, &values.rows},
+                                      {44, &values.columnStep},
+                                      {45, &values.rowStep},
+                                      {66, &values.hasAttributes}});
+  if (values.scaleX == 0.0) values.scaleX = 1.0;
+  if (values.scaleY == 0.0) values.scaleY = 1.0;
+  return values;
+}
+
+Point baseOf(const dxf::BlockRec& block) {
+  return {base::numberValue(block.baseX), base::numberValue(block.baseY)};
+}
+
+/// The number of columns or rows; more than a drawing can have are cut off.
+std::size_t cellsOf(double number) {
+  constexpr double kMost = 32767.0;
+  return static_cast<std::size_t>(std::clamp(number, 1.0, kMost));
+}
+
+Affine turn(double degrees) {
+  const Point way = geometry::unitVector(degrees);
+  return {way.x, -way.y, way.y, way.x, 0.0, 0.0};
+}
+
+}  // namespace
+
+Translator::Translator(const Options& options, dxf::Drawing& drawing, rules::LayerNumbers& numbers,
+                       ShapeSink& sink, LossList& losses, rules::CancelPoll& poll,
+                       const Affine& top)
+    : options_(options),
+      drawing_(drawing),
+      losses_(losses),
+      poll_(poll),
+      canvas_(options, drawing, sink, losses, poll),
+      top_(top),
+      reader_(drawing),
+      layers_(drawing, numbers),
+      pens_(options, drawing),
+      expanding_(drawing.blocks.size(), 0) {}
+
+void Translator::takeEntity(dxf::DxfEntity& entity) {
+  draw(entity, {top_, {}, false, false});
+  drawExpansions(0);
+}
+
+void Translator::draw(const dxf::DxfEntity& found, const Surroundings& around) {
+  const Entity entity = reader_.read(found);
+  currentPosition_ = entity.groups.begin;
+  if (entity.kind == Kind::Vertex) {
+    if (polyline_.isOpen()) polyline_.add(entity, canvas_);
+    return;
+  }
+  polyline_.finish(canvas_);
+  if (entity.kind != Kind::Face3d) faces_.end();
+  if (entity.kind == Kind::Seqend) return;
+  if (entity.kind != Kind::Attrib) attributesAreHidden_ = false;
+  const bool takesLayer = entity.layer == "0" && around.inherited.layer != nullptr;
+  const Layer& layer = takesLayer ? *around.inherited.layer : layers_.find(entity.layer);
+  const Origin origin{layer.number, entity.name, layer.use.name, entity.line};
+  if (!isShown(entity, layer, origin)) {
+    attributesAreHidden_ = attributesAreHidden_ || entity.kind == Kind::Insert;
+    return;
+  }
+  const Pen pen = pens_.penOf(entity, layer, around.inherited, around.map.scale());
+  const Item item{entity, around.map, origin, pen, around.isInDimension};
+  if (pen.hasSolidInstead && isDrawnWithLines(entity.kind)) {
+    canvas_.lose(item, LossRule::DrawnSolid);
+  }
+  dispatch(item, around);
+}
+
+bool Translator::isShown(const Entity& entity, const Layer& layer, const Origin& origin) {
+  const auto hide = [&](LossRule rule) {
+    losses_.add({rule, origin.kind, origin.dxfLayer, origin.line});
+    return false;
+  };
+  if (entity.kind == Kind::Attrib && attributesAreHidden_) return false;
+  if (entity.isInPaperSpace && options_.space == Space::Model) return false;
+  if (entity.isInvisible) return hide(LossRule::Invisible);
+  const bool shows = options_.hiddenLayers;
+  if (layer.isFrozen && !shows) return hide(LossRule::LayerFrozen);
+  const bool isLeftOut = layer.number == base::kNotConverted;
+  count(entity, isLeftOut);
+  if (hasContent(entity.kind)) return true;
+  if (layer.isOff && !shows) return hide(LossRule::LayerOff);
+  return !isLeftOut;
+}
+
+void Translator::count(const Entity& entity, bool isLeftOut) {
+  dxf::EntityKind kind = dxf::entityKind(entity.name);
+  if (kind == dxf::EntityKind::Mtext) kind = dxf::EntityKind::Text;
+  if (kind == dxf::EntityKind::Leader) kind = dxf::EntityKind::LwPolyline;
+  ++counts_[static_cast<std::size_t>(kind)];
+  if (isLeftOut) ++leftOut_[static_cast<std::size_t>(kind)];
+}
+
+void Translator::dispatch(const Item& item, const Surroundings& around) {
+  switch (item.entity.kind) {
+    case Kind::Line:
+      return drawLine(item, canvas_);
+    case Kind::Arc:
+      return drawArc(item, canvas_);
+    case Kind::Circle:
+      return drawCircle(item, canvas_);
+    case Kind::Ellipse:
+      return drawEllipse(item, canvas_);
+    case Kind::Spline:
+    case Kind::Helix:
+      return drawSpline(item, canvas_);
+    case Kind::LwPolyline:
+      return drawLwPolyline(item, canvas_);
+    case Kind::Polyline:
+      return polyline_.begin(item, canvas_);
+    case Kind::Solid:
+    case Kind::Trace:
+      return drawSolid(item, canvas_);
+    case Kind::Face3d:
+      return faces_.draw(item, canvas_);
+    case Kind::Hatch:
+    case Kind::MPolygon:
+      return drawHatch(item, canvas_);
+    case Kind::Mline:
+      return drawMline(item, canvas_);
+    case Kind::Mesh:
+      return drawMesh(item, canvas_);
+    case Kind::Text:
+      return drawText(item, canvas_);
+    case Kind::Attrib:
+      return drawAttribute(item, canvas_);
+    case Kind::Attdef:
+      return drawAttributeDefinition(item, canvas_, around.isInBlock);
+    case Kind::Mtext:
+      return drawMtext(item, canvas_);
+    case Kind::Insert:
+      return insert(item);
+    case Kind::Dimension:
+    case Kind::ArcDimension:
+    case Kind::LargeRadialDimension:
+      return drawDimension(item, canvas_, *this);
+    case Kind::Leader:
+      return drawLeader(item, canvas_, *this);
+    case Kind::MultiLeader:
+      return drawMultiLeader(item, canvas_, *this);
+    case Kind::Tolerance:
+      return drawTolerance(item, canvas_);
+    case Kind::AcadTable:
+      return drawTable(item, canvas_, *this);
+    case Kind::Point:
+      return drawPoint(item, canvas_);
+    case Kind::Ray:
+    case Kind::Xline:
+      return drawEndless(item, canvas_);
+    case Kind::Viewport:
+      if (options_.space != Space::Model) canvas_.lose(item, LossRule::ViewportNotDrawn);
+      return;
+    case Kind::Vertex:
+    case Kind::Seqend:
+      return;
+    case Kind::Wipeout:
+    case Kind::Other:
+      return canvas_.lose(item, LossRule::UnknownKind);
+  }
+}
+
+void Translator::insert(const Item& item) {
+  const InsertGroups values = readInsert(item, canvas_);
+  std::string_view name;
+  dxf::GroupCursor groups = canvas_.groupsOf(item);
+  for (dxf::Group group; groups.next(group);) {
+    if (group.code == 2) name = reader_.upperName(group.value);
+  }
+  const std::size_t index = dxf::findBlock(drawing_, name);
+  if (drawing_.blocks.empty() || drawing_.blocks[index].name != name) {
+    return canvas_.lose(item, LossRule::MissingBlock);
+  }
+  const Affine object = item.objectMap(values.elevation);
+  const Affine rotation = turn(values.angle);
+  const Affine content = rotation * Affine::scaling(values.scaleX, values.scaleY) *
+                         Affine::shift(-baseOf(drawing_.blocks[index]));
+  std::vector<Affine> cells;
+  for (std::size_t row = cellsOf(values.rows); row-- > 0;) {
+    for (std::size_t column = cellsOf(values.columns); column-- > 0;) {
+      if (canvas_.step()) return;
+      const Point step = rotation.turn({static_cast<double>(column) * values.columnStep,
+                                        static_cast<double>(row) * values.rowStep});
+      cells.push_back(object * Affine::shift(values.at + step) * content);
+    }
+  }
+  expand(item, index, std::move(cells));
+}
+
+bool Translator::drawBlock(const Item& item, std::string_view upperName, const Affine& map) {
+  const std::size_t index = dxf::findBlock(drawing_, upperName);
+  if (drawing_.blocks.empty() || drawing_.blocks[index].name != upperName) return false;
+  expand(item, index, {map * Affine::shift(-baseOf(drawing_.blocks[index]))});
+  return true;
+}
+
+void Translator::expand(const Item& item, std::size_t blockIndex, std::vector<Affine> cells) {
+  if (expanding_[blockIndex] != 0) return canvas_.lose(item, LossRule::BlockInItself);
+  const dxf::BlockRec& block = drawing_.blocks[blockIndex];
+  if (expansions_.size() == kDeepestNesting) {
+    throw base::RunTimeError(base::Fault::NestingTooDeep, block.name);
+  }
+  const Layer& layer = layers_.find(item.origin.dxfLayer);
+  const Inherited outer = expansions_.empty() ? Inherited{} : expansions_.back().inherited;
+  const bool isPartOfDimension = item.isInDimension || item.entity.kind != Kind::Insert;
+  expansions_.push_back({blockIndex,
+                         std::move(cells),
+                         {},
+                         {},
+                         pens_.inheritedFrom(item.entity, layer, outer),
+                         isPartOfDimension,
+                         currentPosition_});
+  expanding_[blockIndex] = 1;
+}
+
+/// Draws the blocks nested within the `enclosing` outermost ones. They wait in a list, so that a
+/// drawing cannot exhaust the stack.
+void Translator::drawExpansions(std::size_t enclosing) {
+  dxf::DxfEntity found;
+  while (expansions_.size() > enclosing) {
+    Expansion& expansion = expansions_.back();
+    if (poll_() || !nextOfBlock(expansion, found)) {
+      polyline_.finish(canvas_);
+      faces_.end();
+      currentPosition_ = expansion.insertedAt;
+      expanding_[expansion.blockIndex] = 0;
+      expansions_.pop_back();
+      continue;
+    }
+    const Surroundings around{expansion.cells.back(), expansion.inherited, expansion.isInDimension,
+                              true};
+    draw(found, around);
+  }
+}
+
+/// The next entity of the block; false after that of the last cell.
+bool Translator::nextOfBlock(Expansion& expansion, dxf::DxfEntity& found) {
+  const dxf::BlockRec& block = drawing_.blocks[expansion.blockIndex];
+  for (;;) {
+    if (!expansion.walk) {
+      if (expansion.cells.empty() || poll_()) return false;
+      expansion.walk.emplace(drawing_, dxf::LineCursor(block.text, drawing_.lineEnds));
+      expansion.lines.emplace(block.text.begin, block.firstLine, drawing_.lineEnds.eolChar);
+    }
+    while (!expansion.walk->atEnd()) {
+      if (!expansion.walk->step(found)) continue;
+      found.line = expansion.lines->lineAt(found.groups);
+      return true;
+    }
+    polyline_.finish(canvas_);
+    expansion.walk.reset();
+    expansion.cells.pop_back();
+  }
+}
+
+}  // namespace quillon::exact

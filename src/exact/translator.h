@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "dxf/entity_walk.h"
+#include "dxf/line_counter.h"
+#include "exact/areas.h"
+#include "exact/canvas.h"
+#include "exact/entity_reader.h"
+#include "exact/layers.h"
+#include "exact/pens.h"
+#include "exact/polylines.h"
+#include "rules/translation.h"
+
+namespace quillon::exact {
+
+/// The rules that show a drawing as a CAD program does: finds what is visible, places it, and hands
+/// each entity to the rule for its kind. The drawing must have been read with everyKind.
+class Translator final : public dxf::EntitySink, private BlockDrawer {
+ public:
+  /// Entities outside of blocks are placed by `top`.
+  Translator(const Options& options, dxf::Drawing& drawing, rules::LayerNumbers& numbers,
+             ShapeSink& sink, LossList& losses, rules::CancelPoll& poll, const Affine& top);
+
+  void takeEntity(dxf::DxfEntity& entity) override;
+  /// Ends a POLYLINE still open at the end.
+  void endOfEntities() override { polyline_.finish(canvas_); }
+
+  const rules::EntityCounts& counts() const { return counts_; }
+  /// How many of these were skipped because their layer is assigned to 999.
+  const rules::EntityCounts& leftOut() const { return leftOut_; }
+  /// Position of the entity translated last, for error messages; may be null.
+  const char* currentPosition() const { return currentPosition_; }
+
+ private:
+  /// A block being drawn, once for each cell of its array.
+  struct Expansion {
+    std::size_t blockIndex;
+    std::vector<Affine> cells;  ///< from the block's coordinates; the last one is drawn next
+    std::optional<dxf::EntityWalk> walk;
+    std::optional<dxf::LineCounter> lines;
+    Inherited inherited;
+    bool isInDimension;
+    const char* insertedAt;  ///< position of its insertion
+  };
+  /// Where an entity is: outside of blocks, or in the innermost one.
+  struct Surroundings {
+    Affine map;
+    Inherited inherited;
+    bool isInDimension = false;
+    bool isInBlock = false;
+  };
+
+  bool drawBlock(const Item& item, std::string_view upperName, const Affine& map) override;
+  void expand(const Item& item, std::size_t blockIndex, std::vector<Affine> cells);
+  void drawExpansions(std::size_t enclosing);
+  bool nextOfBlock(Expansion& expansion, dxf::DxfEntity& found);
+  void draw(const dxf::DxfEntity& found, const Surroundings& around);
+  bool isShown(const Entity& entity, const Layer& layer, const Origin& origin);
+  void count(const Entity& entity, bool isLeftOut);
+  void dispatch(const Item& item, const Surroundings& around);
+  void insert(const Item& item);
+
+  const Options& options_;
+  dxf::Drawing& drawing_;
+  LossList& losses_;
+  rules::CancelPoll& poll_;
+  Canvas canvas_;
+  Affine top_;
+  EntityReader reader_;
+  Layers layers_;
+  Pens pens_;
+  VertexPolyline polyline_;
+  FaceRun faces_;
+  bool attributesAreHidden_ = false;  ///< those of the INSERT before
+  rules::EntityCounts counts_{};
+  rules::EntityCounts leftOut_{};
+  std::vector<char> expanding_;  ///< by block index: true while the block is being drawn
+  std::vector<Expansion> expansions_;
+  const char* currentPosition_ = nullptr;
+};
+
+}  // namespace quillon::exact

@@ -1,0 +1,1 @@
+#include "exact_drawing.h"
