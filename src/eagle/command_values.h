@@ -74,6 +74,15 @@ struct PolygonStart {
   Point second{};
 };
 
+/// Lines and arcs that follow each other as one command, or the outline of a filled area. The last
+/// corner ends it; an outline repeats its first corner there.
+struct Polyline {
+  bool filled = false;
+  double width = 0.0;
+  std::string_view signal{};  ///< its name on layers of copper; "" for none
+  std::span<const Corner> corners{};
+};
+
 struct Orientation {
   int degrees = 0;
 };
@@ -82,6 +91,15 @@ struct Orientation {
 struct Text {
   Orientation orientation{};
   std::string_view content{};  ///< in the encoding of the script
+  Point at{};
+};
+
+/// A text as EAGLE 4.1 and later can turn it. `content` is plain, as with Text.
+struct Label {
+  double degrees = 0.0;  ///< written with one decimal at most
+  bool mirrored = false;
+  bool spin = false;  ///< not turned to be readable
+  std::string_view content{};
   Point at{};
 };
 
@@ -98,6 +116,6 @@ struct Hole {
 };
 
 /// What Change sets for all subsequent commands.
-enum class Property : std::uint8_t { Size, Pour };
+enum class Property : std::uint8_t { Size, Pour, Style, Cap, Font, Ratio, Align };
 
 }  // namespace quillon::eagle

@@ -18,10 +18,14 @@ class Commands {
 
   /// Everything that follows goes on this layer.
   virtual void layer(int number) = 0;
+  /// Names a layer that EAGLE may not have; before it is used.
+  virtual void defineLayer(int number, std::string_view name) = 0;
   virtual void wire(const Wire& wire) = 0;
   virtual void arc(const Arc& arc) = 0;
   virtual void circle(const Circle& circle) = 0;
   virtual void area(const Area& area) = 0;
+
+  virtual void polyline(const Polyline& polyline) = 0;
 
   /// A polygon of any length: opened with two corners, then one corner at a time, and no other
   /// command until it is closed. A corner equal to the previous one is skipped.
@@ -30,6 +34,7 @@ class Commands {
   virtual void closePolygon() = 0;
 
   virtual void text(const Text& text) = 0;
+  virtual void label(const Label& label) = 0;
   virtual void part(const Part& part) = 0;
   virtual void hole(const Hole& hole) = 0;
 

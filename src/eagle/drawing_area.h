@@ -13,13 +13,17 @@ struct Coordinates {
   base::Unit unit = base::Unit::Mil;
   double offsetX = 0.0;
   double offsetY = 0.0;
+  /// The largest absolute coordinate, in this unit; 0: that of EAGLE up to version 5.
+  double limit = 0.0;
 };
 
 /// EAGLE's drawing area, a square centred on the origin.
 class DrawingArea {
  public:
   explicit DrawingArea(const Coordinates& coordinates)
-      : coordinates_(coordinates), limit_(base::unitRecord(coordinates.unit).coordinateLimit) {}
+      : coordinates_(coordinates),
+        limit_(coordinates.limit > 0.0 ? coordinates.limit
+                                       : base::unitRecord(coordinates.unit).coordinateLimit) {}
 
   base::Unit unit() const { return coordinates_.unit; }
   /// The largest absolute coordinate inside.

@@ -64,6 +64,14 @@ void Recorder::area(const Area& area) {
   for (const Corner& corner : area.corners) addCorner(corner.at, corner.curve);
 }
 
+void Recorder::polyline(const Polyline& polyline) {
+  if (polyline.filled) return area({polyline.width, polyline.corners});
+  for (std::size_t i = 1; i < polyline.corners.size(); ++i) {
+    addWire(polyline.corners[i - 1].at, polyline.corners[i].at, polyline.corners[i - 1].curve,
+            polyline.width);
+  }
+}
+
 void Recorder::openPolygon(const PolygonStart& start) {
   lastWidth_ = start.width;
   RecordedLayer& layer = onLayer();
@@ -77,8 +85,24 @@ void Recorder::addToPolygon(Point corner) { addCorner(corner, 0.0); }
 void Recorder::closePolygon() {}
 
 void Recorder::text(const Text& text) {
-  onLayer().texts.push_back(
-      {placed(text.at), size_, text.orientation.degrees, std::string(text.content)});
+  RecordedText recorded;
+  recorded.at = placed(text.at);
+  recorded.size = size_;
+  recorded.degrees = text.orientation.degrees;
+  recorded.content = text.content;
+  onLayer().texts.push_back(std::move(recorded));
+}
+
+void Recorder::label(const Label& label) {
+  RecordedText text;
+  text.at = placed(label.at);
+  text.size = size_;
+  text.content = label.content;
+  text.degrees = label.degrees;
+  text.mirrored = label.mirrored;
+  text.spin = label.spin;
+  text.align = align_;
+  onLayer().texts.push_back(std::move(text));
 }
 
 void Recorder::part(const Part& part) {
@@ -91,6 +115,10 @@ void Recorder::hole(const Hole& hole) {
 
 void Recorder::change(Property property, double value) {
   if (property == Property::Size) size_ = value;
+}
+
+void Recorder::change(Property property, std::string_view word) {
+  if (property == Property::Align) align_ = word;
 }
 
 void Recorder::edit(std::string_view name, std::string_view /*extension*/) {

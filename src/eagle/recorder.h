@@ -22,18 +22,21 @@ class Recorder final : public Commands {
     layerNumber_ = number;
     layer_ = nullptr;
   }
+  void defineLayer(int, std::string_view) override {}
   void wire(const Wire& wire) override;
   void arc(const Arc& arc) override;
   void circle(const Circle& circle) override;
   void area(const Area& area) override;
+  void polyline(const Polyline& polyline) override;
   void openPolygon(const PolygonStart& start) override;
   void addToPolygon(Point corner) override;
   void closePolygon() override;
   void text(const Text& text) override;
+  void label(const Label& label) override;
   void part(const Part& part) override;
   void hole(const Hole& hole) override;
   void change(Property property, double value) override;
-  void change(Property, std::string_view) override {}
+  void change(Property property, std::string_view word) override;
   void edit(std::string_view name, std::string_view extension) override;
   void comment(std::string_view) override {}
   void command(std::string_view) override {}
@@ -54,6 +57,7 @@ class Recorder final : public Commands {
   RecordedLayer* layer_ = nullptr;  ///< null until something is drawn on it
   double lastWidth_ = 0.0;          ///< EAGLE keeps using the last width
   double size_ = 0.0;
+  std::string align_;
 };
 
 /// Degrees of the arc drawn by a three-point command; positive is counter-clockwise.

@@ -40,7 +40,10 @@ struct RecordedCorner {
 struct RecordedText {
   geometry::Point at;
   double size = 0.0;
-  int degrees = 0;
+  double degrees = 0.0;
+  bool mirrored = false;
+  bool spin = false;    ///< may stand upside down
+  std::string align;    ///< as in "Change Align"; "": bottom left
   std::string content;  ///< in the encoding of the script
 };
 

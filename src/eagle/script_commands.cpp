@@ -1,13 +1,15 @@
 #include "eagle/script_commands.h"
 
 #include <array>
+#include <cmath>
 #include <string>
 
 namespace quillon::eagle {
 namespace {
 
 std::string_view wordOf(Property property) {
-  constexpr std::array<std::string_view, 2> kWords = {"Size", "Pour"};
+  constexpr std::array<std::string_view, 7> kWords = {"Size", "Pour",  "Style", "Cap",
+                                                      "Font", "Ratio", "Align"};
   return kWords[static_cast<std::size_t>(property)];
 }
 
@@ -15,6 +17,11 @@ std::string_view wordOf(Property property) {
 
 void ScriptCommands::layer(int number) {
   script_.writeLayer(number);
+  script_.count(1);
+}
+
+void ScriptCommands::defineLayer(int number, std::string_view name) {
+  script_.text("Layer ").text(std::to_string(number)).text(" ").text(name).text(";").endLine();
   script_.count(1);
 }
 
@@ -81,6 +88,27 @@ void ScriptCommands::area(const Area& area) {
   end();
 }
 
+/// A backslash at the end of a line joins the next one to it.
+void ScriptCommands::polyline(const Polyline& polyline) {
+  constexpr std::size_t kPointsPerLine = 20;
+  script_.text(polyline.filled ? "Polygon " : "Wire ");
+  if (!polyline.signal.empty()) script_.text("'").text(polyline.signal).text("' ");
+  script_.number(polyline.width);
+  std::uint32_t lines = 1;
+  for (std::size_t i = 0; i < polyline.corners.size(); ++i) {
+    if (i > 0) putCurveBetween(polyline.corners[i - 1].curve);
+    if (i > 0 && i % kPointsPerLine == 0) {
+      script_.text(" \\").endLine();
+      ++lines;
+    } else {
+      script_.text(" ");
+    }
+    put(polyline.corners[i].at);
+  }
+  script_.text(";").endLine();
+  script_.finishCommand(lines);
+}
+
 /// The line stays open: each further corner goes on a new line, joined to the previous one by a
 /// backslash.
 void ScriptCommands::openPolygon(const PolygonStart& start) {
@@ -112,6 +140,18 @@ void ScriptCommands::text(const Text& text) {
   putQuoted(text.content);
   script_.text(" ");
   put(text.at);
+  end();
+}
+
+void ScriptCommands::label(const Label& label) {
+  script_.text("Text ");
+  putEscaped(label.content);
+  script_.text(label.spin ? " S" : " ").text(label.mirrored ? "MR" : "R");
+  const auto tenths = static_cast<int>(std::lround(label.degrees * 10.0));
+  script_.text(std::to_string(tenths / 10));
+  if (tenths % 10 != 0) script_.text(".").text(std::to_string(tenths % 10));
+  script_.text(" ");
+  put(label.at);
   end();
 }
 
@@ -150,6 +190,25 @@ void ScriptCommands::command(std::string_view line) { script_.line(line); }
 void ScriptCommands::putCurve(double degrees) {
   if (degrees == 0.0) return;
   script_.text(degrees > 0.0 ? "+" : "").number(degrees).text(" ");
+}
+
+void ScriptCommands::putCurveBetween(double degrees) {
+  if (degrees == 0.0) return;
+  script_.text(degrees > 0.0 ? " +" : " ").number(degrees);
+}
+
+/// Quoted, with what EAGLE 5 and later would take for an escape or an overline escaped.
+void ScriptCommands::putEscaped(std::string_view content) {
+  constexpr std::string_view kEndsOverline = " !'\")]}";
+  std::string escaped;
+  for (std::size_t i = 0; i < content.size(); ++i) {
+    const char c = content[i];
+    const bool opensOverline = c == '!' && i + 1 < content.size() &&
+                               kEndsOverline.find(content[i + 1]) == std::string_view::npos;
+    if (c == '\\' || opensOverline) escaped += '\\';
+    escaped += c;
+  }
+  putQuoted(escaped);
 }
 
 /// Doubles apostrophes, so that a text cannot close its quotes and inject commands.

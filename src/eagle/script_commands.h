@@ -12,14 +12,17 @@ class ScriptCommands final : public Commands {
   explicit ScriptCommands(ScriptWriter& script) : script_(script) {}
 
   void layer(int number) override;
+  void defineLayer(int number, std::string_view name) override;
   void wire(const Wire& wire) override;
   void arc(const Arc& arc) override;
   void circle(const Circle& circle) override;
   void area(const Area& area) override;
+  void polyline(const Polyline& polyline) override;
   void openPolygon(const PolygonStart& start) override;
   void addToPolygon(Point corner) override;
   void closePolygon() override;
   void text(const Text& text) override;
+  void label(const Label& label) override;
   void part(const Part& part) override;
   void hole(const Hole& hole) override;
   void change(Property property, double value) override;
@@ -31,6 +34,8 @@ class ScriptCommands final : public Commands {
  private:
   ScriptWriter& put(Point point) { return script_.formatPoint(point.x, point.y); }
   void putCurve(double degrees);
+  void putCurveBetween(double degrees);
+  void putEscaped(std::string_view content);
   void putQuoted(std::string_view content);
   /// Ends a one-line command.
   void end();

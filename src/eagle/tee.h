@@ -10,14 +10,20 @@ class Tee final : public Commands {
   Tee(Commands& first, Commands& second) : first_(first), second_(second) {}
 
   void layer(int number) override { both(&Commands::layer, number); }
+  void defineLayer(int number, std::string_view name) override {
+    first_.defineLayer(number, name);
+    second_.defineLayer(number, name);
+  }
   void wire(const Wire& wire) override { both(&Commands::wire, wire); }
   void arc(const Arc& arc) override { both(&Commands::arc, arc); }
   void circle(const Circle& circle) override { both(&Commands::circle, circle); }
   void area(const Area& area) override { both(&Commands::area, area); }
+  void polyline(const Polyline& polyline) override { both(&Commands::polyline, polyline); }
   void openPolygon(const PolygonStart& start) override { both(&Commands::openPolygon, start); }
   void addToPolygon(Point corner) override { both(&Commands::addToPolygon, corner); }
   void closePolygon() override { both(&Commands::closePolygon); }
   void text(const Text& text) override { both(&Commands::text, text); }
+  void label(const Label& label) override { both(&Commands::label, label); }
   void part(const Part& part) override { both(&Commands::part, part); }
   void hole(const Hole& hole) override { both(&Commands::hole, hole); }
   void change(Property property, double value) override {

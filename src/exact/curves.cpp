@@ -137,6 +137,10 @@ void drawLine(const Item& item, Canvas& canvas) {
   if (!geometry::usable(from) || !geometry::usable(to)) {
     return canvas.lose(item, LossRule::UnusableNumbers);
   }
+  // A line without length is how some programs mark a drill.
+  if (from == to && canvas.options().points == PointStyle::Hole) {
+    return canvas.hole(item, item.map(from), canvas.options().pointDrill);
+  }
   canvas.segment(item, from, to, item.map);
 }
 

@@ -20,6 +20,7 @@ enum class Space : std::uint8_t { Model, Paper, Both };
 enum class HatchStyle : std::uint8_t { Lines, Border, Solid, None };
 enum class LineTypes : std::uint8_t { Solid, Style, Dashes };
 enum class WideLines : std::uint8_t { Auto, Wires, Areas };
+enum class Place : std::uint8_t { Keep, LowerLeft, Centre };
 enum class PointStyle : std::uint8_t { Glyph, Dot, None, Hole };
 
 /// What the user chooses for the exact rules. The defaults need no thought.
@@ -39,6 +40,10 @@ struct Options {
   double curveTolerance = 0.001;  ///< between a curve and its arcs; 0.0001 to 1
   double joinTolerance = 0.01;    ///< ends closer than this are one point; 0 to 1, 0: none
 
+  bool chains = true;          ///< what follows each other becomes one wire command
+  bool dropDuplicates = true;  ///< what is drawn twice is drawn once
+  Place place = Place::Keep;   ///< where the drawing goes before the job's offsets are added
+
   Space space = Space::Model;
   bool hiddenLayers = false;
   HatchStyle hatch = HatchStyle::Lines;
@@ -55,7 +60,11 @@ struct Options {
   double holeLeast = 0.2;  ///< diameters in millimetres
   double holeMost = 6.5;
 
-  bool isOneBoard() const { return target == Target::Board; }
+  /// Shapes have to be held until all of them are known.
+  bool holdsShapes() const {
+    return chains || dropDuplicates || joinTolerance > 0.0 || place != Place::Keep ||
+           !holeLayers.empty();
+  }
   /// Texts may have any angle.
   bool turnsFreely() const { return target == Target::Board || target == Target::Package; }
 };

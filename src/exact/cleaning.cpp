@@ -1,0 +1,127 @@
+#include "exact/cleaning.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "geometry/path_tools.h"
+#include "geometry/vectors.h"
+
+namespace quillon::exact {
+namespace {
+
+geometry::Box boundsOfShape(const HeldShape& held) {
+  geometry::Box box;
+  if (const Chain* const chain = held.chain()) return geometry::bounds(chain->path);
+  if (const Area* const area = std::get_if<Area>(&held.shape)) {
+    return geometry::bounds(area->outline);
+  }
+  if (const TextLine* const text = std::get_if<TextLine>(&held.shape)) box.add(text->at);
+  const auto addDisc = [&box](Point centre, double diameter) {
+    const Point radius{diameter / 2.0, diameter / 2.0};
+    box.add(centre - radius);
+    box.add(centre + radius);
+  };
+  if (const Dot* const dot = std::get_if<Dot>(&held.shape)) addDisc(dot->centre, dot->diameter);
+  if (const Hole* const hole = std::get_if<Hole>(&held.shape)) addDisc(hole->centre, hole->drill);
+  return box;
+}
+
+/// The part of a line inside of a box, as distances along its direction (a unit vector).
+std::optional<std::pair<double, double>> within(const geometry::Box& box, Point start,
+                                                Point direction) {
+  double low = -std::numeric_limits<double>::infinity();
+  double high = std::numeric_limits<double>::infinity();
+  const auto cut = [&](double from, double way, double least, double most) {
+    if (way == 0.0) return from >= least && from <= most;
+    const double a = (least - from) / way;
+    const double b = (most - from) / way;
+    low = std::max(low, std::min(a, b));
+    high = std::min(high, std::max(a, b));
+    return low < high;
+  };
+  if (!cut(start.x, direction.x, box.low.x, box.high.x)) return std::nullopt;
+  if (!cut(start.y, direction.y, box.low.y, box.high.y)) return std::nullopt;
+  return std::pair(low, high);
+}
+
+}  // namespace
+
+template <typename Shape>
+void Cleaning::hold(const Origin& origin, Shape&& shape) {
+  HeldShape held{origin, std::forward<Shape>(shape)};
+  if (!options_.holdsShapes()) {
+    handedOn_.add(boundsOfShape(held));
+    handOn(held);
+    return;
+  }
+  const auto [found, isNew] = layers_.try_emplace(origin.layer);
+  if (isNew) order_.push_back(origin.layer);
+  found->second.push_back(std::move(held));
+}
+
+geometry::Box Cleaning::bounds() const {
+  geometry::Box box = handedOn_;
+  for (const auto& [layer, shapes] : layers_) {
+    for (const HeldShape& held : shapes) box.add(boundsOfShape(held));
+  }
+  return box;
+}
+
+void Cleaning::finish() {
+  cutEndless();
+  for (const int layer : order_) {
+    std::vector<HeldShape>& shapes = layers_[layer];
+    if (options_.dropDuplicates) dropDuplicates(shapes, measures_, losses_);
+    joinOutlines(shapes, options_, measures_, report_);
+    makeHoles(shapes, options_, measures_);
+    for (HeldShape& held : shapes) handOn(held);
+    shapes = {};
+  }
+  std::stable_sort(report_.gaps.begin(), report_.gaps.end(), [](const auto& a, const auto& b) {
+    return std::pair(!a.hasNext, a.distance) < std::pair(!b.hasNext, b.distance);
+  });
+}
+
+/// Endless lines end a little outside of everything else.
+void Cleaning::cutEndless() {
+  if (endless_.empty()) return;
+  constexpr double kMargin = 0.05;
+  geometry::Box box = bounds();
+  const Point margin = (box.high - box.low) * kMargin;
+  if (!box.empty()) box = {box.low - margin, box.high + margin};
+  const std::vector<HeldEndless> lines = std::move(endless_);
+  endless_.clear();
+  for (const auto& [origin, line] : lines) {
+    const LossList::Event event{LossRule::EndlessCut, origin.kind, origin.dxfLayer, origin.line,
+                                line.start};
+    const Point way = geometry::unit(line.direction);
+    const auto part = box.empty() ? std::nullopt : within(box, line.start, way);
+    const double from = part ? (line.bothWays ? part->first : std::max(part->first, 0.0)) : 0.0;
+    if (!part || from >= part->second) {
+      LossList::Event alone = event;
+      alone.rule = LossRule::EndlessAlone;
+      losses_.add(alone);
+      continue;
+    }
+    losses_.add(event);
+    Chain chain;
+    chain.path = {{{line.start + way * from}, {line.start + way * part->second}}, false};
+    chain.width = line.width;
+    chain.cleanable = false;
+    hold(origin, std::move(chain));
+  }
+}
+
+void Cleaning::handOn(HeldShape& held) {
+  std::visit(
+      [&](auto& shape) {
+        if constexpr (!std::is_same_v<std::remove_reference_t<decltype(shape)>, std::monostate>) {
+          next_.take(held.origin, std::move(shape));
+        }
+      },
+      held.shape);
+}
+
+}  // namespace quillon::exact

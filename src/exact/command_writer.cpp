@@ -1,0 +1,165 @@
+#include "exact/command_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/layer_number.h"
+
+namespace quillon::exact {
+namespace {
+
+constexpr int kLastCopperLayer = 16;
+
+/// EAGLE has these layers in every new drawing; others have to be defined before they are used.
+bool isKnownToEagle(int layer) {
+  constexpr int kLastOfBoards = 52;
+  constexpr int kFirstOfSchematics = 88;
+  constexpr int kLastOfSchematics = 98;
+  constexpr int kUnused = 50;
+  const bool board = layer >= 1 && layer <= kLastOfBoards && layer != kUnused;
+  return board || (layer >= kFirstOfSchematics && layer <= kLastOfSchematics);
+}
+
+/// A name for a layer of EAGLE.
+std::string layerName(std::string_view dxfLayer, int number) {
+  std::string name;
+  for (const char c : dxfLayer) {
+    const bool fits = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
+                      c == '_' || c == '-';
+    name += fits ? c : '_';
+  }
+  return name.empty() ? "DXF_" + std::to_string(number) : name;
+}
+
+std::string_view wordOf(Style style) {
+  static constexpr std::array<std::string_view, 4> kWords = {"Continuous", "LongDash", "ShortDash",
+                                                             "DashDot"};
+  return kWords[static_cast<std::size_t>(style)];
+}
+
+std::string_view wordOf(Columns columns, Rows rows) {
+  static constexpr std::array<std::array<std::string_view, 3>, 3> kWords = {
+      {{"Bottom Left", "Bottom Center", "Bottom Right"},
+       {"Center Left", "Center", "Center Right"},
+       {"Top Left", "Top Center", "Top Right"}}};
+  return kWords[static_cast<std::size_t>(rows)][static_cast<std::size_t>(columns)];
+}
+
+}  // namespace
+
+void CommandWriter::begin() {
+  layer_.reset();
+  size_.reset();
+  definedLayers_.clear();
+  commands_.change(eagle::Property::Style, wordOf(Style::Continuous));
+  style_ = Style::Continuous;
+  commands_.change(eagle::Property::Cap, "Round");
+  commands_.change(eagle::Property::Font, "Vector");
+  commands_.change(eagle::Property::Ratio, "8");
+  align_.reset();
+  setAlign(Columns::Left, Rows::Bottom);
+}
+
+void CommandWriter::end() {
+  setStyle(Style::Continuous);
+  setAlign(Columns::Left, Rows::Bottom);
+}
+
+void CommandWriter::take(const Origin& origin, Chain&& chain) {
+  setLayer(origin);
+  setStyle(chain.style);
+  if (chain.isCircle && chain.width > 0.0) return putCircle(chain);
+  collect(chain.path);
+  commands_.polyline({.filled = false,
+                      .width = chain.width,
+                      .signal = signalOn(origin.layer),
+                      .corners = corners_});
+}
+
+/// A circle of width 0 would be a disc: only those with a width are circles to EAGLE.
+void CommandWriter::putCircle(const Chain& chain) {
+  const Point left = placed(chain.path.vertices[0].at);
+  const Point right = placed(chain.path.vertices[1].at);
+  const Point centre{(left.x + right.x) / 2.0, (left.y + right.y) / 2.0};
+  commands_.circle(
+      {.kind = eagle::CircleKind::Ring, .width = chain.width, .centre = centre, .onCircle = right});
+}
+
+void CommandWriter::take(const Origin& origin, Area&& area) {
+  setLayer(origin);
+  collect(area.outline);
+  commands_.polyline({.filled = true,
+                      .width = options_.fillWidth,
+                      .signal = signalOn(origin.layer),
+                      .corners = corners_});
+}
+
+void CommandWriter::take(const Origin& origin, TextLine&& text) {
+  setLayer(origin);
+  setSize(text.height);
+  setAlign(text.columns, text.rows);
+  commands_.label({.degrees = text.angle,
+                   .mirrored = text.mirrored,
+                   .spin = text.spin,
+                   .content = text.content,
+                   .at = placed(text.at)});
+}
+
+void CommandWriter::take(const Origin& origin, const Dot& dot) {
+  setLayer(origin);
+  const Point centre = placed(dot.centre);
+  commands_.circle({.kind = eagle::CircleKind::Disc,
+                    .centre = centre,
+                    .onCircle = {centre.x + dot.diameter / 2.0, centre.y}});
+}
+
+void CommandWriter::take(const Origin&, const Hole& hole) {
+  commands_.hole({.drill = hole.drill, .centre = placed(hole.centre)});
+}
+
+void CommandWriter::setLayer(const Origin& origin) {
+  if (layer_ == origin.layer) return;
+  layer_ = origin.layer;
+  if (!isKnownToEagle(origin.layer) && definedLayers_.insert(origin.layer).second) {
+    commands_.defineLayer(origin.layer, layerName(origin.dxfLayer, origin.layer));
+  }
+  commands_.layer(origin.layer);
+}
+
+void CommandWriter::setStyle(Style style) {
+  if (style_ == style) return;
+  style_ = style;
+  commands_.change(eagle::Property::Style, wordOf(style));
+}
+
+void CommandWriter::setSize(double height) {
+  if (size_ == height) return;
+  size_ = height;
+  commands_.change(eagle::Property::Size, height);
+}
+
+/// Versions before 6 know no alignment.
+void CommandWriter::setAlign(Columns columns, Rows rows) {
+  if (options_.version == Version::Eagle4 || align_ == std::pair(columns, rows)) return;
+  align_ = std::pair(columns, rows);
+  commands_.change(eagle::Property::Align, wordOf(columns, rows));
+}
+
+/// On copper a wire without a name may join the signals that it touches.
+std::string_view CommandWriter::signalOn(int layer) {
+  const bool isCopper = layer >= 1 && layer <= kLastCopperLayer;
+  if (options_.target != Target::Board || !isCopper) return {};
+  namedSignals_ = true;
+  return "DXF";
+}
+
+void CommandWriter::collect(const Path& path) {
+  corners_.clear();
+  for (const geometry::Vertex& vertex : path.vertices) {
+    corners_.push_back({placed(vertex.at), vertex.curve});
+  }
+  if (path.closed && !corners_.empty()) corners_.push_back({corners_.front().at, 0.0});
+}
+
+}  // namespace quillon::exact

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "eagle/commands.h"
+#include "exact/options.h"
+#include "exact/shapes.h"
+
+namespace quillon::exact {
+
+/// Writes shapes as commands, each setting only when it differs from the last one.
+class CommandWriter final : public ShapeSink {
+ public:
+  CommandWriter(const Options& options, eagle::Commands& commands)
+      : options_(options), commands_(commands) {}
+
+  /// What the commands of a drawing or part start and end with. EAGLE forgets all settings when
+  /// another drawing is opened.
+  void begin();
+  void end();
+  /// Everything that follows is moved by this, in units of the script.
+  void moveBy(Point by) { offset_ = by; }
+
+  void take(const Origin& origin, Chain&& chain) override;
+  void take(const Origin& origin, Area&& area) override;
+  void take(const Origin& origin, TextLine&& text) override;
+  void take(const Origin& origin, const Dot& dot) override;
+  void take(const Origin& origin, const Hole& hole) override;
+  /// Endless lines have been cut before.
+  void take(const Origin&, const EndlessLine&) override {}
+
+  /// Whether names of signals were written.
+  bool namedSignals() const { return namedSignals_; }
+
+ private:
+  Point placed(Point p) const { return {p.x + offset_.x, p.y + offset_.y}; }
+  void setLayer(const Origin& origin);
+  void setStyle(Style style);
+  void setSize(double height);
+  void setAlign(Columns columns, Rows rows);
+  std::string_view signalOn(int layer);
+  void putCircle(const Chain& chain);
+  void collect(const Path& path);
+
+  const Options& options_;
+  eagle::Commands& commands_;
+  Point offset_{};
+  std::optional<int> layer_;
+  std::optional<Style> style_;
+  std::optional<double> size_;
+  std::optional<std::pair<Columns, Rows>> align_;
+  std::set<int> definedLayers_;
+  std::vector<eagle::Corner> corners_;
+  bool namedSignals_ = false;
+};
+
+}  // namespace quillon::exact
