@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "convert/host.h"
 #include "convert/job.h"
@@ -10,6 +11,8 @@
 #include "convert/script_frame.h"
 #include "dxf/text_source.h"
 #include "eagle/script_writer.h"
+#include "exact/losses.h"
+#include "exact/outlines.h"
 #include "files/local_time.h"
 #include "rules/cancel_poll.h"
 #include "rules/translation.h"
@@ -53,6 +56,18 @@ enum class Outcome : std::uint8_t {
   Ended,      ///< the job or drawing was refused, or an error ended the run; the host was told
 };
 
+/// What a rule left out, simplified or cleaned, of one kind of entity on one layer; see
+/// exact::Loss.
+struct NamedLoss {
+  exact::LossRule rule;
+  std::string kind;   ///< UTF-8
+  std::string layer;  ///< of the drawing, UTF-8
+  std::uint64_t count = 0;
+  std::uint64_t line = 0;  ///< of the first one
+  geometry::Point at{};    ///< of the first one, in units of the script, without the offsets
+  double most = 0.0;
+};
+
 /// The result of a conversion.
 struct ConversionResult {
   Outcome outcome = Outcome::Ended;
@@ -68,7 +83,10 @@ struct ConversionResult {
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
   eagle::Extents extents;
   bool rangeWarning = false;
-  std::string report;  ///< UTF-8; "" when none was wanted or the run ended before
+  UnitChoice unit;                ///< of the drawing; by the exact rules
+  std::vector<NamedLoss> losses;  ///< likewise
+  exact::OutlineReport outlines;  ///< likewise
+  std::string report;             ///< UTF-8; "" when none was wanted or the run ended before
 };
 
 /// Runs one conversion: checks the job, reads the drawing, writes the script and, where the job

@@ -5,7 +5,7 @@
 namespace quillon::convert {
 
 std::string_view versionText(int version) {
-  constexpr std::array<std::string_view, 2> kVersions = {"3.5", "4.x/5.x"};
+  constexpr std::array<std::string_view, 3> kVersions = {"3.5", "4.x/5.x", "6 and later, Fusion"};
   const auto index = static_cast<std::size_t>(version);
   return version >= 0 && index < kVersions.size() ? kVersions[index] : std::string_view{};
 }

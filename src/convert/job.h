@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "base/units.h"
+#include "convert/drawing_unit.h"
+#include "exact/options.h"
 
 namespace quillon::convert {
 
@@ -18,7 +20,15 @@ constexpr bool isTarget(int kind) { return kind >= kBoard && kind <= kSymbol; }
 enum BlockHandling : int { kDrawBlocks = 0, kUsedBlocksAsParts = 1, kAllBlocksAsParts = 2 };
 
 /// The rules by which a drawing is translated.
-enum class Rules : std::uint8_t { Classic };
+enum class Rules : std::uint8_t {
+  Classic,  ///< those that Quillon has always had
+  Exact,    ///< those that show the drawing as a CAD program does
+};
+
+/// Versions of EAGLE, by their place in the list of a window.
+inline constexpr int kEagle3 = 0;
+inline constexpr int kEagle4 = 1;
+inline constexpr int kEagle6 = 2;
 
 /// The settings of one conversion. Texts are UTF-8. The defaults are those of a program without
 /// settings.
@@ -33,9 +43,12 @@ struct ConversionJob {
   std::string drawingName;  ///< board, schematic or library; trimmed before use; may be empty
   int targetKind = kBoard;
   Rules rules = Rules::Classic;
+  /// For the exact rules; target, version, unit and factor follow from the job.
+  exact::Options exact;
+  DrawingUnit drawingUnit = DrawingUnit::Auto;
   std::string layerFile;  ///< layer assignment file; may be empty
   std::string defaultLayer = "20 Dimension (B)";
-  int version = 1;  ///< 0 "3.5", 1 "4.x/5.x"
+  int version = kEagle4;
   base::Unit unit = base::Unit::Mil;
   double scale = 1.0;
   std::string scaleText = "1.000";  ///< as typed, for the report

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "classic/translator.h"
+#include "exact/rule_set.h"
 
 namespace quillon::convert {
 namespace {
@@ -22,18 +23,37 @@ classic::Settings classicSettings(const ConversionJob& job, const dxf::Drawing& 
 
 }  // namespace
 
-std::unique_ptr<rules::Translation> makeTranslation(const ConversionJob& job,
-                                                    const TranslationOutput& output,
-                                                    dxf::Drawing& drawing,
-                                                    rules::LayerNumbers& layers) {
+exact::Options exactOptions(const ConversionJob& job, double drawingUnit) {
+  exact::Options options = job.exact;
+  options.version = job.version == kEagle6 ? exact::Version::Eagle6 : exact::Version::Eagle4;
+  options.target =
+      isTarget(job.targetKind) ? static_cast<exact::Target>(job.targetKind) : exact::Target::Board;
+  options.unit = job.unit == base::Unit::None ? base::Unit::Mm : job.unit;
+  options.factor = drawingUnit / base::unitRecord(options.unit).millimetres * job.scale;
+  constexpr int kWireOfWidth0 = 0;
+  options.widthless = job.poly == kWireOfWidth0;
+  return options;
+}
+
+RuleSet makeTranslation(const ConversionJob& job, const TranslationOutput& output,
+                        dxf::Drawing& drawing, rules::LayerNumbers& layers, double drawingUnit) {
   geometry::Placement placement;
   placement.scaleX = placement.scaleY = job.scale;
   switch (job.rules) {
     case Rules::Classic:
-      return std::make_unique<classic::Translator>(
+      return {std::make_unique<classic::Translator>(
           classic::Context{output.commands, output.area, classicSettings(job, drawing),
                            output.cancelled},
-          drawing, layers, placement);
+          drawing, layers, placement)};
+    case Rules::Exact: {
+      const exact::Options options = exactOptions(job, drawingUnit);
+      auto rules = std::make_unique<exact::RuleSet>(
+          options, output.commands, drawing, layers, output.cancelled,
+          geometry::Affine::scaling(options.factor, options.factor));
+      const exact::LossList* const losses = &rules->losses();
+      const exact::OutlineReport* const outlines = &rules->outlines();
+      return {std::move(rules), losses, outlines};
+    }
   }
   throw std::invalid_argument("no such set of rules");
 }

@@ -6,6 +6,8 @@
 #include "dxf/drawing.h"
 #include "eagle/commands.h"
 #include "eagle/drawing_area.h"
+#include "exact/losses.h"
+#include "exact/outlines.h"
 #include "rules/cancel_poll.h"
 #include "rules/translation.h"
 
@@ -18,11 +20,20 @@ struct TranslationOutput {
   rules::CancelPoll& cancelled;
 };
 
+/// A translation, and what it knows beyond what all of them do; null for rules that do not.
+struct RuleSet {
+  std::unique_ptr<rules::Translation> translation;
+  const exact::LossList* losses = nullptr;
+  const exact::OutlineReport* outlines = nullptr;
+};
+
+/// The exact rules' options as the job has them, for a drawing with this unit (in millimetres).
+exact::Options exactOptions(const ConversionJob& job, double drawingUnit);
+
 /// The translation by the job's set of rules. The definitions of the drawing have been read; it,
-/// the output and the layers have to outlive the translation.
-std::unique_ptr<rules::Translation> makeTranslation(const ConversionJob& job,
-                                                    const TranslationOutput& output,
-                                                    dxf::Drawing& drawing,
-                                                    rules::LayerNumbers& layers);
+/// the output and the layers have to outlive the translation. `drawingUnit`: millimetres in a unit
+/// of the drawing, for the exact rules.
+RuleSet makeTranslation(const ConversionJob& job, const TranslationOutput& output,
+                        dxf::Drawing& drawing, rules::LayerNumbers& layers, double drawingUnit);
 
 }  // namespace quillon::convert

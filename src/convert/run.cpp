@@ -13,6 +13,7 @@
 #include "dxf/line_reader.h"
 #include "dxf/section_walker.h"
 #include "eagle/script_commands.h"
+#include "exact/rule_set.h"
 #include "texts/error_texts.h"
 
 namespace quillon::convert {
@@ -98,18 +99,21 @@ class Run {
   }
 
   void convert() {
+    drawing_.everyKind = isExact();
     dxf::readDefinitions(drawing_, reader_);
     const ScriptFrame frame = loadFrameOrFail();
-    eagle::ScriptWriter script(
-        files_.script, {job_.unit, job_.offsetX, job_.offsetY},
-        job_.version == 0 ? eagle::PointForm::Plain : eagle::PointForm::FromMark);
+    LayerAssignment layers(files_.layers, job_.defaultLayer, drawing_.encoding);
+    if (isExact()) chooseUnit(layers);
+    const bool fromMark = job_.version != kEagle3 && !isExact();
+    eagle::ScriptWriter script(files_.script, coordinates(),
+                               fromMark ? eagle::PointForm::FromMark : eagle::PointForm::Plain);
     eagle::ScriptCommands commands(script);
     rules::CancelPoll cancelled(control_);
     cancelled.setLimits(script, surroundings_.limits,
                         [this](rules::LimitKind kind) { return goesOnPast(kind); });
-    LayerAssignment layers(files_.layers, job_.defaultLayer, drawing_.encoding);
-    const std::unique_ptr<rules::Translation> translation =
-        makeTranslation(job_, {commands, script.area(), cancelled}, drawing_, layers);
+    const RuleSet ruleSet = makeTranslation(job_, {commands, script.area(), cancelled}, drawing_,
+                                            layers, result_.unit.millimetres);
+    rules::Translation* const translation = ruleSet.translation.get();
     TargetCommands target(commands, job_, frame, drawing_);
     BlockLibrary library(commands, target, *translation, drawing_, job_.targetKind);
     const StepCount counted{cancelled, result_.steps};
@@ -122,6 +126,7 @@ class Run {
     target.writeScriptTrailer();
     script.flush();
     collect(script, *translation);
+    if (ruleSet.losses != nullptr) collect(ruleSet);
     if (job_.report) {
       result_.report = buildReport(job_, result_, drawing_, layers, library, conversion_.texts,
                                    surroundings_.now());
@@ -135,6 +140,7 @@ class Run {
                        TargetCommands& target, BlockLibrary& library) {
     target.writeTargetOpen();
     target.writeScriptHeader();
+    translation.beginScript();
     if (job_.blocks == kUsedBlocksAsParts || job_.blocks == kAllBlocksAsParts) {
       translation.setBlockParts(&library);
     }
@@ -146,6 +152,40 @@ class Run {
     if (job_.blocks == kAllBlocksAsParts) writeRemainingParts(cancelled, library);
     if (limitReached_ && !surroundings_.keepPartial) throw EndOfConversion{};
     if (!control_.cancelled()) control_.setProgress(true, 1, 1);
+  }
+
+  bool isExact() const { return job_.rules == Rules::Exact; }
+
+  eagle::Coordinates coordinates() const {
+    eagle::Coordinates coordinates{job_.unit, job_.offsetX, job_.offsetY};
+    // EAGLE 6 and later have more than twice the area.
+    constexpr double kLimitOfEagle6 = 2000.0;  // millimetres
+    if (isExact() && job_.version == kEagle6) {
+      coordinates.limit = kLimitOfEagle6 / base::unitRecord(job_.unit).millimetres;
+    }
+    return coordinates;
+  }
+
+  /// Finds out how long a unit of the drawing is. Where its size decides, the drawing is read once
+  /// for that alone.
+  void chooseUnit(LayerAssignment& layers) {
+    if (job_.drawingUnit != DrawingUnit::Auto) {
+      result_.unit.millimetres = millimetresOf(job_.drawingUnit);
+      return;
+    }
+    geometry::Box bounds;
+    if (needsSize(drawing_.header.insUnits)) {
+      rules::CancelPoll poll(control_);
+      exact::Survey survey(drawing_, layers, poll);
+      dxf::readContents(drawing_, reader_, survey, true);
+      bounds = survey.bounds();
+      reader_.rewind();
+      dxf::Drawing again;
+      again.everyKind = true;
+      dxf::readDefinitions(again, reader_);
+      drawing_.dropped = {};
+    }
+    result_.unit = unitOf(drawing_.header.insUnits, bounds);
   }
 
   /// What was read may be of two drawings, or be no drawing at all.
@@ -204,6 +244,15 @@ class Run {
     for (const auto& [name, count] : drawing_.unknownKinds) {
       result_.unknownKinds[base::toUtf8(name, drawing_.encoding)] += count;
     }
+  }
+
+  void collect(const RuleSet& rules) {
+    for (const exact::Loss& loss : rules.losses->all()) {
+      result_.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
+                                base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
+                                loss.at, loss.most});
+    }
+    result_.outlines = *rules.outlines;
   }
 
   void finish() {

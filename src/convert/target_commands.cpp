@@ -8,9 +8,10 @@ TargetCommands::TargetCommands(eagle::Commands& commands, const ConversionJob& j
                                const ScriptFrame& frame, const dxf::Drawing& drawing)
     : commands_(commands),
       frame_(frame),
-      drawing_(drawing),
       targetKind_(job.targetKind),
       version_(job.version),
+      // The exact rules draw what is not filled as outlines themselves.
+      fills_(job.rules == Rules::Exact || drawing.fillMode == 1.0),
       unit_(job.unit),
       drawingName_(base::fromUtf8(job.drawingName, drawing.encoding)),
       partName_(files::lastComponent(drawingName_)) {}
@@ -38,8 +39,8 @@ void TargetCommands::writeTargetOpen() {
 }
 
 void TargetCommands::writeScriptHeader() {
-  commands_.command(version_ == 1 ? "Set Wire_Bend 2;" : "Set Wire_Style 2;");
-  commands_.change(eagle::Property::Pour, drawing_.fillMode == 1.0 ? "Solid" : "Hatch");
+  commands_.command(version_ >= kEagle4 ? "Set Wire_Bend 2;" : "Set Wire_Style 2;");
+  commands_.change(eagle::Property::Pour, fills_ ? "Solid" : "Hatch");
   line("Grid ", base::unitRecord(unit_).word, ";");
   for (const std::string& userLine : frame_.startBlock) commands_.command(userLine);
 }

@@ -38,9 +38,9 @@ class TargetCommands {
 
   eagle::Commands& commands_;
   const ScriptFrame& frame_;
-  const dxf::Drawing& drawing_;
   int targetKind_;
   int version_;
+  bool fills_;
   base::Unit unit_;
   std::string drawingName_;
   std::string partName_;  ///< library part of the package and symbol targets

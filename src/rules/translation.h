@@ -33,6 +33,9 @@ using EntityCounts = std::array<std::uint64_t, dxf::kEntityKindCount>;
 /// A set of rules that turns the entities of a drawing into commands as they are read.
 class Translation : public dxf::EntitySink {
  public:
+  /// Issues the commands that set the rules' own defaults, after those of every script.
+  virtual void beginScript() {}
+
   /// Where block insertions go; null to draw them in place.
   virtual void setBlockParts(BlockParts* parts) = 0;
 

@@ -14,6 +14,8 @@
 
 #include "app/console/console.h"
 #include "app/console/terminal.h"
+#include "app/headless/exact_options.h"
+#include "app/headless/option_checks.h"
 #include "base/number_text.h"
 #include "base/quotable.h"
 #include "convert/layer_file.h"
@@ -22,11 +24,6 @@
 #include "texts/string_table.h"
 
 namespace quillon::headless {
-namespace {
-
-using Words = std::map<std::string, int>;
-
-/// Requires the whole text to be a finite number, in the form used in drawings.
 std::string checkNumber(const std::string& text) {
   char* end = nullptr;
   std::strtod(text.c_str(), &end);
@@ -35,6 +32,8 @@ std::string checkNumber(const std::string& text) {
   if (whole && plain && std::isfinite(base::numberValue(text))) return {};
   return "\"" + text + "\" is not a number";
 }
+
+namespace {
 
 std::string checkScale(const std::string& text) {
   std::string error = checkNumber(text);
@@ -93,19 +92,6 @@ struct NumberTexts {
   std::string polyWidth = "0";
 };
 
-/// An option that takes one of a few words.
-template <typename Value>
-void addChoice(CLI::App& app, const char* name, Value& value, const Words& words,
-               const std::string& choices, const char* help) {
-  const auto look = [words, choices](std::string& text) -> std::string {
-    const auto found = words.find(text);
-    if (found == words.end()) return "\"" + text + "\" is not one of " + choices;
-    text = std::to_string(found->second);
-    return {};
-  };
-  app.add_option(name, value, help)->transform(CLI::Validator(look, ""))->type_name(choices);
-}
-
 void addJobOptions(CLI::App& app, Options& options, NumberTexts& numbers) {
   convert::ConversionJob& job = options.job;
   app.add_option("--name", options.name, "Name of the board, schematic or library [file name]");
@@ -116,8 +102,9 @@ void addJobOptions(CLI::App& app, Options& options, NumberTexts& numbers) {
             "mic|mm|mil|inch", "Unit of the drawing [mil]");
   app.add_option("--scale", job.scaleText, "Factor on all coordinates [1.000]")
       ->check(CLI::Validator(checkScale, "NUMBER"));
-  addChoice(app, "--eagle", job.version, {{"3.5", 0}, {"4", 1}}, "3.5|4",
-            "EAGLE version: 3.5, or 4 for 4.x and 5.x [4]");
+  addChoice(app, "--eagle", job.version,
+            {{"3.5", convert::kEagle3}, {"4", convert::kEagle4}, {"6", convert::kEagle6}},
+            "3.5|4|6", "EAGLE version: 3.5, 4 for 4.x and 5.x, or 6 for 6 and later [4]");
   app.add_option("--layer", job.defaultLayer, "EAGLE layer for layers without an assignment")
       ->check(CLI::Validator(checkLayer, ""))
       ->type_name("TEXT-OR-NUMBER");
@@ -240,6 +227,7 @@ Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exi
   app.get_formatter()->column_width(34);
   addProgramOptions(app, options);
   addJobOptions(app, options, numbers);
+  ExactOptions exact(app, options.job);
   try {
     std::reverse(arguments.begin(), arguments.end());  // the parser expects them reversed
     app.parse(std::move(arguments));
@@ -254,7 +242,8 @@ Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exi
   options.job.polyWidth = base::numberValue(numbers.polyWidth);
   if (options.newer) options.job.overwriteScript = true;
   completePaths(options);
-  const std::string wrong = checkTogether(options);
+  std::string wrong = exact.finish();
+  if (wrong.empty()) wrong = checkTogether(options);
   if (!wrong.empty()) exitCode = usageError(wrong);
   return options;
 }

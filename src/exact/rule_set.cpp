@@ -1,0 +1,26 @@
+#include "exact/rule_set.h"
+
+#include "geometry/path_tools.h"
+
+namespace quillon::exact {
+
+void RuleSet::endOfEntities() {
+  translator_.endOfEntities();
+  if (options_.place != Place::Keep) {
+    const geometry::Box box = cleaning_.bounds();
+    const Point anchor =
+        options_.place == Place::LowerLeft ? box.low : geometry::middle(box.low, box.high);
+    if (!box.empty()) writer_.moveBy(-anchor);
+  }
+  cleaning_.finish();
+  writer_.end();
+}
+
+Survey::Survey(dxf::Drawing& drawing, rules::LayerNumbers& layers, rules::CancelPoll& poll)
+    : translator_(options_, drawing, layers, bounds_, losses_, poll, {}) {}
+
+void Survey::Bounds::take(const Origin&, Chain&& chain) { box.add(geometry::bounds(chain.path)); }
+
+void Survey::Bounds::take(const Origin&, Area&& area) { box.add(geometry::bounds(area.outline)); }
+
+}  // namespace quillon::exact
