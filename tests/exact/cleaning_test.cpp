@@ -1,0 +1,177 @@
+#include "exact/cleaning.h"
+
+#include <gtest/gtest.h>
+
+#include "shape_log.h"
+
+namespace quillon::testing {
+namespace {
+
+/// Shapes that are cleaned in millimetres for EAGLE 6.
+class CleaningTest : public ::testing::Test {
+ protected:
+  void line(double x1, double y1, double x2, double y2, int layer = 20) {
+    exact::Chain chain;
+    chain.path = {{{{x1, y1}}, {{x2, y2}}}, false};
+    put(layer, std::move(chain));
+  }
+  void arc(double x1, double y1, double curve, double x2, double y2, int layer = 20) {
+    exact::Chain chain;
+    chain.path = {{{{x1, y1}, curve}, {{x2, y2}}}, false};
+    chain.isArc = true;
+    put(layer, std::move(chain));
+  }
+  void circle(double x, double y, double radius, int layer = 20) {
+    exact::Chain chain;
+    chain.path = {{{{x - radius, y}, 180.0}, {{x + radius, y}, 180.0}}, true};
+    chain.isCircle = true;
+    put(layer, std::move(chain));
+  }
+  void put(int layer, exact::Chain&& chain) {
+    cleaning().take({layer, "LINE", "OUTLINE", ++line_}, std::move(chain));
+  }
+  exact::Cleaning& cleaning() {
+    if (!cleaning_) cleaning_.emplace(options, losses, log_);
+    return *cleaning_;
+  }
+  const std::string& cleaned() {
+    cleaning().finish();
+    return log_.text();
+  }
+
+  exact::Options options;
+  exact::LossList losses;
+
+ private:
+  ShapeLog log_;
+  std::optional<exact::Cleaning> cleaning_;
+  std::uint64_t line_ = 0;
+};
+
+TEST_F(CleaningTest, LinesThatFollowEachOtherBecomeOneWire) {
+  line(0, 0, 10, 0);
+  line(10, 5, 10, 0);
+  line(10, 5, 0, 5);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (10 0) (10 5) (0 5)\n");
+}
+
+TEST_F(CleaningTest, AnOutlineOfPiecesEndsOnItsFirstPoint) {
+  line(0, 0, 10, 0);
+  arc(10, 0, 90, 15, 5);
+  line(15, 5, 0, 5);
+  line(0, 5, 0, 0);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (10 0) +90 (15 5) (0 5) (0 0)\n");
+  EXPECT_EQ(cleaning().report().closedChains, 1U);
+  EXPECT_TRUE(cleaning().report().gaps.empty());
+}
+
+TEST_F(CleaningTest, EndsWithinTheToleranceMeetWhereTheLineEnds) {
+  arc(10.004, 0, 90, 15, 5);
+  line(0, 0, 10, 0);
+  // The arc keeps its radius, so that it turns a little further.
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (10 0) +90.045855 (15 5)\n");
+  EXPECT_EQ(cleaning().report().joinedEnds, 1U);
+}
+
+TEST_F(CleaningTest, EndsFurtherApartStayApart) {
+  line(0, 0, 10, 0);
+  line(10.02, 0, 20, 0);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (10 0)\n20 wire 0 (10.02 0) (20 0)\n");
+}
+
+TEST_F(CleaningTest, ThreePiecesThatMeetStayPieces) {
+  line(0, 0, 10, 0);
+  line(10, 0, 20, 0);
+  line(10, 0, 10, 10);
+  EXPECT_EQ(cleaned(),
+            "20 wire 0 (0 0) (10 0)\n20 wire 0 (10 0) (20 0)\n20 wire 0 (10 0) (10 10)\n");
+}
+
+TEST_F(CleaningTest, LayersAreKeptApart) {
+  line(0, 0, 10, 0, 20);
+  line(10, 0, 20, 0, 21);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (10 0)\n21 wire 0 (10 0) (20 0)\n");
+}
+
+TEST_F(CleaningTest, AGapOfAnOutlineIsNamedWithBothPlaces) {
+  line(0, 0, 10, 0);
+  line(10, 0.25, 10, 5);
+  line(10, 5, 0, 0);
+  cleaned();
+  ASSERT_EQ(cleaning().report().gaps.size(), 2U);
+  const exact::OpenEnd& gap = cleaning().report().gaps[0];
+  EXPECT_EQ(gap.layer, 20);
+  EXPECT_EQ(gap.at, (exact::Point{10, 0}));
+  EXPECT_EQ(gap.line, 1U);
+  EXPECT_EQ(gap.next, (exact::Point{10, 0.25}));
+  EXPECT_EQ(gap.nextLine, 2U);
+  EXPECT_DOUBLE_EQ(gap.distance, 0.25);
+}
+
+TEST_F(CleaningTest, OpenEndsOfOtherLayersAreNoGaps) {
+  line(0, 0, 10, 0, 51);
+  line(10, 0.25, 10, 5, 51);
+  cleaned();
+  EXPECT_TRUE(cleaning().report().gaps.empty());
+}
+
+TEST_F(CleaningTest, WhatIsDrawnTwiceIsDrawnOnce) {
+  line(0, 0, 10, 0);
+  line(10, 0, 0, 0);
+  circle(50, 50, 2);
+  circle(50, 50, 2);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (10 0)\n20 circle 0 (48 50) +180 (52 50) +180 (48 50)\n");
+  EXPECT_EQ(losses.countOf(exact::LossRule::Duplicate), 2U);
+}
+
+TEST_F(CleaningTest, LinesThatOverlapBecomeOne) {
+  line(0, 0, 10, 0);
+  line(5, 0, 20, 0);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (20 0)\n");
+}
+
+TEST_F(CleaningTest, DuplicatesCanBeKept) {
+  options.dropDuplicates = false;
+  options.chains = false;
+  line(0, 0, 10, 0);
+  line(0, 0, 10, 0);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (10 0)\n20 wire 0 (0 0) (10 0)\n");
+}
+
+TEST_F(CleaningTest, CirclesOnChosenLayersBecomeHoles) {
+  options.holeLayers = {"OUTLINE"};
+  circle(5, 5, 1.6);
+  arc(20, 1, 180, 20, -1);
+  arc(20, -1, 180, 20, 1);
+  EXPECT_EQ(cleaned(), "20 hole 3.2 (5 5)\n20 hole 2 (20 0)\n");
+}
+
+TEST_F(CleaningTest, CirclesBeyondTheRangeStayOutlines) {
+  options.holeLayers = {"OUTLINE"};
+  circle(5, 5, 4);
+  EXPECT_EQ(cleaned(), "20 circle 0 (1 5) +180 (9 5) +180 (1 5)\n");
+}
+
+TEST_F(CleaningTest, OfCirclesAroundOnePointTheSmallestIsTheHole) {
+  options.holeLayers = {"OUTLINE"};
+  circle(5, 5, 2);
+  circle(5, 5, 1);
+  EXPECT_EQ(cleaned(), "20 circle 0 (3 5) +180 (7 5) +180 (3 5)\n20 hole 2 (5 5)\n");
+}
+
+TEST_F(CleaningTest, EndlessLinesEndALittleOutsideOfEverythingElse) {
+  line(0, 0, 100, 100);
+  exact::EndlessLine endless{{50, 50}, {1, 0}, true, 0.0};
+  cleaning().take({20, "XLINE", "0", 9}, endless);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (100 100)\n20 wire 0 (-5 50) (105 50) as it is\n");
+  EXPECT_EQ(losses.countOf(exact::LossRule::EndlessCut), 1U);
+}
+
+TEST_F(CleaningTest, AnEndlessLineAloneIsLeftOut) {
+  cleaning().take({20, "RAY", "0", 9}, exact::EndlessLine{{50, 50}, {1, 0}, false, 0.0});
+  EXPECT_EQ(cleaned(), "");
+  EXPECT_EQ(losses.countOf(exact::LossRule::EndlessAlone), 1U);
+}
+
+}  // namespace
+}  // namespace quillon::testing
