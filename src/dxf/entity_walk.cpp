@@ -13,9 +13,9 @@ namespace {
 
 /// Names after a group 0 that start or end parts of a drawing and are not entities.
 bool isStructureName(std::string_view name) {
-  static constexpr std::array<std::string_view, 7> kNames = {"SECTION", "ENDSEC", "TABLE", "ENDTAB",
-                                                             "BLOCK",   "ENDBLK", "EOF"};
-  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
+  static constexpr std::array<std::string_view, 7> kStructureNames = {
+      "SECTION", "ENDSEC", "TABLE", "ENDTAB", "BLOCK", "ENDBLK", "EOF"};
+  return std::find(kStructureNames.begin(), kStructureNames.end(), name) != kStructureNames.end();
 }
 
 /// Whether a code line other than a plain "0" still reads as 0.

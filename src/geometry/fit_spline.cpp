@@ -157,9 +157,10 @@ std::vector<double> FitSpline::checks() const {
 Box bounds(const FitSpline& spline) {
   Box box;
   if (!spline.usable()) return box;
-  constexpr int kSamples = 16;  // for each span
-  const int count = static_cast<int>(spline.last()) * kSamples;
-  for (int i = 0; i <= count; ++i) box.add(spline.sample(static_cast<double>(i) / kSamples).at);
+  constexpr int kSamplesPerSpan = 16;
+  const int count = static_cast<int>(spline.last()) * kSamplesPerSpan;
+  for (int i = 0; i <= count; ++i)
+    box.add(spline.sample(static_cast<double>(i) / kSamplesPerSpan).at);
   return box;
 }
 

@@ -19,7 +19,7 @@ bool isUsable(const HatchFamily& family) {
          base::ranges::all_of(family.dashes, [](double d) { return std::fabs(d) <= 1e100; });
 }
 
-Point directionOf(double angle) {
+Point wayAtAngle(double angle) {
   // Level and upright lines are so to the last bit.
   const double quarters = angle / 90.0;
   if (quarters == std::floor(quarters)) {
@@ -34,7 +34,7 @@ Point directionOf(double angle) {
 class FamilyCutter {
  public:
   FamilyCutter(const HatchFamily& family, std::size_t limit, HatchLines& result)
-      : family_(family), limit_(limit), result_(result), way_(directionOf(family.angle)) {
+      : family_(family), limit_(limit), result_(result), way_(wayAtAngle(family.angle)) {
     spacing_ = cross(way_, family.step);
     bool hasGap = false;
     for (const double length : family.dashes) {

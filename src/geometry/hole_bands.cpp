@@ -28,9 +28,9 @@ struct RingPart {
 };
 
 /// One band and the parts of all rings inside of it.
-class Band {
+class HoleBand {
  public:
-  explicit Band(Span span) : span_(span) {}
+  explicit HoleBand(Span span) : span_(span) {}
 
   const Span& span() const { return span_; }
   void beginRing() { ringStart_ = chains_.size(); }
@@ -85,12 +85,12 @@ class Band {
 
  private:
   void joinAlong(double cut) {
-    struct End {
+    struct CutEnd {
       double x;
       std::size_t chain;
       bool starts;
     };
-    std::vector<End> ends;
+    std::vector<CutEnd> ends;
     next_.resize(chains_.size(), kNoIndex);
     for (std::size_t i = 0; i < chains_.size(); ++i) {
       const RingPart& chain = chains_[i];
@@ -98,10 +98,10 @@ class Band {
       if (chain.startsOnCut && start.y == cut) ends.push_back({start.x, i, true});
       if (chain.endsOnCut && chain.end.y == cut) ends.push_back({chain.end.x, i, false});
     }
-    base::ranges::sort(ends, {}, &End::x);
+    base::ranges::sort(ends, {}, &CutEnd::x);
     for (std::size_t i = 0; i + 1 < ends.size(); i += 2) {
-      const End& one = ends[i];
-      const End& other = ends[i + 1];
+      const CutEnd& one = ends[i];
+      const CutEnd& other = ends[i + 1];
       if (one.starts == other.starts) continue;  // only where outlines cross
       next_[one.starts ? other.chain : one.chain] = one.starts ? one.chain : other.chain;
     }
@@ -208,7 +208,7 @@ class BandCutter {
 
   std::vector<Path> outlines() {
     std::vector<Path> all;
-    for (Band& band : bands_) {
+    for (HoleBand& band : bands_) {
       for (Path& outline : band.outlines()) {
         if (signedArea(outline) > 0.0) all.push_back(std::move(outline));
       }
@@ -221,7 +221,7 @@ class BandCutter {
     const double low = std::min(edge.from.y, edge.to.y);
     const double high = std::max(edge.from.y, edge.to.y);
     const auto first = base::ranges::partition_point(
-        bands_, [low](const Band& band) { return band.span().high <= low; });
+        bands_, [low](const HoleBand& band) { return band.span().high <= low; });
     for (auto band = first; band != bands_.end() && band->span().low <= high; ++band) {
       const auto index = static_cast<std::size_t>(band - bands_.begin());
       if (!isTouched_[index]) {
@@ -233,7 +233,7 @@ class BandCutter {
     }
   }
 
-  static void addTo(Band& band, const Edge& edge) {
+  static void addTo(HoleBand& band, const Edge& edge) {
     const Span span = band.span();
     const auto inside = [span](Point p) { return p.y >= span.low && p.y < span.high; };
     const bool up = edge.to.y > edge.from.y;
@@ -267,7 +267,7 @@ class BandCutter {
     return found.front();
   }
 
-  std::vector<Band> bands_;
+  std::vector<HoleBand> bands_;
   std::vector<std::size_t> touched_;  ///< bands that have parts of the present ring
   std::vector<bool> isTouched_;
 };

@@ -26,7 +26,7 @@ struct Part {
 
 /// Lines without a sense point to the right, or upwards: what is near the limit of one is not near
 /// that of the other.
-Point directionOf(const Edge& edge, bool upwards) {
+Point rightOrUpwards(const Edge& edge, bool upwards) {
   const Point way = directionAt({edge.from, edge.to, 0.0}, 0.0);
   return (upwards ? way.y : way.x) < 0.0 ? way * -1.0 : way;
 }
@@ -135,7 +135,7 @@ class Merger {
 
   Part partOfLine(std::size_t i, bool upwards) const {
     const Edge& edge = strokes_[i].edge;
-    const Point way = directionOf(edge, upwards);
+    const Point way = rightOrUpwards(edge, upwards);
     const auto [low, high] =
         std::minmax({dot(way, edge.from - origin_), dot(way, edge.to - origin_)});
     const double offsetCell = 16.0 * resolution_ + kAngleCell * size_;

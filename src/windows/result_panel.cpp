@@ -20,8 +20,8 @@ namespace {
 
 using texts::TextId;
 
-constexpr int kLeastCharacters = 32;  ///< in a line, and in a path within it
-constexpr int kGap = 16;              ///< beside a possible scroll bar
+constexpr int kLeastLength = 32;   ///< of a line, and of a path within it, in characters
+constexpr int kScrollBarGap = 16;  ///< beside a possible scroll bar
 
 /// A path without characters that would break its line.
 QString pathText(const std::string& path) {
@@ -43,7 +43,7 @@ ResultPanel::ResultPanel(AppContext& context, QWidget* parent)
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  text_->setMinimumWidth(fontMetrics().averageCharWidth() * kLeastCharacters);
+  text_->setMinimumWidth(fontMetrics().averageCharWidth() * kLeastLength);
   text_->installEventFilter(this);
   openFolder_->setObjectName("btnOpenFolder");
   copyCommand_->setObjectName("btnCopyCommand");
@@ -120,7 +120,9 @@ void ResultPanel::refresh() {
 
 /// Reserves room for a scroll bar: otherwise its appearance would change the line breaks, and with
 /// them the height that shows or hides it, without end.
-int ResultPanel::slack() const { return style()->pixelMetric(QStyle::PM_ScrollBarExtent) + kGap; }
+int ResultPanel::slack() const {
+  return style()->pixelMetric(QStyle::PM_ScrollBarExtent) + kScrollBarGap;
+}
 
 void ResultPanel::fitTo(int room) {
   room_ = room;
@@ -148,7 +150,7 @@ QString ResultPanel::elided(const QString& line) const {
   for (const QString& path : paths) {
     if (path.isEmpty() || !line.contains(path)) continue;
     const int rest = metrics.horizontalAdvance(QString(line).remove(path));
-    const int least = metrics.averageCharWidth() * kLeastCharacters;
+    const int least = metrics.averageCharWidth() * kLeastLength;
     return QString(line).replace(path, elidedPath(path, metrics, std::max(room - rest, least)));
   }
   return line;

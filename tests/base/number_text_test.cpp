@@ -13,11 +13,12 @@
 #include <string_view>
 
 #include "base/run_time_error.h"
+#include "support/infinity.h"
 
 namespace quillon::base {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using testing::kInfinity;
 
 struct NumberCase {
   std::string_view text;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "classic/layouts.h"
 #include "classic/translation.h"
 #include "support/script_points.h"
 
@@ -11,10 +12,9 @@ namespace quillon::classic {
 namespace {
 
 using testing::DxfBuilder;
+using testing::kLayerWire;
 using testing::layoutOf;
 using testing::Translation;
-
-const std::string kWire = "Layer  7 ;\nWire 0.0000000 P P;\n";
 
 /// Records what it is offered; takes blocks with an index in `taken`.
 class RecordingParts : public rules::BlockParts {
@@ -35,7 +35,7 @@ class RecordingParts : public rules::BlockParts {
 };
 
 /// Block 0 (A) and block 1 (B) have a line each, block 2 (BOTH) has an insertion of each.
-DxfBuilder drawing() {
+DxfBuilder partsDrawing() {
   DxfBuilder dxf;
   for (const std::string_view name : {"A", "B"}) {
     dxf.beginBlock(name, "3", "4").entity("LINE", {{8, "0"}, {10, "1"}}).endBlock();
@@ -59,7 +59,7 @@ class BlockPartsTest : public ::testing::Test {
 };
 
 TEST_F(BlockPartsTest, AreOfferedThePlacedPointAndThePlacementOfTheBlock) {
-  DxfBuilder dxf = drawing();
+  DxfBuilder dxf = partsDrawing();
   dxf.entity("INSERT", {{8, "0"}, {2, "A"}, {10, "10"}, {20, "20"}, {41, "5"}, {50, "90"}});
   EXPECT_EQ(run(dxf, {.dx = 100, .dy = 200, .scaleX = 2, .scaleY = 3}), "");
   ASSERT_EQ(parts.offers.size(), 1U);
@@ -72,17 +72,17 @@ TEST_F(BlockPartsTest, AreOfferedThePlacedPointAndThePlacementOfTheBlock) {
 }
 
 TEST_F(BlockPartsTest, ThatAreNotTakenAreDrawnInPlace) {
-  DxfBuilder dxf = drawing();
+  DxfBuilder dxf = partsDrawing();
   dxf.entity("INSERT", {{8, "0"}, {2, "B"}, {10, "10"}, {20, "20"}});
   const std::string script = run(dxf);
-  EXPECT_EQ(layoutOf(script), kWire);
+  EXPECT_EQ(layoutOf(script), kLayerWire);
   testing::expectPoints(script, {{8, 16}, {7, 16}});
 }
 
 TEST_F(BlockPartsTest, AreOfferedInsideBlocksThatAreDrawnInPlace) {
-  DxfBuilder dxf = drawing();
+  DxfBuilder dxf = partsDrawing();
   dxf.entity("INSERT", {{8, "0"}, {2, "BOTH"}, {10, "100"}, {20, "0"}});
-  EXPECT_EQ(layoutOf(run(dxf)), kWire);
+  EXPECT_EQ(layoutOf(run(dxf)), kLayerWire);
   ASSERT_EQ(parts.offers.size(), 3U);
   EXPECT_EQ(parts.offers[0].block, 2U);
   EXPECT_EQ(parts.offers[1].block, 0U);
@@ -92,7 +92,7 @@ TEST_F(BlockPartsTest, AreOfferedInsideBlocksThatAreDrawnInPlace) {
 }
 
 TEST_F(BlockPartsTest, AreOfferedTheBlocksOfDimensions) {
-  DxfBuilder dxf = drawing();
+  DxfBuilder dxf = partsDrawing();
   dxf.entity("DIMENSION", {{8, "0"}, {2, "A"}, {10, "10"}, {20, "20"}});
   EXPECT_EQ(run(dxf, {.scaleX = 2, .scaleY = 3, .rotation = 0.5}), "");
   ASSERT_EQ(parts.offers.size(), 1U);
@@ -102,26 +102,26 @@ TEST_F(BlockPartsTest, AreOfferedTheBlocksOfDimensions) {
 }
 
 TEST_F(BlockPartsTest, AreNotOfferedOnALayerThatIsNotConverted) {
-  DxfBuilder dxf = drawing();
+  DxfBuilder dxf = partsDrawing();
   dxf.entity("INSERT", {{8, "NOWHERE"}, {2, "A"}}).entity("DIMENSION", {{8, "NOWHERE"}, {2, "A"}});
   EXPECT_EQ(run(dxf), "");
   EXPECT_TRUE(parts.offers.empty());
 }
 
 TEST_F(BlockPartsTest, AreNotOfferedForANameThatNoBlockHas) {
-  DxfBuilder dxf = drawing();
+  DxfBuilder dxf = partsDrawing();
   dxf.entity("INSERT", {{8, "0"}, {2, "NONE"}}).entity("DIMENSION", {{8, "0"}, {2, "NONE"}});
   EXPECT_EQ(run(dxf), "");
   EXPECT_TRUE(parts.offers.empty());
 }
 
 TEST_F(BlockPartsTest, CanBeTakenAwayAgain) {
-  DxfBuilder dxf = drawing();
+  DxfBuilder dxf = partsDrawing();
   dxf.entity("INSERT", {{8, "0"}, {2, "A"}});
   Translation translation(dxf);
   translation.translator.setBlockParts(&parts);
   translation.translator.setBlockParts(nullptr);
-  EXPECT_EQ(layoutOf(translation.run()), kWire);
+  EXPECT_EQ(layoutOf(translation.run()), kLayerWire);
   EXPECT_TRUE(parts.offers.empty());
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/run_time_error.h"
+#include "classic/layouts.h"
 #include "classic/translation.h"
 #include "support/script_points.h"
 
@@ -17,12 +18,11 @@ using testing::DxfBuilder;
 using testing::expectPoints;
 using testing::GroupList;
 using testing::joined;
+using testing::kLayerWire;
 using testing::layoutOf;
 using testing::repeated;
 using testing::translate;
 using testing::Translation;
-
-const std::string kWire = "Layer  7 ;\nWire 0.0000000 P P;\n";
 
 /// A drawing with blocks of a single line from (1, 0) to (0, 1) and whatever else a test adds.
 class BlockDrawing : public DxfBuilder {
@@ -149,7 +149,7 @@ TEST(Insert, TakesARotationOfOneTurnAsARotation) {
 TEST(Insert, FindsItsBlockWhateverTheCase) {
   BlockDrawing dxf;
   dxf.lineBlock("Door").insert("dOOR");
-  EXPECT_EQ(layoutOf(translate(dxf)), kWire);
+  EXPECT_EQ(layoutOf(translate(dxf)), kLayerWire);
 }
 
 TEST(Insert, FindsTheFirstOfSeveralBlocksWithOneName) {
@@ -170,7 +170,7 @@ TEST(Insert, OfABlockThatDoesNotExistDrawsNothing) {
 TEST(Insert, DoesNotRepeatTheBlockInRowsAndColumns) {
   BlockDrawing dxf;
   dxf.lineBlock("B").insert("B", {{70, "3"}, {71, "4"}, {44, "10"}, {45, "10"}});
-  EXPECT_EQ(layoutOf(translate(dxf)), kWire);
+  EXPECT_EQ(layoutOf(translate(dxf)), kLayerWire);
 }
 
 TEST(Insert, OnALayerThatIsNotConvertedDrawsNothing) {
@@ -196,7 +196,7 @@ TEST(Insert, DrawsABlockAsOftenAsItIsInserted) {
   dxf.insert("B", at("10", "0")).insert("B", at("20", "0"));
   dxf.endBlock();
   dxf.insert("TWICE").insert("TWICE", at("0", "100")).insert("B");
-  EXPECT_EQ(layoutOf(translate(dxf)), repeated(kWire, 5));
+  EXPECT_EQ(layoutOf(translate(dxf)), repeated(kLayerWire, 5));
 }
 
 TEST(Insert, DoesNotExpandABlockInsideItself) {
@@ -205,7 +205,7 @@ TEST(Insert, DoesNotExpandABlockInsideItself) {
   dxf.line().insert("A", at("10", "0")).line();
   dxf.endBlock();
   dxf.insert("A").insert("A");
-  EXPECT_EQ(layoutOf(translate(dxf)), repeated(kWire, 4));
+  EXPECT_EQ(layoutOf(translate(dxf)), repeated(kLayerWire, 4));
 }
 
 TEST(Insert, DoesNotExpandBlocksThatContainEachOtherInsideThemselves) {
@@ -217,7 +217,7 @@ TEST(Insert, DoesNotExpandBlocksThatContainEachOtherInsideThemselves) {
   dxf.line().insert("A").insert("B");
   dxf.endBlock();
   dxf.insert("A").insert("B");
-  EXPECT_EQ(layoutOf(translate(dxf)), repeated(kWire, 4));
+  EXPECT_EQ(layoutOf(translate(dxf)), repeated(kLayerWire, 4));
 }
 
 /// Blocks L1 to L`depth`, each with the next one inside and the last one with a line; L1 inserted.
@@ -236,7 +236,7 @@ BlockDrawing nested(int depth) {
 
 TEST(Insert, NestsAThousandBlocksDeep) {
   const std::string script = translate(nested(1'000));
-  EXPECT_EQ(layoutOf(script), kWire);
+  EXPECT_EQ(layoutOf(script), kLayerWire);
   expectPoints(script, {{500.5, 0}, {499.5, 1}});
 }
 

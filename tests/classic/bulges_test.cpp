@@ -6,6 +6,7 @@
 
 #include "base/run_time_error.h"
 #include "classic/curves.h"
+#include "classic/layouts.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -13,11 +14,11 @@ namespace quillon::classic {
 namespace {
 
 using testing::expectPoints;
+using testing::kLayerLine;
+using testing::kLayerWire;
 using testing::kRangeNote;
 using testing::layoutOf;
 using testing::ScriptCapture;
-
-const std::string kLayerLine = "Layer  7 ;\n";
 
 struct Scales {
   double x = 1.0;
@@ -71,12 +72,11 @@ struct CircleArc {
 };
 
 void expectArc(const CircleArc& arc) {
-  constexpr double kCx = 20.0;
-  constexpr double kCy = -7.0;
-  constexpr double kRadius = 3.0;
-  const auto at = [](double degrees) {
+  const Point centre{20.0, -7.0};
+  const double radius = 3.0;
+  const auto at = [&](double degrees) {
     const double angle = degrees * std::acos(-1.0) / 180.0;
-    return Point{kCx + kRadius * std::cos(angle), kCy + kRadius * std::sin(angle)};
+    return Point{centre.x + radius * std::cos(angle), centre.y + radius * std::sin(angle)};
   };
   const Point start = at(arc.startAngle);
   const Point end = at(arc.startAngle + arc.sweep);
@@ -180,8 +180,7 @@ TEST(BulgeSegment, IsAWireWhenStartAndEndLieOnTheDiagonal) {
 TEST(BulgeSegment, JudgesNearnessInTheUnitOfTheScript) {
   // All points are within 0.1 of the diagonal: near in mic only.
   const BulgeSegment shape{.x1 = 5.1, .y1 = 5, .x2 = 5, .y2 = 5.1, .bulge = kQuarterBulge};
-  EXPECT_EQ(layoutOf(Segment(shape, {}, {}, 7, base::Unit::Mic).script),
-            kLayerLine + "Wire 0.0000000 P P;\n");
+  EXPECT_EQ(layoutOf(Segment(shape, {}, {}, 7, base::Unit::Mic).script), kLayerWire);
   EXPECT_EQ(layoutOf(Segment(shape, {}, {}, 7, base::Unit::Mm).script),
             kLayerLine + "Arc CCW 0.0000000 P P P;\n");
 }

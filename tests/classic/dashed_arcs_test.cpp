@@ -8,6 +8,7 @@
 
 #include "base/run_time_error.h"
 #include "classic/curves.h"
+#include "classic/layouts.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -15,6 +16,10 @@ namespace quillon::classic {
 namespace {
 
 using testing::expectPoints;
+using testing::kArc;
+using testing::kDot;
+using testing::kLayerLine;
+using testing::kLayerWire;
 using testing::layoutOf;
 using testing::repeated;
 using testing::ScriptCapture;
@@ -23,9 +28,6 @@ using testing::ScriptCapture;
 constexpr double kRadius = 180.0 / 3.14159265358979;
 constexpr double kCx = 10.0;
 constexpr double kCy = 30.0;
-const std::string kLayerLine = "Layer  7 ;\n";
-const std::string kArc = "Arc CCW 0.00 P P P;\n";
-const std::string kDot = "Layer  7 ;\nCircle 0.0 P P;\n";
 
 Settings dashed(double ltScale = 1.0, double angDir = 0.0) {
   return {.dotted = true, .angDir = angDir, .ltScale = ltScale};
@@ -178,8 +180,7 @@ TEST(DashedArc, WithEqualAnglesIsADashedCircle) {
 TEST(DashedArc, UnderUnequalScalesHasDashesOnEveryPiece) {
   // Each piece of the chain restarts the pattern; the long gap ends it.
   const Written written = arc(0.0, 90.0, {0.1, -1000.0}, dashed(), {.scaleX = 2, .scaleY = 1});
-  EXPECT_EQ(layoutOf(written.script),
-            kLayerLine + repeated(kLayerLine + "Wire 0.0000000 P P;\n", 32));
+  EXPECT_EQ(layoutOf(written.script), kLayerLine + repeated(kLayerWire, 32));
   const std::vector<Point> points = testing::pointsOf(written.script);
   for (std::size_t i = 0; i + 1 < points.size(); i += 2) {
     const double length = std::hypot(points[i + 1].x - points[i].x, points[i + 1].y - points[i].y);

@@ -1,12 +1,13 @@
 // Lines with dash emulation.
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <string>
 #include <vector>
 
 #include "base/run_time_error.h"
+#include "classic/layouts.h"
 #include "classic/lines.h"
+#include "support/infinity.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -15,14 +16,13 @@ namespace {
 
 using testing::countOf;
 using testing::expectPoints;
+using testing::kDot;
+using testing::kInfinity;
+using testing::kLayerLine;
 using testing::kRangeNote;
+using testing::kWire;
 using testing::layoutOf;
 using testing::ScriptCapture;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const std::string kLayerLine = "Layer  7 ;\n";
-const std::string kWire = "Wire 0.0000000 P P;\n";
-const std::string kDot = "Layer  7 ;\nCircle 0.0 P P;\n";
 
 /// A dashed line on layer 7, with the pattern's dash lengths.
 struct DashedLine {

@@ -7,6 +7,7 @@
 
 #include "base/run_time_error.h"
 #include "classic/curves.h"
+#include "classic/layouts.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
@@ -15,6 +16,7 @@ namespace {
 
 using testing::countOf;
 using testing::expectPoints;
+using testing::kLayerWire;
 using testing::kRangeNote;
 using testing::kScriptTolerance;
 using testing::layoutOf;
@@ -22,7 +24,6 @@ using testing::pointsOf;
 using testing::repeated;
 using testing::ScriptCapture;
 
-const std::string kPiece = "Layer  7 ;\nWire 0.0000000 P P;\n";
 constexpr double kStep = 3.14159265358979 / 64.0;
 constexpr double kQuarter = 3.14159265358979 / 2.0;
 
@@ -57,7 +58,7 @@ void expectAt(Point point, Point expected) {
 
 TEST(WriteEllipse, IsAChainOf128WiresForAFullTurn) {
   const Ellipse ellipse({.cx = 10, .cy = 20, .majorX = 5, .majorY = 0, .ratio = 1.0});
-  EXPECT_EQ(layoutOf(ellipse.script), repeated(kPiece, 128));
+  EXPECT_EQ(layoutOf(ellipse.script), repeated(kLayerWire, 128));
   EXPECT_EQ(ellipse.count, 256U);
   const std::vector<Point> corners = ellipse.corners();
   ASSERT_EQ(corners.size(), 129U);
@@ -166,7 +167,7 @@ TEST(WriteEllipse, WithARatioOfZeroIsFlat) {
 
 TEST(WriteEllipse, WithoutAMajorAxisIsDrawnAtItsCentre) {
   const Ellipse ellipse({.cx = 1, .cy = 2, .majorX = 0, .majorY = 0, .ratio = 0.5});
-  EXPECT_EQ(layoutOf(ellipse.script), repeated(kPiece, 128));
+  EXPECT_EQ(layoutOf(ellipse.script), repeated(kLayerWire, 128));
   for (const Point corner : ellipse.corners()) EXPECT_EQ(corner, (Point{1, 2}));
 }
 
@@ -222,7 +223,7 @@ TEST(WriteEllipse, TakesMoreThanOneTurnAsItIs) {
 
 TEST(WriteEllipse, HasFourPiecesForEverySegmentOfAFullTurn) {
   const Ellipse ellipse({.cx = 1, .majorX = 5, .majorY = 0}, 1);
-  EXPECT_EQ(layoutOf(ellipse.script), repeated(kPiece, 4));
+  EXPECT_EQ(layoutOf(ellipse.script), repeated(kLayerWire, 4));
   const std::vector<Point> corners = ellipse.corners();
   expectAt(corners[0], {6, 0});
   expectAt(corners[1], {1, 5});
@@ -240,7 +241,8 @@ TEST(WriteEllipse, WritesNothingOnALayerThatIsNotConverted) {
 TEST(WriteEllipse, NotesTheRangeAfterEveryPieceThatExceedsIt) {
   const Ellipse ellipse({.cx = 834, .majorX = 5, .majorY = 0}, 1);
   const std::string note(kRangeNote);
-  EXPECT_EQ(layoutOf(ellipse.script), kPiece + note + kPiece + kPiece + kPiece + note);
+  EXPECT_EQ(layoutOf(ellipse.script),
+            kLayerWire + note + kLayerWire + kLayerWire + kLayerWire + note);
   EXPECT_EQ(ellipse.count, 8U + 2U);
 }
 
@@ -249,7 +251,7 @@ TEST(WriteEllipse, HasDashesOnEveryPiece) {
   const DashPattern pattern = {50.0, -1000.0};
   writeEllipse(capture.context, {.majorX = 100, .majorY = 0}, 1, 7, &pattern);
   const std::string script = capture.take();
-  EXPECT_EQ(layoutOf(script), repeated(kPiece, 4));
+  EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 4));
   // A dash of 50 along a chord that runs at 45 degrees.
   const double side = 50.0 * std::sqrt(0.5);
   expectPoints(script, {{100, 0},

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "classic/layouts.h"
 #include "classic/translation.h"
 #include "support/script_points.h"
 
@@ -18,12 +19,12 @@ using testing::DxfBuilder;
 using testing::expectPoints;
 using testing::GroupList;
 using testing::joined;
+using testing::kLayerWire;
 using testing::layoutOf;
 using testing::repeated;
 using testing::translate;
 using testing::Translation;
 
-const std::string kWire = "Layer  7 ;\nWire 0.0000000 P P;\n";
 /// (1, 0), (5, 0), (5, 3).
 const GroupList kCorner = {{10, "1"}, {20, "0"}, {10, "5"}, {20, "0"}, {10, "5"}, {20, "3"}};
 
@@ -34,7 +35,7 @@ DxfBuilder light(const GroupList& header, const GroupList& vertices = kCorner) {
 TEST(LightPolyline, OpenIsAWireFromEveryVertexToTheNext) {
   for (const int mode : {0, 1, 2, -1}) {
     const std::string script = translate(light({{90, "3"}, {70, "0"}}), {}, {.poly = mode});
-    EXPECT_EQ(layoutOf(script), repeated(kWire, 2)) << mode;
+    EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 2)) << mode;
     expectPoints(script, {{1, 0}, {5, 0}, {5, 0}, {5, 3}});
   }
 }
@@ -52,7 +53,7 @@ TEST(LightPolyline, ClosedWithoutWidthIsAPolygonThatReturnsToItsFirstVertex) {
 TEST(LightPolyline, ClosedIsWrittenBySegmentsInTheModesOfWires) {
   for (const int mode : {0, 1, 3}) {
     const std::string script = translate(light({{70, "1"}}), {}, {.poly = mode});
-    EXPECT_EQ(layoutOf(script), repeated(kWire, 3)) << mode;
+    EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 3)) << mode;
     expectPoints(script, {{1, 0}, {5, 0}, {5, 0}, {5, 3}, {5, 3}, {1, 0}});
   }
 }
@@ -88,7 +89,7 @@ TEST(LightPolyline, WritesTheSegmentAfterAVertexWithABulgeAsAnArc) {
   const GroupList vertices = {{10, "1"}, {20, "0"}, {42, "1"},  {10, "5"}, {20, "0"},
                               {10, "9"}, {20, "0"}, {42, "-1"}, {10, "9"}, {20, "2"}};
   const std::string script = translate(light({}, vertices));
-  EXPECT_EQ(layoutOf(script), "Layer  7 ;\nArc CCW 0.0000000 P P P;\n" + kWire +
+  EXPECT_EQ(layoutOf(script), "Layer  7 ;\nArc CCW 0.0000000 P P P;\n" + kLayerWire +
                                   "Layer  7 ;\nArc CW 0.0000000 P P P;\n");
   expectPoints(script, {{1, 0}, {5, 0}, {5, 0}, {5, 0}, {9, 0}, {9, 0}, {9, 2}, {9, 2}});
 }
@@ -112,13 +113,13 @@ TEST(LightPolyline, ClosedOfOneVertexGoesToItselfAndBack) {
   const DxfBuilder dxf = light({{70, "1"}}, {{10, "1"}, {20, "0"}});
   EXPECT_EQ(translate(dxf),
             "Layer  7 ;\nPolygon 0.0000000 '1' (1.0000000 0.0000000) (1.0000000 0.0000000);\n");
-  EXPECT_EQ(layoutOf(translate(dxf, {}, {.poly = 1})), kWire);
+  EXPECT_EQ(layoutOf(translate(dxf, {}, {.poly = 1})), kLayerWire);
 }
 
 TEST(LightPolyline, LeavesAVertexWithoutBothCoordinatesOut) {
   const GroupList vertices = {{10, "1"}, {20, "0"}, {10, "7"}, {10, "5"}, {20, "3"}};
   const std::string script = translate(light({}, vertices));
-  EXPECT_EQ(layoutOf(script), kWire);
+  EXPECT_EQ(layoutOf(script), kLayerWire);
   expectPoints(script, {{1, 0}, {5, 3}});
 }
 
@@ -167,7 +168,7 @@ TEST(LightPolyline, EndsTheRunOfThePolylineBeforeIt) {
   dxf.entity("LWPOLYLINE", joined({{8, "0"}}, kCorner));
   dxf.entity("VERTEX", {{8, "0"}, {10, "70"}, {20, "70"}});
   EXPECT_EQ(layoutOf(translate(dxf)),
-            "Layer  7 ;\nPolygon 0.0000000 '1' P PP;\n" + repeated(kWire, 2));
+            "Layer  7 ;\nPolygon 0.0000000 '1' P PP;\n" + repeated(kLayerWire, 2));
 }
 
 TEST(LightPolyline, StopsSoonAfterACancel) {
@@ -188,7 +189,7 @@ TEST(LightPolyline, StopsSoonAfterACancel) {
 TEST(Leader, IsAWireFromEveryVertexToTheNext) {
   for (const int mode : {0, 1, 2, -1}) {
     const std::string script = translate(drawingOf("LEADER", kCorner), {}, {.poly = mode});
-    EXPECT_EQ(layoutOf(script), repeated(kWire, 2)) << mode;
+    EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 2)) << mode;
     expectPoints(script, {{1, 0}, {5, 0}, {5, 0}, {5, 3}});
   }
 }
@@ -204,14 +205,14 @@ TEST(Leader, HasNoFlagsThatCouldCloseIt) {
   const DxfBuilder dxf = drawingOf("LEADER", joined({{70, "1"}}, kCorner));
   for (const int mode : {0, 1, 2, -1}) {
     const std::string script = translate(dxf, {}, {.poly = mode});
-    EXPECT_EQ(layoutOf(script), repeated(kWire, 2)) << mode;
+    EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 2)) << mode;
     expectPoints(script, {{1, 0}, {5, 0}, {5, 0}, {5, 3}});
   }
 }
 
 TEST(Leader, ClosedBackToItsStartIsStillNoPolygon) {
   const GroupList loop = joined(kCorner, {{10, "1"}, {20, "0"}});
-  EXPECT_EQ(layoutOf(translate(drawingOf("LEADER", loop))), repeated(kWire, 3));
+  EXPECT_EQ(layoutOf(translate(drawingOf("LEADER", loop))), repeated(kLayerWire, 3));
 }
 
 }  // namespace

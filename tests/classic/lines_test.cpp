@@ -3,16 +3,17 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <string>
 
 #include "base/run_time_error.h"
+#include "support/infinity.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
 namespace quillon::classic {
 namespace {
 
+using testing::kInfinity;
 using testing::kRangeNote;
 using testing::ScriptCapture;
 
@@ -73,7 +74,6 @@ TEST(WriteLine, LeavesTheCallersStartPointWhereItIsWithoutDashes) {
 }
 
 TEST(WriteLine, RefusesNumbersThatAreNotFinite) {
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
   ScriptCapture capture;
   EXPECT_THROW(line(capture, 0.0, kInfinity, 1.0, 1.0, 1, 0.0), base::RunTimeError);
   EXPECT_THROW(line(capture, 0.0, 0.0, -kInfinity, 1.0, 1, 0.0), base::RunTimeError);

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "classic/layouts.h"
 #include "classic/translation.h"
 #include "support/script_points.h"
 
@@ -17,12 +18,12 @@ using testing::DxfBuilder;
 using testing::expectPoints;
 using testing::GroupList;
 using testing::joined;
+using testing::kLayerWire;
 using testing::layoutOf;
 using testing::repeated;
 using testing::translate;
 using testing::Translation;
 
-const std::string kWire = "Layer  7 ;\nWire 0.0000000 P P;\n";
 const std::vector<Point> kThereAndBack = {{1, 0}, {5, 0}, {5, 0}, {5, 3}, {5, 3}, {1, 0}};
 
 /// A drawing to which polylines are added entity by entity.
@@ -48,7 +49,7 @@ class PolylineDrawing : public DxfBuilder {
   }
 };
 
-const std::string kLineLayout = kWire;
+const std::string kLineLayout = kLayerWire;
 constexpr std::string_view kThePolygon = "Layer  7 ;\nPolygon 0.0000000 '1' P P\\\nPP;\n";
 
 TEST(Polyline, OpenIsAWireFromEveryVertexToTheNext) {
@@ -56,7 +57,7 @@ TEST(Polyline, OpenIsAWireFromEveryVertexToTheNext) {
   dxf.polyline({}).corner().seqend();
   Translation translation(dxf);
   const std::string script = translation.run();
-  EXPECT_EQ(layoutOf(script), repeated(kWire, 2));
+  EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 2));
   expectPoints(script, {{1, 0}, {5, 0}, {5, 0}, {5, 3}});
   EXPECT_EQ(translation.capture.script.commandCount(), 4U);
 }
@@ -78,7 +79,7 @@ TEST(Polyline, ClosedIsWrittenBySegmentsInTheModesOfWires) {
     PolylineDrawing dxf;
     dxf.polyline({{70, "1"}}).corner().seqend();
     const std::string script = translate(dxf, {}, {.poly = mode});
-    EXPECT_EQ(layoutOf(script), repeated(kWire, 3)) << mode;
+    EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 3)) << mode;
     expectPoints(script, kThereAndBack);
   }
 }
@@ -130,7 +131,7 @@ TEST(Polyline, WritesTheSegmentAfterAVertexWithABulgeAsAnArc) {
   dxf.vertex("1", "0", {{42, "1"}}).vertex("5", "0", {{42, "0"}}).vertex("9", "0", {{42, "-1"}});
   dxf.vertex("9", "2", {{42, "1"}}).seqend();
   const std::string script = translate(dxf);
-  EXPECT_EQ(layoutOf(script), "Layer  7 ;\nArc CCW 0.0000000 P P P;\n" + kWire +
+  EXPECT_EQ(layoutOf(script), "Layer  7 ;\nArc CCW 0.0000000 P P P;\n" + kLayerWire +
                                   "Layer  7 ;\nArc CW 0.0000000 P P P;\n");
   expectPoints(script, {{1, 0}, {5, 0}, {5, 0}, {5, 0}, {9, 0}, {9, 0}, {9, 2}, {9, 2}});
 }
@@ -138,14 +139,14 @@ TEST(Polyline, WritesTheSegmentAfterAVertexWithABulgeAsAnArc) {
 TEST(Polyline, TakesATinyBulgeAsNone) {
   PolylineDrawing dxf;
   dxf.polyline({}).vertex("1", "0", {{42, "9e-7"}}).vertex("5", "0").seqend();
-  EXPECT_EQ(layoutOf(translate(dxf)), kWire);
+  EXPECT_EQ(layoutOf(translate(dxf)), kLayerWire);
 }
 
 TEST(Polyline, ClosedByASegmentWithTheBulgeOfItsLastVertex) {
   PolylineDrawing dxf;
   dxf.polyline({{70, "1"}}).vertex("1", "0").vertex("5", "0", {{42, "1"}}).seqend();
   const std::string script = translate(dxf, {}, {.poly = 1});
-  EXPECT_EQ(layoutOf(script), kWire + "Layer  7 ;\nArc CCW 0.0000000 P P P;\n");
+  EXPECT_EQ(layoutOf(script), kLayerWire + "Layer  7 ;\nArc CCW 0.0000000 P P P;\n");
   expectPoints(script, {{1, 0}, {5, 0}, {5, 0}, {1, 0}, {1, 0}});
 }
 
@@ -170,7 +171,7 @@ TEST(Polyline, ClosedOfFewerThanTwoVerticesWritesNothing) {
 TEST(Polyline, ClosedOfTwoVerticesGoesThereAndBack) {
   PolylineDrawing dxf;
   dxf.polyline({{70, "1"}}).vertex("1", "0").vertex("5", "0").seqend();
-  EXPECT_EQ(layoutOf(translate(dxf, {}, {.poly = 1})), repeated(kWire, 2));
+  EXPECT_EQ(layoutOf(translate(dxf, {}, {.poly = 1})), repeated(kLayerWire, 2));
   EXPECT_EQ(layoutOf(translate(dxf)), "Layer  7 ;\nPolygon 0.0000000 '1' P PP;\n");
 }
 
@@ -184,7 +185,7 @@ TEST(Polyline, EndsWithItsListToo) {
   PolylineDrawing dxf;
   dxf.polyline({{70, "1"}}).corner();
   EXPECT_EQ(layoutOf(translate(dxf)), kThePolygon);
-  EXPECT_EQ(layoutOf(translate(dxf, {}, {.poly = 1})), repeated(kWire, 3));
+  EXPECT_EQ(layoutOf(translate(dxf, {}, {.poly = 1})), repeated(kLayerWire, 3));
 }
 
 TEST(Polyline, EndsWhereAnotherEntityBegins) {
@@ -192,7 +193,7 @@ TEST(Polyline, EndsWhereAnotherEntityBegins) {
   dxf.polyline({{70, "1"}}).corner().line().vertex("70", "70");
   EXPECT_EQ(layoutOf(translate(dxf)), std::string(kThePolygon) + kLineLayout);
   const std::string script = translate(dxf, {}, {.poly = 1});
-  EXPECT_EQ(layoutOf(script), repeated(kWire, 3) + kLineLayout);
+  EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 3) + kLineLayout);
   std::vector<Point> points = kThereAndBack;
   points.insert(points.end(), {{80, 0}, {90, 0}});
   expectPoints(script, points);
@@ -202,7 +203,7 @@ TEST(Polyline, EndsWhereAnotherPolylineBegins) {
   PolylineDrawing dxf;
   dxf.polyline({{70, "1"}}).corner();
   dxf.polyline({}).vertex("10", "0").vertex("20", "0").seqend();
-  EXPECT_EQ(layoutOf(translate(dxf)), std::string(kThePolygon) + kWire);
+  EXPECT_EQ(layoutOf(translate(dxf)), std::string(kThePolygon) + kLayerWire);
 }
 
 TEST(Polyline, EndsWhereAShapeOrAnInsertWithoutABlockBegins) {
@@ -231,7 +232,7 @@ TEST(Polyline, WritesNothingForAVertexOutsideARun) {
   EXPECT_EQ(translate(before), "");
   PolylineDrawing behind;
   behind.polyline({}).vertex("1", "0").vertex("5", "0").seqend().corner().seqend();
-  EXPECT_EQ(layoutOf(translate(behind)), kWire);
+  EXPECT_EQ(layoutOf(translate(behind)), kLayerWire);
 }
 
 TEST(Polyline, PlacesItsVertices) {
@@ -284,7 +285,7 @@ TEST(Polyline, OfABlockEndsWithTheBlock) {
   dxf.endBlock();
   dxf.entity("INSERT", {{8, "0"}, {2, "B"}});
   dxf.vertex("9", "9").seqend();
-  EXPECT_EQ(layoutOf(translate(dxf)), kWire);
+  EXPECT_EQ(layoutOf(translate(dxf)), kLayerWire);
 }
 
 TEST(Polyline, OfADrawingEndsBeforeABlockThatIsInserted) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "classic/layouts.h"
 #include "classic/translation.h"
 #include "geometry/naive_spline.h"
 #include "support/script_points.h"
@@ -19,39 +20,40 @@ using testing::DxfBuilder;
 using testing::expectPoints;
 using testing::GroupList;
 using testing::joined;
+using testing::kLayerWire;
 using testing::layoutOf;
 using testing::repeated;
 using testing::translate;
 
-const std::string kPiece = "Layer  7 ;\nWire 0.0000000 P P;\n";
-const GroupList kArc = {{10, "10"}, {20, "20"}, {40, "2"}, {50, "0"}, {51, "90"}};
-const GroupList kCircle = {{10, "1"}, {20, "2"}, {40, "3"}};
+const GroupList kArcGroups = {{10, "10"}, {20, "20"}, {40, "2"}, {50, "0"}, {51, "90"}};
+const GroupList kCircleGroups = {{10, "1"}, {20, "2"}, {40, "3"}};
 
 TEST(TranslateArc, WritesStartDiameterPointAndEnd) {
-  const std::string script = translate(drawingOf("ARC", kArc));
+  const std::string script = translate(drawingOf("ARC", kArcGroups));
   EXPECT_EQ(layoutOf(script), "Layer  7 ;\nArc CCW 0.00 P P P;\n");
   expectPoints(script, {{12, 20}, {8, 20}, {10, 22}});
 }
 
 TEST(TranslateArc, MirroredInXRunsFrom90To180) {
-  const std::string script = translate(drawingOf("ARC", joined(kArc, {{230, "-1"}})));
+  const std::string script = translate(drawingOf("ARC", joined(kArcGroups, {{230, "-1"}})));
   expectPoints(script, {{-10, 22}, {-10, 18}, {-12, 20}});
 }
 
 TEST(TranslateArc, MirroredInYHasTheAnglesOfAnArcMirroredInX) {
-  const std::string script = translate(drawingOf("ARC", joined(kArc, {{220, "-1"}})));
+  const std::string script = translate(drawingOf("ARC", joined(kArcGroups, {{220, "-1"}})));
   expectPoints(script, {{10, -18}, {10, -22}, {8, -20}});
 }
 
 TEST(TranslateArc, MirroredInBothHasItsAnglesMirroredOnce) {
-  const DxfBuilder dxf = drawingOf("ARC", joined(kArc, {{220, "-1"}, {230, "-1"}}));
+  const DxfBuilder dxf = drawingOf("ARC", joined(kArcGroups, {{220, "-1"}, {230, "-1"}}));
   expectPoints(translate(dxf), {{-10, -18}, {-10, -22}, {-12, -20}});
 }
 
 TEST(TranslateArc, IsPlacedAsAWhole) {
   // Centre scaled to (20, 40), rotated to (-40, 20), moved to (-30, 40).
-  const std::string script = translate(
-      drawingOf("ARC", kArc), {.dx = 10, .dy = 20, .scaleX = 2, .scaleY = 2, .rotation = kPi / 2});
+  const std::string script =
+      translate(drawingOf("ARC", kArcGroups),
+                {.dx = 10, .dy = 20, .scaleX = 2, .scaleY = 2, .rotation = kPi / 2});
   expectPoints(script, {{-30, 44}, {-30, 36}, {-34, 40}});
 }
 
@@ -62,29 +64,31 @@ TEST(TranslateArc, WithEqualAnglesIsACircle) {
 }
 
 TEST(TranslateArc, ClockwiseSwapsStartAndEnd) {
-  const std::string script = translate(drawingOf("ARC", kArc), {}, {.angDir = 1.0});
+  const std::string script = translate(drawingOf("ARC", kArcGroups), {}, {.angDir = 1.0});
   expectPoints(script, {{10, 22}, {10, 18}, {12, 20}});
 }
 
 TEST(TranslateCircle, WritesCentreAndPointAbove) {
-  EXPECT_EQ(translate(drawingOf("CIRCLE", kCircle)),
+  EXPECT_EQ(translate(drawingOf("CIRCLE", kCircleGroups)),
             "Layer  7 ;\nCircle (1.0000000 2.0000000) (1.0000000 5.0000000);\n");
 }
 
 TEST(TranslateCircle, IsMirroredBeforeItIsPlaced) {
-  expectPoints(translate(drawingOf("CIRCLE", joined(kCircle, {{230, "-1"}}))), {{-1, 2}, {-1, 5}});
-  expectPoints(translate(drawingOf("CIRCLE", joined(kCircle, {{220, "-1"}}))), {{1, -2}, {1, 1}});
+  expectPoints(translate(drawingOf("CIRCLE", joined(kCircleGroups, {{230, "-1"}}))),
+               {{-1, 2}, {-1, 5}});
+  expectPoints(translate(drawingOf("CIRCLE", joined(kCircleGroups, {{220, "-1"}}))),
+               {{1, -2}, {1, 1}});
   // (-1, 2) scaled to (-2, 4), rotated to (-4, -2), moved to (6, 18).
-  expectPoints(translate(drawingOf("CIRCLE", joined(kCircle, {{230, "-1"}})),
+  expectPoints(translate(drawingOf("CIRCLE", joined(kCircleGroups, {{230, "-1"}})),
                          {.dx = 10, .dy = 20, .scaleX = 2, .scaleY = 2, .rotation = kPi / 2}),
                {{6, 18}, {6, 24}});
 }
 
 TEST(TranslateCircle, UnderUnequalScalesIsAChainWhateverTheEllipseOption) {
   for (const bool ellipses : {false, true}) {
-    const std::string script =
-        translate(drawingOf("CIRCLE", kCircle), {.scaleX = 2, .scaleY = 1}, {.ellipses = ellipses});
-    EXPECT_EQ(layoutOf(script), repeated(kPiece, 128));
+    const std::string script = translate(drawingOf("CIRCLE", kCircleGroups),
+                                         {.scaleX = 2, .scaleY = 1}, {.ellipses = ellipses});
+    EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 128));
   }
 }
 
@@ -125,7 +129,7 @@ std::vector<Point> chainOf(const std::string& script) {
 
 /// Expects a quarter of an ellipse, given by its centre and half axes.
 void expectQuarter(const std::string& script, Point centre, Point major, Point minor) {
-  EXPECT_EQ(layoutOf(script), repeated(kPiece, 32));
+  EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 32));
   const std::vector<Point> chain = chainOf(script);
   ASSERT_EQ(chain.size(), 33U);
   for (std::size_t i = 0; i < chain.size(); ++i) {
@@ -158,7 +162,7 @@ TEST(TranslateEllipse, IsMirroredInCentreAndMajorAxis) {
 TEST(TranslateEllipse, OfAFullTurnIs128Pieces) {
   const std::string script =
       translate(drawingOf("ELLIPSE", ellipse("0", "6.28318530717958")), {}, {.ellipses = true});
-  EXPECT_EQ(layoutOf(script), repeated(kPiece, 128));
+  EXPECT_EQ(layoutOf(script), repeated(kLayerWire, 128));
 }
 
 /// The text of `count` control points and the points themselves.
@@ -188,7 +192,7 @@ void expectSpline(std::size_t count, std::size_t order) {
   const SplineDrawing drawing(count);
   const std::string script = translate(drawing.dxf);
   const std::size_t samples = (count - 1) * 10;
-  EXPECT_EQ(layoutOf(script), repeated(kPiece, samples - 1)) << count;
+  EXPECT_EQ(layoutOf(script), repeated(kLayerWire, samples - 1)) << count;
   const std::vector<Point> chain = chainOf(script);
   const std::vector<Point> expected = testing::naiveSpline(drawing.points, order, samples);
   ASSERT_EQ(chain.size(), samples);

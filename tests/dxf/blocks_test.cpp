@@ -16,13 +16,13 @@ namespace {
 
 using testing::DxfBuilder;
 using testing::joinLines;
+using testing::LineList;
 using testing::ReadDrawing;
 using testing::readFault;
-using Lines = std::initializer_list<std::string_view>;
 using Kinds = std::vector<EntityKind>;
 
 /// A drawing whose BLOCKS section has these lines, including each BLOCK and ENDBLK.
-std::string sectionOf(Lines lines) {
+std::string blocksSection(LineList lines) {
   return joinLines({"  0", "SECTION", "  2", "BLOCKS"}) + joinLines(lines) +
          joinLines(
              {"  0", "ENDSEC", "  0", "SECTION", "  2", "ENTITIES", "  0", "ENDSEC", "  0", "EOF"});
@@ -50,8 +50,8 @@ TEST(Blocks, HaveNameLayerBasePointAndItems) {
 }
 
 TEST(Blocks, TakeTheLastOfRepeatedHeaderGroups) {
-  ReadDrawing read(sectionOf({"0", "BLOCK", "2", "a", "8",  "x", "10", "1", "20", "2",
-                              "2", "b",     "8", "y", "10", "3", "20", "4", "0",  "ENDBLK"}));
+  ReadDrawing read(blocksSection({"0", "BLOCK", "2", "a", "8",  "x", "10", "1", "20", "2",
+                                  "2", "b",     "8", "y", "10", "3", "20", "4", "0",  "ENDBLK"}));
   const BlockRec& block = read.drawing.blocks.at(0);
   EXPECT_EQ(block.name, "B");
   EXPECT_EQ(block.baseX, "3");
@@ -59,9 +59,9 @@ TEST(Blocks, TakeTheLastOfRepeatedHeaderGroups) {
 }
 
 TEST(Blocks, CompareTheCodesOfTheirHeaderAsText) {
-  ReadDrawing read(
-      sectionOf({"0", "BLOCK", "  2 ", "a",  "02", "b", "2.0", "c", "8.0", "x", "1e1",   "1", "+20",
-                 "2", "70",    "64",   "30", "0",  "3", "d",   "1", "e",   "0", "ENDBLK"}));
+  ReadDrawing read(blocksSection({"0",   "BLOCK", "  2 ", "a", "02",  "b", "2.0", "c",
+                                  "8.0", "x",     "1e1",  "1", "+20", "2", "70",  "64",
+                                  "30",  "0",     "3",    "d", "1",   "e", "0",   "ENDBLK"}));
   const BlockRec& block = read.drawing.blocks.at(0);
   EXPECT_EQ(block.name, "A");
   EXPECT_EQ(block.baseX, "");
@@ -69,8 +69,8 @@ TEST(Blocks, CompareTheCodesOfTheirHeaderAsText) {
 }
 
 TEST(Blocks, EndTheirHeaderAtTheFirstEntity) {
-  ReadDrawing read(sectionOf({"0", "BLOCK", "8", "own", "0", "INSERT", "2", "other", "8", "theirs",
-                              "10", "9", "20", "9", "0", "ENDBLK"}));
+  ReadDrawing read(blocksSection({"0", "BLOCK", "8", "own", "0", "INSERT", "2", "other", "8",
+                                  "theirs", "10", "9", "20", "9", "0", "ENDBLK"}));
   const BlockRec& block = read.drawing.blocks.at(0);
   EXPECT_EQ(block.name, "");
   EXPECT_EQ(block.baseX, "");
@@ -78,8 +78,8 @@ TEST(Blocks, EndTheirHeaderAtTheFirstEntity) {
 }
 
 TEST(Blocks, WithoutANameAreStoredAndCounted) {
-  ReadDrawing read(sectionOf({"0", "BLOCK", "8", "0", "0", "ENDBLK", "8", "0",  //
-                              "0", "BLOCK", "2", "b", "0", "ENDBLK", "8", "0"}));
+  ReadDrawing read(blocksSection({"0", "BLOCK", "8", "0", "0", "ENDBLK", "8", "0",  //
+                                  "0", "BLOCK", "2", "b", "0", "ENDBLK", "8", "0"}));
   ASSERT_EQ(read.drawing.blocks.size(), 2U);
   EXPECT_EQ(read.drawing.blocks[0].name, "");
   EXPECT_EQ(read.drawing.blocks[1].name, "B");
@@ -134,16 +134,16 @@ TEST(Blocks, ReadTheirEntitiesLikeTheDrawing) {
 }
 
 TEST(Blocks, StartInAnyCaseAndEndInUpperCase) {
-  ReadDrawing read(sectionOf({"0", "block",  "2", "a",   "0", "LINE",  "8", "endblk",
-                              "0", "endblk", "0", "ARC", "8", "0",     "0", "ENDBLK",
-                              "0", "Block",  "2", "b",   "0", "ENDBLK"}));
+  ReadDrawing read(blocksSection({"0", "block",  "2", "a",   "0", "LINE",  "8", "endblk",
+                                  "0", "endblk", "0", "ARC", "8", "0",     "0", "ENDBLK",
+                                  "0", "Block",  "2", "b",   "0", "ENDBLK"}));
   ASSERT_EQ(read.drawing.blocks.size(), 2U);
   EXPECT_EQ(kindsOf(read, 0), (Kinds{EntityKind::Line, EntityKind::Arc}));
   EXPECT_EQ(read.drawing.blocks[1].name, "B");
 }
 
 TEST(Blocks, MayBeNamedLikeTheirMarkers) {
-  ReadDrawing read(sectionOf(
+  ReadDrawing read(blocksSection(
       {"0", "BLOCK", "2", "Block", "0", "ENDBLK", "0", "BLOCK", "2", "ENDSEC", "0", "ENDBLK"}));
   ASSERT_EQ(read.drawing.blocks.size(), 2U);
   EXPECT_EQ(read.drawing.blocks[0].name, "BLOCK");
@@ -163,7 +163,7 @@ TEST(Blocks, ShowTheirNumberAfterEach) {
 
 TEST(Blocks, PassErrorsOfTheirEntitiesOn) {
   struct Case {
-    Lines groups;
+    LineList groups;
     base::Fault fault;
     std::size_t line;
   };
@@ -185,14 +185,14 @@ TEST(Blocks, PassErrorsOfTheirEntitiesOn) {
 
 TEST(Blocks, QuoteTheLineThatIsNotAGroupCode) {
   const auto found =
-      readFault(sectionOf({"0", "BLOCK", "2", "a", "0", "LINE", " 1O", "5", "0", "ENDBLK"}));
+      readFault(blocksSection({"0", "BLOCK", "2", "a", "0", "LINE", " 1O", "5", "0", "ENDBLK"}));
   ASSERT_TRUE(found.has_value());
   EXPECT_EQ(found->subject, "1O");
 }
 
 TEST(Blocks, NamedLikeTheEndMarkerEndTooEarly) {
   const auto found =
-      readFault(sectionOf({"0", "BLOCK", "8", "0", "2", "ENDBLK", "70", "0", "0", "ENDBLK"}));
+      readFault(blocksSection({"0", "BLOCK", "8", "0", "2", "ENDBLK", "70", "0", "0", "ENDBLK"}));
   ASSERT_TRUE(found.has_value());
   EXPECT_EQ(found->fault, base::Fault::TextEndsTooEarly);
 }

@@ -21,7 +21,7 @@ using testing::ReadDrawing;
 constexpr std::size_t kMany = 20'000;
 
 /// A drawing with sections that each take several polls to read.
-std::string longDrawing() {
+std::string manySections() {
   DxfBuilder dxf;
   for (std::size_t i = 0; i < kMany; ++i) dxf.header("$ORTHOMODE", 70, "0");
   dxf.header("$LTSCALE", 40, "2");
@@ -38,7 +38,7 @@ std::string longDrawing() {
 }
 
 const std::string& theDrawing() {
-  static const std::string text = longDrawing();
+  static const std::string text = manySections();
   return text;
 }
 

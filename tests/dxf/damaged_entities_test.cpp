@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "dxf/entities.h"
+#include "dxf/entity_names.h"
 #include "support/dxf_builder.h"
 #include "support/read_drawing.h"
 
@@ -13,20 +13,11 @@ namespace quillon::dxf {
 namespace {
 
 using testing::DxfBuilder;
+using testing::entitiesOf;
 using testing::joinLines;
+using testing::LineList;
 using testing::ReadDrawing;
 using Names = std::vector<std::string>;
-using Lines = std::initializer_list<std::string_view>;
-
-/// The entities read, as kind and layer.
-Names entitiesOf(ReadDrawing& read) {
-  Names names;
-  for (const DxfEntity& entity : read.entities()) {
-    names.emplace_back(entityName(entity.kind));
-    if (entity.layer != nullptr) names.back().append(" ").append(entity.layer->name);
-  }
-  return names;
-}
 
 /// The result of reading a damaged section.
 struct Damaged {
@@ -34,7 +25,7 @@ struct Damaged {
   DroppedEntities dropped;
 };
 
-Damaged damaged(Lines lines) {
+Damaged damaged(LineList lines) {
   ReadDrawing read(joinLines({"  0", "SECTION", "  2", "ENTITIES"}) + joinLines(lines) +
                    joinLines({"  0", "ENDSEC", "  0", "EOF"}));
   return {entitiesOf(read), read.drawing.dropped};

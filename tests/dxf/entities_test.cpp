@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "dxf/entity_names.h"
 #include "dxf/polyline_values.h"
 #include "dxf/polyline_vertices.h"
 #include "support/dxf_builder.h"
@@ -18,28 +19,19 @@ namespace quillon::dxf {
 namespace {
 
 using testing::DxfBuilder;
+using testing::entitiesOf;
 using testing::joinLines;
 using testing::leastSeconds;
+using testing::LineList;
 using testing::OpenFile;
 using testing::ReadDrawing;
 using Names = std::vector<std::string>;
 using Indices = std::vector<std::uint64_t>;
-using Lines = std::initializer_list<std::string_view>;
 
-std::string sectionOf(Lines lines) {
+std::string entitiesSection(LineList lines) {
   return joinLines({"  0", "SECTION", "  2", "ENTITIES"}) + joinLines(lines) +
          joinLines(
              {"  0", "ENDSEC", "  0", "SECTION", "  2", "OBJECTS", "  0", "ENDSEC", "  0", "EOF"});
-}
-
-/// The entities read, as kind and layer.
-Names entitiesOf(ReadDrawing& read) {
-  Names names;
-  for (const DxfEntity& entity : read.entities()) {
-    names.emplace_back(entityName(entity.kind));
-    if (entity.layer != nullptr) names.back().append(" ").append(entity.layer->name);
-  }
-  return names;
 }
 
 Names entitiesOfText(const std::string& text) {
@@ -47,7 +39,7 @@ Names entitiesOfText(const std::string& text) {
   return entitiesOf(read);
 }
 
-Names entitiesOfLines(Lines lines) { return entitiesOfText(sectionOf(lines)); }
+Names entitiesOfLines(LineList lines) { return entitiesOfText(entitiesSection(lines)); }
 
 TEST(Entities, ComeInFileOrder) {
   EXPECT_EQ(entitiesOfLines({"  0", "POLYLINE", "  8",    "a",    "  0", "VERTEX", "  8",
@@ -66,8 +58,8 @@ TEST(Entities, AreKnownByTheirTrimmedNames) {
 
 TEST(Entities, OfUnknownNamesAreSkippedAndCountedByName) {
   ReadDrawing read(
-      sectionOf({"  0", "HATCH", "  8", "a", " 91", "LINE", "  0", "RAY", "  8", "b",  //
-                 "  0", "LINE", "  8", "c", "  0", "HATCH", "  8", "d"}));
+      entitiesSection({"  0", "HATCH", "  8", "a", " 91", "LINE", "  0", "RAY", "  8", "b",  //
+                       "  0", "LINE", "  8", "c", "  0", "HATCH", "  8", "d"}));
   EXPECT_EQ(entitiesOf(read), Names{"LINE C"});
   EXPECT_EQ(read.drawing.unknownKinds, (UnknownKinds{{"HATCH", 2}, {"RAY", 1}}));
 }
@@ -111,14 +103,14 @@ TEST(Entities, WithABrokenGroupCodeAreDroppedAndTheNextIsRead) {
 TEST(Entities, ThatAreDroppedAreCountedWithTheLineOfTheFirstDamage) {
   const auto dropped = [](const std::string& text) { return ReadDrawing(text).drawing.dropped; };
   // The section starts with line 5.
-  EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8", "a", "0", "POINT", "8", "b"})),
+  EXPECT_EQ(dropped(entitiesSection({"0", "LINE", "8", "a", "0", "POINT", "8", "b"})),
             (DroppedEntities{0, 0}));
-  EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8", "a", "x", "1", "0", "POINT", "8", "b",  //
-                               "0", "ARC", "-", "1", "0", "HATCH", "x", "1"})),
+  EXPECT_EQ(dropped(entitiesSection({"0", "LINE", "8", "a", "x", "1", "0", "POINT", "8", "b",  //
+                                     "0", "ARC", "-", "1", "0", "HATCH", "x", "1"})),
             (DroppedEntities{2, 9}));
-  EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8", "a", "", "1"})), (DroppedEntities{1, 9}));
+  EXPECT_EQ(dropped(entitiesSection({"0", "LINE", "8", "a", "", "1"})), (DroppedEntities{1, 9}));
   // The section ends where a value should be.
-  EXPECT_EQ(dropped(sectionOf({"0", "LINE", "8"})), (DroppedEntities{1, 9}));
+  EXPECT_EQ(dropped(entitiesSection({"0", "LINE", "8"})), (DroppedEntities{1, 9}));
 }
 
 TEST(Entities, ThatAreCutOffCountAsDroppedInTheLastLine) {
@@ -210,8 +202,8 @@ TEST(Entities, AreNotReadTwiceWhenALineIsLeftOverAtTheEnd) {
 }
 
 TEST(Entities, EndAtTheFirstLineEndsecWhateverItMeans) {
-  const Lines lines = {"0", "ARC", "8",      "a", "0",    "TEXT", "8",
-                       "b", "1",   "ENDSEC", "0", "LINE", "8",    "c"};
+  const LineList lines = {"0", "ARC", "8",      "a", "0",    "TEXT", "8",
+                          "b", "1",   "ENDSEC", "0", "LINE", "8",    "c"};
   EXPECT_EQ(entitiesOfLines(lines), Names{"ARC A"});
   EXPECT_EQ(entitiesOfLines(
                 {"0", "ARC", "8", "a", "0", "HATCH", "1", "  ENDSEC ", "0", "LINE", "8", "c"}),
@@ -264,9 +256,9 @@ TEST(SideIndices, ContinueAcrossBlocksAndEntities) {
 }
 
 TEST(SideIndices, AreNotTakenByDroppedEntities) {
-  ReadDrawing read(sectionOf({"0",  "LWPOLYLINE", "8",  "a", "x", "1",          "0", "SPLINE",
-                              "11", "1",          "12", "2", "0", "LEADER",     "8", "b",
-                              "0",  "SPLINE",     "8",  "c", "0", "LWPOLYLINE", "8"}));
+  ReadDrawing read(entitiesSection({"0",  "LWPOLYLINE", "8",  "a", "x", "1",          "0", "SPLINE",
+                                    "11", "1",          "12", "2", "0", "LEADER",     "8", "b",
+                                    "0",  "SPLINE",     "8",  "c", "0", "LWPOLYLINE", "8"}));
   EXPECT_EQ(entitiesOf(read), (Names{"LEADER B", "SPLINE C"}));
   EXPECT_EQ(sideIndices(read.entities()), (Indices{1, 1}));
 }

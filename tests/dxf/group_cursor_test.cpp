@@ -16,8 +16,7 @@ namespace quillon::dxf {
 namespace {
 
 using testing::DxfBuilder;
-
-constexpr std::string_view kLineEnds[] = {"\n", "\r", "\r\n", "\n\r"};
+using testing::kLineEnds;
 
 std::size_t digitsAt(std::string_view text, std::size_t at) {
   std::size_t count = 0;

@@ -14,10 +14,11 @@ namespace {
 
 using testing::DxfBuilder;
 using testing::joinLines;
+using testing::LineList;
 using testing::ReadDrawing;
 
 /// A drawing whose HEADER section has these lines.
-std::string headerOf(std::initializer_list<std::string_view> lines) {
+std::string headerOf(LineList lines) {
   return joinLines({"  0", "SECTION", "  2", "HEADER"}) + joinLines(lines) +
          joinLines({"  0", "ENDSEC", "  0", "SECTION", "  2", "ENTITIES", "  0", "ENDSEC", "  0",
                     "SECTION", "  2", "OBJECTS", "  0", "ENDSEC", "  0", "EOF"});

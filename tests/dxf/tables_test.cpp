@@ -13,7 +13,7 @@ namespace quillon::dxf {
 namespace {
 
 using testing::leastSeconds;
-using Texts = std::vector<std::string_view>;
+using Views = std::vector<std::string_view>;
 using Strings = std::vector<std::string>;
 using Parser = void (*)(const SectionLines&, Drawing&);
 
@@ -34,8 +34,8 @@ Strings dashLists(const SectionLines& lines) {
 }
 
 template <typename Records>
-Texts namesOf(const Records& records) {
-  Texts names;
+Views namesOf(const Records& records) {
+  Views names;
   for (const auto& record : records) names.push_back(record.name);
   return names;
 }
@@ -65,7 +65,7 @@ TEST(LayerTable, KeepsNameColourAndLineType) {
                       {"2",  "LAYER", "70", "2",      "0",   "LAYER", "2", "Walls", "70", "0",
                        "62", "5",     "6",  "Dashed", "290", "1",     "0", "LAYER", "2",  "ROOF",
                        "62", "-3",    "6",  "HIDDEN", "370", "-3",    "0", "ENDTAB"});
-  ASSERT_EQ(namesOf(parsed.drawing.layers), (Texts{"WALLS", "ROOF"}));
+  ASSERT_EQ(namesOf(parsed.drawing.layers), (Views{"WALLS", "ROOF"}));
   EXPECT_EQ(parsed.drawing.layers[0].colour, "5");
   EXPECT_EQ(parsed.drawing.layers[0].lineType, "Dashed");
   EXPECT_EQ(parsed.drawing.layers[1].colour, "-3");
@@ -80,7 +80,7 @@ TEST(LayerTable, LosesTheLastGroupOfEveryEntry) {
                        "0", "LAYER",                                                      //
                        "0", "ENDTAB"});
   // The walk starts after the first "0".
-  ASSERT_EQ(namesOf(parsed.drawing.layers), (Texts{"A", "B", "", ""}));
+  ASSERT_EQ(namesOf(parsed.drawing.layers), (Views{"A", "B", "", ""}));
   EXPECT_EQ(parsed.drawing.layers[0].colour, "5");
   EXPECT_EQ(parsed.drawing.layers[0].lineType, "");
   EXPECT_EQ(parsed.drawing.layers[1].colour, "");
@@ -108,7 +108,7 @@ TEST(LayerTable, KeepsDuplicateNamesAndFindsTheFirst) {
   Parsed parsed(parseLayerTable,
                 {"0", "LAYER", "2", "Plan", "6", "FIRST", "70", "0",  //
                  "0", "LAYER", "2", "PLAN", "6", "SECOND", "70", "0", "0", "ENDTAB"});
-  EXPECT_EQ(namesOf(parsed.drawing.layers), (Texts{"PLAN", "PLAN"}));
+  EXPECT_EQ(namesOf(parsed.drawing.layers), (Views{"PLAN", "PLAN"}));
   EXPECT_EQ(parsed.drawing.findLayer("PLAN"), &parsed.drawing.layers[0]);
 }
 
@@ -118,7 +118,7 @@ TEST(LayerTable, ALayerNamedLikeATableStartsAnotherEntryAtItsName) {
                         {"0", "LAYER", "2", name, "62", "5", "6", "DASHED", "70", "0", "0", "LAYER",
                          "2", "NEXT", "70", "0", "0", "ENDTAB"});
     const std::string upper = base::upperCase(name, base::Encoding::Windows1252);
-    ASSERT_EQ(namesOf(parsed.drawing.layers), (Texts{upper, upper, "NEXT"}));
+    ASSERT_EQ(namesOf(parsed.drawing.layers), (Views{upper, upper, "NEXT"}));
     EXPECT_EQ(parsed.drawing.layers[1].colour, "5");
     EXPECT_EQ(parsed.drawing.layers[1].lineType, "DASHED");
   }
@@ -127,7 +127,7 @@ TEST(LayerTable, ALayerNamedLikeATableStartsAnotherEntryAtItsName) {
 TEST(LayerTable, EveryValueNamedLikeATableStartsAnEntryWithTheGroupsAfterIt) {
   const Parsed parsed(parseLayerTable, {"0", "LAYER", "2", "A", "6", "Layer", "62", "5", "3",
                                         "STYLE", "70", "0", "0", "ENDTAB"});
-  ASSERT_EQ(namesOf(parsed.drawing.layers), (Texts{"A", "", ""}));
+  ASSERT_EQ(namesOf(parsed.drawing.layers), (Views{"A", "", ""}));
   EXPECT_EQ(parsed.drawing.layers[1].colour, "5");
   EXPECT_EQ(parsed.drawing.layers[1].lineType, "Layer");
   EXPECT_EQ(parsed.drawing.layers[2].colour, "");
@@ -136,7 +136,7 @@ TEST(LayerTable, EveryValueNamedLikeATableStartsAnEntryWithTheGroupsAfterIt) {
 TEST(LayerTable, AnEntryAtTheLastValueOfAnotherHasNoGroups) {
   const Parsed parsed(parseLayerTable,
                       {"0", "LAYER", "2", "A", "62", "5", "6", "Layer", "0", "ENDTAB"});
-  ASSERT_EQ(namesOf(parsed.drawing.layers), (Texts{"A", ""}));
+  ASSERT_EQ(namesOf(parsed.drawing.layers), (Views{"A", ""}));
   EXPECT_EQ(parsed.drawing.layers[1].colour, "");
   EXPECT_EQ(parsed.drawing.layers[1].lineType, "");
 }
@@ -146,14 +146,14 @@ TEST(LayerTable, AnEntryOnACodeLinePairsTheLinesItsOwnWay) {
   const Parsed parsed(parseLayerTable,
                       {"0", "LAYER", "2", "A", "70", "0", "0",  //
                        "0", "LAYER", "2", "B", "62", "4", "70", "0", "0", "ENDTAB"});
-  ASSERT_EQ(namesOf(parsed.drawing.layers), (Texts{"A", "B"}));
+  ASSERT_EQ(namesOf(parsed.drawing.layers), (Views{"A", "B"}));
   EXPECT_EQ(parsed.drawing.layers[1].colour, "4");
 }
 
 TEST(Tables, StartAfterTheFirstZeroOrAtTheFirstLine) {
   const Parsed behind(parseLayerTable, {"2", "LAYER", "70", "1", "0", "LAYER", "2", "A", "62", "5",
                                         "70", "0", "0", "ENDTAB"});
-  EXPECT_EQ(namesOf(behind.drawing.layers), Texts{"A"});
+  EXPECT_EQ(namesOf(behind.drawing.layers), Views{"A"});
   // Without any "0" the name of the table itself starts an entry, which never ends.
   EXPECT_THROW(Parsed(parseLayerTable, {"2", "LAYER", "70", "1", "ENDTAB"}), base::RunTimeError);
 }
@@ -181,7 +181,7 @@ TEST(LineTypeTable, KeepsLengthAndDashes) {
 TEST(LineTypeTable, KeepsTheLastGroupOfEveryEntry) {
   const Parsed parsed(parseLineTypeTable, {"0", "LTYPE", "3", "solid", "2", "A", "0", "LTYPE", "2",
                                            "B", "40", "7", "0", "ENDTAB"});
-  ASSERT_EQ(namesOf(parsed.drawing.lineTypes), (Texts{"A", "B"}));
+  ASSERT_EQ(namesOf(parsed.drawing.lineTypes), (Views{"A", "B"}));
   EXPECT_EQ(parsed.drawing.lineTypes[1].totalLength, "7");
 }
 
@@ -258,7 +258,7 @@ TEST(Tables, RaiseAnErrorWhereAnEntryIsBroken) {
 
 TEST(Tables, ReadTheCodeOfALastGroupOnlyWhereTheyKeepIt) {
   const Parsed layers(parseLayerTable, {"0", "LAYER", "2", "A", "broken", "1", "0", "ENDTAB"});
-  EXPECT_EQ(namesOf(layers.drawing.layers), Texts{"A"});
+  EXPECT_EQ(namesOf(layers.drawing.layers), Views{"A"});
   EXPECT_THROW(Parsed(parseLineTypeTable, {"0", "LTYPE", "2", "A", "broken", "1", "0", "ENDTAB"}),
                base::RunTimeError);
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "support/dxf_builder.h"
 #include "support/filled_pipe.h"
 #include "support/temp_folder.h"
 #include "support/text_walk.h"
@@ -16,6 +17,7 @@ namespace quillon::dxf {
 namespace {
 
 using testing::FilledPipe;
+using testing::kLineEnds;
 using testing::kSmallWindow;
 using testing::OpenFile;
 using testing::PlainLineReader;
@@ -200,7 +202,6 @@ std::string randomLines(std::mt19937& random, std::string_view lineEnd, std::siz
 TEST(TextSource, SplitsAFileIntoTheSameLinesAsATextInMemory) {
   std::mt19937 random(3);
   for (int i = 0; i < 24; ++i) {
-    constexpr std::string_view kLineEnds[] = {"\n", "\r", "\r\n", "\n\r"};
     const std::string bytes = randomLines(random, kLineEnds[i % 4], 100'000);
     const OpenFile file(bytes);
     TextWalk stream(file.get());

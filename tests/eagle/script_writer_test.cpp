@@ -8,16 +8,17 @@
 #include <string>
 
 #include "base/run_time_error.h"
+#include "support/infinity.h"
 #include "support/script_capture.h"
 #include "support/script_points.h"
 
 namespace quillon::eagle {
 namespace {
 
+using testing::kInfinity;
 using testing::kRangeNote;
 using testing::ScriptCapture;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 const double kNaN = std::nan("");
 
 TEST(FormatPoint, WritesBothNumbersInBracketsWithOneBlankBetween) {

@@ -5,6 +5,7 @@
 #include "child_process.h"
 #include "files/output_file.h"
 #include "platform.h"
+#include "shared_folder.h"
 #include "support/temp_folder.h"
 
 namespace quillon::files {
@@ -13,9 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::inChildProcess;
 using testing::kNobody;
-
-/// A user and group that tests never run with.
-constexpr uid_t kOther = 4711;
+using testing::kOther;
 
 class RightsTest : public ::testing::Test {
  protected:

@@ -3,12 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <numbers>
 #include <random>
 
 #include "geometry/dense_path.h"
+#include "geometry/expect_near.h"
 #include "geometry/vectors.h"
+#include "support/infinity.h"
 
 namespace quillon::geometry {
 namespace {
@@ -16,16 +17,12 @@ namespace {
 using testing::complexOf;
 using testing::DensePath;
 using testing::densePoints;
+using testing::expectNear;
+using testing::kInfinity;
 using testing::pointOf;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 /// From the right of the unit circle over its top to its left.
 const Arc kUpperHalf{{1.0, 0.0}, {-1.0, 0.0}, 180.0};
-
-void expectNear(Point p, Point expected, double tolerance = 1e-12) {
-  EXPECT_NEAR(p.x, expected.x, tolerance);
-  EXPECT_NEAR(p.y, expected.y, tolerance);
-}
 
 DensePath dense(const Arc& arc, int count = 2000) {
   return DensePath({{{arc.start, arc.curve}, {arc.end, 0.0}}, false}, count);

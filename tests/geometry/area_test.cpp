@@ -9,12 +9,10 @@
 namespace quillon::geometry {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
-
 TEST(SignedArea, CountsSegmentsOfCircles) {
   EXPECT_DOUBLE_EQ(signedArea(rectangle(1, 1, 3, 4)), 6.0);
   EXPECT_DOUBLE_EQ(signedArea(reversed(rectangle(1, 1, 3, 4))), -6.0);
-  EXPECT_NEAR(signedArea(circlePath({1e4, 5}, 2)), 4 * kPi, 1e-11);
+  EXPECT_NEAR(signedArea(circlePath({1e4, 5}, 2)), 4 * std::numbers::pi, 1e-11);
   // A square of 2 with a half circle bulging in at the bottom, and one bulging out at the top.
   EXPECT_NEAR(signedArea(closedPath({{{0, 0}, -180.0}, {{2, 0}}, {{2, 2}, 180.0}, {{0, 2}}})), 4.0,
               1e-14);

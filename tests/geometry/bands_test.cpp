@@ -7,17 +7,12 @@
 #include "base/ranges.h"
 #include "geometry/area.h"
 #include "geometry/path_samples.h"
+#include "geometry/region_area.h"
 
 namespace quillon::geometry {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
-
-double areaOf(const Region& region) {
-  double area = signedArea(region.outer);
-  for (const Path& hole : region.holes) area += signedArea(hole);
-  return area;
-}
+using testing::areaOf;
 
 std::vector<std::pair<double, double>> cornersOf(const Path& path) {
   std::vector<std::pair<double, double>> corners;
@@ -48,7 +43,7 @@ TEST(BandAreas, MitreCorners) {
 TEST(BandAreas, CutSharpCornersOff) {
   // A tip lies w / (2 cos(turn / 2)) from its vertex: 2 w at a turn of 151.04 degrees.
   const auto tipped = [](double turn) {
-    const double angle = turn * kPi / 180;
+    const double angle = turn * std::numbers::pi / 180;
     const auto areas = bandAreas(
         openPath({{{0, 0}}, {{100, 0}}, {{100 + 100 * std::cos(angle), 100 * std::sin(angle)}}}),
         2);
@@ -63,13 +58,13 @@ TEST(BandAreas, KeepArcsAroundTheirCentre) {
   const auto areas = bandAreas(openPath({{{10, 0}, 90}, {{0, 10}}}), 2);
   ASSERT_EQ(areas.size(), 1U);
   EXPECT_EQ(cornersOf(areas[0].outer), (Corners{{0, 9}, {0, 11}, {9, 0}, {11, 0}}));
-  EXPECT_NEAR(areaOf(areas[0]), kPi / 4 * (121 - 81), 1e-9);
+  EXPECT_NEAR(areaOf(areas[0]), std::numbers::pi / 4 * (121 - 81), 1e-9);
 }
 
 TEST(BandAreas, JoinArcsAndLinesSmoothly) {
   const auto areas = bandAreas(openPath({{{0, 0}}, {{10, 0}, 90}, {{15, 5}}, {{15, 20}}}), 2);
   ASSERT_EQ(areas.size(), 1U);
-  EXPECT_NEAR(areaOf(areas[0]), 2 * (10 + 2.5 * kPi + 15), 1e-9);
+  EXPECT_NEAR(areaOf(areas[0]), 2 * (10 + 2.5 * std::numbers::pi + 15), 1e-9);
   EXPECT_EQ(areas[0].outer.vertices.size(), 8U);
 }
 
@@ -95,13 +90,13 @@ TEST(BandAreas, HaveAHoleInAClosedPath) {
 TEST(BandAreas, FillADonutWithoutAHole) {
   const auto ring = bandAreas(circlePath({0, 0}, 5), 4);
   ASSERT_EQ(ring.size(), 1U);
-  EXPECT_NEAR(areaOf(ring[0]), kPi * (49 - 9), 1e-9);
+  EXPECT_NEAR(areaOf(ring[0]), std::numbers::pi * (49 - 9), 1e-9);
   EXPECT_EQ(ring[0].outer.vertices.size(), 2U);
   for (const double width : {10.0, 12.0}) {
     const auto disc = bandAreas(circlePath({0, 0}, 5), width);
     ASSERT_EQ(disc.size(), 1U);
     EXPECT_TRUE(disc[0].holes.empty());
-    EXPECT_NEAR(areaOf(disc[0]), kPi * (5 + width / 2) * (5 + width / 2), 1e-9);
+    EXPECT_NEAR(areaOf(disc[0]), std::numbers::pi * (5 + width / 2) * (5 + width / 2), 1e-9);
   }
 }
 
@@ -183,7 +178,7 @@ TEST(BandOf, TapersArcsWithinTheTolerance) {
   ASSERT_EQ(band.areas.size(), 1U);
   EXPECT_LT(band.areas[0].vertices.size(), 60U);
   // The integral of width times radius over the angle.
-  EXPECT_NEAR(signedArea(band.areas[0]), 10 * kPi * 2, 0.005);
+  EXPECT_NEAR(signedArea(band.areas[0]), 10 * std::numbers::pi * 2, 0.005);
   for (int i = 1; i < 40; ++i) {
     const double at = i / 40.0;
     const Point aside = leftOf(directionAt(edge, at));

@@ -11,6 +11,8 @@
 
 #include "geometry/degrees.h"
 #include "geometry/dense_path.h"
+#include "geometry/expect_near.h"
+#include "geometry/fine_settings.h"
 #include "geometry/path_tools.h"
 #include "geometry/vectors.h"
 
@@ -18,13 +20,8 @@ namespace quillon::geometry {
 namespace {
 
 using testing::DensePath;
-
-constexpr CurveSettings kFine{.tolerance = 0.001, .resolution = 0.000003125};
-
-void expectNear(Point p, Point expected, double tolerance = 1e-12) {
-  EXPECT_NEAR(p.x, expected.x, tolerance);
-  EXPECT_NEAR(p.y, expected.y, tolerance);
-}
+using testing::expectNear;
+using testing::kFine;
 
 /// A waving line of a length of 100.
 CurveSample wave(double t, Side) {

@@ -5,17 +5,17 @@
 #include "base/ranges.h"
 #include "geometry/area.h"
 #include "geometry/path_samples.h"
+#include "geometry/region_area.h"
 #include "geometry/slits.h"
 
 namespace quillon::geometry {
 namespace {
 
+using testing::areaOf;
+
 double areaOf(const CrossingFaces& faces) {
   double area = 0.0;
-  for (const Region& face : faces.faces) {
-    area += signedArea(face.outer);
-    for (const Path& hole : face.holes) area += signedArea(hole);
-  }
+  for (const Region& face : faces.faces) area += areaOf(face);
   return area;
 }
 

@@ -3,14 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <numbers>
 #include <random>
+
+#include "support/infinity.h"
 
 namespace quillon::geometry {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using testing::kInfinity;
 
 TEST(UnitVector, IsExactForQuarterTurnsHoweverManyThereAre) {
   EXPECT_EQ(unitVector(0.0), (Point{1.0, 0.0}));

@@ -9,6 +9,8 @@
 #include <random>
 
 #include "geometry/dense_path.h"
+#include "geometry/expect_near.h"
+#include "geometry/fine_settings.h"
 #include "geometry/path_tools.h"
 #include "geometry/vectors.h"
 
@@ -16,9 +18,10 @@ namespace quillon::geometry {
 namespace {
 
 using testing::DensePath;
+using testing::expectNear;
+using testing::kFine;
 
 constexpr double kTurn = 2.0 * std::numbers::pi;
-constexpr CurveSettings kFine{.tolerance = 0.001, .resolution = 0.000003125};
 
 Ellipse whole(double width, double height) {
   return {{3.0, 4.0}, {0.5 * width, 0.0}, {0.0, 0.5 * height}};
@@ -28,11 +31,6 @@ Path pathOf(const Ellipse& ellipse, const CurveSettings& settings = kFine) {
   const CurvePath result = ellipsePath(ellipse, settings);
   EXPECT_EQ(result.report, CurveReport{});
   return result.path;
-}
-
-void expectNear(Point p, Point expected, double tolerance = 1e-12) {
-  EXPECT_NEAR(p.x, expected.x, tolerance);
-  EXPECT_NEAR(p.y, expected.y, tolerance);
 }
 
 /// Measures at 1,000 points of the ellipse, worked out from radians.

@@ -10,6 +10,9 @@
 #include <vector>
 
 #include "geometry/dense_path.h"
+#include "geometry/expect_near.h"
+#include "geometry/fine_settings.h"
+#include "geometry/path_samples.h"
 #include "geometry/path_tools.h"
 #include "geometry/vectors.h"
 
@@ -17,21 +20,8 @@ namespace quillon::geometry {
 namespace {
 
 using testing::DensePath;
-
-constexpr CurveSettings kFine{.tolerance = 0.001, .resolution = 0.000003125};
-
-void expectNear(Point p, Point expected, double tolerance = 1e-12) {
-  EXPECT_NEAR(p.x, expected.x, tolerance);
-  EXPECT_NEAR(p.y, expected.y, tolerance);
-}
-
-std::vector<Point> randomPoints(std::size_t count) {
-  std::mt19937 random(static_cast<unsigned>(count));
-  std::uniform_real_distribution<double> coordinate(-50.0, 50.0);
-  std::vector<Point> points(count);
-  for (Point& point : points) point = {coordinate(random), coordinate(random)};
-  return points;
-}
+using testing::expectNear;
+using testing::kFine;
 
 /// The second derivative by the length along the chords, from points close together.
 Point bend(const FitSpline& spline, double t, double step, double chordLength) {
@@ -55,7 +45,7 @@ void expectSmooth(const FitSpline& spline, const std::vector<Point>& points) {
 }
 
 TEST(FitSpline, GoesThroughItsPointsSmoothly) {
-  const std::vector<Point> points = randomPoints(9);
+  const std::vector<Point> points = randomPoints(9, 50.0);
   const FitSpline spline(points);
   EXPECT_EQ(spline.last(), 8.0);
   for (std::size_t i = 0; i < points.size(); ++i) {
@@ -65,7 +55,7 @@ TEST(FitSpline, GoesThroughItsPointsSmoothly) {
 }
 
 TEST(FitSpline, IsNaturalAtEndsWithoutDirection) {
-  const std::vector<Point> points = randomPoints(6);
+  const std::vector<Point> points = randomPoints(6, 50.0);
   const FitSpline spline(points);
   expectNear(bend(spline, 1e-4, 1e-4, distance(points[0], points[1])), {0.0, 0.0}, 1e-3);
   expectNear(bend(spline, 5.0 - 1e-4, 1e-4, distance(points[4], points[5])), {0.0, 0.0}, 1e-3);
@@ -81,7 +71,7 @@ TEST(FitSpline, OfThreePointsAsWorkedByHand) {
 }
 
 TEST(FitSpline, FollowsTheDirectionsOfItsEnds) {
-  const std::vector<Point> points = randomPoints(5);
+  const std::vector<Point> points = randomPoints(5, 50.0);
   const FitSpline spline(
       points, {.startDirection = Point{0.0, 70.0}, .endDirection = Point{-0.003, 0.004}});
   expectNear(unit(spline.sample(0.0).derivative), {0.0, 1.0});
@@ -91,7 +81,7 @@ TEST(FitSpline, FollowsTheDirectionsOfItsEnds) {
 }
 
 TEST(FitSpline, IgnoresDirectionsThatAreNone) {
-  const std::vector<Point> points = randomPoints(5);
+  const std::vector<Point> points = randomPoints(5, 50.0);
   const FitSpline natural(points);
   for (const Point none : {Point{0.0, 0.0}, {std::nan(""), 1.0}, {1e300, 0.0}}) {
     const FitSpline spline(points, {.startDirection = none, .endDirection = none});
@@ -100,7 +90,7 @@ TEST(FitSpline, IgnoresDirectionsThatAreNone) {
 }
 
 TEST(FitSpline, IsSmoothAllTheWayRoundWhenClosed) {
-  std::vector<Point> points = randomPoints(7);
+  std::vector<Point> points = randomPoints(7, 50.0);
   const FitSpline spline(points, {.closed = true});
   EXPECT_EQ(spline.last(), 7.0);
   points.push_back(points.front());
@@ -147,7 +137,7 @@ TEST(FitSpline, LeavesOutPointsThatAreRepeated) {
 
 TEST(FitSplinePath, KeepsWithinTheTolerance) {
   for (const bool closed : {false, true}) {
-    const FitSpline spline(randomPoints(21), {.closed = closed});
+    const FitSpline spline(randomPoints(21, 50.0), {.closed = closed});
     const CurvePath result = fitSplinePath(spline, kFine);
     EXPECT_EQ(result.report, CurveReport{});
     const DensePath dense(result.path);

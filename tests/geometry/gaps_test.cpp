@@ -3,19 +3,18 @@
 #include <gtest/gtest.h>
 
 #include "base/ranges.h"
+#include "geometry/line_piece.h"
 #include "geometry/path_arcs.h"
 #include "geometry/path_samples.h"
 
 namespace quillon::geometry {
 namespace {
 
-Piece line(Point from, Point to, std::size_t layer = 0) {
-  return {openPath({{from}, {to}}), layer, 0, false};
-}
+using testing::linePiece;
 
 TEST(GapsOf, TellsEndsLeftAloneNearestFirst) {
-  std::vector<Piece> pieces = {line({0, 0}, {10, 0}), line({10, 0}, {10, 10}),
-                               line({10, 10.2}, {0, 10}), line({0, 9}, {0, 0})};
+  std::vector<Piece> pieces = {linePiece({0, 0}, {10, 0}), linePiece({10, 0}, {10, 10}),
+                               linePiece({10, 10.2}, {0, 10}), linePiece({0, 9}, {0, 0})};
   const auto gaps = gapsOf(pieces, joinEnds(pieces, 0.01));
   ASSERT_EQ(gaps.size(), 4U);
   EXPECT_EQ(gaps[0].end, (Gap::End{1, {10, 10}}));
@@ -28,14 +27,15 @@ TEST(GapsOf, TellsEndsLeftAloneNearestFirst) {
 }
 
 TEST(GapsOf, LooksOnTheSameLayerAlone) {
-  std::vector<Piece> pieces = {line({0, 0}, {10, 0}), line({10.1, 0}, {20, 0}, 1)};
+  std::vector<Piece> pieces = {linePiece({0, 0}, {10, 0}), linePiece({10.1, 0}, {20, 0}, 1)};
   const auto gaps = gapsOf(pieces, joinEnds(pieces, 0.01));
   ASSERT_EQ(gaps.size(), 4U);
   for (const Gap& gap : gaps) EXPECT_EQ(gap.next->piece, gap.end.piece);
 }
 
 TEST(GapsOf, FindsNoneInAClosedChain) {
-  std::vector<Piece> pieces = {line({0, 0}, {10, 0}), line({10, 0}, {5, 5}), line({5, 5}, {0, 0})};
+  std::vector<Piece> pieces = {linePiece({0, 0}, {10, 0}), linePiece({10, 0}, {5, 5}),
+                               linePiece({5, 5}, {0, 0})};
   EXPECT_TRUE(gapsOf(pieces, joinEnds(pieces, 0.01)).empty());
 }
 
@@ -46,7 +46,7 @@ TEST(GapsOf, AgreesWithAllPairs) {
   std::vector<Point> ends;
   for (int i = 0; i < 300; ++i) {
     for (int k = 0; k < 2; ++k) ends.push_back({coordinate(random), coordinate(random)});
-    pieces.push_back(line(ends[ends.size() - 2], ends.back()));
+    pieces.push_back(linePiece(ends[ends.size() - 2], ends.back()));
   }
   const auto gaps = gapsOf(pieces, joinEnds(pieces, 0.0));
   ASSERT_EQ(gaps.size(), 600U);

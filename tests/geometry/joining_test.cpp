@@ -5,22 +5,22 @@
 #include <chrono>
 
 #include "base/ranges.h"
+#include "geometry/line_piece.h"
 #include "geometry/path_arcs.h"
 #include "geometry/path_samples.h"
 
 namespace quillon::geometry {
 namespace {
 
-Piece line(Point from, Point to, std::size_t style = 0) {
-  return {openPath({{from}, {to}}), 0, style, false};
-}
+using testing::linePiece;
+
 Piece arc(Point from, Point to, double curve) {
   return {openPath({{from, curve}, {to}}), 0, 0, true};
 }
 
 TEST(JoinEnds, MovesToTheFirstLineOfThePoint) {
-  std::vector<Piece> pieces = {arc({0, 0}, {1, 0.004}, 90), line({1, 0}, {2, 0}),
-                               line({2.003, 0}, {3, 0})};
+  std::vector<Piece> pieces = {arc({0, 0}, {1, 0.004}, 90), linePiece({1, 0}, {2, 0}),
+                               linePiece({2.003, 0}, {3, 0})};
   const JoinedEnds joined = joinEnds(pieces, 0.01);
   EXPECT_EQ(pieces[0].path.vertices[1].at, (Point{1, 0}));
   EXPECT_EQ(pieces[1].path.vertices[0].at, (Point{1, 0}));
@@ -41,7 +41,7 @@ TEST(JoinEnds, MovesToTheFirstArcWhereThereIsNoLine) {
 
 TEST(JoinEnds, KeepsTheRadiusOfAMovedArc) {
   for (const double curve : {-200.0, -90.0, 30.0, 120.0, 270.0}) {
-    std::vector<Piece> pieces = {line({0, 0}, {5, 5}), arc({5.003, 5.002}, {9, 5}, curve)};
+    std::vector<Piece> pieces = {linePiece({0, 0}, {5, 5}), arc({5.003, 5.002}, {9, 5}, curve)};
     const double radius = circleOf({{5.003, 5.002}, {9, 5}, curve}).radius;
     joinEnds(pieces, 0.01);
     const Edge moved = edgeAt(pieces[1].path, 0);
@@ -53,7 +53,7 @@ TEST(JoinEnds, KeepsTheRadiusOfAMovedArc) {
 }
 
 TEST(JoinEnds, KeepsTheAngleWhereTheChordIsTooLong) {
-  std::vector<Piece> pieces = {line({-1, 0}, {0, 0}), arc({0.005, 0}, {2, 0}, 180)};
+  std::vector<Piece> pieces = {linePiece({-1, 0}, {0, 0}), arc({0.005, 0}, {2, 0}, 180)};
   joinEnds(pieces, 0.01);
   EXPECT_EQ(pieces[1].path.vertices[0], (Vertex{{0, 0}, 180}));
 }
@@ -68,8 +68,8 @@ TEST(JoinEnds, ClosesAnArcAlmostAllRound) {
 }
 
 TEST(JoinEnds, KeepsLayersAndFarEndsApart) {
-  std::vector<Piece> pieces = {line({0, 0}, {1, 0}), line({1.002, 0}, {2, 0}),
-                               line({2.011, 0}, {3, 0})};
+  std::vector<Piece> pieces = {linePiece({0, 0}, {1, 0}), linePiece({1.002, 0}, {2, 0}),
+                               linePiece({2.011, 0}, {3, 0})};
   pieces[1].layer = 1;
   pieces[2].layer = 1;
   const std::vector<Piece> before = pieces;
@@ -80,13 +80,13 @@ TEST(JoinEnds, KeepsLayersAndFarEndsApart) {
 TEST(JoinEnds, LeavesShortPiecesThatMeetAlready) {
   // A curve of lines shorter than the tolerance.
   std::vector<Piece> pieces;
-  for (int i = 0; i < 100; ++i) pieces.push_back(line({i * 0.004, 0}, {(i + 1) * 0.004, 0}));
+  for (int i = 0; i < 100; ++i) pieces.push_back(linePiece({i * 0.004, 0}, {(i + 1) * 0.004, 0}));
   EXPECT_EQ(joinEnds(pieces, 0.01).moved, 0U);
 }
 
 TEST(JoinEnds, JoinsEqualEndsAloneWithoutATolerance) {
-  std::vector<Piece> pieces = {line({0, 0}, {1, -0.0}), line({1, 0.0}, {2, 0}),
-                               line({2 + 1e-12, 0}, {3, 0})};
+  std::vector<Piece> pieces = {linePiece({0, 0}, {1, -0.0}), linePiece({1, 0.0}, {2, 0}),
+                               linePiece({2 + 1e-12, 0}, {3, 0})};
   const JoinedEnds joined = joinEnds(pieces, 0.0);
   EXPECT_EQ(joined.points[1], joined.points[2]);
   EXPECT_NE(joined.points[3], joined.points[4]);
@@ -94,7 +94,7 @@ TEST(JoinEnds, JoinsEqualEndsAloneWithoutATolerance) {
 }
 
 TEST(ChainsOf, CloseASlotOfLinesAndArcs) {
-  std::vector<Piece> pieces = {line({0, 0}, {4, 0}), line({4, 2}, {0, 2}),
+  std::vector<Piece> pieces = {linePiece({0, 0}, {4, 0}), linePiece({4, 2}, {0, 2}),
                                arc({4.001, 0}, {4.001, 2}, 180), arc({0, 0.001}, {0, 2}, -180)};
   const auto chains = chainsOf(pieces, joinEnds(pieces, 0.01));
   ASSERT_EQ(chains.size(), 1U);
@@ -107,7 +107,8 @@ TEST(ChainsOf, CloseASlotOfLinesAndArcs) {
 }
 
 TEST(ChainsOf, KeepTheSenseOfTheirFirstPiece) {
-  std::vector<Piece> pieces = {line({2, 0}, {1, 0}), line({2, 0}, {3, 0}), arc({0, 0}, {1, 0}, 40)};
+  std::vector<Piece> pieces = {linePiece({2, 0}, {1, 0}), linePiece({2, 0}, {3, 0}),
+                               arc({0, 0}, {1, 0}, 40)};
   const auto chains = chainsOf(pieces, joinEnds(pieces, 0.01));
   ASSERT_EQ(chains.size(), 1U);
   EXPECT_EQ(chains[0].path, openPath({{{3, 0}}, {{2, 0}}, {{1, 0}, -40}, {{0, 0}}}));
@@ -115,23 +116,23 @@ TEST(ChainsOf, KeepTheSenseOfTheirFirstPiece) {
 }
 
 TEST(ChainsOf, EndWhereThreeMeet) {
-  std::vector<Piece> pieces = {line({0, 0}, {1, 0}), line({1, 0}, {2, 0}), line({1, 0}, {1, 1}),
-                               line({1, 1}, {5, 5})};
+  std::vector<Piece> pieces = {linePiece({0, 0}, {1, 0}), linePiece({1, 0}, {2, 0}),
+                               linePiece({1, 0}, {1, 1}), linePiece({1, 1}, {5, 5})};
   const auto chains = chainsOf(pieces, joinEnds(pieces, 0.01));
   ASSERT_EQ(chains.size(), 3U);
   EXPECT_EQ(chains[2].pieces, (std::vector<std::size_t>{2, 3}));
 }
 
 TEST(ChainsOf, AreOfOneStyle) {
-  std::vector<Piece> pieces = {line({0, 0}, {1, 0}, 1), line({1, 0}, {2, 0}, 1),
-                               line({1, 0}, {1, 1}, 2)};
+  std::vector<Piece> pieces = {linePiece({0, 0}, {1, 0}, 0, 1), linePiece({1, 0}, {2, 0}, 0, 1),
+                               linePiece({1, 0}, {1, 1}, 0, 2)};
   const auto chains = chainsOf(pieces, joinEnds(pieces, 0.01));
   ASSERT_EQ(chains.size(), 2U);
   EXPECT_EQ(chains[0].path, openPath({{{0, 0}}, {{1, 0}}, {{2, 0}}}));
 }
 
 TEST(ChainsOf, LeaveClosedPiecesAlone) {
-  std::vector<Piece> pieces = {{rectangle(0, 0, 1, 1), 0, 0, false}, line({0, 0}, {-1, 0})};
+  std::vector<Piece> pieces = {{rectangle(0, 0, 1, 1), 0, 0, false}, linePiece({0, 0}, {-1, 0})};
   const auto chains = chainsOf(pieces, joinEnds(pieces, 0.01));
   ASSERT_EQ(chains.size(), 2U);
   EXPECT_EQ(chains[0].path, rectangle(0, 0, 1, 1));
@@ -146,7 +147,7 @@ TEST(ChainsOf, HaveAllPiecesOnce) {
     return Point{step(random) + noise(random), step(random) + noise(random)};
   };
   for (int i = 0; i < 150; ++i) {
-    pieces.push_back(i % 3 == 0 ? arc(point(), point(), 60) : line(point(), point()));
+    pieces.push_back(i % 3 == 0 ? arc(point(), point(), 60) : linePiece(point(), point()));
   }
   const auto chains = chainsOf(pieces, joinEnds(pieces, 0.01));
   std::vector<std::size_t> all;
@@ -169,7 +170,7 @@ TEST(ChainsOf, TakeLittleTimeForManyEnds) {
   for (int i = 0; i < 50000; ++i) {
     // Each second one first, and never quite exactly.
     const double x = i < 25000 ? 2 * i : 2 * (i - 25000) + 1;
-    pieces.push_back(line({x, 0.001}, {x + 1, 0}));
+    pieces.push_back(linePiece({x, 0.001}, {x + 1, 0}));
   }
   const auto start = std::chrono::steady_clock::now();
   const auto chains = chainsOf(pieces, joinEnds(pieces, 0.01));
@@ -179,7 +180,7 @@ TEST(ChainsOf, TakeLittleTimeForManyEnds) {
 
 TEST(ChainsOf, TakeLittleTimeForManyEndsInOneCell) {
   std::vector<Piece> pieces;
-  for (int i = 0; i < 50000; ++i) pieces.push_back(line({i * 1e-9, 0}, {i * 1e-9, 1e-8 * i}));
+  for (int i = 0; i < 50000; ++i) pieces.push_back(linePiece({i * 1e-9, 0}, {i * 1e-9, 1e-8 * i}));
   EXPECT_FALSE(chainsOf(pieces, joinEnds(pieces, 0.01)).empty());
 }
 

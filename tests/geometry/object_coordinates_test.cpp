@@ -3,13 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <random>
+
+#include "support/infinity.h"
 
 namespace quillon::geometry {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using testing::kInfinity;
 
 void expectNear(const Affine& map, const Affine& expected, double tolerance = 1e-15) {
   EXPECT_NEAR(map.xx, expected.xx, tolerance);

@@ -4,17 +4,13 @@
 
 #include <numbers>
 
+#include "geometry/expect_near.h"
 #include "geometry/path_samples.h"
 
 namespace quillon::geometry {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
-
-void expectNear(Point a, Point b, double tolerance = 1e-12) {
-  EXPECT_NEAR(a.x, b.x, tolerance);
-  EXPECT_NEAR(a.y, b.y, tolerance);
-}
+using testing::expectNear;
 
 TEST(PathArcs, FindTheCircleOfAQuarter) {
   const Circle circle = circleOf({{1, 0}, {0, 1}, 90.0});
@@ -25,7 +21,7 @@ TEST(PathArcs, FindTheCircleOfAQuarter) {
 
 TEST(PathArcs, MeasureThreeQuartersOfACircle) {
   const Edge edge{{1, 0}, {0, -1}, 270.0};
-  EXPECT_NEAR(lengthOf(edge), 1.5 * kPi, 1e-14);
+  EXPECT_NEAR(lengthOf(edge), 1.5 * std::numbers::pi, 1e-14);
   EXPECT_NEAR(sagittaOf(edge), 1.0 + std::sqrt(0.5), 1e-14);
   expectNear(pointAt(edge, 1.0 / 3.0), {0, 1});
   expectNear(pointAt(edge, 2.0 / 3.0), {-1, 0});

@@ -10,6 +10,7 @@
 
 #include "geometry/dense_path.h"
 #include "geometry/ellipse.h"
+#include "geometry/fine_settings.h"
 #include "geometry/path_tools.h"
 #include "geometry/vectors.h"
 
@@ -18,9 +19,9 @@ namespace {
 
 using testing::DensePath;
 using testing::densePoints;
+using testing::kFine;
 using testing::pointOf;
 
-constexpr CurveSettings kFine{.tolerance = 0.001, .resolution = 0.000003125};
 const Path kSlot{
     {{{0.0, 0.0}, 0.0}, {{20.0, 0.0}, 180.0}, {{20.0, 10.0}, 0.0}, {{0.0, 10.0}, 180.0}}, true};
 

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <numbers>
 #include <random>
 #include <vector>
 
 #include "geometry/path.h"
+#include "support/infinity.h"
 
 namespace quillon::geometry {
 
@@ -40,10 +42,18 @@ inline Path randomStar(std::mt19937& random, Point centre, double radius, int co
   return star;
 }
 
+/// Points up to `reach` from both axes, always the same for a count.
+inline std::vector<Point> randomPoints(std::size_t count, double reach) {
+  std::mt19937 random(static_cast<unsigned>(count));
+  std::uniform_real_distribution<double> coordinate(-reach, reach);
+  std::vector<Point> points(count);
+  for (Point& point : points) point = {coordinate(random), coordinate(random)};
+  return points;
+}
+
 /// What files may hold in the place of sensible outlines.
 inline std::vector<Path> hostilePaths() {
   constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
   std::vector<Path> paths = {
       {},
       closedPath({}),
@@ -54,9 +64,9 @@ inline std::vector<Path> hostilePaths() {
       closedPath({{{0, 0}, 90.0}, {{1, 0}, -90.0}}),
       closedPath({{{0, 0}}, {{1, 0}}, {{2, 0}}, {{1, 0}}}),
       closedPath({{{kNaN, 0}}, {{1, 0}}, {{1, 1}}}),
-      closedPath({{{kInfinity, 0}}, {{1, 0}}, {{1, 1}}}),
+      closedPath({{{testing::kInfinity, 0}}, {{1, 0}}, {{1, 1}}}),
       closedPath({{{0, 0}, kNaN}, {{1, 0}, 20.0}, {{1, 1}}}),
-      closedPath({{{0, 0}, kInfinity}, {{1, 0}}, {{1, 1}}}),
+      closedPath({{{0, 0}, testing::kInfinity}, {{1, 0}}, {{1, 1}}}),
       closedPath({{{0, 0}, 360.0}, {{1, 0}}, {{1, 1}}}),
       closedPath({{{0, 0}, 359.9999999}, {{1e-9, 0}, -359.9999999}, {{1, 1}}}),
       closedPath({{{-1e300, 0}}, {{1e300, 0}}, {{0, 1e300}}}),

@@ -6,13 +6,15 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <random>
 
 #include "geometry/trigonometry.h"
+#include "support/infinity.h"
 
 namespace quillon::geometry {
 namespace {
+
+using testing::kInfinity;
 
 struct Angle {
   double x, sine, cosine;
@@ -161,7 +163,6 @@ TEST(RoundedTrigonometry, GivesTheNearestDouble) {
 }
 
 TEST(RoundedTrigonometry, KeepsTheSignOfZeroAndKnowsWhatIsNotFinite) {
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
   EXPECT_TRUE(std::signbit(roundedSine(-0.0)));
   EXPECT_TRUE(std::signbit(roundedArcTangent(-0.0)));
   EXPECT_EQ(roundedCosine(-0.0), 1.0);

@@ -6,15 +6,12 @@
 #include "geometry/area.h"
 #include "geometry/hole_bands.h"
 #include "geometry/path_samples.h"
+#include "geometry/region_area.h"
 
 namespace quillon::geometry {
 namespace {
 
-double areaOf(const Region& region) {
-  double area = signedArea(region.outer);
-  for (const Path& hole : region.holes) area += signedArea(hole);
-  return area;
-}
+using testing::areaOf;
 
 double areaOf(const std::vector<Path>& outlines) {
   double area = 0.0;

@@ -12,23 +12,21 @@
 #include <vector>
 
 #include "geometry/dense_path.h"
+#include "geometry/expect_near.h"
+#include "geometry/fine_settings.h"
 #include "geometry/naive_spline.h"
 #include "geometry/path_tools.h"
 #include "geometry/vectors.h"
+#include "support/infinity.h"
 
 namespace quillon::geometry {
 namespace {
 
 using testing::DensePath;
+using testing::expectNear;
+using testing::kFine;
+using testing::kInfinity;
 using testing::naiveBasis;
-
-constexpr CurveSettings kFine{.tolerance = 0.001, .resolution = 0.000003125};
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-void expectNear(Point p, Point expected, double tolerance = 1e-12) {
-  EXPECT_NEAR(p.x, expected.x, tolerance);
-  EXPECT_NEAR(p.y, expected.y, tolerance);
-}
 
 /// By the books: the sum of all points, each times its basis function and its weight.
 Point naivePoint(const std::vector<Point>& points, const std::vector<double>& knots, int degree,

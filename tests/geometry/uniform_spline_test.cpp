@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <random>
 #include <vector>
 
 #include "geometry/naive_spline.h"
+#include "geometry/path_samples.h"
 
 namespace quillon::geometry {
 namespace {
@@ -14,14 +14,6 @@ namespace {
 using testing::naiveBasis;
 using testing::naiveSpline;
 using testing::openUniformKnots;
-
-std::vector<Point> randomPoints(std::size_t count) {
-  std::mt19937 random(static_cast<unsigned>(count));
-  std::uniform_real_distribution<double> coordinate(-100.0, 100.0);
-  std::vector<Point> points(count);
-  for (Point& point : points) point = {coordinate(random), coordinate(random)};
-  return points;
-}
 
 std::vector<Point> evaluate(const std::vector<Point>& controlPoints, std::size_t order,
                             std::size_t samples) {
@@ -50,7 +42,7 @@ struct SplineCase {
 TEST(EvaluateSpline, AgreesWithThePlainRecursion) {
   for (const auto& [count, order] :
        {SplineCase{2, 2}, {3, 3}, {4, 4}, {6, 6}, {9, 9}, {14, 14}, {15, 7}, {21, 7}, {40, 7}}) {
-    const std::vector<Point> controlPoints = randomPoints(count);
+    const std::vector<Point> controlPoints = randomPoints(count, 100.0);
     const std::size_t samples = (count - 1) * 10;
     expectSame(evaluate(controlPoints, order, samples), naiveSpline(controlPoints, order, samples));
   }
@@ -59,7 +51,7 @@ TEST(EvaluateSpline, AgreesWithThePlainRecursion) {
 TEST(EvaluateSpline, AgreesWithThePlainRecursionForOrdersBelowTheNumberOfPoints) {
   for (std::size_t order = 2; order <= 7; ++order) {
     for (std::size_t count = order; count <= 12; ++count) {
-      const std::vector<Point> controlPoints = randomPoints(count);
+      const std::vector<Point> controlPoints = randomPoints(count, 100.0);
       expectSame(evaluate(controlPoints, order, 37), naiveSpline(controlPoints, order, 37));
     }
   }
@@ -67,13 +59,13 @@ TEST(EvaluateSpline, AgreesWithThePlainRecursionForOrdersBelowTheNumberOfPoints)
 
 TEST(EvaluateSpline, GivesTheNumberOfSamplesAskedFor) {
   for (const std::size_t samples : {2U, 3U, 10U, 199U}) {
-    EXPECT_EQ(evaluate(randomPoints(5), 4, samples).size(), samples);
+    EXPECT_EQ(evaluate(randomPoints(5, 100.0), 4, samples).size(), samples);
   }
 }
 
 TEST(EvaluateSpline, StartsAndEndsExactlyOnTheFirstAndLastControlPoint) {
   for (const auto& [count, order] : {SplineCase{2, 2}, {6, 6}, {14, 14}, {15, 7}, {100, 7}}) {
-    const std::vector<Point> controlPoints = randomPoints(count);
+    const std::vector<Point> controlPoints = randomPoints(count, 100.0);
     const std::vector<Point> points = evaluate(controlPoints, order, (count - 1) * 10);
     EXPECT_EQ(points.front().x, controlPoints.front().x);
     EXPECT_EQ(points.front().y, controlPoints.front().y);
@@ -114,7 +106,7 @@ TEST(EvaluateSpline, OfOrderTwoRunsThroughEveryControlPoint) {
 
 TEST(EvaluateSpline, StopsWhenItsVisitorSaysSo) {
   int visits = 0;
-  evaluateSpline(randomPoints(5), 4, 40, [&visits](Point) { return ++visits < 7; });
+  evaluateSpline(randomPoints(5, 100.0), 4, 40, [&visits](Point) { return ++visits < 7; });
   EXPECT_EQ(visits, 7);
 }
 

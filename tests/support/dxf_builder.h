@@ -11,12 +11,18 @@ namespace quillon::testing {
 /// Groups of an entity or a table entry: codes and values.
 using Groups = std::initializer_list<std::pair<int, std::string_view>>;
 
+/// Lines of a text, without their line ends.
+using LineList = std::initializer_list<std::string_view>;
+
 /// These lines, each with a line end.
-inline std::string joinLines(std::initializer_list<std::string_view> lines) {
+inline std::string joinLines(LineList lines) {
   std::string text;
   for (const std::string_view line : lines) text.append(line).append("\n");
   return text;
 }
+
+/// Every kind of line end.
+inline constexpr std::string_view kLineEnds[] = {"\n", "\r", "\r\n", "\n\r"};
 
 /// Builds a complete, well-formed drawing, so that a test breaks one only on purpose. Empty
 /// sections are left out, except ENTITIES and OBJECTS.

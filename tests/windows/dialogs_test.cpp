@@ -44,7 +44,7 @@ TEST_F(LanguageDialogTest, OkKeepsTheLanguageAndTheFiveChoicesOfTheMainWindow) {
                                                             {"cboBlocks", 2},
                                                             {"komStandartlayer", 60}};
   for (const auto& [name, index] : choices) find<QComboBox>(main, name).setCurrentIndex(index);
-  whenModal<LanguageDialog>([this](LanguageDialog& dialog) {
+  whenModal<LanguageDialog>([](LanguageDialog& dialog) {
     chooseLanguage(dialog, 1);
     click(dialog, "OKButton");
   });
@@ -59,7 +59,7 @@ TEST_F(LanguageDialogTest, OkKeepsTheLanguageAndTheFiveChoicesOfTheMainWindow) {
 }
 
 TEST_F(LanguageDialogTest, CancelLeavesTheFileAndTheCaptionsButNotTheOffset) {
-  whenModal<LanguageDialog>([this](LanguageDialog& dialog) {
+  whenModal<LanguageDialog>([](LanguageDialog& dialog) {
     chooseLanguage(dialog, 1);
     click(dialog, "CancelButton");
   });

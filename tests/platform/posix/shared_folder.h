@@ -13,7 +13,7 @@
 
 namespace quillon::testing {
 
-/// A user that tests never run as.
+/// A user and group that tests never run with.
 inline constexpr uid_t kOther = 4711;
 
 /// A world-writable folder owned by root, like /tmp, beside one of our own.
