@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -68,6 +69,14 @@ struct NamedLoss {
   double most = 0.0;
 };
 
+/// What only the exact rules find out.
+struct ExactFindings {
+  UnitChoice unit;                ///< of the drawing
+  std::vector<NamedLoss> losses;  ///< in the order of first occurrence
+  exact::OutlineReport outlines;
+  bool drewPaperSpace = false;  ///< as the model space is empty
+};
+
 /// The result of a conversion.
 struct ConversionResult {
   Outcome outcome = Outcome::Ended;
@@ -83,10 +92,8 @@ struct ConversionResult {
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
   eagle::Extents extents;
   bool rangeWarning = false;
-  UnitChoice unit;                ///< of the drawing; by the exact rules
-  std::vector<NamedLoss> losses;  ///< likewise
-  exact::OutlineReport outlines;  ///< likewise
-  std::string report;             ///< UTF-8; "" when none was wanted or the run ended before
+  std::optional<ExactFindings> exact;  ///< by the exact rules
+  std::string report;                  ///< UTF-8; "" when none was wanted or the run ended before
 };
 
 /// Runs one conversion: checks the job, reads the drawing, writes the script and, where the job

@@ -103,7 +103,7 @@ class Run {
     dxf::readDefinitions(drawing_, reader_);
     const ScriptFrame frame = loadFrameOrFail();
     LayerAssignment layers(files_.layers, job_.defaultLayer, drawing_.encoding);
-    if (isExact()) chooseUnit(layers);
+    if (isExact()) result_.exact.emplace().unit = chooseUnit(layers);
     const bool fromMark = job_.version != kEagle3 && !isExact();
     eagle::ScriptWriter script(files_.script, coordinates(),
                                fromMark ? eagle::PointForm::FromMark : eagle::PointForm::Plain);
@@ -112,7 +112,7 @@ class Run {
     cancelled.setLimits(script, surroundings_.limits,
                         [this](rules::LimitKind kind) { return goesOnPast(kind); });
     const RuleSet ruleSet = makeTranslation(job_, {commands, script.area(), cancelled}, drawing_,
-                                            layers, result_.unit.millimetres);
+                                            layers, drawingUnit());
     rules::Translation* const translation = ruleSet.translation.get();
     TargetCommands target(commands, job_, frame, drawing_);
     BlockLibrary library(commands, target, *translation, drawing_, job_.targetKind);
@@ -166,26 +166,24 @@ class Run {
     return coordinates;
   }
 
+  double drawingUnit() const { return result_.exact ? result_.exact->unit.millimetres : 1.0; }
+
   /// Finds out how long a unit of the drawing is. Where its size decides, the drawing is read once
   /// for that alone.
-  void chooseUnit(LayerAssignment& layers) {
-    if (job_.drawingUnit != DrawingUnit::Auto) {
-      result_.unit.millimetres = millimetresOf(job_.drawingUnit);
-      return;
-    }
-    geometry::Box bounds;
-    if (needsSize(drawing_.header.insUnits)) {
-      rules::CancelPoll poll(control_);
-      exact::Survey survey(drawing_, layers, poll);
-      dxf::readContents(drawing_, reader_, survey, true);
-      bounds = survey.bounds();
-      reader_.rewind();
-      dxf::Drawing again;
-      again.everyKind = true;
-      dxf::readDefinitions(again, reader_);
-      drawing_.dropped = {};
-    }
-    result_.unit = unitOf(drawing_.header.insUnits, bounds);
+  UnitChoice chooseUnit(LayerAssignment& layers) {
+    if (job_.drawingUnit != DrawingUnit::Auto) return {millimetresOf(job_.drawingUnit)};
+    const double insUnits = drawing_.header.insUnits;
+    if (!needsSize(insUnits)) return unitOf(insUnits, {});
+    rules::CancelPoll poll(control_);
+    exact::Survey survey(drawing_, layers, poll);
+    dxf::readContents(drawing_, reader_, survey, true);
+    const geometry::Box bounds = survey.bounds();
+    reader_.rewind();
+    dxf::Drawing again;
+    again.everyKind = true;
+    dxf::readDefinitions(again, reader_);
+    drawing_.dropped = {};
+    return unitOf(insUnits, bounds);
   }
 
   /// What was read may be of two drawings, or be no drawing at all.
@@ -247,12 +245,13 @@ class Run {
   }
 
   void collect(const RuleSet& rules) {
+    ExactFindings& findings = *result_.exact;
     for (const exact::Loss& loss : rules.losses->all()) {
-      result_.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
-                                base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
-                                loss.at, loss.most});
+      findings.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
+                                 base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
+                                 loss.at, loss.most});
     }
-    result_.outlines = *rules.outlines;
+    findings.outlines = *rules.outlines;
   }
 
   void finish() {

@@ -138,6 +138,49 @@ std::string extents(const eagle::Extents& box) {
   return members.close();
 }
 
+std::string losses(const convert::ExactFindings& findings) {
+  Members list('[');
+  for (const convert::NamedLoss& loss : findings.losses) {
+    Members members('{');
+    members.add("rule", jsonString(exact::wordOf(loss.rule)));
+    members.add("kind", jsonString(loss.kind));
+    members.add("count", std::to_string(loss.count));
+    members.add("line", std::to_string(loss.line));
+    members.add("layer", jsonString(loss.layer));
+    members.add("x", number(loss.at.x));
+    members.add("y", number(loss.at.y));
+    list.addValue(members.close());
+  }
+  return list.close();
+}
+
+std::string gaps(const exact::OutlineReport& outlines) {
+  Members list('[');
+  for (const exact::OpenEnd& gap : outlines.gaps) {
+    Members members('{');
+    members.add("layer", std::to_string(gap.layer));
+    members.add("x", number(gap.at.x));
+    members.add("y", number(gap.at.y));
+    members.add("line", std::to_string(gap.line));
+    if (gap.hasNext) {
+      members.add("nextX", number(gap.next.x));
+      members.add("nextY", number(gap.next.y));
+      members.add("nextLine", std::to_string(gap.nextLine));
+      members.add("distance", number(gap.distance));
+    }
+    list.addValue(members.close());
+  }
+  return list.close();
+}
+
+std::string unit(const convert::UnitChoice& choice) {
+  Members members('{');
+  members.add("millimetres", number(choice.millimetres));
+  members.add("assumed", choice.isAssumed ? "true" : "false");
+  members.add("doubted", choice.isDoubted ? "true" : "false");
+  return members.close();
+}
+
 std::string kindText(convert::MessageKind kind) {
   return kind == convert::MessageKind::Warning ? "\"warning\"" : "\"error\"";
 }
@@ -198,6 +241,11 @@ std::string toJson(const ConversionResult& result, std::string_view reportFile,
   members.add("damaged", dropped(result));
   members.add("extents", extents(result.extents));
   members.add("rangeWarning", result.rangeWarning ? "true" : "false");
+  if (result.exact) {
+    members.add("unit", unit(result.exact->unit));
+    members.add("losses", losses(*result.exact));
+    members.add("gaps", gaps(result.exact->outlines));
+  }
   members.add("messages", messageList(messages));
   return members.close() + "\n";
 }
