@@ -26,6 +26,12 @@ std::int16_t targetKindOf(std::string_view value) {
   return kPackage;
 }
 
+/// Any but "4" and "6" selects 3.5; kept so that existing command lines work.
+std::int16_t versionOf(std::string_view value) {
+  if (value == "6") return kEagle6;
+  return value == "4" ? kEagle4 : kEagle3;
+}
+
 struct OptionRow {
   std::string_view key;
   CommandLineOption option;
@@ -34,7 +40,7 @@ struct OptionRow {
 
 using Option = CommandLineOption;
 
-constexpr std::array<OptionRow, 18> kOptions = {{
+constexpr std::array<OptionRow, 19> kOptions = {{
     {"x:", Option::DxfFile,
      [](CommandLine& line, std::string_view v) {
        line.dxfFile = files::pathArgument(std::string(v));
@@ -53,7 +59,7 @@ constexpr std::array<OptionRow, 18> kOptions = {{
      }},
     {"l:", Option::Layer, [](CommandLine& line, std::string_view v) { line.layer = v; }},
     {"v:", Option::Version,
-     [](CommandLine& line, std::string_view v) { line.version = v == "4" ? 1 : 0; }},
+     [](CommandLine& line, std::string_view v) { line.version = versionOf(v); }},
     {"u:", Option::Unit, [](CommandLine& line, std::string_view v) { line.unit = v; }},
     {"f:", Option::Scale,
      [](CommandLine& line, std::string_view v) { line.scale = base::numberValue(v); }},
@@ -69,6 +75,7 @@ constexpr std::array<OptionRow, 18> kOptions = {{
     // "a" does not append but overwrites without asking; kept so that existing command lines work.
     {"w:", Option::Overwrite,
      [](CommandLine& line, std::string_view v) { line.overwriteScript = v == "o" || v == "a"; }},
+    {"g:", Option::Rules, [](CommandLine& line, std::string_view v) { line.rules = v; }},
     {"a:", Option::ArcToLine,
      [](CommandLine& line, std::string_view v) { line.arcToLine = isT(v); }},
 }};

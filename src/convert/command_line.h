@@ -28,6 +28,7 @@ enum class CommandLineOption : std::uint8_t {
   Unattended = 15,
   Overwrite = 16,
   ArcToLine = 17,
+  Rules = 18,
 };
 
 /// The parsed command line: options as "/key:value", in lower case. An invalid value means whatever
@@ -45,6 +46,7 @@ struct CommandLine {
   std::string unit;   ///< a word
   std::int16_t targetKind = 0;
   std::int16_t version = 0;
+  std::string rules;  ///< "classic" or "exact"
   std::int16_t poly = 0;
   std::int16_t blocks = 0;
   double scale = 0.0;

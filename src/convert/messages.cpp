@@ -101,6 +101,11 @@ Message Messages::nameMissing() const {
   return {MessageKind::Error, std::string(texts_(TextId::DrawingNameMissingTitle)), text, text};
 }
 
+Message Messages::exactNeedsEagle4() const {
+  const std::string text(texts_(TextId::ExactNeedsEagle4));
+  return {MessageKind::Error, std::string(texts_(TextId::ErrorTitle)), text, text};
+}
+
 Message Messages::targetMissing() const {
   const std::string text(texts_(TextId::TargetNotChosen));
   return {MessageKind::Error, std::string(texts_(TextId::ErrorTitle)), text, text};

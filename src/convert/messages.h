@@ -39,6 +39,8 @@ class Messages {
   Message tooLarge(std::string_view drawing, std::uint64_t most) const;
   Message scriptExists(std::string_view path) const;
   Message nameMissing() const;
+  /// The exact rules need commands that EAGLE 3.5 does not have.
+  Message exactNeedsEagle4() const;
   /// None of the four targets is selected.
   Message targetMissing() const;
   /// A DXF layer has no assignment, and there is no standard layer for it.

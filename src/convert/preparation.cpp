@@ -94,6 +94,9 @@ class Preparation {
 
   void checkTarget() {
     if (!isTarget(job_.targetKind)) conversion_.refuse(messages_.targetMissing());
+    if (job_.rules == Rules::Exact && job_.version == kEagle3) {
+      conversion_.refuse(messages_.exactNeedsEagle4());
+    }
   }
 
   /// A name that could end its quotes, or the command that it stands in, is not written.

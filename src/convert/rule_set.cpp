@@ -50,9 +50,8 @@ RuleSet makeTranslation(const ConversionJob& job, const TranslationOutput& outpu
       auto rules = std::make_unique<exact::RuleSet>(
           options, output.commands, drawing, layers, output.cancelled,
           geometry::Affine::scaling(options.factor, options.factor));
-      const exact::LossList* const losses = &rules->losses();
-      const exact::OutlineReport* const outlines = &rules->outlines();
-      return {std::move(rules), losses, outlines};
+      const exact::RuleSet* const exactRules = rules.get();
+      return {std::move(rules), exactRules};
     }
   }
   throw std::invalid_argument("no such set of rules");

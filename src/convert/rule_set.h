@@ -6,8 +6,7 @@
 #include "dxf/drawing.h"
 #include "eagle/commands.h"
 #include "eagle/drawing_area.h"
-#include "exact/losses.h"
-#include "exact/outlines.h"
+#include "exact/rule_set.h"
 #include "rules/cancel_poll.h"
 #include "rules/translation.h"
 
@@ -20,11 +19,10 @@ struct TranslationOutput {
   rules::CancelPoll& cancelled;
 };
 
-/// A translation, and what it knows beyond what all of them do; null for rules that do not.
+/// A translation, and the same as exact rules where it is by those.
 struct RuleSet {
   std::unique_ptr<rules::Translation> translation;
-  const exact::LossList* losses = nullptr;
-  const exact::OutlineReport* outlines = nullptr;
+  const exact::RuleSet* exact = nullptr;
 };
 
 /// The exact rules' options as the job has them, for a drawing with this unit (in millimetres).

@@ -118,7 +118,7 @@ class Run {
     BlockLibrary library(commands, target, *translation, drawing_, job_.targetKind);
     const StepCount counted{cancelled, result_.steps};
     try {
-      convertEntities(*translation, cancelled, target, library);
+      convertEntities(ruleSet, cancelled, target, library);
     } catch (base::RunTimeError& error) {
       if (error.line() == 0) error.setLine(lineAt(translation->currentPosition()));
       throw;
@@ -126,7 +126,7 @@ class Run {
     target.writeScriptTrailer();
     script.flush();
     collect(script, *translation);
-    if (ruleSet.losses != nullptr) collect(ruleSet);
+    if (ruleSet.exact != nullptr) collect(*ruleSet.exact);
     if (job_.report) {
       result_.report = buildReport(job_, result_, drawing_, layers, library, conversion_.texts,
                                    surroundings_.now());
@@ -136,8 +136,9 @@ class Run {
 
   /// The target's commands, the header, every entity in file order, and the remaining parts of the
   /// block library. Entities are converted while the rest of the drawing is still being read.
-  void convertEntities(rules::Translation& translation, rules::CancelPoll& cancelled,
+  void convertEntities(const RuleSet& ruleSet, rules::CancelPoll& cancelled,
                        TargetCommands& target, BlockLibrary& library) {
+    rules::Translation& translation = *ruleSet.translation;
     target.writeTargetOpen();
     target.writeScriptHeader();
     translation.beginScript();
@@ -146,6 +147,10 @@ class Run {
     }
     Entities entities(translation, cancelled, text_, control_);
     dxf::readContents(drawing_, reader_, entities, !conversion_.host.hasCancelButton());
+    if (ruleSet.exact != nullptr && ruleSet.exact->wantsPaper()) {
+      readDefinitionsAgain();
+      dxf::readContents(drawing_, reader_, entities, true);
+    }
     result_.linesRead = reader_.linesRead();
     checkContents();
     control_.setStatusText(TextId::StatusConverting);
@@ -178,12 +183,17 @@ class Run {
     exact::Survey survey(drawing_, layers, poll);
     dxf::readContents(drawing_, reader_, survey, true);
     const geometry::Box bounds = survey.bounds();
+    readDefinitionsAgain();
+    return unitOf(insUnits, bounds);
+  }
+
+  /// Goes back to where the entities are read from.
+  void readDefinitionsAgain() {
     reader_.rewind();
     dxf::Drawing again;
     again.everyKind = true;
     dxf::readDefinitions(again, reader_);
     drawing_.dropped = {};
-    return unitOf(insUnits, bounds);
   }
 
   /// What was read may be of two drawings, or be no drawing at all.
@@ -244,14 +254,15 @@ class Run {
     }
   }
 
-  void collect(const RuleSet& rules) {
+  void collect(const exact::RuleSet& rules) {
     ExactFindings& findings = *result_.exact;
-    for (const exact::Loss& loss : rules.losses->all()) {
+    for (const exact::Loss& loss : rules.losses().all()) {
       findings.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
                                  base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
                                  loss.at, loss.most});
     }
-    findings.outlines = *rules.outlines;
+    findings.outlines = rules.outlines();
+    findings.drewPaperSpace = rules.drewPaper();
   }
 
   void finish() {

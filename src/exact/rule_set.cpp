@@ -6,6 +6,12 @@ namespace quillon::exact {
 
 void RuleSet::endOfEntities() {
   translator_.endOfEntities();
+  if (!isOnlyPaper_ && options_.space == Space::Model && translator_.hasOnlyPaper()) {
+    isOnlyPaper_ = true;
+    translator_.turnToPaper();
+    return;
+  }
+  drewPaper_ = isOnlyPaper_;
   if (options_.place != Place::Keep) {
     const geometry::Box box = cleaning_.bounds();
     const Point anchor =

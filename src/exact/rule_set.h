@@ -21,8 +21,13 @@ class RuleSet final : public rules::Translation {
 
   void beginScript() override { writer_.begin(); }
   void takeEntity(dxf::DxfEntity& entity) override { translator_.takeEntity(entity); }
-  /// Everything that waited for the last entity is written now.
+  /// Everything that waited for the last entity is written, unless the drawing has to be read
+  /// again for its paper space.
   void endOfEntities() override;
+  /// True when the model space is empty, but not the paper space, which is then to be drawn: the
+  /// entities have to come once more.
+  bool wantsPaper() const { return options_.space == Space::Model && isOnlyPaper_ && !drewPaper_; }
+  bool drewPaper() const { return drewPaper_; }
 
   // Blocks are always drawn in place.
   void setBlockParts(rules::BlockParts*) override {}
@@ -41,6 +46,8 @@ class RuleSet final : public rules::Translation {
   CommandWriter writer_;
   Cleaning cleaning_;
   Translator translator_;
+  bool isOnlyPaper_ = false;
+  bool drewPaper_ = false;
 };
 
 /// Around everything that the exact rules would draw, in units of the drawing and without cleaning.

@@ -98,6 +98,19 @@ std::size_t cellsOf(double number) {
   return static_cast<std::size_t>(std::clamp(number, 1.0, kMost));
 }
 
+/// Whether a block stands for a drawing of its own, of which there is nothing here.
+bool isExternalReference(const dxf::BlockRec& block, const dxf::LineEnds& ends) {
+  constexpr int kExternal = 4 | 8;
+  dxf::LineCursor lines(block.text, ends);
+  while (!lines.atEnd()) {
+    const std::string_view code = base::trimBlanks(lines.next());
+    if (code == "0" || lines.atEnd()) return false;
+    const double value = base::numberValue(lines.next());
+    if (code == "70") return (static_cast<int>(value) & kExternal) != 0;
+  }
+  return false;
+}
+
 Affine turn(double degrees) {
   const Point way = geometry::unitVector(degrees);
   return {way.x, -way.y, way.y, way.x, 0.0, 0.0};
@@ -117,7 +130,12 @@ Translator::Translator(const Options& options, dxf::Drawing& drawing, rules::Lay
       reader_(drawing),
       layers_(drawing, numbers),
       pens_(options, drawing),
-      expanding_(drawing.blocks.size(), 0) {}
+      space_(options.space),
+      expanding_(drawing.blocks.size(), 0) {
+  for (const dxf::BlockRec& block : drawing.blocks) {
+    isExternal_.push_back(isExternalReference(block, drawing.lineEnds) ? 1 : 0);
+  }
+}
 
 void Translator::takeEntity(dxf::DxfEntity& entity) {
   draw(entity, {top_, {}, false, false});
@@ -138,7 +156,7 @@ void Translator::draw(const dxf::DxfEntity& found, const Surroundings& around) {
   const bool takesLayer = entity.layer == "0" && around.inherited.layer != nullptr;
   const Layer& layer = takesLayer ? *around.inherited.layer : layers_.find(entity.layer);
   const Origin origin{layer.number, entity.name, layer.use.name, entity.line};
-  if (!isShown(entity, layer, origin)) {
+  if (!isInSpace(entity, around) || !isShown(entity, layer, origin)) {
     attributesAreHidden_ = attributesAreHidden_ || entity.kind == Kind::Insert;
     return;
   }
@@ -150,13 +168,23 @@ void Translator::draw(const dxf::DxfEntity& found, const Surroundings& around) {
   dispatch(item, around);
 }
 
+/// Content of blocks is where the block is.
+bool Translator::isInSpace(const Entity& entity, const Surroundings& around) {
+  if (around.isInBlock) return true;
+  if (!entity.isInPaperSpace) {
+    sawModel_ = true;
+    return space_ != Space::Paper;
+  }
+  sawPaper_ = sawPaper_ || entity.kind != Kind::Viewport;
+  return space_ != Space::Model;
+}
+
 bool Translator::isShown(const Entity& entity, const Layer& layer, const Origin& origin) {
   const auto hide = [&](LossRule rule) {
     losses_.add({rule, origin.kind, origin.dxfLayer, origin.line});
     return false;
   };
   if (entity.kind == Kind::Attrib && attributesAreHidden_) return false;
-  if (entity.isInPaperSpace && options_.space == Space::Model) return false;
   if (entity.isInvisible) return hide(LossRule::Invisible);
   const bool shows = options_.hiddenLayers;
   if (layer.isFrozen && !shows) return hide(LossRule::LayerFrozen);
@@ -232,7 +260,7 @@ void Translator::dispatch(const Item& item, const Surroundings& around) {
     case Kind::Xline:
       return drawEndless(item, canvas_);
     case Kind::Viewport:
-      if (options_.space != Space::Model) canvas_.lose(item, LossRule::ViewportNotDrawn);
+      if (space_ != Space::Model) canvas_.lose(item, LossRule::ViewportNotDrawn);
       return;
     case Kind::Vertex:
     case Kind::Seqend:
@@ -254,6 +282,7 @@ void Translator::insert(const Item& item) {
   if (drawing_.blocks.empty() || drawing_.blocks[index].name != name) {
     return canvas_.lose(item, LossRule::MissingBlock);
   }
+  if (isExternal_[index] != 0) return canvas_.lose(item, LossRule::ExternalReference);
   const Affine object = item.objectMap(values.elevation);
   const Affine rotation = turn(values.angle);
   const Affine content = rotation * Affine::scaling(values.scaleX, values.scaleY) *

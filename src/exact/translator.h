@@ -30,6 +30,11 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   /// Ends a POLYLINE still open at the end.
   void endOfEntities() override { polyline_.finish(canvas_); }
 
+  /// True when the model space has nothing, and the paper space more than viewports.
+  bool hasOnlyPaper() const { return !sawModel_ && sawPaper_; }
+  /// From now on, paper space is what is drawn.
+  void turnToPaper() { space_ = Space::Paper; }
+
   const rules::EntityCounts& counts() const { return counts_; }
   /// How many of these were skipped because their layer is assigned to 999.
   const rules::EntityCounts& leftOut() const { return leftOut_; }
@@ -60,6 +65,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   void drawExpansions(std::size_t enclosing);
   bool nextOfBlock(Expansion& expansion, dxf::DxfEntity& found);
   void draw(const dxf::DxfEntity& found, const Surroundings& around);
+  bool isInSpace(const Entity& entity, const Surroundings& around);
   bool isShown(const Entity& entity, const Layer& layer, const Origin& origin);
   void count(const Entity& entity, bool isLeftOut);
   void dispatch(const Item& item, const Surroundings& around);
@@ -76,9 +82,13 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   Pens pens_;
   VertexPolyline polyline_;
   FaceRun faces_;
+  Space space_;
+  bool sawModel_ = false;
+  bool sawPaper_ = false;
   bool attributesAreHidden_ = false;  ///< those of the INSERT before
   rules::EntityCounts counts_{};
   rules::EntityCounts leftOut_{};
+  std::vector<char> isExternal_;  ///< by block index: true for a reference to another file
   std::vector<char> expanding_;  ///< by block index: true while the block is being drawn
   std::vector<Expansion> expansions_;
   const char* currentPosition_ = nullptr;

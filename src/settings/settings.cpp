@@ -21,7 +21,9 @@ constexpr std::string_view kLanguageKey = "language";
 
 constexpr std::string_view kScaleKey = "scale";
 
-constexpr int kVersions = 2;
+constexpr std::string_view kExactRules = "exact";
+
+constexpr int kVersions = 3;
 constexpr int kPolyChoices = 3;
 constexpr int kBlockChoices = 3;
 
@@ -97,6 +99,7 @@ void loadTarget(Settings& settings, const Source& text, const CommandLine& line,
   selectTarget(settings, indexOf(kind, kNoTarget, kNoTarget), texts);
   const std::string version = text("version", Option::Version, std::to_string(line.version));
   settings.version = version.empty() ? 1 : indexOf(version, kVersions);
+  settings.rules = text("rules", Option::Rules, line.rules);
   const std::string unit = text("unit", Option::Unit, unitIndex(line.unit));
   if (!unit.empty()) settings.unit = base::unitAt(indexOf(unit, base::kUnitCount));
   const std::string scale = text(kScaleKey, Option::Scale, base::numberText(line.scale));
@@ -217,13 +220,17 @@ convert::ConversionJob jobOf(const Settings& settings, const CommandLine& comman
   job.layerFile = settings.layerFile;
   job.defaultLayer = settings.layer;
   job.version = settings.version;
+  job.blocks = settings.blocks;
+  if (settings.rules == kExactRules) {
+    job.rules = convert::Rules::Exact;
+    job.blocks = convert::kDrawBlocks;  // the exact rules know no parts
+  }
   job.unit = settings.unit;
   job.scale = base::numberValue(settings.scale);
   job.scaleText = settings.scale;
   job.dotted = settings.dotted;
   job.ellipses = settings.ellipses;
   job.poly = settings.poly;
-  job.blocks = settings.blocks;
   job.report = settings.report;
   job.arcToLine = settings.arcToLine;
   job.offsetX = base::numberValue(settings.offsetX);

@@ -26,7 +26,10 @@ struct Settings {
   std::string layerFile;
   std::string drawingName = "CONVERS";
   int targetKind = convert::kBoard;  ///< or kNoTarget
-  int version = 1;
+  int version = convert::kEagle4;
+  /// "exact" for the exact rules; anything else for the classic ones. Chosen in the file or on the
+  /// command line.
+  std::string rules;
   base::Unit unit = base::Unit::Mil;
   std::string scale = kScaleInPlaceOfZero;
   std::string layer;  ///< the selected entry of the target's layer list; "" for none

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "convert/job.h"
 #include "windows/named_widget.h"
 #include "windows/number_edit.h"
 
@@ -72,7 +73,9 @@ MainControls::MainControls(QWidget& window, AppContext& context)
     targets->addButton(chkBRDSCH[i], static_cast<int>(i));
   }
   for (const base::UnitRecord& unit : base::kUnits) cboUnit->addItem(toQt(unit.word));
-  cboVersion->addItems({"3.5", "4.x/5.x"});
+  for (int version = convert::kEagle3; version <= convert::kEagle6; ++version) {
+    cboVersion->addItem(toQt(convert::versionText(version)));
+  }
   for (QComboBox* const list : {komStandartlayer, cboPoly}) letShrink(*list);
   labViewer->setTextFormat(Qt::RichText);
   labViewer->setTextInteractionFlags(Qt::TextBrowserInteraction);

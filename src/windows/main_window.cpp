@@ -162,6 +162,7 @@ settings::Settings MainWindow::settings() const {
   settings.blocks = controls_.cboBlocks->currentIndex();
   settings.blocksEnabled = controls_.cboBlocks->isEnabled();
   settings.PolyWidth = polyWidth_;
+  settings.rules = rules_;
   settings.offsetX = fromQt(controls_.txtOffsetX->text());
   settings.offsetY = fromQt(controls_.txtOffsetY->text());
   return settings;
@@ -191,6 +192,7 @@ void MainWindow::showSettings(const settings::Settings& settings) {
   controls_.cboBlocks->setCurrentIndex(settings.blocks);
   controls_.cboBlocks->setEnabled(settings.blocksEnabled);
   polyWidth_ = settings.PolyWidth;
+  rules_ = settings.rules;
   controls_.txtOffsetX->setText(toQt(settings.offsetX));
   controls_.txtOffsetY->setText(toQt(settings.offsetY));
 }

@@ -98,7 +98,7 @@ TEST(ScriptHeader, SetsTheWireStyleByTheEagleVersion) {
   const std::string rest = "Change Pour Solid;\nGrid mm;\n# first\n";
   EXPECT_EQ(header(1, base::Unit::Mm, 1.0), "Set Wire_Bend 2;\n" + rest);
   EXPECT_EQ(header(0, base::Unit::Mm, 1.0), "Set Wire_Style 2;\n" + rest);
-  EXPECT_EQ(header(2, base::Unit::Mm, 1.0), "Set Wire_Style 2;\n" + rest);
+  EXPECT_EQ(header(2, base::Unit::Mm, 1.0), "Set Wire_Bend 2;\n" + rest);
   EXPECT_EQ(header(-1, base::Unit::Mm, 1.0), "Set Wire_Style 2;\n" + rest);
 }
 

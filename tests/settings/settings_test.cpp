@@ -127,7 +127,8 @@ TEST_F(SettingsTest, AnEmptyVersionIsTheNewOne) {
   EXPECT_EQ(load("version=").version, 1);
   EXPECT_EQ(load("version=0").version, 0);
   EXPECT_EQ(load("version=abc").version, 0);
-  EXPECT_EQ(load("version=2").version, kNoChoice);
+  EXPECT_EQ(load("version=2").version, 2);
+  EXPECT_EQ(load("version=3").version, kNoChoice);
 }
 
 TEST_F(SettingsTest, EmptyListChoicesKeepTheWindowsOwn) {
