@@ -10,6 +10,10 @@
 namespace quillon::exact {
 namespace {
 
+/// The letters of codes that stand alone, and of those whose value ends at a semicolon.
+constexpr std::string_view kSwitches = "PXN~LlOoKk";
+constexpr std::string_view kWithValues = "HFfCcTQWAp";
+
 constexpr std::string_view kTabulator = "    ";
 
 bool isBlankPart(std::string_view part) {
@@ -127,38 +131,13 @@ bool MtextParser::takeCaret() {
 bool MtextParser::takeBackslash() {
   if (rest_.front() != '\\') return false;
   const char letter = rest_.size() > 1 ? rest_[1] : '\\';
-  switch (letter) {
-    case 'P':
-    case 'X':
-    case 'N':
-    case '~':
-    case 'L':
-    case 'l':
-    case 'O':
-    case 'o':
-    case 'K':
-    case 'k':
-      rest_.remove_prefix(2);
-      takeSwitch(letter);
-      return true;
-    case 'S':
-      if (takeStack()) return true;
-      break;
-    case 'H':
-    case 'F':
-    case 'f':
-    case 'C':
-    case 'c':
-    case 'T':
-    case 'Q':
-    case 'W':
-    case 'A':
-    case 'p':
-      if (takeValue(letter)) return true;
-      break;
-    default:
-      break;
+  if (kSwitches.find(letter) != std::string_view::npos) {
+    rest_.remove_prefix(2);
+    takeSwitch(letter);
+    return true;
   }
+  if (letter == 'S' && takeStack()) return true;
+  if (kWithValues.find(letter) != std::string_view::npos && takeValue(letter)) return true;
   takeEscaped(parsed_.text);
   return true;
 }

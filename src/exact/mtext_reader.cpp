@@ -66,6 +66,7 @@ class MtextReader {
 
  private:
   void take(const dxf::Group& group);
+  void takeLayout(int code, double number);
   void takePlace(int code, double number);
   void takeOfColumns(const dxf::Group& group);
   void place();
@@ -85,8 +86,6 @@ class MtextReader {
 };
 
 void MtextReader::take(const dxf::Group& group) {
-  ParagraphText& text = found_.text;
-  const double number = base::numberValue(group.value);
   switch (group.code) {
     case 1:
       lastPart_ = untrimmed(group.value, item_.entity.groups);
@@ -95,42 +94,29 @@ void MtextReader::take(const dxf::Group& group) {
       content_ += untrimmed(group.value, item_.entity.groups);
       break;
     case 7:
-      text.style = group.value;
-      break;
-    case 40:
-      text.height = std::fabs(number);
-      break;
-    case 41:
-      text.width = number;
-      break;
-    case 43:
-      boxHeight_ = number;
-      break;
-    case 44:
-      text.lineSpacing = number;
-      break;
-    case 71:
-      text.attachment = static_cast<int>(std::clamp(number, 0.0, 10.0));
-      break;
-    case 73:
-      text.exactSpacing = number == 2.0;
-      break;
-    case 72:
-      isVertical_ = number == 3.0;
-      break;
-    case 75:
-      hasColumnGroups_ = number != 0.0;
-      break;
-    case 76:
-      hasColumns_ = hasColumnGroups_ && number > 1.0;
-      break;
-    case 90:
-      hasBackground_ = number != 0.0;
+      found_.text.style = group.value;
       break;
     default:
-      takePlace(group.code, number);
+      takeLayout(group.code, base::numberValue(group.value));
+      takePlace(group.code, base::numberValue(group.value));
       break;
   }
+}
+
+void MtextReader::takeLayout(int code, double number) {
+  constexpr double kDownwards = 3.0;
+  constexpr double kExactly = 2.0;
+  ParagraphText& text = found_.text;
+  if (code == 40) text.height = std::fabs(number);
+  if (code == 41) text.width = number;
+  if (code == 43) boxHeight_ = number;
+  if (code == 44) text.lineSpacing = number;
+  if (code == 71) text.attachment = static_cast<int>(std::clamp(number, 0.0, 10.0));
+  if (code == 72) isVertical_ = number == kDownwards;
+  if (code == 73) text.exactSpacing = number == kExactly;
+  if (code == 75) hasColumnGroups_ = number != 0.0;
+  if (code == 76) hasColumns_ = hasColumnGroups_ && number > 1.0;
+  if (code == 90) hasBackground_ = number != 0.0;
 }
 
 void MtextReader::takePlace(int code, double number) {

@@ -1,6 +1,7 @@
 #include "exact/mtext_wrap.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <string_view>
 
 namespace quillon::exact {
@@ -144,19 +145,20 @@ double letterWidthFor(const ParsedText& text, const TextEncoder& encoder, double
   const double usual = usualLetterWidth(widthFactor);
   const double usualCount = countAt(kUsualWidth);
   if (usualCount == lines) return usual;
-  // Wider letters never make fewer lines: between `near`, with too many or too few, and `far`, the
-  // first width with the right number is looked for.
+  // Wider letters never make fewer lines: between the usual width, at which there are too few or
+  // too many, and the end of the range, the first width with enough is looked for.
   const bool needsMore = usualCount < lines;
-  int near = kUsualWidth;
-  int far = needsMore ? kMostWidth : kLeastWidth;
-  const double most = countAt(far);
-  if (needsMore ? most < lines : most > lines) return usual;
-  while (near - far > 1 || far - near > 1) {
-    const int middle = (near + far) / 2;
-    const double count = countAt(middle);
-    (needsMore ? count < lines : count > lines) ? near = middle : far = middle;
+  const auto isEnough = [needsMore, lines](double count) {
+    return needsMore ? count >= lines : count <= lines;
+  };
+  int tooNear = kUsualWidth;
+  int enough = needsMore ? kMostWidth : kLeastWidth;
+  if (!isEnough(countAt(enough))) return usual;
+  while (std::abs(enough - tooNear) > 1) {
+    const int middle = (tooNear + enough) / 2;
+    (isEnough(countAt(middle)) ? enough : tooNear) = middle;
   }
-  return countAt(far) == lines ? far * kHundredth * widthFactor : usual;
+  return countAt(enough) == lines ? enough * kHundredth * widthFactor : usual;
 }
 
 }  // namespace quillon::exact

@@ -29,6 +29,9 @@ bool isMirroredByEagle(int layer, const Options& options) {
   return layer >= 22 && layer <= 42 && layer % 2 == 0;
 }
 
+/// Whether texts can be told to stay upside down. That packages take it is guessed.
+bool canStayUpsideDown(const Options& options) { return options.turnsFreely(); }
+
 /// In whole tenths, 0 to 359.9.
 double tenthsOf(double degrees) {
   const double tenths = std::round(std::remainder(degrees, 360.0) * 10.0);
@@ -86,7 +89,7 @@ TextSetter::TextSetter(const Item& item, Canvas& canvas, const Affine& map,
 /// that is upside down over, unless it is told not to.
 void TextSetter::setFreely() {
   angle_ = tenthsOf(geometry::directionOf(mirrored_ ? Point{-along_.x, along_.y} : along_));
-  spin_ = angle_ > 90.0 && angle_ <= 270.0;
+  spin_ = canStayUpsideDown(canvas_.options()) && angle_ > 90.0 && angle_ <= 270.0;
   if (!isMirroredByEagle(item_.origin.layer, canvas_.options())) return;
   if (!mirrored_) change(LossRule::TextMirroredByLayer);
   mirrored_ = false;
