@@ -42,7 +42,8 @@ TEST(Job, NamesTheEntryOfTheUnitList) {
 
 TEST(Job, AnIndexOutsideItsListHasAnEmptyText) {
   EXPECT_EQ(versionText(-1), "");
-  EXPECT_EQ(versionText(2), "");
+  EXPECT_EQ(versionText(2), "6 and later, Fusion");
+  EXPECT_EQ(versionText(3), "");
   EXPECT_EQ(unitText(base::Unit::None), "");
 }
 

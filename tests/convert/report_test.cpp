@@ -245,7 +245,7 @@ TEST_F(ReportTest, NamesTheChosenListEntries) {
 TEST_F(ReportTest, AnIndexOutsideItsListHasAnEmptyText) {
   job.poly = -1;
   job.unit = base::Unit::None;
-  job.version = 2;
+  job.version = 3;
   job.blocks = 7;
   job.drawingName = "PART";
   const std::string report = reportOf(oneLine());

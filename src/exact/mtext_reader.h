@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "exact/canvas.h"
+#include "exact/text_layout.h"
+#include "exact/texts.h"
+
+namespace quillon::exact {
+
+/// An MTEXT as its groups have it.
+struct MtextGroups {
+  ParagraphText text;
+  Lettering lettering;            ///< around the entity, not in its object coordinates
+  std::vector<LossRule> changes;  ///< what EAGLE does not show of it
+};
+
+/// Reads the groups of an MTEXT, which may be those embedded in another entity.
+MtextGroups readMtext(const Item& item, dxf::GroupCursor groups);
+
+/// Moves the groups on to those of the MTEXT embedded in an entity; false where there is none.
+bool findEmbeddedMtext(dxf::GroupCursor& groups);
+
+}  // namespace quillon::exact
