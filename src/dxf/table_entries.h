@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string_view>
 #include <utility>
@@ -23,11 +24,16 @@ class TableEntries {
   /// `type` as in the drawing ("LAYER"), `name` in upper case.
   LineRange find(std::string_view type, std::string_view name) const;
 
+  /// The name of the entry of this type with a handle, a hexadecimal number; empty when there is
+  /// none.
+  std::string_view nameOf(std::string_view type, std::string_view handle) const;
+
   using Key = std::pair<std::string_view, std::string_view>;
   const std::map<Key, LineRange>& all() const { return entries_; }
 
  private:
   std::map<Key, LineRange> entries_;
+  std::map<std::pair<std::string_view, std::uint64_t>, std::string_view> names_;
 };
 
 }  // namespace quillon::dxf

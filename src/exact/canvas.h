@@ -25,7 +25,12 @@ class BlockDrawer {
   virtual ~BlockDrawer() = default;
   /// Draws the content of a block, whose base point goes to the origin of `map`'s coordinates, as
   /// part of an item: its layer "0" is the item's layer. False for an unknown block.
-  virtual bool drawBlock(const Item& item, std::string_view upperName, const Affine& map) = 0;
+  bool drawBlock(const Item& item, std::string_view upperName, const Affine& map) {
+    return drawBlock(item, upperName, std::vector<Affine>{map});
+  }
+  /// The same for several places, the last of which is drawn first.
+  virtual bool drawBlock(const Item& item, std::string_view upperName,
+                         std::vector<Affine> maps) = 0;
 };
 
 /// What the rules for each kind draw with: takes lines, curves and areas in an entity's own

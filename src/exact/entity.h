@@ -49,6 +49,9 @@ struct Item {
   Origin origin;  ///< with the EAGLE layer of the entity
   const Pen& pen;
   bool isInDimension = false;  ///< or in what else is not cleaned
+  /// Its layer is off or not converted: its blocks still show what they have on other layers, but
+  /// nothing may be drawn on its own.
+  bool isBlocksAlone = false;
 
   /// From the entity's object coordinates, at this height, to the script.
   Affine objectMap(double elevation = 0.0) const;

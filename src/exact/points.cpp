@@ -1,8 +1,113 @@
 #include "exact/points.h"
 
-namespace quillon::exact {
+#include <algorithm>
+#include <vector>
 
-void drawPoint(const Item&, Canvas&) {}
-void drawEndless(const Item&, Canvas&) {}
+#include "geometry/degrees.h"
+#include "geometry/vectors.h"
+
+namespace quillon::exact {
+namespace {
+
+/// What $PDMODE shows at a point: one of these, with or without a circle and a square.
+enum PointGlyph : int {
+  kDotGlyph = 0,
+  kNoGlyph = 1,
+  kPlusGlyph = 2,
+  kCrossGlyph = 3,
+  kTickGlyph = 4
+};
+constexpr int kGlyphBits = 7;
+constexpr int kWithCircle = 32;
+constexpr int kWithSquare = 64;
+
+/// In millimetres.
+constexpr double kDotDiameter = 0.1;
+/// Of points whose size is a share of the screen, in millimetres.
+constexpr double kUnknownSize = 1.0;
+
+Path pointLine(Point from, Point to) { return {{{from}, {to}}, false}; }
+
+/// The lines of a glyph around (0 0).
+std::vector<Path> glyphLines(int mode, double size) {
+  const double half = 0.5 * size;
+  std::vector<Path> lines;
+  switch (mode & kGlyphBits) {
+    case kPlusGlyph:
+      lines.push_back(pointLine({-size, 0.0}, {size, 0.0}));
+      lines.push_back(pointLine({0.0, -size}, {0.0, size}));
+      break;
+    case kCrossGlyph:
+      lines.push_back(pointLine({-size, -size}, {size, size}));
+      lines.push_back(pointLine({-size, size}, {size, -size}));
+      break;
+    case kTickGlyph:
+      lines.push_back(pointLine({0.0, 0.0}, {0.0, half}));
+      break;
+    default:
+      break;
+  }
+  if ((mode & kWithCircle) != 0) {
+    lines.push_back({{{{-half, 0.0}, 180.0}, {{half, 0.0}, 180.0}}, true});
+  }
+  if ((mode & kWithSquare) != 0) {
+    lines.push_back({{{{-half, -half}}, {{half, -half}}, {{half, half}}, {{-half, half}}}, true});
+  }
+  return lines;
+}
+
+/// In units of the script. Blocks do not scale it.
+double glyphSize(const Item& item, Canvas& canvas, Point at) {
+  const double size = canvas.drawing().header.pdSize * canvas.options().factor;
+  if (size > 0.0 && geometry::usable(size)) return size;
+  canvas.lose(item, LossRule::PointSizeUnknown, at);
+  return kUnknownSize * canvas.measures().millimetre;
+}
+
+void drawGlyph(const Item& item, Point at, double angle, Canvas& canvas) {
+  const int mode = static_cast<int>(std::clamp(canvas.drawing().header.pdMode, 0.0, 255.0));
+  if (mode == kNoGlyph) return;
+  if ((mode & kGlyphBits) == kDotGlyph)
+    canvas.dot(item, at, kDotDiameter * canvas.measures().millimetre);
+  if (mode == kDotGlyph) return;
+  const Affine map = Affine::shift(at) * Affine::turnTo(geometry::unitVector(-angle));
+  for (const Path& line : glyphLines(mode, glyphSize(item, canvas, at))) {
+    canvas.stroke(item, line, map,
+                  {.width = canvas.options().lineWidth, .cleanable = false, .solid = true});
+  }
+}
+
+bool canHaveHoles(const Options& options) {
+  return options.turnsFreely() && options.pointDrill > 0.0;
+}
+
+}  // namespace
+
+void drawPoint(const Item& item, Canvas& canvas) {
+  const Options& options = canvas.options();
+  Point place;
+  double angle = 0.0;
+  readNumbers(canvas.groupsOf(item), {{10, &place.x}, {20, &place.y}, {50, &angle}});
+  const Point at = item.map(place);
+  if (options.points == PointStyle::None) return;
+  if (!geometry::usable(at) || !geometry::usable(angle)) {
+    return canvas.lose(item, LossRule::UnusableNumbers);
+  }
+  if (options.points == PointStyle::Hole && canHaveHoles(options)) {
+    return canvas.hole(item, at, options.pointDrill);
+  }
+  if (options.points == PointStyle::Dot) {
+    return canvas.dot(item, at, kDotDiameter * canvas.measures().millimetre);
+  }
+  drawGlyph(item, at, angle, canvas);
+}
+
+void drawEndless(const Item& item, Canvas& canvas) {
+  Point start;
+  Point direction;
+  readNumbers(canvas.groupsOf(item),
+              {{10, &start.x}, {20, &start.y}, {11, &direction.x}, {21, &direction.y}});
+  canvas.endless(item, item.map(start), item.map.turn(direction), item.entity.kind == Kind::Xline);
+}
 
 }  // namespace quillon::exact

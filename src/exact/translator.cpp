@@ -161,7 +161,9 @@ void Translator::draw(const dxf::DxfEntity& found, const Surroundings& around) {
     return;
   }
   const Pen pen = pens_.penOf(entity, layer, around.inherited, around.map.scale());
-  const Item item{entity, around.map, origin, pen, around.isInDimension};
+  const bool isUnseen =
+      layer.number == base::kNotConverted || (layer.isOff && !options_.hiddenLayers);
+  const Item item{entity, around.map, origin, pen, around.isInDimension, isUnseen};
   if (pen.hasSolidInstead && isDrawnWithLines(entity.kind)) {
     canvas_.lose(item, LossRule::DrawnSolid);
   }
@@ -299,10 +301,12 @@ void Translator::insert(const Item& item) {
   expand(item, index, std::move(cells));
 }
 
-bool Translator::drawBlock(const Item& item, std::string_view upperName, const Affine& map) {
+bool Translator::drawBlock(const Item& item, std::string_view upperName, std::vector<Affine> maps) {
   const std::size_t index = dxf::findBlock(drawing_, upperName);
   if (drawing_.blocks.empty() || drawing_.blocks[index].name != upperName) return false;
-  expand(item, index, {map * Affine::shift(-baseOf(drawing_.blocks[index]))});
+  const Affine toOrigin = Affine::shift(-baseOf(drawing_.blocks[index]));
+  for (Affine& map : maps) map = map * toOrigin;
+  expand(item, index, std::move(maps));
   return true;
 }
 
@@ -322,7 +326,6 @@ void Translator::expand(const Item& item, std::size_t blockIndex, std::vector<Af
                          pens_.inheritedFrom(item.entity, layer, outer),
                          isPartOfDimension,
                          currentPosition_});
-  expanding_[blockIndex] = 1;
 }
 
 /// Draws the blocks nested within the `enclosing` outermost ones. They wait in a list, so that a
@@ -351,6 +354,8 @@ bool Translator::nextOfBlock(Expansion& expansion, dxf::DxfEntity& found) {
   for (;;) {
     if (!expansion.walk) {
       if (expansion.cells.empty() || poll_()) return false;
+      // Not earlier: of several blocks of one entity, those still waiting contain nothing yet.
+      expanding_[expansion.blockIndex] = 1;
       expansion.walk.emplace(drawing_, dxf::LineCursor(block.text, drawing_.lineEnds));
       expansion.lines.emplace(block.text.begin, block.firstLine, drawing_.lineEnds.eolChar);
     }

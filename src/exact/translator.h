@@ -60,7 +60,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
     bool isInBlock = false;
   };
 
-  bool drawBlock(const Item& item, std::string_view upperName, const Affine& map) override;
+  bool drawBlock(const Item& item, std::string_view upperName, std::vector<Affine> maps) override;
   void expand(const Item& item, std::size_t blockIndex, std::vector<Affine> cells);
   void drawExpansions(std::size_t enclosing);
   bool nextOfBlock(Expansion& expansion, dxf::DxfEntity& found);

@@ -16,6 +16,10 @@ struct Affine {
   double dy = 0.0;
 
   static constexpr Affine scaling(double x, double y) { return {x, 0.0, 0.0, y, 0.0, 0.0}; }
+  /// Turns the x axis to this unit vector.
+  static constexpr Affine turnTo(Point direction) {
+    return {direction.x, -direction.y, direction.y, direction.x, 0.0, 0.0};
+  }
   static constexpr Affine shift(Point by) { return {1.0, 0.0, 0.0, 1.0, by.x, by.y}; }
 
   /// The image of a point.

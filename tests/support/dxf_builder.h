@@ -1,6 +1,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -61,6 +62,11 @@ class DxfBuilder {
     return entry(styles_, "STYLE", name, groups);
   }
 
+  /// An entry of any other table.
+  DxfBuilder& tableEntry(const std::string& table, std::string_view name, Groups groups) {
+    return entry(tables_[table], table, name, groups);
+  }
+
   DxfBuilder& beginBlock(std::string_view name, std::string_view baseX = "0",
                          std::string_view baseY = "0") {
     put(blocks_, 0, "BLOCK");
@@ -97,6 +103,7 @@ class DxfBuilder {
     table(tables, "LTYPE", lineTypes_);
     table(tables, "LAYER", layers_);
     table(tables, "STYLE", styles_);
+    for (const auto& [name, entries] : tables_) table(tables, name, entries);
     section(out, "TABLES", tables);
     section(out, "BLOCKS", blocks_);
     section(out, "ENTITIES", entities_, true);
@@ -151,6 +158,7 @@ class DxfBuilder {
   std::string lineTypes_;
   std::string layers_;
   std::string styles_;
+  std::map<std::string, std::string> tables_;
   std::string blocks_;
   std::string entities_;
   bool inBlock_ = false;
