@@ -1,1 +1,247 @@
 #include "exact_drawing.h"
+
+namespace quillon::testing {
+namespace {
+
+/// Groups of an MLINE that add up: its head, then its vertices.
+class MlineBuilder {
+ public:
+  explicit MlineBuilder(std::string_view flags, std::string_view style = "Standard") {
+    groups_ = {{2, style}, {40, "1"}, {70, "0"}, {71, flags}, {72, "1000000000"},
+               {73, "2"},  {10, "0"}, {20, "0"}, {30, "0"}};
+  }
+  /// A vertex, the direction from there and that of the miter.
+  MlineBuilder& vertex(std::string_view x, std::string_view y, std::string_view directionX,
+                       std::string_view directionY, std::string_view miterX,
+                       std::string_view miterY) {
+    return add({{11, x},
+                {21, y},
+                {31, "5"},
+                {12, directionX},
+                {22, directionY},
+                {13, miterX},
+                {23, miterY}});
+  }
+  MlineBuilder& element(std::initializer_list<std::string_view> values) {
+    groups_.push_back({74, "2"});
+    for (const std::string_view value : values) groups_.push_back({41, value});
+    return add({{75, "0"}});
+  }
+  MlineBuilder& filledElement(std::initializer_list<std::string_view> values) {
+    element(values);
+    groups_.back().second = "2";
+    return add({{42, "0"}, {42, "1"}});
+  }
+  MlineBuilder& add(const GroupPairs& groups) {
+    groups_.insert(groups_.end(), groups.begin(), groups.end());
+    return *this;
+  }
+  DxfBuilder drawing() const { return oneEntity("MLINE", groups_); }
+
+ private:
+  GroupPairs groups_;
+};
+
+/// From (0 0) over (10 0) to (10 10), half a millimetre to each side.
+DxfBuilder corner(std::string_view flags, std::string_view style) {
+  return MlineBuilder(flags, style)
+      .vertex("0", "0", "1", "0", "0", "1")
+      .element({"0.5", "0"})
+      .element({"-0.5", "0"})
+      .vertex("10", "0", "0", "1", "-0.70710678118654752", "0.70710678118654752")
+      .element({"0.70710678118654752", "0"})
+      .element({"-0.70710678118654752", "0"})
+      .vertex("10", "10", "0", "1", "-1", "0")
+      .element({"0.5", "0"})
+      .element({"-0.5", "0"})
+      .drawing();
+}
+
+TEST(ExactMultilines, EachElementIsAChainAlongTheMiters) {
+  const ExactDrawing drawing(corner("1", "Standard"));
+  EXPECT_EQ(drawing.shapes(),
+            "7 wire 0 (0 0.5) (9.5 0.5) (9.5 10)\n"
+            "7 wire 0 (0 -0.5) (10.5 -0.5) (10.5 10)\n");
+  EXPECT_EQ(drawing.losses(), "");
+}
+
+TEST(ExactMultilines, CapsOfAStyleOfItsOwnAreNamedUnlessTheyAreSuppressed) {
+  EXPECT_EQ(ExactDrawing(corner("1", "WALL")).losses(), "multiline-caps MLINE 1 line 7\n");
+  EXPECT_EQ(ExactDrawing(corner("5", "WALL")).losses(), "multiline-caps MLINE 1 line 7\n");
+  EXPECT_EQ(ExactDrawing(corner("13", "WALL")).losses(), "");
+}
+
+/// A square about (0 0) with a side of 8, one element outside of it, one inside.
+DxfBuilder ring(bool isFilled) {
+  MlineBuilder mline("3", "WALL");
+  const auto corner = [&](std::string_view x, std::string_view y, std::string_view dx,
+                          std::string_view dy, std::string_view mx, std::string_view my) {
+    mline.vertex(x, y, dx, dy, mx, my);
+    for (const std::string_view offset : {"1", "-1"}) {
+      isFilled ? mline.filledElement({offset, "0"}) : mline.element({offset, "0"});
+    }
+  };
+  corner("-4", "-4", "1", "0", "1", "1");
+  corner("4", "-4", "0", "1", "-1", "1");
+  corner("4", "4", "-1", "0", "-1", "-1");
+  corner("-4", "4", "0", "-1", "1", "-1");
+  return mline.drawing();
+}
+
+TEST(ExactMultilines, AClosedOneHasClosedElementsAndNoCaps) {
+  const ExactDrawing drawing(ring(false));
+  EXPECT_EQ(drawing.shapes(),
+            "7 wire 0 (-3 -3) (3 -3) (3 3) (-3 3) (-3 -3)\n"
+            "7 wire 0 (-5 -5) (5 -5) (5 5) (-5 5) (-5 -5)\n");
+  EXPECT_EQ(drawing.losses(), "");
+}
+
+/// The part of a text before its last lines.
+std::string withoutLastLines(const std::string& text, int lines) {
+  std::size_t end = text.size();
+  for (; lines > 0 && end > 0; --lines) end = text.rfind('\n', end - 2) + 1;
+  return text.substr(0, end);
+}
+
+// The slit, 0.001 wide, leads from the inner ring's right side to the outer one's.
+TEST(ExactMultilines, TheFillingOfAClosedOneLeavesItsInsideFree) {
+  const std::string shapes = ExactDrawing(ring(true)).shapes();
+  const std::string area = withoutLastLines(shapes, 2);
+  EXPECT_EQ(area.substr(0, 7), "7 area ") << area;
+  EXPECT_EQ(area.find('\n'), area.size() - 1) << area;
+  for (const char* corner : {"(-5 -5)", "(-5 5)", "(-3 -3)", "(-3 3)"}) {
+    EXPECT_NE(area.find(corner), std::string::npos) << area;
+  }
+  EXPECT_EQ(shapes.substr(area.size()), ExactDrawing(ring(false)).shapes());
+}
+
+TEST(ExactMultilines, TheFillingOfAnOpenOneIsTheAreaBetweenTheOutermostElements) {
+  const DxfBuilder dxf = MlineBuilder("1")
+                             .vertex("0", "0", "1", "0", "0", "1")
+                             .filledElement({"0", "0"})
+                             .filledElement({"2", "0"})
+                             .filledElement({"-1", "0"})
+                             .vertex("10", "0", "1", "0", "0", "1")
+                             .filledElement({"0", "0"})
+                             .filledElement({"2", "0"})
+                             .filledElement({"-1", "0"})
+                             .drawing();
+  const std::string lines =
+      "7 wire 0 (0 0) (10 0)\n"
+      "7 wire 0 (0 2) (10 2)\n"
+      "7 wire 0 (0 -1) (10 -1)\n";
+  EXPECT_EQ(ExactDrawing(dxf).shapes(), "7 area (0 -1) (10 -1) (10 2) (0 2) (0 -1)\n" + lines);
+  DxfBuilder notFilled = dxf;
+  notFilled.header("$FILLMODE", 70, "0");
+  EXPECT_EQ(ExactDrawing(notFilled).shapes(), lines);
+}
+
+TEST(ExactMultilines, OnlyWhatIsBetweenBreaksIsDrawn) {
+  const DxfBuilder dxf = MlineBuilder("1")
+                             .vertex("0", "0", "1", "0", "0", "1")
+                             .element({"0", "1", "2", "4"})
+                             .element({"1", "0", "3"})
+                             .vertex("10", "0", "1", "0", "0", "1")
+                             .element({"0", "0", "5", "7", "8", "9"})
+                             .element({"1", "0"})
+                             .vertex("20", "0", "1", "0", "0", "1")
+                             .element({"0", "0"})
+                             .element({"1", "0"})
+                             .drawing();
+  EXPECT_EQ(ExactDrawing(dxf).shapes(),
+            "7 wire 0 (1 0) (2 0)\n"
+            "7 wire 0 (4 0) (10 0) (15 0)\n"
+            "7 wire 0 (17 0) (18 0)\n"
+            "7 wire 0 (19 0) (20 0)\n"
+            "7 wire 0 (0 1) (3 1)\n"
+            "7 wire 0 (10 1) (20 1)\n");
+}
+
+TEST(ExactMultilines, AClosedElementWithABreakIsOpen) {
+  const DxfBuilder dxf = MlineBuilder("3")
+                             .vertex("0", "0", "1", "0", "0", "1")
+                             .element({"0", "1"})
+                             .vertex("4", "0", "0", "1", "-1", "0")
+                             .element({"0", "0"})
+                             .vertex("0", "3", "0", "-1", "1", "0")
+                             .element({"0", "0"})
+                             .drawing();
+  EXPECT_EQ(ExactDrawing(dxf).shapes(), "7 wire 0 (1 0) (4 0) (0 3) (0 0)\n");
+}
+
+// The edge rises as far as it goes to the right.
+TEST(ExactMultilines, BreaksAreMeasuredAlongTheEdgeInSpace) {
+  const DxfBuilder dxf = MlineBuilder("1")
+                             .vertex("0", "0", "0.70710678118654752", "0", "0", "1")
+                             .element({"0", "0", "1.4142135623730951", "2.8284271247461903"})
+                             .vertex("10", "0", "0.70710678118654752", "0", "0", "1")
+                             .element({"0", "0"})
+                             .drawing();
+  EXPECT_EQ(ExactDrawing(dxf).shapes(), "7 wire 0 (0 0) (1 0)\n7 wire 0 (2 0) (10 0)\n");
+}
+
+TEST(ExactMultilines, AnElementThatAVertexDoesNotHaveBreaksOffThere) {
+  const DxfBuilder dxf = MlineBuilder("1")
+                             .vertex("0", "0", "1", "0", "0", "1")
+                             .element({"0", "0"})
+                             .element({"1", "0"})
+                             .vertex("10", "0", "1", "0", "0", "1")
+                             .element({"0", "0"})
+                             .vertex("20", "0", "1", "0", "0", "1")
+                             .element({})
+                             .element({"1", "0"})
+                             .drawing();
+  EXPECT_EQ(ExactDrawing(dxf).shapes(), "7 wire 0 (0 0) (10 0)\n");
+}
+
+TEST(ExactMultilines, ThePlaneOfAnMlineDoesNotTurnIt) {
+  EXPECT_EQ(ExactDrawing(MlineBuilder("1")
+                             .add({{230, "-1"}})
+                             .vertex("0", "0", "1", "0", "0", "1")
+                             .element({"1", "0"})
+                             .vertex("10", "0", "1", "0", "0", "1")
+                             .element({"1", "0"})
+                             .drawing())
+                .shapes(),
+            "7 wire 0 (0 1) (10 1)\n");
+}
+
+TEST(ExactMultilines, OneVertexOrNoElementIsNothingAndNamed) {
+  const ExactDrawing one(
+      MlineBuilder("3").vertex("0", "0", "1", "0", "0", "1").element({"0", "0"}).drawing());
+  EXPECT_EQ(one.shapes(), "");
+  EXPECT_EQ(one.losses(), "one-vertex MLINE 1 line 7\n");
+  const ExactDrawing none(MlineBuilder("1")
+                              .vertex("0", "0", "1", "0", "0", "1")
+                              .vertex("9", "0", "1", "0", "0", "1")
+                              .drawing());
+  EXPECT_EQ(none.shapes(), "");
+  EXPECT_EQ(none.losses(), "damaged-entity MLINE 1 line 7\n");
+}
+
+TEST(ExactMultilines, HugeNumbersAreNotDrawnButNamed) {
+  const ExactDrawing drawing(MlineBuilder("1")
+                                 .vertex("0", "0", "1e999", "0", "0", "1")
+                                 .filledElement({"1e999", "0", "1e300", "-1e999"})
+                                 .filledElement({"0", "0"})
+                                 .vertex("10", "0", "1", "0", "0", "1e999")
+                                 .filledElement({"1", "0"})
+                                 .filledElement({"0", "0"})
+                                 .drawing());
+  EXPECT_EQ(drawing.shapes(), "");
+  EXPECT_EQ(drawing.losses(), "unusable-numbers MLINE 1 line 7\n");
+  // Breaks and directions beyond everything leave at least what has no breaks.
+  EXPECT_EQ(ExactDrawing(MlineBuilder("1")
+                             .vertex("0", "0", "1e999", "0", "0", "1")
+                             .element({"0", "-1e999", "1e999", "nan"})
+                             .vertex("10", "0", "0", "0", "0", "1")
+                             .element({"0"})
+                             .vertex("20", "0", "1", "0", "0", "1")
+                             .element({"0"})
+                             .drawing())
+                .shapes(),
+            "7 wire 0 (0 0) (10 0) (20 0)\n");
+}
+
+}  // namespace
+}  // namespace quillon::testing
