@@ -93,6 +93,8 @@ bool readMline(const Item& item, Canvas& canvas, MlineGroups& values) {
 constexpr int kClosedMline = 2;
 constexpr int kNoStartCap = 4;
 constexpr int kNoEndCap = 8;
+/// CAD programs allow 16. Each vertex is asked for each of them.
+constexpr std::size_t kMostElements = 1000;
 
 /// Draws the elements of an MLINE and what is between them.
 class Mline {
@@ -107,7 +109,9 @@ class Mline {
     for (const MlineVertex& vertex : values_.vertices) {
       elements = std::max(elements, vertex.elements.size());
     }
-    if (elements == 0) return canvas_.lose(item_, LossRule::DamagedEntity);
+    if (elements == 0 || elements > kMostElements) {
+      return canvas_.lose(item_, LossRule::DamagedEntity);
+    }
     if (!isUsable(elements)) return canvas_.lose(item_, LossRule::UnusableNumbers);
     // Else the edges of the filling are there already.
     if (values_.isFilled && canvas_.fills()) fill();
@@ -153,6 +157,7 @@ class Mline {
     const std::size_t count = values_.vertices.size();
     isBroken_ = false;
     for (std::size_t i = 0; i + (isClosed_ ? 0 : 1) < count; ++i) {
+      if (canvas_.step()) return;
       const std::size_t next = (i + 1) % count;
       if (hasElement(i, element) && hasElement(next, element)) {
         drawEdge(values_.vertices[i], cornerOf(i, element), cornerOf(next, element),
@@ -225,9 +230,10 @@ class Mline {
     if (!low || *low == *high) return;
     Path one = wholeElement(*low);
     const Path other = wholeElement(*high);
-    if (isClosed_)
+    if (isClosed_) {
       return fillRing(canvas_.mapped(item_, one, item_.map),
                       canvas_.mapped(item_, other, item_.map));
+    }
     one.vertices.insert(one.vertices.end(), other.vertices.rbegin(), other.vertices.rend());
     canvas_.area(item_, canvas_.mapped(item_, one, item_.map));
   }

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "exact/canvas.h"

@@ -43,7 +43,7 @@ class MlineBuilder {
 };
 
 /// From (0 0) over (10 0) to (10 10), half a millimetre to each side.
-DxfBuilder corner(std::string_view flags, std::string_view style) {
+DxfBuilder mlineCorner(std::string_view flags, std::string_view style) {
   return MlineBuilder(flags, style)
       .vertex("0", "0", "1", "0", "0", "1")
       .element({"0.5", "0"})
@@ -58,7 +58,7 @@ DxfBuilder corner(std::string_view flags, std::string_view style) {
 }
 
 TEST(ExactMultilines, EachElementIsAChainAlongTheMiters) {
-  const ExactDrawing drawing(corner("1", "Standard"));
+  const ExactDrawing drawing(mlineCorner("1", "Standard"));
   EXPECT_EQ(drawing.shapes(),
             "7 wire 0 (0 0.5) (9.5 0.5) (9.5 10)\n"
             "7 wire 0 (0 -0.5) (10.5 -0.5) (10.5 10)\n");
@@ -66,13 +66,13 @@ TEST(ExactMultilines, EachElementIsAChainAlongTheMiters) {
 }
 
 TEST(ExactMultilines, CapsOfAStyleOfItsOwnAreNamedUnlessTheyAreSuppressed) {
-  EXPECT_EQ(ExactDrawing(corner("1", "WALL")).losses(), "multiline-caps MLINE 1 line 7\n");
-  EXPECT_EQ(ExactDrawing(corner("5", "WALL")).losses(), "multiline-caps MLINE 1 line 7\n");
-  EXPECT_EQ(ExactDrawing(corner("13", "WALL")).losses(), "");
+  EXPECT_EQ(ExactDrawing(mlineCorner("1", "WALL")).losses(), "multiline-caps MLINE 1 line 7\n");
+  EXPECT_EQ(ExactDrawing(mlineCorner("5", "WALL")).losses(), "multiline-caps MLINE 1 line 7\n");
+  EXPECT_EQ(ExactDrawing(mlineCorner("13", "WALL")).losses(), "");
 }
 
 /// A square about (0 0) with a side of 8, one element outside of it, one inside.
-DxfBuilder ring(bool isFilled) {
+DxfBuilder mlineRing(bool isFilled) {
   MlineBuilder mline("3", "WALL");
   const auto corner = [&](std::string_view x, std::string_view y, std::string_view dx,
                           std::string_view dy, std::string_view mx, std::string_view my) {
@@ -89,7 +89,7 @@ DxfBuilder ring(bool isFilled) {
 }
 
 TEST(ExactMultilines, AClosedOneHasClosedElementsAndNoCaps) {
-  const ExactDrawing drawing(ring(false));
+  const ExactDrawing drawing(mlineRing(false));
   EXPECT_EQ(drawing.shapes(),
             "7 wire 0 (-3 -3) (3 -3) (3 3) (-3 3) (-3 -3)\n"
             "7 wire 0 (-5 -5) (5 -5) (5 5) (-5 5) (-5 -5)\n");
@@ -105,14 +105,14 @@ std::string withoutLastLines(const std::string& text, int lines) {
 
 // The slit, 0.001 wide, leads from the inner ring's right side to the outer one's.
 TEST(ExactMultilines, TheFillingOfAClosedOneLeavesItsInsideFree) {
-  const std::string shapes = ExactDrawing(ring(true)).shapes();
+  const std::string shapes = ExactDrawing(mlineRing(true)).shapes();
   const std::string area = withoutLastLines(shapes, 2);
   EXPECT_EQ(area.substr(0, 7), "7 area ") << area;
   EXPECT_EQ(area.find('\n'), area.size() - 1) << area;
   for (const char* corner : {"(-5 -5)", "(-5 5)", "(-3 -3)", "(-3 3)"}) {
     EXPECT_NE(area.find(corner), std::string::npos) << area;
   }
-  EXPECT_EQ(shapes.substr(area.size()), ExactDrawing(ring(false)).shapes());
+  EXPECT_EQ(shapes.substr(area.size()), ExactDrawing(mlineRing(false)).shapes());
 }
 
 TEST(ExactMultilines, TheFillingOfAnOpenOneIsTheAreaBetweenTheOutermostElements) {
@@ -241,6 +241,16 @@ TEST(ExactMultilines, HugeNumbersAreNotDrawnButNamed) {
                              .drawing())
                 .shapes(),
             "7 wire 0 (0 0) (10 0) (20 0)\n");
+}
+
+TEST(ExactMultilines, MoreElementsThanAnyStyleHasAreNamed) {
+  MlineBuilder mline("1");
+  mline.vertex("0", "0", "1", "0", "0", "1");
+  for (int i = 0; i <= 1000; ++i) mline.element({"0", "0"});
+  for (int i = 0; i < 1000; ++i) mline.vertex("1", "0", "1", "0", "0", "1");
+  const ExactDrawing drawing(mline.drawing());
+  EXPECT_EQ(drawing.shapes(), "");
+  EXPECT_EQ(drawing.losses(), "damaged-entity MLINE 1 line 7\n");
 }
 
 }  // namespace

@@ -158,17 +158,20 @@ TEST(ExactPolylines, DashesRunAlongTheWholeWhereItSaysSo) {
 
 // Closed polylines as areas.
 
-const GroupPairs kSquare = {{70, "1"}, {10, "0"}, {20, "0"}, {10, "4"}, {20, "0"},
-                            {10, "4"}, {20, "4"}, {10, "0"}, {20, "4"}};
+GroupPairs closedSquare() {
+  return {{70, "1"}, {10, "0"}, {20, "0"}, {10, "4"}, {20, "0"},
+          {10, "4"}, {20, "4"}, {10, "0"}, {20, "4"}};
+}
 
 TEST(ExactPolylines, ClosedOnesAreAreasWhereTheUserWantsThem) {
   exact::Options options;
   options.closedAsAreas = true;
-  EXPECT_EQ(shapesOf("LWPOLYLINE", kSquare, options), "7 area (0 0) (4 0) (4 4) (0 4) (0 0)\n");
-  GroupPairs open = kSquare;
+  EXPECT_EQ(shapesOf("LWPOLYLINE", closedSquare(), options),
+            "7 area (0 0) (4 0) (4 4) (0 4) (0 0)\n");
+  GroupPairs open = closedSquare();
   open[0].second = "0";
   EXPECT_EQ(shapesOf("LWPOLYLINE", open, options), "7 wire 0 (0 0) (4 0) (4 4) (0 4)\n");
-  GroupPairs wide = kSquare;
+  GroupPairs wide = closedSquare();
   wide.insert(wide.begin(), {43, "1"});
   EXPECT_EQ(shapesOf("LWPOLYLINE", wide, options), "7 wire 1 (0 0) (4 0) (4 4) (0 4) (0 0)\n");
   options.widthless = true;
@@ -187,7 +190,7 @@ TEST(ExactPolylines, AClosedOneThatEnclosesNothingStaysALine) {
 TEST(ExactPolylines, AreasThatAreNotToBeFilledAreTheirBorders) {
   exact::Options options;
   options.closedAsAreas = true;
-  DxfBuilder dxf = oneEntity("LWPOLYLINE", kSquare);
+  DxfBuilder dxf = oneEntity("LWPOLYLINE", closedSquare());
   dxf.header("$FILLMODE", 70, "0");
   EXPECT_EQ(ExactDrawing(dxf, options).shapes(),
             "7 wire 0 (0 0) (4 0) (4 4) (0 4) (0 0) as it is\n");

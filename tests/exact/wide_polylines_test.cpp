@@ -1,5 +1,9 @@
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <numbers>
+#include <vector>
 
 #include "exact_drawing.h"
 
@@ -24,7 +28,7 @@ GroupPairs wideSquare() {
           {20, "0"}, {10, "4"}, {20, "4"}, {10, "0"}, {20, "4"}};
 }
 
-Options wide(WideLines lines) {
+Options wideAs(WideLines lines) {
   Options options;
   options.wideLines = lines;
   return options;
@@ -41,7 +45,7 @@ std::string measuredLosses(const ExactDrawing& drawing) {
 }
 
 /// All points of a line of shapes.
-std::vector<geometry::Point> pointsOf(const std::string& shapes) {
+std::vector<geometry::Point> pointsOfShapes(const std::string& shapes) {
   std::vector<geometry::Point> points;
   for (std::size_t at = shapes.find('('); at != std::string::npos; at = shapes.find('(', at + 1)) {
     geometry::Point point{};
@@ -52,7 +56,7 @@ std::vector<geometry::Point> pointsOf(const std::string& shapes) {
   return points;
 }
 
-// Bands, and the wires that stand for them.
+// Bands, and the wires that are drawn instead.
 
 TEST(ExactWidePolylines, AShortOneIsTheAreaOfItsBandWithFlatEnds) {
   const ExactDrawing drawing(oneEntity("LWPOLYLINE", wideLine("10", "1")));
@@ -94,19 +98,19 @@ TEST(ExactWidePolylines, ARingIsAWireThatLacksNothing) {
 }
 
 TEST(ExactWidePolylines, TheUserMayWantWiresOrAreas) {
-  EXPECT_EQ(shapesOf("LWPOLYLINE", wideLine("10", "1"), wide(WideLines::Wires)),
+  EXPECT_EQ(shapesOf("LWPOLYLINE", wideLine("10", "1"), wideAs(WideLines::Wires)),
             "7 wire 1 (0 0) (10 0)\n");
-  EXPECT_EQ(shapesOf("LWPOLYLINE", wideLine("10", "0.1"), wide(WideLines::Areas)),
+  EXPECT_EQ(shapesOf("LWPOLYLINE", wideLine("10", "0.1"), wideAs(WideLines::Areas)),
             "7 area (0 0.05) (0 -0.05) (10 -0.05) (10 0.05) (0 0.05)\n");
   // Without a hole: the ring is as wide as its circle is high. Areas have three corners.
-  EXPECT_EQ(shapesOf("LWPOLYLINE", wideRing("-2", "2", "4"), wide(WideLines::Areas)),
+  EXPECT_EQ(shapesOf("LWPOLYLINE", wideRing("-2", "2", "4"), wideAs(WideLines::Areas)),
             "7 area (-4 0) +90 (0 -4) +90 (4 0) +180 (-4 0)\n");
 }
 
 TEST(ExactWidePolylines, TheInsideOfAClosedBandStaysFree) {
-  const std::string shapes = shapesOf("LWPOLYLINE", wideSquare(), wide(WideLines::Areas));
+  const std::string shapes = shapesOf("LWPOLYLINE", wideSquare(), wideAs(WideLines::Areas));
   double twice = 0.0;
-  const std::vector<geometry::Point> points = pointsOf(shapes);
+  const std::vector<geometry::Point> points = pointsOfShapes(shapes);
   for (std::size_t i = 0; i + 1 < points.size(); ++i) twice += cross(points[i], points[i + 1]);
   // 5 x 5 less 3 x 3; the slit is 0.001 wide and 1 long, and the hole has half a thousandth more.
   EXPECT_NEAR(twice / 2.0, 16.0, 0.002) << shapes;
@@ -114,7 +118,7 @@ TEST(ExactWidePolylines, TheInsideOfAClosedBandStaysFree) {
 }
 
 TEST(ExactWidePolylines, WhatIsTooWideForAWireIsAnArea) {
-  Options options = wide(WideLines::Wires);
+  Options options = wideAs(WideLines::Wires);
   options.version = exact::Version::Eagle4;
   EXPECT_EQ(shapesOf("LWPOLYLINE", wideRing("-6.6", "6.6", "13.2"), options),
             "7 area (-13.2 0) +90 (0 -13.2) +90 (13.2 0) +180 (-13.2 0)\n");
@@ -191,13 +195,12 @@ TEST(ExactWidePolylines, BordersOfACurvedTaperFollowTheWidth) {
       shapesOf("LWPOLYLINE", {{10, "-10"}, {20, "0"}, {42, "1"}, {41, "2"}, {10, "10"}, {20, "0"}});
   EXPECT_EQ(shapes.substr(0, 7), "7 area ");
   EXPECT_EQ(shapes.find('\n'), shapes.size() - 1);
-  const std::vector<geometry::Point> points = pointsOf(shapes);
+  const std::vector<geometry::Point> points = pointsOfShapes(shapes);
   EXPECT_GT(points.size(), 6u);
   for (const geometry::Point& p : points) {
-    const double turned = std::atan2(p.y, p.x) + (p.y > 1e-9 ? -M_PI : 0.0);
-    const double share = p.x > 0 && std::fabs(p.y) < 1e-9 ? 1.0 : (turned + M_PI) / M_PI;
-    const double half = std::fabs(share) < 1e-9 || p.x < -9.999999 ? 0.0 : share;
-    EXPECT_NEAR(std::fabs(geometry::norm(p) - 10.0), half, 1e-5) << p.x << " " << p.y;
+    const double angle = std::atan2(p.y, p.x);  // from -pi, where it may be pi as well, to 0
+    const double share = angle > 3.0 ? 0.0 : 1.0 + angle / std::numbers::pi;
+    EXPECT_NEAR(std::fabs(geometry::norm(p) - 10.0), share, 1e-5) << p.x << " " << p.y;
   }
 }
 
@@ -245,8 +248,8 @@ TEST(ExactWidePolylines, UnequalScalesAreNamedForWiresAndExactForAreas) {
 
 TEST(ExactWidePolylines, AMirroredBandKeepsItsHole) {
   for (const std::string_view scale : {"1", "-1"}) {
-    const ExactDrawing drawing(scaledBlock(wideSquare(), {{41, scale}}), wide(WideLines::Areas));
-    const std::vector<geometry::Point> points = pointsOf(drawing.shapes());
+    const ExactDrawing drawing(scaledBlock(wideSquare(), {{41, scale}}), wideAs(WideLines::Areas));
+    const std::vector<geometry::Point> points = pointsOfShapes(drawing.shapes());
     double twice = 0.0;
     for (std::size_t i = 0; i + 1 < points.size(); ++i) twice += cross(points[i], points[i + 1]);
     EXPECT_NEAR(twice / 2.0, 16.0, 0.002) << drawing.shapes();
@@ -269,7 +272,7 @@ TEST(ExactWidePolylines, BandsThatAreNotFilledAreTheirEdges) {
   Options options;
   options.fillAlways = true;
   EXPECT_EQ(ExactDrawing(dxf, options).shapes(), "7 wire 1 (0 0) (100 0)\n");
-  EXPECT_EQ(ExactDrawing(dxf, wide(WideLines::Wires)).shapes(), "7 wire 1 (0 0) (100 0)\n");
+  EXPECT_EQ(ExactDrawing(dxf, wideAs(WideLines::Wires)).shapes(), "7 wire 1 (0 0) (100 0)\n");
 
   DxfBuilder ring = oneEntity("LWPOLYLINE", wideRing("-2", "2", "2"));
   ring.header("$FILLMODE", 70, "0");
@@ -312,14 +315,14 @@ TEST(ExactWidePolylines, BandsThatCrossThemselvesAreCoveredByParts) {
 TEST(ExactWidePolylines, HugeOnesEndSoon) {
   std::string text = "0\nSECTION\n2\nENTITIES\n0\nLWPOLYLINE\n8\n0\n90\n-7\n43\n3\n";
   std::uint32_t seed = 1;
-  for (int i = 0; i < 100000; ++i) {
+  for (int i = 0; i < 20000; ++i) {
     seed = seed * 1664525u + 1013904223u;
     text += "10\n" + std::to_string(seed >> 24) + "\n20\n" + std::to_string(seed >> 8 & 255u) +
             "\n42\n" + std::to_string(int(seed & 3u) - 1) + "\n";
   }
   text += "0\nENDSEC\n0\nEOF\n";
-  const ExactDrawing drawing(text, wide(WideLines::Areas));
-  EXPECT_GT(drawing.shapes().size(), 1000000u);
+  const ExactDrawing drawing(text, wideAs(WideLines::Areas));
+  EXPECT_GT(drawing.shapes().size(), 200000u);
 }
 
 }  // namespace
