@@ -18,6 +18,9 @@ class FaceRun {
   void end() { drawn_.clear(); }
 
  private:
+  /// Counts an edge in either sense as drawn; false when it was already.
+  bool isNew(Point from, Point to, double resolution);
+
   int layer_ = 0;
   std::set<std::pair<std::pair<double, double>, std::pair<double, double>>> drawn_;
 };

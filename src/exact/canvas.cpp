@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "exact/area_inset.h"
 #include "geometry/area.h"
 #include "geometry/crossings.h"
 #include "geometry/dashes.h"
@@ -19,6 +20,15 @@ using geometry::CurvePath;
 constexpr double kSlit = 0.001;
 /// Of the size of a curve: its largest distance from the arcs that stand for it.
 constexpr double kTolerancePerSize = 1e-5;
+
+/// How areas are drawn that are not filled.
+constexpr Canvas::Stroke kOutline{.width = {}, .cleanable = false, .solid = true};
+
+/// Layers of copper, silk screens, solder masks and the like, which EAGLE fills with strokes of the
+/// width of an area's edge when it makes the data for production.
+bool isFilledForProduction(int layer) {
+  return (layer >= 1 && layer <= 16) || layer == 21 || layer == 22 || (layer >= 25 && layer <= 36);
+}
 
 /// An area needs three corners.
 void splitTwoCorners(Path& outline) {
@@ -134,7 +144,7 @@ void Canvas::take(const Item& item, Path path, const Stroke& how, bool isCircle)
   Chain chain;
   chain.path = std::move(path);
   chain.width = how.width.value_or(item.pen.width);
-  chain.style = item.pen.style;
+  chain.style = how.solid ? Style::Continuous : item.pen.style;
   chain.cleanable = how.cleanable && !item.isInDimension;
   chain.isArc = how.isArc;
   chain.isCircle = isCircle;
@@ -148,12 +158,21 @@ void Canvas::area(const Item& item, Path outline) {
   tidy(outline);
   splitTwoCorners(outline);
   if (outline.vertices.size() < 3) return lose(item, LossRule::NoSize, first);
-  if (!fills()) return take(item, std::move(outline), {.cleanable = false}, false);
+  if (!fills()) return take(item, std::move(outline), kOutline, false);
   if (!geometry::crossesItself(outline)) return takeArea(item, std::move(outline));
-  const geometry::CrossingFaces faces =
-      geometry::facesOf(std::span(&outline, 1),
-                        {.tolerance = measures_.tolerance, .gap = kSlit * measures_.millimetre});
+  evenOddArea(item, std::span(&outline, 1));
+}
+
+void Canvas::evenOddArea(const Item& item, std::span<const Path> loops) {
+  if (loops.empty() || loops.front().vertices.empty()) return;
+  const Point first = loops.front().vertices.front().at;
+  geometry::Box box;
+  for (const Path& loop : loops) box.add(geometry::bounds(loop));
+  const geometry::CrossingFaces faces = geometry::facesOf(
+      loops,
+      {.tolerance = curveSettings(box.diagonal()).tolerance, .gap = kSlit * measures_.millimetre});
   if (!faces.complete) return lose(item, LossRule::AreaTooIntricate, first);
+  if (faces.faces.empty()) return lose(item, LossRule::NoSize, first);
   for (const geometry::Region& face : faces.faces) region(item, face);
 }
 
@@ -172,8 +191,23 @@ void Canvas::takeArea(const Item& item, Path outline) {
   tidy(outline);
   splitTwoCorners(outline);
   if (outline.vertices.size() < 3) return;
-  if (!fills()) return take(item, std::move(outline), {.cleanable = false}, false);
+  if (!fills()) return take(item, std::move(outline), kOutline, false);
+  fitToFillWidth(item, outline);
   sink_.take(item.origin, Area{std::move(outline)});
+}
+
+void Canvas::fitToFillWidth(const Item& item, Path& outline) {
+  const Point first = outline.vertices.front().at;
+  if (options_.fillWidth > 0.0) {
+    const double reach = 0.5 * options_.fillWidth;
+    std::optional<Path> inset = insetOfConvex(outline, reach);
+    if (inset) geometry::dropClosePoints(*inset, measures_.resolution);
+    if (!inset || inset->vertices.size() < 3) return lose(item, LossRule::AreaGrown, first, reach);
+    outline = std::move(*inset);
+  } else if (!hasFineFill_ && isFilledForProduction(item.origin.layer)) {
+    hasFineFill_ = true;
+    lose(item, LossRule::FineFill, first);
+  }
 }
 
 void Canvas::text(const Item& item, TextLine line) { sink_.take(item.origin, std::move(line)); }

@@ -91,6 +91,8 @@ class Canvas {
 
   /// A filled area by its outline, which may cross itself: then it is cut into areas that do not.
   void area(const Item& item, Path outline);
+  /// The area inside of closed loops by the even-odd rule, wherever they cross each other.
+  void evenOddArea(const Item& item, std::span<const Path> loops);
   /// An area with holes, whose loops do not cross.
   void region(const Item& item, const geometry::Region& region);
   void text(const Item& item, TextLine line);
@@ -109,6 +111,8 @@ class Canvas {
   void strokeDashed(const Item& item, const Path& path, const Stroke& how);
   void take(const Item& item, Path path, const Stroke& how, bool isCircle);
   void takeArea(const Item& item, Path outline);
+  /// Makes room for the width of the edge, and says what the width does to the area.
+  void fitToFillWidth(const Item& item, Path& outline);
   void note(const Item& item, const geometry::CurveReport& report);
 
   const Options& options_;
@@ -117,6 +121,7 @@ class Canvas {
   ShapeSink& sink_;
   LossList& losses_;
   rules::CancelPoll& poll_;
+  bool hasFineFill_ = false;  ///< that was said already
 };
 
 }  // namespace quillon::exact
