@@ -18,8 +18,11 @@ class StyleVariables {
   explicit StyleVariables(const dxf::Drawing& drawing) : drawing_(drawing) {}
 
   void take(int code, std::string_view value) {
-    takeSize(code, base::numberValue(value));
-    takeNumber(code, value);
+    const double number = base::numberValue(value);
+    takeSize(code, number);
+    takeCount(code, number);
+    takeSwitch(code, number != 0.0);
+    takeText(code, value, number);
     takeArrow(code, value);
     if (code == 340) style_.textStyle = drawing_.tableEntries.nameOf("STYLE", value);
   }
@@ -36,6 +39,7 @@ class StyleVariables {
     // A negative one is meant for paper space alone.
     if (factor < 0.0) factor = isInPaperSpace ? -factor : 1.0;
     if (!(factor > 0.0) || !geometry::usable(factor)) factor = 1.0;
+    style_.numbers.hasTolerances = tolerances_[0] || tolerances_[1];
     return std::move(style_);
   }
 
@@ -43,93 +47,51 @@ class StyleVariables {
   static int whole(double number) { return static_cast<int>(std::clamp(number, -1e6, 1e6)); }
 
   void takeSize(int code, double number) {
-    switch (code) {
-      case 40:
-        scale_ = number;
-        break;
-      case 41:
-        style_.arrowSize = number;
-        break;
-      case 42:
-        style_.offset = number;
-        break;
-      case 44:
-        style_.overshoot = number;
-        break;
-      case 75:
-        style_.hidesFirstExtension = number != 0.0;
-        break;
-      case 76:
-        style_.hidesSecondExtension = number != 0.0;
-        break;
-      case 140:
-        style_.textHeight = number;
-        break;
-      case 142:
-        style_.tickSize = number;
-        break;
-      case 147:
-        style_.gap = number;
-        break;
-      default:
-        break;
+    const std::pair<int, double*> fields[] = {
+        {40, &scale_},           {41, &style_.arrowSize},        {42, &style_.offset},
+        {44, &style_.overshoot}, {140, &style_.textHeight},      {142, &style_.tickSize},
+        {147, &style_.gap},      {45, &style_.numbers.rounding}, {144, &style_.numbers.factor},
+    };
+    for (const auto& [field, value] : fields) {
+      if (field == code) *value = number;
     }
   }
 
-  void takeNumber(int code, std::string_view value) {
+  void takeCount(int code, double number) {
     DimensionNumbers& numbers = style_.numbers;
-    const double number = base::numberValue(value);
-    switch (code) {
-      case 3:
-        numbers.around = value;
-        break;
-      case 45:
-        numbers.rounding = number;
-        break;
-      case 71:
-      case 72:
-        tolerances_[code - 71] = number != 0.0;
-        numbers.hasTolerances = tolerances_[0] || tolerances_[1];
-        break;
-      case 78:
-        numbers.zeros = whole(number);
-        break;
-      case 79:
-        numbers.angleZeros = whole(number);
-        break;
-      case 144:
-        numbers.factor = number;
-        break;
-      case 170:
-        numbers.hasAlternateUnits = number != 0.0;
-        break;
-      case 179:
-        numbers.angleDecimals = whole(number);
-        break;
-      case 271:
-        numbers.decimals = whole(number);
-        break;
-      case 270:
-      case 277:
-        numbers.lengthUnits = whole(number);
-        break;
-      case 275:
-        numbers.angleUnits = whole(number);
-        break;
-      case 278:
-        if (number > ' ' && number < 127.0) numbers.decimalPoint = static_cast<char>(number);
-        break;
-      default:
-        break;
+    const std::pair<int, int*> fields[] = {
+        {78, &numbers.zeros},       {79, &numbers.angleZeros},   {179, &numbers.angleDecimals},
+        {271, &numbers.decimals},   {270, &numbers.lengthUnits}, {277, &numbers.lengthUnits},
+        {275, &numbers.angleUnits},
+    };
+    for (const auto& [field, value] : fields) {
+      if (field == code) *value = whole(number);
     }
+  }
+
+  void takeSwitch(int code, bool isOn) {
+    const std::pair<int, bool*> fields[] = {
+        {71, &tolerances_[0]},
+        {72, &tolerances_[1]},
+        {75, &style_.hidesFirstExtension},
+        {76, &style_.hidesSecondExtension},
+        {170, &style_.numbers.hasAlternateUnits},
+        {173, &style_.arrows.differ},
+    };
+    for (const auto& [field, value] : fields) {
+      if (field == code) *value = isOn;
+    }
+  }
+
+  void takeText(int code, std::string_view value, double number) {
+    if (code == 3) style_.numbers.around = value;
+    const bool isCharacter = number > ' ' && number < 127.0;
+    if (code == 278 && isCharacter) style_.numbers.decimalPoint = static_cast<char>(number);
   }
 
   void takeArrow(int code, std::string_view value) {
     ArrowBlocks& arrows = style_.arrows;
     switch (code) {
-      case 173:
-        arrows.differ = base::numberValue(value) != 0.0;
-        break;
       case 5:
         arrows.both = base::upperCase(value, drawing_.encoding);
         break;

@@ -27,10 +27,17 @@ DxfBuilder withArrowBlock() {
   return dxf;
 }
 
+/// From (0 0) to (20 0), 10 above them, without a text.
 DxfBuilder& linearDimension(DxfBuilder& dxf, std::string_view layer = "0") {
-  return dxf.entity(
-      "DIMENSION",
-      {{8, layer}, {10, "20"}, {20, "10"}, {13, "0"}, {23, "0"}, {14, "20"}, {24, "0"}, {70, "0"}});
+  return dxf.entity("DIMENSION", {{8, layer},
+                                  {10, "20"},
+                                  {20, "10"},
+                                  {13, "0"},
+                                  {23, "0"},
+                                  {14, "20"},
+                                  {24, "0"},
+                                  {70, "0"},
+                                  {1, " "}});
 }
 
 TEST(ExactDimensionBlocks, TheBlockIsDrawnWhereItIsAndNotMovedByGroupTen) {
@@ -76,7 +83,8 @@ TEST(ExactDimensionBlocks, MissingAndEmptyBlocksAreReplacedByTheDimensionsPoints
                              {13, "0"},
                              {23, "0"},
                              {14, "20"},
-                             {24, "0"}});
+                             {24, "0"},
+                             {1, " "}});
     EXPECT_EQ(ExactDrawing(dxf).shapes(), block == "FULL" ? "7 dot 0.1 (9 9)\n" : expected);
   }
 }
@@ -244,7 +252,9 @@ TEST(ExactTolerances, TheTextOfAToleranceHasNoFrame) {
     ++found;
   });
   EXPECT_EQ(found, 1);
-  EXPECT_EQ(ExactDrawing(dxf).lossList().countOf(exact::LossRule::ToleranceFrame), 1U);
+  const ExactDrawing drawing(dxf);
+  EXPECT_EQ(drawing.shapes(), "7 text 'j 0.05  A' 2.5 R90 bottom left (2.25 2)\n");
+  EXPECT_EQ(drawing.lossList().countOf(exact::LossRule::ToleranceFrame), 1U);
 }
 
 TEST(ExactTables, ATableIsItsBlockTurnedByItsDirection) {

@@ -14,8 +14,15 @@ DxfBuilder dimensionDrawing(const GroupPairs& groups) {
   return dxf;
 }
 
+/// With a blank as their text, which is none.
+GroupPairs withoutText(GroupPairs groups) {
+  groups.push_back({1, " "});
+  return groups;
+}
+
+/// Everything but the text.
 std::string dimensionShapes(const GroupPairs& groups) {
-  return ExactDrawing(dimensionDrawing(groups)).shapes();
+  return ExactDrawing(dimensionDrawing(withoutText(groups))).shapes();
 }
 
 /// The text of a dimension: "20.00 at (10 12) R0".
@@ -87,17 +94,17 @@ TEST(ExactDimensions, ObliqueExtensionLinesMoveTheDimensionLine) {
 }
 
 TEST(ExactDimensions, ExtensionLinesCanBeHiddenOrTooShort) {
-  DxfBuilder hidden = oneEntity("DIMENSION", linearGroups());
+  DxfBuilder hidden = oneEntity("DIMENSION", withoutText(linearGroups()));
   hidden.tableEntry("DIMSTYLE", "STANDARD", {{41, "0"}, {42, "1"}, {44, "2"}, {75, "1"}});
   EXPECT_EQ(ExactDrawing(hidden).shapes(),
             "7 wire 0 (20 1) (20 12) as it is\n7 wire 0 (0 10) (20 10) as it is\n");
-  DxfBuilder shortOnes = oneEntity("DIMENSION", linearGroups());
+  DxfBuilder shortOnes = oneEntity("DIMENSION", withoutText(linearGroups()));
   shortOnes.tableEntry("DIMSTYLE", "STANDARD", {{41, "0"}, {42, "13"}, {44, "2"}, {76, "1"}});
   EXPECT_EQ(ExactDrawing(shortOnes).shapes(), "7 wire 0 (0 10) (20 10) as it is\n");
 }
 
 TEST(ExactDimensions, TicksReplaceArrowsWhereTheyHaveASize) {
-  DxfBuilder dxf = oneEntity("DIMENSION", linearGroups());
+  DxfBuilder dxf = oneEntity("DIMENSION", withoutText(linearGroups()));
   dxf.tableEntry("DIMSTYLE", "STANDARD", {{41, "3"}, {75, "1"}, {76, "1"}, {142, "2"}});
   EXPECT_EQ(ExactDrawing(dxf).shapes(),
             "7 wire 0 (0 10) (20 10) as it is\n"
@@ -138,7 +145,7 @@ TEST(ExactDimensions, AnAngleByPointsCanBeMoreThanHalfATurn) {
 TEST(ExactDimensions, ArrowsOfAnAnglePointAlongItsArc) {
   GroupPairs groups = {{10, "5"}, {20, "0"}, {13, "2"}, {23, "-2"}, {14, "2"},
                        {24, "2"}, {15, "0"}, {25, "0"}, {70, "5"}};
-  DxfBuilder dxf = oneEntity("DIMENSION", groups);
+  DxfBuilder dxf = oneEntity("DIMENSION", withoutText(groups));
   dxf.tableEntry("DIMSTYLE", "STANDARD", {{41, "3"}, {75, "1"}, {76, "1"}});
   // At 45 degrees: the tip at 5 * 0.7071; the base 3 back along the tangent, 0.5 to each side.
   EXPECT_EQ(ExactDrawing(dxf).shapes(),
@@ -154,7 +161,7 @@ TEST(ExactDimensions, ADiameterIsALineAcrossWithTwoArrows) {
                              {15, "10"}, {25, "0"}, {70, "3"}};
   EXPECT_EQ(dimensionShapes(groups), "7 wire 0 (0 0) (10 0) as it is\n");
   EXPECT_EQ(dimensionTextOf(groups), "%%c10.00 at (5 1) R0");
-  DxfBuilder dxf = oneEntity("DIMENSION", groups);
+  DxfBuilder dxf = oneEntity("DIMENSION", withoutText(groups));
   dxf.tableEntry("DIMSTYLE", "STANDARD", {{41, "3"}});
   EXPECT_EQ(ExactDrawing(dxf).shapes(),
             "7 wire 0 (0 0) (10 0) as it is\n"
@@ -166,7 +173,7 @@ TEST(ExactDimensions, ARadiusHasOneArrowAtTheCircle) {
   const GroupPairs groups = {{10, "0"},  {20, "0"}, {11, "5"}, {21, "1"},
                              {15, "10"}, {25, "0"}, {70, "4"}};
   EXPECT_EQ(dimensionTextOf(groups), "R10.00 at (5 1) R0");
-  DxfBuilder dxf = oneEntity("DIMENSION", groups);
+  DxfBuilder dxf = oneEntity("DIMENSION", withoutText(groups));
   dxf.tableEntry("DIMSTYLE", "STANDARD", {{41, "3"}});
   EXPECT_EQ(ExactDrawing(dxf).shapes(),
             "7 wire 0 (0 0) (10 0) as it is\n7 area (10 0) (7 0.5) (7 -0.5) (10 0)\n");
@@ -270,23 +277,37 @@ TEST(ExactDimensions, InBlocksTheyMeasureWhatTheBlockSays) {
                             {23, "0"},
                             {14, "20"},
                             {24, "0"},
-                            {70, "0"}})
+                            {70, "0"},
+                            {1, " "}})
       .endBlock();
   dxf.entity("INSERT", {{8, "0"}, {2, "B"}, {10, "0"}, {20, "0"}, {41, "2"}, {42, "2"}});
   EXPECT_EQ(ExactDrawing(dxf).shapes(), "7 wire 0 (0 20) (40 20) as it is\n");
 }
 
 TEST(ExactDimensions, WhatTheMeasureLacksIsNamed) {
-  DxfBuilder dxf = oneEntity("DIMENSION", linearGroups());
-  dxf.tableEntry("DIMSTYLE", "STANDARD", {{71, "1"}, {277, "4"}});
-  EXPECT_EQ(ExactDrawing(dxf).losses(),
-            "dimension-units DIMENSION 1 line 29\ndimension-tolerances DIMENSION 1 line 29\n");
-  DxfBuilder alternate = oneEntity("DIMENSION", linearGroups());
-  alternate.tableEntry("DIMSTYLE", "STANDARD", {{170, "1"}});
-  EXPECT_EQ(ExactDrawing(alternate).lossList().countOf(exact::LossRule::DimensionTolerances), 1U);
-  DxfBuilder own = oneEntity("DIMENSION", linearGroups({{1, "see note"}}));
-  own.tableEntry("DIMSTYLE", "STANDARD", {{71, "1"}, {277, "4"}});
-  EXPECT_EQ(ExactDrawing(own).losses(), "");
+  using Counts = std::pair<std::uint64_t, std::uint64_t>;
+  const auto lossesOf = [](const GroupPairs& groups, Groups style) {
+    DxfBuilder dxf = oneEntity("DIMENSION", groups);
+    dxf.tableEntry("DIMSTYLE", "STANDARD", style);
+    const exact::LossList losses = ExactDrawing(dxf).lossList();
+    return Counts(losses.countOf(exact::LossRule::DimensionUnits),
+                  losses.countOf(exact::LossRule::DimensionTolerances));
+  };
+  EXPECT_EQ(lossesOf(linearGroups(), {{71, "1"}, {277, "4"}}), Counts(1, 1));
+  EXPECT_EQ(lossesOf(linearGroups(), {{72, "1"}, {277, "2"}}), Counts(0, 1));
+  EXPECT_EQ(lossesOf(linearGroups(), {{170, "1"}}), Counts(0, 1));
+  EXPECT_EQ(lossesOf(angleBetweenLines("3", "4"), {{275, "3"}}), Counts(1, 0));
+  EXPECT_EQ(lossesOf(linearGroups({{1, "see note"}}), {{71, "1"}, {277, "4"}}), Counts(0, 0));
+}
+
+TEST(ExactDimensions, TheTextIsDrawnAroundItsPlace) {
+  // Capitals of 2.5 whose middle is the place.
+  EXPECT_EQ(ExactDrawing(
+                dimensionDrawing(
+                    {{10, "0"}, {20, "0"}, {11, "5"}, {21, "4"}, {15, "10"}, {25, "0"}, {70, "4"}}))
+                .shapes(),
+            "7 wire 0 (0 0) (10 0) as it is\n"
+            "7 text 'R10.00' 2.5 R0 bottom centre (5 2.75)\n");
 }
 
 TEST(ExactDimensions, WithoutPlaceOrSenseTheyAreNamed) {

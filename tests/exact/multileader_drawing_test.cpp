@@ -197,6 +197,12 @@ TEST(ExactMultiLeaders, TheirTextIsAParagraphOfItsContext) {
   EXPECT_EQ(found, 1);
 }
 
+TEST(ExactMultiLeaders, TheirTextHangsFromItsPlace) {
+  const GroupPairs context = {{290, "1"}, {304, "text"}, {41, "2.5"}, {12, "25"}, {22, "6"}};
+  EXPECT_EQ(ExactDrawing(multiLeader({.context = context, .entity = {{170, "0"}}})).shapes(),
+            "7 text 'text' 2.5 R0 bottom left (25 3.5)\n");
+}
+
 TEST(ExactMultiLeaders, ATextIsTurnedByItsRotationWhereItsDirectionIsLeft) {
   exact::LeaderText text;
   text.rotation = 0.5 * 3.14159265358979323846;
