@@ -48,16 +48,14 @@ std::optional<std::pair<double, double>> within(const geometry::Box& box, Point 
 
 }  // namespace
 
-template <typename Shape>
-void Cleaning::hold(const Origin& origin, Shape&& shape) {
-  HeldShape held{origin, std::forward<Shape>(shape)};
+void Cleaning::hold(HeldShape&& held) {
   if (!options_.holdsShapes()) {
     handedOn_.add(boundsOfShape(held));
     handOn(held);
     return;
   }
-  const auto [found, isNew] = layers_.try_emplace(origin.layer);
-  if (isNew) order_.push_back(origin.layer);
+  const auto [found, isNew] = layers_.try_emplace(held.origin.layer);
+  if (isNew) order_.push_back(held.origin.layer);
   found->second.push_back(std::move(held));
 }
 
@@ -110,7 +108,7 @@ void Cleaning::cutEndless() {
     chain.path = {{{line.start + way * from}, {line.start + way * part->second}}, false};
     chain.width = line.width;
     chain.cleanable = false;
-    hold(origin, std::move(chain));
+    hold({origin, std::move(chain)});
   }
 }
 

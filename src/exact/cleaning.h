@@ -23,11 +23,11 @@ class Cleaning final : public ShapeSink {
   Cleaning(const Options& options, LossList& losses, ShapeSink& next)
       : options_(options), measures_(options), losses_(losses), next_(next) {}
 
-  void take(const Origin& origin, Chain&& chain) override { hold(origin, std::move(chain)); }
-  void take(const Origin& origin, Area&& area) override { hold(origin, std::move(area)); }
-  void take(const Origin& origin, TextLine&& text) override { hold(origin, std::move(text)); }
-  void take(const Origin& origin, const Dot& dot) override { hold(origin, Dot(dot)); }
-  void take(const Origin& origin, const Hole& hole) override { hold(origin, Hole(hole)); }
+  void take(const Origin& origin, Chain&& chain) override { hold({origin, std::move(chain)}); }
+  void take(const Origin& origin, Area&& area) override { hold({origin, std::move(area)}); }
+  void take(const Origin& origin, TextLine&& text) override { hold({origin, std::move(text)}); }
+  void take(const Origin& origin, const Dot& dot) override { hold({origin, dot}); }
+  void take(const Origin& origin, const Hole& hole) override { hold({origin, hole}); }
   void take(const Origin& origin, const EndlessLine& line) override {
     endless_.push_back({origin, line});
   }
@@ -43,8 +43,7 @@ class Cleaning final : public ShapeSink {
  private:
   using HeldEndless = std::pair<Origin, EndlessLine>;
 
-  template <typename Shape>
-  void hold(const Origin& origin, Shape&& shape);
+  void hold(HeldShape&& held);
   void cutEndless();
   void handOn(HeldShape& held);
 

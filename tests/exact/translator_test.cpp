@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "exact_drawing.h"
 
 namespace quillon::testing {
