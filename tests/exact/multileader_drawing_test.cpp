@@ -109,7 +109,8 @@ TEST(ExactMultiLeaders, ArrowsCanBeABlock) {
 TEST(ExactMultiLeaders, GapsInLinesAreNamed) {
   const ExactDrawing drawing(multiLeader({.line = {{90, "0"}, {11, "5"}, {21, "0"}}}));
   EXPECT_EQ(drawing.shapes(), std::string(kLeaderLine) + kLeaderDogleg + kLeaderArrow);
-  EXPECT_EQ(drawing.losses(), "leader-breaks MULTILEADER 1 line 7\n");
+  EXPECT_EQ(drawing.losses(),
+            "leader-breaks MULTILEADER 1 line 7\nfine-fill MULTILEADER 1 line 7\n");
 }
 
 /// A block with a line from its base point (1 0) on.
@@ -141,7 +142,7 @@ TEST(ExactMultiLeaders, AttributesOfABlockAndMissingBlocksAreNamed) {
                 .countOf(exact::LossRule::LeaderAttributes),
             1U);
   EXPECT_EQ(ExactDrawing(multiLeader({.context = kBlockContent})).losses(),
-            "missing-block MULTILEADER 1 line 7\n");
+            "missing-block MULTILEADER 1 line 7\nfine-fill MULTILEADER 1 line 7\n");
 }
 
 TEST(ExactMultiLeaders, OnLayersThatAreOffOnlyWhatIsOnOthersShows) {

@@ -61,7 +61,7 @@ std::vector<geometry::Point> pointsOfShapes(const std::string& shapes) {
 TEST(ExactWidePolylines, AShortOneIsTheAreaOfItsBandWithFlatEnds) {
   const ExactDrawing drawing(oneEntity("LWPOLYLINE", wideLine("10", "1")));
   EXPECT_EQ(drawing.shapes(), "7 area (0 0.5) (0 -0.5) (10 -0.5) (10 0.5) (0 0.5)\n");
-  EXPECT_EQ(drawing.losses(), "");
+  EXPECT_EQ(drawing.losses(), "fine-fill LWPOLYLINE 1 line 7\n");
 }
 
 TEST(ExactWidePolylines, CornersOfABandAreMitred) {
@@ -176,7 +176,7 @@ TEST(ExactWidePolylines, EachRunOfOneWidthIsDrawnByItself) {
             "7 wire 1 (0 0) (100 0) (100 100)\n"
             "7 area (100 99) (100 101) (90 101) (90 99) (100 99)\n"
             "7 wire 0 (90 100) (0 100)\n");
-  EXPECT_EQ(measuredLosses(drawing), "round-ends 1 1\n");
+  EXPECT_EQ(measuredLosses(drawing), "round-ends 1 1\nfine-fill 1 0\n");
 }
 
 TEST(ExactWidePolylines, AnEdgeThatTapersIsAnAreaAndATipATriangle) {
@@ -243,7 +243,7 @@ TEST(ExactWidePolylines, UnequalScalesAreNamedForWiresAndExactForAreas) {
   EXPECT_EQ(measuredLosses(wire), "round-ends 1 2\nuneven-width 1 2\n");
   const ExactDrawing area(scaledBlock(wideLine("10", "1"), {{41, "4"}, {42, "1"}}));
   EXPECT_EQ(area.shapes(), "7 area (0 0.5) (0 -0.5) (40 -0.5) (40 0.5) (0 0.5)\n");
-  EXPECT_EQ(area.losses(), "");
+  EXPECT_EQ(area.losses(), "fine-fill LWPOLYLINE 1 line 19\n");
 }
 
 TEST(ExactWidePolylines, AMirroredBandKeepsItsHole) {
@@ -292,7 +292,7 @@ TEST(ExactWidePolylines, AreasHaveNoDashesAndThatIsNamed) {
     options.lineTypes = types;
     const ExactDrawing drawing(dxf, options);
     EXPECT_EQ(drawing.shapes(), "7 area (0 0.5) (0 -0.5) (10 -0.5) (10 0.5) (0 0.5)\n");
-    EXPECT_EQ(measuredLosses(drawing), "line-type-solid 1 0\n");
+    EXPECT_EQ(measuredLosses(drawing), "line-type-solid 1 0\nfine-fill 1 0\n");
   }
 }
 
