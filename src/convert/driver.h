@@ -72,6 +72,8 @@ struct NamedLoss {
 /// What only the exact rules find out.
 struct ExactFindings {
   UnitChoice unit;                ///< of the drawing
+  double scriptUnit = 1.0;        ///< millimetres in a unit of the script
+  double limit = 0.0;             ///< EAGLE's largest coordinate, in units of the script
   std::vector<NamedLoss> losses;  ///< in the order of first occurrence
   exact::OutlineReport outlines;
   bool drewPaperSpace = false;  ///< as the model space is empty

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "convert/findings.h"
 
 namespace quillon::convert {
 namespace {
@@ -208,6 +209,15 @@ void putCounts(ReportText& text, const ConversionResult& result, const texts::Te
   text.line("  ");
 }
 
+/// An appendix after the report's own text.
+void putFindings(ReportText& text, const ConversionResult& result, const texts::Texts& texts) {
+  if (!result.exact) return;
+  text.blank();
+  text.field(TextId::FindingsTitle);
+  text.field(TextId::ReportRule);
+  for (const std::string& line : allFindingLines(result, texts)) text.line(line);
+}
+
 }  // namespace
 
 std::string buildReport(const ConversionJob& job, const ConversionResult& result,
@@ -219,6 +229,7 @@ std::string buildReport(const ConversionJob& job, const ConversionResult& result
   putLayers(text, job, drawing, layers, texts);
   putBlocks(text, job, drawing, library, texts);
   putCounts(text, result, texts);
+  putFindings(text, result, texts);
   return text.take();
 }
 

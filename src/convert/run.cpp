@@ -103,7 +103,7 @@ class Run {
     dxf::readDefinitions(drawing_, reader_);
     const ScriptFrame frame = loadFrameOrFail();
     LayerAssignment layers(files_.layers, job_.defaultLayer, drawing_.encoding);
-    if (isExact()) result_.exact.emplace().unit = chooseUnit(layers);
+    if (isExact()) beginFindings(layers);
     const bool fromMark = job_.version != kEagle3 && !isExact();
     eagle::ScriptWriter script(files_.script, coordinates(),
                                fromMark ? eagle::PointForm::FromMark : eagle::PointForm::Plain);
@@ -136,8 +136,8 @@ class Run {
 
   /// The target's commands, the header, every entity in file order, and the remaining parts of the
   /// block library. Entities are converted while the rest of the drawing is still being read.
-  void convertEntities(const RuleSet& ruleSet, rules::CancelPoll& cancelled,
-                       TargetCommands& target, BlockLibrary& library) {
+  void convertEntities(const RuleSet& ruleSet, rules::CancelPoll& cancelled, TargetCommands& target,
+                       BlockLibrary& library) {
     rules::Translation& translation = *ruleSet.translation;
     target.writeTargetOpen();
     target.writeScriptHeader();
@@ -169,6 +169,13 @@ class Run {
       coordinates.limit = kLimitOfEagle6 / base::unitRecord(job_.unit).millimetres;
     }
     return coordinates;
+  }
+
+  void beginFindings(LayerAssignment& layers) {
+    ExactFindings& findings = result_.exact.emplace();
+    findings.unit = chooseUnit(layers);
+    findings.scriptUnit = base::unitRecord(job_.unit).millimetres;
+    findings.limit = eagle::DrawingArea(coordinates()).limit();
   }
 
   double drawingUnit() const { return result_.exact ? result_.exact->unit.millimetres : 1.0; }

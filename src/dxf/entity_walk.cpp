@@ -81,7 +81,7 @@ bool EntityWalk::step(DxfEntity& entity) {
 
 /// Whether this name of no recognised kind is handed on all the same.
 bool EntityWalk::isOtherEntity(std::string_view name) const {
-  return drawing_.everyKind && !name.empty() && isLetter(name.front()) && !isStructureName(name);
+  return drawing_.everyKind && !isNoName(name) && !isStructureName(name);
 }
 
 bool EntityWalk::findNextEntity() {

@@ -11,7 +11,7 @@
 
 namespace quillon::exact {
 
-enum class LossGroup : std::uint8_t { NotDrawn, Hidden, Simplified, Cleaned, OutOfRange };
+enum class LossGroup : std::uint8_t { NotDrawn, Hidden, Simplified, Cleaned };
 
 /// The rules by which something of the drawing is left out or changed.
 enum class LossRule : std::uint8_t {

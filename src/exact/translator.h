@@ -89,7 +89,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   rules::EntityCounts counts_{};
   rules::EntityCounts leftOut_{};
   std::vector<char> isExternal_;  ///< by block index: true for a reference to another file
-  std::vector<char> expanding_;  ///< by block index: true while the block is being drawn
+  std::vector<char> expanding_;   ///< by block index: true while the block is being drawn
   std::vector<Expansion> expansions_;
   const char* currentPosition_ = nullptr;
 };

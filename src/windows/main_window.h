@@ -92,7 +92,7 @@ class MainWindow : public QDialog {
   QString followedScript_;             ///< the path last set by putScriptBeside
   QString drawingOfLayers_;            ///< the drawing for which the layer file was chosen
   double polyWidth_ = 0.0;
-  std::string rules_;  ///< likewise
+  std::string rules_;                   ///< likewise
   ProgressDialog* progress_ = nullptr;  ///< while a conversion runs
 };
 

@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "base/quotable.h"
+#include "convert/findings.h"
 #include "convert/messages.h"
 #include "convert/summary.h"
 #include "windows/screen_fit.h"
@@ -186,6 +187,9 @@ QStringList ResultPanel::resultLines(const convert::ConversionResult& result) co
   for (const std::string& line : {convert::hiddenText(result, context_.texts()),
                                   convert::damageText(result, context_.texts())}) {
     if (!line.empty()) lines << toQt(line);
+  }
+  for (const std::string& line : convert::findingLines(result, context_.texts())) {
+    lines << toQt(line);
   }
   if (result.outcome == convert::Outcome::Cancelled)
     lines << context_.text(TextId::ResultCancelled);

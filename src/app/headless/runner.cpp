@@ -17,6 +17,7 @@
 #include "app/headless/worker.h"
 #include "base/quotable.h"
 #include "convert/driver.h"
+#include "convert/findings.h"
 #include "convert/layer_file.h"
 #include "convert/messages.h"
 #include "convert/summary.h"
@@ -308,6 +309,9 @@ class Runner {
         "\n";
     const std::string hidden = convert::hiddenText(result, texts_);
     if (!hidden.empty()) text += hidden + "\n";
+    for (const std::string& line : convert::findingLines(result, texts_)) {
+      text += line + "\n";
+    }
     text += texts_(TextId::LinesWritten,
                    {base::quotable(result.scriptFile), std::to_string(result.commandCount)}) +
             "\n";

@@ -3,6 +3,7 @@
 #include "app/console/interrupt.h"
 #include "app/unattended/batch.h"
 #include "base/quotable.h"
+#include "convert/findings.h"
 #include "convert/messages.h"
 #include "convert/summary.h"
 #include "errors/attempt.h"
@@ -121,6 +122,9 @@ Outcome UnattendedRun::convert(bool listed) {
                         "\n");
     const std::string hidden = convert::hiddenText(result, texts_);
     if (!hidden.empty()) console_.printError(hidden + "\n");
+    for (const std::string& line : convert::findingLines(result, texts_)) {
+      console_.printError(line + "\n");
+    }
   }
   if (result.outcome != Outcome::Ended) {
     for (const convert::Message& warning : convert::lossWarnings(result, texts_)) {

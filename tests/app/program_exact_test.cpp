@@ -1,0 +1,276 @@
+// The exact rules on the command line: each option, and what is wrong with values.
+#include "app/json_value.h"
+#include "app/program_fixture.h"
+
+namespace quillon::headless {
+namespace {
+
+using testing::DxfBuilder;
+using testing::JsonValue;
+
+class ExactProgramTest : public ProgramTest {
+ protected:
+  testing::ProgramResult runExact(const DxfBuilder& dxf, const Strings& options,
+                                  const Strings& further = {"--quiet"}) {
+    write("part.dxf", dxf);
+    Strings arguments = {"part.dxf", "-o", "-", "--name", "", "--rules", "exact", "--eagle", "6"};
+    arguments.insert(arguments.end(), further.begin(), further.end());
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return run(arguments);
+  }
+  /// The commands between the settings of the exact rules and the end of the frame.
+  std::string drawn(const DxfBuilder& dxf, const Strings& options = {}) {
+    const testing::ProgramResult result = runExact(dxf, options);
+    EXPECT_EQ(result.exitCode, 0) << result.error;
+    const std::string_view start = "Change Ratio 8;\r\n";
+    const std::size_t from = result.output.find(start);
+    const std::size_t to = result.output.find("Set Undo_Log on;");
+    if (from == std::string::npos || to == std::string::npos) return result.output;
+    std::string text = result.output.substr(from + start.size(), to - from - start.size());
+    const std::string align = "Change Align Bottom Left;\r\n";
+    if (text.starts_with(align)) text.erase(0, align.size());
+    return text;
+  }
+  std::string usageError(const Strings& options, const DxfBuilder& dxf = oneLine()) {
+    const testing::ProgramResult result = runExact(dxf, options);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.output, "");
+    return result.error;
+  }
+  static DxfBuilder line(std::string_view layer = "0") {
+    DxfBuilder dxf;
+    dxf.entity("LINE", {{8, layer}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"}});
+    return dxf;
+  }
+};
+
+TEST_F(ExactProgramTest, DrawsInMillimetresWithPlainPoints) {
+  EXPECT_EQ(drawn(line()),
+            "Layer  20 ;\r\n"
+            "Wire 0.0000000 (0.0000000 0.0000000) (10.0000000 0.0000000);\r\n");
+}
+
+TEST_F(ExactProgramTest, ItsOptionsNeedItsRules) {
+  write("part.dxf", oneLine());
+  for (const char* const option :
+       {"--hidden", "--lineweights", "--closed-as-areas", "--plain-letters", "--keep-duplicates"}) {
+    const testing::ProgramResult result = run({"part.dxf", option});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_NE(result.error.find(std::string(option) + " needs --rules exact"), std::string::npos)
+        << result.error;
+  }
+  const testing::ProgramResult result = run({"part.dxf", "--join", "0.1", "--rules", "classic"});
+  EXPECT_NE(result.error.find("--join needs --rules exact"), std::string::npos) << result.error;
+}
+
+TEST_F(ExactProgramTest, RefusesEagle3) {
+  write("part.dxf", oneLine());
+  const testing::ProgramResult result = run({"part.dxf", "--rules", "exact", "--eagle", "3.5"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_NE(result.error.find("Exact conversion needs EAGLE 4.1 or later."), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, PartsAreRefused) {
+  EXPECT_NE(usageError({"--blocks", "used"}).find("--rules exact draws blocks in place"),
+            std::string::npos);
+}
+
+TEST_F(ExactProgramTest, DrawingUnitScalesToTheUnitOfTheScript) {
+  EXPECT_NE(drawn(line(), {"--drawing-unit", "inch"}).find("(254.0000000 0.0000000)"),
+            std::string::npos);
+  EXPECT_NE(drawn(line(), {"--unit", "mil"}).find("(393.7007874 0.0000000)"), std::string::npos);
+  EXPECT_NE(usageError({"--drawing-unit", "parsec"}).find("\"parsec\" is not one of auto|mm|inch"),
+            std::string::npos);
+}
+
+TEST_F(ExactProgramTest, AutoBelievesTheDrawingsUnit) {
+  DxfBuilder dxf = line();
+  dxf.header("$INSUNITS", 70, "1");
+  EXPECT_NE(drawn(dxf).find("(254.0000000 0.0000000)"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, AutoTakesMillimetresWhereTheUnitMakesNoSense) {
+  DxfBuilder dxf = line();
+  dxf.header("$INSUNITS", 70, "6");
+  EXPECT_NE(drawn(dxf).find("(10.0000000 0.0000000)"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, LineWidthIsThatOfLinesWithoutOne) {
+  EXPECT_NE(drawn(line(), {"--line-width", "0.2"}).find("Wire 0.2000000 "), std::string::npos);
+  EXPECT_NE(usageError({"--line-width", "-1"}).find("is not between 0 and"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, FillWidthIsThatOfTheEdgesOfAreas) {
+  DxfBuilder dxf;
+  dxf.entity("SOLID",
+             {{8, "0"}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"}, {12, "0"}, {22, "10"}});
+  EXPECT_NE(drawn(dxf).find("Polygon 0.0000000 (0.0000000 0.0000000)"), std::string::npos);
+  EXPECT_NE(drawn(dxf, {"--fill-width", "0.1"}).find("Polygon 0.1000000 ("), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, ToleranceDecidesHowManyArcsACurveHas) {
+  DxfBuilder dxf;
+  dxf.entity("ELLIPSE", {{8, "0"},
+                         {10, "0"},
+                         {20, "0"},
+                         {11, "50"},
+                         {21, "0"},
+                         {40, "0.5"},
+                         {41, "0"},
+                         {42, "6.283185307179586"}});
+  EXPECT_LT(drawn(dxf, {"--tolerance", "0.1"}).size(), drawn(dxf).size() / 2);
+  EXPECT_NE(usageError({"--tolerance", "2"}).find("\"2\" is not between 0.0001 and 1"),
+            std::string::npos);
+}
+
+TEST_F(ExactProgramTest, JoinIsHowFarEndsMayBeApart) {
+  DxfBuilder dxf = line();
+  dxf.entity("LINE", {{8, "0"}, {10, "10.05"}, {20, "0"}, {11, "10.05"}, {21, "10"}});
+  const std::string apart = drawn(dxf);
+  EXPECT_NE(apart.find("(10.0500000 0.0000000)"), std::string::npos) << apart;
+  EXPECT_EQ(drawn(dxf, {"--join", "0.1"}).find("(10.0500000 0.0000000)"), std::string::npos);
+  EXPECT_NE(usageError({"--join", "1.5"}).find("\"1.5\" is not between 0 and 1"),
+            std::string::npos);
+}
+
+TEST_F(ExactProgramTest, SpaceChoosesWhatIsDrawn) {
+  DxfBuilder dxf = line();
+  dxf.entity("LINE", {{67, "1"}, {8, "0"}, {10, "0"}, {20, "5"}, {11, "7"}, {21, "5"}});
+  EXPECT_EQ(drawn(dxf).find("(7.0000000 5.0000000)"), std::string::npos);
+  EXPECT_NE(drawn(dxf, {"--space", "both"}).find("(7.0000000 5.0000000)"), std::string::npos);
+  EXPECT_EQ(drawn(dxf, {"--space", "paper"}).find("(10.0000000 0.0000000)"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, AnEmptyModelSpaceGivesWayToThePaperSpace) {
+  DxfBuilder dxf;
+  dxf.entity("LINE", {{67, "1"}, {8, "0"}, {10, "0"}, {20, "5"}, {11, "7"}, {21, "5"}});
+  const testing::ProgramResult result = runExact(dxf, {}, {});
+  EXPECT_NE(result.output.find("(7.0000000 5.0000000)"), std::string::npos) << result.output;
+  EXPECT_NE(result.error.find("The model space is empty; the paper space was converted."),
+            std::string::npos)
+      << result.error;
+}
+
+TEST_F(ExactProgramTest, HiddenDrawsLayersThatAreOff) {
+  DxfBuilder dxf = line("DARK");
+  dxf.layer("DARK", {{70, "0"}, {62, "-7"}, {6, "CONTINUOUS"}, {290, "1"}});
+  EXPECT_EQ(drawn(dxf).find("Wire"), std::string::npos);
+  EXPECT_NE(drawn(dxf, {"--hidden"}).find("Wire"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, LineTypesCanBeStylesAndDashes) {
+  DxfBuilder dxf;
+  dxf.dashes("DASHED", "3", {"2", "-1"});
+  dxf.entity("LINE", {{8, "0"}, {6, "DASHED"}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"}});
+  EXPECT_EQ(drawn(dxf).find("Style"), std::string::npos);
+  EXPECT_NE(drawn(dxf, {"--line-types", "style"}).find("Change Style ShortDash;"),
+            std::string::npos);
+  const std::string dashes = drawn(dxf, {"--line-types", "dashes"});
+  EXPECT_NE(dashes.find("Wire", dashes.find("Wire") + 1), std::string::npos) << dashes;
+}
+
+TEST_F(ExactProgramTest, LineWeightsBecomeWidths) {
+  DxfBuilder dxf;
+  dxf.entity("LINE", {{8, "0"}, {370, "50"}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"}});
+  EXPECT_NE(drawn(dxf, {"--lineweights"}).find("Wire 0.5000000 "), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, ClosedPolylinesCanBeAreas) {
+  DxfBuilder dxf;
+  dxf.entity("LWPOLYLINE", {{8, "0"},
+                            {90, "3"},
+                            {70, "1"},
+                            {10, "0"},
+                            {20, "0"},
+                            {10, "10"},
+                            {20, "0"},
+                            {10, "0"},
+                            {20, "10"}});
+  EXPECT_EQ(drawn(dxf).find("Polygon"), std::string::npos);
+  EXPECT_NE(drawn(dxf, {"--closed-as-areas"}).find("Polygon"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, CirclesOfALayerBecomeHoles) {
+  DxfBuilder dxf;
+  dxf.entity("CIRCLE", {{8, "Drill"}, {10, "5"}, {20, "5"}, {40, "1.6"}});
+  EXPECT_EQ(drawn(dxf).find("Hole"), std::string::npos);
+  EXPECT_EQ(drawn(dxf, {"--holes", "drill"}), "Hole 3.2000000 (5.0000000 5.0000000);\r\n");
+  EXPECT_EQ(drawn(dxf, {"--holes", "drill", "--hole-diameters", "4..5"}).find("Hole"),
+            std::string::npos);
+  EXPECT_NE(usageError({"--hole-diameters", "5"}).find("is not two numbers such as 0.2..6.5"),
+            std::string::npos);
+}
+
+TEST_F(ExactProgramTest, PointsAreWhatIsChosen) {
+  DxfBuilder dxf;
+  dxf.entity("POINT", {{8, "0"}, {10, "1"}, {20, "2"}});
+  EXPECT_NE(drawn(dxf, {"--points", "dot"}).find("Circle 0.0 "), std::string::npos);
+  EXPECT_EQ(drawn(dxf, {"--points", "none"}), "");
+  EXPECT_EQ(drawn(dxf, {"--points", "hole:0.8"}), "Hole 0.8000000 (1.0000000 2.0000000);\r\n");
+  EXPECT_NE(usageError({"--points", "hole:x"}).find("is not one of glyph|dot|none|hole:D"),
+            std::string::npos);
+}
+
+TEST_F(ExactProgramTest, PlainLettersAreAscii) {
+  DxfBuilder dxf;
+  dxf.entity("TEXT", {{8, "0"}, {10, "0"}, {20, "0"}, {40, "2"}, {1, "%%c5 %%p1"}});
+  EXPECT_NE(drawn(dxf, {"--plain-letters"}).find("'D5 +/-1'"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, PlaceMovesTheDrawing) {
+  DxfBuilder dxf;
+  dxf.entity("LINE", {{8, "0"}, {10, "100"}, {20, "50"}, {11, "110"}, {21, "70"}});
+  EXPECT_NE(
+      drawn(dxf, {"--place", "lower-left"}).find("(0.0000000 0.0000000) (10.0000000 20.0000000)"),
+      std::string::npos);
+  EXPECT_NE(
+      drawn(dxf, {"--place", "centre"}).find("(-5.0000000 -10.0000000) (5.0000000 10.0000000)"),
+      std::string::npos);
+}
+
+TEST_F(ExactProgramTest, WhatIsDrawnTwiceCanStay) {
+  DxfBuilder dxf = line();
+  dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"}});
+  const std::string once = drawn(dxf);
+  EXPECT_EQ(once.find("Wire", once.find("Wire") + 1), std::string::npos) << once;
+  const std::string twice = drawn(dxf, {"--keep-duplicates", "--join", "0"});
+  EXPECT_NE(twice.find("Wire", twice.find("Wire") + 1), std::string::npos) << twice;
+}
+
+TEST_F(ExactProgramTest, SaysThatNothingIsLost) {
+  const testing::ProgramResult result = runExact(line(), {}, {});
+  EXPECT_NE(result.error.find("Everything that the drawing shows was converted."),
+            std::string::npos)
+      << result.error;
+  EXPECT_NE(result.error.find("Size: 10 x 0 mm (0.3937 x 0 inches)"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, NamesWhatIsLost) {
+  DxfBuilder dxf = line();
+  dxf.entity("BODY", {{8, "0"}, {1, "x"}});
+  const testing::ProgramResult result = runExact(dxf, {}, {});
+  EXPECT_NE(result.error.find("Not drawn, unknown kind: BODY 1 (first in line 19)"),
+            std::string::npos)
+      << result.error;
+  EXPECT_EQ(result.error.find("Everything that the drawing shows"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, JsonHasLossesGapsAndTheUnit) {
+  DxfBuilder dxf = line();
+  dxf.entity("LINE", {{8, "0"}, {10, "10.5"}, {20, "0"}, {11, "20"}, {21, "0"}});
+  dxf.entity("BODY", {{8, "0"}, {1, "x"}});
+  write("part.dxf", dxf);
+  const testing::ProgramResult result =
+      run({"part.dxf", "--rules", "exact", "--eagle", "6", "--json", "--quiet"});
+  ASSERT_EQ(result.exitCode, 0) << result.error;
+  const JsonValue value =
+      JsonValue::parse(std::string_view(result.output).substr(0, result.output.find('\n')));
+  const JsonValue& loss = value.at("losses").items().at(0);
+  EXPECT_EQ(loss.at("rule").text(), "unknown-kind");
+  EXPECT_EQ(loss.at("kind").text(), "BODY");
+  EXPECT_EQ(value.at("gaps").items().size(), 4U);
+  EXPECT_EQ(value.at("unit").names(), (Strings{"assumed", "doubted", "millimetres"}));
+}
+
+}  // namespace
+}  // namespace quillon::headless
