@@ -133,15 +133,18 @@ SplineGroups readSpline(const Item& item, const Canvas& canvas) {
 void drawLine(const Item& item, Canvas& canvas) {
   Point from;
   Point to;
-  readNumbers(canvas.groupsOf(item), {{10, &from.x}, {20, &from.y}, {11, &to.x}, {21, &to.y}});
+  double fromZ = 0.0;
+  double toZ = 0.0;
+  readNumbers(canvas.groupsOf(item),
+              {{10, &from.x}, {20, &from.y}, {30, &fromZ}, {11, &to.x}, {21, &to.y}, {31, &toZ}});
   if (!geometry::usable(from) || !geometry::usable(to)) {
     return canvas.lose(item, LossRule::UnusableNumbers);
   }
   // A line without length is how some programs mark a drill.
   if (from == to && canvas.options().points == PointStyle::Hole) {
-    return canvas.hole(item, item.map(from), canvas.options().pointDrill);
+    return canvas.hole(item, item.seen(from, fromZ), canvas.options().pointDrill);
   }
-  canvas.segment(item, from, to, item.map);
+  canvas.segment(item, item.seen(from, fromZ), item.seen(to, toZ), Affine{});
 }
 
 void drawArc(const Item& item, Canvas& canvas) {

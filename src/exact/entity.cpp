@@ -6,9 +6,17 @@
 namespace quillon::exact {
 
 Affine Item::objectMap(double elevation) const {
-  if (entity.normalX == 0.0 && entity.normalY == 0.0 && entity.normalZ == 1.0) return map;
-  return map *
-         geometry::objectCoordinates(entity.normalX, entity.normalY, entity.normalZ, elevation);
+  const bool isFlat = entity.normalX == 0.0 && entity.normalY == 0.0 && entity.normalZ == 1.0;
+  const bool isSeenFromAbove = depth == Point{};
+  if (isFlat && isSeenFromAbove) return map;
+  const Affine plane =
+      map * geometry::objectCoordinates(entity.normalX, entity.normalY, entity.normalZ, elevation);
+  if (isSeenFromAbove) return plane;
+  const geometry::PlaneHeight height =
+      geometry::objectHeight(entity.normalX, entity.normalY, entity.normalZ, elevation);
+  return {plane.xx + depth.x * height.perX,     plane.xy + depth.x * height.perY,
+          plane.yx + depth.y * height.perX,     plane.yy + depth.y * height.perY,
+          plane.dx + depth.x * height.atOrigin, plane.dy + depth.y * height.atOrigin};
 }
 
 void readNumbers(dxf::GroupCursor groups, std::initializer_list<NumberField> fields) {

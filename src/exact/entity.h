@@ -9,6 +9,7 @@
 #include "exact/kinds.h"
 #include "exact/shapes.h"
 #include "geometry/affine.h"
+#include "geometry/vectors.h"
 
 namespace quillon::exact {
 
@@ -52,9 +53,16 @@ struct Item {
   /// Its layer is off or not converted: its blocks still show what they have on other layers, but
   /// nothing may be drawn on its own.
   bool isBlocksAlone = false;
+  /// Where the script shows a height of 1 in the coordinates around the entity: beside its foot
+  /// within an oblique block.
+  Point depth{};
 
   /// From the entity's object coordinates, at this height, to the script.
   Affine objectMap(double elevation = 0.0) const;
+  /// Where the script shows a point of the coordinates around the entity.
+  Point seen(Point foot, double height) const {
+    return depth == Point{} ? map(foot) : map(foot) + depth * height;
+  }
   /// Its groups from the start.
   dxf::GroupCursor groups(const dxf::LineEnds& ends) const {
     return dxf::GroupCursor(dxf::LineCursor(entity.groups, ends));

@@ -16,6 +16,8 @@ namespace {
 
 /// Begins an object within an entity: an MTEXT, or in an MTEXT its columns.
 constexpr std::int16_t kEmbedded = 101;
+/// The largest x and y of a unit normal that is along the z axis.
+constexpr double kAlongAxis = 1e-9;
 
 struct SpaceVector {
   double x = 0.0;
@@ -70,6 +72,7 @@ class MtextReader {
   void takePlace(int code, double number);
   void takeOfColumns(const dxf::Group& group);
   void place();
+  void placeAlong(const SpaceVector& along, const SpaceVector& normal);
 
   const Item& item_;
   MtextGroups found_;
@@ -77,6 +80,7 @@ class MtextReader {
   std::string_view lastPart_;
   SpaceVector direction_;
   bool isByDirection_ = false;  ///< else by the angle
+  bool hasAngle_ = false;
   bool hasColumnGroups_ = false;
   bool inColumns_ = false;
   bool hasColumns_ = false;
@@ -142,6 +146,7 @@ void MtextReader::takePlace(int code, double number) {
       // The heights of columns have the same code.
       if (hasColumnGroups_) break;
       found_.text.angle = number;
+      hasAngle_ = true;
       isByDirection_ = false;
       break;
     default:
@@ -156,14 +161,21 @@ void MtextReader::takeOfColumns(const dxf::Group& group) {
   if (group.code == 72) hasColumns_ = number > 1.0;
 }
 
+void MtextReader::placeAlong(const SpaceVector& along, const SpaceVector& normal) {
+  const SpaceVector up = crossProduct(normal, along);
+  found_.lettering = {{along.x, along.y}, {up.x, up.y}};
+}
+
 void MtextReader::place() {
   const SpaceVector normal = unitNormalOf(item_.entity);
   const double length = direction_.length();
   if (isByDirection_ && length > 0.0 && geometry::usable(length)) {
-    const SpaceVector along{direction_.x / length, direction_.y / length, direction_.z / length};
-    const SpaceVector up = crossProduct(normal, along);
-    found_.lettering = {{along.x, along.y}, {up.x, up.y}};
-    return;
+    return placeAlong({direction_.x / length, direction_.y / length, direction_.z / length},
+                      normal);
+  }
+  // Programs leave the direction out where it is the world's x axis, also seen from below.
+  if (!hasAngle_ && std::fabs(normal.x) < kAlongAxis && std::fabs(normal.y) < kAlongAxis) {
+    return placeAlong({1.0, 0.0, 0.0}, normal);
   }
   const Affine object = geometry::objectCoordinates(normal.x, normal.y, normal.z);
   const Point along = geometry::unitVector(found_.text.angle);

@@ -104,7 +104,7 @@ void drawLwPolyline(const Item& item, Canvas& canvas) {
 }
 
 void VertexPolyline::begin(const Item& item, Canvas& canvas) {
-  open_ = Open{item.entity, item.pen, item.map, item.origin, item.isInDimension};
+  open_ = Open{item.entity, item.pen, item.map, item.origin, item.isInDimension, item.depth};
   Header& header = open_->header;
   double flags = 0.0;
   readNumbers(canvas.groupsOf(item), {{30, &header.elevation},

@@ -46,6 +46,7 @@ class VertexPolyline {
     Affine map;
     Origin origin;
     bool isInDimension = false;
+    Point depth{};
     Header header{};
     std::vector<Corner> corners{};
   };

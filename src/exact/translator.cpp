@@ -62,6 +62,7 @@ struct InsertGroups {
   double elevation = 0.0;
   double scaleX = 1.0;
   double scaleY = 1.0;
+  double scaleZ = 1.0;
   double angle = 0.0;
   double columns = 1.0;
   double rows = 1.0;
@@ -77,6 +78,7 @@ InsertGroups readInsert(const Item& item, const Canvas& canvas) {
                                       {30, &values.elevation},
                                       {41, &values.scaleX},
                                       {42, &values.scaleY},
+                                      {43, &values.scaleZ},
                                       {50, &values.angle},
                                       {70, &values.columns},
                                       {71, &values.rows},
@@ -85,6 +87,7 @@ InsertGroups readInsert(const Item& item, const Canvas& canvas) {
                                       {66, &values.hasAttributes}});
   if (values.scaleX == 0.0) values.scaleX = 1.0;
   if (values.scaleY == 0.0) values.scaleY = 1.0;
+  if (values.scaleZ == 0.0) values.scaleZ = 1.0;
   return values;
 }
 
@@ -98,17 +101,22 @@ std::size_t cellsOf(double number) {
   return static_cast<std::size_t>(std::clamp(number, 1.0, kMost));
 }
 
-/// Whether a block stands for a drawing of its own, of which there is nothing here.
-bool isExternalReference(const dxf::BlockRec& block, const dxf::LineEnds& ends) {
-  constexpr int kExternal = 4 | 8;
+/// The first number of a group of the block itself, before its entities.
+double numberOf(const dxf::BlockRec& block, const dxf::LineEnds& ends, std::string_view wanted) {
   dxf::LineCursor lines(block.text, ends);
   while (!lines.atEnd()) {
     const std::string_view code = base::trimBlanks(lines.next());
-    if (code == "0" || lines.atEnd()) return false;
+    if (code == "0" || lines.atEnd()) return 0.0;
     const double value = base::numberValue(lines.next());
-    if (code == "70") return (static_cast<int>(value) & kExternal) != 0;
+    if (code == wanted) return value;
   }
-  return false;
+  return 0.0;
+}
+
+/// Whether a block stands for a drawing of its own, of which there is nothing here.
+bool isExternalReference(const dxf::BlockRec& block, const dxf::LineEnds& ends) {
+  constexpr int kExternal = 4 | 8;
+  return (static_cast<int>(numberOf(block, ends, "70")) & kExternal) != 0;
 }
 
 Affine turn(double degrees) {
@@ -163,7 +171,7 @@ void Translator::draw(const dxf::DxfEntity& found, const Surroundings& around) {
   const Pen pen = pens_.penOf(entity, layer, around.inherited, around.map.scale());
   const bool isUnseen =
       layer.number == base::kNotConverted || (layer.isOff && !options_.hiddenLayers);
-  const Item item{entity, around.map, origin, pen, around.isInDimension, isUnseen};
+  const Item item{entity, around.map, origin, pen, around.isInDimension, isUnseen, around.depth};
   if (pen.hasSolidInstead && isDrawnWithLines(entity.kind)) {
     canvas_.lose(item, LossRule::DrawnSolid);
   }
@@ -289,16 +297,25 @@ void Translator::insert(const Item& item) {
   const Affine rotation = turn(values.angle);
   const Affine content = rotation * Affine::scaling(values.scaleX, values.scaleY) *
                          Affine::shift(-baseOf(drawing_.blocks[index]));
+  const Point rise = item.objectMap(1.0)(Point{}) - item.objectMap(0.0)(Point{});
+  const Point depth = rise == Point{} ? rise : rise * values.scaleZ;
+  const Affine fromBase = fromBaseHeight(index, depth);
   std::vector<Affine> cells;
   for (std::size_t row = cellsOf(values.rows); row-- > 0;) {
     for (std::size_t column = cellsOf(values.columns); column-- > 0;) {
       if (canvas_.step()) return;
       const Point step = rotation.turn({static_cast<double>(column) * values.columnStep,
                                         static_cast<double>(row) * values.rowStep});
-      cells.push_back(object * Affine::shift(values.at + step) * content);
+      cells.push_back(fromBase * object * Affine::shift(values.at + step) * content);
     }
   }
-  expand(item, index, std::move(cells));
+  expand(item, index, std::move(cells), depth);
+}
+
+/// Shows the height of the block's base point where a height of 0 would be shown.
+Affine Translator::fromBaseHeight(std::size_t blockIndex, Point depth) const {
+  if (depth == Point{}) return {};
+  return Affine::shift(depth * -numberOf(drawing_.blocks[blockIndex], drawing_.lineEnds, "30"));
 }
 
 bool Translator::drawBlock(const Item& item, std::string_view upperName, std::vector<Affine> maps) {
@@ -306,11 +323,12 @@ bool Translator::drawBlock(const Item& item, std::string_view upperName, std::ve
   if (drawing_.blocks.empty() || drawing_.blocks[index].name != upperName) return false;
   const Affine toOrigin = Affine::shift(-baseOf(drawing_.blocks[index]));
   for (Affine& map : maps) map = map * toOrigin;
-  expand(item, index, std::move(maps));
+  expand(item, index, std::move(maps), item.depth);
   return true;
 }
 
-void Translator::expand(const Item& item, std::size_t blockIndex, std::vector<Affine> cells) {
+void Translator::expand(const Item& item, std::size_t blockIndex, std::vector<Affine> cells,
+                        Point depth) {
   if (expanding_[blockIndex] != 0) return canvas_.lose(item, LossRule::BlockInItself);
   const dxf::BlockRec& block = drawing_.blocks[blockIndex];
   if (expansions_.size() == kDeepestNesting) {
@@ -321,6 +339,7 @@ void Translator::expand(const Item& item, std::size_t blockIndex, std::vector<Af
   const bool isPartOfDimension = item.isInDimension || item.entity.kind != Kind::Insert;
   expansions_.push_back({blockIndex,
                          std::move(cells),
+                         depth,
                          {},
                          {},
                          pens_.inheritedFrom(item.entity, layer, outer),
@@ -343,7 +362,7 @@ void Translator::drawExpansions(std::size_t enclosing) {
       continue;
     }
     const Surroundings around{expansion.cells.back(), expansion.inherited, expansion.isInDimension,
-                              true};
+                              true, expansion.depth};
     draw(found, around);
   }
 }

@@ -46,6 +46,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   struct Expansion {
     std::size_t blockIndex;
     std::vector<Affine> cells;  ///< from the block's coordinates; the last one is drawn next
+    Point depth;                ///< where the script shows a height of 1 in the block
     std::optional<dxf::EntityWalk> walk;
     std::optional<dxf::LineCounter> lines;
     Inherited inherited;
@@ -58,10 +59,11 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
     Inherited inherited;
     bool isInDimension = false;
     bool isInBlock = false;
+    Point depth{};
   };
 
   bool drawBlock(const Item& item, std::string_view upperName, std::vector<Affine> maps) override;
-  void expand(const Item& item, std::size_t blockIndex, std::vector<Affine> cells);
+  void expand(const Item& item, std::size_t blockIndex, std::vector<Affine> cells, Point depth);
   void drawExpansions(std::size_t enclosing);
   bool nextOfBlock(Expansion& expansion, dxf::DxfEntity& found);
   void draw(const dxf::DxfEntity& found, const Surroundings& around);
@@ -70,6 +72,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   void count(const Entity& entity, bool isLeftOut);
   void dispatch(const Item& item, const Surroundings& around);
   void insert(const Item& item);
+  Affine fromBaseHeight(std::size_t blockIndex, Point depth) const;
 
   const Options& options_;
   dxf::Drawing& drawing_;

@@ -14,4 +14,12 @@ namespace quillon::geometry {
 /// line, whose determinant is 0 but for rounding.
 Affine objectCoordinates(double nx, double ny, double nz, double elevation = 0.0);
 
+/// How high (x y) of such a plane is in space: atOrigin + x perX + y perY.
+struct PlaneHeight {
+  double perX = 0.0;
+  double perY = 0.0;
+  double atOrigin = 0.0;
+};
+PlaneHeight objectHeight(double nx, double ny, double nz, double elevation = 0.0);
+
 }  // namespace quillon::geometry

@@ -88,9 +88,16 @@ TEST(ExactMtextLayout, OfAngleAndDirectionTheLaterOneCounts) {
 
 // The point is in the world's coordinates, unlike that of TEXT.
 TEST(ExactMtextLayout, SeenFromBelowLettersAreMirroredAndThePointStays) {
-  EXPECT_EQ(shapesOf("MTEXT", extended(attached("1", "ab"), {{230, "-1"}})),
-            "7 text 'ab' 3 MR0 bottom left (10 17)\n");
+  constexpr std::string_view kUpsideDown = "7 text 'ab' 3 SMR180 bottom left (10 23)\n";
   EXPECT_EQ(shapesOf("MTEXT", extended(attached("1", "ab"), {{230, "-1"}, {11, "1"}, {21, "0"}})),
+            kUpsideDown);
+  EXPECT_EQ(shapesOf("MTEXT", extended(attached("1", "ab"), {{230, "-1"}, {50, "0"}})),
+            "7 text 'ab' 3 MR0 bottom left (10 17)\n");
+}
+
+TEST(ExactMtextLayout, WithoutAngleAndDirectionLinesRunAlongTheWorldsXAxis) {
+  EXPECT_EQ(shapesOf("MTEXT", attached("1", "ab")), "7 text 'ab' 3 R0 bottom left (10 17)\n");
+  EXPECT_EQ(shapesOf("MTEXT", extended(attached("1", "ab"), {{230, "-1"}})),
             "7 text 'ab' 3 SMR180 bottom left (10 23)\n");
 }
 

@@ -28,6 +28,46 @@ TEST(ExactBlocks, ArrayStepsAreTurnedAndNotScaled) {
   EXPECT_EQ(ExactDrawing(dxf).shapes(), "7 wire 0 (0 0) (0 2)\n7 wire 0 (0 10) (0 12)\n");
 }
 
+// The block's x axis is the world's y axis, its y axis is seen as -0.8 x, its z axis as 0.6 x.
+TEST(ExactBlocks, WithinAnObliqueBlockHeightsMoveWhatIsSeen) {
+  DxfBuilder dxf;
+  dxf.beginBlock("B")
+      .entity("LINE",
+              {{8, "0"}, {10, "0"}, {20, "0"}, {30, "5"}, {11, "10"}, {21, "0"}, {31, "10"}})
+      .entity(
+          "LWPOLYLINE",
+          {{8, "0"}, {90, "2"}, {70, "0"}, {38, "5"}, {10, "0"}, {20, "1"}, {10, "4"}, {20, "1"}})
+      .endBlock()
+      .entity("INSERT", {{8, "0"},
+                         {2, "B"},
+                         {10, "0"},
+                         {20, "0"},
+                         {43, "2"},
+                         {210, "0.6"},
+                         {220, "0"},
+                         {230, "0.8"}});
+  EXPECT_EQ(ExactDrawing(dxf).shapes(),
+            "7 wire 0 (6 0) (12 10)\n"
+            "7 wire 0 (5.2 0) (5.2 4)\n");
+}
+
+// The nested block is shown 0.6 * (20 + 3 - 1) to the right; seen from below, its heights count
+// down.
+TEST(ExactBlocks, HeightsOfNestedBlocksAndOfBasePointsCountToo) {
+  DxfBuilder dxf;
+  dxf.beginBlock("INNER", "0", "0\n30\n1")
+      .entity("CIRCLE", {{8, "0"}, {10, "0"}, {20, "0"}, {30, "-3"}, {40, "1"}})
+      .endBlock()
+      .beginBlock("OUTER")
+      .entity("INSERT", {{8, "0"}, {2, "INNER"}, {10, "0"}, {20, "0"}, {30, "-20"}, {230, "-1"}})
+      .endBlock();
+  dxf.entity(
+      "INSERT",
+      {{8, "0"}, {2, "OUTER"}, {10, "0"}, {20, "0"}, {210, "0.6"}, {220, "0"}, {230, "0.8"}});
+  const std::string shapes = ExactDrawing(dxf).shapes();
+  EXPECT_NE(shapes.find("(14.4 1)"), std::string::npos) << shapes;
+}
+
 TEST(ExactBlocks, LayerZeroTakesTheLayerOfTheReference) {
   LayersOfTest layers;
   layers.numbers["OUTLINE"] = 20;
