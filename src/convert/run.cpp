@@ -136,8 +136,8 @@ class Run {
 
   /// The target's commands, the header, every entity in file order, and the remaining parts of the
   /// block library. Entities are converted while the rest of the drawing is still being read.
-  void convertEntities(const RuleSet& ruleSet, rules::CancelPoll& cancelled,
-                       TargetCommands& target, BlockLibrary& library) {
+  void convertEntities(const RuleSet& ruleSet, rules::CancelPoll& cancelled, TargetCommands& target,
+                       BlockLibrary& library) {
     rules::Translation& translation = *ruleSet.translation;
     target.writeTargetOpen();
     target.writeScriptHeader();
@@ -179,7 +179,9 @@ class Run {
     if (job_.drawingUnit != DrawingUnit::Auto) return {millimetresOf(job_.drawingUnit)};
     const double insUnits = drawing_.header.insUnits;
     if (!needsSize(insUnits)) return unitOf(insUnits, {});
+    // Past its limit of steps, the conversion itself says so.
     rules::CancelPoll poll(control_);
+    poll.setLimit(surroundings_.limits.steps);
     exact::Survey survey(drawing_, layers, poll);
     dxf::readContents(drawing_, reader_, survey, true);
     const geometry::Box bounds = survey.bounds();

@@ -9,6 +9,7 @@
 #include "dxf/entity_walk.h"
 #include "dxf/line_counter.h"
 #include "exact/areas.h"
+#include "exact/block_places.h"
 #include "exact/canvas.h"
 #include "exact/entity_reader.h"
 #include "exact/layers.h"
@@ -45,7 +46,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   /// A block being drawn, once for each cell of its array.
   struct Expansion {
     std::size_t blockIndex;
-    std::vector<Affine> cells;  ///< from the block's coordinates; the last one is drawn next
+    BlockPlaces places;
     std::optional<dxf::EntityWalk> walk;
     std::optional<dxf::LineCounter> lines;
     Inherited inherited;
@@ -61,7 +62,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   };
 
   bool drawBlock(const Item& item, std::string_view upperName, std::vector<Affine> maps) override;
-  void expand(const Item& item, std::size_t blockIndex, std::vector<Affine> cells);
+  void expand(const Item& item, std::size_t blockIndex, BlockPlaces places);
   void drawExpansions(std::size_t enclosing);
   bool nextOfBlock(Expansion& expansion, dxf::DxfEntity& found);
   void draw(const dxf::DxfEntity& found, const Surroundings& around);
@@ -89,7 +90,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   rules::EntityCounts counts_{};
   rules::EntityCounts leftOut_{};
   std::vector<char> isExternal_;  ///< by block index: true for a reference to another file
-  std::vector<char> expanding_;  ///< by block index: true while the block is being drawn
+  std::vector<char> expanding_;   ///< by block index: true while the block is being drawn
   std::vector<Expansion> expansions_;
   const char* currentPosition_ = nullptr;
 };
