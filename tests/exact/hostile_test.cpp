@@ -1,13 +1,16 @@
 // Drawings made to exhaust the memory, the time or the numbers of a converter.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "exact/block_places.h"
 #include "exact/rule_set.h"
 #include "exact/whole_numbers.h"
 #include "exact_drawing.h"
+#include "geometry/gaps.h"
 #include "support/timing.h"
 
 namespace quillon::testing {
@@ -146,6 +149,23 @@ TEST(ExactHostile, LongLoopsOfArcsTakeLinearTime) {
     return leastSeconds([&dxf] { EXPECT_NE(ExactDrawing(dxf).shapes(), ""); });
   };
   EXPECT_LT(seconds(40000), 7.0 * seconds(10000));
+}
+
+/// Seconds to find the gaps between lines whose ends have these heights.
+double secondsForGaps(const std::function<double(int)>& heightOf) {
+  constexpr int kLines = 30000;
+  std::vector<geometry::Piece> pieces;
+  for (int i = 0; i < kLines; ++i) {
+    pieces.push_back({{{{{2.0 * i, heightOf(i)}}, {{2.0 * i + 1.0, heightOf(i)}}}, false}});
+  }
+  const geometry::JoinedEnds ends = geometry::joinEnds(pieces, 0.01);
+  return leastSeconds([&] { EXPECT_EQ(geometry::gapsOf(pieces, ends).size(), 2U * kLines); });
+}
+
+TEST(ExactHostile, GapsInARowTakeNoLongerThanScatteredOnes) {
+  const double row = secondsForGaps([](int) { return 0.0; });
+  const double scattered = secondsForGaps([](int i) { return i * 7919 % 30000 * 2.0; });
+  EXPECT_LT(row, 3.0 * scattered);
 }
 
 }  // namespace
