@@ -37,9 +37,9 @@ std::string shortLength(double value) {
 }
 
 /// The lines under construction.
-class Lines {
+class FindingText {
  public:
-  Lines(const ConversionResult& result, const texts::Texts& texts)
+  FindingText(const ConversionResult& result, const texts::Texts& texts)
       : result_(result),
         findings_(*result.exact),
         texts_(texts),
@@ -160,13 +160,13 @@ bool nothingLost(const ExactFindings& findings) {
 
 std::vector<std::string> findingLines(const ConversionResult& result, const texts::Texts& texts) {
   if (!result.exact) return {};
-  return Lines(result, texts).take(kFew);
+  return FindingText(result, texts).take(kFew);
 }
 
 std::vector<std::string> allFindingLines(const ConversionResult& result,
                                          const texts::Texts& texts) {
   if (!result.exact) return {};
-  return Lines(result, texts).take(kAll);
+  return FindingText(result, texts).take(kAll);
 }
 
 }  // namespace quillon::convert

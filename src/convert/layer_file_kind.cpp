@@ -9,14 +9,14 @@ namespace quillon::convert {
 namespace {
 
 /// What the lines of an INI file reveal about it.
-struct Lines {
+struct FileLines {
   bool any = false;         ///< a non-empty line
   bool assignment = false;  ///< a layer's name in an assignment section
   bool foreign = false;     ///< a line that no INI file has
 };
 
-Lines inspect(std::string_view bytes) {
-  Lines lines;
+FileLines inspect(std::string_view bytes) {
+  FileLines lines;
   bool inAssignment = false;
   while (!bytes.empty()) {
     const std::string_view text = files::takeIniLine(bytes);
@@ -58,7 +58,7 @@ LayerFileKind layerFileKind(std::string_view path, std::string_view bytes) {
   }
   if (bytes.find('\0') != std::string_view::npos) return LayerFileKind::Binary;
   bytes = files::withoutByteOrderMark(bytes);
-  const Lines lines = inspect(bytes);
+  const FileLines lines = inspect(bytes);
   if (!lines.any || lines.assignment || (!lines.foreign && isNamedLay(path))) {
     return LayerFileKind::LayerFile;
   }

@@ -186,7 +186,9 @@ class Run {
     if (job_.drawingUnit != DrawingUnit::Auto) return {millimetresOf(job_.drawingUnit)};
     const double insUnits = drawing_.header.insUnits;
     if (!needsSize(insUnits)) return unitOf(insUnits, {});
+    // Past its limit of steps, the conversion itself says so.
     rules::CancelPoll poll(control_);
+    poll.setLimit(surroundings_.limits.steps);
     exact::Survey survey(drawing_, layers, poll);
     dxf::readContents(drawing_, reader_, survey, true);
     const geometry::Box bounds = survey.bounds();

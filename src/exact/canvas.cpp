@@ -7,6 +7,7 @@
 #include "geometry/area.h"
 #include "geometry/crossings.h"
 #include "geometry/dashes.h"
+#include "geometry/path_arcs.h"
 #include "geometry/path_map.h"
 #include "geometry/path_tools.h"
 #include "geometry/slits.h"
@@ -119,6 +120,7 @@ void Canvas::tidy(Path& path) const {
 
 void Canvas::strokeMapped(const Item& item, Path path, const Stroke& how, bool isCircle) {
   if (path.vertices.empty()) return;
+  if (!isUsable(path)) return lose(item, LossRule::UnusableNumbers);
   const Point first = path.vertices.front().at;
   tidy(path);
   if (path.vertices.size() < 2) return lose(item, LossRule::ZeroLength, first);
@@ -153,6 +155,7 @@ void Canvas::take(const Item& item, Path path, const Stroke& how, bool isCircle)
 
 void Canvas::area(const Item& item, Path outline) {
   if (outline.vertices.empty()) return;
+  if (!isUsable(outline)) return lose(item, LossRule::UnusableNumbers);
   outline.closed = true;
   const Point first = outline.vertices.front().at;
   tidy(outline);
@@ -210,15 +213,24 @@ void Canvas::fitToFillWidth(const Item& item, Path& outline) {
   }
 }
 
-void Canvas::text(const Item& item, TextLine line) { sink_.take(item.origin, std::move(line)); }
+void Canvas::text(const Item& item, TextLine line) {
+  if (!geometry::usable(line.at) || !geometry::usable(line.height)) {
+    return lose(item, LossRule::UnusableNumbers);
+  }
+  sink_.take(item.origin, std::move(line));
+}
 
 void Canvas::dot(const Item& item, Point centre, double diameter) {
-  if (!geometry::usable(centre)) return lose(item, LossRule::UnusableNumbers);
+  if (!geometry::usable(centre) || !geometry::usable(diameter)) {
+    return lose(item, LossRule::UnusableNumbers);
+  }
   sink_.take(item.origin, Dot{centre, diameter});
 }
 
 void Canvas::hole(const Item& item, Point centre, double drill) {
-  if (!geometry::usable(centre)) return lose(item, LossRule::UnusableNumbers);
+  if (!geometry::usable(centre) || !geometry::usable(drill)) {
+    return lose(item, LossRule::UnusableNumbers);
+  }
   sink_.take(item.origin, Hole{centre, drill});
 }
 

@@ -1,9 +1,11 @@
 #include "exact/curves.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
 #include "base/number_text.h"
+#include "exact/whole_numbers.h"
 
 namespace quillon::exact {
 namespace {
@@ -82,10 +84,10 @@ SplineGroups readSpline(const Item& item, const Canvas& canvas) {
     const auto number = [&group] { return numberValue(group.value); };
     switch (group.code) {
       case 70:
-        values.flags = static_cast<int>(number());
+        values.flags = cutInteger(number());
         break;
       case 71:
-        values.degree = static_cast<int>(std::clamp(number(), -1.0, 1000.0));
+        values.degree = std::clamp(cutInteger(number()), -1, 1000);
         break;
       case 40:
         values.knots.push_back(number());

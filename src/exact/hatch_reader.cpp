@@ -1,8 +1,9 @@
 #include "exact/hatch_reader.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "base/number_text.h"
+#include "exact/whole_numbers.h"
 #include "geometry/arc.h"
 
 namespace quillon::exact {
@@ -11,8 +12,6 @@ namespace {
 using base::numberValue;
 using geometry::NestedFill;
 
-int wholeNumber(double value) { return static_cast<int>(std::clamp(value, -1e9, 1e9)); }
-
 /// Group codes mean something else in each part of a hatch: the same ones are a corner, the centre
 /// of an arc or a point from which the area was picked.
 class HatchReader {
@@ -20,8 +19,8 @@ class HatchReader {
   void take(const dxf::Group& group) {
     if (group.code == 100) return begin(group.value);
     const double value = numberValue(group.value);
-    if (group.code == 92 && part_ != Part::Pattern) return beginLoop(wholeNumber(value));
-    if (group.code == 75) setStyle(wholeNumber(value));
+    if (group.code == 92 && part_ != Part::Pattern) return beginLoop(cutInteger(value));
+    if (group.code == 75) setStyle(cutInteger(value));
     if (endsLoops(group.code)) part_ = Part::Pattern;
     switch (part_) {
       case Part::Head:
@@ -86,7 +85,7 @@ class HatchReader {
 
   void takeEdge(int code, double value) {
     HatchLoop& loop = hatch_.loops.back();
-    if (code == 72) return beginEdge(wholeNumber(value));
+    if (code == 72) return beginEdge(cutInteger(value));
     if (loop.edges.empty()) return takePattern(code, value);
     HatchEdge& edge = loop.edges.back();
     if (edge.kind == HatchEdge::Kind::Spline) return takeSpline(loop.splines.back(), code, value);
@@ -134,7 +133,7 @@ class HatchReader {
   void takeSpline(HatchSpline& spline, int code, double value) {
     switch (code) {
       case 94:
-        spline.degree = wholeNumber(value);
+        spline.degree = cutInteger(value);
         break;
       case 74:
         spline.isPeriodic = value != 0.0;

@@ -2,6 +2,7 @@
 
 #include "base/number_text.h"
 #include "dxf/group_cursor.h"
+#include "exact/whole_numbers.h"
 
 namespace quillon::exact {
 
@@ -26,8 +27,8 @@ Layer Layers::make(std::string_view upperName) const {
   for (dxf::Group group; groups.next(group);) {
     const double number = base::numberValue(group.value);
     if (group.code == 62) layer.isOff = number < 0.0;
-    if (group.code == 70) layer.isFrozen = (static_cast<int>(number) & kFrozen) != 0;
-    if (group.code == 370) layer.lineWeight = static_cast<int>(number);
+    if (group.code == 70) layer.isFrozen = (cutInteger(number) & kFrozen) != 0;
+    if (group.code == 370) layer.lineWeight = cutInteger(number);
     if (group.code == 6) layer.use.lineType = group.value;
   }
   return layer;

@@ -4,7 +4,7 @@
 #include "base/number_text.h"
 #include "exact/mesh_edges.h"
 #include "exact/multilines.h"
-#include "exact/polyline_numbers.h"
+#include "exact/whole_numbers.h"
 
 namespace quillon::exact {
 namespace {

@@ -25,10 +25,10 @@ struct Attachment {
 };
 
 Attachment attachmentOf(int number) {
-  constexpr Columns kColumns[] = {Columns::Left, Columns::Centre, Columns::Right};
-  constexpr Rows kRows[] = {Rows::Top, Rows::Centre, Rows::Bottom};
+  constexpr Columns kAttachedColumns[] = {Columns::Left, Columns::Centre, Columns::Right};
+  constexpr Rows kAttachedRows[] = {Rows::Top, Rows::Centre, Rows::Bottom};
   const int index = number >= 1 && number <= 9 ? number - 1 : 0;
-  return {kColumns[index % 3], kRows[index / 3]};
+  return {kAttachedColumns[index % 3], kAttachedRows[index / 3]};
 }
 
 double spacingOf(const ParagraphText& text) {

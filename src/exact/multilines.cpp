@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/number_text.h"
-#include "exact/polyline_numbers.h"
+#include "exact/whole_numbers.h"
 #include "geometry/area.h"
 #include "geometry/crossings.h"
 #include "geometry/loops.h"

@@ -6,7 +6,7 @@
 
 #include "base/number_text.h"
 #include "exact/mesh_edges.h"
-#include "exact/polyline_numbers.h"
+#include "exact/whole_numbers.h"
 #include "exact/wide_polylines.h"
 #include "geometry/arc.h"
 

@@ -71,7 +71,9 @@ bool TextEncoder::isLead(char byte) const {
 
 std::size_t TextEncoder::firstLength(std::string_view text) const {
   if (text.size() < 2) return text.size();
-  if (encoding_ != base::Encoding::Utf8) return isLead(text.front()) ? 2 : 1;
+  // A control character must not slip through as the second of two bytes.
+  const bool isPair = isLead(text[0]) && !isControl(base::byteOf(text[1]));
+  if (encoding_ != base::Encoding::Utf8) return isPair ? 2 : 1;
   const std::size_t length = base::utf8SequenceLength(text.data(), text.data() + text.size());
   return std::max<std::size_t>(length, 1);
 }

@@ -1,10 +1,10 @@
 #include "exact/text_style.h"
 
-#include <cmath>
 #include <string>
 
 #include "base/encoding.h"
 #include "base/number_text.h"
+#include "exact/whole_numbers.h"
 #include "geometry/vectors.h"
 
 namespace quillon::exact {
@@ -19,9 +19,7 @@ TextStyle textStyle(std::string_view name, const Canvas& canvas) {
   dxf::GroupCursor groups(dxf::LineCursor(range, drawing.lineEnds));
   for (dxf::Group group; groups.next(group);) {
     const double number = base::numberValue(group.value);
-    if (group.code == 70 && std::fabs(number) < 32768.0) {
-      style.isVertical = (static_cast<int>(number) & kVertical) != 0;
-    }
+    if (group.code == 70) style.isVertical = (cutInteger(number) & kVertical) != 0;
     if (group.code == 41 && number > 0.0 && geometry::usable(number)) style.widthFactor = number;
     if (group.code == 50) style.oblique = number;
   }

@@ -14,6 +14,7 @@
 #include "exact/multilines.h"
 #include "exact/points.h"
 #include "exact/texts.h"
+#include "exact/whole_numbers.h"
 #include "geometry/degrees.h"
 
 namespace quillon::exact {
@@ -116,7 +117,7 @@ double numberOf(const dxf::BlockRec& block, const dxf::LineEnds& ends, std::stri
 /// Whether a block stands for a drawing of its own, of which there is nothing here.
 bool isExternalReference(const dxf::BlockRec& block, const dxf::LineEnds& ends) {
   constexpr int kExternal = 4 | 8;
-  return (static_cast<int>(numberOf(block, ends, "70")) & kExternal) != 0;
+  return (cutInteger(numberOf(block, ends, "70")) & kExternal) != 0;
 }
 
 Affine turn(double degrees) {
@@ -295,21 +296,20 @@ void Translator::insert(const Item& item) {
   if (isExternal_[index] != 0) return canvas_.lose(item, LossRule::ExternalReference);
   const Affine object = item.objectMap(values.elevation);
   const Affine rotation = turn(values.angle);
-  const Affine content = rotation * Affine::scaling(values.scaleX, values.scaleY) *
+  const Affine content = Affine::scaling(values.scaleX, values.scaleY) *
                          Affine::shift(-baseOf(drawing_.blocks[index]));
   const Point rise = item.objectMap(1.0)(Point{}) - item.objectMap(0.0)(Point{});
   const Point depth = rise == Point{} ? rise : rise * values.scaleZ;
-  const Affine fromBase = fromBaseHeight(index, depth);
-  std::vector<Affine> cells;
-  for (std::size_t row = cellsOf(values.rows); row-- > 0;) {
-    for (std::size_t column = cellsOf(values.columns); column-- > 0;) {
-      if (canvas_.step()) return;
-      const Point step = rotation.turn({static_cast<double>(column) * values.columnStep,
-                                        static_cast<double>(row) * values.rowStep});
-      cells.push_back(fromBase * object * Affine::shift(values.at + step) * content);
-    }
-  }
-  expand(item, index, std::move(cells), depth);
+  const Affine toPlace =
+      fromBaseHeight(index, depth) * object * Affine::shift(values.at) * rotation;
+  expand(item, index,
+         BlockPlaces({.outer = toPlace,
+                      .content = content,
+                      .columns = cellsOf(values.columns),
+                      .rows = cellsOf(values.rows),
+                      .columnStep = values.columnStep,
+                      .rowStep = values.rowStep}),
+         depth);
 }
 
 /// Shows the height of the block's base point where a height of 0 would be shown.
@@ -323,12 +323,11 @@ bool Translator::drawBlock(const Item& item, std::string_view upperName, std::ve
   if (drawing_.blocks.empty() || drawing_.blocks[index].name != upperName) return false;
   const Affine toOrigin = Affine::shift(-baseOf(drawing_.blocks[index]));
   for (Affine& map : maps) map = map * toOrigin;
-  expand(item, index, std::move(maps), item.depth);
+  expand(item, index, BlockPlaces(std::move(maps)), item.depth);
   return true;
 }
 
-void Translator::expand(const Item& item, std::size_t blockIndex, std::vector<Affine> cells,
-                        Point depth) {
+void Translator::expand(const Item& item, std::size_t blockIndex, BlockPlaces places, Point depth) {
   if (expanding_[blockIndex] != 0) return canvas_.lose(item, LossRule::BlockInItself);
   const dxf::BlockRec& block = drawing_.blocks[blockIndex];
   if (expansions_.size() == kDeepestNesting) {
@@ -338,7 +337,7 @@ void Translator::expand(const Item& item, std::size_t blockIndex, std::vector<Af
   const Inherited outer = expansions_.empty() ? Inherited{} : expansions_.back().inherited;
   const bool isPartOfDimension = item.isInDimension || item.entity.kind != Kind::Insert;
   expansions_.push_back({blockIndex,
-                         std::move(cells),
+                         std::move(places),
                          depth,
                          {},
                          {},
@@ -361,7 +360,7 @@ void Translator::drawExpansions(std::size_t enclosing) {
       expansions_.pop_back();
       continue;
     }
-    const Surroundings around{expansion.cells.back(), expansion.inherited, expansion.isInDimension,
+    const Surroundings around{expansion.places.map(), expansion.inherited, expansion.isInDimension,
                               true, expansion.depth};
     draw(found, around);
   }
@@ -372,7 +371,7 @@ bool Translator::nextOfBlock(Expansion& expansion, dxf::DxfEntity& found) {
   const dxf::BlockRec& block = drawing_.blocks[expansion.blockIndex];
   for (;;) {
     if (!expansion.walk) {
-      if (expansion.cells.empty() || poll_()) return false;
+      if (expansion.places.empty() || poll_()) return false;
       // Not earlier: of several blocks of one entity, those still waiting contain nothing yet.
       expanding_[expansion.blockIndex] = 1;
       expansion.walk.emplace(drawing_, dxf::LineCursor(block.text, drawing_.lineEnds));
@@ -385,7 +384,7 @@ bool Translator::nextOfBlock(Expansion& expansion, dxf::DxfEntity& found) {
     }
     polyline_.finish(canvas_);
     expansion.walk.reset();
-    expansion.cells.pop_back();
+    expansion.places.next();
   }
 }
 

@@ -9,6 +9,7 @@
 #include "dxf/entity_walk.h"
 #include "dxf/line_counter.h"
 #include "exact/areas.h"
+#include "exact/block_places.h"
 #include "exact/canvas.h"
 #include "exact/entity_reader.h"
 #include "exact/layers.h"
@@ -45,8 +46,8 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   /// A block being drawn, once for each cell of its array.
   struct Expansion {
     std::size_t blockIndex;
-    std::vector<Affine> cells;  ///< from the block's coordinates; the last one is drawn next
-    Point depth;                ///< where the script shows a height of 1 in the block
+    BlockPlaces places;
+    Point depth;  ///< where the script shows a height of 1 in the block
     std::optional<dxf::EntityWalk> walk;
     std::optional<dxf::LineCounter> lines;
     Inherited inherited;
@@ -63,7 +64,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   };
 
   bool drawBlock(const Item& item, std::string_view upperName, std::vector<Affine> maps) override;
-  void expand(const Item& item, std::size_t blockIndex, std::vector<Affine> cells, Point depth);
+  void expand(const Item& item, std::size_t blockIndex, BlockPlaces places, Point depth);
   void drawExpansions(std::size_t enclosing);
   bool nextOfBlock(Expansion& expansion, dxf::DxfEntity& found);
   void draw(const dxf::DxfEntity& found, const Surroundings& around);

@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "base/ranges.h"
+#include "geometry/box.h"
 #include "geometry/no_index.h"
 #include "geometry/path_arcs.h"
 
@@ -18,15 +19,18 @@ struct End {
   std::size_t point;
 };
 
-/// Ends of one layer as a tree that halves them by x and by y in turn.
+/// Ends of one layer as a tree that halves them by x or by y, whichever they differ in more: ends
+/// in a row could not be told apart by the other one.
 class EndTree {
  public:
-  explicit EndTree(std::span<End> ends) : ends_(ends) { build(0, ends_.size(), false); }
+  explicit EndTree(std::span<End> ends) : ends_(ends), byY_(ends.size(), false) {
+    build(0, ends_.size());
+  }
 
   /// The nearest end that is another point.
   const End* nearest(const End& from, double& distance) const {
     Search search{from, nullptr, std::numeric_limits<double>::infinity()};
-    find(search, 0, ends_.size(), false);
+    find(search, 0, ends_.size());
     distance = search.distance;
     return search.best;
   }
@@ -40,20 +44,28 @@ class EndTree {
 
   static double key(const End& end, bool byY) { return byY ? end.at.y : end.at.x; }
 
-  void build(std::size_t first, std::size_t last, bool byY) {
+  bool isTall(std::size_t first, std::size_t last) const {
+    Box box;
+    for (std::size_t i = first; i < last; ++i) box.add(ends_[i].at);
+    return box.high.y - box.low.y > box.high.x - box.low.x;
+  }
+
+  void build(std::size_t first, std::size_t last) {
     if (last - first < 2) return;
     const std::size_t root = first + (last - first) / 2;
+    const bool byY = isTall(first, last);
+    byY_[root] = byY;
     const auto at = [this](std::size_t i) {
       return ends_.begin() + static_cast<std::ptrdiff_t>(i);
     };
     std::nth_element(at(first), at(root), at(last), [byY](const End& a, const End& b) {
       return std::tuple(key(a, byY), a.index) < std::tuple(key(b, byY), b.index);
     });
-    build(first, root, !byY);
-    build(root + 1, last, !byY);
+    build(first, root);
+    build(root + 1, last);
   }
 
-  void find(Search& search, std::size_t first, std::size_t last, bool byY) const {
+  void find(Search& search, std::size_t first, std::size_t last) const {
     if (first == last) return;
     const std::size_t root = first + (last - first) / 2;
     const End& end = ends_[root];
@@ -65,15 +77,17 @@ class EndTree {
         search.distance = distance;
       }
     }
+    const bool byY = byY_[root];
     const double beyond = key(search.from, byY) - key(end, byY);
     const bool left = beyond < 0.0;
-    find(search, left ? first : root + 1, left ? root : last, !byY);
+    find(search, left ? first : root + 1, left ? root : last);
     if (std::max(beyond, -beyond) <= search.distance) {
-      find(search, left ? root + 1 : first, left ? last : root, !byY);
+      find(search, left ? root + 1 : first, left ? last : root);
     }
   }
 
   std::span<End> ends_;
+  std::vector<bool> byY_;  ///< of each end as a root
 };
 
 Gap::End toldAs(const End& end) { return {end.index / 2, end.at}; }

@@ -38,6 +38,9 @@ class CancelPoll {
     mayGoOn_ = std::move(mayGoOn);
   }
 
+  /// Ends the work after so many steps, without asking.
+  void setLimit(std::uint64_t steps) { limits_.steps = steps; }
+
   /// Counts a step; true once the user has cancelled or a limit has ended the work.
   bool operator()() {
     ++steps_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
@@ -31,21 +32,25 @@ class LayersOfTest : public rules::LayerNumbers {
 /// the script are millimetres, as are those of the drawing.
 class ExactDrawing {
  public:
+  static constexpr std::uint64_t kAnySteps = rules::WorkLimits::kNone;
+
   explicit ExactDrawing(const DxfBuilder& dxf, const exact::Options& options = {},
-                        LayersOfTest layers = {})
-      : ExactDrawing(dxf.text(), options, std::move(layers)) {}
+                        LayersOfTest layers = {}, std::uint64_t mostSteps = kAnySteps)
+      : ExactDrawing(dxf.text(), options, std::move(layers), mostSteps) {}
   explicit ExactDrawing(const std::string& dxf, const exact::Options& options = {},
-                        LayersOfTest layers = {}) {
+                        LayersOfTest layers = {}, std::uint64_t mostSteps = kAnySteps) {
     dxf::TextSource source(dxf);
     TestMonitor monitor;
     dxf::LineReader reader(source, monitor);
     drawing_.everyKind = true;
     dxf::readDefinitions(drawing_, reader);
     rules::CancelPoll poll(monitor);
+    poll.setLimit(mostSteps);
     exact::Translator translator(options, drawing_, layers, log_, losses_, poll,
                                  geometry::Affine::scaling(options.factor, options.factor));
     dxf::readContents(drawing_, reader, translator, true);
     translator.endOfEntities();
+    steps_ = poll.steps();
   }
 
   /// A line for each shape; see ShapeLog.
@@ -59,12 +64,14 @@ class ExactDrawing {
     }
     return text;
   }
+  std::uint64_t steps() const { return steps_; }
   const exact::LossList& lossList() const { return losses_; }
 
  private:
   dxf::Drawing drawing_;
   ShapeLog log_;
   exact::LossList losses_;
+  std::uint64_t steps_ = 0;
 };
 
 /// Groups of an entity, to be extended by a test.

@@ -57,6 +57,10 @@ TEST(ExactTextCodes, ThreeDigitsAreACharacterOfTheCodePage) {
   EXPECT_EQ(utf8Text("a%%999b%%129c"), "a?b?c");
 }
 
+TEST(ExactTextCodes, AControlCharacterIsNoSecondByte) {
+  EXPECT_EQ(oldText("\x81\x07;\x82\x60", "ANSI_932"), "\x81 ;\x82\x60");
+}
+
 TEST(ExactTextCodes, LinesAreDroppedAndNamed) {
   const ExactDrawing drawing = codedText("%%Uab%%u %%oc%%kd", "AC1021");
   EXPECT_EQ(contentIn(drawing.shapes()), "ab cd");

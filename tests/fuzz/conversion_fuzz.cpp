@@ -1,5 +1,6 @@
-// A whole conversion of any bytes with any options: the script contains only lines that Quillon
-// writes, and the cost is bounded by its input and output.
+// A whole conversion of any bytes with any options, by the classic and by the exact rules: the
+// script contains only lines that Quillon writes, and the cost is bounded by its input and output.
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -8,6 +9,7 @@
 #include "conversion_input.h"
 #include "convert/driver.h"
 #include "cost.h"
+#include "exact_lines.h"
 #include "memory_file.h"
 #include "parts.h"
 #include "support/script_grammar.h"
@@ -27,6 +29,15 @@ constexpr std::uint64_t kMostPollsAfterCancel = 16;
 constexpr std::uint64_t kStepsPerPoll = 64;
 /// Lines allowed past a limit: those of one entity or part.
 constexpr std::uint64_t kMostLinesAfterLimit = 32;
+
+/// The exact rules hold what they draw until all of it is known, and look at pairs of edges. A
+/// script may be long after few steps: a step may be a dimension or a text of plain letters.
+constexpr quillon::fuzz::CostBounds kExactCosts{.bytesInUse = {8 << 20, 4096.0},
+                                                .bytesInUsePerStep = 4096.0,
+                                                .bytesAllocated = {16 << 20, 65536.0},
+                                                .seconds = {1.0, 200e-6}};
+/// A drawing without a limit of its own ends here with the exact rules.
+constexpr std::uint64_t kMostExactSteps = 20000;
 
 /// Counts the polls and cancels at a given one.
 class FuzzHost : public quillon::convert::ConversionHost {
@@ -94,7 +105,12 @@ Run convertOnce(const ConversionInput& input, const Files& files) {
   surroundings.now = [] { return quillon::files::LocalTime{"1", "2"}; };
   Run run;
   std::optional<FuzzHost> host;
-  quillon::fuzz::requireCost({}, input.drawing.size() + input.layerFile.size() + input.frame.size(),
+  const bool isExact = job.rules == quillon::convert::Rules::Exact;
+  if (isExact) {
+    surroundings.limits.steps = std::min(surroundings.limits.steps, kMostExactSteps);
+  }
+  quillon::fuzz::requireCost(isExact ? kExactCosts : quillon::fuzz::CostBounds{},
+                             input.drawing.size() + input.layerFile.size() + input.frame.size(),
                              [&] {
                                files.script.set({});
                                host.emplace(input.cancelAtPoll);
@@ -111,6 +127,11 @@ Run convertOnce(const ConversionInput& input, const Files& files) {
 
 void checkLines(const ConversionInput& input, const Run& run) {
   if (run.result.outcome == Outcome::Ended) return;
+  if (input.job.rules == quillon::convert::Rules::Exact) {
+    const std::string_view lines = run.script;
+    const std::string fault = input.frame.empty() ? quillon::fuzz::faultOfExactLines(lines) : "";
+    return require(fault.empty(), fault);
+  }
   const std::string frame(input.frame.empty() ? quillon::convert::defaultFrameText() : input.frame);
   const quillon::convert::ScriptFrame lines = quillon::convert::parseFrame(frame);
   const quillon::testing::ScriptRules rules{input.job.version != 0, lines.startBlock,
@@ -137,6 +158,7 @@ void checkLimits(const ConversionInput& input, const Run& run, std::size_t input
 
 void checkPolls(const ConversionInput& input, const Run& run, std::size_t inputBytes) {
   require(run.pollsAfterCancel <= kMostPollsAfterCancel, "a cancel ends the conversion");
+  if (input.job.rules == quillon::convert::Rules::Exact) return;
   // A dash may be too short to be visible, so dashes can take time without producing lines. They
   // can be cancelled.
   if (input.job.dotted) return;
@@ -147,18 +169,7 @@ void checkPolls(const ConversionInput& input, const Run& run, std::size_t inputB
   }
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-  static const Files files;
-  static const bool redirected = dup2(files.script.descriptor(), STDOUT_FILENO) >= 0;
-  require(redirected, "standard output is a file in memory");
-  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  const ConversionInput input = quillon::fuzz::readConversionInput(bytes);
-  files.drawing.set(input.drawing);
-  files.layers.set(input.layerFile);
-  files.frame.set(input.frame);
-
+void checkConversion(const ConversionInput& input, const Files& files, std::size_t size) {
   const Run first = convertOnce(input, files);
   checkLines(input, first);
   checkLimits(input, first, size);
@@ -167,5 +178,25 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   require(second.script == first.script, "the same input gives the same script");
   require(second.result.report == first.result.report, "the same input gives the same report");
   require(second.messages == first.messages, "the same input gives the same messages");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  static const Files files;
+  static const bool redirected = dup2(files.script.descriptor(), STDOUT_FILENO) >= 0;
+  require(redirected, "standard output is a file in memory");
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  ConversionInput input = quillon::fuzz::readConversionInput(bytes);
+  files.drawing.set(input.drawing);
+  files.layers.set(input.layerFile);
+  files.frame.set(input.frame);
+
+  checkConversion(input, files, size);
+  // These rules draw blocks in place.
+  input.job.blocks = quillon::convert::kDrawBlocks;
+  input.job.rules = quillon::convert::Rules::Exact;
+  input.job.version = input.isForEagle6 ? quillon::convert::kEagle6 : quillon::convert::kEagle4;
+  checkConversion(input, files, size);
   return 0;
 }

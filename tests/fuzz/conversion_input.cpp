@@ -12,6 +12,46 @@ constexpr std::array<double, 10> kScales = {1.0,  0.0,  -1.0,   0.5,   25.4,
 constexpr std::array<double, 10> kNumbers = {0.0,  1.0,   -1.0,   0.5,   838.86,
                                              1e-9, 1e308, 1e-300, 33026, -1e308};
 
+constexpr std::array<double, 4> kJoins = {0.01, 0.0, 1.0, 0.1};
+constexpr std::array<double, 4> kWidths = {0.0, 0.1, 1.0, 1e9};
+
+template <typename Choice>
+Choice choiceOf(std::size_t digit, std::size_t choices) {
+  return static_cast<Choice>(digit % choices);
+}
+
+/// The same for an option of the exact rules.
+void readExactChoice(exact::Options& options, char letter, std::size_t digit) {
+  switch (letter) {
+    case 'h':
+      options.hatch = choiceOf<exact::HatchStyle>(digit, 4);
+      break;
+    case 'i':
+      options.lineTypes = choiceOf<exact::LineTypes>(digit, 3);
+      break;
+    case 'n':
+      options.points = choiceOf<exact::PointStyle>(digit, 4);
+      break;
+    case 'q':
+      options.space = choiceOf<exact::Space>(digit, 3);
+      break;
+    case 'z':
+      options.place = choiceOf<exact::Place>(digit, 3);
+      break;
+    case 'v':
+      options.wideLines = choiceOf<exact::WideLines>(digit, 3);
+      break;
+    case 'j':
+      options.joinTolerance = kJoins[digit % kJoins.size()];
+      break;
+    case 'f':
+      options.fillWidth = kWidths[digit % kWidths.size()];
+      break;
+    default:
+      break;
+  }
+}
+
 /// Reads one option, and the digit after it if there is one.
 void readChoice(ConversionInput& input, char letter, int digit) {
   convert::ConversionJob& job = input.job;
@@ -51,8 +91,21 @@ void readChoice(ConversionInput& input, char letter, int digit) {
       input.limits.lines = std::uint64_t{1} << 2 * digit;
       break;
     default:
-      break;
+      readExactChoice(job.exact, letter, index);
   }
+}
+
+void readExactSwitch(ConversionInput& input, char letter) {
+  exact::Options& options = input.job.exact;
+  input.isForEagle6 = input.isForEagle6 || letter == 'E';
+  options.closedAsAreas = options.closedAsAreas || letter == 'A';
+  options.fillAlways = options.fillAlways || letter == 'F';
+  options.chains = options.chains && letter != 'C';
+  options.dropDuplicates = options.dropDuplicates && letter != 'D';
+  options.hiddenLayers = options.hiddenLayers || letter == 'I';
+  options.plainLetters = options.plainLetters || letter == 'L';
+  options.lineWeights = options.lineWeights || letter == 'W';
+  if (letter == 'H') options.holeLayers = {"0"};
 }
 
 void readSwitch(ConversionInput& input, char letter) {
@@ -76,6 +129,7 @@ ConversionInput readConversionInput(std::string_view data) {
       readChoice(input, options[i], options[i + 1] - '0');
     } else {
       readSwitch(input, options[i]);
+      readExactSwitch(input, options[i]);
     }
   }
   const std::string_view layer = takePart(data);

@@ -18,6 +18,12 @@ namespace quillon::fuzz {
 /// target, polylines, blocks, scale, offsets, polyline width and the poll that cancels; l and m are
 /// followed by a power of four that limits steps and lines, and k keeps the script when a limit is
 /// reached. Other bytes are ignored.
+///
+/// For the exact rules, capitals are switches: E for EAGLE 6, A for closed polylines as areas, F
+/// for areas in spite of $FILLMODE, C and D for chains and duplicates left as they are, H for
+/// circles on layer 0 as holes, I for hidden layers, L for plain letters and W for weights. h, i,
+/// n, q, z, j, v and f are followed by a digit for hatches, line types, points, space, place, the
+/// distance of ends that meet, wide lines and the width of the edges of areas.
 struct ConversionInput {
   convert::ConversionJob job;  ///< without files
   std::string_view layerFile;
@@ -28,6 +34,7 @@ struct ConversionInput {
   std::uint64_t cancelAtPoll = 0;  ///< counted from 1; 0: never
   rules::WorkLimits limits;
   bool keepPartial = false;
+  bool isForEagle6 = false;  ///< with the exact rules
 };
 
 ConversionInput readConversionInput(std::string_view data);

@@ -37,7 +37,9 @@ void requireCost(const CostBounds& bounds, std::size_t inputBytes,
   const auto allocated = static_cast<double>(bytesAllocated());
   const auto bytes = static_cast<double>(inputBytes);
   const double units = bytes + static_cast<double>(steps);
-  requireBound(inUse, bounds.bytesInUse, bytes, "bytes in use at once");
+  CostBound mostInUse = bounds.bytesInUse;
+  mostInUse.fixed += bounds.bytesInUsePerStep * static_cast<double>(steps);
+  requireBound(inUse, mostInUse, bytes, "bytes in use at once");
   requireBound(allocated, bounds.bytesAllocated, units, "bytes allocated");
   for (int again = 0; again < 2; ++again) {
     if (seconds <= bounds.seconds.fixed + bounds.seconds.perUnit * units) break;

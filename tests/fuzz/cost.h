@@ -16,6 +16,7 @@ struct CostBound {
 /// every run; seconds are processor time, with room for slow machines.
 struct CostBounds {
   CostBound bytesInUse{1 << 20, 64.0};       ///< peak; the unit is a byte of the input
+  double bytesInUsePerStep = 0.0;            ///< in addition to that
   CostBound bytesAllocated{2 << 20, 512.0};  ///< total; the unit is an input byte or a step
   CostBound seconds{0.1, 10e-6};             ///< the same units
 };
