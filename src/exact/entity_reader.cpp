@@ -29,8 +29,9 @@ int roundedWeight(std::string_view text) {
 
 Entity EntityReader::read(const dxf::DxfEntity& found) {
   Entity entity;
-  entity.kind = kindOf(found.name);
-  entity.name = keptName(found.name);
+  const Name name = keptName(found.name);
+  entity.kind = name.kind;
+  entity.name = name.text;
   entity.groups = {found.groups, found.groupsEnd};
   entity.line = found.line;
   CommonGroups common;
@@ -73,21 +74,23 @@ Entity EntityReader::read(const dxf::DxfEntity& found) {
 }
 
 std::string_view EntityReader::upperName(std::string_view name) {
+  if (const std::string_view* const recent = recentUpperNames_.find(name)) return *recent;
   auto place = upperNames_.find(name);
   if (place == upperNames_.end()) {
     const std::string_view upper = drawing_.arena.keep(base::upperCase(name, drawing_.encoding));
     place = upperNames_.emplace(drawing_.arena.keep(name), upper).first;
   }
-  return place->second;
+  return recentUpperNames_.keep(place->first, place->second);
 }
 
-std::string_view EntityReader::keptName(std::string_view name) {
+EntityReader::Name EntityReader::keptName(std::string_view name) {
+  if (const Name* const recent = recentNames_.find(name)) return *recent;
   auto place = names_.find(name);
   if (place == names_.end()) {
     const std::string_view kept = drawing_.arena.keep(name);
-    place = names_.emplace(kept, kept).first;
+    place = names_.emplace(kept, Name{kept, kindOf(kept)}).first;
   }
-  return place->second;
+  return recentNames_.keep(place->first, place->second);
 }
 
 }  // namespace quillon::exact
