@@ -131,9 +131,9 @@ SplineGroups readSpline(const Item& item, const Canvas& canvas) {
 }  // namespace
 
 void drawLine(const Item& item, Canvas& canvas) {
-  Point from;
-  Point to;
-  readNumbers(canvas.groupsOf(item), {{10, &from.x}, {20, &from.y}, {11, &to.x}, {21, &to.y}});
+  const auto& ends = item.entity.ends;
+  const Point from{numberValue(ends[0]), numberValue(ends[1])};
+  const Point to{numberValue(ends[2]), numberValue(ends[3])};
   if (!geometry::usable(from) || !geometry::usable(to)) {
     return canvas.lose(item, LossRule::UnusableNumbers);
   }

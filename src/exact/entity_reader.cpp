@@ -25,6 +25,35 @@ int roundedWeight(std::string_view text) {
   return static_cast<int>(std::clamp(base::numberValue(text), -3.0, 10000.0));
 }
 
+/// Where an entity is, as far as that is the same for many kinds.
+void takePlace(const dxf::Group& group, Entity& entity) {
+  switch (group.code) {
+    case 10:
+      entity.ends[0] = group.value;
+      break;
+    case 20:
+      entity.ends[1] = group.value;
+      break;
+    case 11:
+      entity.ends[2] = group.value;
+      break;
+    case 21:
+      entity.ends[3] = group.value;
+      break;
+    case 210:
+      entity.normalX = base::numberValue(group.value);
+      break;
+    case 220:
+      entity.normalY = base::numberValue(group.value);
+      break;
+    case 230:
+      entity.normalZ = base::numberValue(group.value);
+      break;
+    default:
+      break;
+  }
+}
+
 }  // namespace
 
 Entity EntityReader::read(const dxf::DxfEntity& found) {
@@ -57,17 +86,8 @@ Entity EntityReader::read(const dxf::DxfEntity& found) {
       case 370:
         if (isCommon) entity.lineWeight = roundedWeight(group.value);
         break;
-      case 210:
-        entity.normalX = base::numberValue(group.value);
-        break;
-      case 220:
-        entity.normalY = base::numberValue(group.value);
-        break;
-      case 230:
-        entity.normalZ = base::numberValue(group.value);
-        break;
       default:
-        break;
+        takePlace(group, entity);
     }
   }
   return entity;
