@@ -1,5 +1,6 @@
 // Measures whole conversions, from file to file, relative to reading the same file and splitting it
-// into lines; or, with --linear, how their time grows with the drawing.
+// into lines; or, with --linear, how their time grows with the drawing; or, with --exact, how much
+// longer the exact rules take than the classic ones.
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -13,6 +14,7 @@
 
 #include "drawing_file.h"
 #include "drawings.h"
+#include "exact_cost.h"
 #include "growth.h"
 #include "measuring.h"
 #include "support/temp_folder.h"
@@ -31,6 +33,7 @@ struct Options {
   std::string folder;  ///< where drawings are generated and kept; empty: a temporary folder
   bool check = false;
   bool linear = false;
+  bool exact = false;
 };
 
 void printSpread(const char* what, const Spread& spread, const char* unit) {
@@ -112,8 +115,10 @@ int run(const Options& options) {
   testing::TempFolder temporary;
   if (!options.folder.empty()) std::filesystem::create_directories(options.folder);
   const std::string folder = options.folder.empty() ? temporary.path().string() : options.folder;
-  const bool good = options.linear ? measureGrowth(folder, options.only, options.rounds)
-                                   : measureDrawings(options, folder);
+  const auto bytes = static_cast<std::size_t>(options.megabytes * kMegabyte);
+  const bool good = options.linear  ? measureGrowth(folder, options.only, options.rounds)
+                    : options.exact ? measureExact(folder, options.only, bytes, options.rounds)
+                                    : measureDrawings(options, folder);
   return good || !options.check ? 0 : 1;
 }
 
@@ -132,6 +137,8 @@ int main(int argc, char** argv) {
   app.add_option("--only", options.only, "Drawings or series to measure");
   app.add_option("--folder", options.folder, "Where drawings are made and stay");
   app.add_flag("--linear", options.linear, "Measure how time grows with the drawing");
+  app.add_flag("--exact", options.exact, "Compare the exact rules with the classic ones")
+      ->excludes("--linear");
   app.add_flag("--check", options.check, "Fail when a limit is exceeded");
   CLI11_PARSE(app, argc, argv);
   try {

@@ -11,22 +11,20 @@
 namespace quillon::exact {
 namespace {
 
-geometry::Box boundsOfShape(const HeldShape& held) {
+geometry::Box aroundDisc(Point centre, double diameter) {
+  const Point radius{diameter / 2.0, diameter / 2.0};
   geometry::Box box;
-  if (const Chain* const chain = held.chain()) return geometry::bounds(chain->path);
-  if (const Area* const area = std::get_if<Area>(&held.shape)) {
-    return geometry::bounds(area->outline);
-  }
-  if (const TextLine* const text = std::get_if<TextLine>(&held.shape)) box.add(text->at);
-  const auto addDisc = [&box](Point centre, double diameter) {
-    const Point radius{diameter / 2.0, diameter / 2.0};
-    box.add(centre - radius);
-    box.add(centre + radius);
-  };
-  if (const Dot* const dot = std::get_if<Dot>(&held.shape)) addDisc(dot->centre, dot->diameter);
-  if (const Hole* const hole = std::get_if<Hole>(&held.shape)) addDisc(hole->centre, hole->drill);
+  box.add(centre - radius);
+  box.add(centre + radius);
   return box;
 }
+
+geometry::Box boundsOf(std::monostate) { return {}; }
+geometry::Box boundsOf(const Chain& chain) { return geometry::bounds(chain.path); }
+geometry::Box boundsOf(const Area& area) { return geometry::bounds(area.outline); }
+geometry::Box boundsOf(const TextLine& text) { return {text.at, text.at}; }
+geometry::Box boundsOf(const Dot& dot) { return aroundDisc(dot.centre, dot.diameter); }
+geometry::Box boundsOf(const Hole& hole) { return aroundDisc(hole.centre, hole.drill); }
 
 /// The part of a line inside of a box, as distances along its direction (a unit vector).
 std::optional<std::pair<double, double>> within(const geometry::Box& box, Point start,
@@ -48,21 +46,34 @@ std::optional<std::pair<double, double>> within(const geometry::Box& box, Point 
 
 }  // namespace
 
-void Cleaning::hold(HeldShape&& held) {
+template <typename Shape>
+void Cleaning::hold(const Origin& origin, Shape&& shape) {
   if (!options_.holdsShapes()) {
-    handedOn_.add(boundsOfShape(held));
-    handOn(held);
+    handedOn_.add(boundsOf(shape));
+    next_.take(origin, std::forward<Shape>(shape));
     return;
   }
-  const auto [found, isNew] = layers_.try_emplace(held.origin.layer);
-  if (isNew) order_.push_back(held.origin.layer);
-  found->second.push_back(std::move(held));
+  if (layers_.empty() || lastLayer_ != origin.layer) {
+    const auto [found, isNew] = layers_.try_emplace(origin.layer);
+    if (isNew) order_.push_back(origin.layer);
+    lastLayer_ = origin.layer;
+    lastShapes_ = &found->second;
+  }
+  lastShapes_->push_back({origin, std::forward<Shape>(shape)});
 }
+
+void Cleaning::take(const Origin& origin, Chain&& chain) { hold(origin, std::move(chain)); }
+void Cleaning::take(const Origin& origin, Area&& area) { hold(origin, std::move(area)); }
+void Cleaning::take(const Origin& origin, TextLine&& text) { hold(origin, std::move(text)); }
+void Cleaning::take(const Origin& origin, const Dot& dot) { hold(origin, dot); }
+void Cleaning::take(const Origin& origin, const Hole& hole) { hold(origin, hole); }
 
 geometry::Box Cleaning::bounds() const {
   geometry::Box box = handedOn_;
   for (const auto& [layer, shapes] : layers_) {
-    for (const HeldShape& held : shapes) box.add(boundsOfShape(held));
+    for (const HeldShape& held : shapes) {
+      box.add(std::visit([](const auto& shape) { return boundsOf(shape); }, held.shape));
+    }
   }
   return box;
 }
@@ -77,9 +88,14 @@ void Cleaning::finish() {
     for (HeldShape& held : shapes) handOn(held);
     shapes = {};
   }
-  std::stable_sort(report_.gaps.begin(), report_.gaps.end(), [](const auto& a, const auto& b) {
+  const auto nearer = [](const OpenEnd& a, const OpenEnd& b) {
     return std::pair(!a.hasNext, a.distance) < std::pair(!b.hasNext, b.distance);
-  });
+  };
+  // Those of each layer are in order.
+  std::vector<OpenEnd>& gaps = report_.gaps;
+  if (!std::is_sorted(gaps.begin(), gaps.end(), nearer)) {
+    std::stable_sort(gaps.begin(), gaps.end(), nearer);
+  }
 }
 
 /// Endless lines end a little outside of everything else.
@@ -108,7 +124,7 @@ void Cleaning::cutEndless() {
     chain.path = {{{line.start + way * from}, {line.start + way * part->second}}, false};
     chain.width = line.width;
     chain.cleanable = false;
-    hold({origin, std::move(chain)});
+    hold(origin, std::move(chain));
   }
 }
 

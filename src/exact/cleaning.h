@@ -23,11 +23,11 @@ class Cleaning final : public ShapeSink {
   Cleaning(const Options& options, LossList& losses, ShapeSink& next)
       : options_(options), measures_(options), losses_(losses), next_(next) {}
 
-  void take(const Origin& origin, Chain&& chain) override { hold({origin, std::move(chain)}); }
-  void take(const Origin& origin, Area&& area) override { hold({origin, std::move(area)}); }
-  void take(const Origin& origin, TextLine&& text) override { hold({origin, std::move(text)}); }
-  void take(const Origin& origin, const Dot& dot) override { hold({origin, dot}); }
-  void take(const Origin& origin, const Hole& hole) override { hold({origin, hole}); }
+  void take(const Origin& origin, Chain&& chain) override;
+  void take(const Origin& origin, Area&& area) override;
+  void take(const Origin& origin, TextLine&& text) override;
+  void take(const Origin& origin, const Dot& dot) override;
+  void take(const Origin& origin, const Hole& hole) override;
   void take(const Origin& origin, const EndlessLine& line) override {
     endless_.push_back({origin, line});
   }
@@ -43,7 +43,8 @@ class Cleaning final : public ShapeSink {
  private:
   using HeldEndless = std::pair<Origin, EndlessLine>;
 
-  void hold(HeldShape&& held);
+  template <typename Shape>
+  void hold(const Origin& origin, Shape&& shape);
   void cutEndless();
   void handOn(HeldShape& held);
 
@@ -53,6 +54,8 @@ class Cleaning final : public ShapeSink {
   ShapeSink& next_;
   std::vector<int> order_;
   std::map<int, std::vector<HeldShape>> layers_;
+  int lastLayer_ = 0;  ///< of the shape that was held last, and what its layer holds
+  std::vector<HeldShape>* lastShapes_ = nullptr;
   std::vector<HeldEndless> endless_;
   geometry::Box handedOn_;  ///< around what is not held any more
   OutlineReport report_;

@@ -133,12 +133,13 @@ SplineGroups readSpline(const Item& item, const Canvas& canvas) {
 }  // namespace
 
 void drawLine(const Item& item, Canvas& canvas) {
-  Point from;
-  Point to;
+  const auto& ends = item.entity.ends;
+  const Point from{numberValue(ends[0]), numberValue(ends[1])};
+  const Point to{numberValue(ends[2]), numberValue(ends[3])};
   double fromZ = 0.0;
   double toZ = 0.0;
-  readNumbers(canvas.groupsOf(item),
-              {{10, &from.x}, {20, &from.y}, {30, &fromZ}, {11, &to.x}, {21, &to.y}, {31, &toZ}});
+  // Heights count within an oblique block alone.
+  if (item.depth != Point{}) readNumbers(canvas.groupsOf(item), {{30, &fromZ}, {31, &toZ}});
   if (!geometry::usable(from) || !geometry::usable(to)) {
     return canvas.lose(item, LossRule::UnusableNumbers);
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <initializer_list>
 #include <string_view>
@@ -22,6 +23,8 @@ struct Entity {
   std::string_view name;  ///< DXF name; kept
   dxf::LineRange groups;  ///< up to and including the "0" line that ends them
   std::uint64_t line = 0;
+  /// The last groups 10, 20, 11 and 21: the ends of a LINE, so that it is not read twice.
+  std::array<std::string_view, 4> ends;
 
   std::string_view layer;     ///< upper-cased; kept
   std::string_view lineType;  ///< upper-cased; kept; "" for BYLAYER

@@ -25,12 +25,42 @@ int roundedWeight(std::string_view text) {
   return static_cast<int>(std::clamp(base::numberValue(text), -3.0, 10000.0));
 }
 
+/// Where an entity is, as far as that is the same for many kinds.
+void takePlace(const dxf::Group& group, Entity& entity) {
+  switch (group.code) {
+    case 10:
+      entity.ends[0] = group.value;
+      break;
+    case 20:
+      entity.ends[1] = group.value;
+      break;
+    case 11:
+      entity.ends[2] = group.value;
+      break;
+    case 21:
+      entity.ends[3] = group.value;
+      break;
+    case 210:
+      entity.normalX = base::numberValue(group.value);
+      break;
+    case 220:
+      entity.normalY = base::numberValue(group.value);
+      break;
+    case 230:
+      entity.normalZ = base::numberValue(group.value);
+      break;
+    default:
+      break;
+  }
+}
+
 }  // namespace
 
 Entity EntityReader::read(const dxf::DxfEntity& found) {
   Entity entity;
-  entity.kind = kindOf(found.name);
-  entity.name = keptName(found.name);
+  const Name name = keptName(found.name);
+  entity.kind = name.kind;
+  entity.name = name.text;
   entity.groups = {found.groups, found.groupsEnd};
   entity.line = found.line;
   CommonGroups common;
@@ -56,38 +86,31 @@ Entity EntityReader::read(const dxf::DxfEntity& found) {
       case 370:
         if (isCommon) entity.lineWeight = roundedWeight(group.value);
         break;
-      case 210:
-        entity.normalX = base::numberValue(group.value);
-        break;
-      case 220:
-        entity.normalY = base::numberValue(group.value);
-        break;
-      case 230:
-        entity.normalZ = base::numberValue(group.value);
-        break;
       default:
-        break;
+        takePlace(group, entity);
     }
   }
   return entity;
 }
 
 std::string_view EntityReader::upperName(std::string_view name) {
+  if (const std::string_view* const recent = recentUpperNames_.find(name)) return *recent;
   auto place = upperNames_.find(name);
   if (place == upperNames_.end()) {
     const std::string_view upper = drawing_.arena.keep(base::upperCase(name, drawing_.encoding));
     place = upperNames_.emplace(drawing_.arena.keep(name), upper).first;
   }
-  return place->second;
+  return recentUpperNames_.keep(place->first, place->second);
 }
 
-std::string_view EntityReader::keptName(std::string_view name) {
+EntityReader::Name EntityReader::keptName(std::string_view name) {
+  if (const Name* const recent = recentNames_.find(name)) return *recent;
   auto place = names_.find(name);
   if (place == names_.end()) {
     const std::string_view kept = drawing_.arena.keep(name);
-    place = names_.emplace(kept, kept).first;
+    place = names_.emplace(kept, Name{kept, kindOf(kept)}).first;
   }
-  return place->second;
+  return recentNames_.keep(place->first, place->second);
 }
 
 }  // namespace quillon::exact

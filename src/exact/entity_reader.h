@@ -6,6 +6,7 @@
 #include "base/text_hash.h"
 #include "dxf/drawing.h"
 #include "exact/entity.h"
+#include "exact/recent_texts.h"
 
 namespace quillon::exact {
 
@@ -20,11 +21,17 @@ class EntityReader {
   std::string_view upperName(std::string_view name);
 
  private:
-  std::string_view keptName(std::string_view name);
+  struct Name {
+    std::string_view text;  ///< kept
+    Kind kind;
+  };
+  Name keptName(std::string_view name);
 
   dxf::Drawing& drawing_;
   std::unordered_map<std::string_view, std::string_view, base::TextHash> upperNames_;
-  std::unordered_map<std::string_view, std::string_view, base::TextHash> names_;
+  std::unordered_map<std::string_view, Name, base::TextHash> names_;
+  RecentTexts<std::string_view> recentUpperNames_;
+  RecentTexts<Name> recentNames_;
 };
 
 }  // namespace quillon::exact

@@ -7,8 +7,9 @@
 namespace quillon::exact {
 
 const Layer& Layers::find(std::string_view upperName) {
+  if (const Layer* const* const recent = recent_.find(upperName)) return **recent;
   const auto found = index_.find(upperName);
-  if (found != index_.end()) return *found->second;
+  if (found != index_.end()) return *recent_.keep(upperName, found->second);
   layers_.push_back(make(upperName));
   Layer& layer = layers_.back();
   layer.use.number = layers_.size() - 1;

@@ -6,6 +6,7 @@
 
 #include "base/text_hash.h"
 #include "dxf/drawing.h"
+#include "exact/recent_texts.h"
 #include "rules/translation.h"
 
 namespace quillon::exact {
@@ -35,6 +36,7 @@ class Layers {
   rules::LayerNumbers& numbers_;
   std::deque<Layer> layers_;
   std::unordered_map<std::string_view, const Layer*, base::TextHash> index_;
+  RecentTexts<const Layer*> recent_;
 };
 
 }  // namespace quillon::exact

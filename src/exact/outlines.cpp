@@ -114,13 +114,18 @@ Pieces piecesOf(std::vector<HeldShape>& shapes) {
 
 void noteGaps(const std::vector<HeldShape>& shapes, const Pieces& pieces,
               const geometry::JoinedEnds& ends, OutlineReport& report) {
-  for (const geometry::Gap& gap : geometry::gapsOf(pieces.pieces, ends)) {
-    const Origin& origin = shapes[pieces.held[gap.end.piece]].origin;
-    OpenEnd end{origin.layer, gap.end.at, origin.line};
+  const int layer = shapes.empty() ? 0 : shapes.front().origin.layer;
+  std::vector<std::uint64_t> lines;
+  lines.reserve(pieces.held.size());
+  for (const std::size_t held : pieces.held) lines.push_back(shapes[held].origin.line);
+  const std::vector<geometry::Gap> gaps = geometry::gapsOf(pieces.pieces, ends);
+  report.gaps.reserve(report.gaps.size() + gaps.size());
+  for (const geometry::Gap& gap : gaps) {
+    OpenEnd end{layer, gap.end.at, lines[gap.end.piece]};
     if (gap.next) {
       end.hasNext = true;
       end.next = gap.next->at;
-      end.nextLine = shapes[pieces.held[gap.next->piece]].origin.line;
+      end.nextLine = lines[gap.next->piece];
       end.distance = gap.distance;
     }
     report.gaps.push_back(end);

@@ -76,8 +76,9 @@ int Pens::lineWeightOf(const Entity& entity, const Layer& layer, const Inherited
 }
 
 const std::vector<double>& Pens::patternOf(std::string_view lineType) {
+  if (const std::vector<double>* const* const recent = recent_.find(lineType)) return **recent;
   const auto found = patterns_.find(lineType);
-  if (found != patterns_.end()) return found->second;
+  if (found != patterns_.end()) return *recent_.keep(found->first, &found->second);
   const std::string upper = base::upperCase(lineType, drawing_.encoding);
   const dxf::LineRange range = drawing_.tableEntries.find("LTYPE", upper);
   std::vector<double>& pattern = patterns_[lineType];

@@ -9,6 +9,7 @@
 #include "exact/entity.h"
 #include "exact/layers.h"
 #include "exact/options.h"
+#include "exact/recent_texts.h"
 
 namespace quillon::exact {
 
@@ -41,6 +42,7 @@ class Pens {
   Measures measures_;
   const dxf::Drawing& drawing_;
   std::unordered_map<std::string_view, std::vector<double>, base::TextHash> patterns_;
+  RecentTexts<const std::vector<double>*> recent_;
 };
 
 }  // namespace quillon::exact

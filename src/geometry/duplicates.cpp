@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
-#include <numbers>
-#include <tuple>
-#include <unordered_map>
+#include <utility>
 
+#include "geometry/hash_index.h"
 #include "geometry/overlaps.h"
 
 namespace quillon::geometry {
@@ -37,8 +35,15 @@ bool isNothing(const Stroke& stroke, double resolution) {
 /// that few strokes have to be looked for in more than one.
 class StrokeIndex {
  public:
-  StrokeIndex(const std::vector<Stroke>& strokes, double resolution)
-      : strokes_(strokes), resolution_(resolution), cell_(resolution * 16.0) {}
+  /// For up to `most` strokes.
+  StrokeIndex(const std::vector<Stroke>& strokes, std::size_t most, double resolution)
+      : strokes_(strokes),
+        resolution_(resolution),
+        cell_(resolution * 16.0),
+        filter_(most),
+        byHash_(most) {
+    nextWithHash_.reserve(most);
+  }
 
   bool hasEqual(const Stroke& stroke) const {
     Features features = featuresOf(stroke);
@@ -47,6 +52,7 @@ class StrokeIndex {
     return hasEqual(stroke, features);
   }
 
+  /// Strokes are added in their order.
   void add(std::size_t index) {
     std::array<double, 6> cells{};
     const Features features = featuresOf(strokes_[index]);
@@ -54,14 +60,16 @@ class StrokeIndex {
       cells[2 * i] = std::floor(features[i].x / cell_);
       cells[2 * i + 1] = std::floor(features[i].y / cell_);
     }
-    byHash_.emplace(hashOf(strokes_[index], cells), index);
+    const std::uint64_t hash = hashOf(strokes_[index], cells);
+    filter_.add(hash);
+    nextWithHash_.push_back(std::exchange(byHash_.at(hash), index));
   }
 
  private:
   static std::uint64_t hashOf(const Stroke& stroke, const std::array<double, 6>& cells) {
     std::uint64_t hash = stroke.layer * 2 + (stroke.isCircle ? 1 : 0);
     for (const double cell : cells) {
-      hash = (hash ^ std::bit_cast<std::uint64_t>(cell + 0.0)) * 0x9e3779b97f4a7c15U;
+      hash = (hash ^ bitsOf(cell)) * 0x9e3779b97f4a7c15U;
       hash ^= hash >> 29;
     }
     return hash;
@@ -88,28 +96,35 @@ class StrokeIndex {
   }
 
   bool isIn(std::uint64_t hash, const Stroke& stroke, const Features& features) const {
-    const auto [first, last] = byHash_.equal_range(hash);
-    return std::any_of(first, last, [&](const auto& entry) {
-      const Stroke& other = strokes_[entry.second];
-      if (other.layer != stroke.layer || other.isCircle != stroke.isCircle) return false;
+    if (!filter_.mayHave(hash)) return false;
+    for (std::size_t i = byHash_.find(hash); i != kNoIndex; i = nextWithHash_[i]) {
+      const Stroke& other = strokes_[i];
+      if (other.layer != stroke.layer || other.isCircle != stroke.isCircle) continue;
       const Features others = featuresOf(other);
-      return norm(others[0] - features[0]) <= resolution_ &&
-             norm(others[1] - features[1]) <= resolution_ &&
-             norm(others[2] - features[2]) <= resolution_;
-    });
+      if (norm(others[0] - features[0]) <= resolution_ &&
+          norm(others[1] - features[1]) <= resolution_ &&
+          norm(others[2] - features[2]) <= resolution_) {
+        return true;
+      }
+    }
+    return false;
   }
 
   const std::vector<Stroke>& strokes_;
   double resolution_;
   double cell_;
-  std::unordered_multimap<std::uint64_t, std::size_t> byHash_;
+  HashFilter filter_;
+  HashIndex byHash_;
+  std::vector<std::size_t> nextWithHash_;
 };
 
 }  // namespace
 
 Cleaned withoutDuplicates(std::span<const Stroke> strokes, double resolution) {
   Cleaned result;
-  StrokeIndex index(result.strokes, resolution);
+  result.strokes.reserve(strokes.size());
+  result.from.reserve(strokes.size());
+  StrokeIndex index(result.strokes, strokes.size(), resolution);
   for (std::size_t i = 0; i < strokes.size(); ++i) {
     if (isNothing(strokes[i], resolution)) {
       ++result.zeroLength;

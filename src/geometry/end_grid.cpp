@@ -1,14 +1,13 @@
 #include "geometry/end_grid.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <numbers>
-#include <optional>
-#include <unordered_map>
 #include <utility>
 
+#include "geometry/cell_filter.h"
+#include "geometry/hash_index.h"
 #include "geometry/no_index.h"
 #include "geometry/path_arcs.h"
 
@@ -18,17 +17,8 @@ namespace {
 /// Of one cell; more would be a place of many ends, none of which means to meet a certain other.
 constexpr int kMostCompared = 64;
 
-std::uint64_t mixed(std::uint64_t value) {
-  value = (value ^ (value >> 30)) * 0xbf58476d1ce4e5b9U;
-  value = (value ^ (value >> 27)) * 0x94d049bb133111ebU;
-  return value ^ (value >> 31);
-}
-
-/// Negative zero is zero.
-std::uint64_t bitsOf(double value) { return std::bit_cast<std::uint64_t>(value + 0.0); }
-
 std::uint64_t hashOf(std::size_t layer, double x, double y) {
-  return mixed(mixed(mixed(layer + 0x9e3779b97f4a7c15U) + bitsOf(x)) + bitsOf(y));
+  return mixedBits(mixedBits(mixedBits(layer + 0x9e3779b97f4a7c15U) + bitsOf(x)) + bitsOf(y));
 }
 
 /// An arc of the same radius and sense between new ends, as far as it reaches.
@@ -65,7 +55,9 @@ class EndGrid {
       : pieces_(pieces),
         tolerance_(tolerance),
         placeOf_(2 * pieces.size(), kNoIndex),
-        nextAtPlace_(2 * pieces.size(), kNoIndex) {}
+        nextAtPlace_(2 * pieces.size(), kNoIndex),
+        filled_(2 * pieces.size()),
+        cells_(tolerance > 0.0 ? 2 * pieces.size() : 0) {}
 
   JoinedEnds join() {
     findPlaces();
@@ -92,25 +84,23 @@ class EndGrid {
 
   /// Places of lines are in the order of the first end of a line there.
   void findPlaces() {
-    std::unordered_map<std::uint64_t, std::size_t> byHash;
+    HashIndex byHash(placeOf_.size());
     std::vector<std::size_t> nextWithHash;
     for (const bool arcs : {false, true}) {
       for (std::size_t end = 0; end < placeOf_.size(); ++end) {
         const Piece& piece = pieces_[end / 2];
         if (piece.isArc != arcs || !hasEnds(piece)) continue;
         const Point at = endOf(end);
-        const auto [entry, isNew] =
-            byHash.try_emplace(hashOf(piece.layer, at.x, at.y), places_.size());
-        std::size_t place = entry->second;
-        while (!isNew && place != kNoIndex &&
+        std::size_t& first = byHash.at(hashOf(piece.layer, at.x, at.y));
+        std::size_t place = first;
+        while (place != kNoIndex &&
                (places_[place].at != at || places_[place].layer != piece.layer)) {
           place = nextWithHash[place];
         }
-        if (isNew || place == kNoIndex) {
+        if (place == kNoIndex) {
           place = places_.size();
           places_.push_back({.at = at, .layer = piece.layer, .firstEnd = end, .leads = !arcs});
-          nextWithHash.push_back(isNew ? kNoIndex : entry->second);
-          entry->second = place;
+          nextWithHash.push_back(std::exchange(first, place));
         }
         if (places_[place].ends++ > 0) {
           nextAtPlace_[end] = std::exchange(nextAtPlace_[places_[place].firstEnd], end);
@@ -127,9 +117,11 @@ class EndGrid {
       target = targets_.size();
       targets_.push_back({place.at, place.layer, 0, kNoIndex});
       if (tolerance_ > 0.0) {
-        const auto [entry, isNew] =
-            cells_.try_emplace(hashOf(place.layer, cellOf(place.at.x), cellOf(place.at.y)), target);
-        if (!isNew) targets_[target].nextInCell = std::exchange(entry->second, target);
+        const double x = cellOf(place.at.x);
+        const double y = cellOf(place.at.y);
+        filled_.add(place.layer, x, y);
+        std::size_t& first = cells_.at(hashOf(place.layer, x, y));
+        targets_[target].nextInCell = std::exchange(first, target);
       }
     }
     targets_[target].ends += place.ends;
@@ -140,14 +132,15 @@ class EndGrid {
 
   std::size_t nearestTarget(const Place& place) const {
     std::size_t best = kNoIndex;
+    const double x = cellOf(place.at.x);
+    const double y = cellOf(place.at.y);
+    if (!filled_.mayHaveAround(place.layer, x, y)) return best;
     double nearest = std::nextafter(tolerance_, 2.0 * tolerance_ + 1.0);
     for (const double dx : {-1.0, 0.0, 1.0}) {
       for (const double dy : {-1.0, 0.0, 1.0}) {
-        const auto cell =
-            cells_.find(hashOf(place.layer, cellOf(place.at.x) + dx, cellOf(place.at.y) + dy));
-        if (cell == cells_.end()) continue;
         int compared = 0;
-        for (std::size_t i = cell->second; i != kNoIndex && compared < kMostCompared; ++compared) {
+        std::size_t i = cells_.find(hashOf(place.layer, x + dx, y + dy));
+        for (; i != kNoIndex && compared < kMostCompared; ++compared) {
           const double distance = norm(targets_[i].at - place.at);
           if (distance < nearest && targets_[i].layer == place.layer) {
             if (isOwn(place, i)) {
@@ -227,7 +220,8 @@ class EndGrid {
   std::vector<std::size_t> placeOf_;      ///< of each end
   std::vector<std::size_t> nextAtPlace_;  ///< the ends at a place after its first one
   std::vector<Target> targets_;
-  std::unordered_map<std::uint64_t, std::size_t> cells_;
+  CellFilter filled_;
+  HashIndex cells_;  ///< the last target of each cell
 };
 
 }  // namespace

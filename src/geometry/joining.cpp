@@ -1,7 +1,7 @@
 #include "geometry/joining.h"
 
-#include <algorithm>
-#include <tuple>
+#include <span>
+#include <utility>
 
 #include "base/ranges.h"
 #include "geometry/no_index.h"
@@ -9,26 +9,46 @@
 namespace quillon::geometry {
 namespace {
 
+/// The ends at each point, in their order: those at point i are from first[i] to first[i + 1].
+struct EndsAtPoints {
+  std::vector<std::size_t> first;
+  std::vector<std::size_t> ends;
+};
+
+EndsAtPoints endsAtPoints(const JoinedEnds& joined) {
+  EndsAtPoints at{std::vector<std::size_t>(joined.pointCount + 1, 0),
+                  std::vector<std::size_t>(joined.points.size())};
+  for (const std::size_t point : joined.points) ++at.first[point];
+  std::size_t next = 0;
+  for (std::size_t& first : at.first) next += std::exchange(first, next);
+  for (std::size_t end = 0; end < joined.points.size(); ++end) {
+    at.ends[at.first[joined.points[end]]++] = end;
+  }
+  // Each has become that of the point after it.
+  at.first.insert(at.first.begin(), 0);
+  return at;
+}
+
 /// The end that each end goes on in, if any.
-std::vector<std::size_t> partnersOf(std::span<const Piece> pieces, const JoinedEnds& ends) {
-  std::vector<std::size_t> order(ends.points.size());
-  for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
-  const auto key = [&](std::size_t end) {
-    const Piece& piece = pieces[end / 2];
-    return std::tuple(ends.points[end], piece.layer, piece.style);
+std::vector<std::size_t> partnersOf(std::span<const Piece> pieces, const JoinedEnds& joined) {
+  EndsAtPoints at = endsAtPoints(joined);
+  std::vector<std::size_t> partners(at.ends.size(), kNoIndex);
+  const auto look = [&](std::size_t end) {
+    return std::pair(pieces[end / 2].layer, pieces[end / 2].style);
   };
-  base::ranges::sort(order, [&](std::size_t a, std::size_t b) {
-    return std::tuple(key(a), a) < std::tuple(key(b), b);
-  });
-  std::vector<std::size_t> partners(order.size(), kNoIndex);
-  for (std::size_t first = 0; first < order.size();) {
-    std::size_t last = first + 1;
-    while (last < order.size() && key(order[last]) == key(order[first])) ++last;
-    if (last - first == 2) {
-      partners[order[first]] = order[first + 1];
-      partners[order[first + 1]] = order[first];
+  for (std::size_t point = 0; point < joined.pointCount; ++point) {
+    const std::span<std::size_t> ends =
+        std::span(at.ends).subspan(at.first[point], at.first[point + 1] - at.first[point]);
+    if (ends.size() > 2) base::ranges::stable_sort(ends, {}, look);
+    for (std::size_t first = 0; first < ends.size();) {
+      std::size_t last = first + 1;
+      while (last < ends.size() && look(ends[last]) == look(ends[first])) ++last;
+      if (last - first == 2) {
+        partners[ends[first]] = ends[first + 1];
+        partners[ends[first + 1]] = ends[first];
+      }
+      first = last;
     }
-    first = last;
   }
   return partners;
 }
@@ -69,6 +89,7 @@ std::vector<Chain> chainsOf(std::span<const Piece> pieces, const JoinedEnds& end
   const std::vector<std::size_t> partners = partnersOf(pieces, ends);
   std::vector<bool> used(pieces.size(), false);
   std::vector<Chain> chains;
+  chains.reserve(pieces.size());
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     if (used[i]) continue;
     if (pieces[i].path.closed || pieces[i].path.vertices.size() < 2) {

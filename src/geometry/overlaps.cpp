@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 #include <optional>
+#include <span>
 #include <tuple>
 
 #include "base/ranges.h"
+#include "geometry/hash_index.h"
 
 namespace quillon::geometry {
 namespace {
@@ -108,7 +111,10 @@ std::optional<Stroke> unionOfArcs(const Stroke& one, const Stroke& other, double
 class Merger {
  public:
   Merger(std::vector<Stroke>& strokes, double resolution)
-      : strokes_(strokes), resolution_(resolution), kept_(strokes.size(), true) {
+      : strokes_(strokes),
+        resolution_(resolution),
+        kept_(strokes.size(), true),
+        isChanged_(strokes.size(), false) {
     Box box;
     for (const Stroke& stroke : strokes) {
       box.add(stroke.edge.from);
@@ -119,11 +125,14 @@ class Merger {
   }
 
   /// Strokes that are near each other are in the same cell of one of several grids at least, each
-  /// of which is moved by half a cell in some of the coordinates.
+  /// of which is moved by half a cell in some of the coordinates. Lines have two coordinates, in
+  /// either of two senses, arcs three.
   std::vector<bool> merge() {
-    for (unsigned shift = 0; shift < 8; ++shift) {
-      mergeIn(shift, false);
-      mergeIn(shift, true);
+    findParts(false, false);
+    for (unsigned shift = 0; shift < 8; ++shift) mergeIn(shift);
+    for (const bool upwards : {false, true}) {
+      findParts(true, upwards);
+      for (unsigned shift = 0; shift < 4; ++shift) mergeIn(shift);
     }
     return kept_;
   }
@@ -133,9 +142,9 @@ class Merger {
     return strokes_[i].edge.curve == 0.0 && !strokes_[i].isCircle;
   }
 
-  Part partOfLine(std::size_t i, bool upwards) const {
+  Part partOfLine(std::size_t i) const {
     const Edge& edge = strokes_[i].edge;
-    const Point way = rightOrUpwards(edge, upwards);
+    const Point way = rightOrUpwards(edge, upwards_);
     const auto [low, high] =
         std::minmax({dot(way, edge.from - origin_), dot(way, edge.to - origin_)});
     const double offsetCell = 16.0 * resolution_ + kAngleCell * size_;
@@ -154,16 +163,62 @@ class Merger {
         {centre.x, centre.y, turn.circle.radius / cell}, turn.start, turn.start + turn.sweep, i};
   }
 
-  void mergeIn(unsigned shift, bool lines) {
-    std::vector<Part> parts;
+  Part partOf(std::size_t i) const { return lines_ ? partOfLine(i) : partOfArc(i); }
+
+  void findParts(bool lines, bool upwards) {
+    lines_ = lines;
+    upwards_ = upwards;
+    parts_.clear();
     for (std::size_t i = 0; i < strokes_.size(); ++i) {
-      if (!kept_[i] || isLine(i) != lines) continue;
-      Part part = lines ? partOfLine(i, shift >= 4) : partOfArc(i);
-      for (unsigned k = 0; k < 3; ++k) {
-        part.carrier[k] = std::floor(part.carrier[k] + ((shift >> k) & 1U) * 0.5);
-      }
-      parts.push_back(part);
+      if (kept_[i] && isLine(i) == lines) parts_.push_back(partOf(i));
     }
+    hashes_.resize(parts_.size());
+  }
+
+  /// Where merging has left something else of a stroke than its part says.
+  void renewParts() {
+    if (!hasMerged_) return;
+    hasMerged_ = false;
+    std::size_t next = 0;
+    for (const Part& part : parts_) {
+      if (kept_[part.stroke]) parts_[next++] = isChanged_[part.stroke] ? partOf(part.stroke) : part;
+    }
+    parts_.resize(next);
+    std::fill(isChanged_.begin(), isChanged_.end(), false);
+  }
+
+  /// The part in whole cells of a moved grid.
+  static Part inCell(Part part, unsigned shift) {
+    for (unsigned k = 0; k < 3; ++k) {
+      part.carrier[k] = std::floor(part.carrier[k] + ((shift >> k) & 1U) * 0.5);
+    }
+    return part;
+  }
+
+  std::uint64_t hashOf(const Part& part) const {
+    std::uint64_t hash = strokes_[part.stroke].layer;
+    for (const double cell : part.carrier) hash = hash * 0x9e3779b97f4a7c15U + bitsOf(cell);
+    return mixedBits(hash);
+  }
+
+  /// Most parts are alone in their cells: the others, and few more.
+  std::vector<Part> crowdedParts(unsigned shift) {
+    HashFilter once(parts_.size());
+    HashFilter twice(parts_.size());
+    for (std::size_t i = 0; i < parts_.size(); ++i) {
+      hashes_[i] = hashOf(inCell(parts_[i], shift));
+      if (once.add(hashes_[i])) twice.add(hashes_[i]);
+    }
+    std::vector<Part> crowded;
+    for (std::size_t i = 0; i < parts_.size(); ++i) {
+      if (twice.mayHave(hashes_[i])) crowded.push_back(inCell(parts_[i], shift));
+    }
+    return crowded;
+  }
+
+  void mergeIn(unsigned shift) {
+    renewParts();
+    std::vector<Part> parts = crowdedParts(shift);
     const auto key = [this](const Part& part) {
       return std::tuple(strokes_[part.stroke].layer, part.carrier);
     };
@@ -173,24 +228,22 @@ class Merger {
     for (std::size_t first = 0; first < parts.size();) {
       std::size_t last = first + 1;
       while (last < parts.size() && key(parts[last]) == key(parts[first])) ++last;
-      if (last - first > 1)
-        mergeParts({parts.begin() + std::ptrdiff_t(first), parts.begin() + std::ptrdiff_t(last)},
-                   lines);
+      if (last - first > 1) mergeParts(std::span<const Part>(parts).subspan(first, last - first));
       first = last;
     }
   }
 
   /// Compares each part with the last ones that may reach to it; arcs once more across the angle at
   /// which their circle starts.
-  void mergeParts(std::span<const Part> parts, bool lines) {
+  void mergeParts(std::span<const Part> parts) {
     std::vector<std::size_t> open;
-    const std::size_t rounds = lines ? 1 : 2;
+    const std::size_t rounds = lines_ ? 1 : 2;
     for (std::size_t k = 0; k < rounds * parts.size(); ++k) {
       std::size_t stroke = parts[k % parts.size()].stroke;
       if (!kept_[stroke]) continue;
       std::erase_if(open, [&](std::size_t i) { return i == stroke || !kept_[i]; });
       for (std::size_t i = 0; i < open.size(); ++i) {
-        if (!mergePair(stroke, open[i], lines)) continue;
+        if (!mergePair(stroke, open[i])) continue;
         // The union may reach to others.
         stroke = std::min(stroke, open[i]);
         open.erase(open.begin() + std::ptrdiff_t(i));
@@ -202,10 +255,10 @@ class Merger {
   }
 
   /// Into the one that comes first.
-  bool mergePair(std::size_t a, std::size_t b, bool lines) {
+  bool mergePair(std::size_t a, std::size_t b) {
     const std::size_t first = std::min(a, b);
     const std::size_t second = std::max(a, b);
-    if (lines) {
+    if (lines_) {
       const auto edge = unionOfLines(strokes_[first].edge, strokes_[second].edge, resolution_);
       if (!edge) return false;
       strokes_[first].edge = *edge;
@@ -215,12 +268,21 @@ class Merger {
       strokes_[first] = *stroke;
     }
     kept_[second] = false;
+    isChanged_[first] = true;
+    hasMerged_ = true;
     return true;
   }
 
   std::vector<Stroke>& strokes_;
   double resolution_;
   std::vector<bool> kept_;
+  std::vector<bool> isChanged_;  ///< since parts_ was up to date
+  bool hasMerged_ = false;
+  // What is being merged.
+  bool lines_ = false;
+  bool upwards_ = false;
+  std::vector<Part> parts_;
+  std::vector<std::uint64_t> hashes_;  ///< of each of them
   Point origin_;
   double size_ = 0.0;
 };

@@ -26,6 +26,14 @@ bool isPoint(const Arc& arc, double resolution) {
   return chord(arc) < resolution && sagitta(arc) < resolution;
 }
 
+/// Whether two vertices in a row are close to each other.
+bool hasShortChord(const Path& path, double resolution) {
+  for (std::size_t i = 0; i < arcCount(path); ++i) {
+    if (!(chord(arcAt(path, i)) >= resolution)) return true;
+  }
+  return false;
+}
+
 /// Moves the last vertex, which is all but there, to the very end, and leaves out those before it
 /// that are now too close.
 void settleEnd(std::vector<Vertex>& vertices, Point end, double resolution) {
@@ -116,11 +124,13 @@ void append(Path& path, const Path& tail, double resolution) {
 
 void splitWideArcs(Path& path) {
   constexpr double kWidest = 359.0;
+  const auto isWide = [](const Vertex& vertex) { return std::fabs(vertex.curve) > kWidest; };
+  if (std::none_of(path.vertices.begin(), path.vertices.end(), isWide)) return;
   std::vector<Vertex> split;
   split.reserve(path.vertices.size());
   for (std::size_t i = 0; i < path.vertices.size(); ++i) {
     split.push_back(path.vertices[i]);
-    if (i >= arcCount(path) || !(std::fabs(path.vertices[i].curve) > kWidest)) continue;
+    if (i >= arcCount(path) || !isWide(path.vertices[i])) continue;
     const auto [first, second] = halves(arcAt(path, i));
     split.back().curve = first.curve;
     split.push_back({second.start, second.curve});
@@ -136,6 +146,10 @@ void straightenFlatArcs(Path& path, double resolution) {
 
 void dropClosePoints(Path& path, double resolution) {
   if (path.vertices.empty()) return;
+  if (!hasShortChord(path, resolution)) {
+    if (!path.closed) path.vertices.back().curve = 0.0;
+    return;
+  }
   std::vector<Vertex> kept{path.vertices.front()};
   for (std::size_t i = 0; i < arcCount(path); ++i) {
     const Arc arc{kept.back().at, arcAt(path, i).end, path.vertices[i].curve};

@@ -33,6 +33,29 @@ TEST(GapsOf, LooksOnTheSameLayerAlone) {
   for (const Gap& gap : gaps) EXPECT_EQ(gap.next->piece, gap.end.piece);
 }
 
+TEST(GapsOf, KeepsLayersApartAfterAClosedPiece) {
+  Piece closed = linePiece({3, 3}, {4, 4}, 1);
+  closed.path.closed = true;
+  std::vector<Piece> pieces = {linePiece({0, 0}, {10, 0}), closed, linePiece({10.1, 0}, {20, 0}, 1),
+                               linePiece({20.5, 0}, {30, 0})};
+  const auto gaps = gapsOf(pieces, joinEnds(pieces, 0.01));
+  ASSERT_EQ(gaps.size(), 6U);
+  for (const Gap& gap : gaps) {
+    EXPECT_EQ(pieces[gap.next->piece].layer, pieces[gap.end.piece].layer);
+  }
+}
+
+TEST(GapsOf, TellsTheFirstOfEquallyNearEnds) {
+  std::vector<Piece> pieces = {linePiece({0, 0}, {0, 50})};
+  for (const double x : {1.0, -1.0}) pieces.push_back(linePiece({x, 0}, {20 * x, 0}));
+  const auto gaps = gapsOf(pieces, joinEnds(pieces, 0.01));
+  const auto start = base::ranges::find_if(gaps, [](const Gap& gap) {
+    return gap.end == Gap::End{0, {0, 0}};
+  });
+  ASSERT_NE(start, gaps.end());
+  EXPECT_EQ(start->next, (Gap::End{1, {1, 0}}));
+}
+
 TEST(GapsOf, FindsNoneInAClosedChain) {
   std::vector<Piece> pieces = {linePiece({0, 0}, {10, 0}), linePiece({10, 0}, {5, 5}),
                                linePiece({5, 5}, {0, 0})};
