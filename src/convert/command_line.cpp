@@ -28,8 +28,8 @@ std::int16_t targetKindOf(std::string_view value) {
 
 /// Any but "4" and "6" selects 3.5; kept so that existing command lines work.
 std::int16_t versionOf(std::string_view value) {
-  if (value == "6") return kEagle6;
-  return value == "4" ? kEagle4 : kEagle3;
+  const int version = value == "6" ? kEagle6 : value == "4" ? kEagle4 : kEagle3;
+  return static_cast<std::int16_t>(version);
 }
 
 struct OptionRow {

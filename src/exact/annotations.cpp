@@ -84,12 +84,12 @@ struct TablePlace {
 TablePlace readTablePlace(const Item& item, const Canvas& canvas) {
   TablePlace place;
   struct Field {
-    int code;
     double* value;
+    int code;
     bool isRead = false;
   };
   Field fields[] = {
-      {10, &place.at.x}, {20, &place.at.y}, {11, &place.direction.x}, {21, &place.direction.y}};
+      {&place.at.x, 10}, {&place.at.y, 20}, {&place.direction.x, 11}, {&place.direction.y, 21}};
   dxf::GroupCursor groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group);) {
     for (Field& field : fields) {

@@ -33,6 +33,7 @@ void drawArrows(const Item& item, std::string_view block, double size,
   if (!(size > 0.0) || block == "_NONE" || places.empty()) return;
   if (!isTriangleArrow(block)) {
     std::vector<Affine> maps;
+    maps.reserve(places.size());
     for (const ArrowPlace& place : places) {
       maps.push_back(map * Affine::shift(place.tip) * Affine::turnTo(place.direction) *
                      Affine::scaling(size, size));

@@ -43,6 +43,7 @@ Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inher
   const double ltScale = drawing_.ltScale == dxf::kNotGiven ? 1.0 : drawing_.ltScale;
   const double factor = ltScale * entity.lineTypeScale * scale;
   std::vector<double> dashes;
+  dashes.reserve(pattern.size());
   for (const double length : pattern) dashes.push_back(length * factor);
   switch (options_.lineTypes) {
     case LineTypes::Solid:

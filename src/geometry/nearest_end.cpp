@@ -74,7 +74,7 @@ struct NearestEnd::Search {
   }
 };
 
-NearestEnd::NearestEnd(std::vector<PieceEnd> ends) : ends_(inOrderOfPlace(ends)) {
+NearestEnd::NearestEnd(const std::vector<PieceEnd>& ends) : ends_(inOrderOfPlace(ends)) {
   if (ends_.empty()) return;
   std::vector<Box> boxes((ends_.size() - 1) / kEnds + 1);
   for (std::size_t i = 0; i < ends_.size(); ++i) boxes[i / kEnds].add(ends_[i].at);

@@ -20,7 +20,7 @@ struct PieceEnd {
 class NearestEnd {
  public:
   /// The ends are usable().
-  explicit NearestEnd(std::vector<PieceEnd> ends);
+  explicit NearestEnd(const std::vector<PieceEnd>& ends);
 
   /// In the order in which they are best asked for.
   const std::vector<PieceEnd>& ends() const { return ends_; }
