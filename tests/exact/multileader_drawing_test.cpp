@@ -224,8 +224,8 @@ TEST(ExactMultiLeaders, DamagedOnesAreNamedOrDrawnAsFarAsTheyGo) {
                              {10, "0"},
                              {10, "1"}});
   EXPECT_EQ(ExactDrawing(cut).shapes(), "7 wire 0 (0 0) (1 0) as it is\n");
-  const ExactDrawing far(multiLeader({.branch = {{40, "1e300"}}, .line = {{10, "1e300"}}}));
-  EXPECT_EQ(far.shapes(), kLeaderArrow);
+  const ExactDrawing distant(multiLeader({.branch = {{40, "1e300"}}, .line = {{10, "1e300"}}}));
+  EXPECT_EQ(distant.shapes(), kLeaderArrow);
 }
 
 }  // namespace

@@ -106,9 +106,9 @@ TEST(ExactPoints, ModesAndPlacesBeyondAllBoundsAreHarmless) {
   EXPECT_EQ(pointShapes("1e300", "4"),
             "7 wire 0 (-1 2) +180 (3 2) +180 (-1 2) as it is\n"
             "7 wire 0 (-1 0) (3 0) (3 4) (-1 4) (-1 0) as it is\n");
-  const ExactDrawing far(oneEntity("POINT", {{10, "1e300"}, {20, "2"}}));
-  EXPECT_EQ(far.shapes(), "");
-  EXPECT_EQ(far.losses(), "unusable-numbers POINT 1 line 7\n");
+  const ExactDrawing distant(oneEntity("POINT", {{10, "1e300"}, {20, "2"}}));
+  EXPECT_EQ(distant.shapes(), "");
+  EXPECT_EQ(distant.losses(), "unusable-numbers POINT 1 line 7\n");
 }
 
 TEST(ExactEndlessLines, ARayEndsAtItsStartAlone) {
