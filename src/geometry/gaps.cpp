@@ -64,8 +64,8 @@ std::vector<Gap> gapsOf(std::span<const Piece> pieces, const JoinedEnds& joined)
     for (const PieceEnd& end : ends) ++counts[end.point];
   }
   std::vector<Gap> gaps;
-  for (auto& [layer, ends] : layers) {
-    const NearestEnd index(std::move(ends));
+  for (const auto& [layer, ends] : layers) {
+    const NearestEnd index(ends);
     for (std::size_t i = 0; i < index.ends().size(); ++i) {
       const PieceEnd& end = index.ends()[i];
       if (counts[end.point] != 1) continue;
