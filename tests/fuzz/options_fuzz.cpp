@@ -66,8 +66,15 @@ void check(const Options& options) {
   require(std::isfinite(job.offsetX) && std::isfinite(job.offsetY) && std::isfinite(job.polyWidth),
           "offsets and widths are numbers");
   require(job.unit != quillon::base::Unit::None && within(job.targetKind, 0, 3) &&
-              within(job.version, 0, 1) && within(job.poly, -1, 2) && within(job.blocks, 0, 2),
+              within(job.version, 0, 2) && within(job.poly, -1, 2) && within(job.blocks, 0, 2),
           "choices are within their lists");
+  if (job.rules != quillon::convert::Rules::Exact) return;
+  require(job.version > 0 && job.blocks == 0, "the exact rules can draw for this version");
+  require(job.exact.curveTolerance >= 0.0001 && job.exact.curveTolerance <= 1.0 &&
+              job.exact.joinTolerance >= 0.0 && job.exact.joinTolerance <= 1.0 &&
+              job.exact.lineWidth >= 0.0 && job.exact.fillWidth >= 0.0 &&
+              std::isfinite(job.exact.pointDrill),
+          "lengths are within their ranges");
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ bool within(int value, int least, int most) { return value >= least && value <= 
 
 void checkRanges(const Settings& settings, const quillon::texts::Texts& texts) {
   require(within(settings.targetKind, 0, quillon::settings::kNoTarget), "the target is one");
-  require(within(settings.version, -1, 1), "the version is one");
+  require(within(settings.version, -1, 2), "the version is one");
   require(within(static_cast<int>(settings.unit), -1, 3), "the unit is one");
   require(within(settings.poly, -1, 2) && within(settings.blocks, -1, 2),
           "the lists have 3 entries");
