@@ -35,11 +35,21 @@ class RunningProgram {
     for (const std::string& word : call.arguments) line += L' ' + quoted(wide(word));
     std::wstring environment = environmentBlock(call.environment);
     // A process group of its own, so that Ctrl-Break does not reach the test.
-    const BOOL started =
-        CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
-                       CREATE_NEW_PROCESS_GROUP | CREATE_UNICODE_ENVIRONMENT, environment.data(),
-                       call.folder.empty() ? nullptr : call.folder.c_str(), &start, &process_);
-    const DWORD error = GetLastError();
+    const auto begin = [&] {
+      return CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
+                            CREATE_NEW_PROCESS_GROUP | CREATE_UNICODE_ENVIRONMENT,
+                            environment.data(), call.folder.empty() ? nullptr : call.folder.c_str(),
+                            &start, &process_);
+    };
+    // Wine fails so now and then on a loaded machine; the next attempt succeeds.
+    constexpr int kAttempts = 5;
+    BOOL started = begin();
+    DWORD error = GetLastError();
+    for (int i = 1; started == 0 && error == ERROR_INTERNAL_ERROR && i < kAttempts; ++i) {
+      Sleep(200);
+      started = begin();
+      error = GetLastError();
+    }
     for (const HANDLE handle : {input, start.hStdOutput, start.hStdError}) CloseHandle(handle);
     if (started == 0) throw std::runtime_error("no process: " + std::to_string(error));
   }
