@@ -42,12 +42,12 @@ constexpr std::array<Way, 3> kWays = {{
 /// A drawing that is so many times as large may take this many times as long: hash tables outgrow
 /// the caches, and there is noise.
 constexpr std::size_t kGrowth = 8;
-constexpr double kMostGrowth = 20.0;
+constexpr double kMostWayGrowth = 20.0;
 
-using Seconds = std::array<double, kWays.size()>;
+using WaySeconds = std::array<double, kWays.size()>;
 
 /// Median processor times. The ways alternate, so that all see the same machine load.
-Seconds timesOf(const std::string& stem, std::size_t rounds) {
+WaySeconds timesOf(const std::string& stem, std::size_t rounds) {
   std::array<std::vector<double>, kWays.size()> seconds;
   for (std::size_t round = 0; round < rounds; ++round) {
     for (std::size_t i = 0; i < kWays.size(); ++i) {
@@ -62,7 +62,7 @@ Seconds timesOf(const std::string& stem, std::size_t rounds) {
     }
   }
   std::filesystem::remove(stem + ".scr");
-  Seconds medians{};
+  WaySeconds medians{};
   for (std::size_t i = 0; i < kWays.size(); ++i) medians[i] = spreadOf(seconds[i]).median;
   return medians;
 }
@@ -70,7 +70,7 @@ Seconds timesOf(const std::string& stem, std::size_t rounds) {
 bool measureDrawing(const DrawingKind& kind, const std::string& folder, std::size_t bytes,
                     std::size_t rounds) {
   const std::string stem = folder + "/" + std::string(kind.name);
-  std::array<Seconds, 2> times{};
+  std::array<WaySeconds, 2> times{};
   for (std::size_t i = 0; i < times.size(); ++i) {
     const std::string file = stem + "-exact-" + std::to_string(i);
     makeFile(file + ".dxf", kind.make, i == 0 ? bytes / kGrowth : bytes);
@@ -84,7 +84,7 @@ bool measureDrawing(const DrawingKind& kind, const std::string& folder, std::siz
   for (std::size_t i = 0; i < kWays.size(); ++i) {
     const double ratio = large[i] / large[0];
     const double growth = large[i] / small[i];
-    const bool kept = ratio <= kWays[i].mostTime && growth <= kMostGrowth;
+    const bool kept = ratio <= kWays[i].mostTime && growth <= kMostWayGrowth;
     std::printf("  %-20s %7.3f s  %5.2f times classic, at most %.1f  growth %5.2f: %s\n",
                 std::string(kWays[i].name).c_str(), large[i], ratio, kWays[i].mostTime, growth,
                 kept ? "kept" : "NOT KEPT");
