@@ -61,8 +61,10 @@ bool findDrawingUnit(std::string_view word, DrawingUnit& unit) {
   return false;
 }
 
-std::string_view drawingUnitWords() {
-  return "auto|mm|inch|mil|um|cm|m|foot|yard|dm|km|mile|microinch|nm|angstrom";
+std::string drawingUnitWords() {
+  std::string words;
+  for (const Row& row : kRows) words.append(words.empty() ? "" : "|").append(row.word);
+  return words;
 }
 
 bool needsSize(double insUnits) { return isDoubtful(indexOf(insUnits)); }

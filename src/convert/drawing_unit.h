@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "geometry/box.h"
@@ -31,7 +32,7 @@ double millimetresOf(DrawingUnit unit);
 /// The unit with this word ("mm", "inch", …) of the list below; nothing else is one.
 bool findDrawingUnit(std::string_view word, DrawingUnit& unit);
 /// The words, each with "|" between, for lists of choices.
-std::string_view drawingUnitWords();
+std::string drawingUnitWords();
 
 /// How a drawing's own word for its unit is taken.
 struct UnitChoice {

@@ -75,6 +75,11 @@ struct ExactFindings {
   double scriptUnit = 1.0;        ///< millimetres in a unit of the script
   double limit = 0.0;             ///< EAGLE's largest coordinate, in units of the script
   std::vector<NamedLoss> losses;  ///< in the order of first occurrence
+  /// Converted entities of kinds that ConversionResult::counts knows as None alone, and such that
+  /// are on layers that are not converted; names as UTF-8.
+  std::map<std::string, std::uint64_t> otherCounts;
+  std::map<std::string, std::uint64_t> otherLeftOut;
+  bool namedSignals = false;  ///< wires and polygons on copper got the name of a signal
   exact::OutlineReport outlines;
   bool drewPaperSpace = false;  ///< as the model space is empty
 };

@@ -47,10 +47,16 @@ class FindingText {
 
   std::vector<std::string> take(const Detail& detail) && {
     putSize();
-    detail.eachLayer ? putLosses() : putRules();
+    detail.eachLayer ? putLosses() : putRules(false);
     putOutlines(detail.gaps);
     putOffsets();
+    if (findings_.namedSignals) add(TextId::SignalsNamed, {});
     if (nothingLost(findings_)) add(TextId::EverythingConverted, {});
+    return std::move(lines_);
+  }
+
+  std::vector<std::string> takeNotDrawn() && {
+    putRules(true);
     return std::move(lines_);
   }
 
@@ -85,14 +91,16 @@ class FindingText {
     }
   }
 
-  /// A line for each rule, with the kinds that it met.
-  void putRules() {
+  /// A line for each rule, with the kinds that it met; of those by which things were not drawn, or
+  /// of all others.
+  void putRules(bool notDrawn) {
     struct Kinds {
       std::map<std::string, std::uint64_t> counts;
       std::uint64_t line = std::numeric_limits<std::uint64_t>::max();
     };
     std::map<LossRule, Kinds> rules;
     for (const NamedLoss& loss : findings_.losses) {
+      if ((exact::groupOf(loss.rule) == exact::LossGroup::NotDrawn) != notDrawn) continue;
       Kinds& kinds = rules[loss.rule];
       kinds.counts[loss.kind] += loss.count;
       kinds.line = std::min(kinds.line, loss.line);
@@ -156,6 +164,11 @@ bool nothingLost(const ExactFindings& findings) {
     const bool isNote = loss.rule == LossRule::FineFill || loss.rule == LossRule::TextShapes;
     return isNote || exact::groupOf(loss.rule) == exact::LossGroup::Cleaned;
   });
+}
+
+std::vector<std::string> notDrawnLines(const ConversionResult& result, const texts::Texts& texts) {
+  if (!result.exact) return {};
+  return FindingText(result, texts).takeNotDrawn();
 }
 
 std::vector<std::string> findingLines(const ConversionResult& result, const texts::Texts& texts) {

@@ -270,6 +270,13 @@ class Run {
                                  base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
                                  loss.at, loss.most});
     }
+    for (const auto& [name, count] : rules.otherCounts()) {
+      findings.otherCounts[base::toUtf8(name, drawing_.encoding)] += count;
+    }
+    for (const auto& [name, count] : rules.otherLeftOut()) {
+      findings.otherLeftOut[base::toUtf8(name, drawing_.encoding)] += count;
+    }
+    findings.namedSignals = rules.namedSignals();
     findings.outlines = rules.outlines();
     findings.drewPaperSpace = rules.drewPaper();
   }

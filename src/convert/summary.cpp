@@ -3,6 +3,7 @@
 #include <numeric>
 
 #include "base/quotable.h"
+#include "convert/findings.h"
 #include "convert/messages.h"
 #include "files/paths.h"
 
@@ -47,6 +48,7 @@ std::vector<Message> lossWarnings(const ConversionResult& result, const texts::T
   if (!damage.empty()) add(damage);
   const std::string unknown = unknownKindsText(result);
   if (!unknown.empty()) add(texts(TextId::UnknownLeftOut, {unknown}));
+  for (const std::string& line : notDrawnLines(result, texts)) add(line);
   return warnings;
 }
 

@@ -30,11 +30,9 @@ bool takeFurther(std::string_view name, Drawing& drawing, LineReader& reader) {
     std::string_view name;
     double HeaderValues::*value;
   };
-  static constexpr std::array<Number, 5> kNumbers = {{{"$INSUNITS", &HeaderValues::insUnits},
+  static constexpr std::array<Number, 3> kNumbers = {{{"$INSUNITS", &HeaderValues::insUnits},
                                                       {"$PDMODE", &HeaderValues::pdMode},
-                                                      {"$ATTMODE", &HeaderValues::attMode},
-                                                      {"$LWDISPLAY", &HeaderValues::lwDisplay},
-                                                      {"$TILEMODE", &HeaderValues::tileMode}}};
+                                                      {"$ATTMODE", &HeaderValues::attMode}}};
   for (const Number& number : kNumbers) {
     if (!base::equalsUpperCased(name, number.name)) continue;
     drawing.header.*number.value = nextValue(reader).number();

@@ -11,8 +11,6 @@ struct HeaderValues {
   double pdMode = 0.0;        ///< $PDMODE: how points look
   double pdSize = 0.0;        ///< $PDSIZE: how large; 0 and below: a share of the screen
   double attMode = 1.0;       ///< $ATTMODE: which attributes are visible
-  double lwDisplay = 0.0;     ///< $LWDISPLAY: 1 if line weights are shown
-  double tileMode = 1.0;      ///< $TILEMODE: 1 in model space
   std::string_view codePage;  ///< $DWGCODEPAGE, as found
 };
 

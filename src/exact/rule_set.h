@@ -37,7 +37,12 @@ class RuleSet final : public rules::Translation {
   const rules::EntityCounts& leftOut() const override { return translator_.leftOut(); }
   const char* currentPosition() const override { return translator_.currentPosition(); }
 
+  const Translator::NamedCounts& otherCounts() const { return translator_.otherCounts(); }
+  const Translator::NamedCounts& otherLeftOut() const { return translator_.otherLeftOut(); }
+
   const LossList& losses() const { return losses_; }
+  /// Whether wires or polygons got the name of a signal.
+  bool namedSignals() const { return writer_.namedSignals(); }
   const OutlineReport& outlines() const { return cleaning_.report(); }
 
  private:

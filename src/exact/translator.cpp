@@ -206,10 +206,15 @@ bool Translator::isShown(const Entity& entity, const Layer& layer, const Origin&
   return !isLeftOut;
 }
 
+/// Kinds that are not drawn are losses and do not count.
 void Translator::count(const Entity& entity, bool isLeftOut) {
+  if (entity.kind == Kind::Other || entity.kind == Kind::Wipeout || entity.kind == Kind::Viewport) {
+    return;
+  }
   dxf::EntityKind kind = dxf::entityKind(entity.name);
   if (kind == dxf::EntityKind::Mtext) kind = dxf::EntityKind::Text;
   if (kind == dxf::EntityKind::Leader) kind = dxf::EntityKind::LwPolyline;
+  if (kind == dxf::EntityKind::None) ++(isLeftOut ? otherLeftOut_ : otherCounts_)[entity.name];
   ++counts_[static_cast<std::size_t>(kind)];
   if (isLeftOut) ++leftOut_[static_cast<std::size_t>(kind)];
 }

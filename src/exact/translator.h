@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
+#include <map>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -35,6 +35,11 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   bool hasOnlyPaper() const { return !sawModel_ && sawPaper_; }
   /// From now on, paper space is what is drawn.
   void turnToPaper() { space_ = Space::Paper; }
+
+  /// Entities by name, of the kinds that `counts` has no place for.
+  using NamedCounts = std::map<std::string_view, std::uint64_t>;
+  const NamedCounts& otherCounts() const { return otherCounts_; }
+  const NamedCounts& otherLeftOut() const { return otherLeftOut_; }
 
   const rules::EntityCounts& counts() const { return counts_; }
   /// How many of these were skipped because their layer is assigned to 999.
@@ -92,6 +97,8 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   bool attributesAreHidden_ = false;  ///< those of the INSERT before
   rules::EntityCounts counts_{};
   rules::EntityCounts leftOut_{};
+  NamedCounts otherCounts_;  ///< without those left out
+  NamedCounts otherLeftOut_;
   std::vector<char> isExternal_;  ///< by block index: true for a reference to another file
   std::vector<char> expanding_;   ///< by block index: true while the block is being drawn
   std::vector<Expansion> expansions_;

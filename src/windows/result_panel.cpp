@@ -188,6 +188,9 @@ QStringList ResultPanel::resultLines(const convert::ConversionResult& result) co
                                   convert::damageText(result, context_.texts())}) {
     if (!line.empty()) lines << toQt(line);
   }
+  for (const std::string& line : convert::notDrawnLines(result, context_.texts())) {
+    lines << toQt(line);
+  }
   for (const std::string& line : convert::findingLines(result, context_.texts())) {
     lines << toQt(line);
   }

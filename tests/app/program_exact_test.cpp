@@ -79,8 +79,9 @@ TEST_F(ExactProgramTest, DrawingUnitScalesToTheUnitOfTheScript) {
   EXPECT_NE(drawn(line(), {"--drawing-unit", "inch"}).find("(254.0000000 0.0000000)"),
             std::string::npos);
   EXPECT_NE(drawn(line(), {"--unit", "mil"}).find("(393.7007874 0.0000000)"), std::string::npos);
-  EXPECT_NE(usageError({"--drawing-unit", "parsec"}).find("\"parsec\" is not one of auto|mm|inch"),
-            std::string::npos);
+  EXPECT_NE(
+      usageError({"--drawing-unit", "parsec"}).find("\"parsec\" is not one of auto|inch|foot"),
+      std::string::npos);
 }
 
 TEST_F(ExactProgramTest, AutoBelievesTheDrawingsUnit) {
@@ -249,10 +250,67 @@ TEST_F(ExactProgramTest, NamesWhatIsLost) {
   DxfBuilder dxf = line();
   dxf.entity("BODY", {{8, "0"}, {1, "x"}});
   const testing::ProgramResult result = runExact(dxf, {}, {});
-  EXPECT_NE(result.error.find("Not drawn, unknown kind: BODY 1 (first in line 19)"),
+  EXPECT_NE(result.error.find("Not drawn, kind not supported: BODY 1 (first in line 19)"),
             std::string::npos)
       << result.error;
   EXPECT_EQ(result.error.find("Everything that the drawing shows"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, HatchChoosesWhatPatternsBecome) {
+  DxfBuilder dxf;
+  dxf.entity("HATCH",
+             {{8, "0"},  {10, "0"}, {20, "0"}, {2, "LINE"}, {70, "0"}, {71, "0"}, {91, "1"},
+              {92, "3"}, {72, "0"}, {73, "1"}, {93, "4"},   {10, "0"}, {20, "0"}, {10, "9"},
+              {20, "0"}, {10, "9"}, {20, "9"}, {10, "0"},   {20, "9"}, {97, "0"}, {75, "0"},
+              {76, "1"}, {52, "0"}, {41, "1"}, {77, "0"},   {78, "1"}, {53, "0"}, {43, "0"},
+              {44, "1"}, {45, "0"}, {46, "3"}, {79, "0"},   {98, "0"}});
+  EXPECT_NE(drawn(dxf).find("(0.0000000 4.0000000) (9.0000000 4.0000000)"), std::string::npos)
+      << drawn(dxf);
+  const std::string border = drawn(dxf, {"--hatch", "border"});
+  EXPECT_EQ(border.find("4.0000000)"), std::string::npos) << border;
+  EXPECT_NE(border.find("Wire"), std::string::npos) << border;
+  EXPECT_NE(drawn(dxf, {"--hatch", "solid"}).find("Polygon"), std::string::npos);
+  EXPECT_EQ(drawn(dxf, {"--hatch", "none"}), "");
+}
+
+TEST_F(ExactProgramTest, WhatIsNotDrawnIsAWarningThatQuietDoesNotHide) {
+  DxfBuilder dxf = line();
+  dxf.entity("BODY", {{8, "0"}, {1, "x"}});
+  EXPECT_EQ(runExact(dxf, {}).error,
+            "quillon-convert: warning: part.dxf: Not drawn, kind not supported: BODY 1 (first in "
+            "line 19)\n");
+}
+
+TEST_F(ExactProgramTest, CopperIsSaidToHaveASignal) {
+  const testing::ProgramResult result = runExact(line(), {"--layer", "1"}, {});
+  EXPECT_NE(result.error.find("Wires and polygons on layers 1 to 16 belong to the signal DXF"),
+            std::string::npos)
+      << result.error;
+}
+
+TEST_F(ExactProgramTest, JsonCountsKindsByTheirNames) {
+  DxfBuilder dxf = line();
+  dxf.entity("MLINE", {{8, "0"}}).entity("BODY", {{8, "0"}, {1, "x"}});
+  write("part.dxf", dxf);
+  const testing::ProgramResult result =
+      run({"part.dxf", "--rules", "exact", "--eagle", "6", "--json", "--quiet"});
+  const JsonValue value =
+      JsonValue::parse(std::string_view(result.output).substr(0, result.output.find('\n')));
+  EXPECT_EQ(value.at("entities").names(), (Strings{"LINE", "MLINE"}));
+}
+
+TEST_F(ExactProgramTest, JsonHasNoNumbersThatAreNotFinite) {
+  DxfBuilder dxf;
+  dxf.beginBlock("B")
+      .entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "0"}})
+      .endBlock()
+      .entity("INSERT", {{8, "0"}, {2, "B"}, {10, "1e400"}, {20, "0"}});
+  write("part.dxf", dxf);
+  const testing::ProgramResult result =
+      run({"part.dxf", "--rules", "exact", "--eagle", "6", "--json", "--quiet"});
+  EXPECT_NE(result.output.find("\"x\":null"), std::string::npos) << result.output;
+  EXPECT_EQ(result.output.find("inf"), std::string::npos) << result.output;
+  EXPECT_EQ(result.output.find("nan,"), std::string::npos) << result.output;
 }
 
 TEST_F(ExactProgramTest, JsonHasLossesGapsAndTheUnit) {

@@ -91,7 +91,7 @@ TEST(Findings, TheReportHasEachLossOnALineAfterItsOwnText) {
   EXPECT_NE(conversion.result.report.find("What the exact conversion shows differently:"),
             std::string::npos);
   EXPECT_NE(conversion.result.report.find(
-                "\r\nNot drawn, unknown kind: 1 BODY (layer PART, first in line 31)"),
+                "\r\nNot drawn, kind not supported: 1 BODY (layer PART, first in line 31)"),
             std::string::npos)
       << conversion.result.report;
 }

@@ -67,7 +67,7 @@ void ExactOptions::addChoices() {
   const auto isUnit = [](const std::string& text) -> std::string {
     convert::DrawingUnit unit{};
     if (convert::findDrawingUnit(text, unit)) return {};
-    return "\"" + text + "\" is not one of " + std::string(convert::drawingUnitWords());
+    return "\"" + text + "\" is not one of " + convert::drawingUnitWords();
   };
   track(app_.add_option("--drawing-unit", drawingUnit_,
                         "Unit of the drawing's numbers: auto, mm, inch, mil, um, cm, m, ... [auto]")

@@ -2,7 +2,9 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
+#include <map>
 
 #include "base/encoding.h"
 #include "dxf/entity_kinds.h"
@@ -33,7 +35,9 @@ class Members {
   char close_;
 };
 
+/// JSON has no numbers that are not finite.
 std::string number(double value) {
+  if (!std::isfinite(value)) return "null";
   std::array<char, 40> buffer{};
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
   return {buffer.data(), end};
@@ -89,22 +93,28 @@ std::string outcomeText(Outcome outcome) {
   return "\"failed\"";
 }
 
+void addCounts(Members& members, const std::map<std::string, std::uint64_t>& counts) {
+  for (const auto& [name, count] : counts) members.add(name, std::to_string(count));
+}
+
 std::string entities(const ConversionResult& result) {
   Members members('{');
   for (std::size_t i = 0; i < result.counts.size(); ++i) {
     const auto kind = static_cast<dxf::EntityKind>(i);
-    const bool reported = kind != dxf::EntityKind::Vertex && kind != dxf::EntityKind::Seqend;
+    const bool reported = kind != dxf::EntityKind::Vertex && kind != dxf::EntityKind::Seqend &&
+                          kind != dxf::EntityKind::None;
     const std::uint64_t converted = result.counts[i] - result.leftOut[i];
     if (converted > 0 && reported) {
       members.add(dxf::entityName(kind), std::to_string(converted));
     }
   }
+  if (result.exact) addCounts(members, result.exact->otherCounts);
   return members.close();
 }
 
 std::string unrecognised(const ConversionResult& result) {
   Members members('{');
-  for (const auto& [name, count] : result.unknownKinds) members.add(name, std::to_string(count));
+  addCounts(members, result.unknownKinds);
   return members.close();
 }
 
@@ -113,9 +123,10 @@ std::string leftOut(const ConversionResult& result) {
   Members members('{');
   for (std::size_t i = 0; i < result.leftOut.size(); ++i) {
     const auto kind = static_cast<dxf::EntityKind>(i);
-    if (result.leftOut[i] > 0)
+    if (result.leftOut[i] > 0 && kind != dxf::EntityKind::None)
       members.add(dxf::entityName(kind), std::to_string(result.leftOut[i]));
   }
+  if (result.exact) addCounts(members, result.exact->otherLeftOut);
   return members.close();
 }
 
