@@ -73,7 +73,7 @@ class SectionReading {
       // An entity with an error is dropped and counted; the conversion goes on, so that a damaged
       // drawing still gives a script.
       if (walk.failedInEntity()) noteDropped(error);
-      walk.goBehindFailedName();
+      walk.skipFailedName();
       lost_ = true;
       return Step::Other;
     }

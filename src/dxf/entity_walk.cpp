@@ -130,9 +130,9 @@ void EntityWalk::readGroups(DxfEntity& entity) {
   if (isSection()) checkEnd();
   entity.sideIndex = 0;
   if (hasSideRecord(entity.kind)) {
-    LineCursor behind = lines_;
-    behind.next();
-    entity.groupsEnd = behind.position();
+    LineCursor after = lines_;
+    after.next();
+    entity.groupsEnd = after.position();
     entity.sideIndex = drawing_.nextSideIndex(entity.kind);
   }
 }

@@ -31,7 +31,7 @@ class EntityWalk {
   bool failedInEntity() const { return inEntity_; }
   /// After an error: continues after the name of the failed entity, or after the place where its
   /// name should be.
-  void goBehindFailedName() {
+  void skipFailedName() {
     lines_.seek(afterName_);
     ended_ = false;
   }

@@ -15,7 +15,7 @@
 
 namespace quillon::dxf {
 
-/// The character that ends a line, and the other one, which is dropped wherever it occurs.
+/// The character that ends a line, and the other one, which never counts.
 struct LineEnds {
   char eolChar = '\n';
   char eolOther = '\r';

@@ -7,7 +7,7 @@ namespace quillon::errors {
 /// How the program goes on after an error; the result of `OnError`.
 enum Continuation : std::int16_t {
   kRetry = 0,   ///< run what failed again
-  kResume = 1,  ///< go on behind what failed
+  kResume = 1,  ///< go on after what failed
   kLeave = 2,   ///< leave the procedure
   kEnd = 3,     ///< end the program
 };
@@ -19,7 +19,7 @@ enum ContinuationBits : unsigned {
   kMayLeave = 1U << kLeave,
   kMayEnd = 1U << kEnd,
   kEveryContinuation = kMayRetry | kMayResume | kMayLeave | kMayEnd,
-  /// For a procedure that is one step: resuming behind it is leaving it.
+  /// For a procedure that is one step: resuming after it means leaving it.
   kWholeProcedure = kMayRetry | kMayLeave | kMayEnd,
 };
 

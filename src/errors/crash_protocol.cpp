@@ -7,7 +7,7 @@
 namespace quillon::errors {
 namespace {
 
-/// Copies what fits behind what is there.
+/// Copies as much as fits after what is there.
 template <std::size_t Room>
 void appendTo(std::array<char, Room>& room, std::size_t& size, std::string_view piece) {
   const std::size_t count = std::min(piece.size(), room.size() - size);

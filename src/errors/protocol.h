@@ -20,7 +20,7 @@ inline constexpr std::array<std::string_view, 4> kFaultTitles = {
 /// What a protocol tells, UTF-8. The texts belong to the caller.
 struct ProtocolFields {
   std::string_view caption;                     ///< of the error window
-  std::string_view programInfo;                 ///< line behind the caption; empty for none
+  std::string_view programInfo;                 ///< line after the caption; empty for none
   std::array<std::string_view, 4> faultValues;  ///< number, module, procedure, line
   std::string_view date;
   std::string_view time;
@@ -44,7 +44,7 @@ void writeProtocol(const ProtocolFields& fields, const CallStackList& stack, Pro
 /// The same as a text.
 std::string protocolText(const ProtocolFields& fields, const CallStackList& stack);
 
-/// Adds the calls of the machine that led to a crash behind a protocol, the newest first. Takes no
+/// Adds the calls of the machine that led to a crash to the end of a protocol, the newest first. Takes no
 /// memory and no lock either.
 class BacktraceWriter {
  public:

@@ -25,7 +25,7 @@ void IniDocument::set(std::string_view section, std::string_view key, std::strin
     return;
   }
   const std::string folded = foldedName(key);
-  std::size_t behindLast = start + 1;
+  std::size_t afterLast = start + 1;
   for (std::size_t i = start + 1; i < lines_.size(); ++i) {
     const IniLine line = parseIniLine(lines_[i]);
     if (line.kind == IniLine::Kind::Section) break;
@@ -33,9 +33,9 @@ void IniDocument::set(std::string_view section, std::string_view key, std::strin
       lines_[i] = keyLine(line.name, value);
       return;
     }
-    if (lines_[i].find_first_not_of(" \t") != std::string::npos) behindLast = i + 1;
+    if (lines_[i].find_first_not_of(" \t") != std::string::npos) afterLast = i + 1;
   }
-  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(behindLast), keyLine(key, value));
+  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(afterLast), keyLine(key, value));
 }
 
 void IniDocument::removeSections(const std::function<bool(std::string_view)>& fits) {

@@ -21,7 +21,7 @@ class JsonValue {
     Reader reader{text};
     JsonValue value = reader.value();
     reader.skipBlanks();
-    if (!reader.rest.empty()) reader.fail("text behind the value");
+    if (!reader.rest.empty()) reader.fail("text after the value");
     return value;
   }
 

@@ -155,9 +155,9 @@ TEST(DashedLine, WritesOnlyItsLayerForAPatternWithoutDashes) {
 }
 
 TEST(DashedLine, MovesTheCallersStartPointToTheEndOfItsLastStep) {
-  const DashedLine behindTheGap({0.0, 0.0}, {10.0, 0.0}, {3.0, -2.0});
-  EXPECT_DOUBLE_EQ(behindTheGap.at.x, 12.0);
-  EXPECT_DOUBLE_EQ(behindTheGap.at.y, 0.0);
+  const DashedLine afterTheGap({0.0, 0.0}, {10.0, 0.0}, {3.0, -2.0});
+  EXPECT_DOUBLE_EQ(afterTheGap.at.x, 12.0);
+  EXPECT_DOUBLE_EQ(afterTheGap.at.y, 0.0);
   const DashedLine onTheEnd({1.0, 2.0}, {1.0, 12.0}, {4.0});
   EXPECT_DOUBLE_EQ(onTheEnd.at.x, 1.0);
   EXPECT_DOUBLE_EQ(onTheEnd.at.y, 12.0);

@@ -46,12 +46,12 @@ class PlainWalk {
   void walk() {
     std::size_t i = 0;
     while (i < lines_.size()) {
-      std::size_t behindName = lines_.size();
+      std::size_t afterName = lines_.size();
       bool inEntity = false;
       try {
         const std::string& name = line(i + 1);
         if (!isEntityName(name) && isNameMissing(i)) {
-          behindName = i + 1;
+          afterName = i + 1;
           inEntity = true;
           throw Broken{};
         }
@@ -61,13 +61,13 @@ class PlainWalk {
         } else if (base::numberValue(line(i)) != 0.0) {
           i += 2;
         } else {
-          behindName = i + 2;
+          afterName = i + 2;
           inEntity = true;
           i = readEntity(name, i + 2);
         }
       } catch (const Broken&) {
         if (inEntity) ++dropped;
-        i = nextEntity(behindName);
+        i = nextEntity(afterName);
       }
     }
   }

@@ -31,7 +31,7 @@ TEST_F(AttemptTest, RetryRunsTheStepAgain) {
   EXPECT_EQ(view.reports.size(), 2U);
 }
 
-TEST_F(AttemptTest, ResumeGoesOnBehindTheStep) {
+TEST_F(AttemptTest, ResumeGoesOnAfterTheStep) {
   view.answers = {kResume};
   EXPECT_TRUE(attemptFailing(1));
   EXPECT_EQ(runs, 1);
