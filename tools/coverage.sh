@@ -14,7 +14,7 @@ lcov --quiet --capture --directory "$build" --base-directory "$(readlink -f "$bu
   --output-file "$all"
 lcov --quiet --output-file "$engine" --extract "$all" "$root/src/dxf/*" "$root/src/base/*" \
   "$root/src/geometry/*" "$root/src/eagle/*" "$root/src/rules/*" "$root/src/classic/*" \
-  "$root/src/exact/*" \
+  "$root/src/exact/*" "$root/src/preview/*" \
   "$root/src/convert/*" "$root/src/errors/*" "$root/src/texts/*" "$root/src/settings/*"
 rm -rf "$build/report"
 genhtml --quiet --prefix "$root" --title Quillon --output-directory "$build/report" "$engine"

@@ -85,10 +85,49 @@ class Entities:
         self.add("INSERT", layer, "AcDbBlockReference", (2, block), (10, x), (20, y),
                  (41, scale), (42, scale), (50, angle))
 
+    def array(self, layer, block, x, y, columns, rows, dx, dy):
+        self.add("INSERT", layer, "AcDbBlockReference", (2, block), (10, x), (20, y),
+                 (70, columns), (71, rows), (44, dx), (45, dy))
+
+    def text_on(self, layer, x, y, height, text, angle=0.0):
+        """A text with its middle at a point."""
+        self.add("TEXT", layer, "AcDbText", (10, x), (20, y), (40, height), (1, text), (50, angle),
+                 (7, "STANDARD"), (72, 1), (11, x), (21, y), (100, "AcDbText"), (73, 2))
+
+    def triangle(self, layer, *corners):
+        """Filled."""
+        groups = []
+        for i, (x, y) in enumerate((*corners, corners[-1])):
+            groups += [(10 + i, x), (20 + i, y)]
+        self.add("SOLID", layer, "AcDbTrace", *groups)
+
+    def ellipse(self, layer, x, y, major, ratio, start=0.0, end=2 * math.pi):
+        """From its centre; `major` is the end of the long axis, the angles are parameters."""
+        self.add("ELLIPSE", layer, "AcDbEllipse", (10, x), (20, y), (30, 0.0), (11, major[0]),
+                 (21, major[1]), (31, 0.0), (40, ratio), (41, start), (42, end))
+
+    def closed_spline(self, layer, points):
+        """A closed cubic B-spline around these control points."""
+        count = len(points) + 3
+        groups = [(70, 11), (71, 3), (72, count + 4), (73, count)]
+        groups += [(40, float(knot)) for knot in range(count + 4)]
+        for x, y in (*points, *points[:3]):
+            groups += [(10, x), (20, y), (30, 0.0)]
+        self.add("SPLINE", layer, "AcDbSpline", *groups)
+
+    def ring(self, layer, x, y, outer, inner):
+        """Filled."""
+        groups = [(10, 0.0), (20, 0.0), (30, 0.0), (2, "SOLID"), (70, 1), (71, 0), (91, 2)]
+        for path, radius in ((1, outer), (16, inner)):
+            groups += [(92, path), (93, 1), (72, 2), (10, x), (20, y), (40, radius), (50, 0.0),
+                       (51, 360.0), (73, 1), (97, 0)]
+        self.add("HATCH", layer, "AcDbHatch", *groups, (75, 0), (76, 1), (98, 0))
+
 
 class Drawing(Entities):
-    def __init__(self, layers, modern=True, line_type_scale=1.0):
-        """`layers` maps names to line types."""
+    def __init__(self, layers, modern=True, line_type_scale=1.0, units=None):
+        """`layers` maps names to line types; `units` is $INSUNITS, 4 for millimetres."""
+        self.units = units
         self.modern = modern
         self.layers = {"0": "CONTINUOUS", **layers}
         self.line_type_scale = line_type_scale
@@ -119,6 +158,8 @@ class Drawing(Entities):
         groups = [(0, "SECTION"), (2, "HEADER"), (9, "$ACADVER"),
                   (1, "AC1015" if self.modern else "AC1009"), (9, "$FILLMODE"), (70, 1),
                   (9, "$LTSCALE"), (40, float(self.line_type_scale))]
+        if self.units is not None:
+            groups += [(9, "$INSUNITS"), (70, self.units)]
         if self.modern:
             groups += [(9, "$HANDSEED"), (5, f"{self.last_handle + 1:X}")]
         return groups + [(0, "ENDSEC")]

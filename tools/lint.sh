@@ -73,6 +73,7 @@ check_includes files base files
 check_includes texts base texts
 check_includes dxf base dxf
 check_includes eagle base geometry eagle
+check_includes preview base geometry eagle preview
 check_includes rules base geometry dxf eagle rules
 check_includes classic base geometry dxf eagle rules classic
 check_includes exact base geometry dxf eagle rules exact
@@ -80,8 +81,8 @@ check_includes convert base geometry files texts dxf eagle rules classic exact c
 check_includes settings base files texts convert settings
 check_includes errors base files texts errors
 check_includes app/console app/console
-check_includes app/headless base files texts dxf rules convert errors app/console app/headless
+check_includes app/headless base files texts dxf rules preview convert errors app/console app/headless
 check_includes app/unattended base files texts rules convert settings errors app/console app/unattended
-check_threads base geometry files texts dxf eagle rules classic exact convert settings errors
+check_threads base geometry files texts dxf eagle preview rules classic exact convert settings errors
 if [ -n "$build" ]; then run_clang_tidy; fi
 exit "$failed"

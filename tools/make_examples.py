@@ -176,7 +176,38 @@ def relay_symbol():
     drawing.write(FOLDER / "relay-symbol.dxf")
 
 
+def screw_post(drawing):
+    """A hole with its boss."""
+    block = drawing.block("POST")
+    block.circle("HOLES", 0.0, 0.0, 1.6)
+    block.circle("PRINT", 0.0, 0.0, 3.2)
+
+
+def lid():
+    """Lid of a small enclosure in millimetres: 90 by 60."""
+    drawing = Drawing({"OUTLINE": "CONTINUOUS", "CUTOUT": "CONTINUOUS", "HOLES": "CONTINUOUS",
+                       "PRINT": "CONTINUOUS"}, units=4)
+    screw_post(drawing)
+    slot = drawing.block("VENT")
+    slot.polyline("CUTOUT", [(0.0, -5.0, HALF), (1.5, -5.0), (1.5, 5.0, HALF), (0.0, 5.0)])
+    drawing.rectangle("OUTLINE", 0.0, 0.0, 90.0, 60.0, 8.0, 0.0)
+    drawing.array("PRINT", "POST", 8.0, 8.0, 2, 2, 74.0, 44.0)
+    drawing.rectangle("CUTOUT", 16.0, 33.0, 44.0, 50.0, 2.0, 0.0)
+    drawing.closed_spline("CUTOUT", [(54.0, 32.0), (76.0, 28.0), (80.0, 44.0), (68.0, 52.0),
+                                     (56.0, 50.0), (60.0, 42.0)])
+    drawing.array("CUTOUT", "VENT", 54.0, 15.0, 6, 1, 4.5, 0.0)
+    drawing.ring("PRINT", 24.0, 18.0, 6.5, 5.0)
+    drawing.triangle("PRINT", (22.2, 14.8), (22.2, 21.2), (28.0, 18.0))
+    drawing.ellipse("PRINT", 40.0, 18.0, (6.0, 0.0), 0.5, -0.5 * math.pi, 0.5 * math.pi)
+    drawing.line("PRINT", 40.0, 15.0, 40.0, 21.0)
+    drawing.text_on("PRINT", 30.0, 29.0, 3.0, "DISPLAY")
+    drawing.text_on("PRINT", 45.0, 5.0, 3.0, "QUILLON")
+    drawing.text_on("PRINT", 84.0, 30.0, 3.0, "LID", 90.0)
+    drawing.write(FOLDER / "lid.dxf")
+
+
 if __name__ == "__main__":
     front_plate()
     sensor_board()
     relay_symbol()
+    lid()

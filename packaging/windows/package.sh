@@ -37,7 +37,7 @@ fill_stage() {
   done
   "$root/tools/make_chm.sh" "$stage" >/dev/null
   cp -r "$root/help/de" "$root/help/en" "$stage/help"
-  cp "$root"/help/*.css "$stage/help"
+  cp "$root"/help/*.css "$root"/help/*.png "$stage/help"
   cp "$root"/examples/*.dxf "$root"/examples/*.lay "$stage/examples"
   licences
 }

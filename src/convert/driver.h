@@ -11,6 +11,7 @@
 #include "convert/run_control.h"
 #include "convert/script_frame.h"
 #include "dxf/text_source.h"
+#include "eagle/recording.h"
 #include "eagle/script_writer.h"
 #include "exact/losses.h"
 #include "exact/outlines.h"
@@ -39,6 +40,10 @@ struct Surroundings {
   bool refuseUnreadableFiles = false;
   bool readStandardInput = false;    ///< instead of the drawing's path
   bool writeStandardOutput = false;  ///< instead of the script's path
+  /// No script at all: the job's path is not looked at, and no question about it is asked.
+  bool discardScript = false;
+  /// ConversionResult::recording gets what the script draws.
+  bool record = false;
   dxf::InputLimits input = kUsualInput;
   /// Limits after which the host is asked whether to go on.
   rules::WorkLimits limits = kUsualLimits;
@@ -88,7 +93,7 @@ struct ExactFindings {
 struct ConversionResult {
   Outcome outcome = Outcome::Ended;
   std::string dxfFile;              ///< as found
-  std::string scriptFile;           ///< "" when a cancel left none
+  std::string scriptFile;           ///< "" when a cancel left none, or none was wanted
   std::uint64_t linesRead = 0;      ///< as the report counts them
   std::uint64_t fileLinesRead = 0;  ///< lines of the drawing read, each counted once
   std::uint64_t commandCount = 0;
@@ -100,7 +105,8 @@ struct ConversionResult {
   eagle::Extents extents;
   bool rangeWarning = false;
   std::optional<ExactFindings> exact;  ///< by the exact rules
-  std::string report;                  ///< UTF-8; "" when none was wanted or the run ended before
+  std::optional<eagle::Recording> recording;
+  std::string report;  ///< UTF-8; "" when none was wanted or the run ended before
 };
 
 /// Runs one conversion: checks the job, reads the drawing, writes the script and, where the job

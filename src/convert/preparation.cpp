@@ -108,6 +108,7 @@ class Preparation {
   }
 
   void askForOverwriting() {
+    if (surroundings_.discardScript) return;
     ConversionResult& result = conversion_.result;
     if (surroundings_.writeStandardOutput) {
       result.scriptFile = "-";
@@ -135,12 +136,12 @@ class Preparation {
   /// Settings that cannot be converted are noticed after the script was opened: a new one stays
   /// empty. A script that is there stays as it was.
   [[noreturn]] void leaveEmptyScript() {
-    if (!surroundings_.writeStandardOutput && !files::isMissing(conversion_.scriptPath)) {
-      conversion_.refuse(settingsRefusal());
-    }
-    files::OutputFile script = openScript();
+    const bool mayLeaveOne =
+        surroundings_.writeStandardOutput || files::isMissing(conversion_.scriptPath);
+    if (surroundings_.discardScript || !mayLeaveOne) conversion_.refuse(settingsRefusal());
+    const std::unique_ptr<files::OutputFile> script = openScript();
     const Message refusal = settingsRefusal();
-    script.commit();
+    script->commit();
     conversion_.refuse(refusal);
   }
 
@@ -151,11 +152,12 @@ class Preparation {
     return messages_.scaleIsZero();
   }
 
-  files::OutputFile openScript() {
-    if (surroundings_.writeStandardOutput) return files::OutputFile(stdout);
+  std::unique_ptr<files::OutputFile> openScript() {
+    if (surroundings_.discardScript) return nullptr;
+    if (surroundings_.writeStandardOutput) return std::make_unique<files::OutputFile>(stdout);
     const fs::path& path = conversion_.scriptPath;
     if (surroundings_.clearAbandoned) files::clearAbandonedFiles(files::folderOfTarget(path));
-    return files::OutputFile(path);
+    return std::make_unique<files::OutputFile>(path);
   }
 
   LayerTable loadLayers() {

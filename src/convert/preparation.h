@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "convert/conversion.h"
 #include "convert/drawing_input.h"
 #include "convert/layer_table.h"
@@ -10,7 +12,7 @@ namespace quillon::convert {
 /// What a conversion that nothing speaks against is made from and written to.
 struct PreparedFiles {
   DrawingInput drawing;
-  files::OutputFile script;
+  std::unique_ptr<files::OutputFile> script;  ///< null when none is wanted
   LayerTable layers;
 };
 

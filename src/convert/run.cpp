@@ -6,13 +6,13 @@
 #include "base/encoding.h"
 #include "base/run_time_error.h"
 #include "convert/block_library.h"
+#include "convert/listeners.h"
 #include "convert/report.h"
 #include "convert/rule_set.h"
 #include "convert/summary.h"
 #include "convert/target_commands.h"
 #include "dxf/line_reader.h"
 #include "dxf/section_walker.h"
-#include "eagle/script_commands.h"
 #include "exact/rule_set.h"
 #include "texts/error_texts.h"
 
@@ -105,9 +105,12 @@ class Run {
     LayerAssignment layers(files_.layers, job_.defaultLayer, drawing_.encoding);
     if (isExact()) beginFindings(layers);
     const bool fromMark = job_.version != kEagle3 && !isExact();
-    eagle::ScriptWriter script(files_.script, coordinates(),
+    NoScript noScript;
+    base::ByteSink& sink = files_.script ? static_cast<base::ByteSink&>(*files_.script) : noScript;
+    eagle::ScriptWriter script(sink, coordinates(),
                                fromMark ? eagle::PointForm::FromMark : eagle::PointForm::Plain);
-    eagle::ScriptCommands commands(script);
+    Listeners listeners(script, coordinates(), surroundings_.record);
+    eagle::Commands& commands = listeners.commands();
     rules::CancelPoll cancelled(control_);
     cancelled.setLimits(script, surroundings_.limits,
                         [this](rules::LimitKind kind) { return goesOnPast(kind); });
@@ -131,7 +134,8 @@ class Run {
       result_.report = buildReport(job_, result_, drawing_, layers, library, conversion_.texts,
                                    surroundings_.now());
     }
-    files_.script.commit();
+    result_.recording = listeners.recording(drawing_.encoding);
+    if (files_.script) files_.script->commit();
   }
 
   /// The target's commands, the header, every entity in file order, and the remaining parts of the

@@ -38,6 +38,8 @@ Point endOf(const Arc& arc) {
 Recorder::Recorder(const Coordinates& coordinates)
     : area_(coordinates), sheet_(&recording_.sheets.emplace_back()) {
   sheets_.emplace("", sheet_);
+  recording_.unit = coordinates.unit;
+  recording_.limit = area_.limit();
 }
 
 void Recorder::wire(const Wire& wire) { addWire(wire.from, wire.to, wire.curve, wire.width); }

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "base/encoding.h"
+#include "base/units.h"
 #include "geometry/point.h"
 
 namespace quillon::eagle {
@@ -78,6 +80,9 @@ struct RecordedSheet {
 /// when the script starts.
 struct Recording {
   std::deque<RecordedSheet> sheets;
+  base::Encoding encoding = base::Encoding::Utf8;  ///< of its texts
+  base::Unit unit = base::Unit::Mm;                ///< of its lengths
+  double limit = 0.0;                              ///< EAGLE's largest coordinate, in this unit
 };
 
 }  // namespace quillon::eagle

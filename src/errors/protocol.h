@@ -44,8 +44,8 @@ void writeProtocol(const ProtocolFields& fields, const CallStackList& stack, Pro
 /// The same as a text.
 std::string protocolText(const ProtocolFields& fields, const CallStackList& stack);
 
-/// Adds the calls of the machine that led to a crash to the end of a protocol, the newest first. Takes no
-/// memory and no lock either.
+/// Adds the calls of the machine that led to a crash to the end of a protocol, the newest first.
+/// Takes no memory and no lock either.
 class BacktraceWriter {
  public:
   /// Writes the heading.

@@ -37,9 +37,9 @@ TEST(ToJson, IsOneLineWithEveryMember) {
   result.extents = {-1.0, 0.5, 2.0, 1e21};
   result.rangeWarning = true;
   const convert::Message message{convert::MessageKind::Warning, "title", "text", "detail"};
-  EXPECT_EQ(toJson(result, "r.txt", {message}),
+  EXPECT_EQ(toJson(result, {"r.txt", "r.svg", false}, {message}),
             "{\"dxf\":\"a.dxf\",\"script\":\"a.scr\",\"report\":\"r.txt\","
-            "\"outcome\":\"cancelled\",\"linesRead\":12,\"linesWritten\":34,"
+            "\"preview\":\"r.svg\",\"outcome\":\"cancelled\",\"linesRead\":12,\"linesWritten\":34,"
             "\"entities\":{\"LINE\":3},\"leftOut\":{\"LINE\":2,\"ARC\":1},"
             "\"notRecognised\":{\"HATCH\":2},\"damaged\":{\"count\":3,\"firstLine\":12},"
             "\"extents\":{\"minX\":-1,\"minY\":0.5,\"maxX\":2,\"maxY\":1e+21},"
@@ -53,17 +53,17 @@ TEST(ToJson, HasTheBytesOfPathsThatAreNotUtf8) {
   result.scriptFile = "ä.scr";
   const auto json = [&](const std::string& drawing, const std::string& report) {
     result.dxfFile = drawing;
-    const std::string all = toJson(result, report, {});
+    const std::string all = toJson(result, {report, "", false}, {});
     return all.substr(0, all.find(",\"outcome\""));
   };
   EXPECT_EQ(json("T\xFCr.dxf", "\xE4.txt"),
-            "{\"dxf\":\"Tür.dxf\",\"script\":\"ä.scr\",\"report\":\"ä.txt\","
+            "{\"dxf\":\"Tür.dxf\",\"script\":\"ä.scr\",\"report\":\"ä.txt\",\"preview\":null,"
             "\"pathBytes\":{\"dxf\":\"VPxyLmR4Zg==\",\"report\":\"5C50eHQ=\"}");
   EXPECT_EQ(json("\xFF\xFF\xFF", "r.txt"),
-            "{\"dxf\":\"ÿÿÿ\",\"script\":\"ä.scr\",\"report\":\"r.txt\","
+            "{\"dxf\":\"ÿÿÿ\",\"script\":\"ä.scr\",\"report\":\"r.txt\",\"preview\":null,"
             "\"pathBytes\":{\"dxf\":\"////\"}");
   EXPECT_EQ(json("Tür.dxf", "r.txt"),
-            "{\"dxf\":\"Tür.dxf\",\"script\":\"ä.scr\",\"report\":\"r.txt\"");
+            "{\"dxf\":\"Tür.dxf\",\"script\":\"ä.scr\",\"report\":\"r.txt\",\"preview\":null");
 }
 
 TEST(ToJson, NamesNoFileThatWasNotWritten) {
@@ -71,8 +71,8 @@ TEST(ToJson, NamesNoFileThatWasNotWritten) {
   result.dxfFile = "a.dxf";
   result.scriptFile = "a.scr";
   EXPECT_EQ(
-      toJson(result, "r.txt", {}),
-      "{\"dxf\":\"a.dxf\",\"script\":null,\"report\":null,\"outcome\":\"failed\","
+      toJson(result, {"r.txt", "r.svg", false}, {}),
+      "{\"dxf\":\"a.dxf\",\"script\":null,\"report\":null,\"preview\":null,\"outcome\":\"failed\","
       "\"linesRead\":0,\"linesWritten\":0,\"entities\":{},\"leftOut\":{},\"notRecognised\":{},"
       "\"damaged\":null,\"extents\":null,\"rangeWarning\":false,\"messages\":[]}\n");
 }

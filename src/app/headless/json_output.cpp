@@ -234,14 +234,15 @@ std::string jsonString(std::string_view text) {
   return out + "\"";
 }
 
-std::string toJson(const ConversionResult& result, std::string_view reportFile,
+std::string toJson(const ConversionResult& result, const Written& others,
                    const std::vector<Message>& messages) {
   Members members('{');
   Paths paths;
   paths.add(members, "dxf", result.dxfFile);
   const bool written = result.outcome != Outcome::Ended;
   paths.add(members, "script", written ? result.scriptFile : std::string_view{});
-  paths.add(members, "report", written ? reportFile : std::string_view{});
+  paths.add(members, "report", written ? others.report : std::string_view{});
+  paths.add(members, "preview", written ? others.preview : std::string_view{});
   paths.addBytes(members);
   members.add("outcome", outcomeText(result.outcome));
   members.add("linesRead", std::to_string(result.fileLinesRead));

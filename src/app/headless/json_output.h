@@ -12,8 +12,15 @@ namespace quillon::headless {
 /// A text as a JSON string; valid UTF-8 for any bytes.
 std::string jsonString(std::string_view text);
 
+/// What a conversion has written besides its script; "" for none.
+struct Written {
+  std::string report;
+  std::string preview;
+  bool failed = false;  ///< not everything that was wanted could be written
+};
+
 /// One conversion as a single line of JSON.
-std::string toJson(const convert::ConversionResult& result, std::string_view reportFile,
+std::string toJson(const convert::ConversionResult& result, const Written& others,
                    const std::vector<convert::Message>& messages);
 
 }  // namespace quillon::headless

@@ -160,6 +160,12 @@ void addProgramOptions(CLI::App& app, Options& options) {
       ->type_name("FILE.cfh");
   app.add_option("--report", options.report, "Write the conversion report; a folder for several")
       ->type_name("FILE");
+  app.add_option("--preview", options.preview,
+                 "Write a picture of what the script draws, as SVG; a folder for several")
+      ->type_name("FILE.svg");
+  addChoice(app, "--preview-theme", options.previewTheme, {{"light", 0}, {"dark", 1}}, "light|dark",
+            "Background of the picture [light]");
+  app.add_flag("--no-script", options.discardScript, "Write no script, with --preview");
   app.add_flag("--force", options.job.overwriteScript, "Replace existing scripts and reports");
   app.add_flag("--newer", options.newer,
                "Convert only drawings that are newer than their scripts, and replace those");
@@ -177,7 +183,8 @@ std::string checkTogether(const Options& options) {
     if (input == "-" && !one) return "- cannot be combined with other drawings";
     if (input.empty()) return "the name of a drawing is empty";
   }
-  const bool toOutput = options.output ? *options.output == "-" : options.inputs.front() == "-";
+  const bool toOutput = !options.discardScript &&
+                        (options.output ? *options.output == "-" : options.inputs.front() == "-");
   if (toOutput && !one) return "-o - takes one drawing only";
   if (toOutput && options.json) return "--json and the script cannot both go to standard output";
   if (options.newer && toOutput) return "--newer needs scripts that are files";
@@ -185,6 +192,12 @@ std::string checkTogether(const Options& options) {
     return "--newer needs drawings that are files";
   if (options.output && options.output->empty()) return "the name of the script is empty";
   if (options.report && options.report->empty()) return "the name of the report is empty";
+  if (options.preview && options.preview->empty()) return "the name of the preview is empty";
+  if (options.discardScript) {
+    if (!options.preview) return "--no-script needs --preview: nothing would be written";
+    if (options.output) return "-o and --no-script exclude each other";
+    if (options.newer) return "--newer needs scripts that are files";
+  }
   if (options.name && !one) return "--name takes one drawing only";
   const bool noName =
       options.name ? base::trimBlanks(*options.name).empty() : options.inputs.front() == "-";
@@ -203,7 +216,7 @@ void completePaths(Options& options) {
   }
   options.inputs = std::move(inputs);
   for (std::optional<std::string>* const path :
-       {&options.output, &options.report, &options.frame}) {
+       {&options.output, &options.report, &options.preview, &options.frame}) {
     if (*path) **path = files::pathArgument(std::move(**path));
   }
   options.job.layerFile = files::pathArgument(std::move(options.job.layerFile));

@@ -7,6 +7,7 @@
 
 #include "convert/driver.h"
 #include "convert/job.h"
+#include "preview/palette.h"
 
 namespace quillon::headless {
 
@@ -16,8 +17,11 @@ struct Options {
   std::optional<std::string> output;  ///< script, or folder for scripts
   std::optional<std::string> name;    ///< drawing name; defaults to the file's name
   std::optional<std::string> frame;
-  std::optional<std::string> report;  ///< report, or folder for reports
-  convert::ConversionJob job;         ///< settings shared by all conversions
+  std::optional<std::string> report;   ///< report, or folder for reports
+  std::optional<std::string> preview;  ///< picture, or folder for pictures
+  preview::Theme previewTheme = preview::Theme::Light;
+  bool discardScript = false;  ///< the picture alone
+  convert::ConversionJob job;  ///< settings shared by all conversions
   int languageOffset = 0;
   unsigned jobs = 1;
   rules::WorkLimits limits = convert::kUsualLimits;  ///< for each conversion

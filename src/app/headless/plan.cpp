@@ -66,13 +66,21 @@ class PathRules {
   }
 
   std::string reportOf(const fs::path& drawing) const {
-    if (!options_.report) return {};
-    fs::path name = drawing.filename();
-    name.replace_extension(".txt");
-    return fromPath(resultOf(*options_.report, name));
+    return besideOf(options_.report, drawing, ".txt");
+  }
+  std::string previewOf(const fs::path& drawing) const {
+    return besideOf(options_.preview, drawing, ".svg");
   }
 
  private:
+  std::string besideOf(const std::optional<std::string>& typed, const fs::path& drawing,
+                       const char* extension) const {
+    if (!typed) return {};
+    fs::path name = drawing.filename();
+    name.replace_extension(extension);
+    return fromPath(resultOf(*typed, name));
+  }
+
   /// A typed path is the result itself, or a folder for results.
   fs::path resultOf(const std::string& typed, const fs::path& name) const {
     const fs::path folder = folderNamed(typed);
@@ -89,11 +97,14 @@ void planStandardInput(const Options& options, Plan& plan) {
   planned.job.drawingName = options.name.value_or("");
   planned.job.literalPaths = true;
   planned.readStandardInput = true;
-  planned.writeStandardOutput = !options.output || *options.output == "-";
-  if (!planned.writeStandardOutput) {
+  planned.discardScript = options.discardScript;
+  planned.writeStandardOutput =
+      !planned.discardScript && (!options.output || *options.output == "-");
+  if (!planned.writeStandardOutput && !planned.discardScript) {
     planned.job.scriptFile = fromPath(files::findForCreation(*options.output));
   }
   planned.reportFile = fromPath(files::findForCreation(options.report.value_or("")));
+  planned.previewFile = fromPath(files::findForCreation(options.preview.value_or("")));
   planned.job.report = !planned.reportFile.empty();
   plan.conversions.push_back(std::move(planned));
 }
@@ -108,8 +119,12 @@ PlannedConversion planDrawing(const Options& options, const PathRules& paths,
   planned.job.dxfFile = fromPath(drawing);
   planned.job.drawingName = options.name ? *options.name : nameFromFile(fromPath(drawing.stem()));
   planned.writeStandardOutput = options.output && *options.output == "-";
-  if (!planned.writeStandardOutput) planned.job.scriptFile = paths.scriptOf(drawing);
+  planned.discardScript = options.discardScript;
+  if (!planned.writeStandardOutput && !planned.discardScript) {
+    planned.job.scriptFile = paths.scriptOf(drawing);
+  }
   planned.reportFile = paths.reportOf(drawing);
+  planned.previewFile = paths.previewOf(drawing);
   planned.job.report = !planned.reportFile.empty();
   return planned;
 }
@@ -137,7 +152,8 @@ class Collisions {
     if (!planned.job.scriptFile.empty() && planned.job.scriptFile == planned.job.dxfFile) {
       return planned.job.scriptFile + " is the drawing itself";
     }
-    for (const std::string* const result : {&planned.job.scriptFile, &planned.reportFile}) {
+    for (const std::string* const result :
+         {&planned.job.scriptFile, &planned.reportFile, &planned.previewFile}) {
       const std::string& file = *result;
       if (file.empty()) continue;
       const fs::path key = fileKey(file);
@@ -175,7 +191,7 @@ std::string checkCollisions(const Options& options, Plan& plan) {
 
 /// Creates missing folders for the results of several drawings.
 std::string makeFolders(const Options& options) {
-  for (const auto& folder : {options.output, options.report}) {
+  for (const auto& folder : {options.output, options.report, options.preview}) {
     if (!folder) continue;
     if (!files::makeFolders(folderNamed(*folder))) {
       return *folder +

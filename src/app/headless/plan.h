@@ -16,7 +16,9 @@ struct PlannedConversion {
   std::string sameResultAs;
   bool readStandardInput = false;
   bool writeStandardOutput = false;
-  std::string reportFile;  ///< "" for none
+  bool discardScript = false;
+  std::string reportFile;   ///< "" for none
+  std::string previewFile;  ///< "" for none
 };
 
 struct Plan {

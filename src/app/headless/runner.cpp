@@ -30,6 +30,7 @@
 #include "files/paths.h"
 #include "files/program_folder.h"
 #include "files/temporary_file.h"
+#include "preview/svg.h"
 
 namespace quillon::headless {
 
@@ -166,7 +167,7 @@ class Runner {
                       faults_.program().supportAddress}))};
     Printed printed;
     printed.error = problemLine(messages.front().kind, messages.front().detail);
-    if (options_.json) printed.output = toJson(result, "", messages);
+    if (options_.json) printed.output = toJson(result, {}, messages);
     return printed;
   }
 
@@ -174,7 +175,8 @@ class Runner {
   void clearAbandoned() const {
     std::set<fs::path> folders;
     for (const PlannedConversion& planned : plan_.conversions) {
-      for (const std::string* const file : {&planned.job.scriptFile, &planned.reportFile}) {
+      for (const std::string* const file :
+           {&planned.job.scriptFile, &planned.reportFile, &planned.previewFile}) {
         if (file->empty()) continue;
         folders.insert(files::folderOfTarget(files::toPath(*file)));
       }
@@ -212,7 +214,7 @@ class Runner {
     HeadlessHost host(console_, texts_, plan_.several ? "" : base::quotable(planned.job.dxfFile));
     ConversionResult result;
     std::vector<Message> messages;
-    bool reportWritten = true;
+    Written written;
     const std::string obstacle = obstacleTo(planned);
     if (!obstacle.empty()) {
       result.dxfFile = planned.job.dxfFile;
@@ -221,19 +223,19 @@ class Runner {
       result = convert_(planned.job, host, surroundingsOf(planned));
       messages = host.messages();
       if (result.outcome != Outcome::Ended) addLosses(result, messages);
-      reportWritten = writeReport(planned.reportFile, result, messages);
-      const bool files = !planned.readStandardInput && !planned.writeStandardOutput;
+      written = writeOthers(planned, result, messages);
+      const bool files = !planned.readStandardInput && !planned.job.scriptFile.empty();
       if (result.outcome == Outcome::Cancelled && files) dateAsIncomplete(planned);
     }
-    if (result.outcome == Outcome::Converted && reportWritten) ++converted_;
+    if (result.outcome == Outcome::Converted && !written.failed) ++converted_;
     Printed printed;
     for (const Message& message : messages) {
       printed.error += problemLine(message.kind, message.detail);
     }
-    const bool hasScript = result.outcome != Outcome::Ended && !result.scriptFile.empty();
-    if (!options_.quiet && hasScript) printed.error += summary(result);
-    if (options_.json)
-      printed.output = toJson(result, reportWritten ? planned.reportFile : "", messages);
+    const bool hasResult = result.outcome != Outcome::Ended &&
+                           (!result.scriptFile.empty() || !written.preview.empty());
+    if (!options_.quiet && hasResult) printed.error += summary(result, written);
+    if (options_.json) printed.output = toJson(result, written, messages);
     return printed;
   }
 
@@ -247,6 +249,8 @@ class Runner {
     surroundings.refuseUnreadableFiles = true;
     surroundings.readStandardInput = planned.readStandardInput;
     surroundings.writeStandardOutput = planned.writeStandardOutput;
+    surroundings.discardScript = planned.discardScript;
+    surroundings.record = !planned.previewFile.empty();
     surroundings.limits = options_.limits;
     surroundings.input = options_.input;
     surroundings.keepPartial = options_.keepPartial;
@@ -256,31 +260,49 @@ class Runner {
 
   /// Why a drawing cannot even be started, or "".
   std::string obstacleTo(const PlannedConversion& planned) const {
-    const std::string& report = planned.reportFile;
     if (!planned.sameResultAs.empty()) {
       return texts_(TextId::ScriptOfOtherDrawing,
                     {base::quotable(planned.job.dxfFile), base::quotable(planned.job.scriptFile),
                      base::quotable(planned.sameResultAs)});
     }
-    const bool inTheWay = !report.empty() && !options_.job.overwriteScript &&
-                          files::isInTheWay(files::toPath(report));
-    return inTheWay ? texts_(TextId::ReportFileExists, {base::quotable(report)}) : std::string();
+    const auto inTheWay = [this](const std::string& file) {
+      return !file.empty() && !options_.job.overwriteScript &&
+             files::isInTheWay(files::toPath(file));
+    };
+    const std::string& report = planned.reportFile;
+    if (inTheWay(report)) return texts_(TextId::ReportFileExists, {base::quotable(report)});
+    const std::string& preview = planned.previewFile;
+    if (inTheWay(preview)) return texts_(TextId::FileExists, {base::quotable(preview)});
+    return {};
   }
 
-  bool writeReport(const std::string& reportFile, const ConversionResult& result,
-                   std::vector<Message>& messages) const {
-    if (reportFile.empty() || result.report.empty()) return true;
-    const fs::path target = files::toPath(reportFile);
-    try {
-      files::OutputFile file(target);
-      file.write(result.report);
-      file.commit();
-      return true;
-    } catch (const files::WriteError& reason) {
-      messages.push_back(
-          error(convert::Messages(texts_).unwritableText(reportFile, target, reason.reason())));
-      return false;
+  /// The report and the picture, as far as they are wanted.
+  Written writeOthers(const PlannedConversion& planned, const ConversionResult& result,
+                      std::vector<Message>& messages) const {
+    Written written;
+    const auto write = [&](const std::string& file, std::string& name, const auto& put) {
+      const fs::path target = files::toPath(file);
+      try {
+        files::OutputFile output(target);
+        put(output);
+        output.commit();
+        name = file;
+      } catch (const files::WriteError& reason) {
+        messages.push_back(
+            error(convert::Messages(texts_).unwritableText(file, target, reason.reason())));
+        written.failed = true;
+      }
+    };
+    if (!planned.reportFile.empty() && !result.report.empty()) {
+      write(planned.reportFile, written.report,
+            [&](base::ByteSink& sink) { sink.write(result.report); });
     }
+    if (!planned.previewFile.empty() && result.recording) {
+      write(planned.previewFile, written.preview, [&](base::ByteSink& sink) {
+        preview::writeSvg(*result.recording, options_.previewTheme, sink);
+      });
+    }
+    return written;
   }
 
   void addLosses(const ConversionResult& result, std::vector<Message>& messages) const {
@@ -301,7 +323,7 @@ class Runner {
   }
 
   /// What was read, what was written, and what to type in EAGLE.
-  std::string summary(const ConversionResult& result) const {
+  std::string summary(const ConversionResult& result, const Written& written) const {
     std::string text =
         texts_(TextId::EntitiesConverted,
                {base::quotable(result.dxfFile), std::to_string(convert::entityCount(result)),
@@ -312,6 +334,10 @@ class Runner {
     for (const std::string& line : convert::findingLines(result, texts_)) {
       text += line + "\n";
     }
+    if (!written.preview.empty()) {
+      text += texts_(TextId::PreviewWritten, {base::quotable(written.preview)}) + "\n";
+    }
+    if (result.scriptFile.empty()) return text;
     text += texts_(TextId::LinesWritten,
                    {base::quotable(result.scriptFile), std::to_string(result.commandCount)}) +
             "\n";
