@@ -45,7 +45,7 @@ TEST_F(JsonTest, TellsAllAboutAConversion) {
   const JsonValue value = object({"part.dxf", "--report", "r.txt", "--unit", "mm"});
   EXPECT_EQ(value.names(), (Strings{"damaged", "dxf", "entities", "extents", "leftOut", "linesRead",
                                     "linesWritten", "messages", "notRecognised", "outcome",
-                                    "rangeWarning", "report", "script"}));
+                                    "preview", "rangeWarning", "report", "script"}));
   EXPECT_EQ(value.at("dxf").text(), "part.dxf");
   EXPECT_EQ(value.at("script").text(), "part.scr");
   EXPECT_EQ(value.at("report").text(), "r.txt");
