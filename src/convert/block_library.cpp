@@ -60,12 +60,16 @@ const std::string* BlockLibrary::findPart(std::string_view blockName,
   return found == parts_.end() ? nullptr : &found->second;
 }
 
+std::string BlockLibrary::addName(std::string_view blockName) {
+  std::string name = makePartName(blockName, ++rows_, drawing_.encoding);
+  namesByBlock_[blockName].push_back(name);
+  return name;
+}
+
 const std::string& BlockLibrary::addRow(std::string_view blockName,
                                         const geometry::Placement& placement) {
-  const std::string name = makePartName(blockName, ++rows_, drawing_.encoding);
-  namesByBlock_[blockName].push_back(name);
   const Key key(blockName, placement.scaleX, placement.scaleY, placement.rotation);
-  return parts_.try_emplace(key, name).first->second;
+  return parts_.try_emplace(key, addName(blockName)).first->second;
 }
 
 void BlockLibrary::writePart(std::size_t blockIndex, const std::string& partName,
@@ -77,7 +81,21 @@ void BlockLibrary::writePart(std::size_t blockIndex, const std::string& partName
   inner.dy = 0.0;
   translation_.translateBlock(blockIndex, inner);
   writingPart_ = false;
-  if (targetKind_ == kSchematic) target_.writeBlockDevice(partName);
+  closePart(partName);
+}
+
+void BlockLibrary::noteInsertion(std::size_t blockIndex) {
+  inserted_.insert(drawing_.blocks[blockIndex].name);
+}
+
+std::string BlockLibrary::openPart(std::size_t blockIndex) {
+  std::string name = addName(drawing_.blocks[blockIndex].name);
+  target_.writeBlockLibraryOpen(name);
+  return name;
+}
+
+void BlockLibrary::closePart(std::string_view name) {
+  if (targetKind_ == kSchematic) target_.writeBlockDevice(name);
 }
 
 }  // namespace quillon::convert

@@ -10,13 +10,15 @@
 
 #include "base/text_hash.h"
 #include "convert/target_commands.h"
+#include "exact/part_frame.h"
 #include "rules/translation.h"
 
 namespace quillon::convert {
 
-/// Turns blocks into parts of a library named like the drawing. Each block is written once for each
-/// scale and rotation of its insertions.
-class BlockLibrary : public rules::BlockParts {
+/// Turns blocks into parts of a library named like the drawing. By the classic rules, each block is
+/// written once for each scale and rotation of its insertions; the exact rules decide that
+/// themselves.
+class BlockLibrary : public rules::BlockParts, public exact::PartFrame {
  public:
   BlockLibrary(eagle::Commands& commands, TargetCommands& target, rules::Translation& translation,
                const dxf::Drawing& drawing, int targetKind)
@@ -35,6 +37,12 @@ class BlockLibrary : public rules::BlockParts {
   /// skipped.
   void writeRemainingPart(std::size_t blockIndex);
 
+  std::string_view libraryName() const override { return target_.drawingName(); }
+  void noteInsertion(std::size_t blockIndex) override;
+  std::string openPart(std::size_t blockIndex) override;
+  void closePart(std::string_view name) override;
+  void returnToDrawing() override { target_.writeUseLibrary(); }
+
   /// True when a block of this name was inserted in the drawing.
   bool wasInserted(std::string_view blockName) const { return inserted_.contains(blockName); }
   /// The names of a block's parts, in order of creation.
@@ -45,6 +53,7 @@ class BlockLibrary : public rules::BlockParts {
 
   const std::string* findPart(std::string_view blockName,
                               const geometry::Placement& placement) const;
+  std::string addName(std::string_view blockName);
   const std::string& addRow(std::string_view blockName, const geometry::Placement& placement);
   void writePart(std::size_t blockIndex, const std::string& partName,
                  const geometry::Placement& placement);

@@ -31,6 +31,9 @@ exact::Options exactOptions(const ConversionJob& job, double drawingUnit) {
   options.unit = job.unit == base::Unit::None ? base::Unit::Mm : job.unit;
   options.factor = drawingUnit / base::unitRecord(options.unit).millimetres * job.scale;
   constexpr int kWireOfWidth0 = 0;
+  options.parts =
+      (job.blocks == kUsedBlocksAsParts || job.blocks == kAllBlocksAsParts) &&
+      (options.target == exact::Target::Board || options.target == exact::Target::Schematic);
   options.widthless = job.poly == kWireOfWidth0;
   return options;
 }
@@ -50,8 +53,8 @@ RuleSet makeTranslation(const ConversionJob& job, const TranslationOutput& outpu
       auto rules = std::make_unique<exact::RuleSet>(
           options, output.commands, drawing, layers, output.cancelled,
           geometry::Affine::scaling(options.factor, options.factor));
-      const exact::RuleSet* const exactRules = rules.get();
-      return {std::move(rules), exactRules};
+      exact::RuleSet* const exactRules = rules.get();
+      return {std::move(rules), exactRules, options.parts};
     }
   }
   throw std::invalid_argument("no such set of rules");

@@ -22,7 +22,8 @@ struct TranslationOutput {
 /// A translation, and the same as exact rules where it is by those.
 struct RuleSet {
   std::unique_ptr<rules::Translation> translation;
-  const exact::RuleSet* exact = nullptr;
+  exact::RuleSet* exact = nullptr;
+  bool wantsParts = false;  ///< by the exact rules
 };
 
 /// The exact rules' options as the job has them, for a drawing with this unit (in millimetres).

@@ -146,7 +146,10 @@ class Run {
     target.writeTargetOpen();
     target.writeScriptHeader();
     translation.beginScript();
-    if (job_.blocks == kUsedBlocksAsParts || job_.blocks == kAllBlocksAsParts) {
+    const bool all = job_.blocks == kAllBlocksAsParts;
+    if (ruleSet.exact != nullptr) {
+      if (ruleSet.wantsParts) ruleSet.exact->setPartFrame(library, all);
+    } else if (all || job_.blocks == kUsedBlocksAsParts) {
       translation.setBlockParts(&library);
     }
     Entities entities(translation, cancelled, text_, control_);
@@ -155,10 +158,11 @@ class Run {
       readDefinitionsAgain();
       dxf::readContents(drawing_, reader_, entities, true);
     }
+    if (ruleSet.exact != nullptr) ruleSet.exact->finish();
     result_.linesRead = reader_.linesRead();
     checkContents();
     control_.setStatusText(TextId::StatusConverting);
-    if (job_.blocks == kAllBlocksAsParts) writeRemainingParts(cancelled, library);
+    if (all && ruleSet.exact == nullptr) writeRemainingParts(cancelled, library);
     if (limitReached_ && !surroundings_.keepPartial) throw EndOfConversion{};
     if (!control_.cancelled()) control_.setProgress(true, 1, 1);
   }

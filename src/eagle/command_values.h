@@ -5,6 +5,7 @@
 #include <span>
 #include <string_view>
 
+#include "geometry/box.h"
 #include "geometry/point.h"
 
 namespace quillon::eagle {
@@ -108,6 +109,12 @@ struct Part {
   std::string_view name{};
   std::string_view library{};
   Point at{};
+  double degrees = 0.0;  ///< written with one decimal at most
+  bool spin = false;     ///< its texts are not turned to be readable
+  bool quoted = false;   ///< the names are quoted where EAGLE needs that
+  /// Where its content is in the drawing, if that is known: this, and not the point, then counts
+  /// for the size of the drawing.
+  geometry::Box covers{};
 };
 
 struct Hole {

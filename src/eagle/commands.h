@@ -43,6 +43,9 @@ class Commands {
 
   /// Subsequent commands are for another drawing or library part: `name` and its extension.
   virtual void edit(std::string_view name, std::string_view extension) = 0;
+  /// Up to the next edit(), points are those of a library part: the conversion's offsets are not
+  /// added, and they do not count for the size of the drawing.
+  virtual void beginPart() = 0;
   /// A comment, which EAGLE ignores; without line ends.
   virtual void comment(std::string_view text) = 0;
   /// Any other complete command, written as it is, such as a line of the user's frame.

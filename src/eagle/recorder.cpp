@@ -12,9 +12,6 @@ Point centreOf(const Arc& arc) {
 }
 
 double directionFrom(Point from, Point to) { return std::atan2(to.y - from.y, to.x - from.x); }
-
-double distance(Point a, Point b) { return std::hypot(b.x - a.x, b.y - a.y); }
-
 }  // namespace
 
 double curveOf(const Arc& arc) {
@@ -108,7 +105,7 @@ void Recorder::label(const Label& label) {
 }
 
 void Recorder::part(const Part& part) {
-  sheet().parts.push_back({std::string(part.name), placed(part.at)});
+  sheet().parts.push_back({std::string(part.name), placed(part.at), part.degrees, part.spin});
 }
 
 void Recorder::hole(const Hole& hole) {
@@ -125,6 +122,7 @@ void Recorder::change(Property property, std::string_view word) {
 
 void Recorder::edit(std::string_view name, std::string_view /*extension*/) {
   layer_ = nullptr;
+  inPart_ = false;
   const auto known = sheets_.find(name);
   if (known != sheets_.end()) {
     sheet_ = known->second;

@@ -38,6 +38,7 @@ class Recorder final : public Commands {
   void change(Property property, double value) override;
   void change(Property property, std::string_view word) override;
   void edit(std::string_view name, std::string_view extension) override;
+  void beginPart() override { inPart_ = true; }
   void comment(std::string_view) override {}
   void command(std::string_view) override {}
 
@@ -45,7 +46,7 @@ class Recorder final : public Commands {
   RecordedSheet& sheet() { return *sheet_; }
   /// The record of the current layer.
   RecordedLayer& onLayer();
-  Point placed(Point point) const { return area_.offset(point.x, point.y); }
+  Point placed(Point point) const { return inPart_ ? point : area_.offset(point.x, point.y); }
   void addCorner(Point corner, double curve);
   void addWire(Point from, Point to, double curve, double width);
 
@@ -53,6 +54,7 @@ class Recorder final : public Commands {
   Recording recording_;
   std::map<std::string, RecordedSheet*, std::less<>> sheets_;
   RecordedSheet* sheet_;
+  bool inPart_ = false;
   int layerNumber_ = 0;
   RecordedLayer* layer_ = nullptr;  ///< null until something is drawn on it
   double lastWidth_ = 0.0;          ///< EAGLE keeps using the last width

@@ -61,6 +61,8 @@ struct RecordedLayer {
 struct RecordedPart {
   std::string name;
   geometry::Point at;
+  double degrees = 0.0;
+  bool spin = false;  ///< its texts may stand upside down
 };
 
 struct RecordedHole {

@@ -1,5 +1,6 @@
 #include "eagle/script_commands.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
@@ -11,6 +12,15 @@ std::string_view wordOf(Property property) {
   constexpr std::array<std::string_view, 7> kWords = {"Size", "Pour",  "Style", "Cap",
                                                       "Font", "Ratio", "Align"};
   return kWords[static_cast<std::size_t>(property)];
+}
+
+/// Only the simplest names are taken without quotes for certain.
+bool needsQuotes(std::string_view name) {
+  return std::any_of(name.begin(), name.end(), [](char c) {
+    const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    const bool digit = c >= '0' && c <= '9';
+    return !letter && !digit && std::string_view("_-./:\\").find(c) == std::string_view::npos;
+  });
 }
 
 }  // namespace
@@ -147,17 +157,23 @@ void ScriptCommands::label(const Label& label) {
   script_.text("Text ");
   putEscaped(label.content);
   script_.text(label.spin ? " S" : " ").text(label.mirrored ? "MR" : "R");
-  const auto tenths = static_cast<int>(std::lround(label.degrees * 10.0));
-  script_.text(std::to_string(tenths / 10));
-  if (tenths % 10 != 0) script_.text(".").text(std::to_string(tenths % 10));
+  putDegrees(label.degrees);
   script_.text(" ");
   put(label.at);
   end();
 }
 
 void ScriptCommands::part(const Part& part) {
-  script_.text("Add ").text(part.name).text("@").text(part.library).text(" R0 ");
-  put(part.at);
+  const std::string_view quote = part.quoted && needsQuotes(part.library) ? "'" : "";
+  script_.text("Add ").text(quote).text(part.name).text("@").text(part.library).text(quote);
+  script_.text(part.spin ? " SR" : " R");
+  putDegrees(part.degrees);
+  script_.text(" ");
+  if (part.covers.empty()) {
+    put(part.at);
+  } else {
+    script_.pointOfPart(part.at, part.covers);
+  }
   end();
 }
 
@@ -178,6 +194,7 @@ void ScriptCommands::change(Property property, std::string_view word) {
 }
 
 void ScriptCommands::edit(std::string_view name, std::string_view extension) {
+  script_.endPart();
   script_.text("Edit '").text(name).text(extension).text("';").endLine().count(1);
 }
 
@@ -186,6 +203,13 @@ void ScriptCommands::comment(std::string_view text) {
 }
 
 void ScriptCommands::command(std::string_view line) { script_.line(line); }
+
+/// With one decimal, unless that is 0.
+void ScriptCommands::putDegrees(double degrees) {
+  const auto tenths = static_cast<int>(std::lround(degrees * 10.0));
+  script_.text(std::to_string(tenths / 10));
+  if (tenths % 10 != 0) script_.text(".").text(std::to_string(tenths % 10));
+}
 
 void ScriptCommands::putCurve(double degrees) {
   if (degrees == 0.0) return;

@@ -28,6 +28,7 @@ class ScriptCommands final : public Commands {
   void change(Property property, double value) override;
   void change(Property property, std::string_view word) override;
   void edit(std::string_view name, std::string_view extension) override;
+  void beginPart() override { script_.beginPart(); }
   void comment(std::string_view text) override;
   void command(std::string_view line) override;
 
@@ -35,6 +36,7 @@ class ScriptCommands final : public Commands {
   ScriptWriter& put(Point point) { return script_.formatPoint(point.x, point.y); }
   void putCurve(double degrees);
   void putCurveBetween(double degrees);
+  void putDegrees(double degrees);
   void putEscaped(std::string_view content);
   void putQuoted(std::string_view content);
   /// Ends a one-line command.

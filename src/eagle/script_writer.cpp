@@ -28,7 +28,7 @@ ScriptWriter& ScriptWriter::number(double value) {
 }
 
 ScriptWriter& ScriptWriter::formatPoint(double x, double y) {
-  const geometry::Point at = area_.offset(x, y);
+  const geometry::Point at = inPart_ ? geometry::Point{x, y} : area_.offset(x, y);
   // A wire often starts where the previous one ended.
   if (at.x != lastPoint_.x || at.y != lastPoint_.y) writeLastPoint(at.x, at.y);
   if (lastPoint_.outOfRange) rangeWarning_ = rangeFlag_ = true;
@@ -40,10 +40,7 @@ void ScriptWriter::writeLastPoint(double x, double y) {
   lastPoint_.outOfRange = std::fabs(x) > area_.limit() || std::fabs(y) > area_.limit();
   lastPoint_.x = x;
   lastPoint_.y = y;
-  if (x < extents_.minX) extents_.minX = x;
-  if (x > extents_.maxX) extents_.maxX = x;
-  if (y < extents_.minY) extents_.minY = y;
-  if (y > extents_.maxY) extents_.maxY = y;
+  if (extends_) extend({x, y});
   char* out = lastPoint_.text.data();
   *out++ = '(';
   if (form_ == PointForm::FromMark) *out++ = 'R';
@@ -52,6 +49,39 @@ void ScriptWriter::writeLastPoint(double x, double y) {
   out = formatNumber(y, out);
   *out++ = ')';
   lastPoint_.length = static_cast<std::size_t>(out - lastPoint_.text.data());
+}
+
+void ScriptWriter::extend(geometry::Point to) {
+  if (to.x < extents_.minX) extents_.minX = to.x;
+  if (to.x > extents_.maxX) extents_.maxX = to.x;
+  if (to.y < extents_.minY) extents_.minY = to.y;
+  if (to.y > extents_.maxY) extents_.maxY = to.y;
+}
+
+ScriptWriter& ScriptWriter::pointOfPart(geometry::Point at, const geometry::Box& covers) {
+  extends_ = false;
+  lastPoint_ = {};
+  formatPoint(at.x, at.y);
+  lastPoint_ = {};
+  extends_ = true;
+  for (const geometry::Point corner : {covers.low, covers.high}) {
+    extend(area_.offset(corner.x, corner.y));
+    if (area_.isOutside(corner.x, corner.y)) rangeWarning_ = rangeFlag_ = true;
+  }
+  return *this;
+}
+
+void ScriptWriter::beginPart() {
+  inPart_ = true;
+  extends_ = false;
+  lastPoint_ = {};
+}
+
+void ScriptWriter::endPart() {
+  if (!inPart_) return;
+  inPart_ = false;
+  extends_ = true;
+  lastPoint_ = {};
 }
 
 void ScriptWriter::line(std::string_view content) {

@@ -11,6 +11,7 @@
 #include "base/byte_sink.h"
 #include "eagle/drawing_area.h"
 #include "eagle/number_format.h"
+#include "geometry/box.h"
 
 namespace quillon::eagle {
 
@@ -47,6 +48,13 @@ class ScriptWriter {
   /// The point with the offsets added, as "(x y)". A coordinate out of range is still written and
   /// sets rangeFlag and rangeWarning; to test a point without writing it, use area().
   ScriptWriter& formatPoint(double x, double y);
+  /// The point of a part whose content covers this rectangle of the drawing, which counts for the
+  /// range and the extents instead of the point; before the offsets.
+  ScriptWriter& pointOfPart(geometry::Point at, const geometry::Box& covers);
+  /// Until endPart, points are those of a library part: the offsets are not added, and they are not
+  /// among the extents.
+  void beginPart();
+  void endPart();
   /// Ends a line.
   ScriptWriter& endLine() { return text("\r\n"); }
   /// A complete line, counted as one command.
@@ -87,6 +95,7 @@ class ScriptWriter {
   std::size_t room() const { return static_cast<std::size_t>(end_ - cursor_); }
   ScriptWriter& longText(std::string_view text);
   void writeLastPoint(double x, double y);
+  void extend(geometry::Point to);
 
   base::ByteSink& sink_;
   DrawingArea area_;
@@ -98,6 +107,8 @@ class ScriptWriter {
   bool rangeFlag_ = false;
   bool rangeWarning_ = false;
   Extents extents_;
+  bool inPart_ = false;
+  bool extends_ = true;  ///< points count for the extents
   WrittenPoint lastPoint_;
   std::string layerLine_;  ///< the last layer line written
   int layerOfLine_ = 0;

@@ -37,6 +37,7 @@ class Tee final : public Commands {
   void edit(std::string_view name, std::string_view extension) override {
     both(&Commands::edit, name, extension);
   }
+  void beginPart() override { both(&Commands::beginPart); }
   void comment(std::string_view text) override { both(&Commands::comment, text); }
   void command(std::string_view line) override { both(&Commands::command, line); }
 

@@ -150,7 +150,7 @@ void Canvas::take(const Item& item, Path path, const Stroke& how, bool isCircle)
   chain.cleanable = how.cleanable && !item.isInDimension;
   chain.isArc = how.isArc;
   chain.isCircle = isCircle;
-  sink_.take(item.origin, std::move(chain));
+  sink_->take(item.origin, std::move(chain));
 }
 
 void Canvas::area(const Item& item, Path outline) {
@@ -196,7 +196,7 @@ void Canvas::takeArea(const Item& item, Path outline) {
   if (outline.vertices.size() < 3) return;
   if (!fills()) return take(item, std::move(outline), kOutline, false);
   fitToFillWidth(item, outline);
-  sink_.take(item.origin, Area{std::move(outline)});
+  sink_->take(item.origin, Area{std::move(outline)});
 }
 
 void Canvas::fitToFillWidth(const Item& item, Path& outline) {
@@ -217,28 +217,28 @@ void Canvas::text(const Item& item, TextLine line) {
   if (!geometry::usable(line.at) || !geometry::usable(line.height)) {
     return lose(item, LossRule::UnusableNumbers);
   }
-  sink_.take(item.origin, std::move(line));
+  sink_->take(item.origin, std::move(line));
 }
 
 void Canvas::dot(const Item& item, Point centre, double diameter) {
   if (!geometry::usable(centre) || !geometry::usable(diameter)) {
     return lose(item, LossRule::UnusableNumbers);
   }
-  sink_.take(item.origin, Dot{centre, diameter});
+  sink_->take(item.origin, Dot{centre, diameter});
 }
 
 void Canvas::hole(const Item& item, Point centre, double drill) {
   if (!geometry::usable(centre) || !geometry::usable(drill)) {
     return lose(item, LossRule::UnusableNumbers);
   }
-  sink_.take(item.origin, Hole{centre, drill});
+  sink_->take(item.origin, Hole{centre, drill});
 }
 
 void Canvas::endless(const Item& item, Point start, Point direction, bool bothWays) {
   if (!geometry::usable(start) || geometry::unit(direction) == Point{}) {
     return lose(item, LossRule::UnusableNumbers);
   }
-  sink_.take(item.origin, EndlessLine{start, direction, bothWays, item.pen.width});
+  sink_->take(item.origin, EndlessLine{start, direction, bothWays, item.pen.width});
 }
 
 void Canvas::lose(const Item& item, LossRule rule, std::optional<Point> at, double measure,

@@ -3,6 +3,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "dxf/drawing.h"
@@ -43,7 +44,7 @@ class Canvas {
       : options_(options),
         measures_(options),
         drawing_(drawing),
-        sink_(sink),
+        sink_(&sink),
         losses_(losses),
         poll_(poll) {}
 
@@ -52,6 +53,9 @@ class Canvas {
   const dxf::Drawing& drawing() const { return drawing_; }
   /// False where $FILLMODE is 0: areas become their outlines.
   bool fills() const { return options_.fillAlways || drawing_.fillMode != 0.0; }
+
+  /// From now on shapes go there. Where they went before.
+  ShapeSink& drawInto(ShapeSink& sink) { return *std::exchange(sink_, &sink); }
 
   dxf::GroupCursor groupsOf(const Item& item) const { return item.groups(drawing_.lineEnds); }
   /// Counts a step of work; true when the work is to end.
@@ -118,7 +122,7 @@ class Canvas {
   const Options& options_;
   Measures measures_;
   const dxf::Drawing& drawing_;
-  ShapeSink& sink_;
+  ShapeSink* sink_;
   LossList& losses_;
   rules::CancelPoll& poll_;
   bool hasFineFill_ = false;  ///< that was said already

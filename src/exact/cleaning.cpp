@@ -78,6 +78,27 @@ geometry::Box Cleaning::bounds() const {
   return box;
 }
 
+bool Cleaning::hasTexts() const {
+  for (const auto& [layer, shapes] : layers_) {
+    for (const HeldShape& held : shapes) {
+      if (std::holds_alternative<TextLine>(held.shape)) return true;
+    }
+  }
+  return false;
+}
+
+void Cleaning::addReport(const OutlineReport& report, const geometry::Affine& place) {
+  report_.closedChains += report.closedChains;
+  report_.openChains += report.openChains;
+  report_.joinedEnds += report.joinedEnds;
+  report_.largestMove = std::max(report_.largestMove, report.largestMove);
+  for (OpenEnd gap : report.gaps) {
+    gap.at = place(gap.at);
+    gap.next = place(gap.next);
+    report_.gaps.push_back(gap);
+  }
+}
+
 void Cleaning::finish() {
   cutEndless();
   for (const int layer : order_) {
@@ -98,7 +119,6 @@ void Cleaning::finish() {
   }
 }
 
-/// Endless lines end a little outside of everything else.
 void Cleaning::cutEndless() {
   if (endless_.empty()) return;
   constexpr double kMargin = 0.05;

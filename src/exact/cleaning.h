@@ -11,6 +11,7 @@
 #include "exact/options.h"
 #include "exact/outlines.h"
 #include "exact/shapes.h"
+#include "geometry/affine.h"
 #include "geometry/box.h"
 
 namespace quillon::exact {
@@ -32,6 +33,9 @@ class Cleaning final : public ShapeSink {
     endless_.push_back({origin, line});
   }
 
+  /// Nothing is held.
+  bool empty() const { return order_.empty(); }
+  bool hasTexts() const;
   /// Around everything taken so far but endless lines; units of the script.
   geometry::Box bounds() const;
 
@@ -40,12 +44,19 @@ class Cleaning final : public ShapeSink {
   void finish();
   const OutlineReport& report() const { return report_; }
 
+  /// Something else is drawn within this box.
+  void surround(const geometry::Box& box) { handedOn_.add(box); }
+  /// Ends endless lines a little outside of everything else; also done by finish().
+  void cutEndless();
+  /// What was found out about shapes that are cleaned on their own, and are seen where `place` maps
+  /// them.
+  void addReport(const OutlineReport& report, const geometry::Affine& place);
+
  private:
   using HeldEndless = std::pair<Origin, EndlessLine>;
 
   template <typename Shape>
   void hold(const Origin& origin, Shape&& shape);
-  void cutEndless();
   void handOn(HeldShape& held);
 
   const Options& options_;

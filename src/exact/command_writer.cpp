@@ -49,6 +49,17 @@ std::string_view wordOf(Columns columns, Rows rows) {
 }  // namespace
 
 void CommandWriter::begin() {
+  inPart_ = false;
+  setAll();
+}
+
+void CommandWriter::beginPart() {
+  inPart_ = true;
+  commands_.beginPart();
+  setAll();
+}
+
+void CommandWriter::setAll() {
   layer_.reset();
   size_.reset();
   definedLayers_.clear();
@@ -64,6 +75,12 @@ void CommandWriter::begin() {
 void CommandWriter::end() {
   setStyle(Style::Continuous);
   setAlign(Columns::Left, Rows::Bottom);
+}
+
+void CommandWriter::place(eagle::Part part) {
+  part.at = placed(part.at);
+  part.covers = {placed(part.covers.low), placed(part.covers.high)};
+  commands_.part(part);
 }
 
 void CommandWriter::take(const Origin& origin, Chain&& chain) {
@@ -149,7 +166,7 @@ void CommandWriter::setAlign(Columns columns, Rows rows) {
 /// On copper a wire without a name may join the signals that it touches.
 std::string_view CommandWriter::signalOn(int layer) {
   const bool isCopper = layer >= 1 && layer <= kLastCopperLayer;
-  if (options_.target != Target::Board || !isCopper) return {};
+  if (options_.target != Target::Board || inPart_ || !isCopper) return {};
   namedSignals_ = true;
   return "DXF";
 }

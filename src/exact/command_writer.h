@@ -22,8 +22,13 @@ class CommandWriter final : public ShapeSink {
   /// another drawing is opened.
   void begin();
   void end();
+  /// The same for a library part, which keeps its coordinates and has no signals.
+  void beginPart();
   /// Everything that follows is moved by this, in units of the script.
   void moveBy(Point by) { offset_ = by; }
+
+  /// Places a library part.
+  void place(eagle::Part part);
 
   void take(const Origin& origin, Chain&& chain) override;
   void take(const Origin& origin, Area&& area) override;
@@ -38,6 +43,7 @@ class CommandWriter final : public ShapeSink {
 
  private:
   Point placed(Point p) const { return {p.x + offset_.x, p.y + offset_.y}; }
+  void setAll();
   void setLayer(const Origin& origin);
   void setStyle(Style style);
   void setSize(double height);
@@ -49,6 +55,7 @@ class CommandWriter final : public ShapeSink {
   const Options& options_;
   eagle::Commands& commands_;
   Point offset_{};
+  bool inPart_ = false;
   std::optional<int> layer_;
   std::optional<Style> style_;
   std::optional<double> size_;

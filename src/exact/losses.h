@@ -7,6 +7,7 @@
 #include <tuple>
 #include <vector>
 
+#include "geometry/affine.h"
 #include "geometry/point.h"
 
 namespace quillon::exact {
@@ -47,12 +48,15 @@ class LossList {
     double measure = 0.0;
   };
   void add(const Event& event, std::uint64_t count = 1);
+  /// Where the places of events to come are seen: from their coordinates to the script's.
+  void setPlace(const geometry::Affine& place) { place_ = place; }
 
   const std::vector<Loss>& all() const { return losses_; }
   std::uint64_t countOf(LossRule rule) const;
 
  private:
   using Key = std::tuple<LossRule, std::string_view, std::string_view>;
+  geometry::Affine place_;
   std::vector<Loss> losses_;
   std::map<Key, std::size_t> index_;
 };

@@ -55,15 +55,16 @@ struct Options {
   bool fillAlways = false;  ///< areas even where $FILLMODE is 0
   PointStyle points = PointStyle::Glyph;
   bool plainLetters = false;
+  bool parts = false;  ///< inserted blocks become library parts where EAGLE can place them so
   /// DXF layers, upper-cased, in the encoding of the drawing, whose circles are holes.
   std::vector<std::string> holeLayers;
   double holeLeast = 0.2;  ///< diameters in millimetres
   double holeMost = 6.5;
 
-  /// Shapes have to be held until all of them are known.
+  /// Shapes have to be held until all of them are known, or until library parts are written.
   bool holdsShapes() const {
     return chains || dropDuplicates || joinTolerance > 0.0 || place != Place::Keep ||
-           !holeLayers.empty();
+           !holeLayers.empty() || parts;
   }
   /// Texts may have any angle.
   bool turnsFreely() const { return target == Target::Board || target == Target::Package; }

@@ -1,8 +1,16 @@
 #include "exact/rule_set.h"
 
+#include <utility>
+
 #include "geometry/path_tools.h"
 
 namespace quillon::exact {
+
+void RuleSet::setPartFrame(PartFrame& frame, bool all) {
+  allParts_ = all;
+  parts_.emplace(options_, drawing_, Parts::Output{writer_, cleaning_, losses_, poll_}, frame);
+  translator_.setPartMaker(*parts_);
+}
 
 void RuleSet::endOfEntities() {
   translator_.endOfEntities();
@@ -12,6 +20,14 @@ void RuleSet::endOfEntities() {
     return;
   }
   drewPaper_ = isOnlyPaper_;
+  finish();
+}
+
+void RuleSet::finish() {
+  if (std::exchange(isFinished_, true)) return;
+  if (parts_ && allParts_) parts_->addUnused(translator_);
+  if (parts_) parts_->returnToDrawing();
+  if (options_.parts) writer_.begin();
   if (options_.place != Place::Keep) {
     const geometry::Box box = cleaning_.bounds();
     const Point anchor =
@@ -19,6 +35,7 @@ void RuleSet::endOfEntities() {
     if (!box.empty()) writer_.moveBy(-anchor);
   }
   cleaning_.finish();
+  if (parts_) parts_->writePlaces();
   writer_.end();
 }
 

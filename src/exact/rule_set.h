@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
+
 #include "eagle/commands.h"
 #include "exact/cleaning.h"
 #include "exact/command_writer.h"
+#include "exact/parts.h"
 #include "exact/translator.h"
 #include "rules/translation.h"
 
@@ -17,19 +20,31 @@ class RuleSet final : public rules::Translation {
       : options_(options),
         writer_(options_, commands),
         cleaning_(options_, losses_, writer_),
-        translator_(options_, drawing, layers, cleaning_, losses_, poll, top) {}
+        translator_(options_, drawing, layers, cleaning_, losses_, poll, top),
+        drawing_(drawing),
+        poll_(poll) {}
 
-  void beginScript() override { writer_.begin(); }
+  /// Before the entities, with options that want parts: where these are written. `all`: blocks that
+  /// are not inserted become parts too.
+  void setPartFrame(PartFrame& frame, bool all);
+
+  /// With parts, what is written first is one of these.
+  void beginScript() override {
+    if (!options_.parts) writer_.begin();
+  }
   void takeEntity(dxf::DxfEntity& entity) override { translator_.takeEntity(entity); }
   /// Everything that waited for the last entity is written, unless the drawing has to be read
   /// again for its paper space.
   void endOfEntities() override;
+  /// The same for a drawing without a section of entities, whose blocks may become parts all the
+  /// same; nothing after endOfEntities() has done it.
+  void finish();
   /// True when the model space is empty, but not the paper space, which is then to be drawn: the
   /// entities have to come once more.
   bool wantsPaper() const { return options_.space == Space::Model && isOnlyPaper_ && !drewPaper_; }
   bool drewPaper() const { return drewPaper_; }
 
-  // Blocks are always drawn in place.
+  // Parts by these rules go to the frame of setPartFrame.
   void setBlockParts(rules::BlockParts*) override {}
   void translateBlock(std::size_t, const geometry::Placement&) override {}
 
@@ -51,6 +66,11 @@ class RuleSet final : public rules::Translation {
   CommandWriter writer_;
   Cleaning cleaning_;
   Translator translator_;
+  dxf::Drawing& drawing_;
+  rules::CancelPoll& poll_;
+  std::optional<Parts> parts_;
+  bool allParts_ = false;
+  bool isFinished_ = false;
   bool isOnlyPaper_ = false;
   bool drewPaper_ = false;
 };

@@ -307,14 +307,38 @@ void Translator::insert(const Item& item) {
   const Point depth = rise == Point{} ? rise : rise * values.scaleZ;
   const Affine toPlace =
       fromBaseHeight(index, depth) * object * Affine::shift(values.at) * rotation;
-  expand(item, index,
-         BlockPlaces({.outer = toPlace,
-                      .content = content,
-                      .columns = cellsOf(values.columns),
-                      .rows = cellsOf(values.rows),
-                      .columnStep = values.columnStep,
-                      .rowStep = values.rowStep}),
-         depth);
+  const BlockArray array{.outer = toPlace,
+                         .content = content,
+                         .columns = cellsOf(values.columns),
+                         .rows = cellsOf(values.rows),
+                         .columnStep = values.columnStep,
+                         .rowStep = values.rowStep};
+  const bool mayBePart = partMaker_ != nullptr && expansions_.empty() && depth == Point{};
+  if (mayBePart && partMaker_->take({item, index, array, inheritedFrom(item)}, *this)) return;
+  expand(item, index, BlockPlaces(array), depth);
+}
+
+void Translator::drawPart(const Item& insertion, std::size_t blockIndex, const Affine& map,
+                          ShapeSink& sink) {
+  ShapeSink& before = canvas_.drawInto(sink);
+  expand(insertion, blockIndex, BlockPlaces(std::vector{map}), {});
+  drawExpansions(0);
+  canvas_.drawInto(before);
+}
+
+void Translator::drawPart(std::size_t blockIndex, const Affine& map, ShapeSink& sink) {
+  if (isExternal_[blockIndex] != 0) return;
+  const dxf::BlockRec& block = drawing_.blocks[blockIndex];
+  Entity entity;
+  entity.kind = Kind::Insert;
+  entity.name = "BLOCK";
+  entity.layer = "0";
+  entity.line = block.firstLine;
+  currentPosition_ = block.text.begin;
+  const Layer& layer = layers_.find(entity.layer);
+  const Pen pen;
+  drawPart({entity, map, {layer.number, entity.name, entity.layer, entity.line}, pen}, blockIndex,
+           map, sink);
 }
 
 /// Shows the height of the block's base point where a height of 0 would be shown.
@@ -338,17 +362,22 @@ void Translator::expand(const Item& item, std::size_t blockIndex, BlockPlaces pl
   if (expansions_.size() == kDeepestNesting) {
     throw base::RunTimeError(base::Fault::NestingTooDeep, block.name);
   }
-  const Layer& layer = layers_.find(item.origin.dxfLayer);
-  const Inherited outer = expansions_.empty() ? Inherited{} : expansions_.back().inherited;
   const bool isPartOfDimension = item.isInDimension || item.entity.kind != Kind::Insert;
   expansions_.push_back({blockIndex,
                          std::move(places),
                          depth,
                          {},
                          {},
-                         pens_.inheritedFrom(item.entity, layer, outer),
+                         inheritedFrom(item),
                          isPartOfDimension,
                          currentPosition_});
+}
+
+/// What the content of a block takes from the item that shows it.
+Inherited Translator::inheritedFrom(const Item& item) {
+  const Layer& layer = layers_.find(item.origin.dxfLayer);
+  const Inherited outer = expansions_.empty() ? Inherited{} : expansions_.back().inherited;
+  return pens_.inheritedFrom(item.entity, layer, outer);
 }
 
 /// Draws the blocks nested within the `enclosing` outermost ones. They wait in a list, so that a
@@ -362,6 +391,8 @@ void Translator::drawExpansions(std::size_t enclosing) {
       faces_.end();
       currentPosition_ = expansion.insertedAt;
       expanding_[expansion.blockIndex] = 0;
+      // Those that follow are of the insertion just shown.
+      attributesAreHidden_ = false;
       expansions_.pop_back();
       continue;
     }

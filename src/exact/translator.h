@@ -19,6 +19,24 @@
 
 namespace quillon::exact {
 
+class Translator;
+
+/// An insertion of a block outside of other blocks.
+struct PartInsertion {
+  const Item& item;
+  std::size_t blockIndex;
+  const BlockArray& array;
+  const Inherited& inherited;  ///< what the block takes from it
+};
+
+/// Takes insertions that become library parts instead of being drawn in place.
+class PartMaker {
+ public:
+  virtual ~PartMaker() = default;
+  /// False for one to be drawn in place. The translator can draw what the part needs.
+  virtual bool take(const PartInsertion& insertion, Translator& translator) = 0;
+};
+
 /// The rules that show a drawing as a CAD program does: finds what is visible, places it, and hands
 /// each entity to the rule for its kind. The drawing must have been read with everyKind.
 class Translator final : public dxf::EntitySink, private BlockDrawer {
@@ -30,6 +48,13 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   void takeEntity(dxf::DxfEntity& entity) override;
   /// Ends a POLYLINE still open at the end.
   void endOfEntities() override { polyline_.finish(canvas_); }
+
+  /// Where insertions go that may become parts; they have to outlive the translator.
+  void setPartMaker(PartMaker& maker) { partMaker_ = &maker; }
+  /// Draws a block, and the blocks within it, as the content of a part, for an insertion or for
+  /// none: then its layer "0" is the drawing's own.
+  void drawPart(const Item& insertion, std::size_t blockIndex, const Affine& map, ShapeSink& sink);
+  void drawPart(std::size_t blockIndex, const Affine& map, ShapeSink& sink);
 
   /// True when the model space has nothing, and the paper space more than viewports.
   bool hasOnlyPaper() const { return !sawModel_ && sawPaper_; }
@@ -78,6 +103,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   void count(const Entity& entity, bool isLeftOut);
   void dispatch(const Item& item, const Surroundings& around);
   void insert(const Item& item);
+  Inherited inheritedFrom(const Item& item);
   Affine fromBaseHeight(std::size_t blockIndex, Point depth) const;
 
   const Options& options_;
@@ -86,6 +112,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   rules::CancelPoll& poll_;
   Canvas canvas_;
   Affine top_;
+  PartMaker* partMaker_ = nullptr;
   EntityReader reader_;
   Layers layers_;
   Pens pens_;

@@ -221,10 +221,7 @@ convert::ConversionJob jobOf(const Settings& settings, const CommandLine& comman
   job.defaultLayer = settings.layer;
   job.version = settings.version;
   job.blocks = settings.blocks;
-  if (settings.rules == kExactRules) {
-    job.rules = convert::Rules::Exact;
-    job.blocks = convert::kDrawBlocks;  // the exact rules know no parts
-  }
+  if (settings.rules == kExactRules) job.rules = convert::Rules::Exact;
   job.unit = settings.unit;
   job.scale = base::numberValue(settings.scale);
   job.scaleText = settings.scale;

@@ -13,7 +13,13 @@ class ExactProgramTest : public ProgramTest {
   testing::ProgramResult runExact(const DxfBuilder& dxf, const Strings& options,
                                   const Strings& further = {"--quiet"}) {
     write("part.dxf", dxf);
-    Strings arguments = {"part.dxf", "-o", "-", "--name", "", "--rules", "exact", "--eagle", "6"};
+    Strings arguments = {"part.dxf", "-o", "-", "--rules", "exact"};
+    const auto addUnlessGiven = [&](const char* option, const char* value) {
+      if (std::count(options.begin(), options.end(), option) > 0) return;
+      arguments.insert(arguments.end(), {option, value});
+    };
+    addUnlessGiven("--name", "");
+    addUnlessGiven("--eagle", "6");
     arguments.insert(arguments.end(), further.begin(), further.end());
     arguments.insert(arguments.end(), options.begin(), options.end());
     return run(arguments);
@@ -70,9 +76,74 @@ TEST_F(ExactProgramTest, RefusesEagle3) {
   EXPECT_NE(result.error.find("Exact conversion needs EAGLE 4.1 or later."), std::string::npos);
 }
 
-TEST_F(ExactProgramTest, PartsAreRefused) {
-  EXPECT_NE(usageError({"--blocks", "used"}).find("--rules exact draws blocks in place"),
-            std::string::npos);
+/// The block B with a line, inserted once, and the block C.
+DxfBuilder twoBlocks() {
+  DxfBuilder dxf;
+  for (const char* const name : {"B", "C"}) {
+    dxf.beginBlock(name)
+        .entity("LINE", {{8, "A"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "0"}})
+        .endBlock();
+  }
+  return dxf.entity("INSERT", {{8, "A"}, {2, "B"}, {10, "5"}, {20, "5"}, {50, "90"}});
+}
+
+constexpr std::string_view kHeader =
+    "Set Wire_Bend 2;\r\nChange Pour Solid;\r\nGrid mm;\r\nSet Optimizing off;\r\n"
+    "Set Undo_Log off;\r\n";
+
+/// A part of the library "my board" with the line of a block.
+std::string partOfBoard(const std::string& name, const std::string& settings) {
+  return "Write;\r\nOpen 'my board';\r\nEdit '" + name + ".pac';\r\n" + std::string(kHeader) +
+         settings +
+         "Layer  20 ;\r\nWire 0.0000000 (0.0000000 0.0000000) (1.0000000 0.0000000);\r\n";
+}
+
+TEST_F(ExactProgramTest, BlocksBecomePartsOfALibraryNamedLikeTheBoard) {
+  const std::string openBoard = "Write;\r\nEdit 'my board.brd';\r\n" + std::string(kHeader);
+  const std::string settings =
+      "Change Style Continuous;\r\nChange Cap Round;\r\nChange Font Vector;\r\n"
+      "Change Ratio 8;\r\n";
+  const std::string align = "Change Align Bottom Left;\r\n";
+  for (const std::string version : {"4", "6"}) {
+    for (const std::string blocks : {"used", "all"}) {
+      const std::string all = version == "6" ? settings + align : settings;
+      const testing::ProgramResult result =
+          runExact(twoBlocks(), {"--name", "my board", "--blocks", blocks, "--eagle", version});
+      EXPECT_EQ(result.output, openBoard + partOfBoard("B_1", all) +
+                                   (blocks == "all" ? partOfBoard("C_2", all) : "") + openBoard +
+                                   "Use 'my board';\r\n" + all +
+                                   "Add 'B_1@my board' R90 (5.0000000 5.0000000);\r\n"
+                                   "Set Undo_Log on;\r\nWindow Fit;\r\n")
+          << result.error;
+    }
+  }
+}
+
+TEST_F(ExactProgramTest, PartsOfASheetAreSymbolsWithDevices) {
+  const std::string script =
+      runExact(twoBlocks(), {"--name", "sheet", "--blocks", "used", "--target", "schematic"})
+          .output;
+  EXPECT_NE(script.find("Edit 'B_1.sym';\r\n"), std::string::npos);
+  EXPECT_NE(script.find(");\r\nEdit 'B_1.dev';\r\nAdd 'B_1.sym' (0 0);\r\nWrite;\r\n"
+                        "Edit 'sheet.sch';\r\n"),
+            std::string::npos)
+      << script;
+  EXPECT_NE(script.find("Add B_1@sheet R90 (5.0000000 5.0000000);\r\n"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, TheReportNamesThePartsOfBlocks) {
+  runExact(twoBlocks(), {"--name", "board", "--blocks", "all", "--report", "report.txt"});
+  const std::string report = folder.read("report.txt");
+  EXPECT_NE(report.find("Yes    B ==> B_1.pac; \r\nNo     C ==> C_2.pac; \r\n"), std::string::npos)
+      << report;
+}
+
+TEST_F(ExactProgramTest, PartsAreRefusedWhereEagleCannotPlaceThem) {
+  for (const char* const target : {"package", "symbol"}) {
+    EXPECT_NE(usageError({"--name", "a", "--blocks", "used", "--target", target})
+                  .find("--rules exact makes parts for --target board and schematic alone"),
+              std::string::npos);
+  }
 }
 
 TEST_F(ExactProgramTest, DrawingUnitScalesToTheUnitOfTheScript) {

@@ -99,6 +99,19 @@ TEST_F(RecorderTest, KeepsTextsWithTheSizeThatWasSetBefore) {
   EXPECT_EQ(layer(21).texts[0].at, (Point{11, 1}));
 }
 
+TEST_F(RecorderTest, PartsWithCoordinatesOfTheirOwnHaveNoOffsets) {
+  recorder.edit("DOOR_1", ".pac");
+  recorder.beginPart();
+  recorder.hole({0.8, {3, 4}});
+  recorder.edit("board", ".brd");
+  recorder.part({"DOOR_1", "board", {1, 2}, 90.0, true});
+  const Recording recording = recorder.take();
+  EXPECT_EQ(recording.sheets.at(1).holes.at(0).centre, (Point{3, 4}));
+  EXPECT_EQ(recording.sheets.at(2).parts.at(0).at, (Point{11, 1}));
+  EXPECT_EQ(recording.sheets.at(2).parts.at(0).degrees, 90.0);
+  EXPECT_TRUE(recording.sheets.at(2).parts.at(0).spin);
+}
+
 TEST_F(RecorderTest, KeepsLibraryPartsApartFromTheDrawing) {
   recorder.edit("board", ".brd");
   recorder.edit("DOOR_1", ".pac");

@@ -106,6 +106,16 @@ TEST_F(ScriptCommandsTest, WritePartsHolesChangesAndRemarks) {
   EXPECT_EQ(capture.script.commandCount(), 7U);
 }
 
+TEST_F(ScriptCommandsTest, TurnPartsByTenthsAndQuoteNamesWhereThatIsWanted) {
+  commands.part({"A_1", "b", {1, 2}, 33.3, true, true});
+  commands.part({"A_1", "my b", {1, 2}, 90.0, false, true});
+  commands.part({"A_1", "my b", {1, 2}});
+  EXPECT_EQ(capture.take(),
+            "Add A_1@b SR33.3 (1.0000000 2.0000000);\n"
+            "Add 'A_1@my b' R90 (1.0000000 2.0000000);\n"
+            "Add A_1@my b R0 (1.0000000 2.0000000);\n");
+}
+
 TEST_F(ScriptCommandsTest, AddTheRangeNoteAfterACommandOutOfRange) {
   commands.wire({.from = {900, 2}, .to = {3, 4}});
   EXPECT_TRUE(capture.take().ends_with(";\n" + std::string(kRangeNote)));

@@ -221,6 +221,24 @@ TEST(Extents, HoldAllPointsAsTheyAreWritten) {
   EXPECT_EQ(extents.maxY, -3.0);
 }
 
+TEST(Extents, HoldWhatAPartCoversInPlaceOfItsPoint) {
+  testing::StringSink sink;
+  ScriptWriter script(sink, {.unit = base::Unit::Mm, .offsetX = 100.0}, PointForm::Plain);
+  script.beginPart();
+  script.formatPoint(-50.0, 7.0);
+  script.endPart();
+  script.pointOfPart({-20.0, 0.0}, {{1.0, 2.0}, {3.0, 4.0}});
+  script.flush();
+  EXPECT_EQ(sink.text, "(-50.0000000 7.0000000)(80.0000000 0.0000000)");
+  EXPECT_EQ(script.extents().minX, 101.0);
+  EXPECT_EQ(script.extents().maxX, 103.0);
+  EXPECT_EQ(script.extents().minY, 2.0);
+  EXPECT_EQ(script.extents().maxY, 4.0);
+  EXPECT_FALSE(script.rangeWarning());
+  script.pointOfPart({0.0, 0.0}, {{1.0, 2.0}, {3.0, 840.0}});
+  EXPECT_TRUE(script.rangeWarning());
+}
+
 TEST(WriteLayer, PutsABlankBeforeAndAfterTheNumber) {
   ScriptCapture capture;
   for (const int layer : {7, 16, 100, 255, 0, 32767}) capture.script.writeLayer(layer);

@@ -30,13 +30,16 @@ void tellAll(Commands& commands) {
   commands.hole({0.8, {1, 2}});
   commands.comment("remark");
   commands.command("Grid mm;");
+  commands.beginPart();
+  commands.hole({0.8, {1, 2}});
 }
 
 TEST(Tee, TellsBothListenersEverything) {
-  testing::ScriptCapture alone;
+  const testing::CaptureFormat format{.offsetX = 5.0};
+  testing::ScriptCapture alone(format);
   tellAll(alone.commands);
-  testing::ScriptCapture first;
-  testing::ScriptCapture second;
+  testing::ScriptCapture first(format);
+  testing::ScriptCapture second(format);
   Tee tee(first.commands, second.commands);
   tellAll(tee);
   const std::string expected = alone.take();

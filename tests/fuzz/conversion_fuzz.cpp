@@ -193,8 +193,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   files.frame.set(input.frame);
 
   checkConversion(input, files, size);
-  // These rules draw blocks in place.
-  input.job.blocks = quillon::convert::kDrawBlocks;
   input.job.rules = quillon::convert::Rules::Exact;
   input.job.version = input.isForEagle6 ? quillon::convert::kEagle6 : quillon::convert::kEagle4;
   checkConversion(input, files, size);

@@ -69,7 +69,8 @@ void check(const Options& options) {
               within(job.version, 0, 2) && within(job.poly, -1, 2) && within(job.blocks, 0, 2),
           "choices are within their lists");
   if (job.rules != quillon::convert::Rules::Exact) return;
-  require(job.version > 0 && job.blocks == 0, "the exact rules can draw for this version");
+  require(job.version > 0, "the exact rules can draw for this version");
+  require(job.blocks == 0 || job.targetKind <= 1, "boards and schematics alone can have parts");
   require(job.exact.curveTolerance >= 0.0001 && job.exact.curveTolerance <= 1.0 &&
               job.exact.joinTolerance >= 0.0 && job.exact.joinTolerance <= 1.0 &&
               job.exact.lineWidth >= 0.0 && job.exact.fillWidth >= 0.0 &&

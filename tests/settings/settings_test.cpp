@@ -413,5 +413,11 @@ TEST_F(SettingsTest, TheJobHoldsEveryChoice) {
   EXPECT_FALSE(job.report);
 }
 
+TEST_F(SettingsTest, BlocksMayBePartsByTheExactRulesToo) {
+  const convert::ConversionJob job = jobOf(load("rules=exact\r\nblocks=2\r\n"), CommandLine{});
+  EXPECT_EQ(job.rules, convert::Rules::Exact);
+  EXPECT_EQ(job.blocks, 2);
+}
+
 }  // namespace
 }  // namespace quillon::settings

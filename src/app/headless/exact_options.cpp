@@ -120,7 +120,10 @@ std::string ExactOptions::finish() {
   if (app_.get_option("--unit")->count() == 0) job_.unit = base::Unit::Mm;
   if (job_.exact.joinTolerance == 0.0) job_.exact.chains = false;
   convert::findDrawingUnit(drawingUnit_, job_.drawingUnit);
-  if (job_.blocks != convert::kDrawBlocks) return "--rules exact draws blocks in place";
+  if (job_.blocks != convert::kDrawBlocks && job_.targetKind != convert::kBoard &&
+      job_.targetKind != convert::kSchematic) {
+    return "--rules exact makes parts for --target board and schematic alone";
+  }
   return takeHoles();
 }
 
