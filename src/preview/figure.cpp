@@ -2,6 +2,7 @@
 
 #include "base/encoding.h"
 #include "geometry/arc.h"
+#include "geometry/degrees.h"
 #include "preview/lettering.h"
 
 namespace quillon::preview {
@@ -27,6 +28,17 @@ void addDisc(Box& box, Point centre, double radius) {
   Box inner;
   inner.add(centre);
   addWide(box, inner, radius);
+}
+
+/// Around the corners of a part's own box where the part is placed.
+Box placedBox(const Box& box, const eagle::RecordedPart& part) {
+  const Point direction = geometry::unitVector(part.degrees);
+  Box placed;
+  for (const Point corner :
+       {box.low, box.high, Point{box.low.x, box.high.y}, Point{box.high.x, box.low.y}}) {
+    placed.add(geometry::turned(corner, direction) + part.at);
+  }
+  return placed;
 }
 
 /// The box of a sheet alone, without its parts.
@@ -93,8 +105,7 @@ Box Figure::bounds() const {
       known->second = SheetBox(*content, encoding_).box();
     }
     const Box& inner = known->second;
-    if (inner.empty()) continue;
-    addWide(box, {inner.low + part.at, inner.high + part.at}, 0.0);
+    if (!inner.empty()) addWide(box, placedBox(inner, part), 0.0);
   }
   return box;
 }

@@ -228,10 +228,16 @@ class Svg {
         putHoles(*content);
         text_.text("</g></defs>\n");
       }
-      const Point at = inMillimetres(part.at);
-      text_.text("<use href=\"#part-").text(std::to_string(id->second)).text("\" x=\"");
-      text_.number(at.x).text("\" y=\"").number(-at.y).text("\"/>\n");
+      putPlaced(part, id->second);
     }
+  }
+
+  void putPlaced(const eagle::RecordedPart& part, std::size_t id) {
+    text_.text("<use href=\"#part-").text(std::to_string(id)).text("\" transform=\"translate(");
+    text_.point(inMillimetres(part.at)).text(")");
+    // Angles in SVG are clockwise.
+    if (part.degrees != 0.0) text_.text(" rotate(").text(shortText(-part.degrees, 1)).text(")");
+    text_.text("\"/>\n");
   }
 
   /// EAGLE draws the edge of a hole in the layer of outlines.

@@ -81,5 +81,18 @@ TEST_F(FigureTest, PartsCountWhereTheyArePlaced) {
   EXPECT_EQ(bounds().high, (geometry::Point{11.0, 22.0}));
 }
 
+TEST_F(FigureTest, PartsCountAsTheyAreTurned) {
+  recorder.edit("plate", ".brd");
+  recorder.edit("PART_1", ".pac");
+  line({0.0, 0.0}, {10.0, 1.0});
+  recorder.edit("plate", ".brd");
+  eagle::Part part;
+  part.name = "PART_1";
+  part.degrees = 90.0;
+  recorder.part(part);
+  EXPECT_EQ(bounds().low, (geometry::Point{-1.0, 0.0}));
+  EXPECT_EQ(bounds().high, (geometry::Point{0.0, 10.0}));
+}
+
 }  // namespace
 }  // namespace quillon::preview

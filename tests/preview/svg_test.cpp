@@ -125,12 +125,13 @@ TEST_F(SvgTest, PartsAreDrawnOnceAndPlaced) {
   part.library = "plate";
   for (const double x : {10.0, 30.0}) {
     part.at = {x, 5.0};
+    part.degrees = x == 30.0 ? 22.5 : 0.0;
     recorder.part(part);
   }
   const Picture drawn = picture();
   EXPECT_EQ(drawn.text.find("<defs>"), drawn.text.rfind("<defs>"));
-  EXPECT_TRUE(drawn.has("<use href=\"#part-1\" x=\"10\" y=\"-5\"/>")) << drawn.text;
-  EXPECT_TRUE(drawn.has("<use href=\"#part-1\" x=\"30\" y=\"-5\"/>"));
+  EXPECT_TRUE(drawn.has("<use href=\"#part-1\" transform=\"translate(10 -5)\"/>")) << drawn.text;
+  EXPECT_TRUE(drawn.has("<use href=\"#part-1\" transform=\"translate(30 -5) rotate(-22.5)\"/>"));
 }
 
 TEST_F(SvgTest, HolesAreRoundInTheLayerOfOutlines) {
