@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/layer_number.h"
+#include "geometry/path_tools.h"
 
 namespace quillon::exact {
 namespace {
@@ -82,6 +83,7 @@ void CommandWriter::putCircle(const Chain& chain) {
   const Point left = placed(chain.path.vertices[0].at);
   const Point right = placed(chain.path.vertices[1].at);
   const Point centre{(left.x + right.x) / 2.0, (left.y + right.y) / 2.0};
+  addDisc(centre, right.x - left.x);
   commands_.circle(
       {.kind = eagle::CircleKind::Ring, .width = chain.width, .centre = centre, .onCircle = right});
 }
@@ -97,6 +99,7 @@ void CommandWriter::take(const Origin& origin, Area&& area) {
 
 void CommandWriter::take(const Origin& origin, TextLine&& text) {
   setLayer(origin);
+  bounds_.add(placed(text.at));
   setSize(text.height);
   setAlign(text.columns, text.rows);
   commands_.label({.degrees = text.angle,
@@ -109,12 +112,14 @@ void CommandWriter::take(const Origin& origin, TextLine&& text) {
 void CommandWriter::take(const Origin& origin, const Dot& dot) {
   setLayer(origin);
   const Point centre = placed(dot.centre);
+  addDisc(centre, dot.diameter);
   commands_.circle({.kind = eagle::CircleKind::Disc,
                     .centre = centre,
                     .onCircle = {centre.x + dot.diameter / 2.0, centre.y}});
 }
 
 void CommandWriter::take(const Origin&, const Hole& hole) {
+  addDisc(placed(hole.centre), hole.drill);
   commands_.hole({.drill = hole.drill, .centre = placed(hole.centre)});
 }
 
@@ -160,6 +165,14 @@ void CommandWriter::collect(const Path& path) {
     corners_.push_back({placed(vertex.at), vertex.curve});
   }
   if (path.closed && !corners_.empty()) corners_.push_back({corners_.front().at, 0.0});
+  if (path.vertices.empty()) return;
+  const geometry::Box box = geometry::bounds(path);
+  bounds_.add({placed(box.low), placed(box.high)});
+}
+
+void CommandWriter::addDisc(Point centre, double diameter) {
+  const Point radius{diameter / 2.0, diameter / 2.0};
+  bounds_.add({centre - radius, centre + radius});
 }
 
 }  // namespace quillon::exact
