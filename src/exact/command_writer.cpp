@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/layer_number.h"
+#include "base/utf8_check.h"
 #include "geometry/path_tools.h"
 
 namespace quillon::exact {
@@ -22,13 +23,17 @@ bool isKnownToEagle(int layer) {
   return board || (layer >= kFirstOfSchematics && layer <= kLastOfSchematics);
 }
 
-/// A name for a layer of EAGLE.
+/// A name for a layer of EAGLE: each character that might not be allowed is an underscore.
 std::string layerName(std::string_view dxfLayer, int number) {
   std::string name;
-  for (const char c : dxfLayer) {
+  while (!dxfLayer.empty()) {
+    const char c = dxfLayer.front();
     const bool fits = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
                       c == '_' || c == '-';
     name += fits ? c : '_';
+    const char* const begin = dxfLayer.data();
+    const std::size_t bytes = base::utf8SequenceLength(begin, begin + dxfLayer.size());
+    dxfLayer.remove_prefix(std::max<std::size_t>(bytes, 1));
   }
   return name.empty() ? "DXF_" + std::to_string(number) : name;
 }
