@@ -55,7 +55,8 @@ struct Options {
   bool fillAlways = false;  ///< areas even where $FILLMODE is 0
   PointStyle points = PointStyle::Glyph;
   bool plainLetters = false;
-  /// DXF layers, upper-cased, in the encoding of the drawing, whose circles are holes.
+  /// DXF layers whose circles are holes: in a job as UTF-8, for a drawing upper-cased and in its
+  /// encoding.
   std::vector<std::string> holeLayers;
   double holeLeast = 0.2;  ///< diameters in millimetres
   double holeMost = 6.5;
