@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <iterator>
 
 namespace quillon::convert {
 namespace {
@@ -32,7 +33,7 @@ constexpr std::array<double, 16> kInsUnits = {25.4,  304.8,   1609344.0, 1.0,   
                                               1e6,   25.4e-6, 0.0254,    914.4,   1e-7, 1e-6,
                                               0.001, 100.0,   10000.0,   100000.0};
 
-constexpr int kCentimetres = 5;
+constexpr int kMillimetres = 4;
 
 int indexOf(double insUnits) {
   const bool known = insUnits >= 1.0 && insUnits < static_cast<double>(kInsUnits.size()) + 1.0;
@@ -40,9 +41,9 @@ int indexOf(double insUnits) {
 }
 
 /// Units that drawings of boards are hardly ever in, though templates say so.
-bool isDoubtful(int index) {
-  constexpr int kFirstTrusted = 9;
-  return index != 1 && index != 4 && index != 0 && index < kFirstTrusted;
+bool isRare(int index) {
+  constexpr bool kRare[] = {false, false, true, true, false, false, true, true, true};
+  return index < static_cast<int>(std::size(kRare)) && kRare[index];
 }
 
 /// Whether something that large, in millimetres, may be a board or a part of one.
@@ -67,19 +68,19 @@ std::string drawingUnitWords() {
   return words;
 }
 
-bool needsSize(double insUnits) { return isDoubtful(indexOf(insUnits)); }
+bool needsSize(double insUnits) {
+  const int index = indexOf(insUnits);
+  return index != 0 && index != kMillimetres;
+}
 
 UnitChoice unitOf(double insUnits, const geometry::Box& bounds) {
   const int index = indexOf(insUnits);
-  if (index == 0) return {1.0, true, false};
-  const double millimetres = kInsUnits[static_cast<std::size_t>(index) - 1];
-  if (!isDoubtful(index)) return {millimetres, false, false};
+  if (index == 0) return {1.0, true};
+  const double named = kInsUnits[static_cast<std::size_t>(index) - 1];
   const double diagonal = bounds.diagonal();
-  if (index == kCentimetres && isPlausible(diagonal * millimetres)) {
-    return {millimetres, false, false};
-  }
-  if (isPlausible(diagonal)) return {1.0, false, true};
-  return {millimetres, false, false};
+  const bool isBelieved = !isRare(index) && isPlausible(diagonal * named);
+  if (index == kMillimetres || isBelieved || !isPlausible(diagonal)) return {named};
+  return {.millimetres = 1.0, .isDoubted = true, .named = named};
 }
 
 }  // namespace quillon::convert

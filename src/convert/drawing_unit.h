@@ -39,6 +39,7 @@ struct UnitChoice {
   double millimetres = 1.0;  ///< in a unit of the drawing
   bool isAssumed = false;    ///< the drawing names none
   bool isDoubted = false;    ///< it names one that makes no sense; millimetres are taken instead
+  double named = 0.0;        ///< then: millimetres in the unit that it names
 };
 
 /// True when the size of the drawing decides how its unit is taken.

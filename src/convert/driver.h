@@ -16,6 +16,7 @@
 #include "exact/losses.h"
 #include "exact/outlines.h"
 #include "files/local_time.h"
+#include "geometry/box.h"
 #include "rules/cancel_poll.h"
 #include "rules/translation.h"
 #include "texts/string_table.h"
@@ -70,7 +71,7 @@ struct NamedLoss {
   std::string layer;  ///< of the drawing, UTF-8
   std::uint64_t count = 0;
   std::uint64_t line = 0;  ///< of the first one
-  geometry::Point at{};    ///< of the first one, in units of the script, without the offsets
+  geometry::Point at{};    ///< of the first one, in the script
   double most = 0.0;
 };
 
@@ -79,14 +80,16 @@ struct ExactFindings {
   UnitChoice unit;                ///< of the drawing
   double scriptUnit = 1.0;        ///< millimetres in a unit of the script
   double limit = 0.0;             ///< EAGLE's largest coordinate, in units of the script
+  geometry::Box bounds;           ///< around everything that is drawn, in the script
+  geometry::Point offsets{};      ///< of the job, which the script contains
   std::vector<NamedLoss> losses;  ///< in the order of first occurrence
   /// Converted entities of kinds that ConversionResult::counts knows as None alone, and such that
   /// are on layers that are not converted; names as UTF-8.
   std::map<std::string, std::uint64_t> otherCounts;
   std::map<std::string, std::uint64_t> otherLeftOut;
-  bool namedSignals = false;  ///< wires and polygons on copper got the name of a signal
-  exact::OutlineReport outlines;
-  bool drewPaperSpace = false;  ///< as the model space is empty
+  bool namedSignals = false;      ///< wires and polygons on copper got the name of a signal
+  exact::OutlineReport outlines;  ///< with places in the script
+  bool drewPaperSpace = false;    ///< as the model space is empty
 };
 
 /// The result of a conversion.

@@ -47,6 +47,7 @@ class FindingText {
 
   std::vector<std::string> take(const Detail& detail) && {
     putSize();
+    if (detail.eachLayer) putDoubtedUnit();
     detail.eachLayer ? putLosses() : putRules(false);
     putOutlines(detail.gaps);
     putOffsets();
@@ -55,7 +56,8 @@ class FindingText {
     return std::move(lines_);
   }
 
-  std::vector<std::string> takeNotDrawn() && {
+  std::vector<std::string> takeWarnings() && {
+    putDoubtedUnit();
     putRules(true);
     return std::move(lines_);
   }
@@ -67,16 +69,27 @@ class FindingText {
 
   void putSize() {
     constexpr double kInch = 25.4;
-    const eagle::Extents& box = result_.extents;
+    const geometry::Box& box = findings_.bounds;
     if (!box.empty()) {
-      const double width = (box.maxX - box.minX) * millimetres_;
-      const double height = (box.maxY - box.minY) * millimetres_;
+      const double width = (box.high.x - box.low.x) * millimetres_;
+      const double height = (box.high.y - box.low.y) * millimetres_;
       add(TextId::DrawingSize, {shortLength(width), shortLength(height), shortLength(width / kInch),
                                 shortLength(height / kInch)});
     }
     if (findings_.unit.isAssumed) add(TextId::UnitAssumed, {});
-    if (findings_.unit.isDoubted) add(TextId::UnitDoubted, {});
     if (findings_.drewPaperSpace) add(TextId::PaperSpaceDrawn, {});
+  }
+
+  /// Both readings of the unit.
+  void putDoubtedUnit() {
+    if (!findings_.unit.isDoubted) return;
+    const geometry::Box& box = findings_.bounds;
+    const geometry::Point size =
+        box.empty() ? geometry::Point{} : (box.high - box.low) * millimetres_;
+    const double named = findings_.unit.named;
+    add(TextId::UnitDoubted,
+        {base::numberText(named), shortLength(size.x * named), shortLength(size.y * named),
+         shortLength(size.x), shortLength(size.y)});
   }
 
   std::string textOf(LossRule rule) const {
@@ -140,13 +153,12 @@ class FindingText {
 
   /// Where everything would fit if it were moved.
   void putOffsets() {
-    const eagle::Extents& box = result_.extents;
+    const geometry::Box& box = findings_.bounds;
     if (!result_.rangeWarning || box.empty()) return;
-    const bool fits = box.maxX - box.minX <= 2.0 * findings_.limit &&
-                      box.maxY - box.minY <= 2.0 * findings_.limit;
-    if (!fits) return;
-    add(TextId::OffsetsProposed,
-        {shortLength(-(box.minX + box.maxX) / 2.0), shortLength(-(box.minY + box.maxY) / 2.0)});
+    const geometry::Point size = box.high - box.low;
+    if (size.x > 2.0 * findings_.limit || size.y > 2.0 * findings_.limit) return;
+    const geometry::Point offsets = findings_.offsets - geometry::middle(box.low, box.high);
+    add(TextId::OffsetsProposed, {shortLength(offsets.x), shortLength(offsets.y)});
   }
 
   const ConversionResult& result_;
@@ -168,7 +180,7 @@ bool nothingLost(const ExactFindings& findings) {
 
 std::vector<std::string> notDrawnLines(const ConversionResult& result, const texts::Texts& texts) {
   if (!result.exact) return {};
-  return FindingText(result, texts).takeNotDrawn();
+  return FindingText(result, texts).takeWarnings();
 }
 
 std::vector<std::string> findingLines(const ConversionResult& result, const texts::Texts& texts) {

@@ -9,7 +9,8 @@ namespace quillon::convert {
 
 // What the exact rules have found out, in words. Empty for a conversion by other rules.
 
-/// A line for each rule by which something was not drawn: these are warnings.
+/// What to be warned of: a unit that makes no sense, and a line for each rule by which something
+/// was not drawn.
 std::vector<std::string> notDrawnLines(const ConversionResult& result, const texts::Texts& texts);
 
 /// A few lines more: size and unit, a line for each rule that hid, changed or cleaned something,

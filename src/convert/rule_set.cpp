@@ -1,7 +1,10 @@
 #include "convert/rule_set.h"
 
 #include <stdexcept>
+#include <string>
+#include <string_view>
 
+#include "base/encoding.h"
 #include "classic/translator.h"
 #include "exact/rule_set.h"
 
@@ -19,6 +22,11 @@ classic::Settings classicSettings(const ConversionJob& job, const dxf::Drawing& 
   settings.ltScale = drawing.ltScale;
   settings.pointSize = drawing.pointSize;
   return settings;
+}
+
+/// A name given by the user, as the drawing has it in upper case.
+std::string nameInDrawing(std::string_view name, const dxf::Drawing& drawing) {
+  return base::upperCase(base::fromUtf8(name, drawing.encoding), drawing.encoding);
 }
 
 }  // namespace
@@ -49,7 +57,8 @@ RuleSet makeTranslation(const ConversionJob& job, const TranslationOutput& outpu
                            output.cancelled},
           drawing, layers, placement)};
     case Rules::Exact: {
-      const exact::Options options = exactOptions(job, drawingUnit);
+      exact::Options options = exactOptions(job, drawingUnit);
+      for (std::string& layer : options.holeLayers) layer = nameInDrawing(layer, drawing);
       auto rules = std::make_unique<exact::RuleSet>(
           options, output.commands, drawing, layers, output.cancelled,
           geometry::Affine::scaling(options.factor, options.factor));

@@ -197,7 +197,7 @@ class Run {
     // Past its limit of steps, the conversion itself says so.
     rules::CancelPoll poll(control_);
     poll.setLimit(surroundings_.limits.steps);
-    exact::Survey survey(drawing_, layers, poll);
+    exact::Survey survey(job_.exact, drawing_, layers, poll);
     dxf::readContents(drawing_, reader_, survey, true);
     const geometry::Box bounds = survey.bounds();
     readDefinitionsAgain();
@@ -273,10 +273,12 @@ class Run {
 
   void collect(const exact::RuleSet& rules) {
     ExactFindings& findings = *result_.exact;
+    findings.offsets = {job_.offsetX, job_.offsetY};
+    const geometry::Point moved = rules.movedBy() + findings.offsets;
     for (const exact::Loss& loss : rules.losses().all()) {
       findings.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
                                  base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
-                                 loss.at, loss.most});
+                                 loss.at + moved, loss.most});
     }
     for (const auto& [name, count] : rules.otherCounts()) {
       findings.otherCounts[base::toUtf8(name, drawing_.encoding)] += count;
@@ -286,6 +288,14 @@ class Run {
     }
     findings.namedSignals = rules.namedSignals();
     findings.outlines = rules.outlines();
+    for (exact::OpenEnd& gap : findings.outlines.gaps) {
+      gap.at = gap.at + moved;
+      gap.next = gap.next + moved;
+    }
+    if (!rules.bounds().empty()) {
+      findings.bounds = {rules.bounds().low + findings.offsets,
+                         rules.bounds().high + findings.offsets};
+    }
     findings.drewPaperSpace = rules.drewPaper();
   }
 

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "base/layer_number.h"
+#include "base/utf8_check.h"
+#include "geometry/path_tools.h"
 
 namespace quillon::exact {
 namespace {
@@ -21,13 +23,17 @@ bool isKnownToEagle(int layer) {
   return board || (layer >= kFirstOfSchematics && layer <= kLastOfSchematics);
 }
 
-/// A name for a layer of EAGLE.
+/// A name for a layer of EAGLE: each character that might not be allowed is an underscore.
 std::string layerName(std::string_view dxfLayer, int number) {
   std::string name;
-  for (const char c : dxfLayer) {
+  while (!dxfLayer.empty()) {
+    const char c = dxfLayer.front();
     const bool fits = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
                       c == '_' || c == '-';
     name += fits ? c : '_';
+    const char* const begin = dxfLayer.data();
+    const std::size_t bytes = base::utf8SequenceLength(begin, begin + dxfLayer.size());
+    dxfLayer.remove_prefix(std::max<std::size_t>(bytes, 1));
   }
   return name.empty() ? "DXF_" + std::to_string(number) : name;
 }
@@ -80,6 +86,7 @@ void CommandWriter::end() {
 void CommandWriter::place(eagle::Part part) {
   part.at = placed(part.at);
   part.covers = {placed(part.covers.low), placed(part.covers.high)};
+  extend(part.covers);
   commands_.part(part);
 }
 
@@ -99,6 +106,7 @@ void CommandWriter::putCircle(const Chain& chain) {
   const Point left = placed(chain.path.vertices[0].at);
   const Point right = placed(chain.path.vertices[1].at);
   const Point centre{(left.x + right.x) / 2.0, (left.y + right.y) / 2.0};
+  addDisc(centre, right.x - left.x);
   commands_.circle(
       {.kind = eagle::CircleKind::Ring, .width = chain.width, .centre = centre, .onCircle = right});
 }
@@ -114,6 +122,9 @@ void CommandWriter::take(const Origin& origin, Area&& area) {
 
 void CommandWriter::take(const Origin& origin, TextLine&& text) {
   setLayer(origin);
+  geometry::Box at;
+  at.add(placed(text.at));
+  extend(at);
   setSize(text.height);
   setAlign(text.columns, text.rows);
   commands_.label({.degrees = text.angle,
@@ -126,12 +137,14 @@ void CommandWriter::take(const Origin& origin, TextLine&& text) {
 void CommandWriter::take(const Origin& origin, const Dot& dot) {
   setLayer(origin);
   const Point centre = placed(dot.centre);
+  addDisc(centre, dot.diameter);
   commands_.circle({.kind = eagle::CircleKind::Disc,
                     .centre = centre,
                     .onCircle = {centre.x + dot.diameter / 2.0, centre.y}});
 }
 
 void CommandWriter::take(const Origin&, const Hole& hole) {
+  addDisc(placed(hole.centre), hole.drill);
   commands_.hole({.drill = hole.drill, .centre = placed(hole.centre)});
 }
 
@@ -177,6 +190,19 @@ void CommandWriter::collect(const Path& path) {
     corners_.push_back({placed(vertex.at), vertex.curve});
   }
   if (path.closed && !corners_.empty()) corners_.push_back({corners_.front().at, 0.0});
+  if (path.vertices.empty()) return;
+  const geometry::Box box = geometry::bounds(path);
+  extend({placed(box.low), placed(box.high)});
+}
+
+void CommandWriter::addDisc(Point centre, double diameter) {
+  const Point radius{diameter / 2.0, diameter / 2.0};
+  extend({centre - radius, centre + radius});
+}
+
+/// The content of a part counts where the part is placed.
+void CommandWriter::extend(const geometry::Box& to) {
+  if (!inPart_) bounds_.add(to);
 }
 
 }  // namespace quillon::exact

@@ -9,6 +9,7 @@
 #include "eagle/commands.h"
 #include "exact/options.h"
 #include "exact/shapes.h"
+#include "geometry/box.h"
 
 namespace quillon::exact {
 
@@ -26,6 +27,7 @@ class CommandWriter final : public ShapeSink {
   void beginPart();
   /// Everything that follows is moved by this, in units of the script.
   void moveBy(Point by) { offset_ = by; }
+  Point movedBy() const { return offset_; }
 
   /// Places a library part.
   void place(eagle::Part part);
@@ -40,6 +42,9 @@ class CommandWriter final : public ShapeSink {
 
   /// Whether names of signals were written.
   bool namedSignals() const { return namedSignals_; }
+  /// Around all curves and points that were written, where they are in the script; without the
+  /// widths of lines and the letters of texts.
+  const geometry::Box& bounds() const { return bounds_; }
 
  private:
   Point placed(Point p) const { return {p.x + offset_.x, p.y + offset_.y}; }
@@ -51,6 +56,8 @@ class CommandWriter final : public ShapeSink {
   std::string_view signalOn(int layer);
   void putCircle(const Chain& chain);
   void collect(const Path& path);
+  void addDisc(Point centre, double diameter);
+  void extend(const geometry::Box& to);
 
   const Options& options_;
   eagle::Commands& commands_;
@@ -62,6 +69,7 @@ class CommandWriter final : public ShapeSink {
   std::optional<std::pair<Columns, Rows>> align_;
   std::set<int> definedLayers_;
   std::vector<eagle::Corner> corners_;
+  geometry::Box bounds_;
   bool namedSignals_ = false;
 };
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/number_text.h"
+#include "exact/points.h"
 #include "exact/whole_numbers.h"
 
 namespace quillon::exact {
@@ -143,11 +144,14 @@ void drawLine(const Item& item, Canvas& canvas) {
   if (!geometry::usable(from) || !geometry::usable(to)) {
     return canvas.lose(item, LossRule::UnusableNumbers);
   }
+  const Point start = item.seen(from, fromZ);
+  const Point end = item.seen(to, toZ);
   // A line without length is how some programs mark a drill.
-  if (from == to && canvas.options().points == PointStyle::Hole) {
-    return canvas.hole(item, item.seen(from, fromZ), canvas.options().pointDrill);
+  const bool isPoint = geometry::distance(start, end) < canvas.measures().resolution;
+  if (isPoint && pointsAreHoles(canvas.options()) && geometry::usable(start)) {
+    return canvas.hole(item, start, canvas.options().pointDrill);
   }
-  canvas.segment(item, item.seen(from, fromZ), item.seen(to, toZ), Affine{});
+  canvas.segment(item, start, end, Affine{});
 }
 
 void drawArc(const Item& item, Canvas& canvas) {

@@ -44,6 +44,7 @@ struct Pen {
   /// Lengths of dashes (above 0), gaps (below) and dots (0) in units of the script; empty: solid.
   std::vector<double> dashes;
   bool hasSolidInstead = false;  ///< the line type is dashed, the option draws it solid
+  bool lacksShapes = false;      ///< the line type has letters or symbols, which are left out
 };
 
 /// One entity at one place.

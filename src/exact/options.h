@@ -56,7 +56,8 @@ struct Options {
   PointStyle points = PointStyle::Glyph;
   bool plainLetters = false;
   bool parts = false;  ///< inserted blocks become library parts where EAGLE can place them so
-  /// DXF layers, upper-cased, in the encoding of the drawing, whose circles are holes.
+  /// DXF layers whose circles are holes: in a job as UTF-8, for a drawing upper-cased and in its
+  /// encoding.
   std::vector<std::string> holeLayers;
   double holeLeast = 0.2;  ///< diameters in millimetres
   double holeMost = 6.5;

@@ -36,15 +36,16 @@ Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inher
     const double millimetres = weight >= 0 ? weight / 100.0 : kDefaultWeight;
     pen.width = millimetres * measures_.millimetre;
   }
-  const std::vector<double>& pattern = patternOf(lineTypeOf(entity, layer, inherited));
-  if (pattern.empty()) return pen;
+  const Pattern& pattern = patternOf(lineTypeOf(entity, layer, inherited));
+  if (pattern.lengths.empty()) return pen;
   // Shorter dashes than this look like EAGLE's short ones.
   constexpr double kLongDash = 3.0;  // millimetres
   const double ltScale = drawing_.ltScale == dxf::kNotGiven ? 1.0 : drawing_.ltScale;
   const double factor = ltScale * entity.lineTypeScale * scale;
   std::vector<double> dashes;
-  dashes.reserve(pattern.size());
-  for (const double length : pattern) dashes.push_back(length * factor);
+  dashes.reserve(pattern.lengths.size());
+  for (const double length : pattern.lengths) dashes.push_back(length * factor);
+  pen.lacksShapes = pattern.hasShapes && options_.lineTypes != LineTypes::Solid;
   switch (options_.lineTypes) {
     case LineTypes::Solid:
       pen.hasSolidInstead = true;
@@ -76,17 +77,19 @@ int Pens::lineWeightOf(const Entity& entity, const Layer& layer, const Inherited
   return entity.lineWeight == kByBlock ? inherited.lineWeight : entity.lineWeight;
 }
 
-const std::vector<double>& Pens::patternOf(std::string_view lineType) {
-  if (const std::vector<double>* const* const recent = recent_.find(lineType)) return **recent;
+const Pens::Pattern& Pens::patternOf(std::string_view lineType) {
+  if (const Pattern* const* const recent = recent_.find(lineType)) return **recent;
   const auto found = patterns_.find(lineType);
   if (found != patterns_.end()) return *recent_.keep(found->first, &found->second);
   const std::string upper = base::upperCase(lineType, drawing_.encoding);
   const dxf::LineRange range = drawing_.tableEntries.find("LTYPE", upper);
-  std::vector<double>& pattern = patterns_[lineType];
+  Pattern& pattern = patterns_[lineType];
   if (range.begin == nullptr) return pattern;
   dxf::GroupCursor groups(dxf::LineCursor(range, drawing_.lineEnds));
   for (dxf::Group group; groups.next(group);) {
-    if (group.code == 49) pattern.push_back(base::numberValue(group.value));
+    const double number = base::numberValue(group.value);
+    if (group.code == 49) pattern.lengths.push_back(number);
+    if (group.code == 74) pattern.hasShapes = pattern.hasShapes || number != 0.0;
   }
   return pattern;
 }

@@ -36,13 +36,19 @@ class Pens {
   std::string_view lineTypeOf(const Entity& entity, const Layer& layer,
                               const Inherited& inherited) const;
   int lineWeightOf(const Entity& entity, const Layer& layer, const Inherited& inherited) const;
-  const std::vector<double>& patternOf(std::string_view lineType);
+  /// A line type of the drawing.
+  struct Pattern {
+    std::vector<double> lengths;
+    bool hasShapes = false;  ///< letters or symbols between the dashes
+  };
+
+  const Pattern& patternOf(std::string_view lineType);
 
   const Options& options_;
   Measures measures_;
   const dxf::Drawing& drawing_;
-  std::unordered_map<std::string_view, std::vector<double>, base::TextHash> patterns_;
-  RecentTexts<const std::vector<double>*> recent_;
+  std::unordered_map<std::string_view, Pattern, base::TextHash> patterns_;
+  RecentTexts<const Pattern*> recent_;
 };
 
 }  // namespace quillon::exact

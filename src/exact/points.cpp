@@ -77,11 +77,12 @@ void drawGlyph(const Item& item, Point at, double angle, Canvas& canvas) {
   }
 }
 
-bool canHaveHoles(const Options& options) {
-  return options.turnsFreely() && options.pointDrill > 0.0;
-}
-
 }  // namespace
+
+bool pointsAreHoles(const Options& options) {
+  const bool canHaveHoles = options.target == Target::Board || options.target == Target::Package;
+  return options.points == PointStyle::Hole && options.pointDrill > 0.0 && canHaveHoles;
+}
 
 void drawPoint(const Item& item, Canvas& canvas) {
   const Options& options = canvas.options();
@@ -93,7 +94,7 @@ void drawPoint(const Item& item, Canvas& canvas) {
   if (!geometry::usable(at) || !geometry::usable(angle)) {
     return canvas.lose(item, LossRule::UnusableNumbers);
   }
-  if (options.points == PointStyle::Hole && canHaveHoles(options)) {
+  if (pointsAreHoles(options)) {
     return canvas.hole(item, at, options.pointDrill);
   }
   if (options.points == PointStyle::Dot) {

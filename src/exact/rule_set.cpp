@@ -39,8 +39,21 @@ void RuleSet::finish() {
   writer_.end();
 }
 
-Survey::Survey(dxf::Drawing& drawing, rules::LayerNumbers& layers, rules::CancelPoll& poll)
-    : translator_(options_, drawing, layers, bounds_, losses_, poll, {}) {}
+namespace {
+
+Options whatIsShown(const Options& options) {
+  Options shown;
+  shown.space = options.space;
+  shown.hiddenLayers = options.hiddenLayers;
+  return shown;
+}
+
+}  // namespace
+
+Survey::Survey(const Options& options, dxf::Drawing& drawing, rules::LayerNumbers& layers,
+               rules::CancelPoll& poll)
+    : options_(whatIsShown(options)),
+      translator_(options_, drawing, layers, bounds_, losses_, poll, {}) {}
 
 void Survey::Bounds::take(const Origin&, Chain&& chain) { box.add(geometry::bounds(chain.path)); }
 

@@ -56,6 +56,10 @@ class RuleSet final : public rules::Translation {
   const Translator::NamedCounts& otherLeftOut() const { return translator_.otherLeftOut(); }
 
   const LossList& losses() const { return losses_; }
+  /// By how much everything is moved in the script, the job's offsets aside.
+  Point movedBy() const { return writer_.movedBy(); }
+  /// Around everything that was written, in the same coordinates.
+  const geometry::Box& bounds() const { return writer_.bounds(); }
   /// Whether wires or polygons got the name of a signal.
   bool namedSignals() const { return writer_.namedSignals(); }
   const OutlineReport& outlines() const { return cleaning_.report(); }
@@ -78,7 +82,9 @@ class RuleSet final : public rules::Translation {
 /// Around everything that the exact rules would draw, in units of the drawing and without cleaning.
 class Survey final : public dxf::EntitySink {
  public:
-  Survey(dxf::Drawing& drawing, rules::LayerNumbers& layers, rules::CancelPoll& poll);
+  /// Of the options, those count by which things are shown or not.
+  Survey(const Options& options, dxf::Drawing& drawing, rules::LayerNumbers& layers,
+         rules::CancelPoll& poll);
 
   void takeEntity(dxf::DxfEntity& entity) override { translator_.takeEntity(entity); }
   void endOfEntities() override { translator_.endOfEntities(); }

@@ -173,8 +173,9 @@ void Translator::draw(const dxf::DxfEntity& found, const Surroundings& around) {
   const bool isUnseen =
       layer.number == base::kNotConverted || (layer.isOff && !options_.hiddenLayers);
   const Item item{entity, around.map, origin, pen, around.isInDimension, isUnseen, around.depth};
-  if (pen.hasSolidInstead && isDrawnWithLines(entity.kind)) {
-    canvas_.lose(item, LossRule::DrawnSolid);
+  if (isDrawnWithLines(entity.kind)) {
+    if (pen.hasSolidInstead) canvas_.lose(item, LossRule::DrawnSolid);
+    if (pen.lacksShapes) canvas_.lose(item, LossRule::LineTypeShapes);
   }
   dispatch(item, around);
 }

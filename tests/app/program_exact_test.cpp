@@ -262,6 +262,37 @@ TEST_F(ExactProgramTest, ClosedPolylinesCanBeAreas) {
   EXPECT_NE(drawn(dxf, {"--closed-as-areas"}).find("Polygon"), std::string::npos);
 }
 
+TEST_F(ExactProgramTest, LayersOfHolesAreFoundInAnyEncoding) {
+  for (const auto& [version, layer] :
+       {std::pair("AC1015", "l\xF6 cher"), std::pair("AC1021", "l\xC3\xB6 cher")}) {
+    DxfBuilder dxf;
+    dxf.header("$ACADVER", 1, version);
+    dxf.entity("CIRCLE", {{8, layer}, {10, "5"}, {20, "5"}, {40, "1.6"}});
+    EXPECT_EQ(drawn(dxf, {"--holes", "L\u00F6 CHER"}), "Hole 3.2000000 (5.0000000 5.0000000);\r\n");
+  }
+}
+
+TEST_F(ExactProgramTest, WideLinesAreWiresOrAreas) {
+  DxfBuilder dxf;
+  dxf.entity("LWPOLYLINE",
+             {{8, "0"}, {70, "0"}, {43, "2"}, {10, "0"}, {20, "0"}, {10, "10"}, {20, "0"}});
+  EXPECT_NE(drawn(dxf).find("Polygon 0.0000000 ("), std::string::npos);
+  EXPECT_NE(drawn(dxf, {"--wide-lines", "areas"}).find("Polygon 0.0000000 ("), std::string::npos);
+  EXPECT_NE(drawn(dxf, {"--wide-lines", "wires"})
+                .find("Wire 2.0000000 (0.0000000 0.0000000) (10.0000000 0.0000000);"),
+            std::string::npos);
+  EXPECT_NE(usageError({"--wide-lines", "thin"}).find("--wide-lines"), std::string::npos);
+}
+
+TEST_F(ExactProgramTest, AreasCanBeFilledWhereTheDrawingShowsOutlines) {
+  DxfBuilder dxf;
+  dxf.header("$FILLMODE", 70, "0");
+  dxf.entity("SOLID",
+             {{8, "0"}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"}, {12, "0"}, {22, "10"}});
+  EXPECT_NE(drawn(dxf).find("Wire 0.0000000 (0.0000000 0.0000000)"), std::string::npos);
+  EXPECT_NE(drawn(dxf, {"--fill-always"}).find("Polygon 0.0000000 ("), std::string::npos);
+}
+
 TEST_F(ExactProgramTest, CirclesOfALayerBecomeHoles) {
   DxfBuilder dxf;
   dxf.entity("CIRCLE", {{8, "Drill"}, {10, "5"}, {20, "5"}, {40, "1.6"}});

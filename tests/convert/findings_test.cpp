@@ -43,9 +43,33 @@ TEST(Findings, SaysWhichUnitWasAssumed) {
   EXPECT_TRUE(has(findingsOf(openOutline()), "The drawing names no unit; mm were assumed."));
   DxfBuilder metres = openOutline();
   metres.header("$INSUNITS", 70, "6");
-  EXPECT_TRUE(has(findingsOf(metres, texts::kGerman),
-                  "Die Einheit, die in der Zeichnung steht, ergibt keine sinnvolle Größe; mm "
-                  "wurden angenommen."));
+  const Conversion conversion(metres.text(), exactJob());
+  EXPECT_TRUE(has(convert::notDrawnLines(conversion.result, texts::Texts(texts::kEnglish)),
+                  "The unit in the drawing (1000 mm) would make it 10250 x 10000 mm; mm were "
+                  "assumed: 10.25 x 10 mm"));
+  EXPECT_TRUE(has(convert::notDrawnLines(conversion.result, texts::Texts(texts::kGerman)),
+                  "Mit der Einheit aus der Zeichnung (1000 mm) wäre sie 10250 x 10000 mm groß; mm "
+                  "wurden angenommen: 10.25 x 10 mm"));
+}
+
+TEST(Findings, TheUnitFollowsFromTheSizeOfWhatIsDrawn) {
+  DxfBuilder dxf;
+  dxf.header("$INSUNITS", 70, "1");
+  dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "300"}, {21, "0"}});
+  dxf.entity("LINE", {{8, "0"}, {67, "1"}, {10, "0"}, {20, "0"}, {11, "3"}, {21, "0"}});
+  EXPECT_TRUE(has(findingsOf(dxf), "Size: 300 x 0 mm (11.811 x 0 inches)"));
+  convert::ConversionJob job = exactJob();
+  job.exact.space = exact::Space::Paper;
+  EXPECT_TRUE(has(findingsOf(dxf, texts::kEnglish, job), "Size: 76.2 x 0 mm (3 x 0 inches)"));
+}
+
+TEST(Findings, TheReportSaysWhichUnitWasDoubted) {
+  DxfBuilder metres = openOutline();
+  metres.header("$INSUNITS", 70, "6");
+  convert::ConversionJob job = exactJob();
+  job.report = true;
+  EXPECT_NE(Conversion(metres.text(), job).result.report.find("would make it 10250 x 10000 mm"),
+            std::string::npos);
 }
 
 TEST(Findings, NamesOpenEndsWithBothPlacesAndLines) {
@@ -80,6 +104,45 @@ TEST(Findings, ProposesOffsetsForWhatIsOutOfRange) {
   dxf.entity("LINE", {{8, "0"}, {10, "5000"}, {20, "0"}, {11, "5010"}, {21, "0"}});
   EXPECT_TRUE(has(findingsOf(dxf),
                   "With the offsets -5005 and 0 everything is within EAGLE's drawing area."));
+}
+
+TEST(Findings, TheProposedOffsetsReplaceThoseOfTheJob) {
+  DxfBuilder dxf;
+  dxf.entity("LINE", {{8, "0"}, {10, "5000"}, {20, "0"}, {11, "5010"}, {21, "0"}});
+  convert::ConversionJob job = exactJob();
+  job.offsetX = 7.0;
+  EXPECT_TRUE(has(findingsOf(dxf, texts::kEnglish, job),
+                  "With the offsets -5005 and 0 everything is within EAGLE's drawing area."));
+}
+
+TEST(Findings, TheSizeIsThatOfCurvesAndNotOfTheirEnds) {
+  DxfBuilder dxf;
+  dxf.entity("CIRCLE", {{8, "0"}, {10, "0"}, {20, "0"}, {40, "10"}});
+  dxf.entity("ARC", {{8, "0"}, {10, "50"}, {20, "0"}, {40, "30"}, {50, "0"}, {51, "180"}});
+  EXPECT_TRUE(has(findingsOf(dxf), "Size: 90 x 40 mm (3.5433 x 1.5748 inches)"));
+}
+
+TEST(Findings, PlacesAreThoseInTheScript) {
+  DxfBuilder dxf = openOutline();
+  dxf.entity("TEXT", {{8, "0"}, {10, "1"}, {20, "2"}, {40, "1"}, {1, "x"}});
+  convert::ConversionJob job = exactJob();
+  job.exact.place = exact::Place::LowerLeft;
+  job.offsetX = 100.0;
+  job.offsetY = 50.0;
+  // The drawing begins at (0 0) already; moved by 3 and 4 it is a drawing that does not.
+  DxfBuilder moved;
+  moved.entity("LINE", {{8, "0"}, {10, "3"}, {20, "4"}, {11, "13"}, {21, "4"}});
+  moved.entity("LINE", {{8, "0"}, {10, "13.25"}, {20, "4"}, {11, "13"}, {21, "14"}});
+  moved.entity("TEXT", {{8, "0"}, {10, "4"}, {20, "6"}, {40, "1"}, {1, "x"}});
+  for (const DxfBuilder* const drawing : {&dxf, &moved}) {
+    const Conversion conversion(drawing->text(), job);
+    EXPECT_TRUE(has(convert::findingLines(conversion.result, texts::Texts(texts::kEnglish)),
+                    "Outline open at (110 50), layer 20 (line 7): next end 0.25 mm away at "
+                    "(110.25 50) (line 19)"));
+    ASSERT_EQ(conversion.result.exact->losses.size(), 1U);
+    EXPECT_EQ(conversion.result.exact->losses[0].at.x, 101.0);
+    EXPECT_EQ(conversion.result.exact->losses[0].at.y, 52.0);
+  }
 }
 
 TEST(Findings, TheReportHasEachLossOnALineAfterItsOwnText) {

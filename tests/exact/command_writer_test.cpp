@@ -93,7 +93,7 @@ TEST_F(CommandWriterTest, ALayerOfItsOwnIsDefinedOnce) {
   writer().take(on(20), chain({{{{0, 0}}, {{1, 0}}}, false}));
   writer().take(on(140, "WÄRME 1"), chain({{{{0, 0}}, {{1, 0}}}, false}));
   const std::string script = take();
-  EXPECT_TRUE(script.starts_with("Layer 140 W__RME_1;\r\nLayer  140 ;\r\n")) << script;
+  EXPECT_TRUE(script.starts_with("Layer 140 W_RME_1;\r\nLayer  140 ;\r\n")) << script;
   EXPECT_EQ(script.find("Layer 140", 10), std::string::npos) << script;
 }
 

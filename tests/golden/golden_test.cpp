@@ -122,7 +122,7 @@ INSTANTIATE_TEST_SUITE_P(Drawings, Golden, ::testing::ValuesIn(namesOf(".dxf")),
                          });
 
 TEST(GoldenFolder, HasOptionsAndAScriptForEveryDrawingAndNothingElse) {
-  EXPECT_GE(namesOf(".dxf").size(), 43U);
+  EXPECT_GE(namesOf(".dxf").size(), 150U);
   EXPECT_EQ(namesOf(".args"), namesOf(".dxf"));
   EXPECT_EQ(namesOf(".scr"), namesOf(".dxf"));
 }

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "app/headless/option_checks.h"
-#include "base/encoding.h"
 #include "base/number_text.h"
 
 namespace quillon::headless {
@@ -81,6 +80,8 @@ void ExactOptions::addChoices() {
          "What to draw [model]");
   choice("--hatch", exact.hatch, {{"lines", 0}, {"border", 1}, {"solid", 2}, {"none", 3}},
          "lines|border|solid|none", "What hatch patterns become [lines]");
+  choice("--wide-lines", exact.wideLines, {{"auto", 0}, {"wires", 1}, {"areas", 2}},
+         "auto|wires|areas", "What polylines with widths become [auto]");
   choice("--line-types", exact.lineTypes, {{"solid", 0}, {"style", 1}, {"dashes", 2}},
          "solid|style|dashes", "How dashed lines are drawn [solid]");
   choice("--place", exact.place, {{"keep", 0}, {"lower-left", 1}, {"centre", 2}},
@@ -102,6 +103,7 @@ void ExactOptions::addSwitches() {
   flag("--hidden", exact.hiddenLayers, "Also draw layers that are off or frozen");
   flag("--lineweights", exact.lineWeights, "Lines get the drawing's line weights as widths");
   flag("--closed-as-areas", exact.closedAsAreas, "Closed polylines become areas");
+  flag("--fill-always", exact.fillAlways, "Fill areas that the drawing shows as outlines");
   flag("--plain-letters", exact.plainLetters, "Only ASCII letters in texts");
   track(app_.add_flag(
       "--keep-duplicates", [&exact](std::int64_t) { exact.dropDuplicates = false; },
@@ -142,7 +144,7 @@ std::string ExactOptions::takeHoles() {
     const std::size_t stop = std::min(holes_.find(',', start), holes_.size());
     const std::string layer = holes_.substr(start, stop - start);
     if (!layer.empty()) {
-      exact.holeLayers.push_back(base::upperCase(layer, base::Encoding::Utf8));
+      exact.holeLayers.push_back(layer);
     }
     start = stop + 1;
   }
