@@ -38,6 +38,7 @@ class Entities : public dxf::EntitySink {
   }
 
   void endOfEntities() override { translation_.endOfEntities(); }
+  dxf::ObjectSink* objectSink() override { return translation_.objectSink(); }
 
  private:
   static constexpr std::uint32_t kEntitiesPerUpdate = 256;

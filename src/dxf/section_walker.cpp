@@ -109,7 +109,27 @@ bool openSection(Drawing& drawing, LineReader& reader, std::string_view name) {
   return found;
 }
 
-/// Nothing in OBJECTS is needed; reading it moves the progress bar to the end.
+int objectGroupCode(std::string_view line) {
+  constexpr int kNoCode = -1;
+  const std::string_view text = base::trimBlanks(line);
+  const bool isNumber = !text.empty() && text.size() <= 4 &&
+                        text.find_first_not_of("0123456789") == std::string_view::npos;
+  return isNumber ? static_cast<int>(base::numberValue(text)) : kNoCode;
+}
+
+/// Hands on the groups of OBJECTS up to its end.
+void readObjects(LineReader& reader, ObjectSink& sink) {
+  while (!reader.cancelled() && !reader.atEnd()) {
+    const int code = objectGroupCode(reader.readDxfLine(true));
+    if (reader.atEnd()) break;
+    const std::string_view value = base::trimBlanks(reader.readDxfLine(true));
+    if (code == 0 && base::equalsUpperCased(value, "ENDSEC")) break;
+    sink.takeGroup(code, value);
+  }
+  if (!reader.cancelled()) sink.endOfObjects();
+}
+
+/// Most of the time nothing in OBJECTS is needed; reading it moves the progress bar to the end.
 void skipObjects(LineReader& reader, bool endsAtFileEnd) {
   bool sawEnd = endsAtFileEnd;
   while (!reader.cancelled() && !(sawEnd && reader.atEnd())) {
@@ -140,7 +160,10 @@ void readDefinitions(Drawing& drawing, LineReader& reader) {
 void readContents(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd) {
   if (!reader.cancelled()) readEntitiesSection(drawing, reader, sink);
   if (!openSection(drawing, reader, "OBJECTS")) return;
-  skipObjects(reader, endsAtFileEnd);
+  ObjectSink* const objects = sink.objectSink();
+  if (objects != nullptr) readObjects(reader, *objects);
+  // After the groups it is at the end of the section or of the file.
+  skipObjects(reader, endsAtFileEnd || objects != nullptr);
   reader.poll(true);
 }
 

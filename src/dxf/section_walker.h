@@ -15,7 +15,8 @@ void readHeaderAndTables(Drawing& drawing, LineReader& reader);
 /// RunTimeError, with line number, for errors in tables and blocks.
 void readDefinitions(Drawing& drawing, LineReader& reader);
 
-/// Finds ENTITIES, passes its entities to the sink as they are read, and skips OBJECTS.
+/// Finds ENTITIES, passes its entities to the sink as they are read, and then skips OBJECTS, unless
+/// the sink wants them.
 /// `endsAtFileEnd`: OBJECTS may end at the end of the file without an ENDSEC; otherwise only a
 /// cancel ends the walk there.
 void readContents(Drawing& drawing, LineReader& reader, EntitySink& sink, bool endsAtFileEnd);

@@ -35,6 +35,7 @@ CentredValues readCentred(const Item& item, const Canvas& canvas) {
 
 struct EllipseGroups {
   Point centre;
+  double elevation = 0.0;
   Point major;
   double majorZ = 0.0;
   double ratio = 1.0;
@@ -46,6 +47,7 @@ EllipseGroups readEllipse(const Item& item, const Canvas& canvas) {
   EllipseGroups values;
   readNumbers(canvas.groupsOf(item), {{10, &values.centre.x},
                                       {20, &values.centre.y},
+                                      {30, &values.elevation},
                                       {11, &values.major.x},
                                       {21, &values.major.y},
                                       {31, &values.majorZ},
@@ -55,16 +57,22 @@ EllipseGroups readEllipse(const Item& item, const Canvas& canvas) {
   return values;
 }
 
-/// N x major, N at length 1, seen from above.
-Point minorOf(const Entity& entity, const EllipseGroups& values) {
+/// The second half axis: N x major, N at length 1.
+struct MinorAxis {
+  Point foot;  ///< as seen from above
+  double z;
+};
+
+MinorAxis minorOf(const Entity& entity, const EllipseGroups& values) {
   const double length =
       std::sqrt(entity.normalX * entity.normalX + entity.normalY * entity.normalY +
                 entity.normalZ * entity.normalZ);
   const double nx = length > 0.0 ? entity.normalX / length : 0.0;
   const double ny = length > 0.0 ? entity.normalY / length : 0.0;
   const double nz = length > 0.0 ? entity.normalZ / length : 1.0;
-  return {(ny * values.majorZ - nz * values.major.y) * values.ratio,
-          (nz * values.major.x - nx * values.majorZ) * values.ratio};
+  return {{(ny * values.majorZ - nz * values.major.y) * values.ratio,
+           (nz * values.major.x - nx * values.majorZ) * values.ratio},
+          (nx * values.major.y - ny * values.major.x) * values.ratio};
 }
 
 struct SplineGroups {
@@ -73,6 +81,7 @@ struct SplineGroups {
   std::vector<double> knots;
   std::vector<double> weights;
   std::vector<Point> controlPoints;
+  std::vector<double> controlHeights;
   std::vector<Point> fitPoints;
   Point startTangent{};
   Point endTangent{};
@@ -98,6 +107,10 @@ SplineGroups readSpline(const Item& item, const Canvas& canvas) {
         break;
       case 10:
         values.controlPoints.push_back({number(), 0.0});
+        values.controlHeights.push_back(0.0);
+        break;
+      case 30:
+        if (!values.controlHeights.empty()) values.controlHeights.back() = number();
         break;
       case 20:
         if (!values.controlPoints.empty()) values.controlPoints.back().y = number();
@@ -170,16 +183,27 @@ void drawCircle(const Item& item, Canvas& canvas) {
 
 void drawEllipse(const Item& item, Canvas& canvas) {
   const EllipseGroups values = readEllipse(item, canvas);
+  const MinorAxis minor = minorOf(item.entity, values);
+  if (item.depth == Point{}) {
+    return canvas.stroke(
+        item,
+        geometry::ellipticArc(values.centre, values.major, minor.foot, values.start, values.end),
+        item.map);
+  }
+  const Point major = item.map.turn(values.major) + item.depth * values.majorZ;
   canvas.stroke(item,
-                geometry::ellipticArc(values.centre, values.major, minorOf(item.entity, values),
+                geometry::ellipticArc(item.seen(values.centre, values.elevation), major,
+                                      item.map.turn(minor.foot) + item.depth * minor.z,
                                       values.start, values.end),
-                item.map);
+                Affine{});
 }
 
 void drawSpline(const Item& item, Canvas& canvas) {
   SplineGroups values = readSpline(item, canvas);
   if (values.controlPoints.size() >= 2) {
-    for (Point& point : values.controlPoints) point = item.map(point);
+    for (std::size_t i = 0; i < values.controlPoints.size(); ++i) {
+      values.controlPoints[i] = item.seen(values.controlPoints[i], values.controlHeights[i]);
+    }
     canvas.stroke(item, geometry::Spline(values.degree, values.controlPoints,
                                          std::move(values.knots), values.weights));
     return;

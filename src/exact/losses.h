@@ -48,6 +48,12 @@ class LossList {
     double measure = 0.0;
   };
   void add(const Event& event, std::uint64_t count = 1);
+  /// An event with its place in the script, as it is now, to be added later.
+  Event placed(Event event) const {
+    event.at = place_(event.at);
+    return event;
+  }
+  void addPlaced(const Event& event, std::uint64_t count);
   /// Where the places of events to come are seen: from their coordinates to the script's.
   void setPlace(const geometry::Affine& place) { place_ = place; }
 

@@ -131,6 +131,9 @@ void MtextReader::takePlace(int code, double number) {
     case 20:
       found_.text.at.y = number;
       break;
+    case 30:
+      found_.elevation = number;
+      break;
     case 11:
       direction_.x = number;
       isByDirection_ = true;
@@ -164,6 +167,8 @@ void MtextReader::takeOfColumns(const dxf::Group& group) {
 void MtextReader::placeAlong(const SpaceVector& along, const SpaceVector& normal) {
   const SpaceVector up = crossProduct(normal, along);
   found_.lettering = {{along.x, along.y}, {up.x, up.y}};
+  found_.rise = along.z;
+  found_.riseUp = up.z;
 }
 
 void MtextReader::place() {
@@ -179,7 +184,11 @@ void MtextReader::place() {
   }
   const Affine object = geometry::objectCoordinates(normal.x, normal.y, normal.z);
   const Point along = geometry::unitVector(found_.text.angle);
-  found_.lettering = {object.turn(along), object.turn(geometry::leftOf(along))};
+  const Point up = geometry::leftOf(along);
+  const auto height = geometry::objectHeight(normal.x, normal.y, normal.z);
+  found_.lettering = {object.turn(along), object.turn(up)};
+  found_.rise = height.perX * along.x + height.perY * along.y;
+  found_.riseUp = height.perX * up.x + height.perY * up.y;
 }
 
 }  // namespace

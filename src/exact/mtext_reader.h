@@ -11,7 +11,10 @@ namespace quillon::exact {
 /// An MTEXT as its groups have it.
 struct MtextGroups {
   ParagraphText text;
-  Lettering lettering;            ///< around the entity, not in its object coordinates
+  Lettering lettering;     ///< around the entity, not in its object coordinates
+  double elevation = 0.0;  ///< height of its place
+  double rise = 0.0;       ///< of a step along the lines, and up
+  double riseUp = 0.0;
   std::vector<LossRule> changes;  ///< what EAGLE does not show of it
 };
 

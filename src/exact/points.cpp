@@ -87,9 +87,10 @@ bool pointsAreHoles(const Options& options) {
 void drawPoint(const Item& item, Canvas& canvas) {
   const Options& options = canvas.options();
   Point place;
+  double height = 0.0;
   double angle = 0.0;
-  readNumbers(canvas.groupsOf(item), {{10, &place.x}, {20, &place.y}, {50, &angle}});
-  const Point at = item.map(place);
+  readNumbers(canvas.groupsOf(item), {{10, &place.x}, {20, &place.y}, {30, &height}, {50, &angle}});
+  const Point at = item.seen(place, height);
   if (options.points == PointStyle::None) return;
   if (!geometry::usable(at) || !geometry::usable(angle)) {
     return canvas.lose(item, LossRule::UnusableNumbers);
@@ -106,9 +107,17 @@ void drawPoint(const Item& item, Canvas& canvas) {
 void drawEndless(const Item& item, Canvas& canvas) {
   Point start;
   Point direction;
-  readNumbers(canvas.groupsOf(item),
-              {{10, &start.x}, {20, &start.y}, {11, &direction.x}, {21, &direction.y}});
-  canvas.endless(item, item.map(start), item.map.turn(direction), item.entity.kind == Kind::Xline);
+  double height = 0.0;
+  double rise = 0.0;
+  readNumbers(canvas.groupsOf(item), {{10, &start.x},
+                                      {20, &start.y},
+                                      {30, &height},
+                                      {11, &direction.x},
+                                      {21, &direction.y},
+                                      {31, &rise}});
+  Point way = item.map.turn(direction);
+  if (item.depth != Point{}) way = way + item.depth * rise;
+  canvas.endless(item, item.seen(start, height), way, item.entity.kind == Kind::Xline);
 }
 
 }  // namespace quillon::exact

@@ -36,6 +36,7 @@ class RuleSet final : public rules::Translation {
   /// Everything that waited for the last entity is written, unless the drawing has to be read
   /// again for its paper space.
   void endOfEntities() override;
+  dxf::ObjectSink* objectSink() override { return translator_.objectSink(); }
   /// The same for a drawing without a section of entities, whose blocks may become parts all the
   /// same; nothing after endOfEntities() has done it.
   void finish();

@@ -198,7 +198,17 @@ void drawTextLine(const Item& item, const TextGroups& values, std::string_view t
 }
 
 void drawMtextGroups(const Item& item, const MtextGroups& found, Canvas& canvas) {
-  drawLines(item, found.text, found.lettering, item.map, canvas, found.changes);
+  if (item.depth == Point{}) {
+    return drawLines(item, found.text, found.lettering, item.map, canvas, found.changes);
+  }
+  // From the plane of the letters, whose heights an oblique block shows.
+  const Point along = item.map.turn(found.lettering.along) + item.depth * found.rise;
+  const Point up = item.map.turn(found.lettering.up) + item.depth * found.riseUp;
+  const Point at = item.seen(found.text.at, found.elevation);
+  ParagraphText text = found.text;
+  text.at = {};
+  const Affine plane{along.x, up.x, along.y, up.y, at.x, at.y};
+  drawLines(item, text, {{1.0, 0.0}, {0.0, 1.0}}, plane, canvas, found.changes);
 }
 
 /// An attribute of several lines has them in an MTEXT of its own.

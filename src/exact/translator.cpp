@@ -92,6 +92,23 @@ InsertGroups readInsert(const Item& item, const Canvas& canvas) {
   return values;
 }
 
+struct InsertNames {
+  std::string_view block;
+  std::string_view dictionary;  ///< handle of what programs have attached to the entity, or ""
+};
+
+InsertNames readInsertNames(const Item& item, const Canvas& canvas) {
+  InsertNames names;
+  bool isInDictionary = false;
+  dxf::GroupCursor groups = canvas.groupsOf(item);
+  for (dxf::Group group; groups.next(group);) {
+    if (group.code == 2) names.block = group.value;
+    if (group.code == 102) isInDictionary = group.value == "{ACAD_XDICTIONARY";
+    if (group.code == 360 && isInDictionary) names.dictionary = group.value;
+  }
+  return names;
+}
+
 Point baseOf(const dxf::BlockRec& block) {
   return {base::numberValue(block.baseX), base::numberValue(block.baseY)};
 }
@@ -290,11 +307,8 @@ void Translator::dispatch(const Item& item, const Surroundings& around) {
 
 void Translator::insert(const Item& item) {
   const InsertGroups values = readInsert(item, canvas_);
-  std::string_view name;
-  dxf::GroupCursor groups = canvas_.groupsOf(item);
-  for (dxf::Group group; groups.next(group);) {
-    if (group.code == 2) name = reader_.upperName(group.value);
-  }
+  const InsertNames names = readInsertNames(item, canvas_);
+  const std::string_view name = reader_.upperName(names.block);
   const std::size_t index = dxf::findBlock(drawing_, name);
   if (drawing_.blocks.empty() || drawing_.blocks[index].name != name) {
     return canvas_.lose(item, LossRule::MissingBlock);
@@ -308,6 +322,11 @@ void Translator::insert(const Item& item) {
   const Point depth = rise == Point{} ? rise : rise * values.scaleZ;
   const Affine toPlace =
       fromBaseHeight(index, depth) * object * Affine::shift(values.at) * rotation;
+  if (!names.dictionary.empty()) {
+    const Origin& origin = item.origin;
+    clipFilters_.note(names.dictionary, {LossRule::ClippedInsert, origin.kind, origin.dxfLayer,
+                                         origin.line, toPlace(Point{})});
+  }
   const BlockArray array{.outer = toPlace,
                          .content = content,
                          .columns = cellsOf(values.columns),

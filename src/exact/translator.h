@@ -11,6 +11,7 @@
 #include "exact/areas.h"
 #include "exact/block_places.h"
 #include "exact/canvas.h"
+#include "exact/clip_filters.h"
 #include "exact/entity_reader.h"
 #include "exact/layers.h"
 #include "exact/pens.h"
@@ -55,6 +56,9 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   /// none: then its layer "0" is the drawing's own.
   void drawPart(const Item& insertion, std::size_t blockIndex, const Affine& map, ShapeSink& sink);
   void drawPart(std::size_t blockIndex, const Affine& map, ShapeSink& sink);
+
+  /// Needs the dictionaries of insertions that may be clipped.
+  dxf::ObjectSink* objectSink() override { return clipFilters_.empty() ? nullptr : &clipFilters_; }
 
   /// True when the model space has nothing, and the paper space more than viewports.
   bool hasOnlyPaper() const { return !sawModel_ && sawPaper_; }
@@ -113,6 +117,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   Canvas canvas_;
   Affine top_;
   PartMaker* partMaker_ = nullptr;
+  ClipFilters clipFilters_{losses_};
   EntityReader reader_;
   Layers layers_;
   Pens pens_;

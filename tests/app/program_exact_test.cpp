@@ -138,6 +138,31 @@ TEST_F(ExactProgramTest, TheReportNamesThePartsOfBlocks) {
       << report;
 }
 
+TEST_F(ExactProgramTest, ClippedInsertionsAreNamed) {
+  DxfBuilder dxf;
+  dxf.beginBlock("B")
+      .entity("LINE", {{8, "A"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "0"}})
+      .endBlock()
+      .entity("INSERT", {{102, "{ACAD_XDICTIONARY"}, {360, "1F"}, {102, "}"}, {8, "A"}, {2, "B"}});
+  std::string text = dxf.text();
+  const std::string start = "OBJECTS\n";
+  text.insert(text.find(start) + start.size(),
+              "  0\nDICTIONARY\n  5\n1F\n  3\nACAD_FILTER\n360\n20\n"
+              "  0\nDICTIONARY\n  5\n20\n  3\nSPATIAL\n360\n21\n"
+              "  0\nSPATIAL_FILTER\n  5\n21\n");
+  folder.write("clipped.dxf", text);
+  const auto said = [this](const char* language) {
+    return run({"clipped.dxf", "--rules", "exact", "--force", "--language", language}).error;
+  };
+  EXPECT_NE(
+      said("en").find("\nClipping left out, whole block drawn: INSERT 1 (first in line 39)\n"),
+      std::string::npos)
+      << said("en");
+  EXPECT_NE(said("de").find("\nAusschnitt nicht beachtet, Block ganz gezeichnet: INSERT 1"),
+            std::string::npos)
+      << said("de");
+}
+
 TEST_F(ExactProgramTest, PartsAreRefusedWhereEagleCannotPlaceThem) {
   for (const char* const target : {"package", "symbol"}) {
     EXPECT_NE(usageError({"--name", "a", "--blocks", "used", "--target", target})

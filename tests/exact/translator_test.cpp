@@ -51,6 +51,76 @@ TEST(ExactBlocks, WithinAnObliqueBlockHeightsMoveWhatIsSeen) {
             "7 wire 0 (5.2 0) (5.2 4)\n");
 }
 
+/// What such a block shows of an entity.
+std::string seenObliquely(std::string_view kind, const GroupPairs& groups) {
+  DxfBuilder dxf;
+  dxf.beginBlock("B").entity(kind, groups).endBlock();
+  dxf.entity("INSERT",
+             {{8, "0"}, {2, "B"}, {10, "0"}, {20, "0"}, {210, "0.6"}, {220, "0"}, {230, "0.8"}});
+  return ExactDrawing(dxf).shapes();
+}
+
+TEST(ExactBlocks, HeightsOfPointsSplinesAndEndlessLinesMoveThemInAnObliqueBlock) {
+  EXPECT_EQ(seenObliquely("POINT", {{8, "0"}, {10, "10"}, {20, "0"}, {30, "5"}}),
+            "7 dot 0.1 (3 10)\n");
+  EXPECT_EQ(seenObliquely("SPLINE", {{8, "0"},
+                                     {71, "1"},
+                                     {40, "0"},
+                                     {40, "0"},
+                                     {40, "1"},
+                                     {40, "1"},
+                                     {10, "0"},
+                                     {20, "0"},
+                                     {30, "5"},
+                                     {10, "10"},
+                                     {20, "0"},
+                                     {30, "10"}}),
+            "7 wire 0 (3 0) (6 10)\n");
+  EXPECT_EQ(
+      seenObliquely("XLINE",
+                    {{8, "0"}, {10, "10"}, {20, "0"}, {30, "5"}, {11, "0"}, {21, "0"}, {31, "1"}}),
+      "7 xline (3 10) (0.6 0)\n");
+}
+
+TEST(ExactBlocks, EllipsesInAnObliqueBlockAreSeenWithTheHeightsOfTheirAxes) {
+  const auto ends = [](const GroupPairs& axes) {
+    GroupPairs groups = {{8, "0"},
+                         {10, "10"},
+                         {20, "0"},
+                         {30, "5"},
+                         {40, "0.5"},
+                         {41, "0"},
+                         {42, "1.570796326794897"}};
+    groups.insert(groups.end(), axes.begin(), axes.end());
+    const std::string shape = seenObliquely("ELLIPSE", groups);
+    const std::size_t first = shape.find('(');
+    return shape.substr(first, shape.find(')') - first + 1) + shape.substr(shape.rfind('('));
+  };
+  EXPECT_EQ(ends({{11, "2"}, {21, "0"}, {31, "0"}}), "(3 12)(2.2 10)\n");
+  EXPECT_EQ(ends({{11, "0"}, {21, "0"}, {31, "2"}, {210, "0"}, {220, "1"}, {230, "0"}}),
+            "(4.2 10)(3 11)\n");
+}
+
+TEST(ExactBlocks, ParagraphsInAnObliqueBlockAreSeenWithTheirHeights) {
+  const GroupPairs text = {{8, "0"},  {10, "10"}, {20, "0"}, {30, "5"},
+                           {40, "1"}, {71, "7"},  {1, "x"}};
+  EXPECT_EQ(seenObliquely("MTEXT", text), "7 text 'x' 0.8 R90 bottom left (2.76 10)\n");
+  GroupPairs rising = text;
+  rising.insert(rising.end(),
+                {{11, "0"}, {21, "0"}, {31, "1"}, {210, "0"}, {220, "1"}, {230, "0"}});
+  EXPECT_EQ(seenObliquely("MTEXT", rising), "7 text 'x' 1 R0 bottom left (3 10.3)\n");
+}
+
+TEST(ExactBlocks, AttributesOfAnArrayAreDrawnOnceWhereTheyStand) {
+  DxfBuilder dxf = withLineBlock();
+  dxf.entity("INSERT", {{8, "0"}, {66, "1"}, {2, "B"}, {10, "0"}, {20, "0"}, {70, "2"}, {44, "10"}})
+      .entity("ATTRIB", {{8, "0"}, {10, "3"}, {20, "4"}, {40, "1"}, {1, "R7"}, {2, "NAME"}})
+      .entity("SEQEND", {{8, "0"}});
+  EXPECT_EQ(ExactDrawing(dxf).shapes(),
+            "7 wire 0 (0 0) (1 0)\n7 wire 0 (10 0) (11 0)\n"
+            "7 text 'R7' 1 R0 bottom left (3 4)\n");
+}
+
 // The nested block is shown 0.6 * (20 + 3 - 1) to the right; seen from below, its heights count
 // down.
 TEST(ExactBlocks, HeightsOfNestedBlocksAndOfBasePointsCountToo) {
