@@ -12,10 +12,10 @@
 #include "convert/script_frame.h"
 #include "dxf/text_source.h"
 #include "eagle/script_writer.h"
-#include "exact/losses.h"
 #include "exact/outlines.h"
 #include "files/local_time.h"
 #include "rules/cancel_poll.h"
+#include "rules/losses.h"
 #include "rules/translation.h"
 #include "texts/string_table.h"
 
@@ -58,9 +58,9 @@ enum class Outcome : std::uint8_t {
 };
 
 /// What a rule left out, simplified or cleaned, of one kind of entity on one layer; see
-/// exact::Loss.
+/// rules::Loss.
 struct NamedLoss {
-  exact::LossRule rule;
+  rules::LossRule rule;
   std::string kind;   ///< UTF-8
   std::string layer;  ///< of the drawing, UTF-8
   std::uint64_t count = 0;

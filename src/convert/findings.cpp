@@ -14,12 +14,12 @@
 namespace quillon::convert {
 namespace {
 
-using exact::LossRule;
+using rules::LossRule;
 using texts::TextId;
 
 constexpr auto kLossTexts = std::to_array<TextId>({
 #define LOSS(name, group, word) TextId::Loss##name,
-#include "exact/loss_rules.def"
+#include "rules/loss_rules.def"
 #undef LOSS
 });
 
@@ -100,7 +100,7 @@ class FindingText {
     };
     std::map<LossRule, Kinds> rules;
     for (const NamedLoss& loss : findings_.losses) {
-      if ((exact::groupOf(loss.rule) == exact::LossGroup::NotDrawn) != notDrawn) continue;
+      if ((rules::groupOf(loss.rule) == rules::LossGroup::NotDrawn) != notDrawn) continue;
       Kinds& kinds = rules[loss.rule];
       kinds.counts[loss.kind] += loss.count;
       kinds.line = std::min(kinds.line, loss.line);
@@ -162,7 +162,7 @@ bool nothingLost(const ExactFindings& findings) {
   return std::all_of(findings.losses.begin(), findings.losses.end(), [](const NamedLoss& loss) {
     // Hints, and what EAGLE's own font does to every text, are no losses.
     const bool isNote = loss.rule == LossRule::FineFill || loss.rule == LossRule::TextShapes;
-    return isNote || exact::groupOf(loss.rule) == exact::LossGroup::Cleaned;
+    return isNote || rules::groupOf(loss.rule) == rules::LossGroup::Cleaned;
   });
 }
 

@@ -265,7 +265,7 @@ class Run {
 
   void collect(const exact::RuleSet& rules) {
     ExactFindings& findings = *result_.exact;
-    for (const exact::Loss& loss : rules.losses().all()) {
+    for (const rules::Loss& loss : rules.losses().all()) {
       findings.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
                                  base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
                                  loss.at, loss.most});

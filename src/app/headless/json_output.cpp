@@ -153,7 +153,7 @@ std::string losses(const convert::ExactFindings& findings) {
   Members list('[');
   for (const convert::NamedLoss& loss : findings.losses) {
     Members members('{');
-    members.add("rule", jsonString(exact::wordOf(loss.rule)));
+    members.add("rule", jsonString(rules::wordOf(loss.rule)));
     members.add("kind", jsonString(loss.kind));
     members.add("count", std::to_string(loss.count));
     members.add("line", std::to_string(loss.line));

@@ -1,9 +1,9 @@
-#include "exact/losses.h"
+#include "rules/losses.h"
 
 #include <algorithm>
 #include <array>
 
-namespace quillon::exact {
+namespace quillon::rules {
 namespace {
 
 struct Row {
@@ -12,7 +12,7 @@ struct Row {
 };
 constexpr auto kRows = std::to_array<Row>({
 #define LOSS(name, group, word) {LossGroup::group, word},
-#include "exact/loss_rules.def"
+#include "rules/loss_rules.def"
 #undef LOSS
 });
 
@@ -39,4 +39,4 @@ std::uint64_t LossList::countOf(LossRule rule) const {
   return count;
 }
 
-}  // namespace quillon::exact
+}  // namespace quillon::rules

@@ -9,14 +9,14 @@
 
 #include "geometry/point.h"
 
-namespace quillon::exact {
+namespace quillon::rules {
 
 enum class LossGroup : std::uint8_t { NotDrawn, Hidden, Simplified, Cleaned };
 
 /// The rules by which something of the drawing is left out or changed.
 enum class LossRule : std::uint8_t {
 #define LOSS(name, group, word) name,
-#include "exact/loss_rules.def"
+#include "rules/loss_rules.def"
 #undef LOSS
 };
 
@@ -57,4 +57,4 @@ class LossList {
   std::map<Key, std::size_t> index_;
 };
 
-}  // namespace quillon::exact
+}  // namespace quillon::rules
