@@ -71,10 +71,9 @@ struct NamedLoss {
 
 /// What only the exact rules find out.
 struct ExactFindings {
-  UnitChoice unit;                ///< of the drawing
-  double scriptUnit = 1.0;        ///< millimetres in a unit of the script
-  double limit = 0.0;             ///< EAGLE's largest coordinate, in units of the script
-  std::vector<NamedLoss> losses;  ///< in the order of first occurrence
+  UnitChoice unit;          ///< of the drawing
+  double scriptUnit = 1.0;  ///< millimetres in a unit of the script
+  double limit = 0.0;       ///< EAGLE's largest coordinate, in units of the script
   /// Converted entities of kinds that ConversionResult::counts knows as None alone, and such that
   /// are on layers that are not converted; names as UTF-8.
   std::map<std::string, std::uint64_t> otherCounts;
@@ -99,6 +98,7 @@ struct ConversionResult {
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
   eagle::Extents extents;
   bool rangeWarning = false;
+  std::vector<NamedLoss> losses;       ///< in the order of first occurrence
   std::optional<ExactFindings> exact;  ///< by the exact rules
   std::string report;                  ///< UTF-8; "" when none was wanted or the run ended before
 };

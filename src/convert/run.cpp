@@ -5,6 +5,7 @@
 
 #include "base/encoding.h"
 #include "base/run_time_error.h"
+#include "classic/loss_notes.h"
 #include "convert/block_library.h"
 #include "convert/report.h"
 #include "convert/rule_set.h"
@@ -100,6 +101,7 @@ class Run {
 
   void convert() {
     drawing_.everyKind = isExact();
+    if (!isExact()) drawing_.otherEntities.want(classic::kindsOfOtherRules());
     dxf::readDefinitions(drawing_, reader_);
     const ScriptFrame frame = loadFrameOrFail();
     LayerAssignment layers(files_.layers, job_.defaultLayer, drawing_.encoding);
@@ -126,6 +128,7 @@ class Run {
     target.writeScriptTrailer();
     script.flush();
     collect(script, *translation);
+    collectLosses(*translation);
     if (ruleSet.exact != nullptr) collect(*ruleSet.exact);
     if (job_.report) {
       result_.report = buildReport(job_, result_, drawing_, layers, library, conversion_.texts,
@@ -263,13 +266,17 @@ class Run {
     }
   }
 
+  void collectLosses(rules::Translation& translation) {
+    const rules::LossList losses = translation.takeLosses();
+    for (const rules::Loss& loss : losses.all()) {
+      result_.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
+                                base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
+                                loss.at, loss.most});
+    }
+  }
+
   void collect(const exact::RuleSet& rules) {
     ExactFindings& findings = *result_.exact;
-    for (const rules::Loss& loss : rules.losses().all()) {
-      findings.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
-                                 base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
-                                 loss.at, loss.most});
-    }
     for (const auto& [name, count] : rules.otherCounts()) {
       findings.otherCounts[base::toUtf8(name, drawing_.encoding)] += count;
     }

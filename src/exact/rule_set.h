@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include "eagle/commands.h"
 #include "exact/cleaning.h"
 #include "exact/command_writer.h"
@@ -40,7 +42,7 @@ class RuleSet final : public rules::Translation {
   const Translator::NamedCounts& otherCounts() const { return translator_.otherCounts(); }
   const Translator::NamedCounts& otherLeftOut() const { return translator_.otherLeftOut(); }
 
-  const LossList& losses() const { return losses_; }
+  LossList takeLosses() override { return std::move(losses_); }
   /// Whether wires or polygons got the name of a signal.
   bool namedSignals() const { return writer_.namedSignals(); }
   const OutlineReport& outlines() const { return cleaning_.report(); }

@@ -33,6 +33,14 @@ void LossList::add(const Event& event, std::uint64_t count) {
   loss.most = std::max(loss.most, event.measure);
 }
 
+bool LossList::findAgain(LossRule rule, std::string_view kind, std::string_view layer) {
+  const auto found = index_.find(Key(rule, kind, layer));
+  if (found == index_.end()) return false;
+  recent_[placeOf(rule, kind, layer)] = {kind, layer, rule, found->second};
+  ++losses_[found->second].count;
+  return true;
+}
+
 std::uint64_t LossList::countOf(LossRule rule) const {
   std::uint64_t count = 0;
   for (const Loss& loss : losses_) count += loss.rule == rule ? loss.count : 0;

@@ -312,6 +312,9 @@ class Runner {
     for (const std::string& line : convert::findingLines(result, texts_)) {
       text += line + "\n";
     }
+    for (const std::string& line : convert::classicLossLines(result, texts_, "--rules exact")) {
+      text += line + "\n";
+    }
     text += texts_(TextId::LinesWritten,
                    {base::quotable(result.scriptFile), std::to_string(result.commandCount)}) +
             "\n";
