@@ -36,6 +36,7 @@ struct Settings {
   double angDir = 0.0;         ///< 1.0: angles run clockwise
   double ltScale = dxf::kNotGiven;
   double pointSize = dxf::kNotGiven;
+  bool quarterTurns = false;  ///< EAGLE turns texts by multiples of 90 degrees only
 };
 
 /// What all handlers share.

@@ -34,6 +34,8 @@ class PolylineWriter {
   explicit PolylineWriter(Context& context) : context_(context) {}
 
   bool running() const { return running_; }
+  /// Whether the polyline becomes a polygon.
+  bool isPolygon() const { return asPolygon_; }
 
   /// Starts a polyline. `hasWidth` rules out the polygon form.
   void begin(const PolylineStyle& style, bool hasWidth);

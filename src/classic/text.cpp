@@ -90,10 +90,6 @@ void keepBracedPart(std::string& text) {
   std::erase(text, '}');
 }
 
-/// Texts are horizontal or vertical only: rotations above 45 up to 315 degrees count as 90, all
-/// others, including negative ones, as 0.
-int degreesOf(double rotation) { return rotation <= 45.0 || rotation > 315.0 ? 0 : 90; }
-
 /// Replaces characters that would break a script, or that a terminal would obey, by blanks.
 void blankControlCharacters(std::string& text) {
   for (char& c : text) {
@@ -103,6 +99,18 @@ void blankControlCharacters(std::string& text) {
 }
 
 }  // namespace
+
+/// Texts are horizontal or vertical only: rotations above 45 up to 315 degrees count as 90, all
+/// others, including negative ones, as 0.
+int textDegrees(double rotation) { return rotation <= 45.0 || rotation > 315.0 ? 0 : 90; }
+
+bool hasMistakenCharacter(std::string_view text, base::Encoding encoding) {
+  const bool utf8 = encoding == base::Encoding::Utf8;
+  return std::any_of(
+      kMistakenCharacters.begin(), kMistakenCharacters.end(), [&](const Replacement& row) {
+        return text.find(utf8 ? row.wanted : row.wanted1252) != std::string_view::npos;
+      });
+}
 
 void writeText(Context& context, double x, double y, double rotation, double height,
                std::string& text, base::Encoding encoding, int layer) {
@@ -114,7 +122,7 @@ void writeText(Context& context, double x, double y, double rotation, double hei
   keepBracedPart(text);
   blankControlCharacters(text);
   text += ' ';  // keeps the closing quote apart from the text
-  context.commands.text({{degreesOf(rotation)}, text, {x, y}});
+  context.commands.text({{textDegrees(rotation)}, text, {x, y}});
   text.pop_back();
 }
 

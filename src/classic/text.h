@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "base/encoding.h"
 #include "classic/context.h"
@@ -12,5 +13,11 @@ namespace quillon::classic {
 /// written after a cancel.
 void writeText(Context& context, double x, double y, double rotation, double height,
                std::string& text, base::Encoding encoding, int layer);
+
+/// The only directions of texts: 0 or 90 degrees, for a rotation in degrees.
+int textDegrees(double rotation);
+
+/// Whether a text has characters that are taken for others.
+bool hasMistakenCharacter(std::string_view text, base::Encoding encoding);
 
 }  // namespace quillon::classic

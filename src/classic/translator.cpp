@@ -10,6 +10,7 @@
 #include "classic/lines.h"
 #include "classic/quirks.h"
 #include "classic/text.h"
+#include "dxf/entity_marks.h"
 #include "dxf/entity_values.h"
 #include "dxf/placed_values.h"
 #include "dxf/polyline_values.h"
@@ -100,7 +101,7 @@ void Translator::takeEntity(DxfEntity& entity) {
 
 void Translator::translateBlock(std::size_t blockIndex, const Placement& placement) {
   const std::size_t enclosing = expansions_.size();
-  beginBlock(blockIndex, placement);
+  beginBlock(blockIndex, placement, partLosses_);
   writeBlocks(enclosing);
 }
 
@@ -113,15 +114,20 @@ void Translator::handle(DxfEntity& entity, const Placement& placement) {
   (this->*kHandlers[static_cast<std::size_t>(entity.kind)])(entity, placement);
 }
 
-void Translator::beginBlock(std::size_t blockIndex, const Placement& placement) {
+void Translator::beginBlock(std::size_t blockIndex, const Placement& placement,
+                            const LossNotes::Block& losses) {
   if (expanding_[blockIndex] != 0) return;
   const dxf::BlockRec& block = drawing_.blocks[blockIndex];
   if (expansions_.size() == kDeepestNesting) {
     throw base::RunTimeError(base::Fault::NestingTooDeep, block.name);
   }
   expansions_.push_back(
-      {blockIndex, dxf::EntityCursor(drawing_.store, block.items), placement, currentPosition_});
+      {blockIndex, dxf::EntityCursor(drawing_.store, block.items), placement, currentPosition_,
+       losses, dxf::LineCounter(block.text.begin, block.firstLine, drawing_.lineEnds.eolChar)});
   expanding_[blockIndex] = 1;
+  if (!drawing_.otherEntities.all().empty()) {
+    losses_.noteDrawn(losses, blockIndex, drawing_.blocks.size());
+  }
 }
 
 void Translator::endBlock() {
@@ -149,8 +155,26 @@ void Translator::writeBlocks(std::size_t enclosing) {
 
 int Translator::layerOf(const DxfEntity& entity) {
   const int layer = layers_.layerNumber(*entity.layer);
-  if (layer == kNotConverted) ++leftOut_[static_cast<std::size_t>(countedAs(entity.kind))];
+  if (layer == kNotConverted) {
+    ++leftOut_[static_cast<std::size_t>(countedAs(entity.kind))];
+    losses_.skip();
+  } else {
+    enterLosses(entity, layer);
+  }
   return layer;
+}
+
+void Translator::enterLosses(const DxfEntity& entity, int layer) {
+  if (expansions_.empty()) return losses_.enter(entity, nullptr);
+  Expansion& block = expansions_.back();
+  block.losses.lines = &block.lines;
+  losses_.enter(entity, &block.losses);
+  if (!losses_.isOn() || &losses_.layer() == entity.layer) return;
+  const bool isInsertion =
+      entity.kind == EntityKind::Insert || entity.kind == EntityKind::Dimension;
+  if (!isInsertion && layers_.layerNumber(losses_.layer()) != layer) {
+    losses_.note(LossRule::LayerOfBlock);
+  }
 }
 
 const DashPattern* Translator::dashesOf(const DxfEntity& entity) {
@@ -170,22 +194,27 @@ void Translator::line(const DxfEntity& entity, const Placement& placement) {
   const Mirror mirror = mirrorOf(entity);
   Point start = placePoint(line.start.x, line.start.y, mirror, placement);
   const Point end = placePoint(line.end.x, line.end.y, mirror, placement);
+  checkWorld(losses_, mirror, start);
   writeLine(context_, start.x, start.y, end.x, end.y, layer, dashesOf(entity), 0.0);
 }
 
 void Translator::arc(const DxfEntity& entity, const Placement& placement) {
   const Mirror mirror = mirrorOf(entity);
   dxf::ArcValues arc = dxf::arcOf(entity);
+  const int layer = layerOf(entity);
+  if (losses_.isOn()) checkArc(losses_, {entity, mirror, placement}, arc, context_.settings);
   mirrorArc(mirror, arc.startAngle, arc.endAngle);
   writeArcEntity(context_, arc.centre.x * mirror.x, arc.centre.y * mirror.y, arc.radius,
-                 arc.startAngle, arc.endAngle, placement, layerOf(entity), dashesOf(entity));
+                 arc.startAngle, arc.endAngle, placement, layer, dashesOf(entity));
 }
 
 void Translator::circle(const DxfEntity& entity, const Placement& placement) {
   const Mirror mirror = mirrorOf(entity);
   const dxf::CircleValues circle = dxf::circleOf(entity);
+  const int layer = layerOf(entity);
+  if (losses_.isOn()) checkCircle(losses_, {entity, mirror, placement}, circle);
   writeCircle(context_, circle.centre.x * mirror.x, circle.centre.y * mirror.y, circle.radius,
-              placement, layerOf(entity), dashesOf(entity));
+              placement, layer, dashesOf(entity));
 }
 
 void Translator::ellipse(const DxfEntity& entity, const Placement& placement) {
@@ -194,6 +223,10 @@ void Translator::ellipse(const DxfEntity& entity, const Placement& placement) {
   const Point centre = placePoint(ellipse.centre.x, ellipse.centre.y, mirror, placement);
   const Point major = turnPoint(ellipse.majorAxis.x, ellipse.majorAxis.y, mirror, placement);
   const int layer = layerOf(entity);
+  if (losses_.isOn()) {
+    checkWorld(losses_, mirror, centre);
+    checkEllipse(losses_, ellipse, context_.settings.ellipses, centre);
+  }
   if (!context_.settings.ellipses) {
     // The circle in place of an ellipse has the placed half major axis as its radius.
     writeCircle(context_, centre.x, centre.y, std::sqrt(major.x * major.x + major.y * major.y),
@@ -220,14 +253,19 @@ void Translator::polyline(const DxfEntity& entity, const Placement& placement) {
   style.width = polyline.startWidth;
   style.placement = placement;
   polyline_.begin(style, polyline.startWidth != 0.0 || polyline.endWidth != 0.0);
+  polylineLosses_.begin({entity, Mirror{}, placement}, polyline_.isPolygon(), isWithoutWidth());
+  if (!losses_.isOn()) return;
+  losses_.keepLine();
+  polylineLosses_.checkKind({entity, mirrorOf(entity), placement}, polyline);
 }
 
 void Translator::vertex(const DxfEntity& entity, const Placement& placement) {
   if (!polyline_.running()) return;
   const dxf::VertexValues vertex = dxf::vertexOf(entity);
   // Mirroring does not negate the bulge; kept so that scripts stay the same.
-  polyline_.add({placePoint(vertex.at.x, vertex.at.y, mirrorOf(entity), placement),
-                 vertex.startWidth, vertex.bulge});
+  const Point at = placePoint(vertex.at.x, vertex.at.y, mirrorOf(entity), placement);
+  polylineLosses_.add(at, vertex.bulge, (entity.marks & dxf::mark::kTapered) != 0);
+  polyline_.add({at, vertex.startWidth, vertex.bulge});
 }
 
 void Translator::lwPolyline(const DxfEntity& entity, const Placement& placement) {
@@ -242,20 +280,30 @@ void Translator::lwPolyline(const DxfEntity& entity, const Placement& placement)
   style.width = base::numberValue(polyline.width);
   style.placement = placement;
   polyline_.begin(style, style.width != 0.0);
+  polylineLosses_.begin({entity, mirror, placement}, polyline_.isPolygon(), isWithoutWidth());
   dxf::PolyVertexWalk walk(reader_.groups(entity), polyline.width, mayClose);
   for (dxf::PolyVertex vertex; walk.next(vertex) && !context_.cancelled();) {
-    polyline_.add(
-        {placePoint(base::numberValue(vertex.x), base::numberValue(vertex.y), mirror, placement),
-         base::numberValue(vertex.startWidth), base::numberValue(vertex.bulge)});
+    const Point at =
+        placePoint(base::numberValue(vertex.x), base::numberValue(vertex.y), mirror, placement);
+    const double bulge = base::numberValue(vertex.bulge);
+    // Mostly, both are the width of the whole polyline.
+    const bool isTapered =
+        vertex.startWidth.data() != vertex.endWidth.data() && vertex.startWidth != vertex.endWidth;
+    polylineLosses_.add(at, bulge, isTapered);
+    polyline_.add({at, base::numberValue(vertex.startWidth), bulge});
   }
   polyline_.finish();
+  if (losses_.isOn()) polylineLosses_.checkKind({entity, mirror, placement});
 }
 
 void Translator::spline(const DxfEntity& entity, const Placement& placement) {
   const int layer = layerOf(entity);
   if (layer == kNotConverted) return;
   const std::vector<dxf::SplinePoint> texts = dxf::readControlPoints(reader_.groups(entity));
-  if (texts.size() < 2) return;
+  if (texts.size() < 2) {
+    if (losses_.isOn()) checkShortSpline(losses_, reader_.groups(entity));
+    return;
+  }
   std::vector<Point> controlPoints;
   controlPoints.reserve(texts.size());
   for (const dxf::SplinePoint& point : texts) {
@@ -263,6 +311,9 @@ void Translator::spline(const DxfEntity& entity, const Placement& placement) {
   }
   const std::size_t upperBound = controlPoints.size() - 1;
   const Mirror mirror = mirrorOf(entity);
+  const Point start = placePoint(controlPoints[0].x, controlPoints[0].y, mirror, placement);
+  if (upperBound > 1) losses_.note(LossRule::SplineUniform, start);
+  checkWorld(losses_, mirror, start);
   const DashPattern* const dashes = dashesOf(entity);
   Point last;
   bool first = true;
@@ -280,7 +331,12 @@ void Translator::text(const DxfEntity& entity, const Placement& placement) {
   const int layer = layerOf(entity);
   if (layer == kNotConverted) return;
   const dxf::TextValues text = dxf::textOf(entity);
-  const Point at = textPosition(text.at.x, text.at.y, mirrorOf(entity), placement);
+  const Mirror mirror = mirrorOf(entity);
+  const Point at = textPosition(text.at.x, text.at.y, mirror, placement);
+  if (losses_.isOn()) {
+    checkText(losses_, {entity, mirror, placement}, text,
+              {!expansions_.empty(), drawing_.encoding, context_.settings.quarterTurns}, at);
+  }
   const double height =
       text.height * std::min(std::fabs(placement.scaleX), std::fabs(placement.scaleY));
   std::string content(text.content);
@@ -295,31 +351,49 @@ void Translator::insert(const DxfEntity& entity, const Placement& placement) {
   inner.scaleX = insert.scaleX * placement.scaleX;
   inner.scaleY = insert.scaleY * placement.scaleY;
   inner.rotation = radians(insert.angle) + placement.rotation;
-  insertBlock(insert.block, placePoint(insert.at.x, insert.at.y, mirrorOf(entity), placement),
-              inner);
+  const Mirror mirror = mirrorOf(entity);
+  const Point at = placePoint(insert.at.x, insert.at.y, mirror, placement);
+  const std::optional<std::size_t> block = blockNamed(insert.block);
+  if (!block) return;
+  if (losses_.isOn()) checkInsert(losses_, {entity, mirror, placement}, insert, at);
+  insertBlock(*block, at, inner);
 }
 
 void Translator::dimension(const DxfEntity& entity, const Placement& placement) {
   if (layerOf(entity) == kNotConverted) return;
   const dxf::DimensionValues dimension = dxf::dimensionOf(entity);
-  insertBlock(
-      dimension.block,
-      placePoint(dimension.definition.x, dimension.definition.y, mirrorOf(entity), placement),
-      placement);
+  const dxf::Position& definition = dimension.definition;
+  const Point at = placePoint(definition.x, definition.y, mirrorOf(entity), placement);
+  const std::optional<std::size_t> block = blockNamed(dimension.block);
+  if (!block) return losses_.note(LossRule::DimensionWithoutBlock, at);
+  // Its block has been drawn where it belongs.
+  if (definition.x != 0.0 || definition.y != 0.0) losses_.note(LossRule::DimensionMoved, at);
+  insertBlock(*block, at, placement);
 }
 
-void Translator::insertBlock(std::string_view name, Point insertion, const Placement& placement) {
-  const std::size_t index = dxf::findBlock(drawing_, name);
+std::optional<std::size_t> Translator::blockNamed(std::string_view upperName) const {
+  const std::size_t index = dxf::findBlock(drawing_, upperName);
   // An unknown name also gives index 0, so compare the name.
-  if (drawing_.blocks.empty() || drawing_.blocks[index].name != name) return;
-  if (parts_ != nullptr && parts_->insertPart(index, insertion, placement)) return;
+  if (drawing_.blocks.empty() || drawing_.blocks[index].name != upperName) return {};
+  return index;
+}
+
+void Translator::insertBlock(std::size_t index, Point insertion, const Placement& placement) {
   const dxf::BlockRec& block = drawing_.blocks[index];
   const Point base{base::numberValue(block.baseX), base::numberValue(block.baseY)};
+  // Within a part, blocks are drawn in place.
+  const bool asPart = parts_ != nullptr && expansions_.empty();
+  checkBlock(losses_, base, placement, asPart, insertion);
+  const LossNotes::Block inside = losses_.within();
+  partLosses_ = inside;
+  const bool isPart = parts_ != nullptr && parts_->insertPart(index, insertion, placement);
+  partLosses_ = {};
+  if (isPart) return;
   const Point translation = blockTranslation(insertion, base, placement);
   Placement inner = placement;
   inner.dx = translation.x;
   inner.dy = translation.y;
-  beginBlock(index, inner);
+  beginBlock(index, inner, inside);
 }
 
 void Translator::area(const DxfEntity& entity, const Placement& placement) {
@@ -331,13 +405,19 @@ void Translator::area(const DxfEntity& entity, const Placement& placement) {
   for (const dxf::Position& corner : dxf::cornersOf(entity)) {
     corners[i++] = placePoint(corner.x, corner.y, mirror, placement);
   }
+  if (losses_.isOn()) {
+    checkArea(losses_, {entity, mirror, placement}, corners, drawing_.fillMode != 0.0);
+  }
   writeSolid(context_, corners, layer);
 }
 
 void Translator::point(const DxfEntity& entity, const Placement& placement) {
   const dxf::Position position = dxf::pointOf(entity);
-  const Point at = placePoint(position.x, position.y, mirrorOf(entity), placement);
-  writePoint(context_, at.x, at.y, layerOf(entity));
+  const Mirror mirror = mirrorOf(entity);
+  const Point at = placePoint(position.x, position.y, mirror, placement);
+  const int layer = layerOf(entity);
+  checkWorld(losses_, mirror, at);
+  writePoint(context_, at.x, at.y, layer);
 }
 
 void Translator::nothing(const DxfEntity&, const Placement&) {}

@@ -2,10 +2,13 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "classic/context.h"
 #include "classic/dash_pattern.h"
+#include "classic/loss_checks.h"
+#include "classic/loss_notes.h"
 #include "classic/polyline_writer.h"
 #include "dxf/entity_reader.h"
 #include "rules/translation.h"
@@ -35,6 +38,7 @@ class Translator final : public rules::Translation {
   const rules::EntityCounts& counts() const override { return counts_; }
   const rules::EntityCounts& leftOut() const override { return leftOut_; }
   const char* currentPosition() const override { return currentPosition_; }
+  rules::LossList takeLosses() override { return losses_.take(drawing_, reader_, layers_); }
 
  private:
   using Handler = void (Translator::*)(const dxf::DxfEntity&, const Placement&);
@@ -56,9 +60,12 @@ class Translator final : public rules::Translation {
   void nothing(const dxf::DxfEntity& entity, const Placement& placement);
 
   int layerOf(const dxf::DxfEntity& entity);
+  void enterLosses(const dxf::DxfEntity& entity, int layer);
   const DashPattern* dashesOf(const dxf::DxfEntity& entity);
   Mirror mirrorOf(const dxf::DxfEntity& entity) const;
-  void insertBlock(std::string_view name, Point insertion, const Placement& placement);
+  std::optional<std::size_t> blockNamed(std::string_view upperName) const;
+  void insertBlock(std::size_t index, Point insertion, const Placement& placement);
+  bool isWithoutWidth() const { return context_.settings.poly == kModeWithoutWidth; }
 
   /// A block being written.
   struct Expansion {
@@ -66,10 +73,13 @@ class Translator final : public rules::Translation {
     dxf::EntityCursor items;
     Placement placement;
     const char* insertedAt;  ///< position of its insertion
+    LossNotes::Block losses;
+    dxf::LineCounter lines;
   };
 
   void handle(dxf::DxfEntity& entity, const Placement& placement);
-  void beginBlock(std::size_t blockIndex, const Placement& placement);
+  void beginBlock(std::size_t blockIndex, const Placement& placement,
+                  const LossNotes::Block& losses);
   void endBlock();
   void writeBlocks(std::size_t enclosing);
 
@@ -80,6 +90,9 @@ class Translator final : public rules::Translation {
   dxf::EntityReader reader_;
   DashPatterns dashPatterns_;
   PolylineWriter polyline_;
+  LossNotes losses_;
+  PolylineLosses polylineLosses_{losses_};
+  LossNotes::Block partLosses_;  ///< around the content of the part being inserted
   rules::BlockParts* parts_ = nullptr;
   rules::EntityCounts counts_{};
   rules::EntityCounts leftOut_{};

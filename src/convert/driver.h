@@ -13,11 +13,11 @@
 #include "dxf/text_source.h"
 #include "eagle/recording.h"
 #include "eagle/script_writer.h"
-#include "exact/losses.h"
 #include "exact/outlines.h"
 #include "files/local_time.h"
 #include "geometry/box.h"
 #include "rules/cancel_poll.h"
+#include "rules/losses.h"
 #include "rules/translation.h"
 #include "texts/string_table.h"
 
@@ -64,9 +64,9 @@ enum class Outcome : std::uint8_t {
 };
 
 /// What a rule left out, simplified or cleaned, of one kind of entity on one layer; see
-/// exact::Loss.
+/// rules::Loss.
 struct NamedLoss {
-  exact::LossRule rule;
+  rules::LossRule rule;
   std::string kind;   ///< UTF-8
   std::string layer;  ///< of the drawing, UTF-8
   std::uint64_t count = 0;
@@ -77,12 +77,11 @@ struct NamedLoss {
 
 /// What only the exact rules find out.
 struct ExactFindings {
-  UnitChoice unit;                ///< of the drawing
-  double scriptUnit = 1.0;        ///< millimetres in a unit of the script
-  double limit = 0.0;             ///< EAGLE's largest coordinate, in units of the script
-  geometry::Box bounds;           ///< around everything that is drawn, in the script
-  geometry::Point offsets{};      ///< of the job, which the script contains
-  std::vector<NamedLoss> losses;  ///< in the order of first occurrence
+  UnitChoice unit;            ///< of the drawing
+  double scriptUnit = 1.0;    ///< millimetres in a unit of the script
+  double limit = 0.0;         ///< EAGLE's largest coordinate, in units of the script
+  geometry::Box bounds;       ///< around everything that is drawn, in the script
+  geometry::Point offsets{};  ///< of the job, which the script contains
   /// Converted entities of kinds that ConversionResult::counts knows as None alone, and such that
   /// are on layers that are not converted; names as UTF-8.
   std::map<std::string, std::uint64_t> otherCounts;
@@ -107,6 +106,7 @@ struct ConversionResult {
   dxf::DroppedEntities dropped;                       ///< because the drawing is damaged
   eagle::Extents extents;
   bool rangeWarning = false;
+  std::vector<NamedLoss> losses;       ///< in the order of first occurrence
   std::optional<ExactFindings> exact;  ///< by the exact rules
   std::optional<eagle::Recording> recording;
   std::string report;  ///< UTF-8; "" when none was wanted or the run ended before

@@ -14,12 +14,12 @@
 namespace quillon::convert {
 namespace {
 
-using exact::LossRule;
+using rules::LossRule;
 using texts::TextId;
 
 constexpr auto kLossTexts = std::to_array<TextId>({
 #define LOSS(name, group, word) TextId::Loss##name,
-#include "exact/loss_rules.def"
+#include "rules/loss_rules.def"
 #undef LOSS
 });
 
@@ -34,6 +34,47 @@ constexpr Detail kAll{true, std::numeric_limits<std::size_t>::max()};
 /// A length with four decimals at most.
 std::string shortLength(double value) {
   return base::numberText(std::round(value * 10000.0) / 10000.0);
+}
+
+std::string textOf(LossRule rule, const texts::Texts& texts) {
+  return std::string(texts(kLossTexts[static_cast<std::size_t>(rule)]));
+}
+
+/// A line for each rule, with the kinds that it met, of the wanted losses.
+template <typename IsWanted>
+std::vector<std::string> ruleLines(const std::vector<NamedLoss>& losses, const texts::Texts& texts,
+                                   const IsWanted& isWanted) {
+  struct Kinds {
+    std::map<std::string, std::uint64_t> counts;
+    std::uint64_t line = std::numeric_limits<std::uint64_t>::max();
+  };
+  std::map<LossRule, Kinds> rules;
+  for (const NamedLoss& loss : losses) {
+    if (!isWanted(loss)) continue;
+    Kinds& kinds = rules[loss.rule];
+    kinds.counts[loss.kind] += loss.count;
+    kinds.line = std::min(kinds.line, loss.line);
+  }
+  std::vector<std::string> lines;
+  for (const auto& [rule, kinds] : rules) {
+    std::string list;
+    for (const auto& [kind, count] : kinds.counts) {
+      if (!list.empty()) list += ", ";
+      list += base::quotable(kind) + " " + std::to_string(count);
+    }
+    lines.push_back(
+        texts(TextId::LossOfRule, {textOf(rule, texts), list, std::to_string(kinds.line)}));
+  }
+  return lines;
+}
+
+/// Whether what was not recognised is the same as what the exact rules would draw of it.
+bool areAllKept(const ConversionResult& result) {
+  return std::all_of(result.unknownKinds.begin(), result.unknownKinds.end(), [&](const auto& kind) {
+    return std::any_of(result.losses.begin(), result.losses.end(), [&](const NamedLoss& loss) {
+      return loss.rule == LossRule::UnknownKind && loss.kind == kind.first;
+    });
+  });
 }
 
 /// The lines under construction.
@@ -52,7 +93,7 @@ class FindingText {
     putOutlines(detail.gaps);
     putOffsets();
     if (findings_.namedSignals) add(TextId::SignalsNamed, {});
-    if (nothingLost(findings_)) add(TextId::EverythingConverted, {});
+    if (nothingLost(result_.losses)) add(TextId::EverythingConverted, {});
     return std::move(lines_);
   }
 
@@ -92,40 +133,21 @@ class FindingText {
          shortLength(size.x), shortLength(size.y)});
   }
 
-  std::string textOf(LossRule rule) const {
-    return std::string(texts_(kLossTexts[static_cast<std::size_t>(rule)]));
-  }
-
   void putLosses() {
-    for (const NamedLoss& loss : findings_.losses) {
+    for (const NamedLoss& loss : result_.losses) {
       add(TextId::LossLine,
-          {textOf(loss.rule), std::to_string(loss.count), base::quotable(loss.kind),
+          {textOf(loss.rule, texts_), std::to_string(loss.count), base::quotable(loss.kind),
            base::quotable(loss.layer), std::to_string(loss.line)});
     }
   }
 
-  /// A line for each rule, with the kinds that it met; of those by which things were not drawn, or
-  /// of all others.
+  /// Of the rules by which things were not drawn, or of all others.
   void putRules(bool notDrawn) {
-    struct Kinds {
-      std::map<std::string, std::uint64_t> counts;
-      std::uint64_t line = std::numeric_limits<std::uint64_t>::max();
-    };
-    std::map<LossRule, Kinds> rules;
-    for (const NamedLoss& loss : findings_.losses) {
-      if ((exact::groupOf(loss.rule) == exact::LossGroup::NotDrawn) != notDrawn) continue;
-      Kinds& kinds = rules[loss.rule];
-      kinds.counts[loss.kind] += loss.count;
-      kinds.line = std::min(kinds.line, loss.line);
-    }
-    for (const auto& [rule, kinds] : rules) {
-      std::string list;
-      for (const auto& [kind, count] : kinds.counts) {
-        if (!list.empty()) list += ", ";
-        list += base::quotable(kind) + " " + std::to_string(count);
-      }
-      add(TextId::LossOfRule, {textOf(rule), list, std::to_string(kinds.line)});
-    }
+    const std::vector<std::string> lines =
+        ruleLines(result_.losses, texts_, [notDrawn](const NamedLoss& loss) {
+          return (rules::groupOf(loss.rule) == rules::LossGroup::NotDrawn) == notDrawn;
+        });
+    lines_.insert(lines_.end(), lines.begin(), lines.end());
   }
 
   void putOutlines(std::size_t most) {
@@ -170,11 +192,11 @@ class FindingText {
 
 }  // namespace
 
-bool nothingLost(const ExactFindings& findings) {
-  return std::all_of(findings.losses.begin(), findings.losses.end(), [](const NamedLoss& loss) {
+bool nothingLost(const std::vector<NamedLoss>& losses) {
+  return std::all_of(losses.begin(), losses.end(), [](const NamedLoss& loss) {
     // Hints, and what EAGLE's own font does to every text, are no losses.
     const bool isNote = loss.rule == LossRule::FineFill || loss.rule == LossRule::TextShapes;
-    return isNote || exact::groupOf(loss.rule) == exact::LossGroup::Cleaned;
+    return isNote || rules::groupOf(loss.rule) == rules::LossGroup::Cleaned;
   });
 }
 
@@ -192,6 +214,20 @@ std::vector<std::string> allFindingLines(const ConversionResult& result,
                                          const texts::Texts& texts) {
   if (!result.exact) return {};
   return FindingText(result, texts).take(kAll);
+}
+
+std::vector<std::string> classicLossLines(const ConversionResult& result, const texts::Texts& texts,
+                                          std::string_view option) {
+  if (result.exact || result.losses.empty()) return {};
+  // A warning names the kinds already; who reads it has to be told which of them would be kept.
+  const bool areNamed = areAllKept(result);
+  std::vector<std::string> lines =
+      ruleLines(result.losses, texts, [areNamed](const NamedLoss& loss) {
+        return !areNamed || loss.rule != LossRule::UnknownKind;
+      });
+  lines.push_back(option.empty() ? std::string(texts(TextId::ExactWouldKeep))
+                                 : texts(TextId::ExactWouldKeepBy, {option}));
+  return lines;
 }
 
 }  // namespace quillon::convert

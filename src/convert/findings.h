@@ -1,13 +1,15 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "convert/driver.h"
 
 namespace quillon::convert {
 
-// What the exact rules have found out, in words. Empty for a conversion by other rules.
+// What the exact rules have found out, in words; empty for a conversion by other rules, but for the
+// last function.
 
 /// What to be warned of: a unit that makes no sense, and a line for each rule by which something
 /// was not drawn.
@@ -21,6 +23,13 @@ std::vector<std::string> findingLines(const ConversionResult& result, const text
 std::vector<std::string> allFindingLines(const ConversionResult& result, const texts::Texts& texts);
 
 /// True when nothing was left out, hidden or simplified.
-bool nothingLost(const ExactFindings& findings);
+bool nothingLost(const std::vector<NamedLoss>& losses);
+
+/// For a conversion by the classic rules: a line for each rule by which they show something
+/// otherwise than the exact ones, and the hint that those would keep it, with the option for them
+/// (as it is spelt on a command line; "" where there is none). Kinds that a warning names as not
+/// recognised are left out where the exact rules draw all of them.
+std::vector<std::string> classicLossLines(const ConversionResult& result, const texts::Texts& texts,
+                                          std::string_view option);
 
 }  // namespace quillon::convert

@@ -21,6 +21,7 @@ classic::Settings classicSettings(const ConversionJob& job, const dxf::Drawing& 
   settings.angDir = drawing.angDir;
   settings.ltScale = drawing.ltScale;
   settings.pointSize = drawing.pointSize;
+  settings.quarterTurns = job.targetKind == kSchematic || job.targetKind == kSymbol;
   return settings;
 }
 

@@ -5,6 +5,7 @@
 
 #include "base/encoding.h"
 #include "base/run_time_error.h"
+#include "classic/loss_notes.h"
 #include "convert/block_library.h"
 #include "convert/listeners.h"
 #include "convert/report.h"
@@ -101,6 +102,7 @@ class Run {
 
   void convert() {
     drawing_.everyKind = isExact();
+    if (!isExact()) drawing_.otherEntities.want(classic::kindsOfOtherRules());
     dxf::readDefinitions(drawing_, reader_);
     const ScriptFrame frame = loadFrameOrFail();
     LayerAssignment layers(files_.layers, job_.defaultLayer, drawing_.encoding);
@@ -130,7 +132,12 @@ class Run {
     target.writeScriptTrailer();
     script.flush();
     collect(script, *translation);
-    if (ruleSet.exact != nullptr) collect(*ruleSet.exact);
+    geometry::Point moved{job_.offsetX, job_.offsetY};
+    if (ruleSet.exact != nullptr) {
+      moved = moved + ruleSet.exact->movedBy();
+      collect(*ruleSet.exact, moved);
+    }
+    collectLosses(*translation, moved);
     if (job_.report) {
       result_.report = buildReport(job_, result_, drawing_, layers, library, conversion_.texts,
                                    surroundings_.now());
@@ -272,15 +279,19 @@ class Run {
     }
   }
 
-  void collect(const exact::RuleSet& rules) {
+  /// With their places in the script, whose points have all been moved by the same.
+  void collectLosses(rules::Translation& translation, geometry::Point moved) {
+    const rules::LossList losses = translation.takeLosses();
+    for (const rules::Loss& loss : losses.all()) {
+      result_.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
+                                base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
+                                loss.at + moved, loss.most});
+    }
+  }
+
+  void collect(const exact::RuleSet& rules, geometry::Point moved) {
     ExactFindings& findings = *result_.exact;
     findings.offsets = {job_.offsetX, job_.offsetY};
-    const geometry::Point moved = rules.movedBy() + findings.offsets;
-    for (const exact::Loss& loss : rules.losses().all()) {
-      findings.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
-                                 base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
-                                 loss.at + moved, loss.most});
-    }
     for (const auto& [name, count] : rules.otherCounts()) {
       findings.otherCounts[base::toUtf8(name, drawing_.encoding)] += count;
     }

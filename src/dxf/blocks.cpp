@@ -5,6 +5,7 @@
 #include "base/number_text.h"
 #include "base/run_time_error.h"
 #include "dxf/entity_walk.h"
+#include "dxf/line_counter.h"
 
 namespace quillon::dxf {
 namespace {
@@ -34,10 +35,13 @@ void readBlockHeader(Drawing& drawing, LineCursor lines, BlockRec& block) {
 
 void readItems(Drawing& drawing, LineCursor lines, BlockRec& block) {
   block.items = drawing.store.startList();
+  LineCounter counter(block.text.begin, block.firstLine, drawing.lineEnds.eolChar);
   EntityWalk walk(drawing, lines);
+  walk.countBy(counter, drawing.blocks.size());
   for (DxfEntity entity; !walk.atEnd();) {
     if (walk.step(entity) && !drawing.everyKind) drawing.store.append(block.items, entity);
   }
+  drawing.otherEntities.finish();
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "dxf/entity_kinds.h"
 #include "dxf/entity_store.h"
 #include "dxf/header_values.h"
+#include "dxf/other_entities.h"
 #include "dxf/records.h"
 #include "dxf/table_entries.h"
 #include "dxf/text_arena.h"
@@ -63,6 +64,7 @@ struct Drawing {
   std::deque<LayerRec> layers;
   std::deque<BlockRec> blocks;
   EntityStore store;  ///< the entities of all blocks
+  OtherEntities otherEntities{arena};
 
   /// Number of LWPOLYLINE and LEADER entities read so far, in blocks or not: their vertex lists are
   /// numbered from 1 and read from the text on demand.

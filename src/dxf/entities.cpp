@@ -21,6 +21,7 @@ class SectionReading {
       reader_.poll(true);
       if (reader_.cancelled()) break;
     }
+    drawing_.otherEntities.finish();
     sink_.endOfEntities();
     if (count_ > 0) reader_.monitor().setStatus(base::ReadPhase::Entities, count_);
   }
@@ -33,6 +34,7 @@ class SectionReading {
                       source.lineEnds().eolChar);
     EntityWalk walk(drawing_, LineCursor(reader_.window(), source.lineEnds()), "ENDSEC",
                     !source.atFileEnd());
+    walk.countBy(lines);
     while (!walk.atEnd()) {
       const char* const start = walk.position();
       if (lost_) {
@@ -43,6 +45,7 @@ class SectionReading {
       switch (step(walk)) {
         case Step::Entity:
           ++count_;
+          entity_.lines = &lines;
           if (drawing_.everyKind) entity_.line = lines.lineAt(entity_.groups);
           sink_.takeEntity(entity_);
           break;

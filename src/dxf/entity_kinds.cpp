@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "dxf/entity_marks.h"
+
 namespace quillon::dxf {
 namespace {
 
@@ -55,6 +57,35 @@ constexpr SlotRow kRows[] = {
     {Shape, {8, 6}},
 };
 
+/// Groups that have no slot but give marks.
+struct MarkRow {
+  std::initializer_list<EntityKind> kinds;  ///< empty: all
+  int code;
+  Marking marking;
+};
+
+constexpr MarkRow kMarkRows[] = {
+    {{}, 60, Marking::Invisible},
+    {{}, 67, Marking::PaperSpace},
+    {{}, 210, Marking::Extrusion},
+    {{Trace}, 220, Marking::Extrusion},
+    {{Trace}, 230, Marking::ExtrusionDown},
+    {{Text, Attrib, Attdef}, 72, Marking::Alignment},
+    {{Text}, 73, Marking::Alignment},
+    {{Attrib, Attdef}, 74, Marking::Alignment},
+    {{Text, Attrib, Attdef}, 71, Marking::TextMirror},
+    {{Mtext}, 71, Marking::Attachment},
+    {{Mtext}, 3, Marking::EarlierText},
+    {{Mtext}, 11, Marking::DirectionX},
+    {{Mtext}, 21, Marking::DirectionY},
+    {{Attrib, Attdef}, 70, Marking::AttributeFlags},
+    {{Insert}, 70, Marking::Cells},
+    {{Insert}, 71, Marking::Cells},
+    {{Leader}, 71, Marking::Arrow},
+    {{Leader}, 72, Marking::PathKind},
+    {{Vertex}, 41, Marking::EndWidth},
+};
+
 constexpr std::size_t mostSlots() {
   std::size_t most = 0;
   for (const SlotRow& row : kRows) most = std::max(most, row.codes.size());
@@ -75,10 +106,27 @@ constexpr SlotLayout makeLayout(const SlotRow& row) {
   return layout;
 }
 
+constexpr bool isFor(const MarkRow& row, EntityKind wanted) {
+  if (row.kinds.size() == 0) return true;
+  for (const EntityKind kind : row.kinds) {
+    if (kind == wanted) return true;
+  }
+  return false;
+}
+
 constexpr std::array<SlotLayout, kEntityKindCount> makeLayouts() {
   std::array<SlotLayout, kEntityKindCount> layouts;
   for (SlotLayout& layout : layouts) layout.slotOfCode.fill(kNoSlot);
   for (const SlotRow& row : kRows) layouts[static_cast<std::size_t>(row.kind)] = makeLayout(row);
+  for (const MarkRow& mark : kMarkRows) {
+    for (const SlotRow& row : kRows) {
+      if (isFor(mark, row.kind)) {
+        layouts[static_cast<std::size_t>(row.kind)]
+            .slotOfCode[static_cast<std::size_t>(mark.code)] =
+            static_cast<std::uint8_t>(mark.marking);
+      }
+    }
+  }
   return layouts;
 }
 

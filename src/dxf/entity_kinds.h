@@ -54,7 +54,8 @@ struct SlotLayout {
   std::uint8_t lineType = kNoSlot;    ///< slot of group 6, upper-cased; default: the layer's
   std::uint8_t extrusionX = kNoSlot;  ///< slot that decides about mirroring in x (group 230)
   std::uint8_t extrusionY = kNoSlot;  ///< slot that decides about mirroring in y (group 220)
-  /// Slot of each group code from 0 to 255; kNoSlot for codes that this kind ignores.
+  /// Slot of each group code from 0 to 255, or its Marking (see entity_marks.h); kNoSlot for codes
+  /// that this kind ignores.
   std::array<std::uint8_t, 256> slotOfCode{};
 };
 

@@ -61,8 +61,11 @@ const LayerUse& EntityReader::layerLineType(std::string_view layerName) {
     LayerUse use;
     use.name = drawing_.arena.keep(base::upperCase(layerName, drawing_.encoding));
     use.number = layers_.size();
-    if (const LayerRec* const record = drawing_.findLayer(use.name))
+    if (const LayerRec* const record = drawing_.findLayer(use.name)) {
       use.lineType = record->lineType;
+      use.isOff = base::numberValue(record->colour) < 0.0;
+      use.isFrozen = base::isOddNumber(record->flags);
+    }
     place = layers_.emplace(drawing_.arena.keep(layerName), use).first;
   }
   recent = {place->first, &place->second};

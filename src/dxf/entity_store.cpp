@@ -8,11 +8,13 @@
 namespace quillon::dxf {
 namespace {
 
-// An entity is a row of words: kind and filled slots; its address in the text (two words); for
-// kinds with a side record, its number and the length of the groups (two words); then each filled
-// slot, as one word or, when it is far away or long, as kLongSlot and four words.
+// An entity is a row of words: kind, filled slots and marks; its address in the text (two words);
+// for kinds with a side record, its number and the length of the groups (two words); then each
+// filled slot, as one word or, when it is far away or long, as kLongSlot and four words.
 constexpr std::uint64_t kMostWords = 6 + 5 * kMaxSlots;
 constexpr unsigned kKindBits = 8;
+constexpr unsigned kMarksAt = kKindBits + kMaxSlots;
+constexpr std::uint32_t kSlotMask = (1U << kMaxSlots) - 1;
 constexpr unsigned kLengthBits = 12;
 constexpr std::uint32_t kLengthMask = (1U << kLengthBits) - 1;
 constexpr std::uint64_t kFarthest = (1U << (32 - kLengthBits)) - 1;
@@ -51,7 +53,8 @@ void EntityStore::append(EntityList& list, const DxfEntity& entity) {
   if (list.count == 0) list.first = used_;
   ++list.count;
   std::uint32_t* out = start;
-  *out++ = static_cast<std::uint32_t>(entity.kind) | entity.filled << kKindBits;
+  *out++ = static_cast<std::uint32_t>(entity.kind) | entity.filled << kKindBits |
+           entity.marks << kMarksAt;
   putAddress(out, entity.groups);
   if (hasSideRecord(entity.kind)) {
     *out++ = static_cast<std::uint32_t>(entity.sideIndex);
@@ -94,7 +97,8 @@ bool EntityCursor::next(DxfEntity& entity) {
   const std::uint32_t* in = start;
   const std::uint32_t head = *in++;
   entity.kind = static_cast<EntityKind>(head & ((1U << kKindBits) - 1));
-  entity.filled = head >> kKindBits;
+  entity.filled = head >> kKindBits & kSlotMask;
+  entity.marks = head >> kMarksAt;
   entity.groups = getAddress(in);
   entity.sideIndex = 0;
   if (hasSideRecord(entity.kind)) {

@@ -9,6 +9,7 @@
 
 #include "base/number_text.h"
 #include "dxf/entity_kinds.h"
+#include "dxf/line_counter.h"
 
 namespace quillon::dxf {
 
@@ -17,6 +18,8 @@ struct LayerUse {
   std::string_view name;      ///< upper-cased
   std::string_view lineType;  ///< as in the layer table; "" when the layer is not in it
   std::size_t number = 0;     ///< dense, from 0 in order of first use
+  bool isOff = false;
+  bool isFrozen = false;
 };
 
 /// One entity: the texts of its slots as found in the drawing, or in their final form after
@@ -29,9 +32,12 @@ struct DxfEntity {
   const char* groupsEnd = nullptr;
   std::uint64_t sideIndex = 0;
   std::uint32_t filled = 0;                        ///< bit n: slot n has a text
+  std::uint32_t marks = 0;                         ///< see entity_marks.h
   std::array<std::string_view, kMaxSlots> values;  ///< valid where filled
   std::string_view name;   ///< as found; only where entities of every kind are handed on
   std::uint64_t line = 0;  ///< in the file, of its first group; likewise
+  /// Counts lines up to this entity or a later one; null in a block.
+  LineCounter* lines = nullptr;
   /// The entity's layer once complete; null for SEQEND, which has no slots.
   const LayerUse* layer = nullptr;
 

@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "base/run_time_error.h"
+#include "dxf/entity_marks.h"
 #include "dxf/group_cursor.h"
 #include "dxf/spline_points.h"
 
@@ -63,7 +64,11 @@ bool EntityWalk::step(DxfEntity& entity) {
       skipGroups(entity);
       return true;
     }
-    if (isStart) noteUnknown(name);
+    if (isStart) {
+      noteUnknown(name);
+    } else {
+      drawing_.otherEntities.visit(code, name);
+    }
     return false;
   }
   afterName_ = lines_.position();
@@ -111,6 +116,7 @@ std::string_view EntityWalk::nextLine() {
 void EntityWalk::readGroups(DxfEntity& entity) {
   entity.groups = lines_.position();
   entity.filled = 0;
+  entity.marks = 0;
   const auto& slotOfCode = slotLayout(entity.kind).slotOfCode;
   GroupCursor groups(lines_);
   FitPointRule fitPoints;
@@ -123,7 +129,11 @@ void EntityWalk::readGroups(DxfEntity& entity) {
     if (group.code < 0 || group.code > 255) continue;
     // The first occurrence of a group code fills its slot.
     const std::uint8_t slot = slotOfCode[static_cast<std::size_t>(group.code)];
-    if (slot == kNoSlot || (entity.filled >> slot & 1U) != 0) continue;
+    if (slot >= kMaxSlots) {
+      if (slot != kNoSlot) entity.marks |= marksOf(static_cast<Marking>(slot), group.value, entity);
+      continue;
+    }
+    if ((entity.filled >> slot & 1U) != 0) continue;
     entity.setValue(slot, group.value);
   }
   lines_ = groups.lines();
@@ -180,6 +190,9 @@ void EntityWalk::checkEnd() {
 
 void EntityWalk::noteUnknown(std::string_view name) {
   constexpr std::size_t kMostNames = 1000;
+  if (drawing_.otherEntities.begin(name) && counter_ != nullptr) {
+    drawing_.otherEntities.place(block_, counter_->lineAt(lines_.position()));
+  }
   if (name.empty() || isStructureName(name)) return;
   if (drawing_.unknownKinds.size() >= kMostNames && !drawing_.unknownKinds.contains(name)) {
     name = "(other)";

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "dxf/drawing.h"
+#include "dxf/line_counter.h"
 #include "dxf/line_cursor.h"
 
 namespace quillon::dxf {
@@ -17,6 +18,13 @@ class EntityWalk {
   /// may have more lines than these.
   EntityWalk(Drawing& drawing, LineCursor lines, std::string_view endMarker, bool goesOn)
       : drawing_(drawing), lines_(lines), endMarker_(endMarker), goesOn_(goesOn) {}
+
+  /// Counts lines by this counter, for a block with this index or for none, so that places of
+  /// entities that are not read are known.
+  void countBy(LineCounter& counter, std::size_t block = OtherEntities::kNoBlock) {
+    counter_ = &counter;
+    block_ = block;
+  }
 
   /// True after the end marker.
   bool ended() const { return ended_; }
@@ -59,6 +67,8 @@ class EntityWalk {
   const char* afterName_ = nullptr;
   bool inEntity_ = false;
   bool ended_ = false;
+  LineCounter* counter_ = nullptr;
+  std::size_t block_ = OtherEntities::kNoBlock;
 };
 
 }  // namespace quillon::dxf

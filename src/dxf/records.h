@@ -22,6 +22,7 @@ struct LayerRec {
   /// classic ones draw them.
   std::string_view colour;
   std::string_view lineType;  ///< as found
+  std::string_view flags{};   ///< as a number; odd for a frozen layer, which the classic rules draw
 };
 
 /// A block definition. Texts as found, the name upper-cased.

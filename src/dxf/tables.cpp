@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int16_t kDashCode = 49;
 constexpr std::int16_t kNameCode = 2;
-constexpr std::size_t kCodesLookedUp = 3;
+constexpr std::size_t kCodesLookedUp = 4;
 
 std::string_view lineAt(const SectionLines& lines, std::size_t index) {
   if (index >= lines.size()) {
@@ -156,6 +156,7 @@ void parseLayerTable(const SectionLines& lines, Drawing& drawing) {
     record.name = run.kept(0, kNameCode, drawing, true);
     record.colour = run.kept(1, 62, drawing, false);
     record.lineType = run.kept(2, 6, drawing, false);
+    record.flags = run.kept(3, 70, drawing, false);
     drawing.addLayer(record);
   });
 }

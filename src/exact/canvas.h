@@ -8,7 +8,6 @@
 
 #include "dxf/drawing.h"
 #include "exact/entity.h"
-#include "exact/losses.h"
 #include "exact/options.h"
 #include "exact/shapes.h"
 #include "geometry/curve.h"
@@ -17,8 +16,12 @@
 #include "geometry/loops.h"
 #include "geometry/spline.h"
 #include "rules/cancel_poll.h"
+#include "rules/losses.h"
 
 namespace quillon::exact {
+
+using rules::LossList;
+using rules::LossRule;
 
 /// Draws blocks. They are drawn after the function that asks for it has returned.
 class BlockDrawer {

@@ -7,12 +7,12 @@
 #include <variant>
 #include <vector>
 
-#include "exact/losses.h"
 #include "exact/options.h"
 #include "exact/outlines.h"
 #include "exact/shapes.h"
 #include "geometry/affine.h"
 #include "geometry/box.h"
+#include "rules/losses.h"
 
 namespace quillon::exact {
 

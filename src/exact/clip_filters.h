@@ -7,9 +7,12 @@
 #include <string_view>
 
 #include "dxf/entities.h"
-#include "exact/losses.h"
+#include "rules/losses.h"
 
 namespace quillon::exact {
+
+using rules::LossList;
+using rules::LossRule;
 
 /// Finds insertions that a CAD program shows only within a boundary. The extension dictionary of
 /// such an INSERT has an entry ACAD_FILTER: a dictionary with an entry SPATIAL. Dictionaries come

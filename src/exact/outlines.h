@@ -5,11 +5,14 @@
 #include <variant>
 #include <vector>
 
-#include "exact/losses.h"
 #include "exact/options.h"
 #include "exact/shapes.h"
+#include "rules/losses.h"
 
 namespace quillon::exact {
+
+using rules::LossList;
+using rules::LossRule;
 
 /// A shape of one layer, or nothing where another one has taken it in.
 struct HeldShape {

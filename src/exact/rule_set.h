@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 
 #include "eagle/commands.h"
 #include "exact/cleaning.h"
@@ -56,7 +57,7 @@ class RuleSet final : public rules::Translation {
   const Translator::NamedCounts& otherCounts() const { return translator_.otherCounts(); }
   const Translator::NamedCounts& otherLeftOut() const { return translator_.otherLeftOut(); }
 
-  const LossList& losses() const { return losses_; }
+  LossList takeLosses() override { return std::move(losses_); }
   /// By how much everything is moved in the script, the job's offsets aside.
   Point movedBy() const { return writer_.movedBy(); }
   /// Around everything that was written, in the same coordinates.

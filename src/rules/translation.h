@@ -7,6 +7,7 @@
 #include "dxf/drawing.h"
 #include "dxf/entities.h"
 #include "geometry/placement.h"
+#include "rules/losses.h"
 
 namespace quillon::rules {
 
@@ -49,6 +50,9 @@ class Translation : public dxf::EntitySink {
   virtual const EntityCounts& leftOut() const = 0;
   /// Position of the entity translated last, for error messages; may be null.
   virtual const char* currentPosition() const = 0;
+  /// What is not shown as it is, once everything has been translated. To be called once; its texts
+  /// live as long as the drawing.
+  virtual LossList takeLosses() = 0;
 };
 
 }  // namespace quillon::rules

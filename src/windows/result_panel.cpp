@@ -194,6 +194,9 @@ QStringList ResultPanel::resultLines(const convert::ConversionResult& result) co
   for (const std::string& line : convert::findingLines(result, context_.texts())) {
     lines << toQt(line);
   }
+  for (const std::string& line : convert::classicLossLines(result, context_.texts(), {})) {
+    lines << toQt(line);
+  }
   if (result.outcome == convert::Outcome::Cancelled)
     lines << context_.text(TextId::ResultCancelled);
   if (result.rangeWarning) lines << context_.text(TextId::ResultOutsideRange);

@@ -139,9 +139,9 @@ TEST(Findings, PlacesAreThoseInTheScript) {
     EXPECT_TRUE(has(convert::findingLines(conversion.result, texts::Texts(texts::kEnglish)),
                     "Outline open at (110 50), layer 20 (line 7): next end 0.25 mm away at "
                     "(110.25 50) (line 19)"));
-    ASSERT_EQ(conversion.result.exact->losses.size(), 1U);
-    EXPECT_EQ(conversion.result.exact->losses[0].at.x, 101.0);
-    EXPECT_EQ(conversion.result.exact->losses[0].at.y, 52.0);
+    ASSERT_EQ(conversion.result.losses.size(), 1U);
+    EXPECT_EQ(conversion.result.losses[0].at.x, 101.0);
+    EXPECT_EQ(conversion.result.losses[0].at.y, 52.0);
   }
 }
 

@@ -58,8 +58,8 @@ class ExactDrawing {
   /// A line for each loss: "unknown-kind BODY 2 line 13".
   std::string losses() const {
     std::string text;
-    for (const exact::Loss& loss : losses_.all()) {
-      text += std::string(exact::wordOf(loss.rule)) + " " + std::string(loss.kind) + " " +
+    for (const rules::Loss& loss : losses_.all()) {
+      text += std::string(rules::wordOf(loss.rule)) + " " + std::string(loss.kind) + " " +
               std::to_string(loss.count) + " line " + std::to_string(loss.line) + "\n";
     }
     return text;

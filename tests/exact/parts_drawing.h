@@ -65,8 +65,9 @@ class PartsDrawing {
     rules.beginScript();
     dxf::readContents(drawing_, reader, rules, true);
     rules.finish();
-    for (const exact::Loss& loss : rules.losses().all()) {
-      losses_ += std::string(exact::wordOf(loss.rule)) + " " + std::to_string(loss.count) + " (" +
+    const rules::LossList losses = rules.takeLosses();
+    for (const rules::Loss& loss : losses.all()) {
+      losses_ += std::string(rules::wordOf(loss.rule)) + " " + std::to_string(loss.count) + " (" +
                  shortNumber(loss.at.x) + " " + shortNumber(loss.at.y) + ")\n";
     }
     gaps_ = rules.outlines().gaps;

@@ -9,10 +9,10 @@ namespace quillon::testing {
 /// The losses of a drawing by their names, without that of all texts: "text-turned text-cut".
 inline std::string textLosses(const ExactDrawing& drawing) {
   std::string names;
-  for (const exact::Loss& loss : drawing.lossList().all()) {
+  for (const rules::Loss& loss : drawing.lossList().all()) {
     if (loss.rule == exact::LossRule::TextShapes) continue;
     if (!names.empty()) names += " ";
-    names += exact::wordOf(loss.rule);
+    names += rules::wordOf(loss.rule);
   }
   return names;
 }

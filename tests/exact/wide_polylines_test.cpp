@@ -37,8 +37,8 @@ Options wideAs(WideLines lines) {
 /// Rules, numbers and the largest measures of the losses: "round-ends 1 0.2".
 std::string measuredLosses(const ExactDrawing& drawing) {
   std::string text;
-  for (const exact::Loss& loss : drawing.lossList().all()) {
-    text += std::string(exact::wordOf(loss.rule)) + " " + std::to_string(loss.count) + " " +
+  for (const rules::Loss& loss : drawing.lossList().all()) {
+    text += std::string(rules::wordOf(loss.rule)) + " " + std::to_string(loss.count) + " " +
             shortNumber(loss.most) + "\n";
   }
   return text;

@@ -149,11 +149,11 @@ std::string extents(const eagle::Extents& box) {
   return members.close();
 }
 
-std::string losses(const convert::ExactFindings& findings) {
+std::string losses(const ConversionResult& result) {
   Members list('[');
-  for (const convert::NamedLoss& loss : findings.losses) {
+  for (const convert::NamedLoss& loss : result.losses) {
     Members members('{');
-    members.add("rule", jsonString(exact::wordOf(loss.rule)));
+    members.add("rule", jsonString(rules::wordOf(loss.rule)));
     members.add("kind", jsonString(loss.kind));
     members.add("count", std::to_string(loss.count));
     members.add("line", std::to_string(loss.line));
@@ -253,9 +253,9 @@ std::string toJson(const ConversionResult& result, const Written& others,
   members.add("damaged", dropped(result));
   members.add("extents", extents(result.extents));
   members.add("rangeWarning", result.rangeWarning ? "true" : "false");
+  if (result.exact) members.add("unit", unit(result.exact->unit));
+  if (written || result.exact) members.add("losses", losses(result));
   if (result.exact) {
-    members.add("unit", unit(result.exact->unit));
-    members.add("losses", losses(*result.exact));
     members.add("gaps", gaps(result.exact->outlines));
   }
   members.add("messages", messageList(messages));

@@ -334,6 +334,9 @@ class Runner {
     for (const std::string& line : convert::findingLines(result, texts_)) {
       text += line + "\n";
     }
+    for (const std::string& line : convert::classicLossLines(result, texts_, "--rules exact")) {
+      text += line + "\n";
+    }
     if (!written.preview.empty()) {
       text += texts_(TextId::PreviewWritten, {base::quotable(written.preview)}) + "\n";
     }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <string_view>
 #include <tuple>
@@ -10,14 +11,20 @@
 #include "geometry/affine.h"
 #include "geometry/point.h"
 
-namespace quillon::exact {
+namespace quillon::rules {
 
-enum class LossGroup : std::uint8_t { NotDrawn, Hidden, Simplified, Cleaned };
+enum class LossGroup : std::uint8_t {
+  NotDrawn,
+  Hidden,   ///< not drawn, as the drawing hides it
+  Surplus,  ///< drawn, though the drawing hides it
+  Simplified,
+  Cleaned,
+};
 
 /// The rules by which something of the drawing is left out or changed.
 enum class LossRule : std::uint8_t {
 #define LOSS(name, group, word) name,
-#include "exact/loss_rules.def"
+#include "rules/loss_rules.def"
 #undef LOSS
 };
 
@@ -56,6 +63,16 @@ class LossList {
   void addPlaced(const Event& event, std::uint64_t count);
   /// Where the places of events to come are seen: from their coordinates to the script's.
   void setPlace(const geometry::Affine& place) { place_ = place; }
+  /// Counts one more of what has been added before; false when there is none of it. Quick where the
+  /// names are the same characters as before, not merely equal ones.
+  bool addAgain(LossRule rule, std::string_view kind, std::string_view layer) {
+    const Recent& recent = recent_[placeOf(rule, kind, layer)];
+    const bool isSame = recent.index < losses_.size() && recent.rule == rule &&
+                        isSameText(recent.kind, kind) && isSameText(recent.layer, layer);
+    if (!isSame) return findAgain(rule, kind, layer);
+    ++losses_[recent.index].count;
+    return true;
+  }
 
   const std::vector<Loss>& all() const { return losses_; }
   std::uint64_t countOf(LossRule rule) const;
@@ -65,6 +82,26 @@ class LossList {
   geometry::Affine place_;
   std::vector<Loss> losses_;
   std::map<Key, std::size_t> index_;
+
+  /// Where a loss is that was met lately.
+  struct Recent {
+    std::string_view kind;
+    std::string_view layer;
+    LossRule rule{};
+    std::size_t index = std::numeric_limits<std::size_t>::max();
+  };
+  static constexpr std::size_t kRecent = 256;
+  static bool isSameText(std::string_view a, std::string_view b) {
+    return a.data() == b.data() && a.size() == b.size();
+  }
+  static std::size_t placeOf(LossRule rule, std::string_view kind, std::string_view layer) {
+    const auto bits = [](const char* text) { return reinterpret_cast<std::uintptr_t>(text); };
+    const std::uintptr_t names = bits(kind.data()) * 3 + bits(layer.data()) * 5;
+    return (names + names / kRecent + static_cast<std::size_t>(rule) * 7) % kRecent;
+  }
+  bool findAgain(LossRule rule, std::string_view kind, std::string_view layer);
+
+  std::vector<Recent> recent_ = std::vector<Recent>(kRecent);
 };
 
-}  // namespace quillon::exact
+}  // namespace quillon::rules

@@ -1,9 +1,9 @@
-#include "exact/losses.h"
+#include "rules/losses.h"
 
 #include <algorithm>
 #include <array>
 
-namespace quillon::exact {
+namespace quillon::rules {
 namespace {
 
 struct Row {
@@ -12,7 +12,7 @@ struct Row {
 };
 constexpr auto kRows = std::to_array<Row>({
 #define LOSS(name, group, word) {LossGroup::group, word},
-#include "exact/loss_rules.def"
+#include "rules/loss_rules.def"
 #undef LOSS
 });
 
@@ -35,10 +35,18 @@ void LossList::addPlaced(const Event& event, std::uint64_t count) {
   loss.most = std::max(loss.most, event.measure);
 }
 
+bool LossList::findAgain(LossRule rule, std::string_view kind, std::string_view layer) {
+  const auto found = index_.find(Key(rule, kind, layer));
+  if (found == index_.end()) return false;
+  recent_[placeOf(rule, kind, layer)] = {kind, layer, rule, found->second};
+  ++losses_[found->second].count;
+  return true;
+}
+
 std::uint64_t LossList::countOf(LossRule rule) const {
   std::uint64_t count = 0;
   for (const Loss& loss : losses_) count += loss.rule == rule ? loss.count : 0;
   return count;
 }
 
-}  // namespace quillon::exact
+}  // namespace quillon::rules

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+#include "base/encoding.h"
+#include "classic/context.h"
+#include "classic/loss_notes.h"
+#include "dxf/entity_values.h"
+#include "dxf/group_cursor.h"
+#include "dxf/placed_values.h"
+#include "dxf/polyline_values.h"
+#include "geometry/placement.h"
+
+namespace quillon::classic {
+
+using geometry::Mirror;
+using geometry::Placement;
+
+// Each note what the classic rules do to an entity of a kind that the exact rules show in another
+// way. The notes have to be on.
+
+/// An entity and how it is placed.
+struct PlacedEntity {
+  const dxf::DxfEntity& entity;
+  const Mirror& mirror;
+  const Placement& placement;
+};
+
+/// Whether an entity is neither seen from above nor from below.
+bool isOblique(const dxf::DxfEntity& entity);
+
+/// Kinds in coordinates of the world: they are mirrored though they should not be.
+inline void checkWorld(LossNotes& notes, const Mirror& mirror, Point at) {
+  if (mirror.x < 0.0 || mirror.y < 0.0) notes.note(LossRule::ExtrusionIgnored, at);
+}
+
+void checkArc(LossNotes& notes, const PlacedEntity& placed, const dxf::ArcValues& arc,
+              const Settings& settings);
+void checkCircle(LossNotes& notes, const PlacedEntity& placed, const dxf::CircleValues& circle);
+void checkEllipse(LossNotes& notes, const dxf::EllipseValues& ellipse, bool asWires, Point centre);
+/// A SPLINE that has too few control points to be drawn.
+void checkShortSpline(LossNotes& notes, dxf::GroupCursor groups);
+/// SOLID, TRACE and 3DFACE.
+void checkArea(LossNotes& notes, const PlacedEntity& placed, const std::array<Point, 4>& corners,
+               bool isFilled);
+void checkInsert(LossNotes& notes, const PlacedEntity& placed, const dxf::InsertValues& insert,
+                 Point at);
+struct TextSurroundings {
+  bool isInBlock = false;
+  base::Encoding encoding = base::Encoding::Windows1252;
+  /// The exact rules turn texts by multiples of 90 degrees only, and mirror none.
+  bool quarterTurns = false;
+};
+/// Texts of every kind; `at` is where the text is written.
+void checkText(LossNotes& notes, const PlacedEntity& placed, const dxf::TextValues& text,
+               const TextSurroundings& around, Point at);
+/// A block that is inserted; `asPart`: as a part of a library.
+void checkBlock(LossNotes& notes, Point base, const Placement& placement, bool asPart, Point at);
+
+/// The losses of one polyline, each of which is noted once, however many vertices have it.
+class PolylineLosses {
+ public:
+  explicit PolylineLosses(LossNotes& notes) : notes_(notes) {}
+
+  /// `asPolygon`: it becomes an area.
+  void begin(const PlacedEntity& placed, bool asPolygon, bool withoutWidth);
+  /// An LWPOLYLINE or LEADER; after its vertices.
+  void checkKind(const PlacedEntity& placed);
+  /// A POLYLINE; before its vertices.
+  void checkKind(const PlacedEntity& placed, const dxf::PolylineValues& polyline);
+  /// The next vertex; `isTapered`: the width changes up to the vertex after it.
+  void add(Point at, double bulge, bool isTapered) {
+    if (!isWatched_) return;
+    if (vertices_ == 0) first_ = at;
+    const bool isCurved = watchesArcs_ && (bulge >= kSmallestBulge || bulge <= -kSmallestBulge);
+    if (isCurved || wasTapered_ || (asPolygon_ && vertices_ == 1)) take(at, isCurved);
+    wasTapered_ = isTapered && watchesWidths_;
+    ++vertices_;
+  }
+
+ private:
+  void take(Point at, bool isCurved);
+
+  LossNotes& notes_;
+  bool isWatched_ = false;
+  bool asPolygon_ = false;
+  bool watchesArcs_ = false;    ///< bulges are not shown as they should be
+  bool watchesWidths_ = false;  ///< tapering widths count
+  bool wasTapered_ = false;
+  std::size_t vertices_ = 0;
+  Point first_;
+};
+
+}  // namespace quillon::classic
