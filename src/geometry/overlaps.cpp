@@ -15,9 +15,8 @@
 namespace quillon::geometry {
 namespace {
 
-/// Radians; lines that turn from each other by less than half of it are compared.
-constexpr double kAngleCell = 1e-4;
 constexpr std::size_t kMostOpen = 16;
+constexpr std::size_t kPartsPerCheck = 64;
 
 /// A stroke by the line or circle that it is part of, and from where to where.
 struct Part {
@@ -110,18 +109,21 @@ std::optional<Stroke> unionOfArcs(const Stroke& one, const Stroke& other, double
 
 class Merger {
  public:
-  Merger(std::vector<Stroke>& strokes, double resolution)
+  Merger(std::vector<Stroke>& strokes, double resolution, const Box& others,
+         std::vector<Union>& unions, const StopCheck& stop)
       : strokes_(strokes),
         resolution_(resolution),
+        unions_(unions),
+        stop_(stop),
         kept_(strokes.size(), true),
         isChanged_(strokes.size(), false) {
-    Box box;
+    Box box = others;
     for (const Stroke& stroke : strokes) {
       box.add(stroke.edge.from);
       box.add(stroke.edge.to);
     }
-    if (!strokes.empty()) origin_ = box.low + (box.high - box.low) * 0.5;
-    size_ = strokes.empty() ? 0.0 : norm(box.high - box.low);
+    if (!box.empty()) origin_ = box.low + (box.high - box.low) * 0.5;
+    offsetCell_ = overlapOffsetCell(resolution, box.diagonal());
   }
 
   /// Strokes that are near each other are in the same cell of one of several grids at least, each
@@ -147,17 +149,16 @@ class Merger {
     const Point way = rightOrUpwards(edge, upwards_);
     const auto [low, high] =
         std::minmax({dot(way, edge.from - origin_), dot(way, edge.to - origin_)});
-    const double offsetCell = 16.0 * resolution_ + kAngleCell * size_;
-    return {
-        {std::atan2(way.y, way.x) / kAngleCell, cross(way, edge.from - origin_) / offsetCell, 0.0},
-        low,
-        high,
-        i};
+    return {{std::atan2(way.y, way.x) / kOverlapAngleCell,
+             cross(way, edge.from - origin_) / offsetCell_, 0.0},
+            low,
+            high,
+            i};
   }
 
   Part partOfArc(std::size_t i) const {
     const Round turn = roundOf(strokes_[i]);
-    const double cell = 16.0 * resolution_;
+    const double cell = overlapCircleCell(resolution_);
     const Point centre = (turn.circle.centre - origin_) * (1.0 / cell);
     return {
         {centre.x, centre.y, turn.circle.radius / cell}, turn.start, turn.start + turn.sweep, i};
@@ -206,6 +207,7 @@ class Merger {
     HashFilter once(parts_.size());
     HashFilter twice(parts_.size());
     for (std::size_t i = 0; i < parts_.size(); ++i) {
+      if (i % kPartsPerCheck == 0 && stop_()) return {};
       hashes_[i] = hashOf(inCell(parts_[i], shift));
       if (once.add(hashes_[i])) twice.add(hashes_[i]);
     }
@@ -239,6 +241,7 @@ class Merger {
     std::vector<std::size_t> open;
     const std::size_t rounds = lines_ ? 1 : 2;
     for (std::size_t k = 0; k < rounds * parts.size(); ++k) {
+      if (k % kPartsPerCheck == 0 && stop_()) return;
       std::size_t stroke = parts[k % parts.size()].stroke;
       if (!kept_[stroke]) continue;
       std::erase_if(open, [&](std::size_t i) { return i == stroke || !kept_[i]; });
@@ -268,6 +271,7 @@ class Merger {
       strokes_[first] = *stroke;
     }
     kept_[second] = false;
+    unions_.push_back({first, strokes_[first]});
     isChanged_[first] = true;
     hasMerged_ = true;
     return true;
@@ -275,6 +279,8 @@ class Merger {
 
   std::vector<Stroke>& strokes_;
   double resolution_;
+  std::vector<Union>& unions_;
+  const StopCheck& stop_;
   std::vector<bool> kept_;
   std::vector<bool> isChanged_;  ///< since parts_ was up to date
   bool hasMerged_ = false;
@@ -284,13 +290,22 @@ class Merger {
   std::vector<Part> parts_;
   std::vector<std::uint64_t> hashes_;  ///< of each of them
   Point origin_;
-  double size_ = 0.0;
+  double offsetCell_ = 0.0;
 };
 
 }  // namespace
 
-std::vector<bool> mergeOverlaps(std::vector<Stroke>& strokes, double resolution) {
-  return Merger(strokes, resolution).merge();
+double overlapOffsetCell(double resolution, double size) {
+  return 16.0 * resolution + kOverlapAngleCell * size;
+}
+
+double overlapCircleCell(double resolution) { return 16.0 * resolution; }
+
+Circle overlapCircleOf(const Stroke& stroke) { return roundOf(stroke).circle; }
+
+std::vector<bool> mergeOverlaps(std::vector<Stroke>& strokes, double resolution, const Box& others,
+                                std::vector<Union>& unions, const StopCheck& stop) {
+  return Merger(strokes, resolution, others, unions, stop).merge();
 }
 
 }  // namespace quillon::geometry

@@ -49,6 +49,9 @@ class CancelPoll {
     return cancelled_;
   }
 
+  /// True once the user has cancelled; a limit is no cancel.
+  bool cancelled() const { return cancelled_; }
+
   /// Counts work that costs as much as this many steps.
   void addSteps(std::uint64_t steps) { steps_ += steps; }
 
