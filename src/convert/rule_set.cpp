@@ -1,5 +1,6 @@
 #include "convert/rule_set.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "classic/translator.h"
@@ -30,6 +31,7 @@ exact::Options exactOptions(const ConversionJob& job, double drawingUnit) {
       isTarget(job.targetKind) ? static_cast<exact::Target>(job.targetKind) : exact::Target::Board;
   options.unit = job.unit == base::Unit::None ? base::Unit::Mm : job.unit;
   options.factor = drawingUnit / base::unitRecord(options.unit).millimetres * job.scale;
+  if (!job.report && !job.allGaps) options.mostGaps = std::min(options.mostGaps, kGapsShown);
   constexpr int kWireOfWidth0 = 0;
   options.widthless = job.poly == kWireOfWidth0;
   return options;

@@ -4,11 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
 #include "base/number_text.h"
 #include "dxf/entity_kinds.h"
+#include "dxf/group_cursor.h"
 
 namespace quillon::dxf {
 
@@ -32,6 +34,8 @@ struct DxfEntity {
   std::array<std::string_view, kMaxSlots> values;  ///< valid where filled
   std::string_view name;   ///< as found; only where entities of every kind are handed on
   std::uint64_t line = 0;  ///< in the file, of its first group; likewise
+  /// Its groups, likewise, unless there are many; until the walk that found it goes on or is moved.
+  std::span<const Group> split;
   /// The entity's layer once complete; null for SEQEND, which has no slots.
   const LayerUse* layer = nullptr;
 

@@ -73,6 +73,7 @@ void Cleaning::finish() {
   cutEndless();
   const geometry::StopCheck stop([this] { return poll_ != nullptr && (*poll_)(); });
   for (HeldLayer* const layer : order_) {
+    if (poll_ != nullptr && poll_->cancelled()) break;
     if (options_.dropDuplicates) dropDuplicates(*layer, measures_, losses_, stop);
     joinOutlines(*layer, options_, measures_, report_, stop);
     makeHoles(*layer, options_, measures_);
@@ -87,6 +88,7 @@ void Cleaning::finish() {
   if (!std::is_sorted(gaps.begin(), gaps.end(), nearer)) {
     std::stable_sort(gaps.begin(), gaps.end(), nearer);
   }
+  gaps.resize(std::min(gaps.size(), options_.mostGaps));
 }
 
 /// Endless lines end a little outside of everything else.
@@ -121,8 +123,10 @@ void Cleaning::cutEndless() {
 
 void Cleaning::handOn(HeldLayer& layer) {
   Chain chain;
-  // After a cancel nothing more is wanted, after a limit what is there.
-  const auto isWanted = [this] { return poll_ == nullptr || !(*poll_)() || !poll_->cancelled(); };
+  // Past the limit of steps, what is there is still wanted.
+  const auto isWanted = [this] {
+    return poll_ == nullptr || !(*poll_)() || !(poll_->cancelled() || poll_->isScriptFull());
+  };
   layer.inOrder(
       [&](std::size_t i) {
         const HeldSegment& segment = layer.segments()[i];

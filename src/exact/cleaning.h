@@ -39,8 +39,8 @@ class Cleaning final : public ShapeSink {
   geometry::Box bounds() const;
 
   /// Hands on what is held, layer after layer in the order of first use, each layer in the order of
-  /// the drawing. Past the limit of steps, shapes are handed on as they are; after a cancel, no
-  /// more of them.
+  /// the drawing. Past the limit of steps, shapes are handed on as they are; after a
+  /// cancel, or when the script is full, no more of them.
   void finish();
   const OutlineReport& report() const { return report_; }
 

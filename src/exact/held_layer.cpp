@@ -39,15 +39,27 @@ Looks::Key Looks::keyOf(const Look& look) {
 std::uint32_t Looks::numberOf(const Origin& origin, const Chain& chain) {
   Look look{origin.kind,     origin.dxfLayer, chain.width,    chain.style,
             chain.cleanable, chain.isArc,     chain.isCircle, 0};
-  if (!looks_.empty() && keyOf(looks_[last_]) == keyOf(look)) return last_;
+  const auto place = reinterpret_cast<std::uintptr_t>(look.dxfLayer.data());
+  std::uint32_t& recent = recent_[(place / 8 + look.kind.size()) % recent_.size()];
+  if (recent < looks_.size() && areSame(looks_[recent], look)) return recent;
   const auto [found, isNew] =
       numbers_.try_emplace(keyOf(look), static_cast<std::uint32_t>(looks_.size()));
   if (isNew) {
     look.pen = penOf(chain);
     looks_.push_back(look);
   }
-  last_ = found->second;
-  return last_;
+  recent = found->second;
+  return recent;
+}
+
+/// Names are kept once each, so that their places tell most of them.
+bool Looks::areSame(const Look& a, const Look& b) {
+  const auto isSame = [](std::string_view one, std::string_view other) {
+    return one.data() == other.data() && one.size() == other.size();
+  };
+  return isSame(a.kind, b.kind) && isSame(a.dxfLayer, b.dxfLayer) && a.width == b.width &&
+         a.style == b.style && a.cleanable == b.cleanable && a.isArc == b.isArc &&
+         a.isCircle == b.isCircle;
 }
 
 std::uint32_t Looks::penOf(const Chain& chain) {

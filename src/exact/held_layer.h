@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -46,9 +47,10 @@ class Looks {
   using Key = std::tuple<std::string_view, std::string_view, double, Style, bool, bool, bool>;
 
   static Key keyOf(const Look& look);
+  static bool areSame(const Look& a, const Look& b);
 
   std::vector<Look> looks_;
-  std::uint32_t last_ = 0;
+  std::array<std::uint32_t, 64> recent_{};  ///< numbers that came lately
   std::map<Key, std::uint32_t> numbers_;
   std::map<std::pair<double, Style>, std::uint32_t> pens_;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -52,9 +53,13 @@ class LossList {
   std::uint64_t countOf(LossRule rule) const;
 
  private:
+  bool isOf(std::size_t index, const Event& event) const;
+
   using Key = std::tuple<LossRule, std::string_view, std::string_view>;
   std::vector<Loss> losses_;
   std::map<Key, std::size_t> index_;
+  /// Where losses that came lately are; most come again and again.
+  std::array<std::size_t, 64> recent_{};
 };
 
 }  // namespace quillon::exact

@@ -43,16 +43,26 @@ class OpenPieces {
   Chain& chainAt(const Place& place);
   void drop(const Place& place);
 
-  /// Adds what gapsBetween() tells about the ends of all pieces. `meeting` are those that may have met
-  /// others.
-  void noteGaps(const Meeting& meeting, const geometry::JoinedEnds& joined,
-                std::vector<OpenEnd>& gaps) const;
+  /// What is known of the ends when their gaps are looked for.
+  struct EndsKnown {
+    std::size_t pieces = 0;  ///< all of the layer
+    double reach = 0.0;      ///< ends that are so near to others are of meeting pieces
+    double tolerance = 0.0;  ///< within which ends were joined
+  };
+  /// Adds what nearestGaps() tells about the ends of all pieces, and returns how many gaps there
+  /// are. `meeting` are those that may have met others.
+  std::size_t noteGaps(const Meeting& meeting, const geometry::JoinedEnds& joined,
+                       const EndsKnown& known, std::size_t most, std::vector<OpenEnd>& gaps) const;
 
  private:
   const Chain* openChain(std::size_t shape) const;
+  std::uint64_t lineOf(const Place& place) const;
   std::vector<std::uint64_t> linesOfPieces() const;
   std::vector<geometry::PieceEnd> endsOfPieces(const Meeting& meeting,
-                                               const geometry::JoinedEnds& joined) const;
+                                               std::vector<geometry::PieceEnd> met) const;
+  template <typename LineOf>
+  void tell(const std::vector<geometry::Gap>& found, const LineOf& lineOfPiece,
+            std::vector<OpenEnd>& gaps) const;
 
   HeldLayer& layer_;
   const geometry::StopCheck& stop_;

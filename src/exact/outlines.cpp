@@ -35,43 +35,98 @@ class Joiner {
     const geometry::JoinedEnds ends = geometry::joinEnds(meeting_.pieces, measures_.join, stop_);
     if (stop_()) return giveBack();
     std::vector<geometry::Chain> chains = chainsOf(ends);
+    if (stop_()) return giveBack();
     report_.joinedEnds += ends.moved;
     report_.largestMove = std::max(report_.largestMove, ends.largestMove);
-    report_.openChains += pieceCount_ - meeting_.pieces.size();
-    if (wantsGaps(chains)) pieces_.noteGaps(meeting_, ends, report_.gaps);
+    report_.openChains += known_.pieces - meeting_.pieces.size();
+    if (wantsGaps(chains)) {
+      report_.gapCount += pieces_.noteGaps(meeting_, ends, known_, options_.mostGaps, report_.gaps);
+    }
     tidyShapes();
-    for (geometry::Chain& chain : chains) put(chain);
+    for (std::size_t i = 0; i < chains.size(); ++i) {
+      // Past a stop, what is left stays in pieces.
+      stop_() ? giveBack(chains[i].pieces) : put(chains[i]);
+    }
     layer_.settle();
   }
 
  private:
+  struct Ends {
+    OpenPieces::Place place;
+    Point start;
+    Point end;
+  };
+
   /// False where it was stopped.
   bool findMeeting() {
     std::size_t count = 0;
-    if (!pieces_.forEach([&](const OpenPieces::Place&, Point, Point) { ++count; })) return false;
-    geometry::EndFilter filter(2 * count, measures_.join);
+    geometry::Box box;
+    const auto measure = [&](const OpenPieces::Place&, Point start, Point end) {
+      ++count;
+      box.add(start);
+      box.add(end);
+    };
+    if (!pieces_.forEach(measure)) return false;
+    known_ = {count, reachFor(count, box), measures_.join};
+    geometry::EndFilter filter(2 * count, known_.reach);
     const auto add = [&](const OpenPieces::Place&, Point start, Point end) {
       filter.add(start);
       filter.add(end);
     };
     if (!pieces_.forEach(add)) return false;
-    pieceCount_ = count;
-    return pieces_.forEach([&](const OpenPieces::Place& place, Point start, Point end) {
-      if (!filter.mayMeet(start) && !filter.mayMeet(end)) return;
-      meeting_.places.push_back(place);
-      meeting_.pieces.push_back(pieces_.take(place));
-    });
+    std::vector<Ends> found;
+    const auto find = [&](const OpenPieces::Place& place, Point start, Point end) {
+      if (filter.mayMeet(start) || filter.mayMeet(end)) found.push_back({place, start, end});
+    };
+    if (!pieces_.forEach(find)) return false;
+    return sift(found);
   }
 
-  void giveBack() {
-    for (std::size_t i = 0; i < meeting_.pieces.size(); ++i) {
-      const OpenPieces::Place& place = meeting_.places[i];
-      if (place.isShape) pieces_.chainAt(place).path = std::move(meeting_.pieces[i].path);
+  /// How near ends have to be to others to be looked at: as near as those that joinEnds() compares,
+  /// or so much farther that the gaps that are to be told are among them, where ends are scattered
+  /// evenly.
+  double reachFor(std::size_t pieces, const geometry::Box& box) const {
+    const double compared = 2.0 * measures_.join;
+    if (options_.mostGaps >= pieces) return compared;
+    const double area = (box.high.x - box.low.x) * (box.high.y - box.low.y);
+    const auto ends = 2.0 * static_cast<double>(pieces);
+    const double share = static_cast<double>(options_.mostGaps) * area / (ends * ends);
+    const double reach = std::sqrt(measures_.join * measures_.join + share);
+    return geometry::usable(reach) ? std::max(compared, reach) : compared;
+  }
+
+  /// A second look at those that are left, among which fewer are taken for another by chance.
+  bool sift(const std::vector<Ends>& found) {
+    constexpr std::size_t kMoreRoom = 8;
+    geometry::EndFilter filter(2 * kMoreRoom * found.size(), known_.reach, 1);
+    for (const Ends& ends : found) {
+      filter.add(ends.start);
+      filter.add(ends.end);
     }
+    constexpr std::size_t kPiecesPerCheck = 64;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+      if (i % kPiecesPerCheck == 0 && stop_()) return false;
+      const Ends& ends = found[i];
+      if (!filter.mayMeet(ends.start) && !filter.mayMeet(ends.end)) continue;
+      meeting_.places.push_back(ends.place);
+      meeting_.pieces.push_back(pieces_.take(ends.place));
+    }
+    return true;
+  }
+
+  void giveBack(std::size_t piece) {
+    const OpenPieces::Place& place = meeting_.places[piece];
+    if (place.isShape) pieces_.chainAt(place).path = std::move(meeting_.pieces[piece].path);
+  }
+  void giveBack(const std::vector<std::size_t>& pieces) {
+    for (const std::size_t piece : pieces) giveBack(piece);
+  }
+  void giveBack() {
+    for (std::size_t i = 0; i < meeting_.pieces.size(); ++i) giveBack(i);
   }
 
   std::vector<geometry::Chain> chainsOf(const geometry::JoinedEnds& ends) const {
-    if (options_.chains) return geometry::chainsOf(meeting_.pieces, ends);
+    if (options_.chains) return geometry::chainsOf(meeting_.pieces, ends, stop_);
     std::vector<geometry::Chain> chains;
     chains.reserve(meeting_.pieces.size());
     for (std::size_t i = 0; i < meeting_.pieces.size(); ++i) {
@@ -118,7 +173,7 @@ class Joiner {
   OutlineReport& report_;
   const geometry::StopCheck& stop_;
   OpenPieces pieces_;
-  std::size_t pieceCount_ = 0;
+  OpenPieces::EndsKnown known_;
   OpenPieces::Meeting meeting_;
 };
 

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 #include "exact/held_layer.h"
@@ -29,7 +28,8 @@ struct OutlineReport {
   std::size_t openChains = 0;
   std::size_t joinedEnds = 0;  ///< that did not meet exactly
   double largestMove = 0.0;
-  std::vector<OpenEnd> gaps;
+  std::size_t gapCount = 0;   ///< all of them
+  std::vector<OpenEnd> gaps;  ///< nearest first; Options::mostGaps of them
 };
 
 // What is done with the shapes of one layer, in this order. Each ends early where the check says

@@ -38,6 +38,10 @@ Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inher
   }
   const std::vector<double>& pattern = patternOf(lineTypeOf(entity, layer, inherited));
   if (pattern.empty()) return pen;
+  if (options_.lineTypes == LineTypes::Solid) {
+    pen.hasSolidInstead = true;
+    return pen;
+  }
   // Shorter dashes than this look like EAGLE's short ones.
   constexpr double kLongDash = 3.0;  // millimetres
   const double ltScale = drawing_.ltScale == dxf::kNotGiven ? 1.0 : drawing_.ltScale;
@@ -47,7 +51,6 @@ Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inher
   for (const double length : pattern) dashes.push_back(length * factor);
   switch (options_.lineTypes) {
     case LineTypes::Solid:
-      pen.hasSolidInstead = true;
       break;
     case LineTypes::Style:
       pen.style = styleOf(dashes, kLongDash * measures_.millimetre);

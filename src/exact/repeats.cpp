@@ -71,9 +71,24 @@ class RepeatSearch {
       return false;
     }
     box_ = box;
-    return forEachStroke([&](std::size_t i, const Stroke& stroke) {
-      if (filter.mayRepeat(stroke)) isGiven_[i] = true;
-    });
+    count = 0;
+    const auto give = [&](std::size_t i, const Stroke& stroke) {
+      isGiven_[i] = filter.mayRepeat(stroke);
+      count += isGiven_[i] ? 1 : 0;
+    };
+    return forEachStroke(give) && sift(count);
+  }
+
+  /// A second look at those that are left, among which fewer are taken for another by chance.
+  bool sift(std::size_t count) {
+    constexpr std::size_t kMoreRoom = 8;
+    geometry::RepeatFilter filter(kMoreRoom * count, box_, resolution_, 1);
+    const auto add = [&](std::size_t i, const Stroke& stroke) {
+      if (isGiven_[i]) filter.add(stroke);
+    };
+    return forEachStroke(add) && forEachStroke([&](std::size_t i, const Stroke& stroke) {
+             if (isGiven_[i]) isGiven_[i] = filter.mayRepeat(stroke);
+           });
   }
 
   const std::vector<Stroke>& strokes() {
@@ -97,7 +112,9 @@ class RepeatSearch {
 
   /// What a stroke has become may be where it was near to nothing: then others count as well.
   bool giveMore() {
-    geometry::RepeatFilter moved(cleaned_.unions.size(), box_, resolution_);
+    // Much room, so that hardly anything is taken for near by chance.
+    constexpr std::size_t kRoom = 64;
+    geometry::RepeatFilter moved(kRoom * cleaned_.unions.size(), box_, resolution_);
     bool hasMoved = false;
     for (const geometry::Union& joined : cleaned_.unions) {
       if (moved.areOnOneCarrier(strokes_[joined.index], joined.stroke)) continue;

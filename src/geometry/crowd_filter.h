@@ -14,20 +14,26 @@ namespace quillon::geometry {
 /// counters, so that the processor has them at hand.
 class CrowdFilter {
  public:
-  /// For about this many hashes.
-  explicit CrowdFilter(std::size_t count)
-      : words_(std::bit_ceil(count * kCountersPerHash / kCountersPerWord + 1)),
+  /// For about this many hashes. What one filter confuses, one of another round does not.
+  explicit CrowdFilter(std::size_t count, int round = 0)
+      : turn_(29 * round),
+        words_(std::bit_ceil(count * kCountersPerHash / kCountersPerWord + 1)),
         mask_(words_.size() * kCountersPerWord - 1) {}
 
   void add(std::uint64_t hash) {
+    hash = std::rotr(hash, turn_);
     std::uint64_t& word = wordOf(hash);
     const unsigned shift = shiftOf(hash);
     word |= kOnce << shift << ((word >> shift) & kOnce);
   }
   /// False for a hash that was not added.
-  bool has(std::uint64_t hash) const { return ((wordOf(hash) >> shiftOf(hash)) & kOnce) != 0; }
+  bool has(std::uint64_t hash) const {
+    hash = std::rotr(hash, turn_);
+    return ((wordOf(hash) >> shiftOf(hash)) & kOnce) != 0;
+  }
   /// False for a hash that was not added twice.
   bool isShared(std::uint64_t hash) const {
+    hash = std::rotr(hash, turn_);
     return ((wordOf(hash) >> shiftOf(hash)) & kTwice) != 0;
   }
 
@@ -45,6 +51,7 @@ class CrowdFilter {
     return static_cast<unsigned>(hash % kCountersPerWord) * 2;
   }
 
+  int turn_;
   std::vector<std::uint64_t> words_;
   std::size_t mask_;
 };
@@ -67,7 +74,8 @@ inline constexpr double kMostUnits = 1e12;
 
 /// The hash of a cell in a grid with a number of its own.
 inline std::uint64_t hashOfCell(std::uint64_t grid, double x, double y) {
-  return mixedBits((bitsOf(x) * 0x9e3779b97f4a7c15U ^ grid) + bitsOf(y) * 0xc2b2ae3d27d4eb4fU);
+  // The lower bits of whole numbers are zeros, so that each has to be mixed.
+  return mixedBits(mixedBits(bitsOf(x) + grid) + bitsOf(y));
 }
 
 /// Calls the function with the hash of each cell that a place is in.

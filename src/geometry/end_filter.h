@@ -12,8 +12,9 @@ namespace quillon::geometry {
 /// are added first, each once.
 class EndFilter {
  public:
-  /// For so many ends. `tolerance` as that of joinEnds().
-  EndFilter(std::size_t ends, double tolerance) : tolerance_(tolerance), crowds_(ends + ends / 4) {}
+  /// For so many ends. `tolerance` as that of joinEnds(), `round` as that of CrowdFilter.
+  EndFilter(std::size_t ends, double tolerance, int round = 0)
+      : tolerance_(tolerance), crowds_(ends + ends / 2, round) {}
 
   void add(Point end) {
     forEachCellOf(end, [this](std::uint64_t hash) { crowds_.add(hash); });
@@ -35,7 +36,7 @@ class EndFilter {
 
   template <typename Function>
   void forEachCellOf(Point end, Function&& function) const {
-    constexpr double kWidth = 16.0;
+    constexpr double kWidth = 4.0;
     // Without a tolerance, only equal ends meet.
     if (!(tolerance_ > 0.0)) return function(hashOfCell(0, end.x, end.y));
     const WideCell x(std::floor(end.x / tolerance_), kWidth);

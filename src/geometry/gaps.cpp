@@ -1,11 +1,14 @@
 #include "geometry/gaps.h"
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <map>
 #include <tuple>
 #include <utility>
 
 #include "base/ranges.h"
+#include "geometry/end_filter.h"
 #include "geometry/nearest_end.h"
 #include "geometry/path_arcs.h"
 
@@ -63,6 +66,17 @@ std::vector<Gap> sorted(const std::vector<Gap>& gaps) {
   return result;
 }
 
+/// Those that have another one as near as this, and a few more; few by the second round.
+std::vector<PieceEnd> endsNearOthers(const std::vector<PieceEnd>& ends, double reach, int round) {
+  EndFilter filter(ends.size(), reach, round);
+  for (const PieceEnd& end : ends) filter.add(end.at);
+  std::vector<PieceEnd> near;
+  for (const PieceEnd& end : ends) {
+    if (filter.mayMeet(end.at)) near.push_back(end);
+  }
+  return near;
+}
+
 }  // namespace
 
 std::vector<Gap> gapsBetween(const std::vector<PieceEnd>& ends, const StopCheck& stop) {
@@ -80,6 +94,34 @@ std::vector<Gap> gapsBetween(const std::vector<PieceEnd>& ends, const StopCheck&
     gaps.push_back(gap);
   }
   return sorted(gaps);
+}
+
+std::vector<Gap> nearestGaps(const std::vector<PieceEnd>& ends, double tolerance, std::size_t most,
+                             const StopCheck& stop) {
+  Box box;
+  for (const PieceEnd& end : ends) box.add(end.at);
+  // Where ends are scattered evenly, a few times as many as wanted are as near to their next ones.
+  constexpr double kWider = 8.0;
+  const auto count = static_cast<double>(ends.size());
+  const double area = (box.high.x - box.low.x) * (box.high.y - box.low.y);
+  const double share = static_cast<double>(most) * area / (count * count);
+  double reach = std::sqrt(tolerance * tolerance + share);
+  for (; usable(reach) && reach > 0.0; reach *= kWider) {
+    const std::vector<PieceEnd> near = endsNearOthers(endsNearOthers(ends, reach, 0), reach, 1);
+    if (stop()) return {};
+    if (2 * near.size() > ends.size()) break;
+    std::vector<Gap> gaps = gapsBetween(near, stop);
+    const auto within =
+        static_cast<std::size_t>(std::count_if(gaps.begin(), gaps.end(), [&](const Gap& gap) {
+          return gap.next && gap.distance <= reach;
+        }));
+    if (within < most) continue;
+    gaps.resize(most);
+    return gaps;
+  }
+  std::vector<Gap> gaps = gapsBetween(ends, stop);
+  gaps.resize(std::min(most, gaps.size()));
+  return gaps;
 }
 
 std::vector<Gap> gapsOf(std::span<const Piece> pieces, const JoinedEnds& joined) {

@@ -32,6 +32,11 @@ struct Gap {
 /// given.
 std::vector<Gap> gapsBetween(const std::vector<PieceEnd>& ends, const StopCheck& stop);
 
+/// The first of these, `most` at most. Looks at few ends where that is enough. None are nearer to
+/// each other than the tolerance within which they were joined.
+std::vector<Gap> nearestGaps(const std::vector<PieceEnd>& ends, double tolerance, std::size_t most,
+                             const StopCheck& stop);
+
 /// The ends left alone after joinEnds(), nearest to their next one first, those without a next one
 /// last; equal distances in the order of the pieces. The other end of the same piece counts as
 /// next, where it is the nearest. Of two ends that are each other's next, both are told. Time n log

@@ -26,6 +26,16 @@ struct Part {
   std::size_t stroke = 0;
 };
 
+/// A part by its cell; those of one cell are compared.
+struct Member {
+  std::uint64_t hash = 0;
+  double low = 0.0;
+  std::size_t stroke = 0;
+};
+/// Members are sorted in so many heaps, so that each takes little time.
+constexpr std::size_t kBuckets = 64;
+constexpr std::uint64_t kHashesPerBucket = ~std::uint64_t{0} / kBuckets + 1;
+
 /// Lines without a sense point to the right, or upwards: what is near the limit of one is not near
 /// that of the other.
 Point rightOrUpwards(const Edge& edge, bool upwards) {
@@ -188,56 +198,56 @@ class Merger {
     std::fill(isChanged_.begin(), isChanged_.end(), false);
   }
 
-  /// The part in whole cells of a moved grid.
-  static Part inCell(Part part, unsigned shift) {
-    for (unsigned k = 0; k < 3; ++k) {
-      part.carrier[k] = std::floor(part.carrier[k] + ((shift >> k) & 1U) * 0.5);
-    }
-    return part;
-  }
-
-  std::uint64_t hashOf(const Part& part) const {
+  /// A hash of the part's cell in a moved grid.
+  std::uint64_t hashOf(const Part& part, unsigned shift) const {
     std::uint64_t hash = strokes_[part.stroke].layer;
-    for (const double cell : part.carrier) hash = hash * 0x9e3779b97f4a7c15U + bitsOf(cell);
+    for (unsigned k = 0; k < 3; ++k) {
+      const double cell = std::floor(part.carrier[k] + ((shift >> k) & 1U) * 0.5);
+      hash = hash * 0x9e3779b97f4a7c15U + bitsOf(cell);
+    }
     return mixedBits(hash);
   }
 
-  /// Most parts are alone in their cells: the others, and few more.
-  std::vector<Part> crowdedParts(unsigned shift) {
+  /// Most parts are alone in their cells: the others, and few more, by the first bits of their
+  /// hashes.
+  std::array<std::vector<Member>, kBuckets> crowdedParts(unsigned shift) {
     HashFilter once(parts_.size());
     HashFilter twice(parts_.size());
+    std::array<std::vector<Member>, kBuckets> crowded;
     for (std::size_t i = 0; i < parts_.size(); ++i) {
-      if (i % kPartsPerCheck == 0 && stop_()) return {};
-      hashes_[i] = hashOf(inCell(parts_[i], shift));
+      if (i % kPartsPerCheck == 0 && stop_()) return crowded;
+      hashes_[i] = hashOf(parts_[i], shift);
       if (once.add(hashes_[i])) twice.add(hashes_[i]);
     }
-    std::vector<Part> crowded;
     for (std::size_t i = 0; i < parts_.size(); ++i) {
-      if (twice.mayHave(hashes_[i])) crowded.push_back(inCell(parts_[i], shift));
+      if (!twice.mayHave(hashes_[i])) continue;
+      crowded[hashes_[i] / kHashesPerBucket].push_back(
+          {hashes_[i], parts_[i].low, parts_[i].stroke});
     }
     return crowded;
   }
 
   void mergeIn(unsigned shift) {
     renewParts();
-    std::vector<Part> parts = crowdedParts(shift);
-    const auto key = [this](const Part& part) {
-      return std::tuple(strokes_[part.stroke].layer, part.carrier);
-    };
-    base::ranges::sort(parts, [&](const Part& a, const Part& b) {
-      return std::tuple(key(a), a.low, a.stroke) < std::tuple(key(b), b.low, b.stroke);
-    });
-    for (std::size_t first = 0; first < parts.size();) {
-      std::size_t last = first + 1;
-      while (last < parts.size() && key(parts[last]) == key(parts[first])) ++last;
-      if (last - first > 1) mergeParts(std::span<const Part>(parts).subspan(first, last - first));
-      first = last;
+    for (std::vector<Member>& members : crowdedParts(shift)) {
+      if (stop_()) return;
+      base::ranges::sort(members, [](const Member& a, const Member& b) {
+        return std::tie(a.hash, a.low, a.stroke) < std::tie(b.hash, b.low, b.stroke);
+      });
+      for (std::size_t first = 0; first < members.size();) {
+        std::size_t last = first + 1;
+        while (last < members.size() && members[last].hash == members[first].hash) ++last;
+        if (last - first > 1) {
+          mergeParts(std::span<const Member>(members).subspan(first, last - first));
+        }
+        first = last;
+      }
     }
   }
 
   /// Compares each part with the last ones that may reach to it; arcs once more across the angle at
   /// which their circle starts.
-  void mergeParts(std::span<const Part> parts) {
+  void mergeParts(std::span<const Member> parts) {
     std::vector<std::size_t> open;
     const std::size_t rounds = lines_ ? 1 : 2;
     for (std::size_t k = 0; k < rounds * parts.size(); ++k) {

@@ -31,11 +31,11 @@ bool hasSize(const Stroke& stroke, double resolution) {
 
 }  // namespace
 
-RepeatFilter::RepeatFilter(std::size_t strokes, const Box& box, double resolution)
+RepeatFilter::RepeatFilter(std::size_t strokes, const Box& box, double resolution, int round)
     : resolution_(resolution),
       origin_(box.empty() ? Point{} : box.low + (box.high - box.low) * 0.5),
       offsetCell_(overlapOffsetCell(resolution, box.diagonal())),
-      crowds_(strokes * 3) {}
+      crowds_(strokes * 3, round) {}
 
 void RepeatFilter::addTo(Box& box, const Stroke& stroke, double resolution) {
   if (isNothing(stroke, resolution)) return;
@@ -91,6 +91,9 @@ bool RepeatFilter::isFar(const Stroke& stroke) const {
 template <typename Function>
 void RepeatFilter::forEachMiddleCell(const Stroke& stroke, Function&& function) const {
   constexpr double kWidth = 64.0;
+  // Unless they are short, equal lines have nearly the same direction as well.
+  constexpr double kLong = 1e5;
+  if (isLine(stroke) && norm(stroke.edge.to - stroke.edge.from) >= kLong * resolution_) return;
   const Point at = stroke.isCircle ? stroke.edge.from : middle(stroke.edge.from, stroke.edge.to);
   forEachCell(gridOf(stroke, kMiddles), WideCell(at.x / resolution_, kWidth),
               WideCell(at.y / resolution_, kWidth), function);
@@ -105,7 +108,7 @@ void RepeatFilter::forEachCarrierCell(const Stroke& stroke, Function&& function)
 /// is told by a number that grows with the angle, but never faster.
 template <typename Function>
 void RepeatFilter::forEachLineCell(const Stroke& stroke, Function&& function) const {
-  constexpr double kWidth = 4.0;
+  constexpr double kWidth = 2.0;
   Point way = unit(stroke.edge.to - stroke.edge.from);
   if (way.x < 0.0) way = -way;
   const double sum = std::fabs(way.x) + std::fabs(way.y);

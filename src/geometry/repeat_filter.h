@@ -12,8 +12,9 @@ namespace quillon::geometry {
 /// withoutDuplicates() need not know them. All strokes are added first, each once.
 class RepeatFilter {
  public:
-  /// For so many strokes, all of them within the box (see addTo()).
-  RepeatFilter(std::size_t strokes, const Box& box, double resolution);
+  /// For so many strokes, all of them within the box (see addTo()). `round` as that of
+  /// CrowdFilter.
+  RepeatFilter(std::size_t strokes, const Box& box, double resolution, int round = 0);
 
   /// Extends the box by a stroke that counts for it.
   static void addTo(Box& box, const Stroke& stroke, double resolution);

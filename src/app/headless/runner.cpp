@@ -218,7 +218,9 @@ class Runner {
       result.dxfFile = planned.job.dxfFile;
       messages.push_back(error(obstacle));
     } else {
-      result = convert_(planned.job, host, surroundingsOf(planned));
+      convert::ConversionJob job = planned.job;
+      job.allGaps = options_.json;
+      result = convert_(job, host, surroundingsOf(planned));
       messages = host.messages();
       if (result.outcome != Outcome::Ended) addLosses(result, messages);
       reportWritten = writeReport(planned.reportFile, result, messages);
