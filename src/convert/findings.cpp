@@ -28,7 +28,7 @@ struct Detail {
   bool eachLayer;
   std::size_t gaps;
 };
-constexpr Detail kFew{false, 20};
+constexpr Detail kFew{false, kGapsShown};
 constexpr Detail kAll{true, std::numeric_limits<std::size_t>::max()};
 
 /// A length with four decimals at most.
@@ -157,8 +157,8 @@ class FindingText {
     if (move != "0") add(TextId::EndsJoined, {std::to_string(outlines.joinedEnds), move});
     const std::size_t shown = std::min(most, outlines.gaps.size());
     for (std::size_t i = 0; i < shown; ++i) putGap(outlines.gaps[i]);
-    if (shown < outlines.gaps.size()) {
-      add(TextId::MoreGaps, {std::to_string(outlines.gaps.size() - shown)});
+    if (shown < outlines.gapCount) {
+      add(TextId::MoreGaps, {std::to_string(outlines.gapCount - shown)});
     }
   }
 

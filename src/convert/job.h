@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -30,6 +31,9 @@ inline constexpr int kEagle3 = 0;
 inline constexpr int kEagle4 = 1;
 inline constexpr int kEagle6 = 2;
 
+/// Open ends of outlines that are told where there is little room.
+inline constexpr std::size_t kGapsShown = 20;
+
 /// The settings of one conversion. Texts are UTF-8. The defaults are those of a program without
 /// settings.
 struct ConversionJob {
@@ -56,7 +60,8 @@ struct ConversionJob {
   bool ellipses = false;
   int poly = 2;  ///< 0 wire of width 0, 1 wire with width, 2 polyline, -1 unset
   int blocks = kDrawBlocks;
-  bool report = false;  ///< build the report and show it at the end
+  bool report = false;   ///< build the report and show it at the end
+  bool allGaps = false;  ///< find all open ends of outlines even without a report
   bool arcToLine = false;
   double offsetX = 0.0;
   double offsetY = 0.0;

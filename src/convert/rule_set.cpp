@@ -1,5 +1,6 @@
 #include "convert/rule_set.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -39,6 +40,7 @@ exact::Options exactOptions(const ConversionJob& job, double drawingUnit) {
       isTarget(job.targetKind) ? static_cast<exact::Target>(job.targetKind) : exact::Target::Board;
   options.unit = job.unit == base::Unit::None ? base::Unit::Mm : job.unit;
   options.factor = drawingUnit / base::unitRecord(options.unit).millimetres * job.scale;
+  if (!job.report && !job.allGaps) options.mostGaps = std::min(options.mostGaps, kGapsShown);
   constexpr int kWireOfWidth0 = 0;
   options.parts =
       (job.blocks == kUsedBlocksAsParts || job.blocks == kAllBlocksAsParts) &&

@@ -4,11 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
 #include "base/number_text.h"
 #include "dxf/entity_kinds.h"
+#include "dxf/group_cursor.h"
 #include "dxf/line_counter.h"
 
 namespace quillon::dxf {
@@ -38,6 +40,8 @@ struct DxfEntity {
   std::uint64_t line = 0;  ///< in the file, of its first group; likewise
   /// Counts lines up to this entity or a later one; null in a block.
   LineCounter* lines = nullptr;
+  /// Its groups, likewise, unless there are many; until the walk that found it goes on or is moved.
+  std::span<const Group> split;
   /// The entity's layer once complete; null for SEQEND, which has no slots.
   const LayerUse* layer = nullptr;
 

@@ -147,18 +147,22 @@ void EntityWalk::readGroups(DxfEntity& entity) {
   }
 }
 
-/// Goes past the groups without looking at their values.
+/// Goes past the groups without looking at their values, and keeps them if they are few.
 void EntityWalk::skipGroups(DxfEntity& entity) {
   entity.groups = lines_.position();
   entity.filled = 0;
   entity.sideIndex = 0;
   GroupCursor groups(lines_);
-  for (Group group; groups.next(group);) {
+  std::size_t count = 0;
+  for (Group group; groups.next(group); ++count) {
     if (isEndMarker(group.value)) {
       ended_ = true;
       throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, group.value.data());
     }
+    if (count < split_.size()) split_[count] = group;
   }
+  entity.split = count <= split_.size() ? std::span<const Group>(split_.data(), count)
+                                        : std::span<const Group>();
   lines_ = groups.lines();
   if (isSection()) checkEnd();
   LineCursor after = lines_;

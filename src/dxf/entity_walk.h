@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <string_view>
 
 #include "dxf/drawing.h"
+#include "dxf/group_cursor.h"
 #include "dxf/line_counter.h"
 #include "dxf/line_cursor.h"
 
@@ -64,6 +66,7 @@ class EntityWalk {
   LineCursor lines_;
   std::string_view endMarker_;  ///< "" in a block
   bool goesOn_ = false;
+  std::array<Group, 32> split_;  ///< the groups of the last entity
   const char* afterName_ = nullptr;
   bool inEntity_ = false;
   bool ended_ = false;

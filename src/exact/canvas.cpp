@@ -69,7 +69,19 @@ void Canvas::stroke(const Item& item, const geometry::FitSpline& spline, const A
 }
 
 void Canvas::segment(const Item& item, Point from, Point to, const Affine& map) {
-  strokeMapped(item, {{{map(from)}, {map(to)}}, false}, {}, false);
+  const Point start = map(from);
+  const Point end = map(to);
+  if (!geometry::usable(start) || !geometry::usable(end)) {
+    return lose(item, LossRule::UnusableNumbers);
+  }
+  if (!(geometry::distance(start, end) >= measures_.resolution)) {
+    return lose(item, LossRule::ZeroLength, start);
+  }
+  segment_.path.vertices.assign({{start}, {end}});
+  segment_.path.closed = false;
+  if (!item.pen.dashes.empty()) return strokeDashed(item, segment_.path, {});
+  setLook(segment_, item, {});
+  sink_->take(item.origin, std::move(segment_));
 }
 
 Path Canvas::mapped(const Item& item, const Path& path, const Affine& map) {
@@ -145,12 +157,16 @@ void Canvas::strokeDashed(const Item& item, const Path& path, const Stroke& how)
 void Canvas::take(const Item& item, Path path, const Stroke& how, bool isCircle) {
   Chain chain;
   chain.path = std::move(path);
+  setLook(chain, item, how);
+  chain.isCircle = isCircle;
+  sink_->take(item.origin, std::move(chain));
+}
+
+void Canvas::setLook(Chain& chain, const Item& item, const Stroke& how) {
   chain.width = how.width.value_or(item.pen.width);
   chain.style = how.solid ? Style::Continuous : item.pen.style;
   chain.cleanable = how.cleanable && !item.isInDimension;
   chain.isArc = how.isArc;
-  chain.isCircle = isCircle;
-  sink_->take(item.origin, std::move(chain));
 }
 
 void Canvas::area(const Item& item, Path outline) {

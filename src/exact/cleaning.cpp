@@ -4,27 +4,14 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <type_traits>
+#include <utility>
 
 #include "geometry/path_tools.h"
 #include "geometry/vectors.h"
 
 namespace quillon::exact {
 namespace {
-
-geometry::Box aroundDisc(Point centre, double diameter) {
-  const Point radius{diameter / 2.0, diameter / 2.0};
-  geometry::Box box;
-  box.add(centre - radius);
-  box.add(centre + radius);
-  return box;
-}
-
-geometry::Box boundsOf(std::monostate) { return {}; }
-geometry::Box boundsOf(const Chain& chain) { return geometry::bounds(chain.path); }
-geometry::Box boundsOf(const Area& area) { return geometry::bounds(area.outline); }
-geometry::Box boundsOf(const TextLine& text) { return {text.at, text.at}; }
-geometry::Box boundsOf(const Dot& dot) { return aroundDisc(dot.centre, dot.diameter); }
-geometry::Box boundsOf(const Hole& hole) { return aroundDisc(hole.centre, hole.drill); }
 
 /// The part of a line inside of a box, as distances along its direction (a unit vector).
 std::optional<std::pair<double, double>> within(const geometry::Box& box, Point start,
@@ -46,20 +33,28 @@ std::optional<std::pair<double, double>> within(const geometry::Box& box, Point 
 
 }  // namespace
 
+HeldLayer& Cleaning::layerOf(int number) {
+  if (lastLayer_ != nullptr && lastLayer_->number() == number) return *lastLayer_;
+  const auto [found, isNew] = layers_.try_emplace(number, number, looks_);
+  lastLayer_ = &found->second;
+  if (isNew) order_.push_back(lastLayer_);
+  return *lastLayer_;
+}
+
 template <typename Shape>
 void Cleaning::hold(const Origin& origin, Shape&& shape) {
-  if (!options_.holdsShapes()) {
+  if (options_.holdsShapes()) {
+    // Each waits to be cleaned and written after the last step.
+    constexpr std::uint64_t kStepsPerShape = 8;
+    if (poll_ != nullptr) poll_->addSteps(kStepsPerShape);
+    return layerOf(origin.layer).hold(origin, std::forward<Shape>(shape));
+  }
+  if constexpr (std::is_same_v<std::decay_t<Shape>, Chain>) {
+    geometry::extend(handedOn_, shape.path);
+  } else {
     handedOn_.add(boundsOf(shape));
-    next_.take(origin, std::forward<Shape>(shape));
-    return;
   }
-  if (layers_.empty() || lastLayer_ != origin.layer) {
-    const auto [found, isNew] = layers_.try_emplace(origin.layer);
-    if (isNew) order_.push_back(origin.layer);
-    lastLayer_ = origin.layer;
-    lastShapes_ = &found->second;
-  }
-  lastShapes_->push_back({origin, std::forward<Shape>(shape)});
+  next_.take(origin, std::forward<Shape>(shape));
 }
 
 void Cleaning::take(const Origin& origin, Chain&& chain) { hold(origin, std::move(chain)); }
@@ -70,17 +65,13 @@ void Cleaning::take(const Origin& origin, const Hole& hole) { hold(origin, hole)
 
 geometry::Box Cleaning::bounds() const {
   geometry::Box box = handedOn_;
-  for (const auto& [layer, shapes] : layers_) {
-    for (const HeldShape& held : shapes) {
-      box.add(std::visit([](const auto& shape) { return boundsOf(shape); }, held.shape));
-    }
-  }
+  for (const auto& [number, layer] : layers_) box.add(layer.bounds());
   return box;
 }
 
 bool Cleaning::hasTexts() const {
-  for (const auto& [layer, shapes] : layers_) {
-    for (const HeldShape& held : shapes) {
+  for (const auto& [number, layer] : layers_) {
+    for (const HeldShape& held : layer.shapes()) {
       if (std::holds_alternative<TextLine>(held.shape)) return true;
     }
   }
@@ -101,13 +92,14 @@ void Cleaning::addReport(const OutlineReport& report, const geometry::Affine& pl
 
 void Cleaning::finish() {
   cutEndless();
-  for (const int layer : order_) {
-    std::vector<HeldShape>& shapes = layers_[layer];
-    if (options_.dropDuplicates) dropDuplicates(shapes, measures_, losses_);
-    joinOutlines(shapes, options_, measures_, report_);
-    makeHoles(shapes, options_, measures_);
-    for (HeldShape& held : shapes) handOn(held);
-    shapes = {};
+  const geometry::StopCheck stop([this] { return poll_ != nullptr && (*poll_)(); });
+  for (HeldLayer* const layer : order_) {
+    if (poll_ != nullptr && poll_->cancelled()) break;
+    if (options_.dropDuplicates) dropDuplicates(*layer, measures_, losses_, stop);
+    joinOutlines(*layer, options_, measures_, report_, stop);
+    makeHoles(*layer, options_, measures_);
+    handOn(*layer);
+    layer->clear();
   }
   const auto nearer = [](const OpenEnd& a, const OpenEnd& b) {
     return std::pair(!a.hasNext, a.distance) < std::pair(!b.hasNext, b.distance);
@@ -117,6 +109,7 @@ void Cleaning::finish() {
   if (!std::is_sorted(gaps.begin(), gaps.end(), nearer)) {
     std::stable_sort(gaps.begin(), gaps.end(), nearer);
   }
+  gaps.resize(std::min(gaps.size(), options_.mostGaps));
 }
 
 void Cleaning::cutEndless() {
@@ -148,14 +141,30 @@ void Cleaning::cutEndless() {
   }
 }
 
-void Cleaning::handOn(HeldShape& held) {
-  std::visit(
-      [&](auto& shape) {
-        if constexpr (!std::is_same_v<std::remove_reference_t<decltype(shape)>, std::monostate>) {
-          next_.take(held.origin, std::move(shape));
-        }
+void Cleaning::handOn(HeldLayer& layer) {
+  Chain chain;
+  // Past the limit of steps, what is there is still wanted.
+  const auto isWanted = [this] {
+    return poll_ == nullptr || !(*poll_)() || !(poll_->cancelled() || poll_->isScriptFull());
+  };
+  layer.inOrder(
+      [&](std::size_t i) {
+        const HeldSegment& segment = layer.segments()[i];
+        layer.toChain(segment, chain);
+        next_.take(layer.originOf(segment), std::move(chain));
+        return isWanted();
       },
-      held.shape);
+      [&](std::size_t i) {
+        HeldShape& held = layer.shapes()[i];
+        std::visit(
+            [&](auto& shape) {
+              if constexpr (!std::is_same_v<std::decay_t<decltype(shape)>, std::monostate>) {
+                next_.take(held.origin, std::move(shape));
+              }
+            },
+            held.shape);
+        return isWanted();
+      });
 }
 
 }  // namespace quillon::exact

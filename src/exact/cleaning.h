@@ -4,14 +4,15 @@
 #include <cstdint>
 #include <map>
 #include <utility>
-#include <variant>
 #include <vector>
 
+#include "exact/held_layer.h"
 #include "exact/options.h"
 #include "exact/outlines.h"
 #include "exact/shapes.h"
 #include "geometry/affine.h"
 #include "geometry/box.h"
+#include "rules/cancel_poll.h"
 #include "rules/losses.h"
 
 namespace quillon::exact {
@@ -21,8 +22,10 @@ namespace quillon::exact {
 /// the options want it. Where they want nothing that needs all shapes, shapes go on at once.
 class Cleaning final : public ShapeSink {
  public:
-  Cleaning(const Options& options, LossList& losses, ShapeSink& next)
-      : options_(options), measures_(options), losses_(losses), next_(next) {}
+  /// Held shapes count as steps of the poll, which also ends the cleaning early.
+  Cleaning(const Options& options, LossList& losses, ShapeSink& next,
+           rules::CancelPoll* poll = nullptr)
+      : options_(options), measures_(options), losses_(losses), next_(next), poll_(poll) {}
 
   void take(const Origin& origin, Chain&& chain) override;
   void take(const Origin& origin, Area&& area) override;
@@ -40,7 +43,8 @@ class Cleaning final : public ShapeSink {
   geometry::Box bounds() const;
 
   /// Hands on what is held, layer after layer in the order of first use, each layer in the order of
-  /// the drawing.
+  /// the drawing. Past the limit of steps, shapes are handed on as they are; after a
+  /// cancel, or when the script is full, no more of them.
   void finish();
   const OutlineReport& report() const { return report_; }
 
@@ -55,18 +59,20 @@ class Cleaning final : public ShapeSink {
  private:
   using HeldEndless = std::pair<Origin, EndlessLine>;
 
+  HeldLayer& layerOf(int number);
   template <typename Shape>
   void hold(const Origin& origin, Shape&& shape);
-  void handOn(HeldShape& held);
+  void handOn(HeldLayer& layer);
 
   const Options& options_;
   Measures measures_;
   LossList& losses_;
   ShapeSink& next_;
-  std::vector<int> order_;
-  std::map<int, std::vector<HeldShape>> layers_;
-  int lastLayer_ = 0;  ///< of the shape that was held last, and what its layer holds
-  std::vector<HeldShape>* lastShapes_ = nullptr;
+  rules::CancelPoll* poll_;
+  Looks looks_;
+  std::map<int, HeldLayer> layers_;
+  std::vector<HeldLayer*> order_;  ///< of first use
+  HeldLayer* lastLayer_ = nullptr;
   std::vector<HeldEndless> endless_;
   geometry::Box handedOn_;  ///< around what is not held any more
   OutlineReport report_;

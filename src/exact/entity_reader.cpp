@@ -64,33 +64,38 @@ Entity EntityReader::read(const dxf::DxfEntity& found) {
   entity.groups = {found.groups, found.groupsEnd};
   entity.line = found.line;
   CommonGroups common;
-  dxf::GroupCursor groups(dxf::LineCursor(entity.groups, drawing_.lineEnds));
-  for (dxf::Group group; groups.next(group);) {
-    const bool isCommon = common.isCommon(group);
-    switch (group.code) {
-      case 8:
-        if (entity.layer.empty()) entity.layer = upperName(group.value);
-        break;
-      case 6:
-        if (isCommon) entity.lineType = upperName(group.value);
-        break;
-      case 48:
-        if (isCommon) entity.lineTypeScale = base::numberValue(group.value);
-        break;
-      case 60:
-        if (isCommon) entity.isInvisible = base::isOddNumber(group.value);
-        break;
-      case 67:
-        if (isCommon) entity.isInPaperSpace = base::numberValue(group.value) != 0.0;
-        break;
-      case 370:
-        if (isCommon) entity.lineWeight = roundedWeight(group.value);
-        break;
-      default:
-        takePlace(group, entity);
-    }
+  if (!found.split.empty()) {
+    for (const dxf::Group& group : found.split) take(group, common.isCommon(group), entity);
+    return entity;
   }
+  dxf::GroupCursor groups(dxf::LineCursor(entity.groups, drawing_.lineEnds));
+  for (dxf::Group group; groups.next(group);) take(group, common.isCommon(group), entity);
   return entity;
+}
+
+inline void EntityReader::take(const dxf::Group& group, bool isCommon, Entity& entity) {
+  switch (group.code) {
+    case 8:
+      if (entity.layer.empty()) entity.layer = upperName(group.value);
+      break;
+    case 6:
+      if (isCommon) entity.lineType = upperName(group.value);
+      break;
+    case 48:
+      if (isCommon) entity.lineTypeScale = base::numberValue(group.value);
+      break;
+    case 60:
+      if (isCommon) entity.isInvisible = base::isOddNumber(group.value);
+      break;
+    case 67:
+      if (isCommon) entity.isInPaperSpace = base::numberValue(group.value) != 0.0;
+      break;
+    case 370:
+      if (isCommon) entity.lineWeight = roundedWeight(group.value);
+      break;
+    default:
+      takePlace(group, entity);
+  }
 }
 
 std::string_view EntityReader::upperName(std::string_view name) {

@@ -26,6 +26,7 @@ class EntityReader {
     Kind kind;
   };
   Name keptName(std::string_view name);
+  void take(const dxf::Group& group, bool isCommon, Entity& entity);
 
   dxf::Drawing& drawing_;
   std::unordered_map<std::string_view, std::string_view, base::TextHash> upperNames_;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -39,6 +41,9 @@ struct Options {
   // Lengths in millimetres.
   double curveTolerance = 0.001;  ///< between a curve and its arcs; 0.0001 to 1
   double joinTolerance = 0.01;    ///< ends closer than this are one point; 0 to 1, 0: none
+
+  /// How many of the open ends with the nearest next ones are told; others are only counted.
+  std::size_t mostGaps = std::numeric_limits<std::size_t>::max();
 
   bool chains = true;          ///< what follows each other becomes one wire command
   bool dropDuplicates = true;  ///< what is drawn twice is drawn once

@@ -2,14 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
-#include <optional>
-#include <tuple>
 #include <utility>
 
-#include "geometry/duplicates.h"
+#include "exact/open_pieces.h"
+#include "geometry/end_filter.h"
 #include "geometry/end_grid.h"
-#include "geometry/gaps.h"
 #include "geometry/joining.h"
 #include "geometry/path_tools.h"
 #include "geometry/vectors.h"
@@ -19,218 +16,173 @@ namespace {
 
 constexpr int kDimensionLayer = 20;
 constexpr int kMillingLayer = 46;
-/// The largest drill before version 6, in millimetres.
-constexpr double kLargestOldDrill = 13.1;
 
-/// Numbers for what chains must share: width and style.
-class Looks {
+/// Joins pieces. Those that may meet others become paths first; the others, of which there may be
+/// millions, stay as they are.
+class Joiner {
  public:
-  std::size_t numberOf(const Chain& chain) {
-    return numbers_.try_emplace(std::pair(chain.width, chain.style), numbers_.size()).first->second;
+  Joiner(HeldLayer& layer, const Options& options, const Measures& measures, OutlineReport& report,
+         const geometry::StopCheck& stop)
+      : layer_(layer),
+        options_(options),
+        measures_(measures),
+        report_(report),
+        stop_(stop),
+        pieces_(layer, stop) {}
+
+  void join() {
+    if (!findMeeting()) return giveBack();
+    const geometry::JoinedEnds ends = geometry::joinEnds(meeting_.pieces, measures_.join, stop_);
+    if (stop_()) return giveBack();
+    std::vector<geometry::Chain> chains = chainsOf(ends);
+    if (stop_()) return giveBack();
+    report_.joinedEnds += ends.moved;
+    report_.largestMove = std::max(report_.largestMove, ends.largestMove);
+    report_.openChains += known_.pieces - meeting_.pieces.size();
+    if (wantsGaps(chains)) {
+      report_.gapCount += pieces_.noteGaps(meeting_, ends, known_, options_.mostGaps, report_.gaps);
+    }
+    tidyShapes();
+    for (std::size_t i = 0; i < chains.size(); ++i) {
+      // Past a stop, what is left stays in pieces.
+      stop_() ? giveBack(chains[i].pieces) : put(chains[i]);
+    }
+    layer_.settle();
   }
 
  private:
-  std::map<std::pair<double, Style>, std::size_t> numbers_;
-};
+  struct Ends {
+    OpenPieces::Place place;
+    Point start;
+    Point end;
+  };
 
-struct CircleOfPath {
-  Point centre;
-  double radius;
-};
+  /// False where it was stopped.
+  bool findMeeting() {
+    std::size_t count = 0;
+    geometry::Box box;
+    const auto measure = [&](const OpenPieces::Place&, Point start, Point end) {
+      ++count;
+      box.add(start);
+      box.add(end);
+    };
+    if (!pieces_.forEach(measure)) return false;
+    known_ = {count, reachFor(count, box), measures_.join};
+    geometry::EndFilter filter(2 * count, known_.reach);
+    const auto add = [&](const OpenPieces::Place&, Point start, Point end) {
+      filter.add(start);
+      filter.add(end);
+    };
+    if (!pieces_.forEach(add)) return false;
+    std::vector<Ends> found;
+    const auto find = [&](const OpenPieces::Place& place, Point start, Point end) {
+      if (filter.mayMeet(start) || filter.mayMeet(end)) found.push_back({place, start, end});
+    };
+    if (!pieces_.forEach(find)) return false;
+    return sift(found);
+  }
 
-/// The circle that a closed path goes round once, if it is one.
-std::optional<CircleOfPath> circleOf(const Path& path, double resolution) {
-  if (!path.closed || path.vertices.size() < 2) return std::nullopt;
-  CircleOfPath circle{};
-  double turn = 0.0;
-  for (std::size_t i = 0; i < path.vertices.size(); ++i) {
-    const geometry::Arc arc = geometry::arcAt(path, i);
-    if (arc.curve == 0.0) return std::nullopt;
-    turn += arc.curve;
-    const Point centre = geometry::centre(arc);
-    const double radius = geometry::radius(arc);
-    if (i == 0) circle = {centre, radius};
-    const double apart = geometry::distance(centre, circle.centre);
-    if (!(apart <= resolution) || !(std::fabs(radius - circle.radius) <= resolution)) {
-      return std::nullopt;
+  /// How near ends have to be to others to be looked at: as near as those that joinEnds() compares,
+  /// or so much farther that the gaps that are to be told are among them, where ends are scattered
+  /// evenly.
+  double reachFor(std::size_t pieces, const geometry::Box& box) const {
+    const double compared = 2.0 * measures_.join;
+    if (options_.mostGaps >= pieces) return compared;
+    const double area = (box.high.x - box.low.x) * (box.high.y - box.low.y);
+    const auto ends = 2.0 * static_cast<double>(pieces);
+    const double share = static_cast<double>(options_.mostGaps) * area / (ends * ends);
+    const double reach = std::sqrt(measures_.join * measures_.join + share);
+    return geometry::usable(reach) ? std::max(compared, reach) : compared;
+  }
+
+  /// A second look at those that are left, among which fewer are taken for another by chance.
+  bool sift(const std::vector<Ends>& found) {
+    constexpr std::size_t kMoreRoom = 8;
+    geometry::EndFilter filter(2 * kMoreRoom * found.size(), known_.reach, 1);
+    for (const Ends& ends : found) {
+      filter.add(ends.start);
+      filter.add(ends.end);
+    }
+    constexpr std::size_t kPiecesPerCheck = 64;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+      if (i % kPiecesPerCheck == 0 && stop_()) return false;
+      const Ends& ends = found[i];
+      if (!filter.mayMeet(ends.start) && !filter.mayMeet(ends.end)) continue;
+      meeting_.places.push_back(ends.place);
+      meeting_.pieces.push_back(pieces_.take(ends.place));
+    }
+    return true;
+  }
+
+  void giveBack(std::size_t piece) {
+    const OpenPieces::Place& place = meeting_.places[piece];
+    if (place.isShape) pieces_.chainAt(place).path = std::move(meeting_.pieces[piece].path);
+  }
+  void giveBack(const std::vector<std::size_t>& pieces) {
+    for (const std::size_t piece : pieces) giveBack(piece);
+  }
+  void giveBack() {
+    for (std::size_t i = 0; i < meeting_.pieces.size(); ++i) giveBack(i);
+  }
+
+  std::vector<geometry::Chain> chainsOf(const geometry::JoinedEnds& ends) const {
+    if (options_.chains) return geometry::chainsOf(meeting_.pieces, ends, stop_);
+    std::vector<geometry::Chain> chains;
+    chains.reserve(meeting_.pieces.size());
+    for (std::size_t i = 0; i < meeting_.pieces.size(); ++i) {
+      chains.push_back({meeting_.pieces[i].path, {i}});
+    }
+    return chains;
+  }
+
+  bool wantsGaps(const std::vector<geometry::Chain>& chains) const {
+    if (layer_.number() == kDimensionLayer || layer_.number() == kMillingLayer) return true;
+    return pieces_.hasClosed() ||
+           std::any_of(chains.begin(), chains.end(),
+                       [](const geometry::Chain& chain) { return chain.path.closed; });
+  }
+
+  /// What meets nothing is tidied like all chains; segments have always been.
+  void tidyShapes() {
+    for (HeldShape& held : layer_.shapes()) {
+      Chain* const chain = held.chain();
+      if (chain != nullptr && chain->cleanable && !chain->path.closed) tidy(*chain);
     }
   }
-  constexpr double kNearlyNothing = 1e-3;  // degrees
-  if (std::fabs(std::fabs(turn) - 360.0) > kNearlyNothing) return std::nullopt;
-  return circle;
-}
 
-Path circlePathOf(Point centre, double radius) {
-  return {{{{centre.x - radius, centre.y}, 180.0}, {{centre.x + radius, centre.y}, 180.0}}, true};
-}
-
-/// Single lines, arcs and circles: what can be drawn twice.
-std::optional<geometry::Stroke> strokeOf(const Chain& chain, Looks& looks) {
-  if (!chain.cleanable) return std::nullopt;
-  geometry::Stroke stroke;
-  stroke.layer = looks.numberOf(chain);
-  if (chain.isCircle) {
-    const Point left = chain.path.vertices[0].at;
-    const Point right = chain.path.vertices[1].at;
-    stroke.edge = {geometry::middle(left, right), right, 0.0};
-    stroke.isCircle = true;
-    return stroke;
+  void tidy(Chain& chain) const {
+    geometry::dropClosePoints(chain.path, measures_.resolution);
+    geometry::splitWideArcs(chain.path);
   }
-  if (chain.path.closed || chain.path.vertices.size() != 2) return std::nullopt;
-  stroke.edge = {chain.path.vertices[0].at, chain.path.vertices[1].at,
-                 chain.path.vertices[0].curve};
-  return stroke;
-}
 
-/// Puts what is left of a stroke back into its chain.
-void redraw(Chain& chain, const geometry::Stroke& stroke) {
-  chain.isCircle = stroke.isCircle;
-  if (stroke.isCircle) {
-    chain.path =
-        circlePathOf(stroke.edge.from, geometry::distance(stroke.edge.from, stroke.edge.to));
-    return;
-  }
-  chain.path = {{{stroke.edge.from, stroke.edge.curve}, {stroke.edge.to}}, false};
-  geometry::splitWideArcs(chain.path);
-}
-
-/// The open chains of a layer as pieces, and where they are held.
-struct Pieces {
-  std::vector<geometry::Piece> pieces;
-  std::vector<std::size_t> held;
-};
-
-Pieces piecesOf(std::vector<HeldShape>& shapes) {
-  Pieces result;
-  Looks looks;
-  for (std::size_t i = 0; i < shapes.size(); ++i) {
-    Chain* const chain = shapes[i].chain();
-    if (chain == nullptr || !chain->cleanable || chain->path.closed) continue;
-    result.pieces.push_back({std::move(chain->path), 0, looks.numberOf(*chain), chain->isArc});
-    result.held.push_back(i);
-  }
-  return result;
-}
-
-void noteGaps(const std::vector<HeldShape>& shapes, const Pieces& pieces,
-              const geometry::JoinedEnds& ends, OutlineReport& report) {
-  const int layer = shapes.empty() ? 0 : shapes.front().origin.layer;
-  std::vector<std::uint64_t> lines;
-  lines.reserve(pieces.held.size());
-  for (const std::size_t held : pieces.held) lines.push_back(shapes[held].origin.line);
-  const std::vector<geometry::Gap> gaps = geometry::gapsOf(pieces.pieces, ends);
-  report.gaps.reserve(report.gaps.size() + gaps.size());
-  for (const geometry::Gap& gap : gaps) {
-    OpenEnd end{layer, gap.end.at, lines[gap.end.piece]};
-    if (gap.next) {
-      end.hasNext = true;
-      end.next = gap.next->at;
-      end.nextLine = lines[gap.next->piece];
-      end.distance = gap.distance;
+  /// Puts a chain in the place of its first piece.
+  void put(geometry::Chain& chain) {
+    const std::size_t first = *std::min_element(chain.pieces.begin(), chain.pieces.end());
+    for (const std::size_t piece : chain.pieces) {
+      if (piece != first) pieces_.drop(meeting_.places[piece]);
     }
-    report.gaps.push_back(end);
+    Chain& held = pieces_.chainAt(meeting_.places[first]);
+    held.path = std::move(chain.path);
+    tidy(held);
+    ++(held.path.closed ? report_.closedChains : report_.openChains);
   }
-}
 
-bool hasClosedChains(const std::vector<HeldShape>& shapes) {
-  return std::any_of(shapes.begin(), shapes.end(), [](const HeldShape& held) {
-    const Chain* const chain = held.chain();
-    return chain != nullptr && chain->cleanable && chain->path.closed;
-  });
-}
+  HeldLayer& layer_;
+  const Options& options_;
+  const Measures& measures_;
+  OutlineReport& report_;
+  const geometry::StopCheck& stop_;
+  OpenPieces pieces_;
+  OpenPieces::EndsKnown known_;
+  OpenPieces::Meeting meeting_;
+};
 
 }  // namespace
 
-void dropDuplicates(std::vector<HeldShape>& shapes, const Measures& measures, LossList& losses) {
-  std::vector<geometry::Stroke> strokes;
-  std::vector<std::size_t> held;
-  Looks looks;
-  for (std::size_t i = 0; i < shapes.size(); ++i) {
-    const Chain* const chain = shapes[i].chain();
-    const auto stroke = chain != nullptr ? strokeOf(*chain, looks) : std::nullopt;
-    if (!stroke) continue;
-    strokes.push_back(*stroke);
-    held.push_back(i);
-  }
-  const geometry::Cleaned cleaned = geometry::withoutDuplicates(strokes, measures.resolution);
-  std::size_t left = 0;
-  for (std::size_t i = 0; i < strokes.size(); ++i) {
-    HeldShape& shape = shapes[held[i]];
-    if (left < cleaned.from.size() && cleaned.from[left] == i) {
-      if (cleaned.strokes[left] != strokes[i]) redraw(*shape.chain(), cleaned.strokes[left]);
-      ++left;
-      continue;
-    }
-    losses.add({LossRule::Duplicate, shape.origin.kind, shape.origin.dxfLayer, shape.origin.line,
-                strokes[i].edge.from});
-    shape.drop();
-  }
-}
-
-void joinOutlines(std::vector<HeldShape>& shapes, const Options& options, const Measures& measures,
-                  OutlineReport& report) {
+void joinOutlines(HeldLayer& layer, const Options& options, const Measures& measures,
+                  OutlineReport& report, const geometry::StopCheck& stop) {
   if (!options.chains && measures.join <= 0.0) return;
-  Pieces pieces = piecesOf(shapes);
-  const geometry::JoinedEnds ends = geometry::joinEnds(pieces.pieces, measures.join);
-  report.joinedEnds += ends.moved;
-  report.largestMove = std::max(report.largestMove, ends.largestMove);
-  const int layer = shapes.empty() ? 0 : shapes.front().origin.layer;
-  std::vector<geometry::Chain> chains;
-  if (options.chains) {
-    chains = geometry::chainsOf(pieces.pieces, ends);
-  } else {
-    for (std::size_t i = 0; i < pieces.pieces.size(); ++i) {
-      chains.push_back({pieces.pieces[i].path, {i}});
-    }
-  }
-  for (geometry::Chain& chain : chains) {
-    const std::size_t first = *std::min_element(chain.pieces.begin(), chain.pieces.end());
-    for (const std::size_t piece : chain.pieces) {
-      if (piece != first) shapes[pieces.held[piece]].drop();
-    }
-    Chain& held = *shapes[pieces.held[first]].chain();
-    held.path = std::move(chain.path);
-    geometry::dropClosePoints(held.path, measures.resolution);
-    geometry::splitWideArcs(held.path);
-    ++(held.path.closed ? report.closedChains : report.openChains);
-  }
-  const bool isOutline = layer == kDimensionLayer || layer == kMillingLayer;
-  if (isOutline || hasClosedChains(shapes)) noteGaps(shapes, pieces, ends, report);
-}
-
-void makeHoles(std::vector<HeldShape>& shapes, const Options& options, const Measures& measures) {
-  const bool isPossible = options.target == Target::Board || options.target == Target::Package;
-  if (options.holeLayers.empty() || !isPossible) return;
-  const double most =
-      std::min(options.holeMost * measures.millimetre, options.version == Version::Eagle4
-                                                           ? kLargestOldDrill * measures.millimetre
-                                                           : measures.widestWire);
-  const double least = options.holeLeast * measures.millimetre;
-  using Cell = std::pair<double, double>;
-  std::map<Cell, std::pair<double, std::size_t>> smallest;
-  const auto cellOf = [&](Point p) {
-    return Cell(std::round(p.x / measures.resolution), std::round(p.y / measures.resolution));
-  };
-  for (std::size_t i = 0; i < shapes.size(); ++i) {
-    const Chain* const chain = shapes[i].chain();
-    const auto& layers = options.holeLayers;
-    if (chain == nullptr || !chain->cleanable ||
-        std::find(layers.begin(), layers.end(), shapes[i].origin.dxfLayer) == layers.end()) {
-      continue;
-    }
-    const auto circle = circleOf(chain->path, measures.resolution);
-    if (!circle) continue;
-    const double diameter = 2.0 * circle->radius;
-    if (diameter < least - measures.resolution || diameter > most + measures.resolution) continue;
-    const auto [found, isNew] =
-        smallest.try_emplace(cellOf(circle->centre), std::pair(diameter, i));
-    if (!isNew && diameter < found->second.first) found->second = {diameter, i};
-  }
-  for (const auto& [cell, hole] : smallest) {
-    HeldShape& held = shapes[hole.second];
-    const auto circle = circleOf(held.chain()->path, measures.resolution);
-    held.shape = Hole{circle->centre, hole.first};
-  }
+  Joiner(layer, options, measures, report, stop).join();
 }
 
 }  // namespace quillon::exact

@@ -2,27 +2,17 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <variant>
 #include <vector>
 
+#include "exact/held_layer.h"
 #include "exact/options.h"
-#include "exact/shapes.h"
+#include "geometry/stop_check.h"
 #include "rules/losses.h"
 
 namespace quillon::exact {
 
 using rules::LossList;
 using rules::LossRule;
-
-/// A shape of one layer, or nothing where another one has taken it in.
-struct HeldShape {
-  Origin origin;
-  std::variant<std::monostate, Chain, Area, TextLine, Dot, Hole> shape;
-
-  Chain* chain() { return std::get_if<Chain>(&shape); }
-  const Chain* chain() const { return std::get_if<Chain>(&shape); }
-  void drop() { shape = std::monostate(); }
-};
 
 /// An end on an outline that no other one meets.
 struct OpenEnd {
@@ -41,17 +31,20 @@ struct OutlineReport {
   std::size_t openChains = 0;
   std::size_t joinedEnds = 0;  ///< that did not meet exactly
   double largestMove = 0.0;
-  std::vector<OpenEnd> gaps;
+  std::size_t gapCount = 0;   ///< all of them
+  std::vector<OpenEnd> gaps;  ///< nearest first; Options::mostGaps of them
 };
 
-// What is done with the shapes of one layer, in this order.
+// What is done with the shapes of one layer, in this order. Each ends early where the check says
+// so, and then leaves some as they are.
 
 /// Leaves out lines, arcs and circles that are drawn twice, wholly or in part.
-void dropDuplicates(std::vector<HeldShape>& shapes, const Measures& measures, LossList& losses);
+void dropDuplicates(HeldLayer& layer, const Measures& measures, LossList& losses,
+                    const geometry::StopCheck& stop);
 /// Joins ends and chains what follows each other.
-void joinOutlines(std::vector<HeldShape>& shapes, const Options& options, const Measures& measures,
-                  OutlineReport& report);
+void joinOutlines(HeldLayer& layer, const Options& options, const Measures& measures,
+                  OutlineReport& report, const geometry::StopCheck& stop);
 /// Makes holes of circles on the chosen layers.
-void makeHoles(std::vector<HeldShape>& shapes, const Options& options, const Measures& measures);
+void makeHoles(HeldLayer& layer, const Options& options, const Measures& measures);
 
 }  // namespace quillon::exact

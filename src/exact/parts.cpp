@@ -82,7 +82,7 @@ Point Parts::baseOf(std::size_t blockIndex) const {
 template <typename Draw>
 void Parts::makePart(std::size_t blockIndex, const Affine& place, const Draw& draw, Part& part) {
   output_.losses.setPlace(place);
-  Cleaning content(options_, output_.losses, output_.writer);
+  Cleaning content(options_, output_.losses, output_.writer, &output_.poll);
   draw(content);
   content.cutEndless();
   if (!content.empty()) {

@@ -38,6 +38,10 @@ Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inher
   }
   const Pattern& pattern = patternOf(lineTypeOf(entity, layer, inherited));
   if (pattern.lengths.empty()) return pen;
+  if (options_.lineTypes == LineTypes::Solid) {
+    pen.hasSolidInstead = true;
+    return pen;
+  }
   // Shorter dashes than this look like EAGLE's short ones.
   constexpr double kLongDash = 3.0;  // millimetres
   const double ltScale = drawing_.ltScale == dxf::kNotGiven ? 1.0 : drawing_.ltScale;
@@ -45,10 +49,9 @@ Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inher
   std::vector<double> dashes;
   dashes.reserve(pattern.lengths.size());
   for (const double length : pattern.lengths) dashes.push_back(length * factor);
-  pen.lacksShapes = pattern.hasShapes && options_.lineTypes != LineTypes::Solid;
+  pen.lacksShapes = pattern.hasShapes;
   switch (options_.lineTypes) {
     case LineTypes::Solid:
-      pen.hasSolidInstead = true;
       break;
     case LineTypes::Style:
       pen.style = styleOf(dashes, kLongDash * measures_.millimetre);

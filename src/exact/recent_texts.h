@@ -24,16 +24,19 @@ class RecentTexts {
   }
 
  private:
-  static constexpr std::size_t kSlots = 16;
+  static constexpr std::size_t kSlots = 32;
 
   struct Entry {
     std::string_view text;
     std::optional<Value> value;
   };
 
-  /// Names in a drawing often differ in their last letter alone.
+  /// Names in a drawing often differ in their last letter alone, or have the same one.
   static std::size_t slotOf(std::string_view text) {
-    return text.empty() ? 0 : static_cast<unsigned char>(text.back()) % kSlots;
+    if (text.empty()) return 0;
+    const auto first = static_cast<unsigned char>(text.front());
+    const auto last = static_cast<unsigned char>(text.back());
+    return (last + 7U * first + 3U * text.size()) % kSlots;
   }
 
   std::array<Entry, kSlots> entries_{};

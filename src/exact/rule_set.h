@@ -20,7 +20,7 @@ class RuleSet final : public rules::Translation {
           rules::LayerNumbers& layers, rules::CancelPoll& poll, const Affine& top)
       : options_(options),
         writer_(options_, commands),
-        cleaning_(options_, losses_, writer_),
+        cleaning_(options_, losses_, writer_, &poll),
         translator_(options_, drawing, layers, cleaning_, losses_, poll, top),
         drawing_(drawing),
         poll_(poll) {}

@@ -60,7 +60,13 @@ double sagitta(const Arc& arc) {
   return 0.5 * chord(arc) * tangentOf(0.25 * std::fabs(arc.curve));
 }
 
-bool isStraight(const Arc& arc, double resolution) { return sagitta(arc) < 0.5 * resolution; }
+bool isStraight(const Arc& arc, double resolution) {
+  // A tangent is no less than its angle, which mostly is enough.
+  constexpr double kClearly = 1.0 + 1e-9;
+  const double least = chord(arc) * radiansOf(0.25 * std::fabs(arc.curve));
+  if (least > kClearly * resolution && std::fabs(arc.curve) < 360.0) return false;
+  return sagitta(arc) < 0.5 * resolution;
+}
 
 double radius(const Arc& arc) {
   if (!hasCurve(arc)) return std::numeric_limits<double>::infinity();
@@ -114,12 +120,25 @@ Box bounds(const Arc& arc) {
   return box;
 }
 
-ArcDistance::ArcDistance(const Arc& arc)
-    : arc_(arc),
-      startTangent_(tangentAt(arc, 0.0)),
-      endTangent_(tangentAt(arc, 1.0)),
-      outward_(arc.curve > 0.0 ? -leftOf(startTangent_) : leftOf(startTangent_)),
-      curvature_(hasCurve(arc) ? 2.0 * halfSine(arc) / chord(arc) : 0.0) {}
+ArcDistance::ArcDistance(const Arc& arc) : arc_(arc), curvature_(0.0) {
+  const Point way = arc.end - arc.start;
+  if (arc.curve == 0.0) {
+    startTangent_ = endTangent_ = unit(way);
+    outward_ = leftOf(startTangent_);
+    return;
+  }
+  // Directions to both sides mirror each other, but for those halfway between quarter turns, which
+  // may be rounded to either.
+  const double half = 0.5 * arc.curve;
+  const Point last = unitVector(half);
+  const bool isHalfway = std::fmod(std::fabs(half), 90.0) == 45.0;
+  const Point first = isHalfway ? unitVector(-half) : Point{last.x, -last.y};
+  startTangent_ = unit(turned(way, first));
+  endTangent_ = unit(turned(way, last));
+  outward_ = arc.curve > 0.0 ? -leftOf(startTangent_) : leftOf(startTangent_);
+  const double sine = isHalfway ? halfSine(arc) : std::fabs(last.y);
+  if (hasCurve(arc)) curvature_ = 2.0 * sine / chord(arc);
+}
 
 double ArcDistance::operator()(Point p) const {
   if (arc_.start == arc_.end) return distance(p, arc_.start);

@@ -37,6 +37,25 @@ std::vector<StabbingTree::Span> spansOf(const std::vector<MonotonePiece>& pieces
   return spans;
 }
 
+/// Told of three or four corners alone, as which areas mostly come: turning the same way in all of
+/// them, they go round once.
+bool isClearlyConvex(const Path& path) {
+  const std::size_t count = path.vertices.size();
+  if (count < 3 || count > 4 || !isUsable(path)) return false;
+  double sense = 0.0;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (path.vertices[i].curve != 0.0) return false;
+    const Point corner = path.vertices[i].at;
+    const Point in = corner - path.vertices[(i + count - 1) % count].at;
+    const Point out = path.vertices[(i + 1) % count].at - corner;
+    constexpr double kClearly = 1e-6;
+    const double turn = cross(in, out);
+    if (!(std::fabs(turn) > kClearly * norm(in) * norm(out)) || turn * sense < 0.0) return false;
+    sense = turn > 0.0 ? 1.0 : -1.0;
+  }
+  return true;
+}
+
 }  // namespace
 
 double signedArea(const Path& path) {
@@ -166,6 +185,7 @@ PointLocator::Rings PointLocator::ringsAt(Point p) const {
 Location locate(const Path& path, Point p) { return PointLocator({&path, 1}).locate(p); }
 
 bool crossesItself(const Path& path, double tolerance) {
+  if (tolerance == 0.0 && isClearlyConvex(path)) return false;
   return crossOrTouch({&path, 1}, tolerance);
 }
 

@@ -97,51 +97,62 @@ class BiarcWriter {
 
   /// Draws a part that needs no halving, or can have no more; false for others.
   bool write(const Part& part) {
-    if (!takeSamples(part)) {
-      report_.unusable = true;
-      lineTo(part.end.at);
-      return true;
+    known_ = 0;
+    isUnusable_ = false;
+    const bool isDone = writeLine(part) || writeBiarc(part);
+    if (isUnusable_) report_.unusable = true;
+    if (isDone) return true;
+    if (!isUnusable_) {
+      if (part.halvings < kMostHalvings) return false;
+      report_.coarse = true;
     }
-    const Arc line{part.start.at, part.end.at};
-    if (liesWithin(part, ArcDistance(line), ArcDistance(line))) {
-      lineTo(part.end.at);
-      return true;
-    }
-    if (writeBiarc(part)) return true;
-    if (part.halvings < kMostHalvings) return false;
-    report_.coarse = true;
+    lineTo(part.end.at);
+    return true;
+  }
+
+  bool writeLine(const Part& part) {
+    const ArcDistance line({part.start.at, part.end.at});
+    if (!liesWithin(part, line, nullptr)) return false;
     lineTo(part.end.at);
     return true;
   }
 
   bool writeBiarc(const Part& part) {
+    if (isUnusable_) return false;
     std::optional<Biarc> arcs = biarcBetween(part.start.at, unit(part.start.derivative),
                                              part.end.at, unit(part.end.derivative));
     if (!arcs) return false;
     straighten(arcs->first, settings_.resolution);
     straighten(arcs->second, settings_.resolution);
-    if (!liesWithin(part, ArcDistance(arcs->first), ArcDistance(arcs->second))) return false;
+    const ArcDistance second(arcs->second);
+    if (!liesWithin(part, ArcDistance(arcs->first), &second)) return false;
     arcTo(arcs->first.end, arcs->first.curve);
     arcTo(arcs->second.end, arcs->second.curve);
     return true;
   }
 
-  /// False if one of them is unusable.
-  bool takeSamples(const Part& part) {
-    const double step = (part.to - part.from) / (kSamples + 1);
-    for (std::size_t i = 0; i < kSamples; ++i) {
+  /// A point within the part; each is worked out once.
+  const CurveSample& sampleOf(const Part& part, std::size_t i) {
+    if ((known_ >> i & 1U) == 0) {
+      const double step = (part.to - part.from) / (kSamples + 1);
       // The one in the middle is where the part may be halved.
       inner_[i] = curve_(part.from + step * static_cast<double>(i + 1), Side::kAfter);
-      if (!usable(inner_[i].at)) return false;
+      known_ |= 1U << i;
+      isUnusable_ = isUnusable_ || !usable(inner_[i].at);
     }
-    return true;
+    return inner_[i];
   }
 
-  bool liesWithin(const Part& part, const ArcDistance& first, const ArcDistance& second) const {
-    const auto isNear = [&](Point p) { return first(p) <= allowed_ || second(p) <= allowed_; };
-    if (!std::all_of(inner_.begin(), inner_.end(),
-                     [&](const CurveSample& sample) { return isNear(sample.at); })) {
-      return false;
+  /// Whether all samples and checks are near. What is not near is often seen in the middle already.
+  bool liesWithin(const Part& part, const ArcDistance& first, const ArcDistance* second) {
+    static constexpr std::array<std::size_t, kSamples> kOrder = {7, 3, 11, 1, 5,  9,  13, 0,
+                                                                 2, 4, 6,  8, 10, 12, 14};
+    const auto isNear = [&](Point p) {
+      return first(p) <= allowed_ || (second != nullptr && (*second)(p) <= allowed_);
+    };
+    for (const std::size_t i : kOrder) {
+      const Point at = sampleOf(part, i).at;
+      if (isUnusable_ || !isNear(at)) return false;
     }
     auto check = std::upper_bound(checks_.begin(), checks_.end(), part.from);
     for (; check != checks_.end() && *check < part.to; ++check) {
@@ -165,6 +176,8 @@ class BiarcWriter {
   double allowed_;
   CurveReport report_;
   std::array<CurveSample, kSamples> inner_{};
+  unsigned known_ = 0;       ///< which of these are worked out for the part at hand, bit by bit
+  bool isUnusable_ = false;  ///< one of them is
   std::size_t written_ = 0;
   bool started_ = false;
 };

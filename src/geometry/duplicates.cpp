@@ -24,13 +24,6 @@ Features featuresOf(const Stroke& stroke) {
   return {edge.from, edge.to, pointAt(edge, 0.5)};
 }
 
-bool isNothing(const Stroke& stroke, double resolution) {
-  if (!usable(stroke.edge.from) || !usable(stroke.edge.to)) return true;
-  if (stroke.isCircle) return norm(stroke.edge.to - stroke.edge.from) < resolution;
-  if (!(std::fabs(stroke.edge.curve) < 360.0)) return true;
-  return stroke.edge.from == stroke.edge.to || lengthOf(stroke.edge) < resolution;
-}
-
 /// Strokes by the cells that their features are in. Cells are much larger than the resolution, so
 /// that few strokes have to be looked for in more than one.
 class StrokeIndex {
@@ -120,12 +113,22 @@ class StrokeIndex {
 
 }  // namespace
 
-Cleaned withoutDuplicates(std::span<const Stroke> strokes, double resolution) {
+bool isNothing(const Stroke& stroke, double resolution) {
+  if (!usable(stroke.edge.from) || !usable(stroke.edge.to)) return true;
+  if (stroke.isCircle) return norm(stroke.edge.to - stroke.edge.from) < resolution;
+  if (!(std::fabs(stroke.edge.curve) < 360.0)) return true;
+  return stroke.edge.from == stroke.edge.to || lengthOf(stroke.edge) < resolution;
+}
+
+Cleaned withoutDuplicates(std::span<const Stroke> strokes, double resolution, const Box& others,
+                          const StopCheck& stop) {
+  constexpr std::size_t kStrokesPerCheck = 64;
   Cleaned result;
   result.strokes.reserve(strokes.size());
   result.from.reserve(strokes.size());
   StrokeIndex index(result.strokes, strokes.size(), resolution);
   for (std::size_t i = 0; i < strokes.size(); ++i) {
+    if (i % kStrokesPerCheck == 0 && stop()) return result;
     if (isNothing(strokes[i], resolution)) {
       ++result.zeroLength;
     } else if (index.hasEqual(strokes[i])) {
@@ -136,7 +139,9 @@ Cleaned withoutDuplicates(std::span<const Stroke> strokes, double resolution) {
       index.add(result.strokes.size() - 1);
     }
   }
-  const std::vector<bool> kept = mergeOverlaps(result.strokes, resolution);
+  const std::vector<bool> kept =
+      mergeOverlaps(result.strokes, resolution, others, result.unions, stop);
+  for (Union& joined : result.unions) joined.index = result.from[joined.index];
   std::size_t next = 0;
   for (std::size_t i = 0; i < kept.size(); ++i) {
     if (!kept[i]) continue;

@@ -16,6 +16,7 @@ namespace {
 
 /// Of one cell; more would be a place of many ends, none of which means to meet a certain other.
 constexpr int kMostCompared = 64;
+constexpr std::size_t kEndsPerCheck = 64;
 
 std::uint64_t hashOf(std::size_t layer, double x, double y) {
   return mixedBits(mixedBits(mixedBits(layer + 0x9e3779b97f4a7c15U) + bitsOf(x)) + bitsOf(y));
@@ -51,9 +52,10 @@ struct Target {
 
 class EndGrid {
  public:
-  EndGrid(std::vector<Piece>& pieces, double tolerance)
+  EndGrid(std::vector<Piece>& pieces, double tolerance, const StopCheck& stop)
       : pieces_(pieces),
         tolerance_(tolerance),
+        stop_(stop),
         placeOf_(2 * pieces.size(), kNoIndex),
         nextAtPlace_(2 * pieces.size(), kNoIndex),
         filled_(2 * pieces.size()),
@@ -65,6 +67,7 @@ class EndGrid {
     for (const bool leads : {true, false}) {
       for (const bool alone : {false, true}) {
         for (std::size_t i = 0; i < places_.size(); ++i) {
+          if (i % kEndsPerCheck == 0 && stop_()) return {};
           if (places_[i].leads == leads && (places_[i].ends == 1) == alone) assign(i);
         }
       }
@@ -88,6 +91,7 @@ class EndGrid {
     std::vector<std::size_t> nextWithHash;
     for (const bool arcs : {false, true}) {
       for (std::size_t end = 0; end < placeOf_.size(); ++end) {
+        if (end % kEndsPerCheck == 0 && stop_()) return;
         const Piece& piece = pieces_[end / 2];
         if (piece.isArc != arcs || !hasEnds(piece)) continue;
         const Point at = endOf(end);
@@ -216,6 +220,7 @@ class EndGrid {
 
   std::vector<Piece>& pieces_;
   double tolerance_;
+  const StopCheck& stop_;
   std::vector<Place> places_;
   std::vector<std::size_t> placeOf_;      ///< of each end
   std::vector<std::size_t> nextAtPlace_;  ///< the ends at a place after its first one
@@ -226,8 +231,8 @@ class EndGrid {
 
 }  // namespace
 
-JoinedEnds joinEnds(std::vector<Piece>& pieces, double tolerance) {
-  return EndGrid(pieces, tolerance).join();
+JoinedEnds joinEnds(std::vector<Piece>& pieces, double tolerance, const StopCheck& stop) {
+  return EndGrid(pieces, tolerance, stop).join();
 }
 
 }  // namespace quillon::geometry

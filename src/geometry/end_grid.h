@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "geometry/path.h"
+#include "geometry/stop_check.h"
 
 namespace quillon::geometry {
 
@@ -29,7 +30,8 @@ struct JoinedEnds {
 /// radius, or their angle where the chord is too long for that. Ends of a piece that is hardly
 /// longer than its chord and shorter than the tolerance stay apart, and so do places at which two
 /// or more ends each meet already. Closed pieces have no ends, nor have those that cannot be
-/// reckoned with: each of their points is one of its own. Linear time.
-JoinedEnds joinEnds(std::vector<Piece>& pieces, double tolerance);
+/// reckoned with: each of their points is one of its own. Linear time. Where `stop` ends it early,
+/// the paths are as they were.
+JoinedEnds joinEnds(std::vector<Piece>& pieces, double tolerance, const StopCheck& stop = {});
 
 }  // namespace quillon::geometry

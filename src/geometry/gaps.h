@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "geometry/end_grid.h"
+#include "geometry/nearest_end.h"
 #include "geometry/point.h"
+#include "geometry/stop_check.h"
 
 namespace quillon::geometry {
 
@@ -25,6 +27,15 @@ struct Gap {
 
   bool operator==(const Gap&) const = default;
 };
+
+/// The ends that are alone, of one layer; see below. Of ends that are one point, only the first is
+/// given.
+std::vector<Gap> gapsBetween(const std::vector<PieceEnd>& ends, const StopCheck& stop);
+
+/// The first of these, `most` at most. Looks at few ends where that is enough. None are nearer to
+/// each other than the tolerance within which they were joined.
+std::vector<Gap> nearestGaps(const std::vector<PieceEnd>& ends, double tolerance, std::size_t most,
+                             const StopCheck& stop);
 
 /// The ends left alone after joinEnds(), nearest to their next one first, those without a next one
 /// last; equal distances in the order of the pieces. The other end of the same piece counts as

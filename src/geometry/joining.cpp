@@ -85,12 +85,15 @@ Chain chainFrom(std::span<const Piece> pieces, const std::vector<std::size_t>& p
 
 }  // namespace
 
-std::vector<Chain> chainsOf(std::span<const Piece> pieces, const JoinedEnds& ends) {
+std::vector<Chain> chainsOf(std::span<const Piece> pieces, const JoinedEnds& ends,
+                            const StopCheck& stop) {
+  constexpr std::size_t kPiecesPerCheck = 64;
   const std::vector<std::size_t> partners = partnersOf(pieces, ends);
   std::vector<bool> used(pieces.size(), false);
   std::vector<Chain> chains;
   chains.reserve(pieces.size());
   for (std::size_t i = 0; i < pieces.size(); ++i) {
+    if (i % kPiecesPerCheck == 0 && stop()) return chains;
     if (used[i]) continue;
     if (pieces[i].path.closed || pieces[i].path.vertices.size() < 2) {
       chains.push_back({pieces[i].path, {i}});

@@ -19,7 +19,8 @@ struct Chain {
 /// Chains pieces in the points at which exactly two ends of the same layer and style meet. Each
 /// piece is in one chain, whose first piece in the order of the pieces keeps its sense; chains
 /// come in the order of those first pieces. A closed chain starts with its first piece. Pieces
-/// without vertices are chains too. Time n log n.
-std::vector<Chain> chainsOf(std::span<const Piece> pieces, const JoinedEnds& ends);
+/// without vertices are chains too. Time n log n. Ends early where `stop` says so.
+std::vector<Chain> chainsOf(std::span<const Piece> pieces, const JoinedEnds& ends,
+                            const StopCheck& stop = {});
 
 }  // namespace quillon::geometry

@@ -60,7 +60,7 @@ struct NearestEnd::Search {
   double distance = std::numeric_limits<double>::infinity();
 
   void consider(const PieceEnd& end) {
-    if (end.point == from.point) return;
+    if (&end == &from) return;
     const double far = norm(end.at - from.at);
     if (far > distance || (far == distance && best != nullptr && best->index < end.index)) return;
     best = &end;

@@ -11,15 +11,15 @@ namespace quillon::geometry {
 /// An end of a piece.
 struct PieceEnd {
   Point at;
-  std::size_t index = 0;  ///< 2 i or 2 i + 1
-  std::size_t point = 0;  ///< equal numbers are one point
+  std::size_t index = 0;  ///< of the i-th piece 2 i at its start, 2 i + 1 at its end
+  bool isAlone = false;   ///< no other end is the same point
 };
 
 /// Finds the nearest one of many ends: ends near each other are kept near each other in memory, a
 /// few of them in a box, a few boxes in a larger one, and so on.
 class NearestEnd {
  public:
-  /// The ends are usable().
+  /// The ends are usable(), and no two of them the same point.
   explicit NearestEnd(const std::vector<PieceEnd>& ends);
 
   /// In the order in which they are best asked for.
@@ -29,7 +29,7 @@ class NearestEnd {
     const PieceEnd* end = nullptr;  ///< the one with the lower index among equally near ones
     double distance = 0.0;
   };
-  /// The nearest end that is another point than ends()[place].
+  /// The end nearest to ends()[place].
   Found nearestTo(std::size_t place) const;
 
  private:

@@ -15,9 +15,8 @@
 namespace quillon::geometry {
 namespace {
 
-/// Radians; lines that turn from each other by less than half of it are compared.
-constexpr double kAngleCell = 1e-4;
 constexpr std::size_t kMostOpen = 16;
+constexpr std::size_t kPartsPerCheck = 64;
 
 /// A stroke by the line or circle that it is part of, and from where to where.
 struct Part {
@@ -26,6 +25,16 @@ struct Part {
   double high = 0.0;
   std::size_t stroke = 0;
 };
+
+/// A part by its cell; those of one cell are compared.
+struct Member {
+  std::uint64_t hash = 0;
+  double low = 0.0;
+  std::size_t stroke = 0;
+};
+/// Members are sorted in so many heaps, so that each takes little time.
+constexpr std::size_t kBuckets = 64;
+constexpr std::uint64_t kHashesPerBucket = ~std::uint64_t{0} / kBuckets + 1;
 
 /// Lines without a sense point to the right, or upwards: what is near the limit of one is not near
 /// that of the other.
@@ -110,18 +119,21 @@ std::optional<Stroke> unionOfArcs(const Stroke& one, const Stroke& other, double
 
 class Merger {
  public:
-  Merger(std::vector<Stroke>& strokes, double resolution)
+  Merger(std::vector<Stroke>& strokes, double resolution, const Box& others,
+         std::vector<Union>& unions, const StopCheck& stop)
       : strokes_(strokes),
         resolution_(resolution),
+        unions_(unions),
+        stop_(stop),
         kept_(strokes.size(), true),
         isChanged_(strokes.size(), false) {
-    Box box;
+    Box box = others;
     for (const Stroke& stroke : strokes) {
       box.add(stroke.edge.from);
       box.add(stroke.edge.to);
     }
-    if (!strokes.empty()) origin_ = box.low + (box.high - box.low) * 0.5;
-    size_ = strokes.empty() ? 0.0 : norm(box.high - box.low);
+    if (!box.empty()) origin_ = box.low + (box.high - box.low) * 0.5;
+    offsetCell_ = overlapOffsetCell(resolution, box.diagonal());
   }
 
   /// Strokes that are near each other are in the same cell of one of several grids at least, each
@@ -147,17 +159,16 @@ class Merger {
     const Point way = rightOrUpwards(edge, upwards_);
     const auto [low, high] =
         std::minmax({dot(way, edge.from - origin_), dot(way, edge.to - origin_)});
-    const double offsetCell = 16.0 * resolution_ + kAngleCell * size_;
-    return {
-        {std::atan2(way.y, way.x) / kAngleCell, cross(way, edge.from - origin_) / offsetCell, 0.0},
-        low,
-        high,
-        i};
+    return {{std::atan2(way.y, way.x) / kOverlapAngleCell,
+             cross(way, edge.from - origin_) / offsetCell_, 0.0},
+            low,
+            high,
+            i};
   }
 
   Part partOfArc(std::size_t i) const {
     const Round turn = roundOf(strokes_[i]);
-    const double cell = 16.0 * resolution_;
+    const double cell = overlapCircleCell(resolution_);
     const Point centre = (turn.circle.centre - origin_) * (1.0 / cell);
     return {
         {centre.x, centre.y, turn.circle.radius / cell}, turn.start, turn.start + turn.sweep, i};
@@ -187,58 +198,60 @@ class Merger {
     std::fill(isChanged_.begin(), isChanged_.end(), false);
   }
 
-  /// The part in whole cells of a moved grid.
-  static Part inCell(Part part, unsigned shift) {
-    for (unsigned k = 0; k < 3; ++k) {
-      part.carrier[k] = std::floor(part.carrier[k] + ((shift >> k) & 1U) * 0.5);
-    }
-    return part;
-  }
-
-  std::uint64_t hashOf(const Part& part) const {
+  /// A hash of the part's cell in a moved grid.
+  std::uint64_t hashOf(const Part& part, unsigned shift) const {
     std::uint64_t hash = strokes_[part.stroke].layer;
-    for (const double cell : part.carrier) hash = hash * 0x9e3779b97f4a7c15U + bitsOf(cell);
+    for (unsigned k = 0; k < 3; ++k) {
+      const double cell = std::floor(part.carrier[k] + ((shift >> k) & 1U) * 0.5);
+      hash = hash * 0x9e3779b97f4a7c15U + bitsOf(cell);
+    }
     return mixedBits(hash);
   }
 
-  /// Most parts are alone in their cells: the others, and few more.
-  std::vector<Part> crowdedParts(unsigned shift) {
+  /// Most parts are alone in their cells: the others, and few more, by the first bits of their
+  /// hashes.
+  std::array<std::vector<Member>, kBuckets> crowdedParts(unsigned shift) {
     HashFilter once(parts_.size());
     HashFilter twice(parts_.size());
+    std::array<std::vector<Member>, kBuckets> crowded;
     for (std::size_t i = 0; i < parts_.size(); ++i) {
-      hashes_[i] = hashOf(inCell(parts_[i], shift));
+      if (i % kPartsPerCheck == 0 && stop_()) return crowded;
+      hashes_[i] = hashOf(parts_[i], shift);
       if (once.add(hashes_[i])) twice.add(hashes_[i]);
     }
-    std::vector<Part> crowded;
     for (std::size_t i = 0; i < parts_.size(); ++i) {
-      if (twice.mayHave(hashes_[i])) crowded.push_back(inCell(parts_[i], shift));
+      if (!twice.mayHave(hashes_[i])) continue;
+      crowded[hashes_[i] / kHashesPerBucket].push_back(
+          {hashes_[i], parts_[i].low, parts_[i].stroke});
     }
     return crowded;
   }
 
   void mergeIn(unsigned shift) {
     renewParts();
-    std::vector<Part> parts = crowdedParts(shift);
-    const auto key = [this](const Part& part) {
-      return std::tuple(strokes_[part.stroke].layer, part.carrier);
-    };
-    base::ranges::sort(parts, [&](const Part& a, const Part& b) {
-      return std::tuple(key(a), a.low, a.stroke) < std::tuple(key(b), b.low, b.stroke);
-    });
-    for (std::size_t first = 0; first < parts.size();) {
-      std::size_t last = first + 1;
-      while (last < parts.size() && key(parts[last]) == key(parts[first])) ++last;
-      if (last - first > 1) mergeParts(std::span<const Part>(parts).subspan(first, last - first));
-      first = last;
+    for (std::vector<Member>& members : crowdedParts(shift)) {
+      if (stop_()) return;
+      base::ranges::sort(members, [](const Member& a, const Member& b) {
+        return std::tie(a.hash, a.low, a.stroke) < std::tie(b.hash, b.low, b.stroke);
+      });
+      for (std::size_t first = 0; first < members.size();) {
+        std::size_t last = first + 1;
+        while (last < members.size() && members[last].hash == members[first].hash) ++last;
+        if (last - first > 1) {
+          mergeParts(std::span<const Member>(members).subspan(first, last - first));
+        }
+        first = last;
+      }
     }
   }
 
   /// Compares each part with the last ones that may reach to it; arcs once more across the angle at
   /// which their circle starts.
-  void mergeParts(std::span<const Part> parts) {
+  void mergeParts(std::span<const Member> parts) {
     std::vector<std::size_t> open;
     const std::size_t rounds = lines_ ? 1 : 2;
     for (std::size_t k = 0; k < rounds * parts.size(); ++k) {
+      if (k % kPartsPerCheck == 0 && stop_()) return;
       std::size_t stroke = parts[k % parts.size()].stroke;
       if (!kept_[stroke]) continue;
       std::erase_if(open, [&](std::size_t i) { return i == stroke || !kept_[i]; });
@@ -268,6 +281,7 @@ class Merger {
       strokes_[first] = *stroke;
     }
     kept_[second] = false;
+    unions_.push_back({first, strokes_[first]});
     isChanged_[first] = true;
     hasMerged_ = true;
     return true;
@@ -275,6 +289,8 @@ class Merger {
 
   std::vector<Stroke>& strokes_;
   double resolution_;
+  std::vector<Union>& unions_;
+  const StopCheck& stop_;
   std::vector<bool> kept_;
   std::vector<bool> isChanged_;  ///< since parts_ was up to date
   bool hasMerged_ = false;
@@ -284,13 +300,22 @@ class Merger {
   std::vector<Part> parts_;
   std::vector<std::uint64_t> hashes_;  ///< of each of them
   Point origin_;
-  double size_ = 0.0;
+  double offsetCell_ = 0.0;
 };
 
 }  // namespace
 
-std::vector<bool> mergeOverlaps(std::vector<Stroke>& strokes, double resolution) {
-  return Merger(strokes, resolution).merge();
+double overlapOffsetCell(double resolution, double size) {
+  return 16.0 * resolution + kOverlapAngleCell * size;
+}
+
+double overlapCircleCell(double resolution) { return 16.0 * resolution; }
+
+Circle overlapCircleOf(const Stroke& stroke) { return roundOf(stroke).circle; }
+
+std::vector<bool> mergeOverlaps(std::vector<Stroke>& strokes, double resolution, const Box& others,
+                                std::vector<Union>& unions, const StopCheck& stop) {
+  return Merger(strokes, resolution, others, unions, stop).merge();
 }
 
 }  // namespace quillon::geometry

@@ -47,6 +47,17 @@ void settleEnd(std::vector<Vertex>& vertices, Point end, double resolution) {
   vertices.erase(vertices.begin() + static_cast<std::ptrdiff_t>(before) + 1, vertices.end() - 1);
 }
 
+/// Told by the disc over the chord, which arcs of half a turn do not leave; false where that is not
+/// enough to tell.
+bool isSurelyWithin(const Arc& arc, const Box& box) {
+  constexpr double kMore = 1.0 + 1e-9;
+  if (!(std::fabs(arc.curve) <= 180.0)) return false;
+  const Point between = middle(arc.start, arc.end);
+  const double reach = 0.5 * kMore * chord(arc);
+  return between.x - reach >= box.low.x && between.x + reach <= box.high.x &&
+         between.y - reach >= box.low.y && between.y + reach <= box.high.y;
+}
+
 }  // namespace
 
 std::size_t arcCount(const Path& path) {
@@ -68,9 +79,17 @@ double length(const Path& path) {
 
 Box bounds(const Path& path) {
   Box box;
-  for (const Vertex& vertex : path.vertices) box.add(vertex.at);
-  for (std::size_t i = 0; i < arcCount(path); ++i) box.add(bounds(arcAt(path, i)));
+  extend(box, path);
   return box;
+}
+
+void extend(Box& box, const Path& path) {
+  for (const Vertex& vertex : path.vertices) box.add(vertex.at);
+  for (std::size_t i = 0; i < arcCount(path); ++i) {
+    if (path.vertices[i].curve == 0.0) continue;
+    const Arc arc = arcAt(path, i);
+    if (!isSurelyWithin(arc, box)) box.add(bounds(arc));
+  }
 }
 
 void reverse(Path& path) {

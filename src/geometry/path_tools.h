@@ -21,6 +21,8 @@ Arc arcAt(const Path& path, std::size_t index);
 double length(const Path& path);
 /// The rectangle around all lines and arcs; empty for a path without vertices.
 Box bounds(const Path& path);
+/// Adds that rectangle to a box.
+void extend(Box& box, const Path& path);
 
 /// Makes the path run the other way. A closed one keeps its first vertex.
 void reverse(Path& path);

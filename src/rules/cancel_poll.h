@@ -49,6 +49,13 @@ class CancelPoll {
     return cancelled_;
   }
 
+  /// True once the user has cancelled; a limit is no cancel.
+  bool cancelled() const { return cancelled_; }
+  /// True while the script has as many lines as it may have.
+  bool isScriptFull() const {
+    return script_ != nullptr && script_->commandCount() >= limits_.lines;
+  }
+
   /// Counts work that costs as much as this many steps.
   void addSteps(std::uint64_t steps) { steps_ += steps; }
 

@@ -27,10 +27,16 @@ std::string_view wordOf(LossRule rule) { return rowOf(rule).word; }
 void LossList::add(const Event& event, std::uint64_t count) { addPlaced(placed(event), count); }
 
 void LossList::addPlaced(const Event& event, std::uint64_t count) {
-  const auto [found, isNew] =
-      index_.try_emplace(Key(event.rule, event.kind, event.layer), losses_.size());
-  if (isNew) losses_.push_back({event.rule, event.kind, event.layer, 0, event.line, event.at, 0.0});
-  Loss& loss = losses_[found->second];
+  Recent& recent = recent_[placeOf(event.rule, event.kind, event.layer)];
+  if (!isSame(recent, event.rule, event.kind, event.layer)) {
+    const auto [found, isNew] =
+        index_.try_emplace(Key(event.rule, event.kind, event.layer), losses_.size());
+    if (isNew) {
+      losses_.push_back({event.rule, event.kind, event.layer, 0, event.line, event.at, 0.0});
+    }
+    recent = {event.kind, event.layer, event.rule, found->second};
+  }
+  Loss& loss = losses_[recent.index];
   loss.count += count;
   loss.most = std::max(loss.most, event.measure);
 }

@@ -67,9 +67,7 @@ class LossList {
   /// names are the same characters as before, not merely equal ones.
   bool addAgain(LossRule rule, std::string_view kind, std::string_view layer) {
     const Recent& recent = recent_[placeOf(rule, kind, layer)];
-    const bool isSame = recent.index < losses_.size() && recent.rule == rule &&
-                        isSameText(recent.kind, kind) && isSameText(recent.layer, layer);
-    if (!isSame) return findAgain(rule, kind, layer);
+    if (!isSame(recent, rule, kind, layer)) return findAgain(rule, kind, layer);
     ++losses_[recent.index].count;
     return true;
   }
@@ -93,6 +91,11 @@ class LossList {
   static constexpr std::size_t kRecent = 256;
   static bool isSameText(std::string_view a, std::string_view b) {
     return a.data() == b.data() && a.size() == b.size();
+  }
+  bool isSame(const Recent& recent, LossRule rule, std::string_view kind,
+              std::string_view layer) const {
+    return recent.index < losses_.size() && recent.rule == rule && isSameText(recent.kind, kind) &&
+           isSameText(recent.layer, layer);
   }
   static std::size_t placeOf(LossRule rule, std::string_view kind, std::string_view layer) {
     const auto bits = [](const char* text) { return reinterpret_cast<std::uintptr_t>(text); };

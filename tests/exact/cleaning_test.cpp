@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <ctime>
+
 #include "shape_log.h"
+#include "support/test_monitor.h"
 
 namespace quillon::testing {
 namespace {
@@ -31,7 +35,7 @@ class CleaningTest : public ::testing::Test {
     cleaning().take({layer, "LINE", "OUTLINE", ++line_}, std::move(chain));
   }
   exact::Cleaning& cleaning() {
-    if (!cleaning_) cleaning_.emplace(options, losses, log_);
+    if (!cleaning_) cleaning_.emplace(options, losses, log_, &poll);
     return *cleaning_;
   }
   const std::string& cleaned() {
@@ -41,6 +45,8 @@ class CleaningTest : public ::testing::Test {
 
   exact::Options options;
   exact::LossList losses;
+  TestMonitor monitor;
+  rules::CancelPoll poll{monitor};
 
  private:
   ShapeLog log_;
@@ -171,6 +177,62 @@ TEST_F(CleaningTest, AnEndlessLineAloneIsLeftOut) {
   cleaning().take({20, "RAY", "0", 9}, exact::EndlessLine{{50, 50}, {1, 0}, false, 0.0});
   EXPECT_EQ(cleaned(), "");
   EXPECT_EQ(losses.countOf(exact::LossRule::EndlessAlone), 1U);
+}
+
+TEST_F(CleaningTest, HeldShapesCountAsSteps) {
+  line(0, 0, 10, 0);
+  const std::uint64_t steps = poll.steps();
+  for (int i = 0; i < 100; ++i) line(0, i, 10, i);
+  EXPECT_GE(poll.steps() - steps, 400U);
+}
+
+TEST_F(CleaningTest, PastTheLimitOfStepsShapesAreHandedOnAsTheyAre) {
+  poll.setLimit(10);
+  line(0, 0, 10, 0);
+  circle(50, 50, 2);
+  line(10, 0, 20, 0);
+  EXPECT_EQ(cleaned(),
+            "20 wire 0 (0 0) (10 0)\n20 circle 0 (48 50) +180 (52 50) +180 (48 50)\n"
+            "20 wire 0 (10 0) (20 0)\n");
+}
+
+TEST_F(CleaningTest, AfterACancelNothingMoreIsHandedOn) {
+  for (int i = 0; i < 1000; ++i) line(i, 0, i + 1, 0);
+  for (int i = 0; i < 1000; ++i) line(0, i, 0.5, i, 21);
+  monitor.cancelWhen = [] { return true; };
+  const std::string shapes = cleaned();
+  EXPECT_LT(std::count(shapes.begin(), shapes.end(), '\n'), 200);
+}
+
+/// Processor time goes on for this machine's other work as well, but not in this process.
+double processorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
+
+/// The longest time between two looks for a cancel, in seconds.
+class SlowestLook {
+ public:
+  explicit SlowestLook(TestMonitor& monitor) {
+    monitor.cancelWhen = [this] {
+      const double now = processorSeconds();
+      longest_ = std::max(longest_, now - last_);
+      last_ = now;
+      return false;
+    };
+  }
+  double seconds() { return std::max(longest_, processorSeconds() - last_); }
+
+ private:
+  double last_ = processorSeconds();
+  double longest_ = 0.0;
+};
+
+TEST_F(CleaningTest, LooksForACancelAllTheTime) {
+  constexpr int kLines = 200000;
+  for (int i = 0; i < kLines; ++i) line(i % 500, i / 500, i % 500 + 1, i / 500);
+  for (int i = 0; i < kLines; ++i) line(i % 500, i / 500, i % 500, i / 500 + 0.7);
+  SlowestLook look(monitor);
+  cleaning().finish();
+  // A tenth where nothing else runs.
+  EXPECT_LT(look.seconds(), 0.3);
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "base/ranges.h"
 #include "geometry/line_piece.h"
 #include "geometry/path_arcs.h"
@@ -88,6 +90,27 @@ TEST(GapsOf, SurvivesHostilePaths) {
   for (const Path& path : hostilePaths()) pieces.push_back({path, 0, 0, false});
   EXPECT_LE(gapsOf(pieces, joinEnds(pieces, 0.01)).size(), 2 * pieces.size());
   EXPECT_TRUE(gapsOf({}, {}).empty());
+}
+
+TEST(Gaps, TheNearestOnesAreTheFirstOfAll) {
+  std::mt19937 random(7);
+  std::uniform_real_distribution<double> place(0.0, 100.0);
+  std::vector<PieceEnd> ends;
+  for (std::size_t i = 0; i < 5000; ++i) {
+    ends.push_back({{place(random), place(random)}, i, i % 3 != 0});
+  }
+  const std::vector<Gap> all = gapsBetween(ends, {});
+  for (const std::size_t most : {std::size_t{1}, std::size_t{20}, std::size_t{3000}}) {
+    EXPECT_EQ(nearestGaps(ends, 0.0, most, {}),
+              std::vector<Gap>(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(most)));
+  }
+  EXPECT_EQ(nearestGaps(ends, 0.0, 10000, {}), all);
+}
+
+TEST(Gaps, TheNearestOnesOfEndsInARowAreFound) {
+  std::vector<PieceEnd> ends;
+  for (std::size_t i = 0; i < 2000; ++i) ends.push_back({{double(i), 0.0}, i, true});
+  EXPECT_EQ(nearestGaps(ends, 0.01, 5, {}).size(), 5U);
 }
 
 }  // namespace

@@ -220,7 +220,9 @@ class Runner {
       result.dxfFile = planned.job.dxfFile;
       messages.push_back(error(obstacle));
     } else {
-      result = convert_(planned.job, host, surroundingsOf(planned));
+      convert::ConversionJob job = planned.job;
+      job.allGaps = options_.json;
+      result = convert_(job, host, surroundingsOf(planned));
       messages = host.messages();
       if (result.outcome != Outcome::Ended) addLosses(result, messages);
       written = writeOthers(planned, result, messages);

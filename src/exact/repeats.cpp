@@ -1,0 +1,193 @@
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+#include "exact/outlines.h"
+#include "geometry/duplicates.h"
+#include "geometry/path_tools.h"
+#include "geometry/repeat_filter.h"
+#include "geometry/vectors.h"
+
+namespace quillon::exact {
+namespace {
+
+using geometry::Stroke;
+
+Stroke strokeOf(const HeldSegment& segment, const Look& look) {
+  Stroke stroke;
+  stroke.layer = look.pen;
+  stroke.isCircle = look.isCircle;
+  stroke.edge = {segment.from, segment.to, segment.curve};
+  if (look.isCircle) {
+    stroke.edge = {geometry::middle(segment.from, segment.to), segment.to, 0.0};
+  }
+  return stroke;
+}
+
+/// Finds what the segments of a layer have twice, of which there may be millions, nearly all of
+/// them once.
+class RepeatSearch {
+ public:
+  RepeatSearch(HeldLayer& layer, double resolution, const geometry::StopCheck& stop)
+      : layer_(layer), resolution_(resolution), stop_(stop), isGiven_(layer.segments().size()) {}
+
+  /// False where it was stopped.
+  bool run() {
+    if (!findGiven()) return false;
+    do {
+      cleaned_ = geometry::withoutDuplicates(strokes(), resolution_, boxOfOthers(), stop_);
+      if (stop_()) return false;
+    } while (giveMore());
+    return true;
+  }
+
+  const std::vector<std::size_t>& given() const { return given_; }
+  const std::vector<Stroke>& givenStrokes() const { return strokes_; }
+  const geometry::Cleaned& cleaned() const { return cleaned_; }
+
+ private:
+  template <typename Function>
+  bool forEachStroke(Function&& function) const {
+    constexpr std::size_t kSegmentsPerCheck = 64;
+    const SegmentList& segments = layer_.segments();
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+      if (i % kSegmentsPerCheck == 0 && stop_()) return false;
+      const Look& look = layer_.lookOf(segments[i]);
+      if (look.cleanable) function(i, strokeOf(segments[i], look));
+    }
+    return true;
+  }
+
+  bool findGiven() {
+    geometry::Box box;
+    std::size_t count = 0;
+    const auto measure = [&](std::size_t, const Stroke& stroke) {
+      ++count;
+      geometry::RepeatFilter::addTo(box, stroke, resolution_);
+    };
+    if (!forEachStroke(measure)) return false;
+    geometry::RepeatFilter filter(count, box, resolution_);
+    if (!forEachStroke([&](std::size_t, const Stroke& stroke) { filter.add(stroke); })) {
+      return false;
+    }
+    box_ = box;
+    count = 0;
+    const auto give = [&](std::size_t i, const Stroke& stroke) {
+      isGiven_[i] = filter.mayRepeat(stroke);
+      count += isGiven_[i] ? 1 : 0;
+    };
+    return forEachStroke(give) && sift(count);
+  }
+
+  /// A second look at those that are left, among which fewer are taken for another by chance.
+  bool sift(std::size_t count) {
+    constexpr std::size_t kMoreRoom = 8;
+    geometry::RepeatFilter filter(kMoreRoom * count, box_, resolution_, 1);
+    const auto add = [&](std::size_t i, const Stroke& stroke) {
+      if (isGiven_[i]) filter.add(stroke);
+    };
+    return forEachStroke(add) && forEachStroke([&](std::size_t i, const Stroke& stroke) {
+             if (isGiven_[i]) isGiven_[i] = filter.mayRepeat(stroke);
+           });
+  }
+
+  const std::vector<Stroke>& strokes() {
+    given_.clear();
+    strokes_.clear();
+    forEachStroke([this](std::size_t i, const Stroke& stroke) {
+      if (!isGiven_[i]) return;
+      given_.push_back(i);
+      strokes_.push_back(stroke);
+    });
+    return strokes_;
+  }
+
+  geometry::Box boxOfOthers() const {
+    geometry::Box box;
+    forEachStroke([&](std::size_t i, const Stroke& stroke) {
+      if (!isGiven_[i]) geometry::RepeatFilter::addTo(box, stroke, resolution_);
+    });
+    return box;
+  }
+
+  /// What a stroke has become may be where it was near to nothing: then others count as well.
+  bool giveMore() {
+    // Much room, so that hardly anything is taken for near by chance.
+    constexpr std::size_t kRoom = 64;
+    geometry::RepeatFilter moved(kRoom * cleaned_.unions.size(), box_, resolution_);
+    bool hasMoved = false;
+    for (const geometry::Union& joined : cleaned_.unions) {
+      if (moved.areOnOneCarrier(strokes_[joined.index], joined.stroke)) continue;
+      moved.addCarrier(joined.stroke);
+      hasMoved = true;
+    }
+    bool givesMore = false;
+    if (!hasMoved) return false;
+    forEachStroke([&](std::size_t i, const Stroke& stroke) {
+      if (isGiven_[i] || !moved.mayBeOnCarrier(stroke)) return;
+      isGiven_[i] = true;
+      givesMore = true;
+    });
+    return givesMore;
+  }
+
+  const HeldLayer& layer_;
+  double resolution_;
+  const geometry::StopCheck& stop_;
+  geometry::Box box_;
+  std::vector<bool> isGiven_;       ///< of each segment: whether it may be drawn twice
+  std::vector<std::size_t> given_;  ///< those that are
+  std::vector<Stroke> strokes_;     ///< of these
+  geometry::Cleaned cleaned_;
+};
+
+/// Puts what is left of a stroke in the place of its segment.
+void redraw(HeldLayer& layer, std::size_t index, const Stroke& stroke) {
+  constexpr double kWidestArc = 359.0;
+  HeldSegment& segment = layer.segments()[index];
+  const bool isCircle = stroke.isCircle || layer.lookOf(segment).isCircle;
+  if (!isCircle && std::fabs(stroke.edge.curve) <= kWidestArc) {
+    segment.from = stroke.edge.from;
+    segment.to = stroke.edge.to;
+    segment.curve = stroke.edge.curve;
+    return;
+  }
+  Chain chain;
+  layer.toChain(segment, chain);
+  chain.isCircle = stroke.isCircle;
+  const Point from = stroke.edge.from;
+  if (stroke.isCircle) {
+    const double radius = geometry::distance(from, stroke.edge.to);
+    chain.path = {{{{from.x - radius, from.y}, 180.0}, {{from.x + radius, from.y}, 180.0}}, true};
+  } else {
+    chain.path = {{{from, stroke.edge.curve}, {stroke.edge.to}}, false};
+    geometry::splitWideArcs(chain.path);
+  }
+  layer.replaceSegment(index, std::move(chain));
+}
+
+}  // namespace
+
+void dropDuplicates(HeldLayer& layer, const Measures& measures, LossList& losses,
+                    const geometry::StopCheck& stop) {
+  RepeatSearch search(layer, measures.resolution, stop);
+  if (!search.run()) return;
+  const geometry::Cleaned& cleaned = search.cleaned();
+  std::size_t left = 0;
+  for (std::size_t i = 0; i < search.given().size(); ++i) {
+    const std::size_t index = search.given()[i];
+    const Stroke& stroke = search.givenStrokes()[i];
+    if (left < cleaned.from.size() && cleaned.from[left] == i) {
+      if (cleaned.strokes[left] != stroke) redraw(layer, index, cleaned.strokes[left]);
+      ++left;
+      continue;
+    }
+    HeldSegment& segment = layer.segments()[index];
+    const Origin origin = layer.originOf(segment);
+    losses.add({LossRule::Duplicate, origin.kind, origin.dxfLayer, origin.line, stroke.edge.from});
+    segment.isDropped = true;
+  }
+  layer.settle();
+}
+
+}  // namespace quillon::exact
