@@ -82,6 +82,7 @@ void Cleaning::addReport(const OutlineReport& report, const geometry::Affine& pl
   report_.closedChains += report.closedChains;
   report_.openChains += report.openChains;
   report_.joinedEnds += report.joinedEnds;
+  report_.gapCount += report.gapCount;
   report_.largestMove = std::max(report_.largestMove, report.largestMove);
   for (OpenEnd gap : report.gaps) {
     gap.at = place(gap.at);

@@ -71,6 +71,7 @@ class PartsDrawing {
                  shortNumber(loss.at.x) + " " + shortNumber(loss.at.y) + ")\n";
     }
     gaps_ = rules.outlines().gaps;
+    gapCount_ = rules.outlines().gapCount;
     script_.flush();
     parts_ = frame.parts;
     insertions_ = frame.insertions;
@@ -94,6 +95,7 @@ class PartsDrawing {
   const eagle::ScriptWriter& writer() const { return script_; }
   const std::string& losses() const { return losses_; }
   const std::vector<exact::OpenEnd>& gaps() const { return gaps_; }
+  std::size_t gapCount() const { return gapCount_; }
   int parts() const { return parts_; }
   int insertions() const { return insertions_; }
 
@@ -105,6 +107,7 @@ class PartsDrawing {
   eagle::ScriptWriter script_;
   std::string losses_;
   std::vector<exact::OpenEnd> gaps_;
+  std::size_t gapCount_ = 0;
   int parts_ = 0;
   int insertions_ = 0;
 };

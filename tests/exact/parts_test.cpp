@@ -306,6 +306,7 @@ TEST(ExactParts, LossesAndGapsStandWhereThePartIsSeenFirst) {
   const PartsDrawing drawing(dxf, {}, false, layers);
   EXPECT_EQ(drawing.losses(), "zero-length 1 (9 22)\n");
   ASSERT_EQ(drawing.gaps().size(), 2U);
+  EXPECT_EQ(drawing.gapCount(), 2U);
   EXPECT_EQ(shortNumber(drawing.gaps()[0].at.x) + " " + shortNumber(drawing.gaps()[0].at.y),
             "10 21");
 }
