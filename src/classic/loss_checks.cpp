@@ -22,7 +22,7 @@ Point placed(const PlacedEntity& what, double x, double y) {
 /// What happens to circles and arcs alike.
 void checkRound(LossNotes& notes, const PlacedEntity& what, const dxf::Position& centre) {
   const bool uneven = isUneven(what.placement);
-  const bool oblique = isOblique(what.entity);
+  const bool oblique = what.isOblique;
   if (!uneven && !oblique) return;
   const Point at = placed(what, centre.x, centre.y);
   if (oblique) notes.note(LossRule::ExtrusionIgnored, at);
@@ -31,11 +31,9 @@ void checkRound(LossNotes& notes, const PlacedEntity& what, const dxf::Position&
 
 }  // namespace
 
-bool isOblique(const dxf::DxfEntity& entity) {
-  if ((entity.marks & dxf::mark::kExtruded) != 0) return true;
-  const std::string_view y = dxf::extrusionOf(entity).y;
-  const bool isZero = y.find_first_not_of("0. ") == std::string_view::npos;
-  return !isZero && std::fabs(base::numberValue(y)) > kSameNumber;
+bool isExtrusion(std::string_view text) {
+  const bool isZero = text.find_first_not_of("0. ") == std::string_view::npos;
+  return !isZero && std::fabs(base::numberValue(text)) > kSameNumber;
 }
 
 void checkArc(LossNotes& notes, const PlacedEntity& what, const dxf::ArcValues& arc,
@@ -82,7 +80,7 @@ void checkArea(LossNotes& notes, const PlacedEntity& what, const std::array<Poin
   const bool isFace = what.entity.kind == EntityKind::Face3d;
   if (isFace) {
     checkWorld(notes, what.mirror, c1);
-  } else if (isOblique(what.entity)) {
+  } else if (what.isOblique) {
     notes.note(LossRule::ExtrusionIgnored, c1);
   }
   const bool isWritten = c2 != c1 && c3 != c2 && c4 != c3;
@@ -99,7 +97,7 @@ void checkArea(LossNotes& notes, const PlacedEntity& what, const std::array<Poin
 void checkInsert(LossNotes& notes, const PlacedEntity& what, const dxf::InsertValues& insert,
                  Point at) {
   if ((what.entity.marks & dxf::mark::kArray) != 0) notes.note(LossRule::ArrayDrawnOnce, at);
-  if (what.mirror.x < 0.0 || isOblique(what.entity)) notes.note(LossRule::ExtrusionIgnored, at);
+  if (what.mirror.x < 0.0 || what.isOblique) notes.note(LossRule::ExtrusionIgnored, at);
   constexpr double kHalfTurn = 180.0;
   const bool isTurned = std::fabs(std::remainder(insert.angle, kHalfTurn)) > kSameNumber;
   if (isUneven(what.placement) && isTurned) notes.note(LossRule::BlockNotStretched, at);
@@ -112,20 +110,21 @@ void checkBlock(LossNotes& notes, Point base, const Placement& placement, bool a
 }
 
 void PolylineLosses::begin(const PlacedEntity& what, bool asPolygon, bool withoutWidth) {
-  isWatched_ = notes_.isOn();
+  watched_ = 0;
+  watchesWidths_ = notes_.isOn() && !withoutWidth;
+  first_ = {what.placement.dx, what.placement.dy};
+  if (!notes_.isOn()) return;
   asPolygon_ = asPolygon;
   const auto& [dx, dy, scaleX, scaleY, rotation] = what.placement;
   const double sense = scaleX * scaleY * what.mirror.x * what.mirror.y;
-  watchesArcs_ = asPolygon || std::fabs(scaleX) != std::fabs(scaleY) || sense < 0.0;
-  watchesWidths_ = !withoutWidth;
-  wasTapered_ = false;
-  vertices_ = 0;
+  const bool isDistorted = std::fabs(scaleX) != std::fabs(scaleY) || sense < 0.0;
+  watched_ = kFirst;
+  afterFirst_ = (asPolygon ? kSecond : 0U) | (asPolygon || isDistorted ? kArcs : 0U);
 }
 
 void PolylineLosses::checkKind(const PlacedEntity& what) {
-  if (vertices_ == 0) return;
   if (what.entity.kind != EntityKind::Leader) {
-    if (isOblique(what.entity)) notes_.note(LossRule::ExtrusionIgnored, first_);
+    if (what.isOblique) notes_.note(LossRule::ExtrusionIgnored, first_);
     return;
   }
   checkWorld(notes_, what.mirror, first_);
@@ -143,23 +142,29 @@ void PolylineLosses::checkKind(const PlacedEntity& what, const dxf::PolylineValu
   const unsigned flags = number >= 0.0 && number <= kMost ? static_cast<unsigned>(number) : 0;
   const Point at{what.placement.dx, what.placement.dy};
   if ((flags & kMeshes) != 0) {
-    isWatched_ = false;
+    watched_ = 0;
+    watchesWidths_ = false;
     return notes_.note(LossRule::MeshAsPolyline, at);
   }
   if ((flags & kSplineFit) != 0) notes_.note(LossRule::SplineFrame, at);
-  if (what.mirror.x < 0.0 || isOblique(what.entity)) notes_.note(LossRule::ExtrusionIgnored, at);
+  if (what.mirror.x < 0.0 || what.isOblique) notes_.note(LossRule::ExtrusionIgnored, at);
 }
 
-void PolylineLosses::take(Point at, bool isCurved) {
-  if (asPolygon_ && vertices_ == 1) notes_.note(LossRule::Filled, first_);
-  if (isCurved) {
-    watchesArcs_ = false;
-    notes_.note(asPolygon_ ? LossRule::AreaArcs : LossRule::BulgeInBlock, at);
-  }
-  if (wasTapered_) {
+void PolylineLosses::take(Point at, double bulge, bool isTapered) {
+  if ((watched_ & kTapered) != 0) {
+    watched_ &= ~kTapered;
     watchesWidths_ = false;
     notes_.note(LossRule::WidthTapered, at);
   }
+  if ((watched_ & kSecond) != 0) {
+    watched_ &= ~kSecond;
+    notes_.note(LossRule::Filled, first_);
+  }
+  if ((watched_ & kArcs) != 0 && std::fabs(bulge) >= kSmallestBulge) {
+    watched_ &= ~kArcs;
+    notes_.note(asPolygon_ ? LossRule::AreaArcs : LossRule::BulgeInBlock, at);
+  }
+  if (isTapered && watchesWidths_) watched_ |= kTapered;
 }
 
 }  // namespace quillon::classic

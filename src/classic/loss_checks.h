@@ -1,11 +1,12 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
+#include <string_view>
 
 #include "base/encoding.h"
 #include "classic/context.h"
 #include "classic/loss_notes.h"
+#include "dxf/entity_marks.h"
 #include "dxf/entity_values.h"
 #include "dxf/group_cursor.h"
 #include "dxf/placed_values.h"
@@ -18,21 +19,27 @@ using geometry::Mirror;
 using geometry::Placement;
 
 // Each note what the classic rules do to an entity of a kind that the exact rules show in another
-// way. The notes have to be on.
+// way.
 
 /// An entity and how it is placed.
 struct PlacedEntity {
   const dxf::DxfEntity& entity;
   const Mirror& mirror;
   const Placement& placement;
+  bool isOblique;  ///< neither seen from above nor from below
 };
 
-/// Whether an entity is neither seen from above nor from below.
-bool isOblique(const dxf::DxfEntity& entity);
+/// Neither stretched nor mirrored.
+inline bool isPlain(const Placement& placement) {
+  return placement.scaleX == placement.scaleY && placement.scaleX >= 0.0;
+}
+
+/// Whether a text is a number other than 0, or than what rounding leaves of it.
+bool isExtrusion(std::string_view text);
 
 /// Kinds in coordinates of the world: they are mirrored though they should not be.
 inline void checkWorld(LossNotes& notes, const Mirror& mirror, Point at) {
-  if (mirror.x < 0.0 || mirror.y < 0.0) notes.note(LossRule::ExtrusionIgnored, at);
+  if (mirror.x + mirror.y < 2.0) notes.note(LossRule::ExtrusionIgnored, at);
 }
 
 void checkArc(LossNotes& notes, const PlacedEntity& placed, const dxf::ArcValues& arc,
@@ -69,26 +76,36 @@ class PolylineLosses {
   void checkKind(const PlacedEntity& placed);
   /// A POLYLINE; before its vertices.
   void checkKind(const PlacedEntity& placed, const dxf::PolylineValues& polyline);
-  /// The next vertex; `isTapered`: the width changes up to the vertex after it.
-  void add(Point at, double bulge, bool isTapered) {
-    if (!isWatched_) return;
-    if (vertices_ == 0) first_ = at;
-    const bool isCurved = watchesArcs_ && (bulge >= kSmallestBulge || bulge <= -kSmallestBulge);
-    if (isCurved || wasTapered_ || (asPolygon_ && vertices_ == 1)) take(at, isCurved);
-    wasTapered_ = isTapered && watchesWidths_;
-    ++vertices_;
+  /// The next vertex; `isTapered`: the width changes up to the vertex after it. Returns false when
+  /// only a tapered one matters from now on.
+  bool add(Point at, double bulge, bool isTapered) {
+    const bool isFirst = watched_ == kFirst;
+    if (isFirst) {
+      watched_ = afterFirst_ & ~kSecond;
+      first_ = at;
+    }
+    if (isTapered || (watched_ & kNextVertex) != 0 || (watched_ != 0 && bulge != 0.0)) {
+      take(at, bulge, isTapered);
+    }
+    if (isFirst) watched_ |= afterFirst_ & kSecond;
+    return watched_ != 0;
   }
 
  private:
-  void take(Point at, bool isCurved);
+  // What is looked for.
+  static constexpr unsigned kFirst = 1;
+  static constexpr unsigned kSecond = 2;  ///< makes an area of the polyline
+  static constexpr unsigned kTapered = 4;
+  static constexpr unsigned kNextVertex = kSecond | kTapered;
+  static constexpr unsigned kArcs = 8;  ///< that are not shown as they should be
+
+  void take(Point at, double bulge, bool isTapered);
 
   LossNotes& notes_;
-  bool isWatched_ = false;
   bool asPolygon_ = false;
-  bool watchesArcs_ = false;    ///< bulges are not shown as they should be
-  bool watchesWidths_ = false;  ///< tapering widths count
-  bool wasTapered_ = false;
-  std::size_t vertices_ = 0;
+  bool watchesWidths_ = false;
+  unsigned watched_ = 0;
+  unsigned afterFirst_ = 0;
   Point first_;
 };
 

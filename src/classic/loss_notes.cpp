@@ -31,7 +31,7 @@ bool hasContent(dxf::EntityKind kind) {
 
 /// Whether the exact rules would show what is on a layer.
 bool isShown(const dxf::LayerUse& layer, rules::LayerNumbers& numbers) {
-  if (layer.isOff || layer.isFrozen) return false;
+  if (layer.isHidden()) return false;
   try {
     return numbers.layerNumber(layer) != kNotConverted;
   } catch (const std::exception&) {
@@ -43,12 +43,24 @@ bool isShown(const dxf::LayerUse& layer, rules::LayerNumbers& numbers) {
 
 std::span<const std::string_view> kindsOfOtherRules() { return kOtherKinds; }
 
-void LossNotes::keepLine() {
-  if (gathered_ != nullptr) line_ = lines_->lineAt(position_);
-  lines_ = nullptr;
+void LossNotes::keep(LossRule rule) {
+  kept_.kind = entity_->kind;
+  kept_.layer = entity_->layer;
+  kept_.groups = entity_->groups;
+  kept_.lines = entity_->lines;
+  const bool isFirst =
+      !gathered_->list.addAgain(rule, dxf::entityName(kept_.kind), kept_.layer->name, 0);
+  line_ = isFirst ? lineOf(*entity_) : 0;
+  entity_ = &kept_;
 }
 
-void LossNotes::noteVisibility(std::uint32_t marks, bool isInBlock) {
+std::uint64_t LossNotes::lineOf(const dxf::DxfEntity& entity) const {
+  dxf::LineCounter& lines = entity.lines != nullptr ? *entity.lines : *blockLines_;
+  return lines.lineAt(entity.groups);
+}
+
+void LossNotes::noteVisibility(bool isInBlock) {
+  const std::uint32_t marks = entity_->marks;
   if (!isInBlock && (marks & dxf::mark::kInPaperSpace) != 0) {
     note(LossRule::PaperSpaceDrawn);
     gathered_ = &paper_;
@@ -61,12 +73,13 @@ void LossNotes::noteVisibility(std::uint32_t marks, bool isInBlock) {
   };
   if ((marks & dxf::mark::kInvisible) != 0) return hide(LossRule::InvisibleDrawn);
   if (layer_->isFrozen) return hide(LossRule::LayerFrozenDrawn);
-  if (layer_->isOff && !hasContent(kind_)) hide(LossRule::LayerOffDrawn);
+  if (layer_->isOff && !hasContent(entity_->kind)) hide(LossRule::LayerOffDrawn);
 }
 
 void LossNotes::add(LossRule rule, Point at) {
-  const std::uint64_t line = lines_ != nullptr ? lines_->lineAt(position_) : line_;
-  gathered_->list.add({rule, dxf::entityName(kind_), ownLayer_->name, line, at});
+  const bool isKept = entity_ == &kept_ && line_ != 0;
+  const std::uint64_t line = isKept ? line_ : lineOf(*entity_);
+  gathered_->list.add({rule, dxf::entityName(entity_->kind), entity_->layer->name, line, at});
 }
 
 void LossNotes::noteDrawn(const Block& block, std::size_t index, std::size_t blocks) {

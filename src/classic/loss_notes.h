@@ -42,27 +42,41 @@ class LossNotes {
     dxf::LineCounter* lines = nullptr;     ///< from the block's beginning
   };
 
-  /// Starts with an entity that is drawn; `block` is null outside of blocks.
-  void enter(const dxf::DxfEntity& entity, const Block* block) {
-    const bool isInBlock = block != nullptr;
-    kind_ = entity.kind;
-    ownLayer_ = layer_ = entity.layer;
-    // The exact rules give such an entity the layer of the insertion.
-    if (isInBlock && block->layer != nullptr && layer_->name == "0") layer_ = block->layer;
-    position_ = entity.groups;
-    lines_ = isInBlock ? block->lines : entity.lines;
-    gathered_ = isInBlock ? block->gathered : &model_;
+  /// Starts with an entity that is drawn, outside of blocks, and that nothing hides.
+  void enter(const dxf::DxfEntity& entity) {
+    entity_ = &entity;
+    layer_ = entity.layer;
+    gathered_ = &model_;
+    sawModel_ = true;
+  }
+  /// The same for one with marks, or on a layer that is hidden.
+  void enterMarked(const dxf::DxfEntity& entity) {
+    entity_ = &entity;
+    layer_ = entity.layer;
+    gathered_ = &model_;
+    noteVisibility(false);
+  }
+  /// Starts with an entity that is drawn as part of a block. Both have to live until the next one.
+  void enter(const dxf::DxfEntity& entity, const Block& block) {
+    gathered_ = block.gathered;
     if (gathered_ == nullptr) return;
-    if (layer_->isOff || layer_->isFrozen || entity.marks != 0) {
-      noteVisibility(entity.marks, isInBlock);
-    } else if (!isInBlock) {
-      sawModel_ = true;
-    }
+    entity_ = &entity;
+    blockLines_ = block.lines;
+    // The exact rules give such an entity the layer of the insertion.
+    layer_ = entity.layer->isZero && block.layer != nullptr ? block.layer : entity.layer;
+    if (entity.marks != 0 || layer_->isHidden()) noteVisibility(true);
   }
   /// Starts with an entity that is not drawn, on request.
   void skip() { gathered_ = nullptr; }
-  /// Finds out the line of the present entity now, as its text may be gone when losses are noted.
-  void keepLine();
+  /// The present entity is the first of several that belong together; with its line if a loss by
+  /// this rule would be the first one.
+  void keep(LossRule rule);
+  /// Another of them: losses are noted there from now on, unless the line was kept.
+  void follow(const dxf::DxfEntity& entity) {
+    if (line_ != 0) return;
+    kept_.groups = entity.groups;
+    kept_.lines = entity.lines;
+  }
 
   bool isOn() const { return gathered_ != nullptr; }
   /// The layer that the exact rules would draw the present entity on.
@@ -73,8 +87,9 @@ class LossNotes {
   /// Notes a loss of the present entity at a point in units of the script.
   void note(LossRule rule, Point at = {}) {
     if (gathered_ == nullptr) return;
-    if (gathered_->list.addAgain(rule, dxf::entityName(kind_), ownLayer_->name)) return;
-    add(rule, at);
+    if (!gathered_->list.addAgain(rule, dxf::entityName(entity_->kind), entity_->layer->name)) {
+      add(rule, at);
+    }
   }
   /// A block is being drawn; there are `blocks` of them.
   void noteDrawn(const Block& block, std::size_t index, std::size_t blocks);
@@ -84,7 +99,8 @@ class LossNotes {
                        rules::LayerNumbers& numbers);
 
  private:
-  void noteVisibility(std::uint32_t marks, bool isInBlock);
+  void noteVisibility(bool isInBlock);
+  std::uint64_t lineOf(const dxf::DxfEntity& entity) const;
   void add(LossRule rule, Point at);
 
   GatheredLosses model_;
@@ -92,12 +108,11 @@ class LossNotes {
   bool sawModel_ = false;
 
   GatheredLosses* gathered_ = nullptr;
-  dxf::EntityKind kind_ = dxf::EntityKind::None;
-  const dxf::LayerUse* ownLayer_ = nullptr;
+  const dxf::DxfEntity* entity_ = nullptr;
   const dxf::LayerUse* layer_ = nullptr;
-  const char* position_ = nullptr;
-  dxf::LineCounter* lines_ = nullptr;  ///< null: the line is known
-  std::uint64_t line_ = 0;
+  dxf::LineCounter* blockLines_ = nullptr;
+  dxf::DxfEntity kept_;     ///< what counts of the first of several entities
+  std::uint64_t line_ = 0;  ///< its line, if it was kept
 };
 
 }  // namespace quillon::classic

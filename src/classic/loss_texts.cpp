@@ -21,7 +21,7 @@ bool isAttribute(EntityKind kind) {
 
 /// Whether CAD programs show an attribute. Its definition within a block is a pattern, unless its
 /// value is constant.
-bool isShown(const dxf::DxfEntity& entity, bool isInBlock) {
+bool isSeen(const dxf::DxfEntity& entity, bool isInBlock) {
   if (!isAttribute(entity.kind)) return true;
   if ((entity.marks & dxf::mark::kHiddenAttribute) != 0) return false;
   const bool isPattern = entity.kind == EntityKind::Attdef && isInBlock;
@@ -53,9 +53,11 @@ constexpr std::array<unsigned char, 256> kCharacters = [] {
 
 bool isWrittenOtherwise(std::string_view text, base::Encoding encoding) {
   unsigned bits = 0;
-  for (const char c : text) bits |= kCharacters[static_cast<unsigned char>(c)];
+  for (const char c : text) {
+    bits |= kCharacters[static_cast<unsigned char>(c)];
+    if ((bits & kCode) != 0) return true;
+  }
   if (bits == 0) return false;
-  if ((bits & kCode) != 0) return true;
   if ((bits & kPercent) != 0 && hasOddCode(text)) return true;
   return (bits & kForeign) != 0 && hasMistakenCharacter(text, encoding);
 }
@@ -77,12 +79,14 @@ bool isTurned(const PlacedEntity& what, double angle, bool quarterTurns) {
   constexpr double kTurn = 360.0;
   constexpr double kSmallestTurn = 0.05;  // EAGLE's texts have tenths of degrees
   const double written = textDegrees(textRotation(angle, what.placement));
-  const bool byDirection = (what.entity.marks & dxf::mark::kDirection) != 0 && angle == 0.0;
-  if (byDirection) return true;
-  double wanted = angle + what.placement.rotation * kDegreesPerRadian;
-  if (what.placement.scaleX < 0.0 && what.placement.scaleY < 0.0) wanted += kTurn / 2.0;
+  const auto& [dx, dy, scaleX, scaleY, rotation] = what.placement;
+  if (angle == written && rotation == 0.0 && scaleX > 0.0) {
+    return angle == 0.0 && (what.entity.marks & dxf::mark::kDirection) != 0;
+  }
+  double wanted = angle + rotation * kDegreesPerRadian;
+  if (scaleX < 0.0 && scaleY < 0.0) wanted += kTurn / 2.0;
   if (quarterTurns) wanted = std::nearbyint(wanted / kQuarter) * kQuarter;
-  return std::fabs(std::remainder(wanted - written, kTurn)) > kSmallestTurn;
+  return wanted != written && std::fabs(std::remainder(wanted - written, kTurn)) > kSmallestTurn;
 }
 
 void checkPlace(LossNotes& notes, const PlacedEntity& what, const dxf::TextValues& text,
@@ -99,17 +103,18 @@ void checkPlace(LossNotes& notes, const PlacedEntity& what, const dxf::TextValue
     notes.note(LossRule::TextInTurnedBlock, at);
   }
   if (isMtext) checkWorld(notes, what.mirror, at);
-  if (!isMtext && isOblique(what.entity)) notes.note(LossRule::ExtrusionIgnored, at);
+  if (!isMtext && what.isOblique) notes.note(LossRule::ExtrusionIgnored, at);
 }
 
 }  // namespace
 
 void checkText(LossNotes& notes, const PlacedEntity& what, const dxf::TextValues& text,
                const TextSurroundings& around, Point at) {
-  if (!isShown(what.entity, around.isInBlock)) return notes.note(LossRule::AttributeDrawn, at);
+  if (!isSeen(what.entity, around.isInBlock)) return notes.note(LossRule::AttributeDrawn, at);
   const bool isDefinition = what.entity.kind == EntityKind::Attdef && !around.isInBlock;
   if (isDefinition) notes.note(LossRule::AttributeValue, at);
-  const bool isEmpty = text.content.find_first_not_of(' ') == std::string_view::npos;
+  const bool mayBeEmpty = text.content.empty() || text.content.front() == ' ';
+  const bool isEmpty = mayBeEmpty && text.content.find_first_not_of(' ') == std::string_view::npos;
   if (isEmpty && !isDefinition) return;
   checkPlace(notes, what, text, around.quarterTurns, at);
   if ((what.entity.marks & dxf::mark::kEarlierText) != 0 && what.entity.kind == EntityKind::Mtext) {

@@ -31,18 +31,6 @@ constexpr std::size_t kDeepestNesting = 1000;
 constexpr std::size_t kTextBytesPerStep = 64;
 constexpr std::size_t kGroupBytesPerStep = 16;
 
-/// The counter for a kind.
-constexpr EntityKind countedAs(EntityKind kind) {
-  switch (kind) {
-    case EntityKind::Mtext:
-      return EntityKind::Text;
-    case EntityKind::Leader:
-      return EntityKind::LwPolyline;
-    default:
-      return kind;
-  }
-}
-
 /// Extra steps for an entity that is longer than usual.
 std::size_t stepsOfLength(const DxfEntity& entity) {
   if (dxf::hasSideRecord(entity.kind)) {
@@ -153,38 +141,9 @@ void Translator::writeBlocks(std::size_t enclosing) {
   }
 }
 
-int Translator::layerOf(const DxfEntity& entity) {
-  const int layer = layers_.layerNumber(*entity.layer);
-  if (layer == kNotConverted) {
-    ++leftOut_[static_cast<std::size_t>(countedAs(entity.kind))];
-    losses_.skip();
-  } else {
-    enterLosses(entity, layer);
-  }
-  return layer;
-}
-
-void Translator::enterLosses(const DxfEntity& entity, int layer) {
-  if (expansions_.empty()) return losses_.enter(entity, nullptr);
-  Expansion& block = expansions_.back();
-  block.losses.lines = &block.lines;
-  losses_.enter(entity, &block.losses);
-  if (!losses_.isOn() || &losses_.layer() == entity.layer) return;
-  const bool isInsertion =
-      entity.kind == EntityKind::Insert || entity.kind == EntityKind::Dimension;
-  if (!isInsertion && layers_.layerNumber(losses_.layer()) != layer) {
-    losses_.note(LossRule::LayerOfBlock);
-  }
-}
-
 const DashPattern* Translator::dashesOf(const DxfEntity& entity) {
   if (!context_.settings.dotted) return nullptr;
   return dashPatterns_.find(dxf::lineTypeOf(entity));
-}
-
-Mirror Translator::mirrorOf(const DxfEntity& entity) const {
-  const dxf::ExtrusionTexts extrusion = dxf::extrusionOf(entity);
-  return {isNegativeText(extrusion.x) ? -1.0 : 1.0, isNegativeText(extrusion.y) ? -1.0 : 1.0};
 }
 
 void Translator::line(const DxfEntity& entity, const Placement& placement) {
@@ -202,7 +161,9 @@ void Translator::arc(const DxfEntity& entity, const Placement& placement) {
   const Mirror mirror = mirrorOf(entity);
   dxf::ArcValues arc = dxf::arcOf(entity);
   const int layer = layerOf(entity);
-  if (losses_.isOn()) checkArc(losses_, {entity, mirror, placement}, arc, context_.settings);
+  if (isOblique_ || !isPlain(placement) || context_.settings.angDir == 1.0) {
+    checkArc(losses_, {entity, mirror, placement, isOblique_}, arc, context_.settings);
+  }
   mirrorArc(mirror, arc.startAngle, arc.endAngle);
   writeArcEntity(context_, arc.centre.x * mirror.x, arc.centre.y * mirror.y, arc.radius,
                  arc.startAngle, arc.endAngle, placement, layer, dashesOf(entity));
@@ -212,7 +173,9 @@ void Translator::circle(const DxfEntity& entity, const Placement& placement) {
   const Mirror mirror = mirrorOf(entity);
   const dxf::CircleValues circle = dxf::circleOf(entity);
   const int layer = layerOf(entity);
-  if (losses_.isOn()) checkCircle(losses_, {entity, mirror, placement}, circle);
+  if (isOblique_ || !isPlain(placement)) {
+    checkCircle(losses_, {entity, mirror, placement, isOblique_}, circle);
+  }
   writeCircle(context_, circle.centre.x * mirror.x, circle.centre.y * mirror.y, circle.radius,
               placement, layer, dashesOf(entity));
 }
@@ -253,10 +216,12 @@ void Translator::polyline(const DxfEntity& entity, const Placement& placement) {
   style.width = polyline.startWidth;
   style.placement = placement;
   polyline_.begin(style, polyline.startWidth != 0.0 || polyline.endWidth != 0.0);
-  polylineLosses_.begin({entity, Mirror{}, placement}, polyline_.isPolygon(), isWithoutWidth());
+  polylineLosses_.begin({entity, Mirror{}, placement, false}, polyline_.isPolygon(),
+                        isWithoutWidth());
   if (!losses_.isOn()) return;
-  losses_.keepLine();
-  polylineLosses_.checkKind({entity, mirrorOf(entity), placement}, polyline);
+  losses_.keep(LossRule::Filled);
+  const Mirror mirror = mirrorOf(entity);
+  polylineLosses_.checkKind({entity, mirror, placement, isOblique_}, polyline);
 }
 
 void Translator::vertex(const DxfEntity& entity, const Placement& placement) {
@@ -264,6 +229,7 @@ void Translator::vertex(const DxfEntity& entity, const Placement& placement) {
   const dxf::VertexValues vertex = dxf::vertexOf(entity);
   // Mirroring does not negate the bulge; kept so that scripts stay the same.
   const Point at = placePoint(vertex.at.x, vertex.at.y, mirrorOf(entity), placement);
+  losses_.follow(entity);
   polylineLosses_.add(at, vertex.bulge, (entity.marks & dxf::mark::kTapered) != 0);
   polyline_.add({at, vertex.startWidth, vertex.bulge});
 }
@@ -280,20 +246,23 @@ void Translator::lwPolyline(const DxfEntity& entity, const Placement& placement)
   style.width = base::numberValue(polyline.width);
   style.placement = placement;
   polyline_.begin(style, style.width != 0.0);
-  polylineLosses_.begin({entity, mirror, placement}, polyline_.isPolygon(), isWithoutWidth());
+  polylineLosses_.begin({entity, mirror, placement, isOblique_}, polyline_.isPolygon(),
+                        isWithoutWidth());
+  bool watches = losses_.isOn();
   dxf::PolyVertexWalk walk(reader_.groups(entity), polyline.width, mayClose);
   for (dxf::PolyVertex vertex; walk.next(vertex) && !context_.cancelled();) {
     const Point at =
         placePoint(base::numberValue(vertex.x), base::numberValue(vertex.y), mirror, placement);
     const double bulge = base::numberValue(vertex.bulge);
-    // Mostly, both are the width of the whole polyline.
-    const bool isTapered =
-        vertex.startWidth.data() != vertex.endWidth.data() && vertex.startWidth != vertex.endWidth;
-    polylineLosses_.add(at, bulge, isTapered);
+    // Mostly, both are the same text: the width of the whole polyline.
+    const bool hasEndWidth = vertex.startWidth.data() != vertex.endWidth.data();
+    if (watches || hasEndWidth) {
+      watches = polylineLosses_.add(at, bulge, hasEndWidth && vertex.startWidth != vertex.endWidth);
+    }
     polyline_.add({at, base::numberValue(vertex.startWidth), bulge});
   }
   polyline_.finish();
-  if (losses_.isOn()) polylineLosses_.checkKind({entity, mirror, placement});
+  if (losses_.isOn()) polylineLosses_.checkKind({entity, mirror, placement, isOblique_});
 }
 
 void Translator::spline(const DxfEntity& entity, const Placement& placement) {
@@ -334,7 +303,7 @@ void Translator::text(const DxfEntity& entity, const Placement& placement) {
   const Mirror mirror = mirrorOf(entity);
   const Point at = textPosition(text.at.x, text.at.y, mirror, placement);
   if (losses_.isOn()) {
-    checkText(losses_, {entity, mirror, placement}, text,
+    checkText(losses_, {entity, mirror, placement, isOblique_}, text,
               {!expansions_.empty(), drawing_.encoding, context_.settings.quarterTurns}, at);
   }
   const double height =
@@ -355,7 +324,7 @@ void Translator::insert(const DxfEntity& entity, const Placement& placement) {
   const Point at = placePoint(insert.at.x, insert.at.y, mirror, placement);
   const std::optional<std::size_t> block = blockNamed(insert.block);
   if (!block) return;
-  if (losses_.isOn()) checkInsert(losses_, {entity, mirror, placement}, insert, at);
+  if (losses_.isOn()) checkInsert(losses_, {entity, mirror, placement, isOblique_}, insert, at);
   insertBlock(*block, at, inner);
 }
 
@@ -406,7 +375,7 @@ void Translator::area(const DxfEntity& entity, const Placement& placement) {
     corners[i++] = placePoint(corner.x, corner.y, mirror, placement);
   }
   if (losses_.isOn()) {
-    checkArea(losses_, {entity, mirror, placement}, corners, drawing_.fillMode != 0.0);
+    checkArea(losses_, {entity, mirror, placement, isOblique_}, corners, drawing_.fillMode != 0.0);
   }
   writeSolid(context_, corners, layer);
 }

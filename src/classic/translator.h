@@ -44,6 +44,12 @@ class Translator final : public rules::Translation {
   using Handler = void (Translator::*)(const dxf::DxfEntity&, const Placement&);
   static const std::array<Handler, dxf::kEntityKindCount> kHandlers;
 
+  /// The counter for a kind.
+  static constexpr dxf::EntityKind countedAs(dxf::EntityKind kind) {
+    if (kind == dxf::EntityKind::Mtext) return dxf::EntityKind::Text;
+    return kind == dxf::EntityKind::Leader ? dxf::EntityKind::LwPolyline : kind;
+  }
+
   void line(const dxf::DxfEntity& entity, const Placement& placement);
   void arc(const dxf::DxfEntity& entity, const Placement& placement);
   void circle(const dxf::DxfEntity& entity, const Placement& placement);
@@ -59,10 +65,22 @@ class Translator final : public rules::Translation {
   void point(const dxf::DxfEntity& entity, const Placement& placement);
   void nothing(const dxf::DxfEntity& entity, const Placement& placement);
 
-  int layerOf(const dxf::DxfEntity& entity);
-  void enterLosses(const dxf::DxfEntity& entity, int layer);
+  int layerOf(const dxf::DxfEntity& entity) {
+    const int layer = layers_.layerNumber(*entity.layer);
+    const bool isPlain = layer != kNotConverted && entity.marks == 0 && !entity.layer->isHidden();
+    if (!isPlain || !expansions_.empty()) return enterLosses(entity, layer);
+    losses_.enter(entity);
+    return layer;
+  }
+  int enterLosses(const dxf::DxfEntity& entity, int layer);
   const DashPattern* dashesOf(const dxf::DxfEntity& entity);
-  Mirror mirrorOf(const dxf::DxfEntity& entity) const;
+  /// Also finds out whether the entity is oblique.
+  Mirror mirrorOf(const dxf::DxfEntity& entity) {
+    isOblique_ = (entity.marks & dxf::mark::kExtruded) != 0;
+    if (!dxf::hasExtrusion(entity)) return {};
+    return mirrorBy(dxf::extrusionOf(entity));
+  }
+  Mirror mirrorBy(const dxf::ExtrusionTexts& extrusion);
   std::optional<std::size_t> blockNamed(std::string_view upperName) const;
   void insertBlock(std::size_t index, Point insertion, const Placement& placement);
   bool isWithoutWidth() const { return context_.settings.poly == kModeWithoutWidth; }
@@ -90,6 +108,7 @@ class Translator final : public rules::Translation {
   dxf::EntityReader reader_;
   DashPatterns dashPatterns_;
   PolylineWriter polyline_;
+  bool isOblique_ = false;  ///< the entity whose mirror was asked for last
   LossNotes losses_;
   PolylineLosses polylineLosses_{losses_};
   LossNotes::Block partLosses_;  ///< around the content of the part being inserted

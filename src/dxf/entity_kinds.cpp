@@ -132,6 +132,16 @@ constexpr std::array<SlotLayout, kEntityKindCount> makeLayouts() {
 
 constexpr std::array<SlotLayout, kEntityKindCount> kLayouts = makeLayouts();
 
+constexpr std::array<std::uint32_t, kEntityKindCount> makeExtrusionSlots() {
+  std::array<std::uint32_t, kEntityKindCount> slots{};
+  for (std::size_t kind = 0; kind < slots.size(); ++kind) {
+    for (const std::uint8_t slot : {kLayouts[kind].extrusionX, kLayouts[kind].extrusionY}) {
+      if (slot != kNoSlot) slots[kind] |= 1U << slot;
+    }
+  }
+  return slots;
+}
+
 constexpr EntityKind pick(std::string_view name, std::initializer_list<EntityKind> candidates) {
   for (const EntityKind kind : candidates) {
     if (name == kNames[static_cast<std::size_t>(kind)]) return kind;
@@ -140,6 +150,8 @@ constexpr EntityKind pick(std::string_view name, std::initializer_list<EntityKin
 }
 
 }  // namespace
+
+constexpr std::array<std::uint32_t, kEntityKindCount> kExtrusionSlots = makeExtrusionSlots();
 
 EntityKind entityKind(std::string_view name) {
   switch (name.size()) {

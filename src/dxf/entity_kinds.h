@@ -61,4 +61,7 @@ struct SlotLayout {
 
 const SlotLayout& slotLayout(EntityKind kind);
 
+/// By kind: the slots of the extrusion, as bits.
+extern const std::array<std::uint32_t, kEntityKindCount> kExtrusionSlots;
+
 }  // namespace quillon::dxf

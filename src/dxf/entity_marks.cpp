@@ -10,6 +10,13 @@ namespace {
 constexpr std::size_t kStartWidthSlot = 2;  ///< of a VERTEX
 constexpr double kNoExtrusion = 1e-9;       ///< and below: rounding
 
+/// Quick for digits.
+double numberOf(std::string_view value) {
+  const bool isDigit = value.size() == 1 && value.front() >= '0' && value.front() <= '9';
+  if (isDigit) return value.front() - '0';
+  return value == "0.0" ? 0.0 : base::numberValue(value);
+}
+
 std::uint32_t when(bool isSo, std::uint32_t mark) { return isSo ? mark : 0; }
 
 /// The bits of flags; 0 for what is no small number.
@@ -22,7 +29,7 @@ unsigned flagsOf(double number) {
 
 std::uint32_t marksOf(Marking marking, std::string_view value, const DxfEntity& entity) {
   if (marking == Marking::EarlierText) return when(!value.empty(), mark::kEarlierText);
-  const double number = base::numberValue(value);
+  const double number = numberOf(value);
   switch (marking) {
     case Marking::Invisible:
       return when(number != 0.0, mark::kInvisible);

@@ -31,9 +31,9 @@ inline constexpr std::uint32_t kTapered = 1U << 11;  ///< VERTEX: from a start t
 }  // namespace mark
 
 /// What a group without a slot says about its entity, in the place of a slot in
-/// SlotLayout::slotOfCode. Greater than every slot, smaller than kNoSlot.
+/// SlotLayout::slotOfCode. Greater than every slot, and numbers of bits like them.
 enum class Marking : std::uint8_t {
-  Invisible = 0x40,
+  Invisible = kMaxSlots,
   PaperSpace,
   Extrusion,
   ExtrusionDown,
@@ -49,7 +49,10 @@ enum class Marking : std::uint8_t {
   PathKind,
   EndWidth,
 };
-static_assert(kMaxSlots <= static_cast<std::size_t>(Marking::Invisible));
+static_assert(static_cast<int>(Marking::EndWidth) < 32);
+
+/// As DxfEntity::filled while an entity is read: groups that give marks never fill a slot.
+inline constexpr std::uint32_t kMarkingBits = ~((1U << kMaxSlots) - 1);
 
 /// The marks that a group with this value gives to an entity that has been read up to there.
 std::uint32_t marksOf(Marking marking, std::string_view value, const DxfEntity& entity);

@@ -61,6 +61,7 @@ const LayerUse& EntityReader::layerLineType(std::string_view layerName) {
     LayerUse use;
     use.name = drawing_.arena.keep(base::upperCase(layerName, drawing_.encoding));
     use.number = layers_.size();
+    use.isZero = use.name == "0";
     if (const LayerRec* const record = drawing_.findLayer(use.name)) {
       use.lineType = record->lineType;
       use.isOff = base::numberValue(record->colour) < 0.0;

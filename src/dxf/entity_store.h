@@ -22,6 +22,9 @@ struct LayerUse {
   std::size_t number = 0;     ///< dense, from 0 in order of first use
   bool isOff = false;
   bool isFrozen = false;
+  bool isZero = false;  ///< layer "0", which means another one within blocks
+
+  bool isHidden() const { return isOff || isFrozen; }
 };
 
 /// One entity: the texts of its slots as found in the drawing, or in their final form after

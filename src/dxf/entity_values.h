@@ -21,6 +21,11 @@ inline ExtrusionTexts extrusionOf(const DxfEntity& entity) {
   return {entity.value(layout.extrusionX), entity.value(layout.extrusionY)};
 }
 
+/// Whether there are any.
+inline bool hasExtrusion(const DxfEntity& entity) {
+  return (entity.filled & kExtrusionSlots[static_cast<std::size_t>(entity.kind)]) != 0;
+}
+
 /// The entity's own line type, or that of its layer.
 inline std::string_view lineTypeOf(const DxfEntity& entity) {
   return entity.value(slotLayout(entity.kind).lineType);

@@ -115,7 +115,7 @@ std::string_view EntityWalk::nextLine() {
 
 void EntityWalk::readGroups(DxfEntity& entity) {
   entity.groups = lines_.position();
-  entity.filled = 0;
+  entity.filled = kMarkingBits;
   entity.marks = 0;
   const auto& slotOfCode = slotLayout(entity.kind).slotOfCode;
   GroupCursor groups(lines_);
@@ -129,13 +129,14 @@ void EntityWalk::readGroups(DxfEntity& entity) {
     if (group.code < 0 || group.code > 255) continue;
     // The first occurrence of a group code fills its slot.
     const std::uint8_t slot = slotOfCode[static_cast<std::size_t>(group.code)];
-    if (slot >= kMaxSlots) {
-      if (slot != kNoSlot) entity.marks |= marksOf(static_cast<Marking>(slot), group.value, entity);
-      continue;
+    if (slot == kNoSlot) continue;
+    if ((entity.filled >> slot & 1U) == 0) {
+      entity.setValue(slot, group.value);
+    } else if (slot >= kMaxSlots) {
+      entity.marks |= marksOf(static_cast<Marking>(slot), group.value, entity);
     }
-    if ((entity.filled >> slot & 1U) != 0) continue;
-    entity.setValue(slot, group.value);
   }
+  entity.filled &= ~kMarkingBits;
   lines_ = groups.lines();
   if (isSection()) checkEnd();
   entity.sideIndex = 0;

@@ -41,11 +41,12 @@ void LossList::addPlaced(const Event& event, std::uint64_t count) {
   loss.most = std::max(loss.most, event.measure);
 }
 
-bool LossList::findAgain(LossRule rule, std::string_view kind, std::string_view layer) {
+bool LossList::findAgain(LossRule rule, std::string_view kind, std::string_view layer,
+                         std::uint64_t count) {
   const auto found = index_.find(Key(rule, kind, layer));
   if (found == index_.end()) return false;
   recent_[placeOf(rule, kind, layer)] = {kind, layer, rule, found->second};
-  ++losses_[found->second].count;
+  losses_[found->second].count += count;
   return true;
 }
 

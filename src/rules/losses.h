@@ -63,12 +63,13 @@ class LossList {
   void addPlaced(const Event& event, std::uint64_t count);
   /// Where the places of events to come are seen: from their coordinates to the script's.
   void setPlace(const geometry::Affine& place) { place_ = place; }
-  /// Counts one more of what has been added before; false when there is none of it. Quick where the
-  /// names are the same characters as before, not merely equal ones.
-  bool addAgain(LossRule rule, std::string_view kind, std::string_view layer) {
+  /// Counts so many more of what has been added before; false when there is none of it. Quick
+  /// where the names are the same characters as before, not merely equal ones.
+  bool addAgain(LossRule rule, std::string_view kind, std::string_view layer,
+                std::uint64_t count = 1) {
     const Recent& recent = recent_[placeOf(rule, kind, layer)];
-    if (!isSame(recent, rule, kind, layer)) return findAgain(rule, kind, layer);
-    ++losses_[recent.index].count;
+    if (!isSame(recent, rule, kind, layer)) return findAgain(rule, kind, layer, count);
+    losses_[recent.index].count += count;
     return true;
   }
 
@@ -88,7 +89,7 @@ class LossList {
     LossRule rule{};
     std::size_t index = std::numeric_limits<std::size_t>::max();
   };
-  static constexpr std::size_t kRecent = 256;
+  static constexpr unsigned kRecentBits = 11;
   static bool isSameText(std::string_view a, std::string_view b) {
     return a.data() == b.data() && a.size() == b.size();
   }
@@ -98,13 +99,17 @@ class LossList {
            isSameText(recent.layer, layer);
   }
   static std::size_t placeOf(LossRule rule, std::string_view kind, std::string_view layer) {
-    const auto bits = [](const char* text) { return reinterpret_cast<std::uintptr_t>(text); };
-    const std::uintptr_t names = bits(kind.data()) * 3 + bits(layer.data()) * 5;
-    return (names + names / kRecent + static_cast<std::size_t>(rule) * 7) % kRecent;
+    const auto bits = [](std::string_view text) {
+      return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(text.data()));
+    };
+    constexpr std::uint64_t kMixing = 0x9E3779B97F4A7C15;
+    const std::uint64_t mixed =
+        (bits(layer) * 31 + bits(kind) * 7 + static_cast<std::uint64_t>(rule)) * kMixing;
+    return static_cast<std::size_t>(mixed >> (64 - kRecentBits));
   }
-  bool findAgain(LossRule rule, std::string_view kind, std::string_view layer);
+  bool findAgain(LossRule rule, std::string_view kind, std::string_view layer, std::uint64_t count);
 
-  std::vector<Recent> recent_ = std::vector<Recent>(kRecent);
+  std::vector<Recent> recent_ = std::vector<Recent>(std::size_t{1} << kRecentBits);
 };
 
 }  // namespace quillon::rules

@@ -36,6 +36,7 @@ TEST(ToJson, IsOneLineWithEveryMember) {
   result.dropped = {3, 12};
   result.extents = {-1.0, 0.5, 2.0, 1e21};
   result.rangeWarning = true;
+  result.losses = {{rules::LossRule::Filled, "LWPOLYLINE", "A", 7, 19, {1.5, 2.0}, 0.0}};
   const convert::Message message{convert::MessageKind::Warning, "title", "text", "detail"};
   EXPECT_EQ(toJson(result, {"r.txt", "r.svg", false}, {message}),
             "{\"dxf\":\"a.dxf\",\"script\":\"a.scr\",\"report\":\"r.txt\","
@@ -43,7 +44,8 @@ TEST(ToJson, IsOneLineWithEveryMember) {
             "\"entities\":{\"LINE\":3},\"leftOut\":{\"LINE\":2,\"ARC\":1},"
             "\"notRecognised\":{\"HATCH\":2},\"damaged\":{\"count\":3,\"firstLine\":12},"
             "\"extents\":{\"minX\":-1,\"minY\":0.5,\"maxX\":2,\"maxY\":1e+21},"
-            "\"rangeWarning\":true,"
+            "\"rangeWarning\":true,\"losses\":[{\"rule\":\"filled\",\"kind\":\"LWPOLYLINE\","
+            "\"count\":7,\"line\":19,\"layer\":\"A\",\"x\":1.5,\"y\":2}],"
             "\"messages\":[{\"kind\":\"warning\",\"text\":\"detail\"}]}\n");
 }
 

@@ -44,8 +44,8 @@ TEST_F(JsonTest, TellsAllAboutAConversion) {
   write("part.dxf", dxf);
   const JsonValue value = object({"part.dxf", "--report", "r.txt", "--unit", "mm"});
   EXPECT_EQ(value.names(), (Strings{"damaged", "dxf", "entities", "extents", "leftOut", "linesRead",
-                                    "linesWritten", "messages", "notRecognised", "outcome",
-                                    "preview", "rangeWarning", "report", "script"}));
+                                    "linesWritten", "losses", "messages", "notRecognised",
+                                    "outcome", "preview", "rangeWarning", "report", "script"}));
   EXPECT_EQ(value.at("dxf").text(), "part.dxf");
   EXPECT_EQ(value.at("script").text(), "part.scr");
   EXPECT_EQ(value.at("report").text(), "r.txt");
@@ -59,6 +59,13 @@ TEST_F(JsonTest, TellsAllAboutAConversion) {
   EXPECT_EQ(value.at("entities").at("TEXT").number(), 1);
   EXPECT_EQ(value.at("notRecognised").names(), (Strings{"HATCH", "IMAGE"}));
   EXPECT_EQ(value.at("notRecognised").at("HATCH").number(), 2);
+  ASSERT_EQ(value.at("losses").items().size(), 2U);
+  const JsonValue& loss = value.at("losses").items().at(1);
+  EXPECT_EQ(loss.at("rule").text(), "unknown-kind");
+  EXPECT_EQ(loss.at("kind").text(), "HATCH");
+  EXPECT_EQ(loss.at("count").number(), 2);
+  EXPECT_EQ(loss.at("line").number(), 14 - 7 + 12 + 16 + 12);
+  EXPECT_EQ(loss.at("layer").text(), "0");
   EXPECT_TRUE(value.at("leftOut").names().empty());
   EXPECT_TRUE(value.at("damaged").isNull());
   EXPECT_EQ(value.at("extents").at("minX").number(), -3.0);

@@ -23,6 +23,36 @@ TEST_F(LossesTest, NamesTheKindsThatItDoesNotRecognise) {
       "part.dxf: 1 entities converted from 38 lines\n"));
 }
 
+TEST_F(LossesTest, ListsWhatTheExactRulesWouldKeep) {
+  DxfBuilder dxf;
+  for (const std::string_view layer : {"a", "b"}) {
+    dxf.entity(
+        "LWPOLYLINE",
+        {{8, layer}, {70, "1"}, {10, "0"}, {20, "0"}, {10, "5"}, {20, "0"}, {10, "5"}, {20, "5"}});
+  }
+  dxf.entity("TEXT", {{8, "0"}, {10, "0"}, {20, "0"}, {40, "1"}, {1, "x"}, {72, "2"}});
+  write("part.dxf", dxf);
+  const testing::ProgramResult english = run({"part.dxf"});
+  EXPECT_EQ(english.exitCode, 0);
+  EXPECT_TRUE(
+      english.error.starts_with("part.dxf: 3 entities converted from 64 lines\n"
+                                "Filled instead of outlined: LWPOLYLINE 2 (first in line 7)\n"
+                                "Alignment of the text left out: TEXT 1 (first in line 43)\n"
+                                "The exact rules would keep these: --rules exact.\n"
+                                "part.scr: "))
+      << english.error;
+  const testing::ProgramResult german = run({"part.dxf", "--force", "--language", "de"});
+  EXPECT_NE(german.error.find("\nGefüllt statt nur umrandet: LWPOLYLINE 2 (zuerst in Zeile 7)\n"
+                              "Ausrichtung des Textes nicht beachtet: TEXT 1 (zuerst in Zeile 43)\n"
+                              "Die exakten Regeln würden dies erhalten: --rules exact.\n"),
+            std::string::npos)
+      << german.error;
+  expectResult(run({"part.dxf", "--force", "--quiet"}), 0, "", "");
+  EXPECT_EQ(
+      run({"part.dxf", "--force", "--rules", "exact", "--eagle", "6"}).error.find("would keep"),
+      std::string::npos);
+}
+
 TEST_F(LossesTest, ReportsLossesEvenWhenQuiet) {
   DxfBuilder dxf = oneLine();
   dxf.entity("HATCH", {{8, "0"}}).entity("RAY", {{8, "0"}}).entity("LINE", {{8, "0\nbroken\n1"}});

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "classic/loss_notes.h"
+#include "exact/kinds.h"
 #include "support/conversion.h"
 #include "support/dxf_builder.h"
 
@@ -157,6 +159,58 @@ TEST(Findings, TheReportHasEachLossOnALineAfterItsOwnText) {
                 "\r\nNot drawn, kind not supported: 1 BODY (layer PART, first in line 31)"),
             std::string::npos)
       << conversion.result.report;
+}
+
+/// What is said after a conversion by the classic rules.
+std::vector<std::string> classicLinesOf(const DxfBuilder& dxf, std::string_view option = {},
+                                        int language = texts::kEnglish) {
+  const Conversion conversion(dxf.text());
+  EXPECT_EQ(conversion.result.report, "");
+  return convert::classicLossLines(conversion.result, texts::Texts(language), option);
+}
+
+using Lines = std::vector<std::string>;
+
+TEST(ClassicFindings, AreALineForEachRuleAndTheHint) {
+  EXPECT_EQ(classicLinesOf(openOutline()), Lines{});
+  DxfBuilder dxf = openOutline();
+  dxf.entity("ELLIPSE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "5"}, {40, "0.5"}, {42, "3"}});
+  dxf.entity("DIMENSION", {{8, "0"}, {2, "*D1"}});
+  EXPECT_EQ(classicLinesOf(dxf, "--exact"),
+            (Lines{"Not drawn, dimension without block: DIMENSION 1 (first in line 45)",
+                   "Ellipse as circle: ELLIPSE 1 (first in line 31)",
+                   "Elliptical arc closed: ELLIPSE 1 (first in line 31)",
+                   "The exact rules would keep these: --exact."}));
+  EXPECT_EQ(classicLinesOf(dxf, {}, texts::kGerman).back(),
+            "Die exakten Regeln würden dies erhalten.");
+}
+
+TEST(ClassicFindings, KindsThatWereNamedAreNotNamedAgain) {
+  DxfBuilder dxf = openOutline();
+  dxf.entity("HATCH", {{8, "0"}, {2, "SOLID"}});
+  EXPECT_EQ(classicLinesOf(dxf), (Lines{"The exact rules would keep these."}));
+  // Among others that no rules draw, they are: it has to be said which would be kept.
+  dxf.entity("BODY", {{8, "0"}});
+  EXPECT_EQ(classicLinesOf(dxf), (Lines{"Not drawn, kind not supported: HATCH 1 (first in line 31)",
+                                        "The exact rules would keep these."}));
+}
+
+TEST(ClassicFindings, AreNotInTheReport) {
+  DxfBuilder dxf = openOutline();
+  dxf.entity("DIMENSION", {{8, "0"}, {2, "*D1"}});
+  convert::ConversionJob job;
+  job.report = true;
+  const Conversion conversion(dxf.text(), job);
+  EXPECT_EQ(conversion.result.losses.size(), 1U);
+  EXPECT_EQ(conversion.result.report.find("dimension without block"), std::string::npos);
+  EXPECT_TRUE(conversion.result.report.ends_with("Script file\r\n  "));
+}
+
+TEST(ClassicFindings, KindsOfOtherRulesAreTheOnesThatTheExactRulesKnow) {
+  for (const std::string_view name : classic::kindsOfOtherRules()) {
+    EXPECT_NE(exact::kindOf(name), exact::Kind::Other) << name;
+    EXPECT_EQ(dxf::entityKind(name), dxf::EntityKind::None) << name;
+  }
 }
 
 TEST(Findings, ExactRulesRefuseEagle3) {

@@ -51,9 +51,22 @@ TEST_F(ConversionTest, EnterStartsAndTheWindowSaysWhatCameOut) {
   EXPECT_EQ(fromQt(resultText()),
             "Entities converted: 1 (from 30 lines of " + folder.file("part.dxf") +
                 ")\nLines written: 9 (to " + folder.file("part.scr") +
-                ")\nNot recognised and left out: HATCH 1\nIn EAGLE type: SCRIPT '" +
+                ")\nNot recognised and left out: HATCH 1\nThe exact rules would keep these.\n"
+                "In EAGLE type: SCRIPT '" +
                 folder.file("part.scr") + "'");
   EXPECT_TRUE(window.isEnabled());
+}
+
+TEST_F(ConversionTest, TheWindowNamesWhatTheExactRulesWouldKeep) {
+  testing::DxfBuilder dxf;
+  dxf.entity("TEXT", {{8, "0"}, {10, "0"}, {20, "0"}, {40, "1"}, {1, "x"}, {72, "2"}});
+  window.setDrawing(toQt(folder.write("part.dxf", dxf.text())));
+  window.show();
+  window.befStart_Click();
+  EXPECT_NE(fromQt(resultText())
+                .find("\nAlignment of the text left out: TEXT 1 (first in line 7)\n"
+                      "The exact rules would keep these.\n"),
+            std::string::npos);
 }
 
 TEST_F(ConversionTest, TheScriptOfADroppedDrawingHasItsNameToTheLetter) {
