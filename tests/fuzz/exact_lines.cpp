@@ -8,9 +8,9 @@ namespace quillon::fuzz {
 namespace {
 
 bool startsWithCommand(std::string_view line) {
-  static constexpr std::array<std::string_view, 14> kCommands = {
-      "Grid ", "Set ",  "Layer ", "Change ", "Wire ", "Polygon ", "Circle ",
-      "Text ", "Hole ", "Open ",  "Use ",    "Edit ", "Write",    "Window "};
+  static constexpr std::array<std::string_view, 15> kCommands = {
+      "Grid ", "Set ", "Layer ", "Change ", "Wire ", "Polygon ", "Circle ", "Text ",
+      "Hole ", "Add ", "Open ",  "Use ",    "Edit ", "Write",    "Window "};
   return std::any_of(kCommands.begin(), kCommands.end(),
                      [line](std::string_view word) { return line.starts_with(word); });
 }
@@ -31,7 +31,7 @@ std::string withoutQuoted(std::string_view line) {
 
 bool isPlain(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-         std::string_view(" ().-+;_").find(c) != std::string_view::npos;
+         std::string_view(" ().-+;_@").find(c) != std::string_view::npos;
 }
 
 bool isLine(std::string_view line) {
