@@ -26,8 +26,8 @@ def conversion(folder, drawing, extra=b""):
     letters, layer, name, layers, frame = "", "", drawing.stem, b"", b""
     while words:
         word = words.pop(0)
-        if word in SWITCHES:
-            letters += SWITCHES[word]
+        if word in SWITCHES or not words or words[0].startswith("--"):
+            letters += SWITCHES.get(word, "")  # not all options of the exact rules have letters
             continue
         value = words.pop(0)
         for option, choices in (("--unit", UNITS), ("--target", TARGETS), ("--poly", POLYS),
