@@ -31,7 +31,7 @@ double luminance(Colour colour) {
 }
 
 double contrast(Colour a, Colour b) {
-  const auto [low, high] = std::minmax(luminance(a), luminance(b));
+  const auto [low, high] = std::minmax({luminance(a), luminance(b)});
   return (high + 0.05) / (low + 0.05);
 }
 
