@@ -16,24 +16,24 @@ class CrowdFilter {
  public:
   /// For about this many hashes. What one filter confuses, one of another round does not.
   explicit CrowdFilter(std::size_t count, int round = 0)
-      : turn_(29 * round),
+      : turn_(29 * static_cast<unsigned>(round) % kBits),
         words_(std::bit_ceil(count * kCountersPerHash / kCountersPerWord + 1)),
         mask_(words_.size() * kCountersPerWord - 1) {}
 
   void add(std::uint64_t hash) {
-    hash = std::rotr(hash, turn_);
+    hash = turned(hash);
     std::uint64_t& word = wordOf(hash);
     const unsigned shift = shiftOf(hash);
     word |= kOnce << shift << ((word >> shift) & kOnce);
   }
   /// False for a hash that was not added.
   bool has(std::uint64_t hash) const {
-    hash = std::rotr(hash, turn_);
+    hash = turned(hash);
     return ((wordOf(hash) >> shiftOf(hash)) & kOnce) != 0;
   }
   /// False for a hash that was not added twice.
   bool isShared(std::uint64_t hash) const {
-    hash = std::rotr(hash, turn_);
+    hash = turned(hash);
     return ((wordOf(hash) >> shiftOf(hash)) & kTwice) != 0;
   }
 
@@ -43,6 +43,12 @@ class CrowdFilter {
   static constexpr std::uint64_t kOnce = 1;
   static constexpr std::uint64_t kTwice = 2;
 
+  static constexpr unsigned kBits = 64;
+
+  /// Turned to the right; the standard library's own takes different types with each compiler.
+  std::uint64_t turned(std::uint64_t hash) const {
+    return hash >> turn_ | hash << ((kBits - turn_) % kBits);
+  }
   std::uint64_t& wordOf(std::uint64_t hash) { return words_[(hash & mask_) / kCountersPerWord]; }
   std::uint64_t wordOf(std::uint64_t hash) const {
     return words_[(hash & mask_) / kCountersPerWord];
@@ -51,7 +57,7 @@ class CrowdFilter {
     return static_cast<unsigned>(hash % kCountersPerWord) * 2;
   }
 
-  int turn_;
+  unsigned turn_;
   std::vector<std::uint64_t> words_;
   std::size_t mask_;
 };

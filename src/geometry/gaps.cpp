@@ -80,11 +80,11 @@ std::vector<PieceEnd> endsNearOthers(const std::vector<PieceEnd>& ends, double r
 }  // namespace
 
 std::vector<Gap> gapsBetween(const std::vector<PieceEnd>& ends, const StopCheck& stop) {
-  constexpr std::size_t kEndsPerCheck = 64;
+  constexpr std::size_t kGapsPerCheck = 64;
   std::vector<Gap> gaps;
   const NearestEnd index(ends);
   for (std::size_t i = 0; i < index.ends().size(); ++i) {
-    if (i % kEndsPerCheck == 0 && stop()) return {};
+    if (i % kGapsPerCheck == 0 && stop()) return {};
     const PieceEnd& end = index.ends()[i];
     if (!end.isAlone) continue;
     Gap gap{.end = toldAs(end), .next = std::nullopt};
