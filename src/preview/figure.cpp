@@ -1,5 +1,7 @@
 #include "preview/figure.h"
 
+#include <cmath>
+
 #include "base/encoding.h"
 #include "geometry/arc.h"
 #include "geometry/degrees.h"
@@ -18,7 +20,8 @@ bool isEmpty(const RecordedSheet& sheet) {
 }
 
 void addWide(Box& box, const Box& inner, double margin) {
-  if (inner.empty() || !geometry::usable(inner.low) || !geometry::usable(inner.high)) return;
+  if (inner.empty() || !isInSight(inner.low) || !isInSight(inner.high)) return;
+  if (!isInSight(margin)) return;
   const Point by{margin, margin};
   box.add(inner.low - by);
   box.add(inner.high + by);
@@ -82,6 +85,13 @@ class SheetBox {
 };
 
 }  // namespace
+
+bool isInSight(double length) {
+  constexpr double kFarthest = 1e11;
+  return std::fabs(length) <= kFarthest;
+}
+
+bool isInSight(Point point) { return isInSight(point.x) && isInSight(point.y); }
 
 Figure::Figure(const eagle::Recording& recording)
     : encoding_(recording.encoding), sheet_(&recording.sheets.front()) {

@@ -8,6 +8,11 @@
 
 namespace quillon::preview {
 
+/// False for what is too far away for a picture of everything to show anything, and for what is not
+/// a number; in units of the script. The whole earth is within.
+bool isInSight(double length);
+bool isInSight(geometry::Point point);
+
 /// What a script draws, as somebody sees it who looks at one sheet: the sheet, and the library
 /// parts placed on it. Refers to the recording, which must outlive it.
 class Figure {

@@ -151,7 +151,7 @@ class Svg {
     float width = 0.0F;
     Point at;
     for (const eagle::RecordedWire& wire : layer.wires) {
-      if (!geometry::usable(wire.from) || !geometry::usable(wire.to)) continue;
+      if (!isInSight(wire.from) || !isInSight(wire.to)) continue;
       if (open && wire.width != width) {
         closePath();
         open = false;
@@ -165,9 +165,16 @@ class Svg {
     if (open) closePath();
   }
 
+  static bool isAreaInSight(const RecordedLayer& layer, const eagle::RecordedArea& area) {
+    for (std::size_t i = 0; i < area.count; ++i) {
+      if (!isInSight(layer.corners[area.first + i].at)) return false;
+    }
+    return true;
+  }
+
   void putAreas(const RecordedLayer& layer, const std::string& colour) {
     for (const eagle::RecordedArea& area : layer.areas) {
-      if (area.count == 0) continue;
+      if (area.count == 0 || !isAreaInSight(layer, area)) continue;
       text_.text("<path fill=\"").text(colour).text("\" stroke-width=\"");
       // The area of a polygon without width is the polygon itself.
       text_.number(area.width * millimetres_).text("\" d=\"M");
@@ -185,7 +192,7 @@ class Svg {
 
   void putCircles(const RecordedLayer& layer, const std::string& colour) {
     for (const eagle::RecordedCircle& circle : layer.circles) {
-      if (!geometry::usable(circle.centre) || !geometry::usable(circle.radius)) continue;
+      if (!isInSight(circle.centre) || !isInSight(circle.radius)) continue;
       const Point centre = inMillimetres(circle.centre);
       text_.text("<circle cx=\"").number(centre.x).text("\" cy=\"").number(-centre.y);
       text_.text("\" r=\"").number(circle.radius * millimetres_).text("\" ");
@@ -198,6 +205,7 @@ class Svg {
   }
 
   void putText(const eagle::RecordedText& text) {
+    if (!isInSight(text.at) || !isInSight(text.size)) return;
     const std::string letters = base::toUtf8(text.content, figure_.encoding());
     text_.text("<g aria-label=\"").text(xmlText(letters)).text("\">");
     putStrokes(letteringOf(text, letters), millimetres_, widthOf(text.size * kPenWidth));
@@ -220,7 +228,7 @@ class Svg {
     std::map<std::string_view, std::size_t> ids;
     for (const eagle::RecordedPart& part : figure_.sheet().parts) {
       const RecordedSheet* const content = figure_.partNamed(part.name);
-      if (content == nullptr || !geometry::usable(part.at)) continue;
+      if (content == nullptr || !isInSight(part.at)) continue;
       const auto [id, isNew] = ids.try_emplace(part.name, ids.size() + 1);
       if (isNew) {
         text_.text("<defs><g id=\"part-").text(std::to_string(id->second)).text("\">\n");
@@ -244,7 +252,7 @@ class Svg {
   void putHoles(const RecordedSheet& sheet) {
     constexpr int kDimensionLayer = 20;
     for (const eagle::RecordedHole& hole : sheet.holes) {
-      if (!geometry::usable(hole.centre) || !geometry::usable(hole.drill)) continue;
+      if (!isInSight(hole.centre) || !isInSight(hole.drill)) continue;
       const Point centre = inMillimetres(hole.centre);
       text_.text("<circle fill=\"none\" stroke=\"").text(colourOf(kDimensionLayer));
       text_.text("\" stroke-width=\"").number(view_.hairline).text("\" cx=\"").number(centre.x);

@@ -12,7 +12,7 @@ constexpr std::size_t kBlock = std::size_t{64} << 10;
 constexpr unsigned kMostDecimals = 6;
 constexpr std::array<std::int64_t, kMostDecimals + 1> kPowers = {1,      10,      100,      1'000,
                                                                  10'000, 100'000, 1'000'000};
-constexpr double kLargest = 1e9;
+constexpr double kLargest = 1e12;  // with all decimals still a whole number of 64 bits
 
 /// The characters of a number.
 class Digits {

@@ -148,6 +148,24 @@ TEST_F(SvgTest, WhatIsNowhereIsLeftOut) {
   EXPECT_TRUE(drawn.has("d=\"M0 0L10 -10\"/>")) << drawn.text;
 }
 
+TEST_F(SvgTest, NothingFarAwayTakesTheRestOutOfSight) {
+  wire({0.0, 0.0}, {80.0, 40.0});
+  const std::string alone = picture().text;
+  wire({0.0, 0.0}, {1e50, 1.0});
+  recorder.circle({eagle::CircleKind::Ring, 1.0, {1e50, 20.0}, {1e50, 21.0}});
+  const eagle::Corner corners[] = {{{0.0, 0.0}, 0.0}, {{1e50, 0.0}, 0.0}, {{0.0, 1e300}, 0.0}};
+  recorder.area({0.0, corners});
+  recorder.change(eagle::Property::Size, 1.0);
+  recorder.text({{}, "A", {1e50, 0.0}});
+  recorder.hole({3.0, {-1e50, 10.0}});
+  EXPECT_EQ(picture().text, alone);
+}
+
+TEST_F(SvgTest, ADrawingAsLargeAsACountryIsShown) {
+  wire({0.0, 0.0}, {4e9, 2e9});
+  EXPECT_TRUE(picture().has("d=\"M0 0L4000000000 -2000000000\"/>")) << picture().text;
+}
+
 TEST_F(SvgTest, AnEmptyScriptGivesAPictureToo) {
   EXPECT_TRUE(picture().has("<desc>0 x 0 mm</desc>"));
   EXPECT_TRUE(picture().has("</svg>\n"));
