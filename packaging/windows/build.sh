@@ -11,8 +11,9 @@ usage() {
   cat <<'END'
 Usage: packaging/windows/build.sh [--qt FOLDER] [STEP...] [-- CTEST-ARGUMENT...]
 
-Builds with the distribution's mingw-w64. FOLDER contains a static Qt 6.4 built with it; without Qt,
-only quillon-convert.exe is built. The folder can also be set with the variable QUILLON_WINDOWS_QT.
+Builds with the distribution's mingw-w64. FOLDER contains a static Qt 6.4 built with it, as
+packaging/windows/build_qt.sh does; without Qt, only quillon-convert.exe is built. The folder can
+also be set with the variable QUILLON_WINDOWS_QT.
 Without a step, all steps are run in this order:
 
   --build    build the programs and their tests in build/windows
@@ -69,7 +70,7 @@ install_for() {
   if has_step package; then
     need_command nsis makensis
     need_command fp-utils chmcmd
-    need_command zip zip
+    need_command python3 python3
     need_command unzip unzip
   fi
   install_missing

@@ -1,5 +1,5 @@
 ; The installer, for the current user only: nothing here needs administrator rights.
-; package.sh defines VERSION, STAGE, LIST, ICON and OUTPUT.
+; package.sh defines VERSION, INSTALL, LIST, LICENSE, ICON and OUTPUT.
 Unicode true
 Target amd64-unicode
 !include MUI2.nsh
@@ -21,7 +21,7 @@ BrandingText "Quillon ${VERSION}"
 !define MUI_UNICON "${ICON}"
 !define MUI_FINISHPAGE_RUN "$INSTDIR\quillon.exe"
 !insertmacro MUI_PAGE_WELCOME
-!insertmacro MUI_PAGE_LICENSE "${STAGE}/LICENSE.txt"
+!insertmacro MUI_PAGE_LICENSE "${LICENSE}"
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -29,6 +29,7 @@ BrandingText "Quillon ${VERSION}"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 !insertmacro MUI_LANGUAGE "German"
+!include registration.nsh
 
 LangString IN_USE ${LANG_ENGLISH} "Quillon is running, or its files may not be changed: $1. \
 Close all windows of Quillon and wait for running conversions to end, then try again. \
@@ -107,9 +108,9 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "The Quillon developers"
 Section
   SetShellVarContext current
   !insertmacro RefuseWhileInUse
-  SetOutPath "$INSTDIR"
   ClearErrors
-  File /r "${STAGE}/*"
+  !include "${INSTALL}"
+  SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\uninstall.exe"
   ${If} ${Errors}
     MessageBox MB_OK|MB_ICONSTOP "$(INCOMPLETE)" /SD IDOK
@@ -119,6 +120,7 @@ Section
   ${EndIf}
   !insertmacro SetFirstLanguage
   CreateShortcut "$SMPROGRAMS\Quillon.lnk" "$INSTDIR\quillon.exe"
+  !insertmacro Register
   ${GetSize} "$INSTDIR" "/S=0K" $0 $1 $2
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "Quillon"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
@@ -145,5 +147,6 @@ Section "Uninstall"
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"
   Delete "$SMPROGRAMS\Quillon.lnk"
+  !insertmacro Unregister
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
 SectionEnd

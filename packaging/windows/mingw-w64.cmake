@@ -27,5 +27,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
 # Each program is a single file that needs nothing but Windows.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+# The same sources give the same bytes: no time of linking.
+add_link_options(-Wl,--no-insert-timestamp)
 # Tests and other programs run during the build use Wine.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/wine.sh)
