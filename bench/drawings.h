@@ -12,6 +12,8 @@ namespace quillon::bench {
 void makeLines(DrawingText& drawing, std::size_t bytes);
 /// All kinds of entities, with blocks and line types, in the proportions of a real plan.
 void makeMixed(DrawingText& drawing, std::size_t bytes);
+/// Curves, splines and blocks under unequal scales: about 2.4 bytes are written for each one read.
+void makeHeavy(DrawingText& drawing, std::size_t bytes);
 /// LWPOLYLINEs of 100,000 vertices, open and closed; every fourth has bulges.
 void makePolylines(DrawingText& drawing, std::size_t bytes);
 
@@ -23,9 +25,10 @@ struct DrawingKind {
   double mostTime;
 };
 
-inline constexpr std::array<DrawingKind, 3> kDrawingKinds = {{
+inline constexpr std::array<DrawingKind, 4> kDrawingKinds = {{
     {"lines", makeLines, 5.0},
     {"mixed", makeMixed, 5.0},
+    {"heavy", makeHeavy, 5.0},
     {"polylines", makePolylines, 7.0},
 }};
 

@@ -5,7 +5,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
@@ -17,6 +16,7 @@
 #include "exact_cost.h"
 #include "growth.h"
 #include "measuring.h"
+#include "program.h"
 #include "support/temp_folder.h"
 
 namespace quillon::bench {
@@ -131,9 +131,7 @@ int main(int argc, char** argv) {
   app.add_option("--size", options.megabytes, "Size of the drawings in MB")
       ->check(CLI::PositiveNumber)
       ->capture_default_str();
-  app.add_option("--rounds", options.rounds, "Number of rounds")
-      ->check(CLI::PositiveNumber)
-      ->capture_default_str();
+  quillon::bench::addRounds(app, options.rounds);
   app.add_option("--only", options.only, "Drawings or series to measure");
   app.add_option("--folder", options.folder, "Where drawings are made and stay");
   app.add_flag("--linear", options.linear, "Measure how time grows with the drawing");
@@ -141,10 +139,5 @@ int main(int argc, char** argv) {
       ->excludes("--linear");
   app.add_flag("--check", options.check, "Fail when a limit is exceeded");
   CLI11_PARSE(app, argc, argv);
-  try {
-    return quillon::bench::run(options);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "end_to_end: %s\n", error.what());
-    return 2;
-  }
+  return quillon::bench::exitCodeOf("end_to_end", [&] { return quillon::bench::run(options); });
 }

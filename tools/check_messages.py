@@ -17,10 +17,11 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 STRINGS = ROOT / "src/texts/strings.def"
 # Ranges of ids of the messages for users.
 MESSAGES = ((2802, 2817), (2834, 2839), (2930, 2933), (3000, 3129), (3140, 3150), (3154, 3154),
-            (3160, 3199), (3200, 3259), (3508, 3512), (4000, 4099))
+            (3160, 3199), (3200, 3264), (3508, 3512), (3600, 3623), (3701, 3703),
+            (3705, 3706), (3708, 3708), (3713, 3713), (4000, 4099))
 # Where to look: tests of the engine, the windows and the programs.
-TESTS = ("app", "classic", "convert", "dxf", "eagle", "errors", "files", "settings",
-         "texts", "windows")
+TESTS = ("app", "batch", "classic", "convert", "dxf", "eagle", "errors", "files", "settings",
+         "texts", "windows", "workbench")
 # Files that only compare the string table, the wording of messages, or messages invented by the
 # test.
 COPIES = {

@@ -13,7 +13,7 @@ fail() {
 
 check_format() {
   local wrong
-  wrong=$(find src tests bench -name '*.h' -print0 -o -name '*.cpp' -print0 |
+  wrong=$(find src tests bench web -name '*.h' -print0 -o -name '*.cpp' -print0 |
     xargs -0 clang-format --dry-run -Werror 2>&1 | sed -n 's/^\([^:]*\):[0-9].*error:.*/\1/p' |
     sort -u) || true
   [ -z "$wrong" ] || fail "These files need clang-format -i:
@@ -78,11 +78,15 @@ check_includes rules base geometry dxf eagle rules
 check_includes classic base geometry dxf eagle rules classic
 check_includes exact base geometry dxf eagle rules exact
 check_includes convert base geometry files texts dxf eagle rules classic exact convert
+check_includes batch base files texts convert batch
 check_includes settings base files texts convert settings
+check_includes workbench base geometry files texts dxf eagle rules exact preview convert settings workbench
 check_includes errors base files texts errors
 check_includes app/console app/console
-check_includes app/headless base files texts dxf rules preview convert errors app/console app/headless
+check_includes app/headless base files texts dxf rules preview convert batch errors app/console app/headless
+check_includes app/completion convert app/headless app/completion
 check_includes app/unattended base files texts rules convert settings errors app/console app/unattended
-check_threads base geometry files texts dxf eagle preview rules classic exact convert settings errors
+check_threads base geometry files texts dxf eagle preview rules classic exact convert batch settings workbench \
+  errors
 if [ -n "$build" ]; then run_clang_tidy; fi
 exit "$failed"

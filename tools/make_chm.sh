@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Compiles the help pages into Larkspur.chm: make_chm.sh OUTPUT-FOLDER. Needs chmcmd (fp-utils).
+# Compiles the help pages into Larkspur.chm: make_chm.sh OUTPUT-FOLDER. Needs chmcmd (fp-utils) and
+# python3.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 output=$(readlink -f "${1:?make_chm.sh OUTPUT-FOLDER}")
@@ -23,4 +24,5 @@ cp -L --parents "$compiler" "${files[@]}" "$stage"
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(unshare --map-root-user)
 "${as_root[@]}" chroot "$stage" "$compiler" --no-html-scan /quillon.hhp
+tools/set_chm_time.py "$stage/Larkspur.chm"
 mv "$stage/Larkspur.chm" "$output"

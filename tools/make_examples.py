@@ -206,8 +206,61 @@ def lid():
     drawing.write(FOLDER / "lid.dxf")
 
 
+def seal():
+    """A logo in millimetres, 20 across: a quill over its ink in a ring."""
+    drawing = Drawing({"LOGO": "CONTINUOUS"}, units=4)
+    drawing.ring("LOGO", 0.0, 0.0, 10.0, 8.8)
+    # Two arcs make the feather; a slit parts its lower side, and its shaft is cut to a point.
+    drawing.polyline("LOGO", [(-2.6, -1.8, 0.15), (0.9, 0.1), (0.7, 1.1), (1.6, 0.6, 0.2),
+                              (5.4, 6.4, 0.32)])
+    drawing.polyline("LOGO", [(-4.6, -4.0), (-2.3, -2.1), (-2.9, -1.3)])
+    drawing.polyline("LOGO", [(-5.5, -5.2, -HALF), (-5.5, -4.6), (3.5, -4.6, -HALF), (3.5, -5.2)])
+    drawing.write(FOLDER / "logo.dxf")
+
+
+def relay_card_parts(drawing):
+    """What is soldered to the card, with its first pins and its labels."""
+    for i in range(4):
+        x = 12.0 + 21.0 * i
+        drawing.rectangle("PARTS", x, 34.0, x + 15.0, 62.0, 0.0, 0.2)
+        drawing.circle("PIN1", x + 2.0, 60.0, 0.6)
+        drawing.text("LABELS", x + 5.0, 46.0, 3.0, f"K{i + 1}")
+        drawing.rectangle("PARTS", x, 6.0, x + 15.0, 17.0, 0.0, 0.2)
+        drawing.circle("PIN1", x + 2.0, 15.0, 0.6)
+        drawing.text("LABELS", x + 4.5, 10.5, 3.0, f"X{i + 1}")
+        drawing.polyline("CUTOUTS", [(x + 6.5, 21.0, HALF), (x + 8.5, 21.0), (x + 8.5, 30.0, HALF),
+                                     (x + 6.5, 30.0)])
+        drawing.rectangle("KEEPOUT", x - 1.5, 33.0, x + 16.5, 63.0, 0.0, 0.0)
+        drawing.line("CENTER", x + 7.5, 2.0, x + 7.5, 66.0)
+
+
+def relay_card():
+    """A card with four relays in millimetres, 100 by 70, on twelve layers."""
+    drawing = Drawing({"BOARD": "CONTINUOUS", "CUTOUTS": "CONTINUOUS", "MOUNTING": "CONTINUOUS",
+                       "GUIDES": "CONTINUOUS", "PARTS": "CONTINUOUS", "PIN1": "CONTINUOUS",
+                       "LABELS": "CONTINUOUS", "LOGO": "CONTINUOUS", "KEEPOUT": "DASHED",
+                       "CENTER": "CENTER", "SIZES": "CONTINUOUS", "NOTES": "CONTINUOUS"},
+                      line_type_scale=4.0, units=4)
+    drawing.rectangle("BOARD", 0.0, 0.0, 100.0, 70.0, 4.0, 0.0)
+    for x in (5.0, 95.0):
+        for y in (5.0, 65.0):
+            drawing.circle("MOUNTING", x, y, 1.6)
+    for x in (5.0, 95.0):
+        drawing.circle("GUIDES", x, 25.5, 0.8)
+    relay_card_parts(drawing)
+    drawing.ring("LOGO", 94.0, 46.0, 2.4, 1.5)
+    drawing.line("SIZES", 0.0, 72.0, 0.0, 78.0)
+    drawing.line("SIZES", 100.0, 72.0, 100.0, 78.0)
+    drawing.line("SIZES", 0.0, 76.0, 100.0, 76.0)
+    drawing.text("SIZES", 46.0, 77.0, 3.0, "100")
+    drawing.text("NOTES", 0.0, -6.0, 3.0, "1.6 mm FR4, both sides coated")
+    drawing.write(FOLDER / "relay-card.dxf")
+
+
 if __name__ == "__main__":
     front_plate()
     sensor_board()
     relay_symbol()
     lid()
+    seal()
+    relay_card()

@@ -43,6 +43,15 @@ need_qt() {
   need_file fonts-dejavu-core "/usr/share/fonts/truetype/*/*.ttf"
 }
 
+# What makes the page for browsers.
+need_web() {
+  need_command emscripten em++
+  need_command nodejs node
+  need_file node-acorn "/usr/share/nodejs/acorn"
+  need_command npm npm
+  need_command python3 python3
+}
+
 say_what_to_install() {
   say "Quillon needs a C++20 compiler (GCC 12 or newer), CMake 3.25, Ninja and CLI11 2.1 or newer;"
   say "its window also Qt 6.4, its tests GoogleTest and clang. Please install what is missing, for"
@@ -92,11 +101,13 @@ configure() {
   shift
   # A new folder compiles many sources at a time, which takes less than half the time; in the folder
   # of somebody who builds again and again it stays as that one has it. Clang-tidy needs the commands
-  # of single sources.
+  # of single sources; the preset "quick" itself says how many.
   if ! is_configured "$root/build/$preset"; then
     set -- --fresh "$@"
-    [ "$preset" = debug ] ||
-      set -- "$@" -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=12
+    case $preset in
+      debug | quick | web) ;;
+      *) set -- "$@" -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=12 ;;
+    esac
   fi
   if ! log=$(cd "$root" && cmake --preset "$preset" "$@" </dev/null 2>&1); then
     say "$log"

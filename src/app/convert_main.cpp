@@ -4,12 +4,14 @@
 #include "app/console/terminal.h"
 #include "app/headless/options.h"
 #include "app/headless/runner.h"
+#include "files/system_folders.h"
 
 int main(int argc, char** argv) {
   std::setlocale(LC_TIME, "");  // for dates in the report; numbers never depend on the locale
   quillon::console::prepareStreams();
   std::optional<int> exitCode;
   const quillon::headless::Options options =
-      quillon::headless::parseOptions(quillon::console::processArguments(argc, argv), exitCode);
+      quillon::headless::parseOptions(quillon::console::processArguments(argc, argv), exitCode,
+                                      quillon::files::configurationFolder());
   return exitCode ? *exitCode : quillon::headless::run(options);
 }

@@ -2,9 +2,48 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace quillon::base {
+
+#ifdef __SSE2__
+
+std::size_t countByte(std::string_view bytes, char wanted) {
+  constexpr std::size_t kLanes = 16;
+  constexpr std::size_t kRounds = 255;
+  const __m128i all = _mm_set1_epi8(wanted);
+  const auto matches = [&](std::size_t from) {
+    const auto* const block = reinterpret_cast<const __m128i*>(bytes.data() + from);
+    return _mm_cmpeq_epi8(_mm_loadu_si128(block), all);
+  };
+  std::size_t count = 0;
+  std::size_t i = 0;
+  while (bytes.size() - i >= kLanes) {
+    // One-byte counters are summed up before they can overflow.
+    const std::size_t rounds = std::min((bytes.size() - i) / kLanes, kRounds);
+    __m128i lanes = _mm_setzero_si128();
+    for (std::size_t round = 0; round < rounds; ++round, i += kLanes) {
+      lanes = _mm_sub_epi8(lanes, matches(i));
+    }
+    const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
+    count += static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
+             static_cast<std::size_t>(_mm_extract_epi16(sums, 4));
+  }
+  if (i > 0 && i < bytes.size()) {
+    // The last block once more, without what has been counted.
+    const auto bits = static_cast<unsigned>(_mm_movemask_epi8(matches(bytes.size() - kLanes)));
+    return count + static_cast<std::size_t>(std::popcount(bits >> (i + kLanes - bytes.size())));
+  }
+  for (; i < bytes.size(); ++i) count += static_cast<std::size_t>(bytes[i] == wanted);
+  return count;
+}
+
+#else
 
 std::size_t countByte(std::string_view bytes, char wanted) {
   // One-byte counters keep a whole vector busy; they are summed up before they can overflow.
@@ -25,6 +64,8 @@ std::size_t countByte(std::string_view bytes, char wanted) {
   for (; i < bytes.size(); ++i) count += static_cast<std::size_t>(bytes[i] == wanted);
   return count;
 }
+
+#endif
 
 bool hasWithoutBefore(std::string_view bytes, char wanted, char before) {
   constexpr std::size_t kBlock = 4096;

@@ -5,7 +5,7 @@
 
 namespace quillon::base {
 
-/// Number of bytes that equal `wanted`; written so that the compiler can vectorise it.
+/// Number of bytes that equal `wanted`; looks at many at once.
 std::size_t countByte(std::string_view bytes, char wanted);
 
 /// True when some `wanted` after the first byte is not directly preceded by `before`.

@@ -2,15 +2,13 @@
 
 #include <array>
 #include <bit>
-#include <charconv>
-#include <clocale>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <string>
-#include <system_error>
 
 #include "base/digit_block.h"
+#include "base/double_text.h"
 #include "base/run_time_error.h"
 
 namespace quillon::base {
@@ -88,25 +86,9 @@ bool isWhole(const NumberParts& parts, std::string_view trimmed) {
 }
 
 /// Long mantissas and large exponents go through the library's exact conversion.
-#ifdef __cpp_lib_to_chars
 double valueOfLongNumber(const NumberParts& parts) {
-  double value = 0.0;
-  const auto [stop, error] = std::from_chars(parts.digits, parts.end, value);
-  if (error == std::errc::result_out_of_range) {
-    const bool large = parts.digitCount + parts.exponent > 0;
-    value = large ? std::numeric_limits<double>::infinity() : 0.0;
-  }
-  return value;
+  return valueOfDigits(parts.digits, parts.end, parts.digitCount + parts.exponent > 0);
 }
-#else
-// libc++ has no such conversion of doubles in all versions; C's expects the locale's point.
-double valueOfLongNumber(const NumberParts& parts) {
-  std::string text(parts.digits, parts.end);
-  const std::size_t point = text.find('.');
-  if (point != std::string::npos) text.replace(point, 1, std::localeconv()->decimal_point);
-  return std::strtod(text.c_str(), nullptr);
-}
-#endif
 
 /// Whether mantissa and power of ten are exact doubles: then a single operation rounds correctly.
 bool isExact(std::uint64_t mantissa, int exponent) {
@@ -232,9 +214,9 @@ std::string numberText(double value) {
   // Digits that numberValue reads back as infinity; the word "inf" would read as 0.
   if (!std::isfinite(value)) return value < 0.0 ? "-1e999" : "1e999";
   std::array<char, 40> buffer{};
-  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                          std::chars_format::general, kSignificantDigits);
-  if (error != std::errc{} || value == 0.0) return "0";
+  char* const end =
+      putShort(value, kSignificantDigits, buffer.data(), buffer.data() + buffer.size());
+  if (end == nullptr || value == 0.0) return "0";
   return {buffer.data(), end};
 }
 

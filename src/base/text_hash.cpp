@@ -89,7 +89,7 @@ HashKey drawKey() {
   // Where the system has no random numbers, the clock and an address have to do.
   HashKey key;
   key.low = static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
-  key.high = static_cast<std::uint64_t>(std::bit_cast<std::uintptr_t>(&key));
+  key.high = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&key));
   try {
     std::random_device random;
     key.low ^= std::uint64_t{random()} << 32 | random();

@@ -27,6 +27,10 @@ class DrawingInput {
   dxf::TextSource text(const Cancelled& cancelled, const dxf::InputLimits& limits = {}) const {
     return dxf::TextSource(stream_, head_, cancelled, limits);
   }
+  /// The same, held as a whole: it outlives this input.
+  dxf::TextSource wholeText(const Cancelled& cancelled, const dxf::InputLimits& limits = {}) const {
+    return dxf::TextSource::whole(stream_, head_, cancelled, limits);
+  }
 
  private:
   DrawingInput(std::FILE* stream, const Cancelled& cancelled);

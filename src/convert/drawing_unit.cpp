@@ -68,6 +68,19 @@ std::string drawingUnitWords() {
   return words;
 }
 
+std::optional<double> unitNamed(double insUnits) {
+  const int index = indexOf(insUnits);
+  if (index == 0) return std::nullopt;
+  return kInsUnits[static_cast<std::size_t>(index) - 1];
+}
+
+std::string_view wordOfUnit(double millimetres) {
+  for (std::size_t i = 1; i < kRows.size(); ++i) {
+    if (kRows[i].millimetres == millimetres) return kRows[i].word;
+  }
+  return {};
+}
+
 bool needsSize(double insUnits) {
   const int index = indexOf(insUnits);
   return index != 0 && index != kMillimetres;

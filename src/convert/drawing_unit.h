@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -41,6 +42,11 @@ struct UnitChoice {
   bool isDoubted = false;    ///< it names one that makes no sense; millimetres are taken instead
   double named = 0.0;        ///< then: millimetres in the unit that it names
 };
+
+/// Millimetres in the unit that $INSUNITS names; none when it names none.
+std::optional<double> unitNamed(double insUnits);
+/// The word of a unit with so many millimetres; "" for one that is not in the list.
+std::string_view wordOfUnit(double millimetres);
 
 /// True when the size of the drawing decides how its unit is taken.
 bool needsSize(double insUnits);

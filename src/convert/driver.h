@@ -30,8 +30,12 @@ inline constexpr rules::WorkLimits kUsualLimits{.lines = 20'000'000, .steps = 50
 /// Input from a pipe is held in memory, so it must be limited.
 inline constexpr dxf::InputLimits kUsualInput{.pipe = std::uint64_t{4} << 30};
 
+class HeldDrawing;
+
 /// What the calling program adds to a job.
 struct Surroundings {
+  /// The drawing, held in memory: the job's path is not looked at. Null to read the job's file.
+  HeldDrawing* held = nullptr;
   int languageOffset = texts::kEnglish;
   FrameSource frame;
   /// Refuse a text without any section of a drawing; otherwise it converts to the bare frame.
@@ -69,6 +73,7 @@ struct NamedLoss {
   rules::LossRule rule;
   std::string kind;   ///< UTF-8
   std::string layer;  ///< of the drawing, UTF-8
+  std::string name;   ///< of what is missing, e.g. a block, UTF-8; mostly ""
   std::uint64_t count = 0;
   std::uint64_t line = 0;  ///< of the first one
   geometry::Point at{};    ///< of the first one, in the script
@@ -78,6 +83,7 @@ struct NamedLoss {
 /// What only the exact rules find out.
 struct ExactFindings {
   UnitChoice unit;            ///< of the drawing
+  geometry::Point movedBy{};  ///< by the place that was asked for, before the offsets
   double scriptUnit = 1.0;    ///< millimetres in a unit of the script
   double limit = 0.0;         ///< EAGLE's largest coordinate, in units of the script
   geometry::Box bounds;       ///< around everything that is drawn, in the script
@@ -100,6 +106,8 @@ struct ConversionResult {
   std::uint64_t fileLinesRead = 0;  ///< lines of the drawing read, each counted once
   std::uint64_t commandCount = 0;
   std::uint64_t steps = 0;  ///< as counted by the limits
+  /// By the exact rules: what the drawing says of its unit, as a code; 0 for nothing.
+  double insUnits = 0.0;
   rules::EntityCounts counts{};
   rules::EntityCounts leftOut{};  ///< of these, on layers that are not converted
   std::map<std::string, std::uint64_t> unknownKinds;  ///< names as UTF-8

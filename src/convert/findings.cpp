@@ -10,6 +10,7 @@
 
 #include "base/number_text.h"
 #include "base/quotable.h"
+#include "convert/join_offer.h"
 
 namespace quillon::convert {
 namespace {
@@ -31,13 +32,12 @@ struct Detail {
 constexpr Detail kFew{false, kGapsShown};
 constexpr Detail kAll{true, std::numeric_limits<std::size_t>::max()};
 
+/// Kinds and names that a line lists at most.
+constexpr std::size_t kMostKinds = 20;
+
 /// A length with four decimals at most.
 std::string shortLength(double value) {
   return base::numberText(std::round(value * 10000.0) / 10000.0);
-}
-
-std::string textOf(LossRule rule, const texts::Texts& texts) {
-  return std::string(texts(kLossTexts[static_cast<std::size_t>(rule)]));
 }
 
 /// A line for each rule, with the kinds that it met, of the wanted losses.
@@ -52,18 +52,23 @@ std::vector<std::string> ruleLines(const std::vector<NamedLoss>& losses, const t
   for (const NamedLoss& loss : losses) {
     if (!isWanted(loss)) continue;
     Kinds& kinds = rules[loss.rule];
-    kinds.counts[loss.kind] += loss.count;
+    kinds.counts[kindText(loss)] += loss.count;
     kinds.line = std::min(kinds.line, loss.line);
   }
   std::vector<std::string> lines;
   for (const auto& [rule, kinds] : rules) {
     std::string list;
+    std::size_t shown = 0;
     for (const auto& [kind, count] : kinds.counts) {
       if (!list.empty()) list += ", ";
-      list += base::quotable(kind) + " " + std::to_string(count);
+      if (++shown > kMostKinds) {
+        list += "…";
+        break;
+      }
+      list += kind + " " + std::to_string(count);
     }
     lines.push_back(
-        texts(TextId::LossOfRule, {textOf(rule, texts), list, std::to_string(kinds.line)}));
+        texts(TextId::LossOfRule, {lossText(rule, texts), list, std::to_string(kinds.line)}));
   }
   return lines;
 }
@@ -136,7 +141,7 @@ class FindingText {
   void putLosses() {
     for (const NamedLoss& loss : result_.losses) {
       add(TextId::LossLine,
-          {textOf(loss.rule, texts_), std::to_string(loss.count), base::quotable(loss.kind),
+          {lossText(loss.rule, texts_), std::to_string(loss.count), kindText(loss),
            base::quotable(loss.layer), std::to_string(loss.line)});
     }
   }
@@ -159,6 +164,9 @@ class FindingText {
     for (std::size_t i = 0; i < shown; ++i) putGap(outlines.gaps[i]);
     if (shown < outlines.gapCount) {
       add(TextId::MoreGaps, {std::to_string(outlines.gapCount - shown)});
+    }
+    if (const std::optional<JoinOffer> offer = joinOfferOf(findings_)) {
+      add(TextId::JoinOffered, {shortLength(offer->millimetres), std::to_string(offer->ends)});
     }
   }
 
@@ -192,13 +200,26 @@ class FindingText {
 
 }  // namespace
 
-bool nothingLost(const std::vector<NamedLoss>& losses) {
-  return std::all_of(losses.begin(), losses.end(), [](const NamedLoss& loss) {
+std::string lossText(LossRule rule, const texts::Texts& texts) {
+  return std::string(texts(kLossTexts[static_cast<std::size_t>(rule)]));
+}
+
+std::string kindText(const NamedLoss& loss) {
+  const std::string kind = base::quotable(loss.kind);
+  return loss.name.empty() ? kind : kind + " " + base::quotable(loss.name);
+}
+
+std::uint64_t lossCount(const std::vector<NamedLoss>& losses) {
+  std::uint64_t count = 0;
+  for (const NamedLoss& loss : losses) {
     // Hints, and what EAGLE's own font does to every text, are no losses.
     const bool isNote = loss.rule == LossRule::FineFill || loss.rule == LossRule::TextShapes;
-    return isNote || rules::groupOf(loss.rule) == rules::LossGroup::Cleaned;
-  });
+    if (!isNote && rules::groupOf(loss.rule) != rules::LossGroup::Cleaned) count += loss.count;
+  }
+  return count;
 }
+
+bool nothingLost(const std::vector<NamedLoss>& losses) { return lossCount(losses) == 0; }
 
 std::vector<std::string> notDrawnLines(const ConversionResult& result, const texts::Texts& texts) {
   if (!result.exact) return {};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,15 @@ std::vector<std::string> findingLines(const ConversionResult& result, const text
 
 /// For the report: both of these, but a line for each rule, kind and layer, and all open ends.
 std::vector<std::string> allFindingLines(const ConversionResult& result, const texts::Texts& texts);
+
+/// What a rule did, in words.
+std::string lossText(rules::LossRule rule, const texts::Texts& texts);
+
+/// What it was done to: the kind, and the name of what is missing where it has one.
+std::string kindText(const NamedLoss& loss);
+
+/// How much was left out, hidden or simplified.
+std::uint64_t lossCount(const std::vector<NamedLoss>& losses);
 
 /// True when nothing was left out, hidden or simplified.
 bool nothingLost(const std::vector<NamedLoss>& losses);

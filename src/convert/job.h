@@ -67,6 +67,8 @@ struct ConversionJob {
   double offsetY = 0.0;
   double polyWidth = 0.0;
   bool overwriteScript = false;  ///< replace an existing script without asking
+
+  bool operator==(const ConversionJob&) const = default;
 };
 
 /// The list text of a version; "" for an index out of range.

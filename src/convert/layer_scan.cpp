@@ -14,13 +14,18 @@
 namespace quillon::convert {
 namespace {
 
-/// A scan is not monitored: tables are at the start of a drawing.
-class NoMonitor : public base::RunMonitor {
+/// Shows nothing: tables are at the start of a drawing.
+class ScanMonitor : public base::RunMonitor {
  public:
+  explicit ScanMonitor(const std::function<bool()>& cancelled) : cancelled_(cancelled) {}
+
   void setStatus(base::ReadPhase, std::uint64_t) override {}
   void setProgress(bool, std::uint64_t, std::uint64_t) override {}
-  bool cancelRequested() override { return false; }
+  bool cancelRequested() override { return cancelled_(); }
   void waitForUser() override {}
+
+ private:
+  const std::function<bool()>& cancelled_;
 };
 
 /// Lists each layer when it is first used.
@@ -67,24 +72,30 @@ std::vector<std::string> usedLayers(dxf::LineReader& reader) {
 
 }  // namespace
 
-std::vector<std::string> layerScanDXF(const std::string& path) {
-  std::vector<std::string> names;
-  const std::filesystem::path found = files::findExisting(path);
-  if (path.empty() || !files::namesFile(found)) return names;
-  const auto never = [] { return false; };
-  const DrawingInput input = DrawingInput::openFile(found, never);
-  if (input.kind() != InputKind::Text) return names;
-  dxf::TextSource text = input.text(never);
-  NoMonitor monitor;
+std::vector<std::string> layersOfText(dxf::TextSource& text,
+                                      const std::function<bool()>& cancelled) {
+  ScanMonitor monitor(cancelled);
   dxf::LineReader reader(text, monitor);
+  reader.rewind();
   dxf::Drawing drawing;
   dxf::readHeaderAndTables(drawing, reader);
   if (drawing.layers.empty()) return usedLayers(reader);
+  std::vector<std::string> names;
   names.reserve(drawing.layers.size());
   for (const dxf::LayerRec& layer : drawing.layers) {
     names.push_back(base::toUtf8(layer.name, drawing.encoding));
   }
   return names;
+}
+
+std::vector<std::string> layerScanDXF(const std::string& path) {
+  const std::filesystem::path found = files::findExisting(path);
+  if (path.empty() || !files::namesFile(found)) return {};
+  const std::function<bool()> never = [] { return false; };
+  const DrawingInput input = DrawingInput::openFile(found, never);
+  if (input.kind() != InputKind::Text) return {};
+  dxf::TextSource text = input.text(never);
+  return layersOfText(text, never);
 }
 
 }  // namespace quillon::convert

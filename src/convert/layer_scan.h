@@ -1,7 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
+
+#include "dxf/text_source.h"
 
 namespace quillon::convert {
 
@@ -10,5 +13,10 @@ namespace quillon::convert {
 /// order of first use. Empty for a drawing that is missing or not a text file. Throws ReadError, or
 /// RunTimeError for damaged tables or blocks.
 std::vector<std::string> layerScanDXF(const std::string& path);
+
+/// The same of a drawing's text, wherever that stands. What is known when `cancelled` returns true
+/// is the result then.
+std::vector<std::string> layersOfText(dxf::TextSource& text,
+                                      const std::function<bool()>& cancelled);
 
 }  // namespace quillon::convert

@@ -8,6 +8,7 @@
 
 #include "base/number_text.h"
 #include "base/quotable.h"
+#include "convert/held_drawing.h"
 #include "files/file_system.h"
 #include "files/paths.h"
 #include "files/temporary_file.h"
@@ -39,7 +40,7 @@ class Preparation {
     host_.setProgress(false, 0);
     host_.setProgress(true, 0);
     findDrawing();
-    DrawingInput drawing = openDrawing();
+    std::optional<DrawingInput> drawing = openDrawing();
     checkTarget();
     checkName();
     askForOverwriting();
@@ -51,6 +52,10 @@ class Preparation {
  private:
   void findDrawing() {
     std::string& found = conversion_.result.dxfFile;
+    if (surroundings_.held != nullptr) {
+      found = surroundings_.held->path();
+      return;
+    }
     if (surroundings_.readStandardInput) {
       found = "-";
       return;
@@ -70,7 +75,11 @@ class Preparation {
     conversion_.refuse(messages_.drawingMissing(job_.dxfFile, reasonText(reason)));
   }
 
-  DrawingInput openDrawing() {
+  std::optional<DrawingInput> openDrawing() {
+    if (surroundings_.held != nullptr) {
+      checkKind(surroundings_.held->kind());
+      return std::nullopt;
+    }
     const std::string& path = conversion_.result.dxfFile;
     const auto cancelled = [this] { return conversion_.control.cancelRequested(); };
     try {

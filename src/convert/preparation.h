@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "convert/conversion.h"
 #include "convert/drawing_input.h"
@@ -11,7 +12,7 @@ namespace quillon::convert {
 
 /// What a conversion that nothing speaks against is made from and written to.
 struct PreparedFiles {
-  DrawingInput drawing;
+  std::optional<DrawingInput> drawing;        ///< none for one that is held in memory
   std::unique_ptr<files::OutputFile> script;  ///< null when none is wanted
   LayerTable layers;
 };

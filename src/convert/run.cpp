@@ -7,6 +7,7 @@
 #include "base/run_time_error.h"
 #include "classic/loss_notes.h"
 #include "convert/block_library.h"
+#include "convert/held_drawing.h"
 #include "convert/listeners.h"
 #include "convert/report.h"
 #include "convert/rule_set.h"
@@ -69,7 +70,8 @@ class Run {
         control_(conversion.control),
         result_(conversion.result),
         files_(files),
-        text_(openText()),
+        ownText_(surroundings_.held == nullptr ? openText() : nullptr),
+        text_(ownText_ ? *ownText_ : surroundings_.held->text()),
         reader_(text_, control_) {}
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
@@ -91,10 +93,10 @@ class Run {
   }
 
  private:
-  dxf::TextSource openText() {
+  std::unique_ptr<dxf::TextSource> openText() {
     try {
-      return files_.drawing.text([this] { return control_.cancelRequested(); },
-                                 surroundings_.input);
+      return std::unique_ptr<dxf::TextSource>(new dxf::TextSource(files_.drawing->text(
+          [this] { return control_.cancelRequested(); }, surroundings_.input)));
     } catch (const dxf::InputTooLarge& reason) {
       conversion_.refuse(messages_.tooLarge(result_.dxfFile, reason.most()));
     }
@@ -271,6 +273,7 @@ class Run {
     result_.commandCount = script.commandCount();
     result_.rangeWarning = script.rangeWarning();
     result_.extents = script.extents();
+    result_.insUnits = drawing_.header.insUnits;
     result_.counts = translation.counts();
     result_.leftOut = translation.leftOut();
     result_.dropped = drawing_.dropped;
@@ -284,7 +287,8 @@ class Run {
     const rules::LossList losses = translation.takeLosses();
     for (const rules::Loss& loss : losses.all()) {
       result_.losses.push_back({loss.rule, base::toUtf8(loss.kind, drawing_.encoding),
-                                base::toUtf8(loss.layer, drawing_.encoding), loss.count, loss.line,
+                                base::toUtf8(loss.layer, drawing_.encoding),
+                                base::toUtf8(loss.name, drawing_.encoding), loss.count, loss.line,
                                 loss.at + moved, loss.most});
     }
   }
@@ -292,6 +296,7 @@ class Run {
   void collect(const exact::RuleSet& rules, geometry::Point moved) {
     ExactFindings& findings = *result_.exact;
     findings.offsets = {job_.offsetX, job_.offsetY};
+    findings.movedBy = rules.movedBy();
     for (const auto& [name, count] : rules.otherCounts()) {
       findings.otherCounts[base::toUtf8(name, drawing_.encoding)] += count;
     }
@@ -338,7 +343,8 @@ class Run {
   RunControl& control_;
   ConversionResult& result_;
   PreparedFiles& files_;
-  dxf::TextSource text_;
+  std::unique_ptr<dxf::TextSource> ownText_;  ///< null for a drawing that is held in memory
+  dxf::TextSource& text_;
   dxf::LineReader reader_;
   dxf::Drawing drawing_;
   rules::LimitKind limit_ = rules::LimitKind::Lines;  ///< the one that was reached

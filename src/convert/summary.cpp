@@ -59,11 +59,11 @@ bool nothingConverted(const ConversionResult& result) {
 }
 
 std::string unknownKindsText(const ConversionResult& result) {
-  constexpr std::size_t kMostKinds = 10;
+  constexpr std::size_t kMostKindsNamed = 10;
   std::string text;
   std::size_t kinds = 0;
   for (const auto& [name, count] : result.unknownKinds) {
-    if (++kinds > kMostKinds) return text + ", …";
+    if (++kinds > kMostKindsNamed) return text + ", …";
     if (!text.empty()) text += ", ";
     text.append(base::quotable(name)).append(" ").append(std::to_string(count));
   }

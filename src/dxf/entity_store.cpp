@@ -71,11 +71,11 @@ void EntityStore::append(EntityList& list, const DxfEntity& entity) {
       putWide(out, value.size());
     }
   }
-  used_ += static_cast<std::uint64_t>(out - start);
+  used_ += static_cast<std::size_t>(out - start);
 }
 
-std::uint32_t* EntityStore::reserve(std::uint64_t words) {
-  const std::uint64_t inChunk = used_ % kChunkWords;
+std::uint32_t* EntityStore::reserve(std::size_t words) {
+  const std::size_t inChunk = used_ % kChunkWords;
   const bool fits =
       !chunks_.empty() && used_ < chunks_.size() * kChunkWords && inChunk + words < kChunkWords;
   if (!fits) {
@@ -113,10 +113,10 @@ bool EntityCursor::next(DxfEntity& entity) {
       distance = getWide(in);
       length = getWide(in);
     }
-    entity.values[static_cast<std::size_t>(std::countr_zero(rest))] = {entity.groups + distance,
-                                                                       length};
+    entity.values[static_cast<std::size_t>(std::countr_zero(rest))] = {
+        entity.groups + distance, static_cast<std::size_t>(length)};
   }
-  place_ += static_cast<std::uint64_t>(in - start);
+  place_ += static_cast<std::size_t>(in - start);
   return true;
 }
 

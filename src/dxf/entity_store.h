@@ -75,10 +75,10 @@ constexpr bool hasSideRecord(EntityKind kind) {
 
 /// A list of entities stored one after another.
 struct EntityList {
-  std::uint64_t first = 0;  ///< offset of the first one in the store
-  std::uint64_t count = 0;
+  std::size_t first = 0;  ///< offset of the first one in the store
+  std::size_t count = 0;
 
-  std::uint64_t size() const { return count; }
+  std::size_t size() const { return count; }
 };
 
 /// Holds the entities of blocks compactly: a slot takes four bytes, its distance from the entity's
@@ -92,15 +92,15 @@ class EntityStore {
 
  private:
   friend class EntityCursor;
-  static constexpr std::uint64_t kChunkWords = std::uint64_t{1} << 14;
+  static constexpr std::size_t kChunkWords = std::size_t{1} << 14;
 
-  std::uint32_t* reserve(std::uint64_t words);
-  const std::uint32_t* at(std::uint64_t place) const {
+  std::uint32_t* reserve(std::size_t words);
+  const std::uint32_t* at(std::size_t place) const {
     return chunks_[place / kChunkWords].get() + place % kChunkWords;
   }
 
   std::vector<std::unique_ptr<std::uint32_t[]>> chunks_;
-  std::uint64_t used_ = 0;  ///< in words, including the unused rest of full chunks
+  std::size_t used_ = 0;  ///< in words, including the unused rest of full chunks
 };
 
 /// Iterates over the entities of a list in order.
@@ -113,8 +113,8 @@ class EntityCursor {
 
  private:
   const EntityStore& store_;
-  std::uint64_t place_;
-  std::uint64_t left_;
+  std::size_t place_;
+  std::size_t left_;
 };
 
 }  // namespace quillon::dxf

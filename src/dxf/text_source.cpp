@@ -45,17 +45,39 @@ TextSource::TextSource(std::FILE* stream, std::string_view head,
     rewind();
     return;
   }
-  std::clearerr(stream);
   grow(std::max(window, 2 * head.size()));
+  readToEnd(head, cancelled, limits.pipe);
+}
+
+TextSource::TextSource(Whole, std::FILE* stream, std::string_view head,
+                       const std::function<bool()>& cancelled, const InputLimits& limits)
+    : stream_(stream) {
+  const long long size = seekableSize(stream);
+  if (size >= 0 && !seekTo(stream, head.size())) failReading();  // asking has moved to the end
+  const std::uint64_t known = size < 0 ? 0 : static_cast<std::uint64_t>(size);
+  if (known > limits.file) throw InputTooLarge(limits.file);
+  // One byte more, so that the end is met without growing.
+  grow(std::max(static_cast<std::size_t>(known) + 1, std::max(kWindow, 2 * head.size())));
+  readToEnd(head, cancelled, size < 0 ? limits.pipe : limits.file);
+}
+
+TextSource TextSource::whole(std::FILE* stream, std::string_view head,
+                             const std::function<bool()>& cancelled, const InputLimits& limits) {
+  return {Whole{}, stream, head, cancelled, limits};
+}
+
+void TextSource::readToEnd(std::string_view head, const std::function<bool()>& cancelled,
+                           std::uint64_t most) {
+  std::clearerr(stream_);
   std::copy(head.begin(), head.end(), data_.get());
   utf8_.add(head);
   addBytes(head.size());
   keepsAll_ = true;
   while (!cancelled() && readMore()) {
-    if (bytesRead_ > limits.pipe) throw InputTooLarge(limits.pipe);
+    if (bytesRead_ > most) throw InputTooLarge(most);
     if (size_ == capacity_) grow(2 * capacity_);
   }
-  if (bytesRead_ > limits.pipe) throw InputTooLarge(limits.pipe);
+  if (bytesRead_ > most) throw InputTooLarge(most);
   atFileEnd_ = true;
   fileSize_ = bytesRead_;
   stream_ = nullptr;

@@ -43,6 +43,12 @@ class TextSource {
       std::FILE* stream, std::string_view head,
       const std::function<bool()>& cancelled = [] { return false; }, const InputLimits& limits = {},
       std::size_t window = kWindow);
+  /// The same, but all of it is read here and held, so that it can be read again and again without
+  /// the stream, which may be closed then.
+  static TextSource whole(
+      std::FILE* stream, std::string_view head,
+      const std::function<bool()>& cancelled = [] { return false; },
+      const InputLimits& limits = {});
   TextSource(const TextSource&) = delete;
   TextSource& operator=(const TextSource&) = delete;
 
@@ -78,6 +84,12 @@ class TextSource {
     void operator()(char* p) const { std::free(p); }  // the buffer grows with realloc
   };
 
+  struct Whole {};
+  TextSource(Whole, std::FILE* stream, std::string_view head,
+             const std::function<bool()>& cancelled, const InputLimits& limits);
+
+  /// Reads everything after `head`. Throws InputTooLarge for more than `most` bytes.
+  void readToEnd(std::string_view head, const std::function<bool()>& cancelled, std::uint64_t most);
   void grow(std::size_t capacity);
   /// Reads into the free part of the buffer; false at the end of the stream.
   bool readMore();

@@ -1,10 +1,12 @@
 #include "eagle/number_format.h"
 
 #include <array>
-#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
+
+#include "base/bits.h"
+#include "base/double_text.h"
 
 namespace quillon::eagle {
 namespace {
@@ -88,7 +90,7 @@ char* putFraction(std::uint64_t mantissa, int shift, char* out) {
 }  // namespace
 
 char* formatNumber(double value, char* out) {
-  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const auto bits = base::bitCast<std::uint64_t>(value);
   const bool negative = (bits >> 63) != 0;
   const auto biased = static_cast<int>(bits >> kMantissaBits & 0x7FF);
   std::uint64_t mantissa = bits & ((std::uint64_t{1} << kMantissaBits) - 1);
@@ -99,7 +101,7 @@ char* formatNumber(double value, char* out) {
   if (shift > 0) return putFraction(mantissa, shift, out);
   // From 2^52 on there is no fraction, so the library's digits need no rounding.
   const double magnitude = negative ? -value : value;
-  return std::to_chars(out, out + kNumberRoom - 1, magnitude, std::chars_format::fixed, 7).ptr;
+  return base::putFixed(magnitude, 7, out, out + kNumberRoom - 1);
 }
 
 std::string formatNumber(double value) {

@@ -50,7 +50,8 @@ void Recorder::circle(const Circle& circle) {
   drawn.centre = placed(circle.centre);
   drawn.radius = distance(circle.centre, circle.onCircle);
   if (circle.kind != CircleKind::RingAsBefore) lastWidth_ = circle.width;
-  drawn.width = static_cast<float>(lastWidth_);
+  // A width that the user has set is not known; it is hardly ever 0.
+  drawn.width = static_cast<float>(lastWidth_.value_or(0.0));
   // EAGLE fills a circle of width 0, whichever command set that width.
   drawn.filled = lastWidth_ == 0.0;
   onLayer().circles.push_back(drawn);

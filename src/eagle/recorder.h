@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "eagle/commands.h"
@@ -56,8 +57,8 @@ class Recorder final : public Commands {
   RecordedSheet* sheet_;
   bool inPart_ = false;
   int layerNumber_ = 0;
-  RecordedLayer* layer_ = nullptr;  ///< null until something is drawn on it
-  double lastWidth_ = 0.0;          ///< EAGLE keeps using the last width
+  RecordedLayer* layer_ = nullptr;   ///< null until something is drawn on it
+  std::optional<double> lastWidth_;  ///< EAGLE keeps using the last width; none: that of its user
   double size_ = 0.0;
   std::string align_;
 };

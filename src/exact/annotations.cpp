@@ -41,7 +41,7 @@ struct LeaderGroups {
 LeaderGroups readLeader(const Item& item, Canvas& canvas) {
   constexpr int kExtendedData = 1000;
   LeaderGroups values;
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group) && group.code < kExtendedData;) {
     const double number = base::numberValue(group.value);
     if (group.code == 10) {
@@ -68,7 +68,7 @@ std::string withoutFieldLines(std::string_view text) {
 }
 
 std::string_view firstTextOf(const Item& item, int code, const Canvas& canvas) {
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group);) {
     if (group.code == code) return group.value;
   }
@@ -90,7 +90,7 @@ TablePlace readTablePlace(const Item& item, const Canvas& canvas) {
   };
   Field fields[] = {
       {&place.at.x, 10}, {&place.at.y, 20}, {&place.direction.x, 11}, {&place.direction.y, 21}};
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group);) {
     for (Field& field : fields) {
       if (field.code != group.code || field.isRead) continue;
@@ -159,7 +159,7 @@ void drawTable(const Item& item, Canvas& canvas, BlockDrawer& blocks) {
   const Point y = item.entity.normalZ < 0.0 ? -geometry::leftOf(x) : geometry::leftOf(x);
   const Affine frame{x.x, y.x, x.y, y.y, place.at.x, place.at.y};
   if (!blocks.drawBlock(item, block, item.map * frame)) {
-    canvas.lose(item, LossRule::MissingBlock);
+    canvas.loseNamed(item, LossRule::MissingBlock, block);
   }
 }
 

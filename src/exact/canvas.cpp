@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/number_text.h"
 #include "exact/area_inset.h"
 #include "geometry/area.h"
 #include "geometry/crossings.h"
@@ -255,6 +256,11 @@ void Canvas::endless(const Item& item, Point start, Point direction, bool bothWa
     return lose(item, LossRule::UnusableNumbers);
   }
   sink_->take(item.origin, EndlessLine{start, direction, bothWays, item.pen.width});
+}
+
+void Canvas::loseNamed(const Item& item, LossRule rule, std::string_view name) {
+  losses_.add({rule, item.origin.kind, item.origin.dxfLayer, item.origin.line, item.map(Point{}),
+               0.0, base::trimBlanks(name)});
 }
 
 void Canvas::lose(const Item& item, LossRule rule, std::optional<Point> at, double measure,

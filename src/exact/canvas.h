@@ -60,7 +60,7 @@ class Canvas {
   /// From now on shapes go there. Where they went before.
   ShapeSink& drawInto(ShapeSink& sink) { return *std::exchange(sink_, &sink); }
 
-  dxf::GroupCursor groupsOf(const Item& item) const { return item.groups(drawing_.lineEnds); }
+  EntityGroups groupsOf(const Item& item) const { return item.entity.groupsBy(drawing_.lineEnds); }
   /// Counts a step of work; true when the work is to end.
   bool step() { return poll_(); }
 
@@ -110,6 +110,8 @@ class Canvas {
   /// Notes a loss of an item; `at` in units of the script.
   void lose(const Item& item, LossRule rule, std::optional<Point> at = {}, double measure = 0.0,
             std::uint64_t count = 1);
+  /// The same of something that is missing: a block, or a drawing with its path.
+  void loseNamed(const Item& item, LossRule rule, std::string_view name);
 
  private:
   /// The path as EAGLE can draw it: no points too close, no arcs too flat or too wide.

@@ -71,8 +71,8 @@ geometry::Box Cleaning::bounds() const {
 
 bool Cleaning::hasTexts() const {
   for (const auto& [number, layer] : layers_) {
-    for (const HeldShape& held : layer.shapes()) {
-      if (std::holds_alternative<TextLine>(held.shape)) return true;
+    for (std::size_t i = 0; i < layer.shapes().size(); ++i) {
+      if (std::holds_alternative<TextLine>(layer.shapes()[i].shape)) return true;
     }
   }
   return false;

@@ -190,9 +190,16 @@ void CommandWriter::collect(const Path& path) {
     corners_.push_back({placed(vertex.at), vertex.curve});
   }
   if (path.closed && !corners_.empty()) corners_.push_back({corners_.front().at, 0.0});
-  if (path.vertices.empty()) return;
-  const geometry::Box box = geometry::bounds(path);
-  extend({placed(box.low), placed(box.high)});
+  if (inPart_) return;
+  for (const eagle::Corner& corner : corners_) bounds_.add(corner.at);
+  for (std::size_t i = 0; i < geometry::arcCount(path); ++i) {
+    if (path.vertices[i].curve == 0.0) continue;
+    const geometry::Arc arc = geometry::arcAt(path, i);
+    if (geometry::isSurelyWithin({placed(arc.start), placed(arc.end), arc.curve}, bounds_))
+      continue;
+    const geometry::Box box = geometry::bounds(arc);
+    extend({placed(box.low), placed(box.high)});
+  }
 }
 
 void CommandWriter::addDisc(Point centre, double diameter) {

@@ -89,7 +89,7 @@ struct SplineGroups {
 
 SplineGroups readSpline(const Item& item, const Canvas& canvas) {
   SplineGroups values;
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group);) {
     const auto number = [&group] { return numberValue(group.value); };
     switch (group.code) {

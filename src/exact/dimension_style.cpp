@@ -130,7 +130,7 @@ class StyleVariables {
 
 dxf::LineRange styleEntry(const Item& item, const Canvas& canvas) {
   const dxf::Drawing& drawing = canvas.drawing();
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group);) {
     if (group.code != 3) continue;
     const std::string name = base::upperCase(group.value, drawing.encoding);
@@ -188,7 +188,7 @@ DimensionStyle readDimensionStyle(const Item& item, const Canvas& canvas) {
     }
   }
   StyleOverrides overrides;
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group);) overrides.take(group, variables);
   return variables.finish(item.entity.isInPaperSpace);
 }

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
+
+#include "base/double_text.h"
 
 namespace quillon::exact {
 namespace {
@@ -34,10 +35,9 @@ std::string fixedDecimals(double value, int decimals) {
   constexpr int kMostDecimals = 8;
   // The largest usable number has 101 digits before its point.
   std::array<char, 128> buffer{};
-  const auto [end, error] =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed,
-                    std::clamp(decimals, 0, kMostDecimals));
-  return error == std::errc{} ? std::string(buffer.data(), end) : "0";
+  char* const end = base::putFixed(value, std::clamp(decimals, 0, kMostDecimals), buffer.data(),
+                                   buffer.data() + buffer.size());
+  return end == nullptr ? "0" : std::string(buffer.data(), end);
 }
 
 std::string decimalText(double value, int decimals, int zeros, char point) {

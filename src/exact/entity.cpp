@@ -19,10 +19,12 @@ Affine Item::objectMap(double elevation) const {
           plane.dx + depth.x * height.atOrigin, plane.dy + depth.y * height.atOrigin};
 }
 
-void readNumbers(dxf::GroupCursor groups, std::initializer_list<NumberField> fields) {
+void readNumbers(EntityGroups groups, std::initializer_list<NumberField> fields) {
   for (dxf::Group group; groups.next(group);) {
     for (const NumberField& field : fields) {
-      if (field.code == group.code) *field.value = base::numberValue(group.value);
+      if (field.code != group.code) continue;
+      *field.value = base::numberValue(group.value);
+      break;
     }
   }
 }

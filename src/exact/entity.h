@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <initializer_list>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -16,12 +17,38 @@ namespace quillon::exact {
 
 using geometry::Affine;
 
+/// Walks the groups of one entity, which are split into lines already where they are few.
+class EntityGroups {
+ public:
+  /// `split`: all groups, or none where they have to be found in the lines.
+  EntityGroups(std::span<const dxf::Group> split, dxf::LineRange lines, const dxf::LineEnds& ends)
+      : split_(split),
+        isSplit_(!split.empty()),
+        cursor_(dxf::LineCursor(split.empty() ? lines : dxf::LineRange{}, ends)) {}
+
+  /// As that of GroupCursor.
+  bool next(dxf::Group& group) {
+    if (!isSplit_) return cursor_.next(group);
+    if (split_.empty()) return false;
+    group = split_.front();
+    split_ = split_.subspan(1);
+    return true;
+  }
+
+ private:
+  std::span<const dxf::Group> split_;
+  bool isSplit_;
+  dxf::GroupCursor cursor_;
+};
+
 /// An entity with what all kinds have in common. Texts are views into the drawing, or kept as long
 /// as the translation where that is said.
 struct Entity {
   Kind kind = Kind::Other;
   std::string_view name;  ///< DXF name; kept
   dxf::LineRange groups;  ///< up to and including the "0" line that ends them
+  /// The same, if they are few; until the walk that found the entity goes on or is moved.
+  std::span<const dxf::Group> split;
   std::uint64_t line = 0;
   /// The last groups 10, 20, 11 and 21: the ends of a LINE, so that it is not read twice.
   std::array<std::string_view, 4> ends;
@@ -35,6 +62,9 @@ struct Entity {
   double normalZ = 1.0;
   bool isInvisible = false;
   bool isInPaperSpace = false;
+
+  /// Its groups from the start.
+  EntityGroups groupsBy(const dxf::LineEnds& lineEnds) const { return {split, groups, lineEnds}; }
 };
 
 /// How the lines of an entity look, once layers and blocks have been asked.
@@ -67,18 +97,14 @@ struct Item {
   Point seen(Point foot, double height) const {
     return depth == Point{} ? map(foot) : map(foot) + depth * height;
   }
-  /// Its groups from the start.
-  dxf::GroupCursor groups(const dxf::LineEnds& ends) const {
-    return dxf::GroupCursor(dxf::LineCursor(entity.groups, ends));
-  }
 };
 
 struct NumberField {
   int code;
   double* value;
 };
-/// Reads numbers by their group codes; the last group of a code counts, an absent one changes
-/// nothing.
-void readNumbers(dxf::GroupCursor groups, std::initializer_list<NumberField> fields);
+/// Reads numbers by their group codes, each of them given once; the last group of a code counts, an
+/// absent one changes nothing.
+void readNumbers(EntityGroups groups, std::initializer_list<NumberField> fields);
 
 }  // namespace quillon::exact

@@ -65,7 +65,8 @@ Entity EntityReader::read(const dxf::DxfEntity& found) {
   entity.line = found.line;
   CommonGroups common;
   if (!found.split.empty()) {
-    for (const dxf::Group& group : found.split) take(group, common.isCommon(group), entity);
+    entity.split = found.split;
+    for (const dxf::Group& group : entity.split) take(group, common.isCommon(group), entity);
     return entity;
   }
   dxf::GroupCursor groups(dxf::LineCursor(entity.groups, drawing_.lineEnds));

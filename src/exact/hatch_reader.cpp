@@ -197,7 +197,7 @@ class HatchReader {
 HatchGroups readHatch(const Item& item, Canvas& canvas) {
   constexpr std::size_t kGroupsPerStep = 8;  // about an edge
   HatchReader reader;
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   std::size_t count = 0;
   for (dxf::Group group; groups.next(group);) {
     if (++count % kGroupsPerStep == 0 && canvas.step()) break;

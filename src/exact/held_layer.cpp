@@ -81,15 +81,14 @@ void HeldLayer::hold(const Origin& origin, Chain&& chain) {
 }
 
 HeldShape& HeldLayer::addShape(const Origin& origin, std::size_t before) {
-  HeldShape& held = shapes_.emplace_back();
-  held.origin = origin;
-  held.before = before;
-  return held;
+  places_.push_back({before, shapes_.size()});
+  return shapes_.add({origin, {}});
 }
 
 void HeldLayer::clear() {
   segments_ = SegmentList();
-  shapes_ = std::vector<HeldShape>();
+  shapes_ = ShapeList();
+  places_ = std::vector<ShapePlace>();
 }
 
 void HeldLayer::toChain(const HeldSegment& segment, Chain& chain) const {
@@ -118,24 +117,25 @@ geometry::Box HeldLayer::bounds() const {
     if (!lookOf(segment).isCircle) continue;
     box.add(geometry::bounds(geometry::Arc{segment.to, segment.from, segment.curve}));
   }
-  for (const HeldShape& held : shapes_) {
+  for (std::size_t i = 0; i < shapes_.size(); ++i) {
     std::visit(
         [&box](const auto& shape) {
           if constexpr (!std::is_same_v<std::decay_t<decltype(shape)>, std::monostate>) {
             box.add(boundsOf(shape));
           }
         },
-        held.shape);
+        shapes_[i].shape);
   }
   return box;
 }
 
 void HeldLayer::settle() {
+  if (isSettled_) return;
+  isSettled_ = true;
   // What replaces a segment comes after the shapes that came before it.
-  const auto earlier = [](const HeldShape& a, const HeldShape& b) { return a.before < b.before; };
-  if (!std::is_sorted(shapes_.begin(), shapes_.end(), earlier)) {
-    std::stable_sort(shapes_.begin(), shapes_.end(), earlier);
-  }
+  std::sort(places_.begin(), places_.end(), [](const ShapePlace& a, const ShapePlace& b) {
+    return std::pair(a.before, a.shape) < std::pair(b.before, b.shape);
+  });
 }
 
 }  // namespace quillon::exact

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -68,7 +67,6 @@ struct HeldSegment {
 /// Any other shape, or nothing where another one has taken it in.
 struct HeldShape {
   Origin origin;
-  std::size_t before = 0;  ///< the segment that comes after it
   std::variant<std::monostate, Chain, Area, TextLine, Dot, Hole> shape;
 
   Chain* chain() { return std::get_if<Chain>(&shape); }
@@ -76,24 +74,29 @@ struct HeldShape {
   void drop() { shape = std::monostate(); }
 };
 
-/// Segments in blocks, so that adding some moves none.
-class SegmentList {
+/// Items in blocks, so that adding some moves none.
+template <typename T>
+class BlockList {
  public:
   std::size_t size() const { return size_; }
-  HeldSegment& operator[](std::size_t i) { return blocks_[i / kBlock][i % kBlock]; }
-  const HeldSegment& operator[](std::size_t i) const { return blocks_[i / kBlock][i % kBlock]; }
+  T& operator[](std::size_t i) { return blocks_[i / kBlock][i % kBlock]; }
+  const T& operator[](std::size_t i) const { return blocks_[i / kBlock][i % kBlock]; }
+  T& back() { return blocks_.back().back(); }
 
-  void add(const HeldSegment& segment) {
-    if (size_ % kBlock == 0) blocks_.push_back(std::make_unique<HeldSegment[]>(kBlock));
-    blocks_.back()[size_++ % kBlock] = segment;
+  T& add(T item) {
+    if (size_++ % kBlock == 0) blocks_.emplace_back().reserve(kBlock);
+    return blocks_.back().emplace_back(std::move(item));
   }
 
  private:
   static constexpr std::size_t kBlock = 512;
 
-  std::vector<std::unique_ptr<HeldSegment[]>> blocks_;
+  std::vector<std::vector<T>> blocks_;
   std::size_t size_ = 0;
 };
+
+using SegmentList = BlockList<HeldSegment>;
+using ShapeList = BlockList<HeldShape>;
 
 /// The shapes of one layer in the order of the drawing.
 class HeldLayer {
@@ -109,8 +112,8 @@ class HeldLayer {
 
   const SegmentList& segments() const { return segments_; }
   SegmentList& segments() { return segments_; }
-  const std::vector<HeldShape>& shapes() const { return shapes_; }
-  std::vector<HeldShape>& shapes() { return shapes_; }
+  const ShapeList& shapes() const { return shapes_; }
+  ShapeList& shapes() { return shapes_; }
   const Look& lookOf(const HeldSegment& segment) const { return looks_[segment.look]; }
   std::uint32_t penOf(const Chain& chain) { return looks_.penOf(chain); }
   std::size_t size() const { return segments_.size() + shapes_.size(); }
@@ -125,6 +128,7 @@ class HeldLayer {
   void replaceSegment(std::size_t index, Shape&& shape) {
     HeldSegment& segment = segments_[index];
     segment.isDropped = true;
+    isSettled_ = false;
     addShape(originOf(segment), index).shape = std::forward<Shape>(shape);
   }
   void settle();
@@ -137,23 +141,31 @@ class HeldLayer {
   void inOrder(OnSegment&& onSegment, OnShape&& onShape) const {
     std::size_t next = 0;
     for (std::size_t i = 0; i < segments_.size(); ++i) {
-      for (; next < shapes_.size() && shapes_[next].before <= i; ++next) {
-        if (!onShape(next)) return;
+      for (; next < places_.size() && places_[next].before <= i; ++next) {
+        if (!onShape(places_[next].shape)) return;
       }
       if (!segments_[i].isDropped && !onSegment(i)) return;
     }
-    for (; next < shapes_.size(); ++next) {
-      if (!onShape(next)) return;
+    for (; next < places_.size(); ++next) {
+      if (!onShape(places_[next].shape)) return;
     }
   }
 
  private:
+  /// Where a shape comes in the order of the drawing.
+  struct ShapePlace {
+    std::size_t before;  ///< the segment that comes after it
+    std::size_t shape;   ///< its index
+  };
+
   HeldShape& addShape(const Origin& origin, std::size_t before);
 
   int number_;
   Looks& looks_;
   SegmentList segments_;
-  std::vector<HeldShape> shapes_;
+  ShapeList shapes_;
+  std::vector<ShapePlace> places_;  ///< in their order, once settled
+  bool isSettled_ = true;
 };
 
 }  // namespace quillon::exact

@@ -57,7 +57,7 @@ enum class MeshPart { Common, Start, Points, Faces, Rest };
 /// False when the work is to end.
 bool readMesh(const Item& item, Canvas& canvas, MeshGroups& values) {
   MeshPart part = MeshPart::Common;
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group);) {
     switch (group.code) {
       case 100:

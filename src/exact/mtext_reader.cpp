@@ -52,7 +52,7 @@ class MtextReader {
  public:
   explicit MtextReader(const Item& item) : item_(item) {}
 
-  MtextGroups read(dxf::GroupCursor groups) {
+  MtextGroups read(EntityGroups groups) {
     for (dxf::Group group; groups.next(group);) {
       if (group.code == kEmbedded) inColumns_ = true;
       inColumns_ ? takeOfColumns(group) : take(group);
@@ -193,11 +193,11 @@ void MtextReader::place() {
 
 }  // namespace
 
-MtextGroups readMtext(const Item& item, dxf::GroupCursor groups) {
+MtextGroups readMtext(const Item& item, EntityGroups groups) {
   return MtextReader(item).read(groups);
 }
 
-bool findEmbeddedMtext(dxf::GroupCursor& groups) {
+bool findEmbeddedMtext(EntityGroups& groups) {
   for (dxf::Group group; groups.next(group);) {
     if (group.code == kEmbedded) return true;
   }

@@ -19,9 +19,9 @@ struct MtextGroups {
 };
 
 /// Reads the groups of an MTEXT, which may be those embedded in another entity.
-MtextGroups readMtext(const Item& item, dxf::GroupCursor groups);
+MtextGroups readMtext(const Item& item, EntityGroups groups);
 
 /// Moves the groups on to those of the MTEXT embedded in an entity; false where there is none.
-bool findEmbeddedMtext(dxf::GroupCursor& groups);
+bool findEmbeddedMtext(EntityGroups& groups);
 
 }  // namespace quillon::exact

@@ -42,7 +42,9 @@ void drawLeaderBlock(const Item& item, const LeaderBlock& block, Canvas& canvas,
                      geometry::objectCoordinates(block.normalX, block.normalY, block.normalZ) *
                      Affine::turnTo(geometry::unitVector(geometry::degreesOf(block.rotation))) *
                      Affine::scaling(scaleOf(block.scaleX), scaleOf(block.scaleY));
-  if (!blocks.drawBlock(item, block.name, map)) canvas.lose(item, LossRule::MissingBlock);
+  if (!blocks.drawBlock(item, block.name, map)) {
+    canvas.loseNamed(item, LossRule::MissingBlock, block.name);
+  }
 }
 
 }  // namespace

@@ -212,7 +212,7 @@ class MultiLeaderReader {
 MultiLeader readMultiLeader(const Item& item, Canvas& canvas) {
   constexpr int kExtendedData = 1000;
   MultiLeaderReader reader(canvas.drawing());
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group) && !canvas.step();) {
     if (group.code < kExtendedData) reader.take(group);
   }

@@ -70,7 +70,7 @@ void takeOfMlineVertex(const dxf::Group& group, MlineGroups& values) {
 
 /// False when the work is to end.
 bool readMline(const Item& item, Canvas& canvas, MlineGroups& values) {
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group);) {
     switch (group.code) {
       case 2:

@@ -62,29 +62,12 @@ std::vector<std::uint64_t> OpenPieces::linesOfPieces() const {
 
 namespace {
 
-/// The ends of pieces that may have met others: of ends that are one point, only the first one.
+/// The ends of pieces that may have met others, by the order of these among all pieces.
 std::vector<geometry::PieceEnd> endsThatMayHaveMet(const OpenPieces::Meeting& meeting,
                                                    const geometry::JoinedEnds& joined) {
-  std::vector<std::uint32_t> counts(joined.pointCount, 0);
-  std::vector<bool> isUsable(meeting.pieces.size(), false);
-  for (std::size_t i = 0; i < meeting.pieces.size(); ++i) {
-    const Path& path = meeting.pieces[i].path;
-    isUsable[i] = path.vertices.size() > 1 && geometry::isUsable(path);
-    if (!isUsable[i]) continue;
-    for (const std::size_t end : {2 * i, 2 * i + 1}) ++counts[joined.points[end]];
-  }
-  std::vector<geometry::PieceEnd> ends;
-  std::vector<bool> isTold(joined.pointCount, false);
-  for (std::size_t i = 0; i < meeting.pieces.size(); ++i) {
-    if (!isUsable[i]) continue;
-    const auto& vertices = meeting.pieces[i].path.vertices;
-    for (const std::size_t side : {std::size_t{0}, std::size_t{1}}) {
-      const std::size_t point = joined.points[2 * i + side];
-      if (isTold[point]) continue;
-      isTold[point] = true;
-      ends.push_back({side == 0 ? vertices.front().at : vertices.back().at,
-                      2 * meeting.places[i].order + side, counts[point] == 1});
-    }
+  std::vector<geometry::PieceEnd> ends = geometry::endsLeft(meeting.pieces, joined);
+  for (geometry::PieceEnd& end : ends) {
+    end.index = 2 * meeting.places[end.index / 2].order + end.index % 2;
   }
   return ends;
 }

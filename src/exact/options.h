@@ -67,6 +67,8 @@ struct Options {
   double holeLeast = 0.2;  ///< diameters in millimetres
   double holeMost = 6.5;
 
+  bool operator==(const Options&) const = default;
+
   /// Shapes have to be held until all of them are known, or until library parts are written.
   bool holdsShapes() const {
     return chains || dropDuplicates || joinTolerance > 0.0 || place != Place::Keep ||

@@ -69,14 +69,15 @@ class Joiner {
     if (!pieces_.forEach(measure)) return false;
     known_ = {count, reachFor(count, box), measures_.join};
     geometry::EndFilter filter(2 * count, known_.reach);
-    const auto add = [&](const OpenPieces::Place&, Point start, Point end) {
-      filter.add(start);
-      filter.add(end);
+    const auto add = [&](const OpenPieces::Place& place, Point start, Point end) {
+      filter.add(start, place.order);
+      filter.add(end, place.order);
     };
     if (!pieces_.forEach(add)) return false;
+    const std::vector<bool> mayMeet = filter.meeting(count);
     std::vector<Ends> found;
     const auto find = [&](const OpenPieces::Place& place, Point start, Point end) {
-      if (filter.mayMeet(start) || filter.mayMeet(end)) found.push_back({place, start, end});
+      if (mayMeet[place.order]) found.push_back({place, start, end});
     };
     if (!pieces_.forEach(find)) return false;
     return sift(found);
@@ -95,21 +96,20 @@ class Joiner {
     return geometry::usable(reach) ? std::max(compared, reach) : compared;
   }
 
-  /// A second look at those that are left, among which fewer are taken for another by chance.
+  /// A second look at those that are left.
   bool sift(const std::vector<Ends>& found) {
-    constexpr std::size_t kMoreRoom = 8;
-    geometry::EndFilter filter(2 * kMoreRoom * found.size(), known_.reach, 1);
-    for (const Ends& ends : found) {
-      filter.add(ends.start);
-      filter.add(ends.end);
+    geometry::EndFilter filter(2 * found.size(), known_.reach, geometry::EndFilter::Grid::Fine);
+    for (std::size_t i = 0; i < found.size(); ++i) {
+      filter.add(found[i].start, i);
+      filter.add(found[i].end, i);
     }
+    const std::vector<bool> mayMeet = filter.meeting(found.size());
     constexpr std::size_t kPiecesPerCheck = 64;
     for (std::size_t i = 0; i < found.size(); ++i) {
       if (i % kPiecesPerCheck == 0 && stop_()) return false;
-      const Ends& ends = found[i];
-      if (!filter.mayMeet(ends.start) && !filter.mayMeet(ends.end)) continue;
-      meeting_.places.push_back(ends.place);
-      meeting_.pieces.push_back(pieces_.take(ends.place));
+      if (!mayMeet[i]) continue;
+      meeting_.places.push_back(found[i].place);
+      meeting_.pieces.push_back(pieces_.take(found[i].place));
     }
     return true;
   }
@@ -144,8 +144,8 @@ class Joiner {
 
   /// What meets nothing is tidied like all chains; segments have always been.
   void tidyShapes() {
-    for (HeldShape& held : layer_.shapes()) {
-      Chain* const chain = held.chain();
+    for (std::size_t i = 0; i < layer_.shapes().size(); ++i) {
+      Chain* const chain = layer_.shapes()[i].chain();
       if (chain != nullptr && chain->cleanable && !chain->path.closed) tidy(*chain);
     }
   }

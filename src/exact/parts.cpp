@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "geometry/mapped_box.h"
 
 namespace quillon::exact {
 namespace {
@@ -17,13 +18,6 @@ double roundedScale(double scale) {
 }
 
 bool isAsItIs(const PartTurn& turn) { return !turn.mirrored && roundedScale(turn.scale) == 1.0; }
-
-void addMapped(geometry::Box& to, const geometry::Box& box, const Affine& map) {
-  for (const Point corner :
-       {box.low, box.high, Point{box.low.x, box.high.y}, Point{box.high.x, box.low.y}}) {
-    to.add(map(corner));
-  }
-}
 
 }  // namespace
 
@@ -125,7 +119,8 @@ geometry::Box Parts::boundsOf(const Placing& placing, const BlockArray& array) c
       const Point step{static_cast<double>(column) * array.columnStep,
                        static_cast<double>(row) * array.rowStep};
       const Point at = array.outer(step);
-      if (geometry::usable(at)) addMapped(box, placing.part->bounds, partPlace(placing.turn, at));
+      if (geometry::usable(at))
+        geometry::addMapped(box, placing.part->bounds, partPlace(placing.turn, at));
     }
   }
   return box;
@@ -144,7 +139,7 @@ void Parts::writePlaces() {
         continue;
       }
       geometry::Box covers;
-      addMapped(covers, placing.part->bounds, partPlace(placing.turn, at));
+      geometry::addMapped(covers, placing.part->bounds, partPlace(placing.turn, at));
       output_.writer.place({placing.part->name, frame_.libraryName(), at,
                             placing.turn.tenths / 10.0, spins, true, covers});
     }

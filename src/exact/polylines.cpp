@@ -91,7 +91,7 @@ Canvas::Stroke meshStroke(const Canvas& canvas) {
 
 void drawLwPolyline(const Item& item, Canvas& canvas) {
   LwPolylineGroups values;
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group);) {
     if (group.code == 10 && canvas.step()) return;
     values.take(group);
@@ -105,6 +105,7 @@ void drawLwPolyline(const Item& item, Canvas& canvas) {
 
 void VertexPolyline::begin(const Item& item, Canvas& canvas) {
   open_ = Open{item.entity, item.pen, item.map, item.origin, item.isInDimension, item.depth};
+  open_->entity.split = {};
   Header& header = open_->header;
   double flags = 0.0;
   readNumbers(canvas.groupsOf(item), {{30, &header.elevation},
@@ -126,17 +127,16 @@ void VertexPolyline::add(const Entity& vertex, Canvas& canvas) {
   double bulge = 0.0;
   double flags = 0.0;
   std::array<double, 4> indices{};
-  readNumbers(dxf::GroupCursor(dxf::LineCursor(vertex.groups, canvas.drawing().lineEnds)),
-              {{10, &corner.at.x},
-               {20, &corner.at.y},
-               {40, &corner.startWidth},
-               {41, &corner.endWidth},
-               {42, &bulge},
-               {70, &flags},
-               {71, &indices[0]},
-               {72, &indices[1]},
-               {73, &indices[2]},
-               {74, &indices[3]}});
+  readNumbers(vertex.groupsBy(canvas.drawing().lineEnds), {{10, &corner.at.x},
+                                                           {20, &corner.at.y},
+                                                           {40, &corner.startWidth},
+                                                           {41, &corner.endWidth},
+                                                           {42, &bulge},
+                                                           {70, &flags},
+                                                           {71, &indices[0]},
+                                                           {72, &indices[1]},
+                                                           {73, &indices[2]},
+                                                           {74, &indices[3]}});
   corner.curve = geometry::curveOfBulge(bulge);
   corner.flags = cutInteger(flags);
   std::transform(indices.begin(), indices.end(), corner.indices.begin(), cutInteger);

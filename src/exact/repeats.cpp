@@ -31,7 +31,9 @@ class RepeatSearch {
   RepeatSearch(HeldLayer& layer, double resolution, const geometry::StopCheck& stop)
       : layer_(layer), resolution_(resolution), stop_(stop), isGiven_(layer.segments().size()) {}
 
-  /// False where it was stopped.
+  /// False where it was stopped. The rounds are few: withoutDuplicates() looks through its grids
+  /// once, eight for lines and as many for arcs, and each round makes what one more of them finds
+  /// what it would find among all strokes.
   bool run() {
     if (!findGiven()) return false;
     do {
@@ -66,29 +68,12 @@ class RepeatSearch {
       geometry::RepeatFilter::addTo(box, stroke, resolution_);
     };
     if (!forEachStroke(measure)) return false;
-    geometry::RepeatFilter filter(count, box, resolution_);
-    if (!forEachStroke([&](std::size_t, const Stroke& stroke) { filter.add(stroke); })) {
-      return false;
-    }
     box_ = box;
-    count = 0;
-    const auto give = [&](std::size_t i, const Stroke& stroke) {
-      isGiven_[i] = filter.mayRepeat(stroke);
-      count += isGiven_[i] ? 1 : 0;
-    };
-    return forEachStroke(give) && sift(count);
-  }
-
-  /// A second look at those that are left, among which fewer are taken for another by chance.
-  bool sift(std::size_t count) {
-    constexpr std::size_t kMoreRoom = 8;
-    geometry::RepeatFilter filter(kMoreRoom * count, box_, resolution_, 1);
-    const auto add = [&](std::size_t i, const Stroke& stroke) {
-      if (isGiven_[i]) filter.add(stroke);
-    };
-    return forEachStroke(add) && forEachStroke([&](std::size_t i, const Stroke& stroke) {
-             if (isGiven_[i]) isGiven_[i] = filter.mayRepeat(stroke);
-           });
+    geometry::RepeatFilter filter(count, box, resolution_);
+    const auto add = [&](std::size_t i, const Stroke& stroke) { filter.add(stroke, i); };
+    if (!forEachStroke(add)) return false;
+    isGiven_ = filter.repeating(isGiven_.size());
+    return true;
   }
 
   const std::vector<Stroke>& strokes() {
@@ -112,19 +97,17 @@ class RepeatSearch {
 
   /// What a stroke has become may be where it was near to nothing: then others count as well.
   bool giveMore() {
-    // Much room, so that hardly anything is taken for near by chance.
-    constexpr std::size_t kRoom = 64;
-    geometry::RepeatFilter moved(kRoom * cleaned_.unions.size(), box_, resolution_);
-    bool hasMoved = false;
+    const geometry::StrokeCells cells(box_, resolution_);
+    std::vector<const Stroke*> moved;
     for (const geometry::Union& joined : cleaned_.unions) {
-      if (moved.areOnOneCarrier(strokes_[joined.index], joined.stroke)) continue;
-      moved.addCarrier(joined.stroke);
-      hasMoved = true;
+      if (!cells.areOnOne(strokes_[joined.index], joined.stroke)) moved.push_back(&joined.stroke);
     }
+    if (moved.empty()) return false;
+    geometry::CarrierFilter filter(moved.size(), box_, resolution_);
+    for (const Stroke* const stroke : moved) filter.add(*stroke);
     bool givesMore = false;
-    if (!hasMoved) return false;
     forEachStroke([&](std::size_t i, const Stroke& stroke) {
-      if (isGiven_[i] || !moved.mayBeOnCarrier(stroke)) return;
+      if (isGiven_[i] || !filter.mayHave(stroke)) return;
       isGiven_[i] = true;
       givesMore = true;
     });

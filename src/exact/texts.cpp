@@ -56,7 +56,7 @@ class TextReader {
       // Attributes have a length with the code that stands for this in texts.
       : verticalCode_(kind == Kind::Text ? 73 : 74) {}
 
-  TextGroups read(dxf::GroupCursor groups) {
+  TextGroups read(EntityGroups groups) {
     for (dxf::Group group; groups.next(group);) {
       constexpr int kEmbeddedObject = 101;
       if (group.code == kEmbeddedObject) break;
@@ -213,7 +213,7 @@ void drawMtextGroups(const Item& item, const MtextGroups& found, Canvas& canvas)
 
 /// An attribute of several lines has them in an MTEXT of its own.
 void drawAttributeValue(const Item& item, const TextGroups& values, Canvas& canvas) {
-  dxf::GroupCursor groups = canvas.groupsOf(item);
+  EntityGroups groups = canvas.groupsOf(item);
   if (findEmbeddedMtext(groups)) {
     const MtextGroups found = readMtext(item, groups);
     if (!found.text.content.empty()) return drawMtextGroups(item, found, canvas);

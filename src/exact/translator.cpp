@@ -11,6 +11,7 @@
 #include "exact/annotations.h"
 #include "exact/curves.h"
 #include "exact/hatch.h"
+#include "exact/insert_values.h"
 #include "exact/multilines.h"
 #include "exact/points.h"
 #include "exact/texts.h"
@@ -57,78 +58,25 @@ bool isDrawnWithLines(Kind kind) {
   }
 }
 
-struct InsertGroups {
-  std::string_view block;
-  Point at;
-  double elevation = 0.0;
-  double scaleX = 1.0;
-  double scaleY = 1.0;
-  double scaleZ = 1.0;
-  double angle = 0.0;
-  double columns = 1.0;
-  double rows = 1.0;
-  double columnStep = 0.0;
-  double rowStep = 0.0;
-  double hasAttributes = 0.0;
-};
-
-InsertGroups readInsert(const Item& item, const Canvas& canvas) {
-  InsertGroups values;
-  readNumbers(canvas.groupsOf(item), {{10, &values.at.x},
-                                      {20, &values.at.y},
-                                      {30, &values.elevation},
-                                      {41, &values.scaleX},
-                                      {42, &values.scaleY},
-                                      {43, &values.scaleZ},
-                                      {50, &values.angle},
-                                      {70, &values.columns},
-                                      {71, &values.rows},
-                                      {44, &values.columnStep},
-                                      {45, &values.rowStep},
-                                      {66, &values.hasAttributes}});
-  if (values.scaleX == 0.0) values.scaleX = 1.0;
-  if (values.scaleY == 0.0) values.scaleY = 1.0;
-  if (values.scaleZ == 0.0) values.scaleZ = 1.0;
-  return values;
-}
-
-struct InsertNames {
-  std::string_view block;
-  std::string_view dictionary;  ///< handle of what programs have attached to the entity, or ""
-};
-
-InsertNames readInsertNames(const Item& item, const Canvas& canvas) {
-  InsertNames names;
-  bool isInDictionary = false;
-  dxf::GroupCursor groups = canvas.groupsOf(item);
-  for (dxf::Group group; groups.next(group);) {
-    if (group.code == 2) names.block = group.value;
-    if (group.code == 102) isInDictionary = group.value == "{ACAD_XDICTIONARY";
-    if (group.code == 360 && isInDictionary) names.dictionary = group.value;
-  }
-  return names;
-}
-
 Point baseOf(const dxf::BlockRec& block) {
   return {base::numberValue(block.baseX), base::numberValue(block.baseY)};
 }
 
-/// The number of columns or rows; more than a drawing can have are cut off.
-std::size_t cellsOf(double number) {
-  constexpr double kMost = 32767.0;
-  return static_cast<std::size_t>(std::clamp(number, 1.0, kMost));
-}
-
-/// The first number of a group of the block itself, before its entities.
-double numberOf(const dxf::BlockRec& block, const dxf::LineEnds& ends, std::string_view wanted) {
+/// The first value of a group of the block itself, before its entities; "" without one.
+std::string_view valueOf(const dxf::BlockRec& block, const dxf::LineEnds& ends,
+                         std::string_view wanted) {
   dxf::LineCursor lines(block.text, ends);
   while (!lines.atEnd()) {
     const std::string_view code = base::trimBlanks(lines.next());
-    if (code == "0" || lines.atEnd()) return 0.0;
-    const double value = base::numberValue(lines.next());
+    if (code == "0" || lines.atEnd()) return {};
+    const std::string_view value = lines.next();
     if (code == wanted) return value;
   }
-  return 0.0;
+  return {};
+}
+
+double numberOf(const dxf::BlockRec& block, const dxf::LineEnds& ends, std::string_view wanted) {
+  return base::numberValue(valueOf(block, ends, wanted));
 }
 
 /// Whether a block stands for a drawing of its own, of which there is nothing here.
@@ -306,14 +254,16 @@ void Translator::dispatch(const Item& item, const Surroundings& around) {
 }
 
 void Translator::insert(const Item& item) {
-  const InsertGroups values = readInsert(item, canvas_);
-  const InsertNames names = readInsertNames(item, canvas_);
-  const std::string_view name = reader_.upperName(names.block);
+  const InsertValues values = readInsert(item, canvas_);
+  const std::string_view name = reader_.upperName(values.block);
   const std::size_t index = dxf::findBlock(drawing_, name);
   if (drawing_.blocks.empty() || drawing_.blocks[index].name != name) {
-    return canvas_.lose(item, LossRule::MissingBlock);
+    return canvas_.loseNamed(item, LossRule::MissingBlock, name);
   }
-  if (isExternal_[index] != 0) return canvas_.lose(item, LossRule::ExternalReference);
+  if (isExternal_[index] != 0) {
+    const std::string_view path = valueOf(drawing_.blocks[index], drawing_.lineEnds, "1");
+    return canvas_.loseNamed(item, LossRule::ExternalReference, path);
+  }
   const Affine object = item.objectMap(values.elevation);
   const Affine rotation = turn(values.angle);
   const Affine content = Affine::scaling(values.scaleX, values.scaleY) *
@@ -322,15 +272,15 @@ void Translator::insert(const Item& item) {
   const Point depth = rise == Point{} ? rise : rise * values.scaleZ;
   const Affine toPlace =
       fromBaseHeight(index, depth) * object * Affine::shift(values.at) * rotation;
-  if (!names.dictionary.empty()) {
+  if (!values.dictionary.empty()) {
     const Origin& origin = item.origin;
-    clipFilters_.note(names.dictionary, {LossRule::ClippedInsert, origin.kind, origin.dxfLayer,
-                                         origin.line, toPlace(Point{})});
+    clipFilters_.note(values.dictionary, {LossRule::ClippedInsert, origin.kind, origin.dxfLayer,
+                                          origin.line, toPlace(Point{})});
   }
   const BlockArray array{.outer = toPlace,
                          .content = content,
-                         .columns = cellsOf(values.columns),
-                         .rows = cellsOf(values.rows),
+                         .columns = values.columns,
+                         .rows = values.rows,
                          .columnStep = values.columnStep,
                          .rowStep = values.rowStep};
   const bool mayBePart = partMaker_ != nullptr && expansions_.empty() && depth == Point{};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <optional>
 #include <string_view>
@@ -133,7 +134,8 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   NamedCounts otherLeftOut_;
   std::vector<char> isExternal_;  ///< by block index: true for a reference to another file
   std::vector<char> expanding_;   ///< by block index: true while the block is being drawn
-  std::vector<Expansion> expansions_;
+  /// Not moved: entities being drawn know groups that the walk over their block keeps.
+  std::deque<Expansion> expansions_;
   const char* currentPosition_ = nullptr;
 };
 

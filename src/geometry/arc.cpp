@@ -61,10 +61,12 @@ double sagitta(const Arc& arc) {
 }
 
 bool isStraight(const Arc& arc, double resolution) {
+  if (arc.curve == 0.0) return 0.0 < 0.5 * resolution;
   // A tangent is no less than its angle, which mostly is enough.
   constexpr double kClearly = 1.0 + 1e-9;
-  const double least = chord(arc) * radiansOf(0.25 * std::fabs(arc.curve));
-  if (least > kClearly * resolution && std::fabs(arc.curve) < 360.0) return false;
+  const Point least = (arc.end - arc.start) * radiansOf(0.25 * std::fabs(arc.curve));
+  const double most = kClearly * resolution;
+  if (dot(least, least) > most * most && std::fabs(arc.curve) < 360.0) return false;
   return sagitta(arc) < 0.5 * resolution;
 }
 

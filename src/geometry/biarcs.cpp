@@ -6,12 +6,16 @@
 #include <cstddef>
 
 #include "geometry/degrees.h"
+#include "geometry/near_arc.h"
 #include "geometry/vectors.h"
 
 namespace quillon::geometry {
 namespace {
 
-constexpr std::size_t kSamples = 15;
+/// What is not near is often seen in the middle already.
+constexpr std::array<std::size_t, kPointsInPart> kOrder = {7, 3, 11, 1, 5,  9,  13, 0,
+                                                           2, 4, 6,  8, 10, 12, 14};
+constexpr std::size_t kMiddle = kPointsInPart / 2;
 constexpr int kMostHalvings = 24;
 /// Between the samples a curve may stray by about a fiftieth more than at them.
 constexpr double kAtSamples = 0.975;
@@ -35,14 +39,29 @@ void straighten(Arc& arc, double resolution) {
   if (isStraight(arc, resolution)) arc.curve = 0.0;
 }
 
+/// Where the arcs between two points with these directions (unit vectors) meet.
+std::optional<Point> jointBetween(Point start, Point startDirection, Point end,
+                                  Point endDirection) {
+  const Point way = end - start;
+  const Point bend = startDirection - endDirection;
+  // The way less d times both directions is as long as 2 d.
+  const double d =
+      positiveRoot(dot(bend, bend), 2.0 * dot(way, startDirection + endDirection), dot(way, way));
+  if (!(d > 0.0) || !usable(d) || startDirection == Point{} || endDirection == Point{}) {
+    return std::nullopt;
+  }
+  return middle(start, end) + bend * (0.5 * d);
+}
+
 class BiarcWriter {
  public:
   BiarcWriter(const Curve& curve, std::span<const double> checks, const CurveSettings& settings,
-              Path& path)
+              Path& path, CurvePoints* points)
       : curve_(curve),
         checks_(checks),
         settings_(settings),
         path_(path),
+        points_(points),
         allowed_(kAtSamples * settings.tolerance) {}
 
   /// Draws what lies between two cuts.
@@ -59,7 +78,7 @@ class BiarcWriter {
         lineTo(part.end.at);
       } else if (!write(part)) {
         const double half = part.from + 0.5 * (part.to - part.from);
-        const CurveSample& between = inner_[kSamples / 2];
+        const CurveSample& between = inner_[kMiddle];
         pending[count++] = {half, part.to, between, part.end, part.halvings + 1};
         pending[count++] = {part.from, half, part.start, between, part.halvings + 1};
       }
@@ -75,6 +94,15 @@ class BiarcWriter {
     CurveSample start;
     CurveSample end;
     int halvings;
+  };
+  struct Directions {
+    Point start;
+    Point end;
+  };
+  /// How near a part is to the line between its ends, and to both arcs.
+  struct Verdict {
+    Nearness line = Nearness::Unclear;
+    Nearness arcs = Nearness::Unclear;
   };
 
   /// Brings the path to the start of a piece, and that to the bits of the path. False if the piece
@@ -99,9 +127,8 @@ class BiarcWriter {
   bool write(const Part& part) {
     known_ = 0;
     isUnusable_ = false;
-    const bool isDone = writeLine(part) || writeBiarc(part);
+    if (writeIfClear(part)) return true;
     if (isUnusable_) report_.unusable = true;
-    if (isDone) return true;
     if (!isUnusable_) {
       if (part.halvings < kMostHalvings) return false;
       report_.coarse = true;
@@ -110,22 +137,81 @@ class BiarcWriter {
     return true;
   }
 
-  bool writeLine(const Part& part) {
-    const ArcDistance line({part.start.at, part.end.at});
-    if (!liesWithin(part, line, nullptr)) return false;
-    lineTo(part.end.at);
-    return true;
+  /// Draws the part if a line or two arcs are near enough; each sample is looked at closely only
+  /// where that matters.
+  bool writeIfClear(const Part& part) {
+    const Directions directions{unit(part.start.derivative), unit(part.end.derivative)};
+    const Verdict verdict = lookAt(part, directions);
+    if (verdict.line == Nearness::Near || (verdict.line == Nearness::Unclear && isLine(part))) {
+      lineTo(part.end.at);
+      return true;
+    }
+    // The sample in the middle is needed to halve the part.
+    sampleOf(part, kMiddle);
+    return !isUnusable_ && verdict.arcs != Nearness::Far &&
+           writeBiarc(part, directions, verdict.arcs);
   }
 
-  bool writeBiarc(const Part& part) {
-    if (isUnusable_) return false;
-    std::optional<Biarc> arcs = biarcBetween(part.start.at, unit(part.start.derivative),
-                                             part.end.at, unit(part.end.derivative));
+  /// What can be told of the part at a first look.
+  Verdict lookAt(const Part& part, const Directions& directions) {
+    const Point start = part.start.at;
+    const Point end = part.end.at;
+    const double size = std::max({std::fabs(start.x), std::fabs(start.y), std::fabs(end.x),
+                                  std::fabs(end.y), points_ != nullptr ? points_->size() : 0.0});
+    const auto limits = NearLimits::around(allowed_, size);
+    if (!limits || start == end) return {};
+    if (points_ != nullptr) points_->within(part.from, part.to, inPart_);
+    const NearArc straight = NearArc::line(start, end, *limits);
+    const Nearness line = nearnessOf(part, [&](Point p, bool) { return straight(p); });
+    if (line != Nearness::Far) return {line, Nearness::Unclear};
+    const auto joint = jointBetween(start, directions.start, end, directions.end);
+    if (!joint) return {line, Nearness::Unclear};
+    const auto first =
+        NearArc::leaving(start, directions.start, *joint, settings_.resolution, *limits);
+    const auto second =
+        NearArc::meeting(*joint, end, directions.end, settings_.resolution, *limits);
+    if (!first || !second) return {line, Nearness::Unclear};
+    const Nearness arcs = nearnessOf(part, [&](Point p, bool isInFirstHalf) {
+      // Near to the one that is likely is near enough.
+      const Nearness likely = isInFirstHalf ? (*first)(p) : (*second)(p);
+      if (likely == Nearness::Near) return likely;
+      const Nearness other = isInFirstHalf ? (*second)(p) : (*first)(p);
+      return likely == Nearness::Unclear && other == Nearness::Far ? likely : other;
+    });
+    return {line, arcs};
+  }
+
+  /// That of the first point that is not near.
+  template <typename Function>
+  Nearness nearnessOf(const Part& part, Function&& nearnessOfPoint) {
+    for (const std::size_t i : kOrder) {
+      const Point at = points_ != nullptr ? inPart_[i] : sampleOf(part, i).at;
+      const Nearness nearness = nearnessOfPoint(at, i <= kMiddle);
+      if (nearness != Nearness::Near) return nearness;
+    }
+    auto check = std::upper_bound(checks_.begin(), checks_.end(), part.from);
+    for (; check != checks_.end() && *check < part.to; ++check) {
+      const Point at = points_ != nullptr ? points_->at(*check) : curve_(*check, Side::kAfter).at;
+      const Nearness nearness = nearnessOfPoint(at, *check - part.from < part.to - *check);
+      if (nearness != Nearness::Near) return nearness;
+    }
+    return Nearness::Near;
+  }
+
+  bool isLine(const Part& part) {
+    return liesWithin(part, ArcDistance({part.start.at, part.end.at}), nullptr);
+  }
+
+  bool writeBiarc(const Part& part, const Directions& directions, Nearness nearness) {
+    std::optional<Biarc> arcs =
+        biarcBetween(part.start.at, directions.start, part.end.at, directions.end);
     if (!arcs) return false;
     straighten(arcs->first, settings_.resolution);
     straighten(arcs->second, settings_.resolution);
-    const ArcDistance second(arcs->second);
-    if (!liesWithin(part, ArcDistance(arcs->first), &second)) return false;
+    if (nearness == Nearness::Unclear) {
+      const ArcDistance second(arcs->second);
+      if (!liesWithin(part, ArcDistance(arcs->first), &second)) return false;
+    }
     arcTo(arcs->first.end, arcs->first.curve);
     arcTo(arcs->second.end, arcs->second.curve);
     return true;
@@ -134,7 +220,7 @@ class BiarcWriter {
   /// A point within the part; each is worked out once.
   const CurveSample& sampleOf(const Part& part, std::size_t i) {
     if ((known_ >> i & 1U) == 0) {
-      const double step = (part.to - part.from) / (kSamples + 1);
+      const double step = (part.to - part.from) / (kPointsInPart + 1);
       // The one in the middle is where the part may be halved.
       inner_[i] = curve_(part.from + step * static_cast<double>(i + 1), Side::kAfter);
       known_ |= 1U << i;
@@ -143,10 +229,8 @@ class BiarcWriter {
     return inner_[i];
   }
 
-  /// Whether all samples and checks are near. What is not near is often seen in the middle already.
+  /// Whether all samples and checks are near.
   bool liesWithin(const Part& part, const ArcDistance& first, const ArcDistance* second) {
-    static constexpr std::array<std::size_t, kSamples> kOrder = {7, 3, 11, 1, 5,  9,  13, 0,
-                                                                 2, 4, 6,  8, 10, 12, 14};
     const auto isNear = [&](Point p) {
       return first(p) <= allowed_ || (second != nullptr && (*second)(p) <= allowed_);
     };
@@ -173,9 +257,11 @@ class BiarcWriter {
   std::span<const double> checks_;
   const CurveSettings& settings_;
   Path& path_;
+  CurvePoints* points_;
   double allowed_;
   CurveReport report_;
-  std::array<CurveSample, kSamples> inner_{};
+  std::array<CurveSample, kPointsInPart> inner_{};
+  std::array<Point, kPointsInPart> inPart_{};  ///< the same points from points_
   unsigned known_ = 0;       ///< which of these are worked out for the part at hand, bit by bit
   bool isUnusable_ = false;  ///< one of them is
   std::size_t written_ = 0;
@@ -186,17 +272,10 @@ class BiarcWriter {
 
 std::optional<Biarc> biarcBetween(Point start, Point startDirection, Point end,
                                   Point endDirection) {
-  const Point way = end - start;
-  const Point bend = startDirection - endDirection;
-  // The way less d times both directions is as long as 2 d.
-  const double d =
-      positiveRoot(dot(bend, bend), 2.0 * dot(way, startDirection + endDirection), dot(way, way));
-  if (!(d > 0.0) || !usable(d) || startDirection == Point{} || endDirection == Point{}) {
-    return std::nullopt;
-  }
-  const Point joint = middle(start, end) + bend * (0.5 * d);
-  const Biarc arcs{arcAlong(start, startDirection, joint),
-                   reversed(arcAlong(end, -endDirection, joint))};
+  const auto joint = jointBetween(start, startDirection, end, endDirection);
+  if (!joint) return std::nullopt;
+  const Biarc arcs{arcAlong(start, startDirection, *joint),
+                   reversed(arcAlong(end, -endDirection, *joint))};
   constexpr double kMost = 180.0;
   if (!(std::fabs(arcs.first.curve) < kMost) || !(std::fabs(arcs.second.curve) < kMost)) {
     return std::nullopt;
@@ -205,9 +284,9 @@ std::optional<Biarc> biarcBetween(Point start, Point startDirection, Point end,
 }
 
 CurveReport appendBiarcs(const Curve& curve, std::span<const double> cuts,
-                         std::span<const double> checks, const CurveSettings& settings,
-                         Path& path) {
-  BiarcWriter writer(curve, checks, settings, path);
+                         std::span<const double> checks, const CurveSettings& settings, Path& path,
+                         CurvePoints* points) {
+  BiarcWriter writer(curve, checks, settings, path, points);
   for (std::size_t i = 1; i < cuts.size(); ++i) writer.writePiece(cuts[i - 1], cuts[i]);
   return writer.report();
 }

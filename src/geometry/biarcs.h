@@ -29,8 +29,10 @@ std::optional<Biarc> biarcBetween(Point start, Point startDirection, Point end, 
 /// where the curve may stray from what the 15 show), lie within the tolerance, but at most 24
 /// times. Arcs whose sagitta is below half of the resolution are lines. It adds at most
 /// settings.maxVertices vertices, and one more for each cut and each halving. Points of the curve
-/// that are unusable() are left out.
+/// that are unusable() are left out. `points`, if there are any, save samples; the path is the
+/// same.
 CurveReport appendBiarcs(const Curve& curve, std::span<const double> cuts,
-                         std::span<const double> checks, const CurveSettings& settings, Path& path);
+                         std::span<const double> checks, const CurveSettings& settings, Path& path,
+                         CurvePoints* points = nullptr);
 
 }  // namespace quillon::geometry

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <span>
 
 #include "geometry/path.h"
 
@@ -20,6 +21,21 @@ struct CurveSample {
 
 /// A curve by its parameter. The side matters only where the curve has a kink.
 using Curve = std::function<CurveSample(double parameter, Side side)>;
+
+/// How many points between its ends a part of a curve is looked at in.
+inline constexpr std::size_t kPointsInPart = 15;
+
+/// Points of a curve for less than a sample costs, and as exact but for some rounding.
+class CurvePoints {
+ public:
+  virtual ~CurvePoints() = default;
+  /// Sets points that part a part of the curve without kinks into one more than there are, at equal
+  /// steps of the parameter.
+  virtual void within(double from, double to, std::span<Point, kPointsInPart> points) = 0;
+  virtual Point at(double parameter) = 0;
+  /// The size of the largest number that was rounded on the way.
+  virtual double size() const = 0;
+};
 
 /// Lengths are in the unit of the coordinates.
 struct CurveSettings {

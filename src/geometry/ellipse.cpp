@@ -1,9 +1,12 @@
 #include "geometry/ellipse.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <numbers>
+#include <span>
 #include <vector>
 
 #include "geometry/arc.h"
@@ -74,6 +77,50 @@ Path segmentOf(const Ellipse& e) {
   return {{{e.at(first), 0.0}, {e.at(second), 0.0}}, false};
 }
 
+/// Points by turns of the first one: parts of the same width share their turns.
+class EllipsePoints final : public CurvePoints {
+ public:
+  explicit EllipsePoints(const Ellipse& ellipse) : ellipse_(ellipse) {}
+
+  void within(double from, double to, std::span<Point, kPointsInPart> points) override {
+    const Turns& turns = turnsBy((to - from) / static_cast<double>(points.size() + 1));
+    const Point direction = unitVector(from);
+    const Point out = ellipse_.u * direction.x + ellipse_.v * direction.y;
+    const Point along = ellipse_.v * direction.x - ellipse_.u * direction.y;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      points[i] = ellipse_.centre + out * turns.by[i].x + along * turns.by[i].y;
+    }
+  }
+  Point at(double parameter) override { return ellipse_.at(parameter); }
+  double size() const override {
+    // Larger parameters are not exact enough.
+    constexpr double kMostDegrees = 1e4;
+    if (!(std::fabs(ellipse_.start) < kMostDegrees)) return std::numeric_limits<double>::infinity();
+    return norm(ellipse_.centre) + norm(ellipse_.u) + norm(ellipse_.v);
+  }
+
+ private:
+  struct Turns {
+    double step = std::numeric_limits<double>::quiet_NaN();  ///< degrees; not a number at first
+    std::array<Point, kPointsInPart> by{};
+  };
+
+  /// The unit vectors of the multiples of an angle.
+  const Turns& turnsBy(double step) {
+    constexpr double kSame = 1e-12;
+    Turns& turns = turns_[static_cast<std::size_t>(std::ilogb(step)) % turns_.size()];
+    if (std::fabs(turns.step - step) <= kSame) return turns;
+    turns.step = step;
+    turns.by[0] = unitVector(step);
+    for (std::size_t i = 1; i < kPointsInPart; ++i)
+      turns.by[i] = turned(turns.by[i - 1], turns.by[0]);
+    return turns;
+  }
+
+  const Ellipse& ellipse_;
+  std::array<Turns, 8> turns_;  ///< each half as wide as the one before
+};
+
 CurvePath biarcPath(const Ellipse& e, const CurveSettings& settings) {
   Ellipse drawn = e;
   if (e.full()) {
@@ -89,8 +136,9 @@ CurvePath biarcPath(const Ellipse& e, const CurveSettings& settings) {
     return {drawn.centre + drawn.u * direction.x + drawn.v * direction.y,
             drawn.v * direction.x - drawn.u * direction.y};
   };
+  EllipsePoints points(drawn);
   CurvePath result;
-  result.report = appendBiarcs(curve, cuts, {}, settings, result.path);
+  result.report = appendBiarcs(curve, cuts, {}, settings, result.path, &points);
   if (drawn.full() && result.path.vertices.size() > 2) {
     result.path.vertices.pop_back();  // the first one again, but for rounding
     result.path.closed = true;

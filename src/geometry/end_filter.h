@@ -2,30 +2,43 @@
 
 #include <cmath>
 #include <cstddef>
+#include <vector>
 
-#include "geometry/crowd_filter.h"
+#include "geometry/shared_hashes.h"
 #include "geometry/vectors.h"
+#include "geometry/wide_cell.h"
 
 namespace quillon::geometry {
 
-/// Tells of most ends that no other one is near, so that joinEnds() need not know them. All ends
-/// are added first, each once.
+/// Tells of most ends that no other one is near, so that joinEnds() need not know them. Each end
+/// has an owner, by its index.
 class EndFilter {
  public:
-  /// For so many ends. `tolerance` as that of joinEnds(), `round` as that of CrowdFilter.
-  EndFilter(std::size_t ends, double tolerance, int round = 0)
-      : tolerance_(tolerance), crowds_(ends + ends / 2, round) {}
+  /// Coarse is fast; fine is for those that are left, among which it leaves fewer.
+  enum class Grid { Coarse, Fine };
 
-  void add(Point end) {
-    forEachCellOf(end, [this](std::uint64_t hash) { crowds_.add(hash); });
+  /// For about so many ends. `tolerance` as that of joinEnds().
+  EndFilter(std::size_t ends, double tolerance, Grid grid = Grid::Coarse)
+      : tolerance_(tolerance),
+        width_(grid == Grid::Coarse ? 4.0 : 1.0),
+        hashes_(grid == Grid::Coarse ? ends + ends / 2 : 4 * ends) {}
+
+  void add(Point end, std::size_t owner) {
+    if (isFar(end)) {
+      far_.push_back(owner);
+    } else {
+      addCellsOf(end, owner);
+    }
   }
 
-  /// False only for an end that is alone with its cell of joinEnds() and those around.
-  bool mayMeet(Point end) const {
-    if (isFar(end)) return true;
-    bool shares = false;
-    forEachCellOf(end, [&](std::uint64_t hash) { shares = shares || crowds_.isShared(hash); });
-    return shares;
+  /// Which of so many owners may meet others, or themselves: false only where each of their ends is
+  /// alone with its cell of joinEnds() and those around. Forgets all ends.
+  std::vector<bool> meeting(std::size_t owners) {
+    std::vector<bool> meets(owners, false);
+    hashes_.mark(meets);
+    for (const std::size_t owner : far_) meets[owner] = true;
+    far_.clear();
+    return meets;
   }
 
  private:
@@ -34,18 +47,18 @@ class EndFilter {
     return tolerance_ > 0.0 && !(std::fabs(end.x) < most && std::fabs(end.y) < most);
   }
 
-  template <typename Function>
-  void forEachCellOf(Point end, Function&& function) const {
-    constexpr double kWidth = 4.0;
+  void addCellsOf(Point end, std::size_t owner) {
     // Without a tolerance, only equal ends meet.
-    if (!(tolerance_ > 0.0)) return function(hashOfCell(0, end.x, end.y));
-    const WideCell x(std::floor(end.x / tolerance_), kWidth);
-    const WideCell y(std::floor(end.y / tolerance_), kWidth);
-    forEachCell(0, x, y, function);
+    if (!(tolerance_ > 0.0)) return hashes_.add(hashOfCell(0, end.x, end.y), owner);
+    const WideCell x = WideCell::ofWhole(std::floor(end.x / tolerance_), width_);
+    const WideCell y = WideCell::ofWhole(std::floor(end.y / tolerance_), width_);
+    forEachCell(0, x, y, [&](std::uint64_t hash) { hashes_.add(hash, owner); });
   }
 
   double tolerance_;
-  CrowdFilter crowds_;
+  double width_;
+  SharedHashes hashes_;
+  std::vector<std::size_t> far_;
 };
 
 }  // namespace quillon::geometry

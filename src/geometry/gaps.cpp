@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
-#include <map>
 #include <tuple>
 #include <utility>
 
@@ -16,34 +16,6 @@ namespace quillon::geometry {
 namespace {
 
 Gap::End toldAs(const PieceEnd& end) { return {end.index / 2, end.at}; }
-
-/// The first end at each point.
-std::map<std::size_t, std::vector<PieceEnd>> endsOf(std::span<const Piece> pieces,
-                                                    const JoinedEnds& joined) {
-  std::vector<std::size_t> counts(joined.pointCount, 0);
-  const auto hasEnds = [](const Path& path) {
-    return !path.closed && path.vertices.size() > 1 && isUsable(path);
-  };
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
-    if (!hasEnds(pieces[i].path)) continue;
-    for (const std::size_t end : {2 * i, 2 * i + 1}) ++counts[joined.points[end]];
-  }
-  std::vector<bool> isTold(joined.pointCount, false);
-  std::map<std::size_t, std::vector<PieceEnd>> layers;
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
-    const Path& path = pieces[i].path;
-    if (!hasEnds(path)) continue;
-    for (const std::size_t end : {2 * i, 2 * i + 1}) {
-      const std::size_t point = joined.points[end];
-      if (isTold[point]) continue;
-      isTold[point] = true;
-      layers[pieces[i].layer].push_back(
-          {end % 2 == 0 ? path.vertices.front().at : path.vertices.back().at, end,
-           counts[point] == 1});
-    }
-  }
-  return layers;
-}
 
 std::vector<Gap> sorted(const std::vector<Gap>& gaps) {
   // Nearly all are told by their distances: sorting these alone moves less.
@@ -66,18 +38,45 @@ std::vector<Gap> sorted(const std::vector<Gap>& gaps) {
   return result;
 }
 
-/// Those that have another one as near as this, and a few more; few by the second round.
-std::vector<PieceEnd> endsNearOthers(const std::vector<PieceEnd>& ends, double reach, int round) {
-  EndFilter filter(ends.size(), reach, round);
-  for (const PieceEnd& end : ends) filter.add(end.at);
+/// Those that have another one as near as this, and a few more; fewer on the fine grid.
+std::vector<PieceEnd> endsNearOthers(const std::vector<PieceEnd>& ends, double reach,
+                                     EndFilter::Grid grid) {
+  EndFilter filter(ends.size(), reach, grid);
+  for (std::size_t i = 0; i < ends.size(); ++i) filter.add(ends[i].at, i);
+  const std::vector<bool> isNear = filter.meeting(ends.size());
   std::vector<PieceEnd> near;
-  for (const PieceEnd& end : ends) {
-    if (filter.mayMeet(end.at)) near.push_back(end);
+  for (std::size_t i = 0; i < ends.size(); ++i) {
+    if (isNear[i]) near.push_back(ends[i]);
   }
   return near;
 }
 
 }  // namespace
+
+std::vector<PieceEnd> endsLeft(std::span<const Piece> pieces, const JoinedEnds& joined) {
+  std::vector<std::uint32_t> counts(joined.pointCount, 0);
+  std::vector<bool> hasEnds(pieces.size(), false);
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    const Path& path = pieces[i].path;
+    hasEnds[i] = !path.closed && path.vertices.size() > 1 && isUsable(path);
+    if (!hasEnds[i]) continue;
+    for (const std::size_t end : {2 * i, 2 * i + 1}) ++counts[joined.points[end]];
+  }
+  std::vector<PieceEnd> ends;
+  std::vector<bool> isTold(joined.pointCount, false);
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    if (!hasEnds[i]) continue;
+    const auto& vertices = pieces[i].path.vertices;
+    for (const std::size_t end : {2 * i, 2 * i + 1}) {
+      const std::size_t point = joined.points[end];
+      if (isTold[point]) continue;
+      isTold[point] = true;
+      ends.push_back(
+          {end % 2 == 0 ? vertices.front().at : vertices.back().at, end, counts[point] == 1});
+    }
+  }
+  return ends;
+}
 
 std::vector<Gap> gapsBetween(const std::vector<PieceEnd>& ends, const StopCheck& stop) {
   constexpr std::size_t kGapsPerCheck = 64;
@@ -107,7 +106,8 @@ std::vector<Gap> nearestGaps(const std::vector<PieceEnd>& ends, double tolerance
   const double share = static_cast<double>(most) * area / (count * count);
   double reach = std::sqrt(tolerance * tolerance + share);
   for (; usable(reach) && reach > 0.0; reach *= kWider) {
-    const std::vector<PieceEnd> near = endsNearOthers(endsNearOthers(ends, reach, 0), reach, 1);
+    const std::vector<PieceEnd> near = endsNearOthers(
+        endsNearOthers(ends, reach, EndFilter::Grid::Coarse), reach, EndFilter::Grid::Fine);
     if (stop()) return {};
     if (2 * near.size() > ends.size()) break;
     std::vector<Gap> gaps = gapsBetween(near, stop);
@@ -122,15 +122,6 @@ std::vector<Gap> nearestGaps(const std::vector<PieceEnd>& ends, double tolerance
   std::vector<Gap> gaps = gapsBetween(ends, stop);
   gaps.resize(std::min(most, gaps.size()));
   return gaps;
-}
-
-std::vector<Gap> gapsOf(std::span<const Piece> pieces, const JoinedEnds& joined) {
-  std::vector<Gap> gaps;
-  for (const auto& [layer, ends] : endsOf(pieces, joined)) {
-    const std::vector<Gap> found = gapsBetween(ends, {});
-    gaps.insert(gaps.end(), found.begin(), found.end());
-  }
-  return sorted(gaps);
 }
 
 }  // namespace quillon::geometry

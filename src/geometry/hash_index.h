@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/bits.h"
 #include "geometry/no_index.h"
 
 namespace quillon::geometry {
@@ -17,7 +18,7 @@ inline std::uint64_t mixedBits(std::uint64_t value) {
 }
 
 /// The bits of a coordinate; negative zero is zero.
-inline std::uint64_t bitsOf(double value) { return std::bit_cast<std::uint64_t>(value + 0.0); }
+inline std::uint64_t bitsOf(double value) { return base::bitCast<std::uint64_t>(value + 0.0); }
 
 /// Indices by hashes, in one block of memory: finding one costs one access to it where a table of
 /// nodes would need several.

@@ -7,6 +7,7 @@
 
 #include "base/ranges.h"
 #include "geometry/no_index.h"
+#include "geometry/spread_bits.h"
 #include "geometry/vectors.h"
 
 namespace quillon::geometry {
@@ -15,16 +16,6 @@ namespace {
 /// How many ends are in each of the smallest boxes, and boxes in each larger one.
 constexpr std::size_t kEnds = 4;
 constexpr std::size_t kBoxes = 4;
-
-/// The lower half of the bits, with a zero between each two of them.
-std::uint64_t spread(std::uint64_t bits) {
-  bits &= 0xffffffffU;
-  bits = (bits | bits << 16) & 0x0000ffff0000ffffU;
-  bits = (bits | bits << 8) & 0x00ff00ff00ff00ffU;
-  bits = (bits | bits << 4) & 0x0f0f0f0f0f0f0f0fU;
-  bits = (bits | bits << 2) & 0x3333333333333333U;
-  return (bits | bits << 1) & 0x5555555555555555U;
-}
 
 /// Where a coordinate is between the least and the most one, in 32 bits.
 std::uint64_t fractionBits(double value, double low, double high) {
@@ -43,7 +34,7 @@ std::vector<PieceEnd> inOrderOfPlace(const std::vector<PieceEnd>& ends) {
   for (const PieceEnd& end : ends) {
     const std::uint64_t x = fractionBits(end.at.x, box.low.x, box.high.x);
     const std::uint64_t y = fractionBits(end.at.y, box.low.y, box.high.y);
-    order.emplace_back(spread(x) | spread(y) << 1, order.size());
+    order.emplace_back(spreadBits(x) | spreadBits(y) << 1, order.size());
   }
   base::ranges::sort(order);
   std::vector<PieceEnd> sorted;

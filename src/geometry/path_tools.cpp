@@ -28,8 +28,13 @@ bool isPoint(const Arc& arc, double resolution) {
 
 /// Whether two vertices in a row are close to each other.
 bool hasShortChord(const Path& path, double resolution) {
+  constexpr double kClearly = 1.0 + 1e-9;
+  const double longer = kClearly * resolution;
   for (std::size_t i = 0; i < arcCount(path); ++i) {
-    if (!(chord(arcAt(path, i)) >= resolution)) return true;
+    const Arc arc = arcAt(path, i);
+    const Point way = arc.end - arc.start;
+    if (dot(way, way) > longer * longer) continue;
+    if (!(chord(arc) >= resolution)) return true;
   }
   return false;
 }
@@ -45,17 +50,6 @@ void settleEnd(std::vector<Vertex>& vertices, Point end, double resolution) {
     --before;
   }
   vertices.erase(vertices.begin() + static_cast<std::ptrdiff_t>(before) + 1, vertices.end() - 1);
-}
-
-/// Told by the disc over the chord, which arcs of half a turn do not leave; false where that is not
-/// enough to tell.
-bool isSurelyWithin(const Arc& arc, const Box& box) {
-  constexpr double kMore = 1.0 + 1e-9;
-  if (!(std::fabs(arc.curve) <= 180.0)) return false;
-  const Point between = middle(arc.start, arc.end);
-  const double reach = 0.5 * kMore * chord(arc);
-  return between.x - reach >= box.low.x && between.x + reach <= box.high.x &&
-         between.y - reach >= box.low.y && between.y + reach <= box.high.y;
 }
 
 }  // namespace
@@ -81,6 +75,15 @@ Box bounds(const Path& path) {
   Box box;
   extend(box, path);
   return box;
+}
+
+bool isSurelyWithin(const Arc& arc, const Box& box) {
+  constexpr double kMore = 1.0 + 1e-9;
+  if (!(std::fabs(arc.curve) <= 180.0)) return false;
+  const Point between = middle(arc.start, arc.end);
+  const double reach = 0.5 * kMore * chord(arc);
+  return between.x - reach >= box.low.x && between.x + reach <= box.high.x &&
+         between.y - reach >= box.low.y && between.y + reach <= box.high.y;
 }
 
 void extend(Box& box, const Path& path) {

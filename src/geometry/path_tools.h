@@ -23,6 +23,9 @@ double length(const Path& path);
 Box bounds(const Path& path);
 /// Adds that rectangle to a box.
 void extend(Box& box, const Path& path);
+/// Whether an arc lies within a box, told by the disc over its chord, which arcs of half a turn do
+/// not leave; false where that is not enough to tell.
+bool isSurelyWithin(const Arc& arc, const Box& box);
 
 /// Makes the path run the other way. A closed one keeps its first vertex.
 void reverse(Path& path);

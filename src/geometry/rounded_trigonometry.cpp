@@ -1,5 +1,6 @@
 #include "geometry/rounded_trigonometry.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -142,6 +143,14 @@ Pair arcTangentToOne(double x) {
   return kArcTangents[static_cast<std::size_t>(step)] + smallArcTangent(between);
 }
 
+/// The same for a number of 0 to 1 with more digits than a double has.
+Pair arcTangentToOne(const Pair& x) {
+  const double step = std::floor(x.high * kSteps + 0.5);
+  const double near = step / kSteps;
+  const Pair between = (x + -near) / (x * near + 1.0);
+  return kArcTangents[static_cast<std::size_t>(step)] + smallArcTangent(between);
+}
+
 /// The same above 1, by the reciprocal.
 Pair arcTangentBeyondOne(double x) {
   const double step = std::floor(kSteps / x + 0.5);
@@ -173,6 +182,36 @@ double roundedArcTangent(double x) {
   if (size > kHuge) return std::copysign(kHalfPi.high, x);
   const Pair value = size <= 1.0 ? arcTangentToOne(size) : arcTangentBeyondOne(size);
   return std::copysign(value.high, x);
+}
+
+double roundedDirection(double y, double x) {
+  if (std::isnan(x) || std::isnan(y)) return std::numeric_limits<double>::quiet_NaN();
+  double width = std::fabs(x);
+  double height = std::fabs(y);
+  const bool isSteep = height > width;
+  if (std::isinf(width) || std::isinf(height)) {
+    width = std::isinf(width) ? 1.0 : 0.0;
+    height = std::isinf(height) ? 1.0 : 0.0;
+  } else {
+    // Within the range where the products of pairs are exact.
+    const int exponent = std::max(std::ilogb(width), std::ilogb(height));
+    if (width != 0.0 || height != 0.0) {
+      width = std::ldexp(width, -exponent);
+      height = std::ldexp(height, -exponent);
+    }
+  }
+  const double less = std::min(width, height);
+  const double more = std::max(width, height);
+  constexpr double kFlat = 0x1p-120;  // below, a pair has no room for the error of a quotient
+  Pair angle;
+  if (less > kFlat) {
+    angle = arcTangentToOne(Pair{less, 0.0} / Pair{more, 0.0});
+  } else if (less > 0.0) {
+    angle = {std::fabs(isSteep ? x / y : y / x), 0.0};
+  }
+  if (isSteep) angle = kHalfPi + -angle;
+  if (std::signbit(x)) angle = kHalfPi * 2.0 + -angle;
+  return std::copysign(angle.high, y);
 }
 
 }  // namespace quillon::geometry

@@ -8,5 +8,7 @@ namespace quillon::geometry {
 double roundedSine(double x);
 double roundedCosine(double x);
 double roundedArcTangent(double x);
+/// The direction of a point from the origin as std::atan2 has it, rounded in the same way.
+double roundedDirection(double y, double x);
 
 }  // namespace quillon::geometry

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "geometry/biarcs.h"
+#include "geometry/cubic_points.h"
 #include "geometry/path_tools.h"
 #include "geometry/vectors.h"
 
@@ -59,6 +60,7 @@ void Spline::takePoints(const std::vector<Point>& controlPoints,
   if (faults_.points) return;
   const std::vector<double> relative =
       relativeWeights(weights, controlPoints.size(), faults_.weights);
+  isRational_ = !relative.empty();
   points_.reserve(controlPoints.size());
   for (std::size_t i = 0; i < controlPoints.size(); ++i) {
     const double w = relative.empty() ? 1.0 : relative[i];
@@ -156,6 +158,22 @@ std::vector<double> Spline::cuts() const {
   return cuts;
 }
 
+std::vector<double> Spline::spans() const {
+  std::vector<double> spans{first()};
+  for (std::size_t i = degree_ + 1; i <= points_.size(); ++i) {
+    if (knots_[i] > spans.back()) spans.push_back(knots_[i]);
+  }
+  return spans;
+}
+
+double Spline::largestCoordinate() const {
+  double largest = 0.0;
+  for (const Weighted& p : points_) {
+    largest = std::max({largest, std::fabs(p.x) / p.w, std::fabs(p.y) / p.w});
+  }
+  return largest;
+}
+
 std::vector<double> Spline::checks() const {
   std::vector<double> checks;
   for (std::size_t i = degree_; i < points_.size(); ++i) {
@@ -193,7 +211,10 @@ CurvePath splinePath(const Spline& spline, const CurveSettings& settings) {
     return result;
   }
   const Curve curve = [&spline](double t, Side side) { return spline.sample(t, side); };
-  result.report = appendBiarcs(curve, spline.cuts(), spline.checks(), settings, result.path);
+  std::optional<CubicPoints> points;
+  if (spline.isCubic()) points.emplace(spline);
+  result.report = appendBiarcs(curve, spline.cuts(), spline.checks(), settings, result.path,
+                               points ? &*points : nullptr);
   closeWhereEndsMeet(result.path, settings.resolution);
   return result;
 }

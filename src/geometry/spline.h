@@ -46,6 +46,13 @@ class Spline {
   /// Where the curve begins, may have a kink or a jump, and ends, and where long curves are cut
   /// so that each piece has few knots; rising.
   std::vector<double> cuts() const;
+  /// All knots of the range, equal ones once; rising.
+  std::vector<double> spans() const;
+  /// No piece is of a higher degree than three, or a quotient.
+  bool isCubic() const { return degree_ <= 3 && !isRational_; }
+  /// The largest coordinate of the control points, without its sign.
+  double largestCoordinate() const;
+
   /// Enough parameters within each span between two knots that no span can be overlooked; rising.
   std::vector<double> checks() const;
 
@@ -63,6 +70,7 @@ class Spline {
   std::size_t spanOf(double parameter, Side side) const;
 
   std::size_t degree_ = 1;
+  bool isRational_ = false;
   std::vector<Weighted> points_;
   std::vector<double> knots_;
   SplineFaults faults_;

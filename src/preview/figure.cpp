@@ -5,6 +5,7 @@
 #include "base/encoding.h"
 #include "geometry/arc.h"
 #include "geometry/degrees.h"
+#include "geometry/mapped_box.h"
 #include "preview/lettering.h"
 
 namespace quillon::preview {
@@ -37,10 +38,8 @@ void addDisc(Box& box, Point centre, double radius) {
 Box placedBox(const Box& box, const eagle::RecordedPart& part) {
   const Point direction = geometry::unitVector(part.degrees);
   Box placed;
-  for (const Point corner :
-       {box.low, box.high, Point{box.low.x, box.high.y}, Point{box.high.x, box.low.y}}) {
-    placed.add(geometry::turned(corner, direction) + part.at);
-  }
+  geometry::addMapped(placed, box,
+                      geometry::Affine::shift(part.at) * geometry::Affine::turnTo(direction));
   return placed;
 }
 

@@ -26,24 +26,42 @@ std::string_view wordOf(LossRule rule) { return rowOf(rule).word; }
 
 void LossList::add(const Event& event, std::uint64_t count) { addPlaced(placed(event), count); }
 
-void LossList::addPlaced(const Event& event, std::uint64_t count) {
-  Recent& recent = recent_[placeOf(event.rule, event.kind, event.layer)];
-  if (!isSame(recent, event.rule, event.kind, event.layer)) {
-    const auto [found, isNew] =
-        index_.try_emplace(Key(event.rule, event.kind, event.layer), losses_.size());
-    if (isNew) {
-      losses_.push_back({event.rule, event.kind, event.layer, 0, event.line, event.at, 0.0});
-    }
-    recent = {event.kind, event.layer, event.rule, found->second};
+std::string_view LossList::keptName(std::string_view name) {
+  if (name.empty()) return {};
+  const auto found = names_.find(name);
+  if (found != names_.end()) return *found;
+  return names_.size() < kMostNames ? *names_.emplace(name).first : std::string_view();
+}
+
+std::size_t LossList::indexOf(const Event& event) {
+  const std::string_view name = keptName(event.name);
+  const auto [found, isNew] =
+      index_.try_emplace(Key(event.rule, event.kind, event.layer, name), losses_.size());
+  if (isNew) {
+    losses_.push_back({event.rule, event.kind, event.layer, name, 0, event.line, event.at, 0.0});
   }
-  Loss& loss = losses_[recent.index];
+  return found->second;
+}
+
+void LossList::addPlaced(const Event& event, std::uint64_t count) {
+  std::size_t index = 0;
+  if (event.name.empty()) {
+    Recent& recent = recent_[placeOf(event.rule, event.kind, event.layer)];
+    if (!isSame(recent, event.rule, event.kind, event.layer)) {
+      recent = {event.kind, event.layer, event.rule, indexOf(event)};
+    }
+    index = recent.index;
+  } else {
+    index = indexOf(event);
+  }
+  Loss& loss = losses_[index];
   loss.count += count;
   loss.most = std::max(loss.most, event.measure);
 }
 
 bool LossList::findAgain(LossRule rule, std::string_view kind, std::string_view layer,
                          std::uint64_t count) {
-  const auto found = index_.find(Key(rule, kind, layer));
+  const auto found = index_.find(Key(rule, kind, layer, {}));
   if (found == index_.end()) return false;
   recent_[placeOf(rule, kind, layer)] = {kind, layer, rule, found->second};
   losses_[found->second].count += count;

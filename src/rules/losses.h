@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <limits>
 #include <map>
+#include <set>
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <vector>
@@ -37,6 +39,7 @@ struct Loss {
   LossRule rule;
   std::string_view kind;   ///< DXF name; lives as long as the drawing
   std::string_view layer;  ///< upper-cased; likewise
+  std::string_view name;   ///< of what is missing, as it was added; "" where that has none
   std::uint64_t count = 0;
   std::uint64_t line = 0;  ///< of the first one, in the file
   geometry::Point at{};    ///< of the first one, in units of the script
@@ -46,6 +49,12 @@ struct Loss {
 /// Everything that a conversion does not show as it is, in the order of first occurrence.
 class LossList {
  public:
+  LossList() = default;
+  LossList(LossList&&) = default;
+  LossList& operator=(LossList&&) = default;
+  LossList(const LossList&) = delete;  // whose names would be the other one's
+  LossList& operator=(const LossList&) = delete;
+
   struct Event {
     LossRule rule;
     std::string_view kind;
@@ -53,7 +62,10 @@ class LossList {
     std::uint64_t line = 0;
     geometry::Point at{};
     double measure = 0.0;
+    std::string_view name{};  ///< of what is missing, e.g. a block; upper-cased or a path
   };
+  /// Names that are told apart; what has other ones is counted without a name.
+  static constexpr std::size_t kMostNames = 100;
   void add(const Event& event, std::uint64_t count = 1);
   /// An event with its place in the script, as it is now, to be added later.
   Event placed(Event event) const {
@@ -63,8 +75,8 @@ class LossList {
   void addPlaced(const Event& event, std::uint64_t count);
   /// Where the places of events to come are seen: from their coordinates to the script's.
   void setPlace(const geometry::Affine& place) { place_ = place; }
-  /// Counts so many more of what has been added before; false when there is none of it. Quick
-  /// where the names are the same characters as before, not merely equal ones.
+  /// Counts so many more of what has been added before without a name; false when there is none of
+  /// it. Quick where the names are the same characters as before, not merely equal ones.
   bool addAgain(LossRule rule, std::string_view kind, std::string_view layer,
                 std::uint64_t count = 1) {
     const Recent& recent = recent_[placeOf(rule, kind, layer)];
@@ -77,10 +89,15 @@ class LossList {
   std::uint64_t countOf(LossRule rule) const;
 
  private:
-  using Key = std::tuple<LossRule, std::string_view, std::string_view>;
+  using Key = std::tuple<LossRule, std::string_view, std::string_view, std::string_view>;
+  std::size_t indexOf(const Event& event);
+  /// The same name, which stays.
+  std::string_view keptName(std::string_view name);
+
   geometry::Affine place_;
   std::vector<Loss> losses_;
   std::map<Key, std::size_t> index_;
+  std::set<std::string, std::less<>> names_;
 
   /// Where a loss is that was met lately.
   struct Recent {

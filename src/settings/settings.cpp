@@ -7,6 +7,7 @@
 #include "base/number_text.h"
 #include "files/paths.h"
 #include "files/program_folder.h"
+#include "settings/exact_keys.h"
 #include "texts/layer_lists.h"
 
 namespace quillon::settings {
@@ -20,8 +21,6 @@ constexpr std::string_view kCommonSection = "global";
 constexpr std::string_view kLanguageKey = "language";
 
 constexpr std::string_view kScaleKey = "scale";
-
-constexpr std::string_view kExactRules = "exact";
 
 constexpr int kVersions = 3;
 constexpr int kPolyChoices = 3;
@@ -173,25 +172,31 @@ Settings LoadSettings(const SettingsStore& store, const CommandLine& commandLine
   loadFiles(settings, text, commandLine);
   loadTarget(settings, text, commandLine, texts);
   loadSwitches(settings, text, commandLine);
+  loadExactKeys(settings, text);
   return settings;
 }
 
 bool SaveSettings(const SettingsStore& store, const Settings& settings) {
-  return store.WriteIni(kSection, {{"dxffile", settings.dxfFile},
-                                   {"scr", settings.scriptFile},
-                                   {"layerfile", settings.layerFile},
-                                   {"brdsch", settings.drawingName},
-                                   {"brd", std::to_string(settings.targetKind)},
-                                   {"version", std::to_string(settings.version)},
-                                   {"unit", std::to_string(static_cast<int>(settings.unit))},
-                                   {"scale", settings.scale},
-                                   {"layer", settings.layer},
-                                   {"dotted", digit(settings.dotted)},
-                                   {"report", digit(settings.report)},
-                                   {"ellipses", digit(settings.ellipses)},
-                                   {"arc2line", digit(settings.arcToLine)},
-                                   {"poly", std::to_string(settings.poly)},
-                                   {"blocks", std::to_string(settings.blocks)}});
+  std::vector<ProfileEntry> entries = {{"dxffile", settings.dxfFile},
+                                       {"scr", settings.scriptFile},
+                                       {"layerfile", settings.layerFile},
+                                       {"brdsch", settings.drawingName},
+                                       {"brd", std::to_string(settings.targetKind)},
+                                       {"version", std::to_string(settings.version)},
+                                       {"unit", std::to_string(static_cast<int>(settings.unit))},
+                                       {"scale", settings.scale},
+                                       {"layer", settings.layer},
+                                       {"dotted", digit(settings.dotted)},
+                                       {"report", digit(settings.report)},
+                                       {"ellipses", digit(settings.ellipses)},
+                                       {"arc2line", digit(settings.arcToLine)},
+                                       {"poly", std::to_string(settings.poly)},
+                                       {"blocks", std::to_string(settings.blocks)}};
+  const std::vector<ProfileEntry> exact = exactEntries(
+      settings, [&store](std::string_view key) { return store.ReadIni(kSection, key); });
+  entries.insert(entries.end(), exact.begin(), exact.end());
+  if (!settings.rules.empty()) entries.push_back({"rules", settings.rules});
+  return store.WriteIni(kSection, entries);
 }
 
 bool pathsHaveDrives() { return std::filesystem::path("C:").has_root_name(); }
@@ -222,6 +227,9 @@ convert::ConversionJob jobOf(const Settings& settings, const CommandLine& comman
   job.version = settings.version;
   job.blocks = settings.blocks;
   if (settings.rules == kExactRules) job.rules = convert::Rules::Exact;
+  job.exact = settings.exact;
+  if (job.exact.joinTolerance == 0.0) job.exact.chains = false;
+  job.drawingUnit = settings.drawingUnit;
   job.unit = settings.unit;
   job.scale = base::numberValue(settings.scale);
   job.scaleText = settings.scale;

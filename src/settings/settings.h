@@ -19,6 +19,10 @@ inline constexpr int kNoChoice = -1;
 /// The scale shown when the file has none, or 0.
 inline constexpr const char* kScaleInPlaceOfZero = "1.000";
 
+/// The settings' word for the exact rules, and for the others.
+inline constexpr const char* kExactRules = "exact";
+inline constexpr const char* kClassicRules = "classic";
+
 /// The state of the main window's controls. The defaults are those of a window before it loads.
 struct Settings {
   std::string dxfFile = "C:\\*.DXF";
@@ -27,8 +31,8 @@ struct Settings {
   std::string drawingName = "CONVERS";
   int targetKind = convert::kBoard;  ///< or kNoTarget
   int version = convert::kEagle4;
-  /// "exact" for the exact rules; anything else for the classic ones. Chosen in the file or on the
-  /// command line.
+  /// kExactRules; anything else for the classic rules. "" where nobody has chosen, which is not
+  /// saved.
   std::string rules;
   base::Unit unit = base::Unit::Mil;
   std::string scale = kScaleInPlaceOfZero;
@@ -41,8 +45,13 @@ struct Settings {
   int blocks = convert::kDrawBlocks;
   bool blocksEnabled = true;  ///< block handling can only be chosen for boards and schematics
   double PolyWidth = 0.0;  ///< read but never saved, so that a value set by hand stays in the file
-  std::string offsetX;     ///< for this session only
+  /// For the exact rules; for this session, unless they are in the file.
+  exact::Options exact;
+  convert::DrawingUnit drawingUnit = convert::DrawingUnit::Auto;
+  std::string offsetX;  ///< for this session only
   std::string offsetY;
+
+  bool operator==(const Settings&) const = default;
 };
 
 /// The standard layers to choose from for a target; none for kNoTarget.

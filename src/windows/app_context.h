@@ -22,6 +22,7 @@ struct AppContext {
   convert::CommandLine line;
   int LanguageOffset = texts::kGerman;
   errors::FaultScribe* faults = nullptr;  ///< the program's error reporter; null to let errors pass
+  QString viewerPage = {};                ///< of a free DXF viewer; "" for none
 
   texts::Texts texts() const { return texts::Texts(LanguageOffset); }
   /// A text in the current language.

@@ -17,7 +17,6 @@ ContentArea::ContentArea(QWidget* content, QWidget* parent) : QScrollArea(parent
   for (QComboBox* const list : content->findChildren<QComboBox*>()) list->installEventFilter(this);
   // Keep a gap to a visible scroll bar.
   connect(verticalScrollBar(), &QScrollBar::rangeChanged, content, [content](int, int last) {
-    constexpr int kGap = 6;
     content->layout()->setContentsMargins(0, 0, last > 0 ? kGap : 0, 0);
   });
   // Use the window's background, not that of a list.

@@ -11,6 +11,8 @@ class ContentArea : public QScrollArea {
   /// Takes ownership of `content`, whose layout must be set.
   ContentArea(QWidget* content, QWidget* parent);
 
+  static constexpr int kGap = 6;  ///< beside a visible scroll bar
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
   /// The height that the contents need at a given width.

@@ -21,6 +21,7 @@ QString pageOf(int contextId) {
   const int page = english ? contextId - texts::kEnglish : contextId;
   if (page == kMainWindowHelp) return language + "/main-window.html";
   if (page == kLayerEditorHelp) return language + "/layer-editor.html";
+  if (page == kPreviewHelp) return language + "/preview.html";
   return {};
 }
 
@@ -50,7 +51,7 @@ HelpViewer::HelpViewer(QString folder, QWidget* parent)
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(buttons);
   layout->addWidget(page_);
-  constexpr int kColumns = 84;
+  constexpr int kColumns = 100;  // pictures of the pages fit
   constexpr int kRows = 36;
   resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kRows);
   setWindowFlag(Qt::WindowMaximizeButtonHint);

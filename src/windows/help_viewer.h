@@ -11,6 +11,7 @@ namespace quillon::windows {
 /// Context ids of the help pages; the language offset is added to them.
 inline constexpr int kMainWindowHelp = 1000;
 inline constexpr int kLayerEditorHelp = 1100;
+inline constexpr int kPreviewHelp = 1200;
 
 /// The folder of help pages, beside the executable or in the share folder of its installation; ""
 /// when there is none.

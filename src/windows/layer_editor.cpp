@@ -14,12 +14,12 @@
 #include "convert/layer_file.h"
 #include "convert/layer_scan.h"
 #include "convert/messages.h"
-#include "files/output_file.h"
 #include "files/paths.h"
 #include "texts/error_texts.h"
 #include "windows/enter_key.h"
 #include "windows/file_dialog.h"
 #include "windows/help_viewer.h"
+#include "windows/layer_failure.h"
 #include "windows/named_widget.h"
 #include "windows/question.h"
 #include "windows/trap.h"
@@ -310,19 +310,8 @@ bool LayerEditor::saveLayers(QString path) {
                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes) {
     return false;
   }
-  const texts::Texts texts = context_.texts();
-  const convert::Messages messages(texts);
-  std::string failure;
-  try {
-    convert::saveLayerRows(fromQt(path), rows_.rows());
-  } catch (const files::WriteError& error) {
-    const std::string file = fromQt(path);
-    failure = messages.unwritableText(file, files::findForCreation(file), error.reason());
-  } catch (const convert::NotALayerFile& error) {
-    failure = messages.notALayerFileText(fromQt(path), error.kind());
-  } catch (const base::ReadError& error) {
-    failure = messages.unreadableText(fromQt(path), texts::reasonText(error.reason(), texts));
-  }
+  const std::string failure = layerFailure(
+      context_, fromQt(path), [&] { convert::saveLayerRows(fromQt(path), rows_.rows()); });
   if (!failure.empty()) {
     QMessageBox::critical(this, context_.text(TextId::EditorErrorTitle), toQt(failure));
     return false;

@@ -61,10 +61,14 @@ MainControls::MainControls(QWidget& window, AppContext& context)
       labLayers(makeNamed<QLabel>(*fraOpt2, "labLayers")),
       labLayerDatei(makeNamed<PathLabel>(*fraOpt2, "labLayerDatei")),
       befLayeredit(makeNamed<QPushButton>(*fraOpt2, "befLayeredit")),
+      rules(new RulesGroup(context, &window)),
       labViewDesc(makeNamed<QLabel>(window, "labViewDesc")),
       labViewer(makeNamed<QLabel>(window, "labViewer")),
       result(new ResultPanel(context, &window)),
+      preview(new PreviewPanel(context, &window)),
       befStart(makeNamed<QPushButton>(window, "befStart")),
+      btnUndo(makeNamed<QToolButton>(window, "btnUndo")),
+      btnPreview(makeNamed<QToolButton>(window, "btnPreview")),
       befSave(makeNamed<QPushButton>(window, "befSave")),
       befLanguage(makeNamed<QPushButton>(window, "befLanguage")),
       befHilfe(makeNamed<QPushButton>(window, "befHilfe")),
@@ -80,6 +84,15 @@ MainControls::MainControls(QWidget& window, AppContext& context)
   labViewer->setTextFormat(Qt::RichText);
   labViewer->setTextInteractionFlags(Qt::TextBrowserInteraction);
   befStart->setDefault(true);
+  for (QToolButton* const tool : {btnUndo, btnPreview}) {
+    tool->setFocusPolicy(Qt::StrongFocus);
+    tool->setAutoRaise(true);
+  }
+  btnUndo->setIcon(window.style()->standardIcon(QStyle::SP_ArrowBack));
+  btnPreview->setIcon(window.style()->standardIcon(QStyle::SP_FileDialogContentsView));
+  btnUndo->setEnabled(false);
+  btnPreview->setCheckable(true);
+  btnPreview->setChecked(true);
   chkStartSCR->setEnabled(false);
   labDXF->setBuddy(txtDXFDatei);
   labScript->setBuddy(txtScriptdatei);
@@ -101,15 +114,22 @@ MainControls::MainControls(QWidget& window, AppContext& context)
 /// From top to bottom.
 void MainControls::orderTabs() const {
   QWidget* previous = txtDXFDatei;
+  const auto follow = [&previous](QWidget* next) {
+    QWidget::setTabOrder(previous, next);
+    previous = next;
+  };
   const std::initializer_list<QWidget*> order = {
       btnDXFbrowse, txtScriptdatei,   btnSCRbrowse, chkBRDSCH[0], chkBRDSCH[1], chkBRDSCH[2],
       chkBRDSCH[3], txtBRDname,       btnBRDbrowse, txtmasst,     cboUnit,      txtOffsetX,
       txtOffsetY,   cboVersion,       chkEllipses,  chkDotLines,  chkArc,       chkReport,
-      chkStartSCR,  komStandartlayer, cboPoly,      cboBlocks,    befLayeredit, labViewer,
-      befStart,     befSave,          befLanguage,  befHilfe,     befEnde};
-  for (QWidget* const next : order) {
-    QWidget::setTabOrder(previous, next);
-    previous = next;
+      chkStartSCR,  komStandartlayer, cboPoly,      cboBlocks,    befLayeredit};
+  for (QWidget* const next : order) follow(next);
+  for (QWidget* const next : rules->controls()) follow(next);
+  follow(labViewer);
+  for (QWidget* const next : preview->controls()) follow(next);
+  for (QWidget* const next : std::initializer_list<QWidget*>{befStart, btnUndo, btnPreview, befSave,
+                                                             befLanguage, befHilfe, befEnde}) {
+    follow(next);
   }
 }
 
@@ -170,7 +190,9 @@ void MainControls::layOut(QWidget& window) {
   viewer->addStretch();
   auto* const buttons = new QHBoxLayout;
   buttons->addWidget(befStart);
+  buttons->addWidget(btnUndo);
   buttons->addStretch();
+  buttons->addWidget(btnPreview);
   for (QPushButton* const button : {befSave, befLanguage, befHilfe, befEnde}) {
     buttons->addWidget(button);
   }
@@ -179,13 +201,45 @@ void MainControls::layOut(QWidget& window) {
   rows->addLayout(paths);
   rows->addWidget(frmOpt);
   rows->addWidget(fraOpt2);
+  rows->addWidget(rules);
   rows->addWidget(result);
   rows->addLayout(viewer);
   rows->addStretch();
   content = new ContentArea(body, &window);
   auto* const layout = new QVBoxLayout(&window);
-  layout->addWidget(content, 1);
+  splitter = new QSplitter(Qt::Horizontal, &window);
+  splitter->setObjectName("splMain");
+  splitter->addWidget(content);
+  splitter->addWidget(preview);
+  splitter->setStretchFactor(0, 0);
+  splitter->setStretchFactor(1, 1);
+  splitter->setChildrenCollapsible(false);
+  layout->addWidget(splitter, 1);
   layout->addLayout(buttons);
+}
+
+int MainControls::widthNeeded() const {
+  if (preview->isHidden()) return content->sizeHint().width();
+  return columnNeeded() + splitter->handleWidth() + preview->sizeHint().width();
+}
+
+/// The contents, and a scroll bar beside them where the screen is low.
+int MainControls::columnNeeded() const {
+  return content->sizeHint().width() + content->style()->pixelMetric(QStyle::PM_ScrollBarExtent) +
+         ContentArea::kGap;
+}
+
+int MainControls::columnWidth(int whole) const {
+  if (preview->isHidden()) return whole;
+  if (isBorderMoved) return splitter->sizes().front();
+  // The picture keeps a part of a small screen.
+  return std::min(columnNeeded(), whole - PreviewPanel::kLeastWidth);
+}
+
+void MainControls::shareWidth(int whole) const {
+  if (preview->isHidden() || isBorderMoved) return;
+  const int column = columnWidth(whole);
+  splitter->setSizes({column, whole - column});
 }
 
 }  // namespace quillon::windows

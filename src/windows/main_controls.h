@@ -14,7 +14,9 @@
 #include "windows/content_area.h"
 #include "windows/path_edit.h"
 #include "windows/path_label.h"
+#include "windows/preview_panel.h"
 #include "windows/result_panel.h"
+#include "windows/rules_group.h"
 
 namespace quillon::windows {
 
@@ -62,23 +64,39 @@ struct MainControls {
   PathLabel* labLayerDatei;
   QPushButton* befLayeredit;
 
+  RulesGroup* rules;
+
   QLabel* labViewDesc;
   QLabel* labViewer;
   ResultPanel* result;
 
+  PreviewPanel* preview;
+
   QPushButton* befStart;
+  QToolButton* btnUndo;
+  QToolButton* btnPreview;  ///< shows and hides the preview
   QPushButton* befSave;
   QPushButton* befLanguage;
   QPushButton* befHilfe;
   QPushButton* befEnde;
 
-  ContentArea* content = nullptr;  ///< all but the buttons at the bottom
+  ContentArea* content = nullptr;  ///< the column of all controls but the buttons at the bottom
+  QSplitter* splitter = nullptr;   ///< between it and the preview
+
+  /// The width of both halves, or of the one that is shown, without scrolling.
+  int widthNeeded() const;
+  /// The width of the column where both have so much.
+  int columnWidth(int whole) const;
+  /// Gives the column what it needs, unless the user has moved the border.
+  void shareWidth(int whole) const;
+  bool isBorderMoved = false;
 
  private:
   void layOut(QWidget& window);
   void layOutTarget() const;
   void layOutOptions() const;
   void orderTabs() const;
+  int columnNeeded() const;
 };
 
 }  // namespace quillon::windows

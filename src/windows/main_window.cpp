@@ -25,8 +25,6 @@ namespace {
 
 using texts::TextId;
 
-constexpr texts::TextRow kToolTips = texts::textRow(TextId::TipSave, TextId::TipBlocks);
-
 /// Shows the busy cursor.
 class BusyCursor {
  public:
@@ -79,11 +77,14 @@ MainWindow::MainWindow(AppContext& context)
   setWindowIcon(appIcon());
   setAcceptDrops(true);
   connectControls();
+  addRecentMenu();
   loadResources();
   showSettings({});
+  connectPreview();
 }
 
 MainWindow::~MainWindow() {
+  live_.reset();
   // A focused field loses the focus during destruction, when this window can no longer react.
   controls_.txtDXFDatei->disconnect(this);
 }
@@ -138,6 +139,8 @@ void MainWindow::LoadSettings() {
         if (!warnings.isEmpty()) showNotice(warnings.join('\n'));
         scriptChosen_ = context_.line.given(convert::CommandLineOption::ScriptFile);
         drawingOfLayers_ = controls_.txtDXFDatei->path();
+        known_ = optionsShown();
+        history_.clear();
       },
       errors::kMayRetry | errors::kMayResume | errors::kMayEnd);
 }
@@ -162,7 +165,7 @@ settings::Settings MainWindow::settings() const {
   settings.blocks = controls_.cboBlocks->currentIndex();
   settings.blocksEnabled = controls_.cboBlocks->isEnabled();
   settings.PolyWidth = polyWidth_;
-  settings.rules = rules_;
+  controls_.rules->read(settings);
   settings.offsetX = fromQt(controls_.txtOffsetX->text());
   settings.offsetY = fromQt(controls_.txtOffsetY->text());
   return settings;
@@ -192,7 +195,7 @@ void MainWindow::showSettings(const settings::Settings& settings) {
   controls_.cboBlocks->setCurrentIndex(settings.blocks);
   controls_.cboBlocks->setEnabled(settings.blocksEnabled);
   polyWidth_ = settings.PolyWidth;
-  rules_ = settings.rules;
+  controls_.rules->showSettings(settings);
   controls_.txtOffsetX->setText(toQt(settings.offsetX));
   controls_.txtOffsetY->setText(toQt(settings.offsetY));
 }
@@ -250,9 +253,14 @@ void MainWindow::showResult(const convert::ConversionResult& result) {
   controls_.result->nameKeptLayers(keptLayers());
   controls_.result->showResult(result);
   // From now on the layer file belongs to this drawing as well.
-  if (result.outcome != convert::Outcome::Ended) drawingOfLayers_ = controls_.txtDXFDatei->path();
+  if (result.outcome != convert::Outcome::Ended) {
+    drawingOfLayers_ = controls_.txtDXFDatei->path();
+    rememberDrawing(drawingOfLayers_);
+  }
   makeRoom();
   activateWindow();
+  // Once it is laid out, below options that may be longer than the window is high.
+  QTimer::singleShot(0, this, [this] { controls_.content->ensureWidgetVisible(controls_.result); });
 }
 
 void MainWindow::showNotice(const QString& notice) {
@@ -265,12 +273,14 @@ void MainWindow::makeRoom() {
   controls_.content->updateGeometry();  // its contents may have changed while hidden
   layout()->invalidate();
   const QMargins margins = layout()->contentsMargins();
-  const int buttons = layout()->totalSizeHint().height() - controls_.content->sizeHint().height();
-  const int wide = std::max(width(), layout()->totalSizeHint().width());
+  const int buttons = layout()->totalSizeHint().height() - controls_.splitter->sizeHint().height();
+  const int around = margins.left() + margins.right();
+  const int wide = std::max(width(), around + controls_.widthNeeded());
   // The height of wrapped text depends on the width.
-  const int high =
-      buttons + controls_.content->heightNeeded(wide - margins.left() - margins.right());
+  const int column = controls_.columnWidth(wide - around);
+  const int high = buttons + controls_.content->heightNeeded(column);
   resize(QSize(wide, std::max(height(), high)).boundedTo(roomOnScreen(*this)));
+  controls_.shareWidth(width() - around);
   if (isVisible()) keepOnScreen(*this);
 }
 
@@ -301,7 +311,14 @@ void MainWindow::befSave_Click() {
                            {base::quotable(files::fromPath(context_.store.file()))}));
 }
 
-void MainWindow::befHilfe_Click() { openHelp(context_, kMainWindowHelp, this); }
+void MainWindow::befHilfe_Click() { showHelp(kMainWindowHelp); }
+
+void MainWindow::showHelp(int page) {
+  if (openHelp(context_, page, this)) return;
+  const QString program = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
+  QMessageBox::warning(this, context_.text(TextId::HelpErrorTitle),
+                       context_.text(TextId::HelpNotInstalled, {base::quotable(fromQt(program))}));
+}
 
 void MainWindow::befEnde_Click() {
   QDir::setCurrent(toQt(files::fromPath(context_.store.programFolder())));
@@ -309,8 +326,12 @@ void MainWindow::befEnde_Click() {
 }
 
 void MainWindow::labViewer_Click() {
+  if (context_.viewerPage.isEmpty()) {
+    showHelp(kPreviewHelp);
+    return;
+  }
   try {
-    ShellEx(context_, {QUILLON_VIEWER_PAGE, kShowDefault, {}, {}, "open"}, this);
+    ShellEx(context_, {context_.viewerPage, kShowDefault, {}, {}, "open"}, this);
   } catch (const ShellError& error) {
     QMessageBox::critical(this, context_.text(TextId::ErrorTitle), toQt(error.what()));
   }
@@ -323,7 +344,10 @@ void MainWindow::chooseLanguage() {
 }
 
 void MainWindow::showEvent(QShowEvent* event) {
-  if (!event->spontaneous()) makeRoom();
+  if (!event->spontaneous()) {
+    restoreState();
+    makeRoom();
+  }
   QDialog::showEvent(event);
 }
 
@@ -331,78 +355,15 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   event->ignore();  // until we know that closing is allowed
   attempt(context_, kModule, "closeEvent", [this, event] {
     if (progress_ == nullptr) {
-      const bool closed = layerEditor_ == nullptr || layerEditor_->close();
-      event->setAccepted(closed);  // the user may keep unsaved changes in the editor
+      // The user may go on with the queue, or with unsaved changes in the editor.
+      const bool closed = (queue_ == nullptr || queue_->close()) &&
+                          (layerEditor_ == nullptr || layerEditor_->close());
+      event->setAccepted(closed);
+      if (closed) saveState();
       return;
     }
     progress_->cancel();  // the conversion has to end first
   });
-}
-
-void MainWindow::applyLanguage() {
-  const std::array<QComboBox*, 5> lists = {controls_.cboUnit, controls_.cboVersion,
-                                           controls_.cboPoly, controls_.cboBlocks,
-                                           controls_.komStandartlayer};
-  std::array<int, lists.size()> chosen{};
-  for (std::size_t i = 0; i < lists.size(); ++i) chosen[i] = lists[i]->currentIndex();
-  loadResources();
-  fillLayers(settings().targetKind);
-  for (std::size_t i = 0; i < lists.size(); ++i) lists[i]->setCurrentIndex(chosen[i]);
-  makeRoom();
-}
-
-void MainWindow::loadResources() {
-  const auto caption = [this](auto* control, TextId id) { control->setText(context_.text(id)); };
-  setWindowTitle(context_.text(TextId::CaptionProgram));
-  caption(controls_.befSave, TextId::CaptionSave);
-  caption(controls_.befHilfe, TextId::CaptionHelp);
-  caption(controls_.befStart, TextId::CaptionStart);
-  caption(controls_.befEnde, TextId::CaptionExit);
-  caption(controls_.labDXF, TextId::CaptionDrawing);
-  caption(controls_.labScript, TextId::CaptionScript);
-  caption(controls_.btnDXFbrowse, TextId::CaptionBrowseDrawing);
-  caption(controls_.btnSCRbrowse, TextId::CaptionBrowseScript);
-  caption(controls_.labBRDSCH, TextId::CaptionDrawingName);
-  controls_.frmOpt->setTitle(context_.text(TextId::CaptionTarget));
-  caption(controls_.labScale, TextId::CaptionScale);
-  caption(controls_.labLayer, TextId::CaptionStandardLayer);
-  caption(controls_.labUnit, TextId::CaptionUnit);
-  controls_.fraOpt2->setTitle(context_.text(TextId::CaptionOptions));
-  caption(controls_.chkBRDSCH[0], TextId::CaptionBoard);
-  caption(controls_.chkBRDSCH[1], TextId::CaptionSchematic);
-  caption(controls_.chkBRDSCH[2], TextId::CaptionPackage);
-  caption(controls_.chkBRDSCH[3], TextId::CaptionSymbol);
-  caption(controls_.chkEllipses, TextId::CaptionEllipses);
-  caption(controls_.chkDotLines, TextId::CaptionDottedLines);
-  caption(controls_.chkReport, TextId::CaptionShowReport);
-  caption(controls_.labLayers, TextId::CaptionLayerFile);
-  caption(controls_.befLayeredit, TextId::CaptionLayers);
-  caption(controls_.befLayeredit,
-          TextId::CaptionAssignLayers);  // the second caption is the one shown
-  caption(controls_.labVersion, TextId::CaptionVersion);
-  caption(controls_.labPoly, TextId::CaptionPolylines);
-  caption(controls_.labBlocks, TextId::CaptionBlocks);
-  caption(controls_.btnBRDbrowse, TextId::CaptionBrowseName);
-  caption(controls_.chkArc, TextId::CaptionLargeArcs);
-  caption(controls_.labViewDesc, TextId::CaptionViewer);
-  caption(controls_.labOffsetX, TextId::CaptionOffsetX);
-  caption(controls_.labOffsetY, TextId::CaptionOffsetY);
-  caption(controls_.chkStartSCR, TextId::CaptionStartScript);
-  caption(controls_.befLanguage, TextId::CaptionLanguage);
-  controls_.labViewer->setText("<a href=\"viewer\">free DXF Viewer</a>");
-  controls_.result->loadResources();
-  const auto refill = [this](QComboBox* list, texts::TextRow entries, int index) {
-    list->clear();
-    for (const TextId id : entries) list->addItem(context_.text(id));
-    list->setCurrentIndex(index);
-  };
-  refill(controls_.cboPoly,
-         texts::textRow(TextId::PolylinesWithoutWidth, TextId::PolylinesAsPolygons), 2);
-  refill(controls_.cboBlocks, texts::textRow(TextId::BlocksDrawn, TextId::BlocksAll), 0);
-  controls_.cboUnit->setCurrentIndex(static_cast<int>(base::Unit::Mil));
-  controls_.cboVersion->setCurrentIndex(1);
-  toolTips_.clear();
-  for (const TextId id : kToolTips) toolTips_.add(*this, context_.texts()(id));
 }
 
 }  // namespace quillon::windows

@@ -1,7 +1,12 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QPointer>
+#include <QTimer>
+#include <memory>
+#include <optional>
+#include <vector>
 
 #include "convert/driver.h"
 #include "settings/settings.h"
@@ -9,9 +14,13 @@
 #include "windows/layer_editor.h"
 #include "windows/main_controls.h"
 #include "windows/progress_dialog.h"
+#include "windows/queue_window.h"
 #include "windows/tool_tips.h"
 
 namespace quillon::windows {
+
+class LivePreview;
+struct LivePicture;
 
 /// The main window: shows the settings and starts the actions of its buttons.
 class MainWindow : public QDialog {
@@ -34,6 +43,9 @@ class MainWindow : public QDialog {
   void setDrawing(const QString& path);
   /// Warns about a path on the command line that was cut off at a "/".
   void warnOfSplitPath();
+
+  /// True when the preview shows all about the present settings.
+  bool isPreviewCurrent() const;
 
   /// Grows until the contents fit without scrolling, as far as the screen allows. Also done when
   /// shown.
@@ -67,6 +79,10 @@ class MainWindow : public QDialog {
   /// The layer file in use if it was chosen for a different drawing, else "".
   QString keptLayers() const;
   void takeLayerFile(const QString& path);
+  /// Takes dropped files: a drawing, a layer file, and several drawings or folders for the queue.
+  void takeFiles(const QStringList& paths);
+  QueueWindow& shownQueue();
+  std::optional<convert::ConversionJob> jobForQueue();
   convert::ConversionJob jobShown() const;
   convert::ConversionResult convertShown();
   void showResult(const convert::ConversionResult& result);
@@ -78,21 +94,59 @@ class MainWindow : public QDialog {
   void befLayeredit_Click();
   void befSave_Click();
   void befHilfe_Click();
+  /// Opens a page of the help, or says how to get it.
+  void showHelp(int page);
   void befEnde_Click();
   void labViewer_Click();
+  /// Names the controls for screen readers.
+  void nameForReaders();
   void chooseLanguage();
   /// Updates the window to the selected language; selections in the lists stay.
   void applyLanguage();
+  void translateHistory();
+
+  // The preview, see main_window_preview.cpp.
+  void connectPreview();
+  /// Some control shows something else than before.
+  void optionChanged();
+  void takeOptions();
+  void refreshPreview();
+  void showPicture(const LivePicture& picture);
+  void takeOffer(workbench::Offer offer);
+  void assignInPlace(const std::string& name, const std::string& entry);
+  bool assignIn(const std::string& path, const std::string& name, const std::string& entry);
+  bool mayTakeFound(const std::string& path);
+  void undo();
+  void foldPreview(bool folded);
+  /// The settings without the paths, which are not undone.
+  settings::Settings optionsShown() const;
+
+  // What the window remembers, see main_window_state.cpp.
+  void restoreState();
+  void saveState();
+  void addRecentMenu();
+  void showRecentMenu();
+  void rememberDrawing(const QString& path);
+  /// The recent drawings that are still there.
+  QStringList recentDrawings() const;
 
   AppContext& context_;
   MainControls controls_;
   ToolTipTable toolTips_;
   QPointer<LayerEditor> layerEditor_;  ///< while it is open
+  QPointer<QueueWindow> queue_;        ///< likewise
   bool scriptChosen_ = false;          ///< by the user, in this window or beforehand
   QString followedScript_;             ///< the path last set by putScriptBeside
   QString drawingOfLayers_;            ///< the drawing for which the layer file was chosen
   double polyWidth_ = 0.0;
-  std::string rules_;                   ///< likewise
+  std::unique_ptr<LivePreview> live_;
+  QTimer optionTimer_;        ///< changes of one moment are one
+  settings::Settings known_;  ///< the options when they were last looked at
+  std::vector<settings::Settings> history_;
+  QElapsedTimer sinceChange_;
+  QAction* recent_ = nullptr;
+  bool isFoldedByUser_ = false;         ///< the preview
+  bool isPlaced_ = false;               ///< it has been shown before
   ProgressDialog* progress_ = nullptr;  ///< while a conversion runs
 };
 

@@ -2,35 +2,30 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QMessageBox>
-#include <QMimeData>
+#include <optional>
 
 #include "base/quotable.h"
 #include "convert/messages.h"
 #include "files/paths.h"
+#include "windows/dragged_files.h"
 #include "windows/file_dialog.h"
 #include "windows/main_window.h"
 #include "windows/trap.h"
+#include "windows/window_host.h"
 
 namespace quillon::windows {
 namespace {
 
 using texts::TextId;
 
-/// The path of a single dragged local file, or "".
-QString draggedFile(const QMimeData& data) {
-  const QList<QUrl> urls = data.urls();
-  return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
-}
-
-bool isSamePath(const QString& a, const QString& b) {
-  return a.compare(b, files::namesHaveCase() ? Qt::CaseSensitive : Qt::CaseInsensitive) == 0;
-}
+bool isFolder(const QString& path) { return files::namesFolder(files::toPath(fromQt(path))); }
 
 }  // namespace
 
 void MainWindow::setDrawing(const QString& path) {
   showDrawing(path);
   putScriptBeside();
+  rememberDrawing(path);
 }
 
 void MainWindow::showDrawing(const QString& path) {
@@ -134,15 +129,54 @@ void MainWindow::browseForName() {
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
   attempt(context_, kModule, "dragEnterEvent", [event] {
-    if (!draggedFile(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+    if (!draggedFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
   });
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
   attempt(context_, kModule, "dropEvent", [this, event] {
-    setDrawing(QDir::toNativeSeparators(draggedFile(*event->mimeData())));
+    takeFiles(draggedFiles(*event->mimeData()));
     event->acceptProposedAction();
   });
+}
+
+void MainWindow::takeFiles(const QStringList& paths) {
+  QString layers;
+  QStringList drawings;
+  for (const QString& path : paths) {
+    if (isLayerFile(path)) {
+      layers = path;
+    } else {
+      drawings << path;
+    }
+  }
+  const bool isOne = drawings.size() == 1 && !isFolder(drawings.front());
+  if (isOne) setDrawing(drawings.front());
+  // The layer file belongs to the drawing that came with it.
+  if (!layers.isEmpty()) takeLayerFile(layers);
+  if (!isOne && !drawings.isEmpty()) shownQueue().add(drawings);
+}
+
+/// Asks and warns as Start does.
+std::optional<convert::ConversionJob> MainWindow::jobForQueue() {
+  if (layerEditor_ != nullptr && !layerEditor_->offerToSave()) return std::nullopt;
+  for (const convert::Message& warning : settings::fieldWarnings(settings(), context_.texts())) {
+    QMessageBox::warning(queue_, toQt(warning.title), boxText(warning.text));
+  }
+  return jobShown();
+}
+
+QueueWindow& MainWindow::shownQueue() {
+  if (queue_ == nullptr) {
+    queue_ = new QueueWindow(
+        context_, [this] { return jobForQueue(); }, this);
+    queue_->onLayerFile = [this](const QString& path) { takeLayerFile(path); };
+    queue_->setAttribute(Qt::WA_DeleteOnClose);
+  }
+  queue_->show();
+  queue_->raise();
+  queue_->activateWindow();
+  return *queue_;
 }
 
 }  // namespace quillon::windows

@@ -13,8 +13,10 @@ PathLabel::PathLabel(QWidget* parent) : QLabel(parent) {
 }
 
 void PathLabel::setPath(const QString& path) {
+  if (path == text()) return;
   setText(path);
   setToolTip(wholeToolTip(path));
+  if (onChanged) onChanged();
 }
 
 QSize PathLabel::minimumSizeHint() const {

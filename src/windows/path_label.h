@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <functional>
 
 namespace quillon::windows {
 
@@ -12,6 +13,8 @@ class PathLabel : public QLabel {
   /// text() keeps the whole path; only the display is elided.
   void setPath(const QString& path);
   QSize minimumSizeHint() const override;
+
+  std::function<void()> onChanged;  ///< by setPath()
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -8,13 +8,10 @@
 #include <QVBoxLayout>
 #include <cstdlib>
 
-#include "base/quotable.h"
-#include "convert/findings.h"
-#include "convert/messages.h"
-#include "convert/summary.h"
 #include "windows/screen_fit.h"
 #include "windows/shell.h"
 #include "windows/trap.h"
+#include "workbench/result_text.h"
 
 namespace quillon::windows {
 namespace {
@@ -23,12 +20,6 @@ using texts::TextId;
 
 constexpr int kLeastLength = 32;   ///< of a line, and of a path within it, in characters
 constexpr int kScrollBarGap = 16;  ///< beside a possible scroll bar
-
-/// A path without characters that would break its line.
-QString pathText(const std::string& path) {
-  constexpr std::size_t kLongest = 4096;
-  return toQt(base::quotable(path, kLongest));
-}
 
 }  // namespace
 
@@ -87,8 +78,7 @@ void ResultPanel::showResult(const convert::ConversionResult& result) {
     result_ = result;
     result_->report.clear();  // it has its own window
     folder_ = QFileInfo(toQt(result.scriptFile)).absolutePath();
-    const std::string argument = convert::scriptArgument(result);
-    command_ = argument.empty() ? QString() : toQt("SCRIPT '" + argument + "'");
+    command_ = toQt(workbench::scriptCommand(result));
   }
   refresh();
 }
@@ -147,7 +137,10 @@ QString ResultPanel::elided(const QString& line) const {
   const int room = room_ - slack();
   if (metrics.horizontalAdvance(line) <= room) return line;
   QStringList paths{keptLayers_};
-  if (result_) paths << command_ << pathText(result_->dxfFile) << pathText(result_->scriptFile);
+  if (result_) {
+    paths << command_ << toQt(workbench::resultPath(result_->dxfFile))
+          << toQt(workbench::resultPath(result_->scriptFile));
+  }
   for (const QString& path : paths) {
     if (path.isEmpty() || !line.contains(path)) continue;
     const int rest = metrics.horizontalAdvance(QString(line).remove(path));
@@ -168,40 +161,16 @@ bool ResultPanel::eventFilter(QObject* watched, QEvent* event) {
 
 QString ResultPanel::text() const {
   QStringList lines;
-  if (result_) lines = resultLines(*result_);
+  if (result_) {
+    for (const std::string& line :
+         workbench::resultLines(*result_, fromQt(command_), context_.texts())) {
+      lines << toQt(line);
+    }
+  }
   if (!keptLayers_.isEmpty())
     lines << context_.text(TextId::LayerFileStillInUse, {fromQt(keptLayers_)});
   if (!notice_.isEmpty()) lines << notice_;
   return lines.join('\n');
-}
-
-QStringList ResultPanel::resultLines(const convert::ConversionResult& result) const {
-  const std::string drawing = fromQt(pathText(result.dxfFile));
-  const std::string script = fromQt(pathText(result.scriptFile));
-  QStringList lines;
-  lines << context_.text(TextId::ResultEntities, {std::to_string(convert::entityCount(result)),
-                                                  drawing, std::to_string(result.fileLinesRead)})
-        << context_.text(TextId::ResultLines, {std::to_string(result.commandCount), script});
-  const std::string unknown = convert::unknownKindsText(result);
-  if (!unknown.empty()) lines << context_.text(TextId::UnknownLeftOut, {unknown});
-  for (const std::string& line : {convert::hiddenText(result, context_.texts()),
-                                  convert::damageText(result, context_.texts())}) {
-    if (!line.empty()) lines << toQt(line);
-  }
-  for (const std::string& line : convert::notDrawnLines(result, context_.texts())) {
-    lines << toQt(line);
-  }
-  for (const std::string& line : convert::findingLines(result, context_.texts())) {
-    lines << toQt(line);
-  }
-  for (const std::string& line : convert::classicLossLines(result, context_.texts(), {})) {
-    lines << toQt(line);
-  }
-  if (result.outcome == convert::Outcome::Cancelled)
-    lines << context_.text(TextId::ResultCancelled);
-  if (result.rangeWarning) lines << context_.text(TextId::ResultOutsideRange);
-  if (!command_.isEmpty()) lines << context_.text(TextId::ResultCommand, {fromQt(command_)});
-  return lines;
 }
 
 }  // namespace quillon::windows

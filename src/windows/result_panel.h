@@ -43,7 +43,6 @@ class ResultPanel : public QFrame {
   int slack() const;
   QString elided(const QString& line) const;
   QString text() const;
-  QStringList resultLines(const convert::ConversionResult& result) const;
 
   AppContext& context_;
   QLabel* text_;

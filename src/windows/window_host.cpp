@@ -8,14 +8,10 @@
 #include "windows/report_window.h"
 
 namespace quillon::windows {
-namespace {
 
 using texts::TextId;
 
-/// Converts a text for a message box.
 QString boxText(const std::string& text) { return toQt(text).replace('\r', '\n').trimmed(); }
-
-}  // namespace
 
 void WindowHost::setProgress(bool writing, int percent) { progress_.setProgress(writing, percent); }
 

@@ -38,4 +38,7 @@ class WindowHost : public convert::ConversionHost {
   QWidget* window_;
 };
 
+/// The text of a message in a message box.
+QString boxText(const std::string& text);
+
 }  // namespace quillon::windows

@@ -36,7 +36,7 @@ TEST(ToJson, IsOneLineWithEveryMember) {
   result.dropped = {3, 12};
   result.extents = {-1.0, 0.5, 2.0, 1e21};
   result.rangeWarning = true;
-  result.losses = {{rules::LossRule::Filled, "LWPOLYLINE", "A", 7, 19, {1.5, 2.0}, 0.0}};
+  result.losses = {{rules::LossRule::Filled, "LWPOLYLINE", "A", "", 7, 19, {1.5, 2.0}, 0.0}};
   const convert::Message message{convert::MessageKind::Warning, "title", "text", "detail"};
   EXPECT_EQ(toJson(result, {"r.txt", "r.svg", false}, {message}),
             "{\"dxf\":\"a.dxf\",\"script\":\"a.scr\",\"report\":\"r.txt\","

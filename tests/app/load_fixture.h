@@ -7,6 +7,9 @@
 
 namespace quillon::headless {
 
+/// AddressSanitizer holds freed memory back, so that the peak says little about small amounts.
+inline constexpr bool kReusesFreedMemory = QUILLON_FLAT_MEGABYTES < 100;
+
 /// Memory that the program may use for any drawing. The process starts as a copy of the test, which
 /// valgrind makes larger.
 inline std::size_t flatMemory() {

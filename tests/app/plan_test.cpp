@@ -11,21 +11,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::TempFolder;
 
-TEST(NameFromFile, ReplacesWhatAScriptCannotHold) {
-  EXPECT_EQ(nameFromFile("Grundplatte 2'ü"), "Grundplatte_2__");
-  EXPECT_EQ(nameFromFile("a;b\nc/d\\e"), "a_b_c_d_e");
-}
-
-TEST(NameFromFile, KeepsLettersDigitsUnderscoreHyphenAndDot) {
-  EXPECT_EQ(nameFromFile("Az_09-b.v2"), "Az_09-b.v2");
-  EXPECT_EQ(nameFromFile(""), "");
-}
-
-TEST(NameFromFile, ReplacesACharacterOfSeveralBytesByOneUnderscore) {
-  EXPECT_EQ(nameFromFile("a→b"), "a_b");
-  EXPECT_EQ(nameFromFile("\xFF"), "_");
-}
-
 class PlanTest : public ::testing::Test {
  protected:
   Plan planOf(std::vector<std::string> inputs) {
@@ -34,8 +19,8 @@ class PlanTest : public ::testing::Test {
   }
   static std::vector<std::string> scripts(const Plan& plan) {
     std::vector<std::string> out;
-    for (const PlannedConversion& planned : plan.conversions) {
-      out.push_back(planned.job.scriptFile);
+    for (std::size_t i = 0; i < plan.size(); ++i) {
+      out.push_back(plan.conversion(i).job.scriptFile);
     }
     return out;
   }
@@ -46,19 +31,21 @@ class PlanTest : public ::testing::Test {
 
 TEST_F(PlanTest, PutsTheScriptBesideTheDrawing) {
   const Plan plan = planOf({"sub/a.b.dxf"});
-  ASSERT_EQ(plan.conversions.size(), 1U);
+  ASSERT_EQ(plan.size(), 1U);
   EXPECT_FALSE(plan.several);
-  EXPECT_EQ(plan.conversions[0].job.dxfFile, "sub/a.b.dxf");
-  EXPECT_EQ(testing::withSlashes(plan.conversions[0].job.scriptFile), "sub/a.b.scr");
-  EXPECT_EQ(plan.conversions[0].job.drawingName, "a.b");
-  EXPECT_EQ(plan.conversions[0].reportFile, "");
+  EXPECT_EQ(plan.conversion(0).job.dxfFile, "sub/a.b.dxf");
+  EXPECT_EQ(testing::withSlashes(plan.conversion(0).job.scriptFile), "sub/a.b.scr");
+  EXPECT_EQ(plan.conversion(0).job.drawingName, "a.b");
+  EXPECT_EQ(plan.conversion(0).reportFile, "");
 }
 
 TEST_F(PlanTest, KeepsTheSettingsForEveryDrawing) {
   options.job.unit = base::Unit::Inch;
   options.job.scaleText = "2.50";
   const Plan plan = planOf({"a.dxf", "b.dxf"});
-  for (const PlannedConversion& planned : plan.conversions) {
+  ASSERT_EQ(plan.size(), 2U);
+  for (std::size_t i = 0; i < plan.size(); ++i) {
+    const PlannedConversion planned = plan.conversion(i);
     EXPECT_EQ(planned.job.unit, base::Unit::Inch);
     EXPECT_EQ(planned.job.scaleText, "2.50");
   }
@@ -71,15 +58,15 @@ TEST_F(PlanTest, PutsTheScriptIntoAnExistingFolder) {
 
 TEST_F(PlanTest, GivesStandardInputNoName) {
   const Plan plan = planOf({"-"});
-  ASSERT_EQ(plan.conversions.size(), 1U);
-  EXPECT_TRUE(plan.conversions[0].readStandardInput);
-  EXPECT_TRUE(plan.conversions[0].writeStandardOutput);
-  EXPECT_EQ(plan.conversions[0].job.drawingName, "");
+  ASSERT_EQ(plan.size(), 1U);
+  EXPECT_TRUE(plan.conversion(0).readStandardInput);
+  EXPECT_TRUE(plan.conversion(0).writeStandardOutput);
+  EXPECT_EQ(plan.conversion(0).job.drawingName, "");
 }
 
 TEST_F(PlanTest, TakesAnEmptyNameForNone) {
   options.name = "";
-  EXPECT_EQ(planOf({"a.dxf"}).conversions.at(0).job.drawingName, "");
+  EXPECT_EQ(planOf({"a.dxf"}).conversion(0).job.drawingName, "");
 }
 
 TEST_F(PlanTest, SortsTheDrawingsOfAFolderByName) {
@@ -96,25 +83,25 @@ TEST_F(PlanTest, OnlyTheSecondOfTwoListedDrawingsWithOneScriptIsMarked) {
   for (const char* const name : {"x.dxf", "x.DXF", "y.dxf"}) folder.write(name, "");
   const Plan plan = planOf({folder.path().string()});
   EXPECT_EQ(plan.usageError, "");
-  ASSERT_EQ(plan.conversions.size(), 3U);
-  EXPECT_EQ(plan.conversions[0].sameResultAs, "");
-  EXPECT_EQ(plan.conversions[1].job.dxfFile, folder.file("x.dxf"));
-  EXPECT_EQ(plan.conversions[1].sameResultAs, folder.file("x.DXF"));
-  EXPECT_EQ(plan.conversions[2].sameResultAs, "");
+  ASSERT_EQ(plan.size(), 3U);
+  EXPECT_EQ(plan.conversion(0).sameResultAs, "");
+  EXPECT_EQ(plan.conversion(1).job.dxfFile, folder.file("x.dxf"));
+  EXPECT_EQ(plan.conversion(1).sameResultAs, folder.file("x.DXF"));
+  EXPECT_EQ(plan.conversion(2).sameResultAs, "");
 }
 
 TEST_F(PlanTest, ADrawingThatIsTypedAndListedIsConvertedOnce) {
   const std::string path = folder.write("x.dxf", "");
   const Plan plan = planOf({path, folder.path().string()});
   EXPECT_EQ(plan.usageError, "");
-  ASSERT_EQ(plan.conversions.size(), 2U);
-  EXPECT_EQ(plan.conversions[1].sameResultAs, path);
+  ASSERT_EQ(plan.size(), 2U);
+  EXPECT_EQ(plan.conversion(1).sameResultAs, path);
 }
 
 TEST_F(PlanTest, NotesFoldersWithoutADrawing) {
   const Plan plan = planOf({folder.path().string()});
   EXPECT_EQ(plan.emptyFolders, std::vector<std::string>{folder.path().string()});
-  EXPECT_TRUE(plan.conversions.empty());
+  EXPECT_TRUE(plan.drawings.empty());
 }
 
 TEST_F(PlanTest, RefusesToReplaceADrawingByItsOwnScript) {

@@ -113,6 +113,20 @@ TEST_F(BlockedTest, PipesWhoseWritersStopInTheMiddle) {
   for (const int writer : writers) close(writer);
 }
 
+TEST_F(BlockedTest, ListsOfDrawingsWhoseWritersStop) {
+  write("a.dxf", oneLine());
+  const std::string list = pipe("list");
+  call.arguments = {"--files-from", "list"};
+  RunningProgram program(call);
+  const int writer = open(list.c_str(), O_WRONLY | O_CLOEXEC);  // once the program reads the list
+  const std::string part = "a.dxf\nb";
+  EXPECT_EQ(::write(writer, part.data(), part.size()), static_cast<ssize_t>(part.size()));
+  const ProgramResult result = interrupt(program);
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(files(), (Strings{"a.dxf", "list"}));
+  close(writer);
+}
+
 TEST_F(BlockedTest, ScriptsWithoutAReader) {
   std::filesystem::create_directory(folder.path() / "out");
   for (const char* const name : {"b", "c", "d"}) {

@@ -426,6 +426,20 @@ TEST_F(ExactProgramTest, JsonCountsKindsByTheirNames) {
   EXPECT_EQ(value.at("entities").names(), (Strings{"LINE", "MLINE"}));
 }
 
+TEST_F(ExactProgramTest, SaysWhichBlockIsMissing) {
+  DxfBuilder dxf;
+  dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "0"}})
+      .entity("INSERT", {{8, "0"}, {2, "Hole3"}, {10, "1"}, {20, "0"}});
+  write("part.dxf", dxf);
+  const testing::ProgramResult result =
+      run({"part.dxf", "--rules", "exact", "--eagle", "6", "--json"});
+  EXPECT_NE(result.error.find(": INSERT HOLE3 1 (first in line 19)"), std::string::npos)
+      << result.error;
+  const JsonValue value =
+      JsonValue::parse(std::string_view(result.output).substr(0, result.output.find('\n')));
+  EXPECT_EQ(value.at("losses").items().at(0).at("name").text(), "HOLE3");
+}
+
 TEST_F(ExactProgramTest, JsonHasNoNumbersThatAreNotFinite) {
   DxfBuilder dxf;
   dxf.beginBlock("B")

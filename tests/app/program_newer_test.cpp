@@ -28,6 +28,22 @@ TEST_F(NewerTest, SkipsADrawingWhoseScriptIsNewer) {
   expectResult(run({"part.dxf", "--newer", "--quiet"}), 0, "", "");
 }
 
+TEST_F(NewerTest, PrintsAnObjectForADrawingThatItSkips) {
+  write("part.dxf", oneLine());
+  write("other.dxf", oneLine());
+  folder.write("part.scr", "kept");
+  date("part.dxf", 1);
+  const ProgramResult result = run({"part.dxf", "other.dxf", "--newer", "--json", "--quiet"});
+  EXPECT_EQ(result.exitCode, 0);
+  const std::string skipped =
+      R"({"dxf":"part.dxf","script":"part.scr","report":null,"preview":null,"outcome":"skipped",)"
+      R"("linesRead":0,"linesWritten":0,"entities":{},"leftOut":{},"notRecognised":{},)"
+      R"("damaged":null,"extents":null,"rangeWarning":false,"messages":[]})"
+      "\n";
+  EXPECT_TRUE(result.output.starts_with(skipped + R"({"dxf":"other.dxf")")) << result.output;
+  EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 2);
+}
+
 TEST_F(NewerTest, ReplacesAnOlderScriptAndReportWithoutForce) {
   write("part.dxf", oneLine());
   folder.write("part.scr", "old");

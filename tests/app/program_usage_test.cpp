@@ -26,7 +26,9 @@ class UsageTest : public ProgramTest {
   }
 };
 
-TEST_F(UsageTest, NoDrawing) { EXPECT_EQ(usageError({}), "drawings is required"); }
+TEST_F(UsageTest, NoDrawing) {
+  EXPECT_EQ(usageError({}), "a drawing, a folder or --files-from is needed");
+}
 
 TEST_F(UsageTest, AnUnknownOption) {
   EXPECT_EQ(usageError({"part.dxf", "--bogus"}),

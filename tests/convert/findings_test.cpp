@@ -80,6 +80,44 @@ TEST(Findings, NamesOpenEndsWithBothPlacesAndLines) {
                   "(line 19)"));
 }
 
+TEST(Findings, ALineListsSomeOfManyThingsThatAreMissing) {
+  DxfBuilder dxf;
+  dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"}});
+  std::vector<std::string> names;
+  for (int i = 100; i < 300; ++i) names.push_back("PART" + std::to_string(i));
+  for (const std::string& name : names) {
+    dxf.entity("INSERT", {{8, "0"}, {2, name}, {10, "0"}, {20, "0"}});
+  }
+  const Conversion conversion(dxf.text(), exactJob());
+  const std::vector<std::string> lines =
+      convert::notDrawnLines(conversion.result, texts::Texts(texts::kEnglish));
+  ASSERT_EQ(lines.size(), 1U);
+  EXPECT_NE(lines[0].find("INSERT PART117 1, INSERT PART118 1, … (first"), std::string::npos)
+      << lines[0];
+  // Beyond some, they are only counted.
+  EXPECT_EQ(conversion.result.losses.size(), 101U);
+  EXPECT_EQ(convert::lossCount(conversion.result.losses), 200U);
+}
+
+TEST(Findings, OffersTheToleranceWithWhichOpenEndsWouldMeet) {
+  const std::string offer = "With a tolerance of 0.25 mm for joining, 2 of these ends would meet.";
+  EXPECT_TRUE(has(findingsOf(openOutline()), offer));
+  EXPECT_TRUE(has(findingsOf(openOutline(), texts::kGerman),
+                  "Mit einer Toleranz von 0.25 mm beim Verbinden träfen sich 2 dieser Enden."));
+  convert::ConversionJob job = exactJob();
+  job.exact.joinTolerance = 0.25;
+  EXPECT_FALSE(has(findingsOf(openOutline(), texts::kEnglish, job), offer));
+}
+
+TEST(Findings, EndsMoreThanAMillimetreApartAreNotOfferedToBeJoined) {
+  DxfBuilder dxf;
+  dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"}});
+  dxf.entity("LINE", {{8, "0"}, {10, "11.5"}, {20, "0"}, {11, "10"}, {21, "10"}});
+  for (const std::string& line : findingsOf(dxf)) {
+    EXPECT_EQ(line.find("for joining"), std::string::npos) << line;
+  }
+}
+
 TEST(Findings, TwentyOpenEndsAreShownAndTheOthersCounted) {
   DxfBuilder dxf;
   std::vector<std::string> numbers;

@@ -64,6 +64,15 @@ TEST_F(LayerScanTest, FindsTheDrawingWhateverTheCaseOfItsName) {
   EXPECT_EQ(layerScanDXF(folder.file("A.DXF")), Names{"A"});
 }
 
+TEST_F(LayerScanTest, ATextCanBeScannedAgain) {
+  testing::DxfBuilder dxf;
+  dxf.layer("A").layer("B");
+  dxf::TextSource text(dxf.text());
+  const std::function<bool()> never = [] { return false; };
+  EXPECT_EQ(layersOfText(text, never), (Names{"A", "B"}));
+  EXPECT_EQ(layersOfText(text, never), (Names{"A", "B"}));
+}
+
 TEST_F(LayerScanTest, GivesNothingWithoutADrawing) {
   EXPECT_EQ(layerScanDXF(""), Names{});
   EXPECT_EQ(layerScanDXF(folder.file("none.dxf")), Names{});

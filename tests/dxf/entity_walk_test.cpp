@@ -166,7 +166,7 @@ std::string textOf(const Lines& lines) {
 
 TEST(EntityWalk, FollowsItsRulesOnRandomLines) {
   std::mt19937 random(77);
-  for (int i = 0; i < 20'000; ++i) {
+  for (int i = 0; i < 10'000; ++i) {
     const Lines lines = randomLines(random, random() % 40, 60);
     const PlainWalk plain(lines);
     const ReadDrawing read(textOf(lines));
@@ -196,7 +196,7 @@ TEST(EntityWalk, CountsTheRestOfVeryManyNamesTogether) {
 
 TEST(EntityWalk, FollowsItsRulesAcrossWindows) {
   std::mt19937 random(78);
-  for (int i = 0; i < 4; ++i) {
+  for (int i = 0; i < 2; ++i) {
     const Lines lines = randomLines(random, 150'000, 0);
     const PlainWalk plain(lines);
     const OpenFile file(textOf(lines));

@@ -57,6 +57,12 @@ TEST_F(RecorderTest, EndsAnArcOnItsCircleInTheDirectionOfItsLastPoint) {
   EXPECT_EQ(endOf({.start = {0, 1}, .opposite = {0, -1}, .end = {5, 0}}), (Point{1, 0}));
 }
 
+TEST_F(RecorderTest, ACircleOfTheWidthThatItsUserSetIsARing) {
+  recorder.layer(1);
+  recorder.circle({.kind = CircleKind::RingAsBefore, .centre = {1, 2}, .onCircle = {1, 5}});
+  EXPECT_FALSE(layer(1).circles[0].filled);
+}
+
 TEST_F(RecorderTest, FillsCirclesWithoutWidthAlsoInheritedOnes) {
   recorder.layer(1);
   recorder.circle({.width = 0.5, .centre = {1, 2}, .onCircle = {1, 5}});

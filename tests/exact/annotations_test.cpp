@@ -1,5 +1,7 @@
 #include "exact/annotations.h"
 
+#include <gtest/gtest.h>
+
 #include "exact_drawing.h"
 #include "exact_item.h"
 
@@ -286,7 +288,7 @@ TEST(ExactTables, ATableSeenFromBelowIsMirrored) {
 
 TEST(ExactTables, ATableWithoutItsBlockIsNamed) {
   EXPECT_EQ(ExactDrawing(oneEntity("ACAD_TABLE", {{2, "*T1"}})).losses(),
-            "missing-block ACAD_TABLE 1 line 7\n");
+            "missing-block ACAD_TABLE *T1 1 line 7\n");
   EXPECT_EQ(ExactDrawing(oneEntity("ACAD_TABLE", {{10, "1"}})).losses(),
             "missing-block ACAD_TABLE 1 line 7\n");
 }

@@ -289,7 +289,8 @@ TEST(ExactDimensions, WhatTheMeasureLacksIsNamed) {
   const auto lossesOf = [](const GroupPairs& groups, Groups style) {
     DxfBuilder dxf = oneEntity("DIMENSION", groups);
     dxf.tableEntry("DIMSTYLE", "STANDARD", style);
-    const exact::LossList losses = ExactDrawing(dxf).lossList();
+    const ExactDrawing drawing(dxf);
+    const exact::LossList& losses = drawing.lossList();
     return Counts(losses.countOf(exact::LossRule::DimensionUnits),
                   losses.countOf(exact::LossRule::DimensionTolerances));
   };

@@ -60,7 +60,8 @@ class ExactDrawing {
     std::string text;
     for (const rules::Loss& loss : losses_.all()) {
       text += std::string(rules::wordOf(loss.rule)) + " " + std::string(loss.kind) + " " +
-              std::to_string(loss.count) + " line " + std::to_string(loss.line) + "\n";
+              (loss.name.empty() ? "" : std::string(loss.name) + " ") + std::to_string(loss.count) +
+              " line " + std::to_string(loss.line) + "\n";
     }
     return text;
   }

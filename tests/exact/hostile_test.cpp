@@ -159,7 +159,10 @@ double secondsForGaps(const std::function<double(int)>& heightOf) {
     pieces.push_back({{{{{2.0 * i, heightOf(i)}}, {{2.0 * i + 1.0, heightOf(i)}}}, false}});
   }
   const geometry::JoinedEnds ends = geometry::joinEnds(pieces, 0.01);
-  return leastSeconds([&] { EXPECT_EQ(geometry::gapsOf(pieces, ends).size(), 2U * kLines); });
+  return leastSeconds([&] {
+    const auto gaps = geometry::gapsBetween(geometry::endsLeft(pieces, ends), {});
+    EXPECT_EQ(gaps.size(), 2U * kLines);
+  });
 }
 
 TEST(ExactHostile, GapsInARowTakeNoLongerThanScatteredOnes) {

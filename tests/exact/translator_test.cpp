@@ -149,7 +149,21 @@ TEST(ExactBlocks, LayerZeroTakesTheLayerOfTheReference) {
 TEST(ExactBlocks, AMissingBlockIsNamed) {
   DxfBuilder dxf;
   dxf.entity("INSERT", {{8, "0"}, {2, "NONE"}, {10, "0"}, {20, "0"}});
-  EXPECT_EQ(ExactDrawing(dxf).losses(), "missing-block INSERT 1 line 7\n");
+  dxf.entity("INSERT", {{8, "0"}, {2, "other"}, {10, "0"}, {20, "0"}});
+  dxf.entity("INSERT", {{8, "0"}, {2, "None"}, {10, "5"}, {20, "0"}});
+  EXPECT_EQ(ExactDrawing(dxf).losses(),
+            "missing-block INSERT NONE 2 line 7\n"
+            "missing-block INSERT OTHER 1 line 17\n");
+}
+
+TEST(ExactBlocks, AnotherDrawingIsNamedByItsPath) {
+  DxfBuilder dxf;
+  dxf.reference("FRAME", "C:\\parts\\Frame.dwg");
+  dxf.entity("INSERT", {{8, "0"}, {2, "FRAME"}, {10, "0"}, {20, "0"}});
+  const ExactDrawing drawing(dxf);
+  ASSERT_EQ(drawing.lossList().all().size(), 1U);
+  EXPECT_EQ(drawing.lossList().all()[0].rule, exact::LossRule::ExternalReference);
+  EXPECT_EQ(drawing.lossList().all()[0].name, "C:\\parts\\Frame.dwg");
 }
 
 TEST(ExactBlocks, ABlockInsideItselfIsNamedAndNotExpanded) {

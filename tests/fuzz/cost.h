@@ -22,7 +22,8 @@ struct CostBounds {
 };
 
 /// Does the work, which returns its number of steps, and ends the fuzzer when it cost too much. If
-/// it took too long it is run twice more, so that a busy machine does not cause failures.
+/// it took too long it is run up to five times more, so that a busy machine does not cause
+/// failures.
 void requireCost(const CostBounds& bounds, std::size_t inputBytes,
                  const std::function<std::uint64_t()>& work);
 

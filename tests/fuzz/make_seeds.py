@@ -72,7 +72,10 @@ def main():
         words = shlex.split(args.read_text(encoding="utf-8")) + ["x.dxf"]
         add("options_fuzz", args.stem, "\0".join(words).encode())
     add("options_fuzz", "all", b"\0".join(
-        b"--force --jobs 2 --json --quiet --newer --max-lines 9 --max-steps 9 --max-input 9K --keep-partial --report r -o out a.dxf b".split()))
+        b"--force --jobs 2 --json --quiet --newer --max-lines 9 --max-steps 9 --max-input 9K --keep-partial --recursive --files-from l -0 --no-config --report r -o out a.dxf b".split()))
+    add("config_fuzz", "all", (
+        '# defaults\r\nunit = "mm"\r\nrules = \'exact\'  # curves\r\njobs = 2\nscale = -0.5e1\n'
+        'newer = true\nforce = false\nlayer = "20 \\u0044\\"\\\\ (B)"\nmax-input = "9K"\n').encode())
     for name, line in {"one": b"/x:a.dxf /s:a.scr /b:a /u:mm /w:o /ru",
                        "all": b"/x:\\d\\*.dxf /d:a.lay /o:s /l:16 Bottom (B) /v:4 /f:2.5 /p:1 /k:2 "
                               b"/t:t /e:t /a:t /r:f /rx"}.items():

@@ -1,11 +1,6 @@
 // Any words are arguments of the headless program: it either reports what is wrong, or returns
 // options that are valid for a conversion.
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <cmath>
-#include <cstdio>
-#include <iostream>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,45 +9,23 @@
 #include "app/headless/options.h"
 #include "app/headless/plan.h"
 #include "base/number_text.h"
+#include "batch/drawing_files.h"
 #include "parts.h"
 #include "run_once.h"
+#include "silence.h"
 
 namespace {
 
 using quillon::fuzz::require;
 using quillon::headless::Options;
 
-/// Discards the program's output for its lifetime.
-class Silence {
- public:
-  Silence() : output_(dup(STDOUT_FILENO)), error_(dup(STDERR_FILENO)) {
-    static const int nowhere = open("/dev/null", O_WRONLY);
-    dup2(nowhere, STDOUT_FILENO);
-    dup2(nowhere, STDERR_FILENO);
-  }
-  ~Silence() {
-    std::fflush(stdout);
-    std::cout.flush();
-    dup2(output_, STDOUT_FILENO);
-    dup2(error_, STDERR_FILENO);
-    close(output_);
-    close(error_);
-  }
-  Silence(const Silence&) = delete;
-  Silence& operator=(const Silence&) = delete;
-
- private:
-  int output_;
-  int error_;
-};
-
 bool within(int value, int least, int most) { return value >= least && value <= most; }
 
 void check(const Options& options) {
-  require(!options.inputs.empty(), "there is a drawing");
+  require(!options.inputs.empty() || options.filesFrom, "there is a drawing or a list");
   for (const std::string& input : options.inputs) {
     require(!input.empty(), "a drawing has a name");
-    for (const char c : quillon::headless::nameFromFile(input)) {
+    for (const char c : quillon::batch::nameFromFile(input)) {
       require(std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '-' || c == '.',
               "a name from a file's name is plain");
     }
@@ -86,8 +59,8 @@ void quillon::fuzz::runOnce(std::string_view data) {
   std::optional<int> exitCode;
   Options options;
   {
-    const Silence silence;
-    options = quillon::headless::parseOptions(std::move(words), exitCode);
+    const quillon::fuzz::Silence silence;
+    options = quillon::headless::parseOptions(words, exitCode);
   }
   if (exitCode) {
     require(*exitCode == 0 || *exitCode == quillon::headless::kWrongUsage, "an exit code is known");

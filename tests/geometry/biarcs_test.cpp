@@ -133,12 +133,12 @@ TEST(AppendBiarcs, DrawsOneLineForWhatIsOne) {
 TEST(AppendBiarcs, GoesOnFromTheEndOfThePath) {
   const Curve line = [](double t, Side) -> CurveSample { return {{t, 0.0}, {1.0, 0.0}}; };
   const std::vector<double> cuts{0.0, 3.0};
-  Path near{{{{0.0, 1e-6}, 0.0}}, false};
-  EXPECT_EQ(appendBiarcs(line, cuts, {}, kFine, near), CurveReport{});
-  EXPECT_EQ(near, (Path{{{{0.0, 1e-6}, 0.0}, {{3.0, 0.0}, 0.0}}, false}));
-  Path far{{{{0.0, 1.0}, 30.0}}, false};
-  EXPECT_EQ(appendBiarcs(line, cuts, {}, kFine, far), CurveReport{});
-  EXPECT_EQ(far, (Path{{{{0.0, 1.0}, 0.0}, {{0.0, 0.0}, 0.0}, {{3.0, 0.0}, 0.0}}, false}));
+  Path nearby{{{{0.0, 1e-6}, 0.0}}, false};
+  EXPECT_EQ(appendBiarcs(line, cuts, {}, kFine, nearby), CurveReport{});
+  EXPECT_EQ(nearby, (Path{{{{0.0, 1e-6}, 0.0}, {{3.0, 0.0}, 0.0}}, false}));
+  Path distant{{{{0.0, 1.0}, 30.0}}, false};
+  EXPECT_EQ(appendBiarcs(line, cuts, {}, kFine, distant), CurveReport{});
+  EXPECT_EQ(distant, (Path{{{{0.0, 1.0}, 0.0}, {{0.0, 0.0}, 0.0}, {{3.0, 0.0}, 0.0}}, false}));
 }
 
 TEST(AppendBiarcs, KeepsKinksAtCuts) {

@@ -252,5 +252,19 @@ TEST(EllipsePath, OfHostileNumbersIsEmptyOrShort) {
   EXPECT_EQ(length(pathOf(circle({1.0, 1.0}, 0.0))), 0.0);
 }
 
+/// Points by shared turns are the ellipse's, however narrow the parts are.
+TEST(EllipsePath, TinySweepsTakeFewVertices) {
+  for (const double offset : {0.0, 1e6}) {
+    for (const double degrees : {1e-4, 1e-6, 1e-8, 1e-10, 3e-12, 1e-12, 1e-13}) {
+      Ellipse ellipse = whole(2e6, 1e6);
+      ellipse.centre = {offset, -offset};
+      ellipse.start = 33.0;
+      ellipse.sweep = degrees;
+      const CurvePath found = ellipsePath(ellipse, kFine);
+      EXPECT_LE(found.path.vertices.size(), 20U) << offset << " " << degrees;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace quillon::geometry

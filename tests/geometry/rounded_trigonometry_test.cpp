@@ -162,6 +162,35 @@ TEST(RoundedTrigonometry, GivesTheNearestDouble) {
   }
 }
 
+TEST(RoundedTrigonometry, GivesDirectionsInAllQuarters) {
+  for (const Tangent& tangent : kTangents) {
+    EXPECT_EQ(roundedDirection(tangent.x, 1.0), tangent.arc) << tangent.x;
+    EXPECT_EQ(roundedDirection(std::ldexp(-tangent.x, 20), 0x1p20), -tangent.arc) << tangent.x;
+  }
+  EXPECT_EQ(roundedDirection(1.0, -1.0), 0x1.2d97c7f3321d2p+1);
+  EXPECT_EQ(roundedDirection(-1.0, -1.0), -0x1.2d97c7f3321d2p+1);
+  EXPECT_EQ(roundedDirection(3.0, -4.0), 0x1.3fc176b7a8560p+1);
+  EXPECT_EQ(roundedDirection(0x1p1023, 0x1p1023), 0x1.921fb54442d18p-1);
+  EXPECT_EQ(roundedDirection(0x1p-1074, 0x1p-1073), 0x1.dac670561bb4fp-2);
+}
+
+TEST(RoundedTrigonometry, GivesTheDirectionsOfTheCLibraryAtTheEdges) {
+  constexpr double kEdges[] = {0.0, 1.0, kInfinity, 5e-324, 1e-300, 1e308};
+  for (const double y : kEdges) {
+    for (const double x : kEdges) {
+      for (const double signedY : {y, -y}) {
+        for (const double signedX : {x, -x}) {
+          const double direction = roundedDirection(signedY, signedX);
+          EXPECT_EQ(direction, std::atan2(signedY, signedX)) << signedY << ' ' << signedX;
+          EXPECT_EQ(std::signbit(direction), std::signbit(signedY)) << signedY << ' ' << signedX;
+        }
+      }
+    }
+  }
+  EXPECT_TRUE(std::isnan(roundedDirection(std::nan(""), 1.0)));
+  EXPECT_TRUE(std::isnan(roundedDirection(1.0, std::nan(""))));
+}
+
 TEST(RoundedTrigonometry, KeepsTheSignOfZeroAndKnowsWhatIsNotFinite) {
   EXPECT_TRUE(std::signbit(roundedSine(-0.0)));
   EXPECT_TRUE(std::signbit(roundedArcTangent(-0.0)));

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "preview/colour_contrast.h"
+
 namespace quillon::preview {
 namespace {
 
@@ -19,20 +21,6 @@ TEST(Palette, LayersHaveEaglesColours) {
 TEST(Palette, InnerLayersOfCopperAlternate) {
   EXPECT_EQ(colourOfLayer(3, Theme::Dark), colourOfLayer(1, Theme::Dark));
   EXPECT_EQ(colourOfLayer(2, Theme::Dark), colourOfLayer(16, Theme::Dark));
-}
-
-/// The luminance of a colour by the rules for accessible contents.
-double luminance(Colour colour) {
-  const auto linear = [](std::uint8_t part) {
-    const double share = part / 255.0;
-    return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(colour.red) + 0.7152 * linear(colour.green) + 0.0722 * linear(colour.blue);
-}
-
-double contrast(Colour a, Colour b) {
-  const auto [low, high] = std::minmax({luminance(a), luminance(b)});
-  return (high + 0.05) / (low + 0.05);
 }
 
 TEST(Palette, EveryLayerCanBeSeenOnBothBackgrounds) {

@@ -78,6 +78,18 @@ class DxfBuilder {
     inBlock_ = true;
     return *this;
   }
+  /// A block that stands for another drawing.
+  DxfBuilder& reference(std::string_view name, std::string_view path) {
+    put(blocks_, 0, "BLOCK");
+    put(blocks_, 8, "0");
+    put(blocks_, 2, name);
+    put(blocks_, 70, "4");
+    put(blocks_, 10, "0");
+    put(blocks_, 20, "0");
+    put(blocks_, 1, path);
+    inBlock_ = true;
+    return endBlock();
+  }
   DxfBuilder& endBlock() {
     put(blocks_, 0, "ENDBLK");
     inBlock_ = false;

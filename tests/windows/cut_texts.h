@@ -9,6 +9,7 @@
 #include <QStyleOptionComboBox>
 #include <QStyleOptionGroupBox>
 #include <QTextDocument>
+#include <QToolButton>
 
 #include "windows/path_label.h"
 
@@ -48,11 +49,17 @@ inline bool showsItsText(const QWidget& control) {
     }
     const QRect text = label->fontMetrics().boundingRect(0, 0, room.width(), 1 << 20,
                                                          Qt::TextWordWrap, label->text());
-    return text.height() <= room.height() && text.width() <= room.width();
+    // At some scales, lines that were wrapped to fit come out a pixel wider or higher.
+    constexpr int kRounding = 2;
+    return text.height() <= room.height() + kRounding && text.width() <= room.width() + kRounding;
+  }
+  if (const auto* tool = qobject_cast<const QToolButton*>(&control)) {
+    if (tool->toolButtonStyle() == Qt::ToolButtonIconOnly && !tool->icon().isNull()) return true;
   }
   if (const auto* button = qobject_cast<const QAbstractButton*>(&control)) {
     const QSize text = textSize(*button, button->text());
-    const int indicator = button->isCheckable() && !button->inherits("QPushButton")
+    const int indicator = button->isCheckable() && !button->inherits("QPushButton") &&
+                                  !button->inherits("QToolButton")
                               ? button->style()->pixelMetric(QStyle::PM_IndicatorWidth) +
                                     button->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing)
                               : 0;
@@ -83,7 +90,13 @@ inline QStringList cutTexts(const QWidget& window) {
   QStringList cut;
   for (const QWidget* const control : window.findChildren<QWidget*>()) {
     if (control->isVisible() && !showsItsText(*control)) {
-      cut << control->objectName() + " (" + control->metaObject()->className() + ")";
+      const auto* const label = qobject_cast<const QLabel*>(control);
+      const bool isNamed = label == nullptr || !control->objectName().isEmpty();
+      const QString name = isNamed ? control->objectName() : label->text();
+      cut << QString("%1 (%2, %3 x %4)")
+                 .arg(name, control->metaObject()->className())
+                 .arg(control->width())
+                 .arg(control->height());
     }
   }
   return cut;

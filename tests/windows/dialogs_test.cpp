@@ -308,6 +308,7 @@ TEST_F(ShellTest, EveryResultHasItsText) {
 }
 
 TEST_F(ShellTest, TheViewersLinkOpensItsPage) {
+  context.viewerPage = "https://quillon.example/viewer";
   MainWindow main(context);
   main.show();
   auto& link = find<QLabel>(main, "labViewer");

@@ -2,6 +2,7 @@
 #include <QPlainTextEdit>
 
 #include "errors/attempt.h"
+#include "support/timing.h"
 #include "windows/error_window.h"
 #include "windows/help_viewer.h"
 #include "windows/language_dialog.h"
@@ -63,6 +64,10 @@ TEST_F(EnterKeyTest, PressesEachButtonOfTheMainWindow) {
   find<QCheckBox>(window, "chkReport").setChecked(false);
   window.setDrawing(toQt(writeDrawing("part.dxf")));
   window.befStart_Click();  // its result has buttons too
+  window.show();
+  // Hints of the preview are buttons that come later.
+  const auto known = [&] { return window.isPreviewCurrent(); };
+  ASSERT_TRUE(QTest::qWaitFor(known, 10000 * testing::patience()));
   expectEachButtonPressed(window);
 }
 
@@ -124,8 +129,12 @@ TEST_F(EnterKeyTest, StartsTheConversionInAFieldButNotOnHelp) {
   window.show();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
   tabTo(find<QPushButton>(window, "befHilfe"));
+  whenAsked(QMessageBox::Ok);  // beside the tests there is no help
   press(Qt::Key_Return);
+  EXPECT_EQ(modalWindows, 1);
   EXPECT_FALSE(folder.has("part.scr"));
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
   tabTo(find<QLineEdit>(window, "txtmasst"));
   press(Qt::Key_Enter);
   EXPECT_TRUE(folder.has("part.scr"));

@@ -2,7 +2,9 @@
 
 #include <QInputMethodEvent>
 
+#include "preview/palette.h"
 #include "windows/layer_editor_fixture.h"
+#include "windows/picture_plane.h"
 
 namespace quillon::windows {
 namespace {
@@ -151,9 +153,13 @@ TEST_F(LayerGridTest, ChoosesALayerFromTheList) {
   const auto colour = [this] {
     return grid().item(0, 1)->icon().pixmap(12, 12).toImage().pixelColor(6, 6);
   };
-  EXPECT_EQ(colour(), QColor(50, 50, 200));
+  const auto inPictures = [](int layer) {
+    return toQt(preview::colourOfLayer(layer, preview::Theme::Light));
+  };
+  EXPECT_EQ(colour(), inPictures(16));
   choose(list, 0);
-  EXPECT_EQ(colour(), QColor(200, 50, 50));
+  EXPECT_EQ(colour(), inPictures(1));
+  EXPECT_NE(inPictures(1), inPictures(16));
 }
 
 TEST_F(LayerGridTest, TheOpenedListFindsAnEntryByAnyPartOfIt) {

@@ -4,7 +4,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QTableView>
 
+#include "support/timing.h"
 #include "windows/language_dialog.h"
 #include "windows/window_fixture.h"
 
@@ -29,9 +31,12 @@ class MainWindowFilesTest : public WindowTest {
     field(name).selectAll();
     QTest::keyClicks(&field(name), text);
   }
-  void drop(const std::string& name) {
+  void drop(const std::string& name) { dropFiles({writeDrawing(name)}); }
+  void dropFiles(const std::vector<std::string>& paths) {
+    QList<QUrl> urls;
+    for (const std::string& path : paths) urls << QUrl::fromLocalFile(toQt(path));
     QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(toQt(writeDrawing(name)))});
+    data.setUrls(urls);
     QDragEnterEvent enter({1, 1}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(window.get(), &enter);
     QDropEvent event({1.0, 1.0}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
@@ -75,6 +80,69 @@ class MainWindowFilesTest : public WindowTest {
 
   std::unique_ptr<MainWindow> window;
 };
+
+TEST_F(MainWindowFilesTest, SeveralDroppedDrawingsAreConvertedByAQueueWithTheSettingsShown) {
+  folder.write("mine.lay", "[1]\r\nlayername=0\r\nlayernr=21\r\n");
+  start("report=0\r\nlayerfile=" + folder.file("mine.lay") + "\r\n");
+  dropFiles({writeDrawing("a.dxf"), writeDrawing("b.dxf")});
+  auto& queue = find<QueueWindow>(*window, "frmQueue");
+  EXPECT_TRUE(queue.isVisible());
+  EXPECT_NE(shown("txtDXFDatei"), folder.file("a.dxf"));
+  queue.start();
+  ASSERT_TRUE(
+      QTest::qWaitFor([&queue] { return !queue.isRunning(); }, 60000 * testing::patience()));
+  EXPECT_EQ(fromQt(find<QLabel>(queue, "labSummary").text()),
+            "2 converted, 0 failed, 0 skipped; losses: 2");
+  EXPECT_NE(folder.read("b.scr").find("Layer  21 ;"), std::string::npos) << folder.read("b.scr");
+}
+
+TEST_F(MainWindowFilesTest, TheQueueWarnsOfNumbersAsStartDoes) {
+  start("report=0\r\n");
+  find<QLineEdit>(*window, "txtmasst").setText("2x");
+  dropFiles({writeDrawing("a.dxf"), writeDrawing("b.dxf")});
+  auto& queue = find<QueueWindow>(*window, "frmQueue");
+  whenAsked(QMessageBox::Ok);
+  queue.start();
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_TRUE(boxText.contains("2x")) << fromQt(boxText);
+  EXPECT_TRUE(queue.isRunning());
+  EXPECT_TRUE(
+      QTest::qWaitFor([&queue] { return !queue.isRunning(); }, 60000 * testing::patience()));
+}
+
+TEST_F(MainWindowFilesTest, ADroppedFolderJoinsTheQueueThatIsOpen) {
+  start();
+  dropFiles({writeDrawing("a.dxf"), writeDrawing("b.dxf")});
+  writeDrawing("c.dxf");
+  dropFiles({folder.file("")});
+  const QList<QueueWindow*> queues = window->findChildren<QueueWindow*>("frmQueue");
+  ASSERT_EQ(queues.size(), 1);
+  EXPECT_EQ(find<QTableView>(*queues.front(), "tabQueue").model()->rowCount(), 3);
+  queues.front()->close();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(window->findChildren<QueueWindow*>("frmQueue").isEmpty());
+}
+
+TEST_F(MainWindowFilesTest, ADroppedLayerFileBecomesTheLayerFile) {
+  start();
+  const std::string layers = folder.write("other.LAY", "[1]\r\nlayername=0\r\nlayernr=21\r\n");
+  dropFiles({layers});
+  EXPECT_EQ(window->settings().layerFile, layers);
+  EXPECT_TRUE(window->findChildren<QueueWindow*>("frmQueue").isEmpty());
+}
+
+TEST_F(MainWindowFilesTest, ALayerFileDroppedWithADrawingBelongsToIt) {
+  start();
+  const std::string layers = folder.write("other.lay", "[1]\r\nlayername=0\r\nlayernr=21\r\n");
+  dropFiles({layers, writeDrawing("a.dxf")});
+  EXPECT_EQ(window->settings().layerFile, layers);
+  EXPECT_EQ(shown("txtDXFDatei"), folder.file("a.dxf"));
+  EXPECT_EQ(shown("txtScriptdatei"), folder.file("a.scr"));
+  EXPECT_FALSE(says("fraResult"));
+  EXPECT_TRUE(window->findChildren<QueueWindow*>("frmQueue").isEmpty());
+  dropFiles({folder.file("a.dxf"), writeDrawing("b.dxf"), layers});
+  EXPECT_EQ(window->findChildren<QueueWindow*>("frmQueue").size(), 1);
+}
 
 TEST_F(MainWindowFilesTest, AChosenScriptStaysWhenADrawingIsDropped) {
   start();

@@ -2,16 +2,21 @@
 // test.
 #include <QDir>
 #include <QPalette>
+#include <QTabWidget>
+#include <QToolButton>
 
 #include "errors/attempt.h"
 #include "files/output_file.h"
+#include "support/timing.h"
 #include "windows/cut_texts.h"
 #include "windows/error_window.h"
 #include "windows/file_dialog.h"
 #include "windows/help_viewer.h"
 #include "windows/language_dialog.h"
 #include "windows/question.h"
+#include "windows/queue_window.h"
 #include "windows/report_window.h"
+#include "windows/save_picture.h"
 #include "windows/splash.h"
 #include "windows/window_fixture.h"
 
@@ -57,7 +62,7 @@ class ScreenshotTest : public WindowTest, public ::testing::WithParamInterface<L
     const QString name = "screenshots/" + window.objectName() + language +
                          (GetParam().dark ? "-dark" : "") +
                          (scale > 1 ? "-" + QString::number(scale) + "x" : "") + ".png";
-    EXPECT_TRUE(window.grab().save(name)) << fromQt(name);
+    EXPECT_TRUE(savePicture(window, name)) << fromQt(name);
     EXPECT_EQ(cutTexts(window).join(", "), "");
     // A small present-day screen, less the desktop's own bars.
     EXPECT_LE(window.width(), 1280);
@@ -84,6 +89,27 @@ TEST_P(ScreenshotTest, MainWindowWithAResult) {
   shoot(window);
 }
 
+/// On a screen with room for the preview.
+TEST_P(ScreenshotTest, MainWindowWithAPreview) {
+  MainWindow window(context);
+  window.setObjectName("frmDXF-preview");
+  window.LoadSettings();
+  window.show();
+  auto& shown = find<QToolButton>(window, "btnPreview");
+  if (!shown.isChecked()) shown.click();
+  window.setDrawing(QUILLON_EXAMPLES "/lid.dxf");
+  const auto known = [&window] { return window.isPreviewCurrent(); };
+  ASSERT_TRUE(QTest::qWaitFor(known, 10000 * testing::patience()));
+  const auto sharp = [&window, this] { return find<PictureView>(window, "picView").isSharp(); };
+  EXPECT_TRUE(QTest::qWaitFor(sharp, 10000 * testing::patience()));
+  shoot(window);
+  window.setObjectName("frmDXF-differences");
+  click(window, "btnViewBoth");
+  find<QTabWidget>(window, "tabPreview").setCurrentIndex(2);
+  EXPECT_TRUE(QTest::qWaitFor(sharp, 10000 * testing::patience()));
+  shoot(window);
+}
+
 TEST_P(ScreenshotTest, ProgressDialog) {
   ProgressDialog window(context);
   window.setProgress(false, 70);
@@ -102,6 +128,19 @@ TEST_P(ScreenshotTest, ReportWindow) {
   });
   main.befStart_Click();
   EXPECT_EQ(modalWindows, 1);
+}
+
+TEST_P(ScreenshotTest, QueueWindow) {
+  QueueWindow window(
+      context, [] { return convert::ConversionJob(); }, nullptr);
+  window.add({toQt(writeDrawing("frontplate.dxf")), toQt(writeDrawing("housing.dxf")),
+              toQt(folder.write("empty.dxf", ""))});
+  folder.write("housing.scr", "");
+  window.start();
+  EXPECT_TRUE(
+      QTest::qWaitFor([&window] { return !window.isRunning(); }, 60000 * testing::patience()));
+  window.add({toQt(writeDrawing("lid.dxf"))});
+  shoot(window);
 }
 
 TEST_P(ScreenshotTest, LanguageDialog) {

@@ -14,7 +14,9 @@
 #include "windows/language_dialog.h"
 #include "windows/path_label.h"
 #include "windows/question.h"
+#include "windows/queue_window.h"
 #include "windows/report_window.h"
+#include "windows/save_picture.h"
 #include "windows/splash.h"
 #include "windows/window_fixture.h"
 #include "windows/window_host.h"
@@ -58,8 +60,8 @@ class SmallScreenTest : public WindowTest, public ::testing::WithParamInterface<
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     QTest::qWait(50);
     const QString language = GetParam() == texts::kGerman ? "-de-" : "-en-";
-    EXPECT_TRUE(window.grab().save("screenshots/" + window.objectName() + language + screenName() +
-                                   ".png"));
+    EXPECT_TRUE(savePicture(
+        window, "screenshots/" + window.objectName() + language + screenName() + ".png"));
     const QRect screen = window.screen()->availableGeometry();
     // Window managers position and frame a window only a moment later.
     const auto onScreen = [&] { return screen.contains(window.frameGeometry()); };
@@ -118,6 +120,19 @@ TEST_P(SmallScreenTest, LayerEditor) {
   LayerEditor window(
       context, toQt(file), [](const QString&) {}, nullptr);
   window.layerScanDXF(toQt(folder.write("a.dxf", dxf.text())));
+  expectOnScreen(window);
+}
+
+TEST_P(SmallScreenTest, QueueWindow) {
+  QueueWindow window(
+      context, [] { return convert::ConversionJob(); }, nullptr);
+  QStringList drawings;
+  for (int i = 0; i < 40; ++i) {
+    drawings << toQt(writeDrawing("a drawing with a longer name " + std::to_string(i) + ".dxf"));
+  }
+  window.add(drawings);
+  window.start();
+  EXPECT_TRUE(QTest::qWaitFor([&window] { return !window.isRunning(); }, 60000));
   expectOnScreen(window);
 }
 

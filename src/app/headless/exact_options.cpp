@@ -5,38 +5,49 @@
 
 #include "app/headless/option_checks.h"
 #include "base/number_text.h"
+#include "convert/exact_words.h"
 
 namespace quillon::headless {
 namespace {
 
 /// A validator for a number within a range.
-CLI::Validator within(double least, double most) {
-  const auto check = [least, most](const std::string& text) -> std::string {
+CLI::Validator within(const convert::Range& range) {
+  const auto check = [range](const std::string& text) -> std::string {
     std::string error = checkNumber(text);
     if (!error.empty()) return error;
     const double value = base::numberValue(text);
-    if (value >= least && value <= most) return {};
-    return "\"" + text + "\" is not between " + base::numberText(least) + " and " +
-           base::numberText(most);
+    if (range.has(value)) return {};
+    return "\"" + text + "\" is not between " + base::numberText(range.least) + " and " +
+           base::numberText(range.most);
   };
-  return {check, "NUMBER"};
+  return {check, ""};
 }
 
-constexpr double kWidest = 1e6;
+/// The words of a choice with their numbers.
+template <typename List>
+Words numbered(const List& list) {
+  Words words;
+  for (const std::string_view word : list) words.emplace(word, static_cast<int>(words.size()));
+  return words;
+}
 
-/// The number after a colon, as in "hole:0.8"; below 0 for anything else.
-double numberAfter(std::string_view text, std::string_view word) {
-  if (!text.starts_with(word)) return -1.0;
-  const std::string number(text.substr(word.size()));
-  return checkNumber(number).empty() ? base::numberValue(number) : -1.0;
+/// The words as a help text lists them.
+template <typename List>
+std::string listed(const List& list) {
+  std::string text;
+  for (const std::string_view word : list) text.append(text.empty() ? "" : "|").append(word);
+  return text;
 }
 
 }  // namespace
 
-ExactOptions::ExactOptions(CLI::App& app, convert::ConversionJob& job) : app_(app), job_(job) {
-  addChoice(app, "--rules", rules_, {{"classic", 0}, {"exact", 1}}, "classic|exact",
+void ExactOptions::addRules() {
+  addChoice(app_, "--rules", rules_, {{"classic", 0}, {"exact", 1}}, "classic|exact",
             "Rules: those scripts have always had, or those that show the drawing as a CAD program "
             "does [classic]");
+}
+
+void ExactOptions::addOptions() {
   addLengths();
   addChoices();
   addSwitches();
@@ -50,15 +61,19 @@ CLI::Option* ExactOptions::track(CLI::Option* option) {
 void ExactOptions::addLengths() {
   exact::Options& exact = job_.exact;
   track(app_.add_option("--line-width", exact.lineWidth, "Width of lines without one [0]")
-            ->check(within(0.0, kWidest)));
+            ->check(within(convert::kWidthRange))
+            ->type_name("NUMBER"));
   track(app_.add_option("--fill-width", exact.fillWidth, "Width of the edges of areas [0]")
-            ->check(within(0.0, kWidest)));
+            ->check(within(convert::kWidthRange))
+            ->type_name("NUMBER"));
   track(app_.add_option("--tolerance", exact.curveTolerance,
-                        "Largest distance between a curve and its arcs, in mm [0.001]")
-            ->check(within(0.0001, 1.0)));
+                        "Largest distance between a curve and its arcs [0.001]")
+            ->check(within(convert::kToleranceRange))
+            ->type_name("MM"));
   track(app_.add_option("--join", exact.joinTolerance,
-                        "Join ends that are no further apart, in mm; 0 for none [0.01]")
-            ->check(within(0.0, 1.0)));
+                        "Join ends that are no further apart; 0 for none [0.01]")
+            ->check(within(convert::kJoinRange))
+            ->type_name("MM"));
 }
 
 void ExactOptions::addChoices() {
@@ -70,25 +85,24 @@ void ExactOptions::addChoices() {
   };
   track(app_.add_option("--drawing-unit", drawingUnit_,
                         "Unit of the drawing's numbers: auto, mm, inch, mil, um, cm, m, ... [auto]")
-            ->check(CLI::Validator(isUnit, "UNIT")));
-  const auto choice = [this](const char* name, auto& value, const Words& words,
-                             const std::string& choices, const char* help) {
-    addChoice(app_, name, value, words, choices, help);
+            ->check(CLI::Validator(isUnit, ""))
+            ->type_name("UNIT"));
+  const auto choice = [this](const char* name, auto& value, const auto& words, const char* help) {
+    addChoice(app_, name, value, numbered(words), listed(words), help);
     track(app_.get_option(name));
   };
-  choice("--space", exact.space, {{"model", 0}, {"paper", 1}, {"both", 2}}, "model|paper|both",
-         "What to draw [model]");
-  choice("--hatch", exact.hatch, {{"lines", 0}, {"border", 1}, {"solid", 2}, {"none", 3}},
-         "lines|border|solid|none", "What hatch patterns become [lines]");
-  choice("--wide-lines", exact.wideLines, {{"auto", 0}, {"wires", 1}, {"areas", 2}},
-         "auto|wires|areas", "What polylines with widths become [auto]");
-  choice("--line-types", exact.lineTypes, {{"solid", 0}, {"style", 1}, {"dashes", 2}},
-         "solid|style|dashes", "How dashed lines are drawn [solid]");
-  choice("--place", exact.place, {{"keep", 0}, {"lower-left", 1}, {"centre", 2}},
-         "keep|lower-left|centre", "What goes to the origin, before the offsets [keep]");
+  choice("--space", exact.space, convert::kSpaceWords, "What to draw [model]");
+  choice("--hatch", exact.hatch, convert::kHatchWords, "What hatch patterns become [lines]");
+  choice("--wide-lines", exact.wideLines, convert::kWideLineWords,
+         "What polylines with widths become [auto]");
+  choice("--line-types", exact.lineTypes, convert::kLineTypeWords,
+         "How dashed lines are drawn [solid]");
+  choice("--place", exact.place, convert::kPlaceWords,
+         "What goes to the origin, before the offsets [keep]");
   track(app_.add_option("--points", points_, "What points become; D is a drill [glyph]")
             ->type_name("glyph|dot|none|hole:D"));
-  track(app_.add_option("--holes", holes_, "Circles on these layers of the drawing become holes")
+  track(app_.add_option("--holes", holes_,
+                        "Circles on these layers of the drawing become holes [none]")
             ->type_name("LAYER[,LAYER...]"));
   track(app_.add_option("--hole-diameters", holeDiameters_,
                         "Which circles, by their diameters in mm [0.2..6.5]")
@@ -106,7 +120,7 @@ void ExactOptions::addSwitches() {
   flag("--fill-always", exact.fillAlways, "Fill areas that the drawing shows as outlines");
   flag("--plain-letters", exact.plainLetters, "Only ASCII letters in texts");
   track(app_.add_flag(
-      "--keep-duplicates", [&exact](std::int64_t) { exact.dropDuplicates = false; },
+      "--keep-duplicates", [&exact](std::int64_t given) { exact.dropDuplicates = given <= 0; },
       "Draw what the drawing has twice twice"));
 }
 
@@ -131,34 +145,13 @@ std::string ExactOptions::finish() {
 
 std::string ExactOptions::takeHoles() {
   exact::Options& exact = job_.exact;
-  const Words words = {{"glyph", 0}, {"dot", 1}, {"none", 2}};
-  const auto found = words.find(points_);
-  const double drill = numberAfter(points_, "hole:");
-  if (found == words.end() && drill <= 0.0) {
+  if (!convert::setPoints(exact, points_)) {
     return "--points: \"" + points_ + "\" is not one of glyph|dot|none|hole:D";
   }
-  exact.points = found != words.end() ? static_cast<exact::PointStyle>(found->second)
-                                      : exact::PointStyle::Hole;
-  exact.pointDrill = drill > 0.0 ? drill : 0.0;
-  for (std::size_t start = 0; start < holes_.size();) {
-    const std::size_t stop = std::min(holes_.find(',', start), holes_.size());
-    const std::string layer = holes_.substr(start, stop - start);
-    if (!layer.empty()) {
-      exact.holeLayers.push_back(layer);
-    }
-    start = stop + 1;
-  }
-  if (holeDiameters_.empty()) return {};
-  const std::size_t dots = holeDiameters_.find("..");
-  const std::string least = holeDiameters_.substr(0, dots);
-  const std::string most =
-      dots == std::string::npos ? std::string() : holeDiameters_.substr(dots + 2);
-  if (!checkNumber(least).empty() || !checkNumber(most).empty() ||
-      !(base::numberValue(least) <= base::numberValue(most))) {
+  convert::setHoleLayers(exact, holes_);
+  if (!holeDiameters_.empty() && !convert::setHoleDiameters(exact, holeDiameters_)) {
     return "--hole-diameters: \"" + holeDiameters_ + "\" is not two numbers such as 0.2..6.5";
   }
-  exact.holeLeast = base::numberValue(least);
-  exact.holeMost = base::numberValue(most);
   return {};
 }
 

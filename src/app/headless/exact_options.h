@@ -11,8 +11,15 @@ namespace quillon::headless {
 /// The options of the exact rules. With the classic ones they are errors.
 class ExactOptions {
  public:
-  /// Adds them to the command line; both have to outlive this object until finish().
-  ExactOptions(CLI::App& app, convert::ConversionJob& job);
+  /// Both have to outlive this object.
+  ExactOptions(CLI::App& app, convert::ConversionJob& job) : app_(app), job_(job) {}
+  ExactOptions(const ExactOptions&) = delete;
+  ExactOptions& operator=(const ExactOptions&) = delete;
+
+  /// Adds the choice between both sets of rules to the command line.
+  void addRules();
+  /// Adds the options proper, below a heading of their own.
+  void addOptions();
 
   /// Once the command line is read: takes the options into the job. Says what is wrong, or "".
   std::string finish();

@@ -81,16 +81,16 @@ class Paths {
   bool any_ = false;
 };
 
-std::string outcomeText(Outcome outcome) {
+const char* outcomeText(Outcome outcome) {
   switch (outcome) {
     case Outcome::Converted:
-      return "\"converted\"";
+      return "converted";
     case Outcome::Cancelled:
-      return "\"cancelled\"";
+      return "cancelled";
     case Outcome::Ended:
       break;
   }
-  return "\"failed\"";
+  return "failed";
 }
 
 void addCounts(Members& members, const std::map<std::string, std::uint64_t>& counts) {
@@ -155,6 +155,7 @@ std::string losses(const ConversionResult& result) {
     Members members('{');
     members.add("rule", jsonString(rules::wordOf(loss.rule)));
     members.add("kind", jsonString(loss.kind));
+    if (!loss.name.empty()) members.add("name", jsonString(loss.name));
     members.add("count", std::to_string(loss.count));
     members.add("line", std::to_string(loss.line));
     members.add("layer", jsonString(loss.layer));
@@ -207,6 +208,38 @@ std::string messageList(const std::vector<Message>& messages) {
   return list.close();
 }
 
+/// The paths of a line, "" for none.
+struct LinePaths {
+  std::string_view script;
+  std::string_view report;
+  std::string_view preview;
+};
+
+std::string line(const ConversionResult& result, const LinePaths& results, const char* outcome,
+                 const std::vector<Message>& messages) {
+  Members members('{');
+  Paths paths;
+  paths.add(members, "dxf", result.dxfFile);
+  paths.add(members, "script", results.script);
+  paths.add(members, "report", results.report);
+  paths.add(members, "preview", results.preview);
+  paths.addBytes(members);
+  members.add("outcome", jsonString(outcome));
+  members.add("linesRead", std::to_string(result.fileLinesRead));
+  members.add("linesWritten", std::to_string(result.commandCount));
+  members.add("entities", entities(result));
+  members.add("leftOut", leftOut(result));
+  members.add("notRecognised", unrecognised(result));
+  members.add("damaged", dropped(result));
+  members.add("extents", extents(result.extents));
+  members.add("rangeWarning", result.rangeWarning ? "true" : "false");
+  if (result.exact) members.add("unit", unit(result.exact->unit));
+  if (result.outcome != Outcome::Ended || result.exact) members.add("losses", losses(result));
+  if (result.exact) members.add("gaps", gaps(result.exact->outlines));
+  members.add("messages", messageList(messages));
+  return members.close() + "\n";
+}
+
 }  // namespace
 
 std::string jsonString(std::string_view text) {
@@ -236,30 +269,15 @@ std::string jsonString(std::string_view text) {
 
 std::string toJson(const ConversionResult& result, const Written& others,
                    const std::vector<Message>& messages) {
-  Members members('{');
-  Paths paths;
-  paths.add(members, "dxf", result.dxfFile);
-  const bool written = result.outcome != Outcome::Ended;
-  paths.add(members, "script", written ? result.scriptFile : std::string_view{});
-  paths.add(members, "report", written ? others.report : std::string_view{});
-  paths.add(members, "preview", written ? others.preview : std::string_view{});
-  paths.addBytes(members);
-  members.add("outcome", outcomeText(result.outcome));
-  members.add("linesRead", std::to_string(result.fileLinesRead));
-  members.add("linesWritten", std::to_string(result.commandCount));
-  members.add("entities", entities(result));
-  members.add("leftOut", leftOut(result));
-  members.add("notRecognised", unrecognised(result));
-  members.add("damaged", dropped(result));
-  members.add("extents", extents(result.extents));
-  members.add("rangeWarning", result.rangeWarning ? "true" : "false");
-  if (result.exact) members.add("unit", unit(result.exact->unit));
-  if (written || result.exact) members.add("losses", losses(result));
-  if (result.exact) {
-    members.add("gaps", gaps(result.exact->outlines));
-  }
-  members.add("messages", messageList(messages));
-  return members.close() + "\n";
+  LinePaths paths;
+  if (result.outcome != Outcome::Ended) paths = {result.scriptFile, others.report, others.preview};
+  return line(result, paths, outcomeText(result.outcome), messages);
+}
+
+std::string skippedJson(const std::string& drawing, const std::string& script) {
+  ConversionResult none;
+  none.dxfFile = drawing;
+  return line(none, {script, {}, {}}, "skipped", {});
 }
 
 }  // namespace quillon::headless

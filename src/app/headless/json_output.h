@@ -19,6 +19,9 @@ struct Written {
   bool failed = false;  ///< not everything that was wanted could be written
 };
 
+/// A drawing that was not converted because its script is newer, in the same form.
+std::string skippedJson(const std::string& drawing, const std::string& script);
+
 /// One conversion as a single line of JSON.
 std::string toJson(const convert::ConversionResult& result, const Written& others,
                    const std::vector<convert::Message>& messages);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,15 +27,23 @@ struct Options {
   unsigned jobs = 1;
   rules::WorkLimits limits = convert::kUsualLimits;  ///< for each conversion
   dxf::InputLimits input = convert::kUsualInput;     ///< for each drawing
-  bool keepPartial = false;  ///< keep the script of a conversion that a limit ends
-  bool newer = false;        ///< skip drawings that are older than their scripts
+  bool keepPartial = false;              ///< keep the script of a conversion that a limit ends
+  bool recursive = false;                ///< folders are searched with their subfolders
+  std::optional<std::string> filesFrom;  ///< list of further drawings, "-" from standard input
+  bool nulSeparated = false;             ///< the names in that list end with NUL characters
+  bool newer = false;                    ///< skip drawings that are older than their scripts
+  std::optional<std::string> config;     ///< the configuration file to read
+  bool noConfig = false;                 ///< read no configuration file
   bool quiet = false;
   bool json = false;
 };
 
 /// Parses the arguments (of the process, without its name, UTF-8). When there is nothing more to do
-/// (help, version, usage error), it has printed the output and `exitCode` is set.
-Options parseOptions(std::vector<std::string> arguments, std::optional<int>& exitCode);
+/// (help, version, usage error), it has printed the output and `exitCode` is set. Options that the
+/// arguments do not give are those of the configuration file: the one that they name, else that in
+/// `configFolder` if there is one. An empty folder stands for none.
+Options parseOptions(const std::vector<std::string>& arguments, std::optional<int>& exitCode,
+                     const std::filesystem::path& configFolder = {});
 
 /// Prints a usage error and returns the exit code.
 int usageError(const std::string& message);

@@ -1,11 +1,10 @@
 #include "app/headless/runner.h"
 
 #include <atomic>
+#include <map>
 #include <mutex>
-#include <optional>
 #include <set>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "app/console/console.h"
@@ -14,6 +13,7 @@
 #include "app/headless/headless_host.h"
 #include "app/headless/json_output.h"
 #include "app/headless/plan.h"
+#include "app/headless/result_files.h"
 #include "app/headless/worker.h"
 #include "base/quotable.h"
 #include "convert/driver.h"
@@ -71,8 +71,7 @@ class Runner {
         texts_(options.languageOffset),
         console_(console),
         faults_(faults),
-        convert_(convert),
-        printed_(plan_.conversions.size()) {}
+        convert_(convert) {}
 
   int run() {
     const console::WaitBreaker::Part waits(breaker_);
@@ -95,26 +94,24 @@ class Runner {
       console_.printError(texts_(TextId::DrawingsSkipped, {std::to_string(skipped_)}) + "\n");
     }
     if (plan_.several && !options_.quiet) {
-      console_.printError(
-          texts_(TextId::DrawingsConverted,
-                 {std::to_string(converted_), std::to_string(plan_.conversions.size())}) +
-          "\n");
+      console_.printError(texts_(TextId::DrawingsConverted,
+                                 {std::to_string(converted_), std::to_string(plan_.size())}) +
+                          "\n");
     }
     if (interrupted()) return kCancelled;
     if (outputFailed_) {
       console_.printError(problemLine(convert::MessageKind::Error,
                                       std::string(texts_(TextId::StandardOutputNotWritten))));
     }
-    const bool all = converted_ + skipped_ == plan_.conversions.size() &&
-                     plan_.emptyFolders.empty() && plan_.unreadableFolders.empty() &&
-                     !outputFailed_;
+    const bool all = converted_ + skipped_ == plan_.size() && plan_.emptyFolders.empty() &&
+                     plan_.unreadableFolders.empty() && !outputFailed_;
     return all ? kAllConverted : kSomeNotConverted;
   }
 
  private:
   void convertAll() {
     const std::size_t workers =
-        affordableWorkers(std::min<std::size_t>(options_.jobs, plan_.conversions.size()));
+        affordableWorkers(std::min<std::size_t>(options_.jobs, plan_.size()));
     {
       std::vector<Worker> threads;
       try {
@@ -124,7 +121,7 @@ class Runner {
       }
       work();
     }
-    for (std::optional<Printed>& rest : printed_) flush(rest);
+    for (const auto& [index, rest] : held_) flush(rest);
   }
 
   void workApart() {
@@ -135,12 +132,13 @@ class Runner {
 
   /// Runs one conversion after another; none is started after Ctrl-C.
   void work() {
-    for (std::size_t i = next_++; i < plan_.conversions.size() && !interrupted(); i = next_++) {
+    for (std::size_t i = next_++; i < plan_.size() && !interrupted(); i = next_++) {
       Printed printed;
+      const PlannedConversion planned = plan_.conversion(i);
       try {
-        printed = convertOne(plan_.conversions[i]);
+        printed = convertOne(planned);
       } catch (...) {
-        printed = reportFault(plan_.conversions[i]);
+        printed = reportFault(planned);
       }
       print(i, std::move(printed));
     }
@@ -174,42 +172,23 @@ class Runner {
   /// Removes temporary files left by killed runs, once per folder, as many drawings may share one.
   void clearAbandoned() const {
     std::set<fs::path> folders;
-    for (const PlannedConversion& planned : plan_.conversions) {
-      for (const std::string* const file :
-           {&planned.job.scriptFile, &planned.reportFile, &planned.previewFile}) {
-        if (file->empty()) continue;
-        folders.insert(files::folderOfTarget(files::toPath(*file)));
+    for (const PlannedDrawing& drawing : plan_.drawings) {
+      for (const ResultPlace* const place : {&plan_.scripts, &plan_.reports, &plan_.previews}) {
+        const std::string file = place->of(drawing);
+        if (!file.empty()) folders.insert(files::folderOfTarget(files::toPath(file)));
       }
     }
     for (const fs::path& folder : folders) files::clearAbandonedFiles(folder);
   }
 
-  /// True when the script is newer than its drawing. With equal times, the script might be from an
-  /// older version of the drawing.
-  bool isUpToDate(const PlannedConversion& planned) const {
-    std::error_code error;
-    const fs::path script = files::toPath(planned.job.scriptFile);
-    if (!options_.newer || !fs::is_regular_file(script, error)) return false;
-    const auto written = fs::last_write_time(script, error);
-    if (error) return false;
-    const auto drawn = fs::last_write_time(files::toPath(planned.job.dxfFile), error);
-    return !error && written > drawn;
-  }
-
-  /// Gives a script that was left incomplete by a cancel its drawing's date, so that --newer
-  /// converts it again.
-  static void dateAsIncomplete(const PlannedConversion& planned) {
-    const fs::path script = files::toPath(planned.job.scriptFile);
-    std::error_code ignored;
-    if (!fs::is_regular_file(script, ignored)) return;
-    const auto time = fs::last_write_time(files::toPath(planned.job.dxfFile), ignored);
-    if (!ignored) fs::last_write_time(script, time, ignored);
-  }
-
   Printed convertOne(const PlannedConversion& planned) {
-    if (planned.sameResultAs.empty() && isUpToDate(planned)) {
+    if (options_.newer && planned.sameResultAs.empty() && isUpToDate(planned)) {
       ++skipped_;
-      return {};
+      Printed printed;
+      if (options_.json) {
+        printed.output = skippedJson(planned.job.dxfFile, planned.job.scriptFile);
+      }
+      return printed;
     }
     HeadlessHost host(console_, texts_, plan_.several ? "" : base::quotable(planned.job.dxfFile));
     ConversionResult result;
@@ -220,6 +199,7 @@ class Runner {
       result.dxfFile = planned.job.dxfFile;
       messages.push_back(error(obstacle));
     } else {
+      if (planned.inSubfolder) makeFoldersOf(planned);
       convert::ConversionJob job = planned.job;
       job.allGaps = options_.json;
       result = convert_(job, host, surroundingsOf(planned));
@@ -351,23 +331,22 @@ class Runner {
     return argument.empty() ? text : text + texts_(TextId::TypeScriptInEagle, {argument}) + "\n";
   }
 
-  void flush(std::optional<Printed>& printed) {
-    if (!printed) return;
-    console_.printError(printed->error);
-    if (!printed->output.empty() && !console_.printOutput(printed->output)) outputFailed_ = true;
-    *printed = {};
+  void flush(const Printed& printed) {
+    console_.printError(printed.error);
+    if (!printed.output.empty() && !console_.printOutput(printed.output)) outputFailed_ = true;
   }
 
   /// Prints in the order of the plan, whatever order the conversions finish in.
   void print(std::size_t index, Printed printed) {
     const std::lock_guard lock(mutex_);
-    printed_[index] = std::move(printed);
-    for (; printedUpTo_ < printed_.size() && printed_[printedUpTo_]; ++printedUpTo_) {
-      flush(printed_[printedUpTo_]);
+    held_[index] = std::move(printed);
+    for (; !held_.empty() && held_.begin()->first == printedUpTo_; ++printedUpTo_) {
+      flush(held_.begin()->second);
+      held_.erase(held_.begin());
     }
     if (plan_.several) {
-      console_.showProgress(static_cast<int>(printedUpTo_ * 100 / printed_.size()),
-                            std::to_string(printedUpTo_) + "/" + std::to_string(printed_.size()));
+      console_.showProgress(static_cast<int>(printedUpTo_ * 100 / plan_.size()),
+                            std::to_string(printedUpTo_) + "/" + std::to_string(plan_.size()));
     }
   }
 
@@ -382,8 +361,8 @@ class Runner {
   std::atomic<std::size_t> converted_{0};
   std::atomic<std::size_t> skipped_{0};
   std::mutex mutex_;
-  std::mutex faultMutex_;  ///< the reporter serves one thread at a time
-  std::vector<std::optional<Printed>> printed_;
+  std::mutex faultMutex_;                ///< the reporter serves one thread at a time
+  std::map<std::size_t, Printed> held_;  ///< until earlier ones have printed
   std::size_t printedUpTo_ = 0;
   bool outputFailed_ = false;
 };
@@ -394,7 +373,13 @@ int run(const Options& options, console::Console& console, errors::FaultScribe& 
         const ConvertDrawing& convert) {
   const std::string wrongLayer = checkLayerFile(options.job.layerFile);
   if (!wrongLayer.empty()) return usageError(wrongLayer);
-  Plan plan = makePlan(options);
+  Plan plan;
+  {
+    console::WaitBreaker breaker;
+    const console::WaitBreaker::Part waits(breaker);
+    plan = makePlan(options);
+  }
+  if (interrupted()) return kCancelled;
   if (!plan.usageError.empty()) return usageError(plan.usageError);
   return Runner(options, std::move(plan), console, faults, convert).run();
 }

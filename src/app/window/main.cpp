@@ -1,6 +1,7 @@
 #include "app/window/main.h"
 
 #include <QScreen>
+#include <optional>
 
 #include "app/console/console.h"
 #include "app/console/interrupt.h"
@@ -12,11 +13,13 @@
 #include "app/window/application.h"
 #include "app/window/dialog_progress.h"
 #include "app/window/display.h"
+#include "app/window/system_colours.h"
 #include "errors/attempt.h"
 #include "errors/crash.h"
 #include "errors/fault_printer.h"
 #include "errors/program.h"
 #include "windows/app_icon.h"
+#include "windows/dark_style.h"
 #include "windows/main_window.h"
 #include "windows/qt_texts.h"
 #include "windows/screen_fit.h"
@@ -74,11 +77,15 @@ int Main(int& argc, char** argv, const std::filesystem::path& programFolder) {
     console::Console(false).printError("quillon: " + std::string(texts(TextId::NoDisplay)) + "\n");
     return unattended::kNoWindow;
   }
+  askForSystemColours();
   Application app(argc, argv);
+  std::optional<windows::DarkStyle> darkStyle;
+  if (kSystemStyleIsLight) darkStyle.emplace();
   QApplication::setApplicationName("Quillon");
   QApplication::setDesktopFileName("quillon");
   QApplication::setWindowIcon(windows::appIcon());
   windows::AppContext context{settings::SettingsStore(programFolder), start.line, texts::kGerman};
+  context.viewerPage = QUILLON_VIEWER_PAGE;
   windows::QtTexts qtTexts(context);
   QApplication::installTranslator(&qtTexts);
   windows::ScreenFit screenFit;

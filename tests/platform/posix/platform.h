@@ -38,6 +38,10 @@ inline constexpr const char* kQtPlatform = "offscreen";
 /// A program's output with "/" in its paths.
 inline std::string withSlashes(std::string text) { return text; }
 
+/// The variable with the folder for configurations, and this program's own folder there.
+inline constexpr const char* kConfigVariable = "XDG_CONFIG_HOME";
+inline constexpr const char* kConfigFolder = "quillon";
+
 /// Resolution of processor time, in seconds.
 inline constexpr double kProcessorTick = 1e-6;
 /// Processor time of this process so far.

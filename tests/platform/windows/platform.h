@@ -27,6 +27,10 @@ inline std::string withSlashes(std::string text) {
   return text;
 }
 
+/// The variable with the folder for configurations, and this program's own folder there.
+inline constexpr const char* kConfigVariable = "APPDATA";
+inline constexpr const char* kConfigFolder = "Quillon";
+
 /// Resolution of processor time, in seconds.
 inline constexpr double kProcessorTick = 1.0 / 64.0;
 /// Processor time of this process so far.

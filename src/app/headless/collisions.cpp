@@ -1,0 +1,152 @@
+#include "app/headless/collisions.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+#include <system_error>
+#include <utility>
+
+#include "base/text_hash.h"
+#include "files/file_system.h"
+#include "files/paths.h"
+
+namespace quillon::headless {
+namespace {
+
+namespace fs = std::filesystem;
+using files::fromPath;
+using files::toPath;
+
+/// One spelling for all paths to a file. The system resolves each folder once; only links, and all
+/// files where names ignore case, are resolved one by one.
+class FileKeys {
+ public:
+  std::string of(const std::string& file) {
+    const fs::path path = toPath(file);
+    const fs::path name = path.filename();
+    std::error_code error;
+    const bool isPlain = files::namesHaveCase() && !name.empty() && name != "." && name != ".." &&
+                         !fs::is_symlink(path, error);
+    if (!isPlain) return fromPath(files::uniquePath(path));
+    return fromPath(folder(path.parent_path()) / name);
+  }
+
+ private:
+  const fs::path& folder(const fs::path& path) {
+    constexpr std::size_t kMost = 10000;
+    if (folders_.size() > kMost) folders_.clear();
+    const auto [entry, isNew] = folders_.try_emplace(fromPath(path));
+    if (isNew) entry->second = files::uniquePath(path.empty() ? fs::path(".") : path);
+    return entry->second;
+  }
+
+  std::unordered_map<std::string, fs::path, base::TextHash> folders_;
+};
+
+/// Only hashes of paths are kept; where two are equal, the paths are compared.
+class Collisions {
+ public:
+  Collisions(const Options& options, Plan& plan) : plan_(plan) {
+    const auto add = [this](const std::string& typed) {
+      settings_.insert(fromPath(files::uniquePath(files::findExisting(typed))));
+    };
+    if (options.frame) add(*options.frame);
+    if (!options.job.layerFile.empty()) add(options.job.layerFile);
+    inputs_.reserve(plan.size());
+    for (std::size_t i = 0; i < plan.size(); ++i) {
+      const std::string& path = plan.drawings[i].path;
+      if (!path.empty()) inputs_.emplace_back(hash(keys_.of(path)), i);
+    }
+    std::sort(inputs_.begin(), inputs_.end());
+    written_.reserve(plan.size());
+  }
+
+  /// The usage error caused by a drawing's results, or "".
+  std::string check(std::size_t index) {
+    const std::string& dxf = plan_.drawings[index].path;
+    const std::array<std::string, kKinds> results = resultsOf(index);
+    if (!dxf.empty() && results.front() == dxf) return dxf + " is the drawing itself";
+    for (std::size_t kind = 0; kind < kKinds; ++kind) {
+      const std::string& file = results[kind];
+      if (file.empty()) continue;
+      const std::string key = keys_.of(file);
+      // A script that would replace its own drawing via another path is refused by the conversion.
+      if (kind == 0 && !dxf.empty() && key == keys_.of(dxf)) continue;
+      if (isInput(key)) return file + " would replace a file that is read";
+      const Result* const before = find(key);
+      if (before == nullptr) {
+        written_.emplace(hash(key), Result{index, kind});
+      } else if (isReplaced(file)) {
+        return mark(index, before->drawing, file);
+      }
+    }
+    return {};
+  }
+
+ private:
+  static constexpr std::size_t kKinds = 3;
+  struct Result {
+    std::size_t drawing;
+    std::size_t kind;
+  };
+
+  std::size_t hash(const std::string& key) const { return hash_(key); }
+
+  std::array<std::string, kKinds> resultsOf(std::size_t index) const {
+    const PlannedDrawing& drawing = plan_.drawings[index];
+    return {plan_.scripts.of(drawing), plan_.reports.of(drawing), plan_.previews.of(drawing)};
+  }
+
+  bool isInput(const std::string& key) {
+    if (settings_.contains(key)) return true;
+    const std::size_t wanted = hash(key);
+    auto found =
+        std::lower_bound(inputs_.begin(), inputs_.end(), std::pair{wanted, std::size_t{0}});
+    for (; found != inputs_.end() && found->first == wanted; ++found) {
+      if (keys_.of(plan_.drawings[found->second].path) == key) return true;
+    }
+    return false;
+  }
+
+  const Result* find(const std::string& key) {
+    const auto [begin, end] = written_.equal_range(hash(key));
+    for (auto entry = begin; entry != end; ++entry) {
+      const Result& result = entry->second;
+      if (keys_.of(resultsOf(result.drawing)[result.kind]) == key) return &result;
+    }
+    return nullptr;
+  }
+
+  /// Devices and pipes take several results, one after the other.
+  static bool isReplaced(const std::string& file) {
+    const files::FileKind kind = files::fileKind(toPath(file));
+    return kind != files::FileKind::Other && kind != files::FileKind::Folder;
+  }
+
+  std::string mark(std::size_t index, std::size_t before, const std::string& file) {
+    const bool listed = plan_.drawings[before].listed || plan_.drawings[index].listed;
+    if (!listed || before == index) return "two results would be written to " + file;
+    plan_.sameResultAs[index] = before;
+    return {};
+  }
+
+  Plan& plan_;
+  base::TextHash hash_;
+  FileKeys keys_;
+  std::set<std::string> settings_;
+  std::vector<std::pair<std::size_t, std::size_t>> inputs_;  ///< hashes and places in the plan
+  std::unordered_multimap<std::size_t, Result> written_;
+};
+
+}  // namespace
+
+std::string checkCollisions(const Options& options, Plan& plan) {
+  Collisions collisions(options, plan);
+  for (std::size_t i = 0; i < plan.size(); ++i) {
+    std::string error = collisions.check(i);
+    if (!error.empty()) return error;
+  }
+  return {};
+}
+
+}  // namespace quillon::headless

@@ -1,0 +1,55 @@
+#include "geometry/cubic_points.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
+#include "geometry/spline.h"
+#include "geometry/vectors.h"
+
+namespace quillon::geometry {
+
+CubicPoints::CubicPoints(const Spline& spline) : size_(spline.largestCoordinate()) {
+  const std::vector<double> knots = spline.spans();
+  spans_.reserve(knots.size() - 1);
+  for (std::size_t i = 1; i < knots.size(); ++i) {
+    const double width = knots[i] - knots[i - 1];
+    const CurveSample start = spline.sample(knots[i - 1], Side::kAfter);
+    const CurveSample end = spline.sample(knots[i], Side::kBefore);
+    const Point leaving = start.derivative * width;
+    const Point meeting = end.derivative * width;
+    const Point way = end.at - start.at;
+    spans_.push_back(
+        {knots[i - 1],
+         knots[i],
+         1.0 / width,
+         {start.at, leaving, way * 3.0 - leaving * 2.0 - meeting, leaving + meeting - way * 2.0}});
+  }
+}
+
+void CubicPoints::within(double from, double to, std::span<Point, kPointsInPart> points) {
+  const double step = (to - from) / static_cast<double>(points.size() + 1);
+  const Span* span = &spanOf(from);
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const double parameter = from + step * static_cast<double>(i + 1);
+    if (parameter >= span->to) span = &spanOf(parameter);
+    points[i] = pointIn(*span, parameter);
+  }
+}
+
+Point CubicPoints::at(double parameter) { return pointIn(spanOf(parameter), parameter); }
+
+const CubicPoints::Span& CubicPoints::spanOf(double parameter) const {
+  const auto after =
+      std::upper_bound(spans_.begin() + 1, spans_.end(), parameter,
+                       [](double wanted, const Span& span) { return wanted < span.from; });
+  return *std::prev(after);
+}
+
+Point CubicPoints::pointIn(const Span& span, double parameter) {
+  const double part = (parameter - span.from) * span.perWidth;
+  const auto& [start, first, second, third] = span.terms;
+  return start + (first + (second + third * part) * part) * part;
+}
+
+}  // namespace quillon::geometry

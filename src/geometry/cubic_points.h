@@ -1,0 +1,38 @@
+#pragma once
+
+#include <array>
+#include <span>
+#include <vector>
+
+#include "geometry/curve.h"
+
+namespace quillon::geometry {
+
+class Spline;
+
+/// Points of a cubic spline by the polynomials of its spans.
+class CubicPoints final : public CurvePoints {
+ public:
+  /// The spline is usable() and isCubic().
+  explicit CubicPoints(const Spline& spline);
+
+  void within(double from, double to, std::span<Point, kPointsInPart> points) override;
+  Point at(double parameter) override;
+  double size() const override { return size_; }
+
+ private:
+  struct Span {
+    double from;
+    double to;
+    double perWidth;             ///< 1 / (to - from)
+    std::array<Point, 4> terms;  ///< by powers of the part of the span
+  };
+
+  const Span& spanOf(double parameter) const;
+  static Point pointIn(const Span& span, double parameter);
+
+  std::vector<Span> spans_;
+  double size_;
+};
+
+}  // namespace quillon::geometry

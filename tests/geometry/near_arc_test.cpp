@@ -1,0 +1,164 @@
+#include "geometry/near_arc.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "geometry/arc.h"
+#include "geometry/biarcs.h"
+#include "geometry/cubic_points.h"
+#include "geometry/degrees.h"
+#include "geometry/ellipse.h"
+#include "geometry/fine_settings.h"
+#include "geometry/path_tools.h"
+#include "geometry/spline.h"
+
+namespace quillon::geometry {
+namespace {
+
+using testing::kFine;
+
+constexpr double kAllowed = 0.01;
+constexpr double kArcResolution = 1e-5;
+
+struct Counts {
+  int nearby = 0;
+  int distant = 0;
+  int unclear = 0;
+};
+
+/// Compares with the distance, at places all around the arc and just at the limit.
+void compare(const NearArc& nearArc, const Arc& arc, std::mt19937& random, Counts& counts) {
+  std::uniform_real_distribution<double> number(-1.0, 1.0);
+  const ArcDistance distance(arc);
+  for (int i = 0; i < 20; ++i) {
+    const double fraction = 0.5 + 0.6 * number(random);
+    const Point beside = leftOf(tangentAt(arc, std::clamp(fraction, 0.0, 1.0)));
+    const double away =
+        kAllowed * (i % 2 == 0 ? 3.0 * number(random) : 1.0 + 1e-7 * number(random));
+    const Point p = pointAt(arc, fraction) + beside * away;
+    switch (nearArc(p)) {
+      case Nearness::Near:
+        EXPECT_LE(distance(p), kAllowed);
+        ++counts.nearby;
+        break;
+      case Nearness::Far:
+        EXPECT_GT(distance(p), kAllowed);
+        ++counts.distant;
+        break;
+      case Nearness::Unclear:
+        EXPECT_NEAR(distance(p), kAllowed, 3e-6 * kAllowed);
+        ++counts.unclear;
+    }
+  }
+}
+
+TEST(NearArc, AgreesWithTheDistance) {
+  std::mt19937 random(1);
+  std::uniform_real_distribution<double> number(-1.0, 1.0);
+  const NearLimits limits = *NearLimits::around(kAllowed, 2.0);
+  Counts counts;
+  for (int i = 0; i < 2000; ++i) {
+    const Point start{number(random), number(random)};
+    const Point end{number(random), number(random)};
+    // From all but straight to almost half a turn.
+    const double curve = 179.0 * number(random) * (i % 3 == 0 ? 1e-3 : 1.0);
+    Arc arc{start, end, curve};
+    const Point leaves = tangentAt(arc, 0.0);
+    const Point meets = tangentAt(arc, 1.0);
+    if (isStraight(arc, kArcResolution)) arc.curve = 0.0;
+    const auto one = NearArc::leaving(start, leaves, end, kArcResolution, limits);
+    const auto other = NearArc::meeting(start, end, meets, kArcResolution, limits);
+    // Of arcs with a radius as small as the tolerance nothing is told.
+    if (!(radius(arc) > 3.0 * kAllowed)) continue;
+    ASSERT_TRUE(one && other) << i;
+    compare(*one, arc, random, counts);
+    compare(*other, arc, random, counts);
+  }
+  EXPECT_GT(counts.nearby, 5000);
+  EXPECT_GT(counts.distant, 5000);
+  EXPECT_GT(counts.unclear, 5000);
+}
+
+TEST(NearArc, TellsNothingOfHalfATurn) {
+  const NearLimits limits = *NearLimits::around(kAllowed, 2.0);
+  EXPECT_FALSE(NearArc::leaving({0, 0}, {0, 1}, {1, 0}, kArcResolution, limits));
+  EXPECT_FALSE(NearArc::leaving({0, 0}, {-0.6, 0.8}, {1, 0}, kArcResolution, limits));
+  EXPECT_FALSE(NearArc::leaving({1, 1}, {1, 0}, {1, 1}, kArcResolution, limits));
+}
+
+TEST(NearLimits, ThereAreNoneWhereRoundingMatters) {
+  EXPECT_TRUE(NearLimits::around(0.001, 1e6));
+  EXPECT_FALSE(NearLimits::around(0.001, 1e8));
+  EXPECT_FALSE(NearLimits::around(0.001, std::numeric_limits<double>::infinity()));
+}
+
+/// Cubics and below, with knots that are equal, close and far apart.
+std::vector<Spline> someSplines() {
+  std::mt19937 random(2);
+  std::uniform_real_distribution<double> place(-100.0, 100.0);
+  std::uniform_int_distribution<int> step(0, 3);
+  std::vector<Spline> splines;
+  for (int i = 0; i < 60; ++i) {
+    const int degree = 1 + i % 3;
+    std::vector<Point> points(static_cast<std::size_t>(4 + i % 9));
+    for (Point& p : points) p = {place(random), place(random)};
+    std::vector<double> knots;
+    double knot = 1000.0 * step(random);
+    for (std::size_t k = 0; k < points.size() + static_cast<std::size_t>(degree) + 1; ++k) {
+      knots.push_back(knot += step(random) * (k % 5 == 0 ? 0.01 : 1.0));
+    }
+    splines.emplace_back(degree, points, knots);
+  }
+  return splines;
+}
+
+TEST(CubicPoints, AreThoseOfTheSpline) {
+  for (const Spline& spline : someSplines()) {
+    CubicPoints points(spline);
+    EXPECT_LE(points.size(), 100.0);
+    for (int i = 0; i <= 100; ++i) {
+      const double t = spline.first() + (spline.last() - spline.first()) * i / 100.0;
+      // At a knot with a jump either side may be meant.
+      const Point before = spline.sample(t, Side::kBefore).at;
+      const Point after = spline.sample(t, Side::kAfter).at;
+      EXPECT_LT(std::min(distance(points.at(t), before), distance(points.at(t), after)), 1e-10);
+    }
+  }
+}
+
+TEST(CubicPoints, LeaveThePathAsItIs) {
+  for (const Spline& spline : someSplines()) {
+    const Curve curve = [&](double t, Side side) { return spline.sample(t, side); };
+    Path sampled;
+    appendBiarcs(curve, spline.cuts(), spline.checks(), kFine, sampled);
+    closeWhereEndsMeet(sampled, kFine.resolution);
+    EXPECT_EQ(splinePath(spline, kFine).path, sampled);
+  }
+}
+
+TEST(EllipsePath, PointsByTurnsLeaveThePathAsItIs) {
+  std::mt19937 random(3);
+  std::uniform_real_distribution<double> size(0.01, 100.0);
+  for (int i = 0; i < 200; ++i) {
+    const Ellipse ellipse{{size(random), size(random)}, {size(random), 0.0}, {0.0, size(random)}};
+    const std::array<double, 5> cuts{0.0, 90.0, 180.0, 270.0, 360.0};
+    const Curve curve = [&](double t, Side) -> CurveSample {
+      const Point way = unitVector(t);
+      return {ellipse.centre + ellipse.u * way.x + ellipse.v * way.y,
+              ellipse.v * way.x - ellipse.u * way.y};
+    };
+    Path sampled;
+    appendBiarcs(curve, cuts, {}, kFine, sampled);
+    sampled.vertices.pop_back();
+    sampled.closed = true;
+    EXPECT_EQ(ellipsePath(ellipse, kFine).path, sampled);
+  }
+}
+
+}  // namespace
+}  // namespace quillon::geometry

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QImage>
+#include <QPixmap>
+#include <QString>
+#include <QWidget>
+
+namespace quillon::windows {
+
+/// Writes what a window shows, as PNG; whether it could. Packed well, the pictures would take
+/// longer than the windows.
+inline bool savePicture(QWidget& window, const QString& path) {
+  constexpr int kLightlyPacked = 80;
+  const QImage seen = window.grab().toImage().convertToFormat(QImage::Format_RGB888);
+  return seen.save(path, "PNG", kLightlyPacked);
+}
+
+}  // namespace quillon::windows
