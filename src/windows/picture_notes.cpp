@@ -18,7 +18,7 @@ namespace {
 using geometry::Point;
 
 /// Pixels between a note and the edge.
-constexpr double kMargin = 10.0;
+constexpr double kNoteMargin = 10.0;
 
 }  // namespace
 
@@ -101,10 +101,10 @@ void PictureNotes::putLabel(QPointF at, const QString& text, preview::Colour col
 
 void PictureNotes::putScaleBar() {
   constexpr double kTick = 4.0;
-  if (size_.width() < 8.0 * kMargin) return;
+  if (size_.width() < 8.0 * kNoteMargin) return;
   const double length = preview::scaleBarLength(size_.width() / plane_.scale);
-  const double y = std::floor(size_.height() - kMargin) - 0.5;
-  const double left = kMargin + 0.5;
+  const double y = std::floor(size_.height() - kNoteMargin) - 0.5;
+  const double left = kNoteMargin + 0.5;
   const double right = left + std::round(length * plane_.scale);
   const preview::Colour colour = preview::noteColour(theme_);
   putLabel({left + 2.0, y - kTick - 3.0}, lengthText(length), colour);
@@ -128,10 +128,10 @@ void PictureNotes::putMeasure(const PictureMeasure& measure) {
       metrics.boundingRect(QRectF(0.0, 0.0, 1000.0, 1000.0), Qt::AlignLeft, text).size();
   // Beside the end, as far as there is room.
   const QPointF end = pixel(*measure.to);
-  const double x = std::clamp(end.x() + kMargin, kMargin,
-                              std::max(size_.width() - box.width() - kMargin, kMargin));
-  const double y = std::clamp(end.y() - kMargin, box.height() + kMargin,
-                              std::max(size_.height() - kMargin, box.height() + kMargin));
+  const double x = std::clamp(end.x() + kNoteMargin, kNoteMargin,
+                              std::max(size_.width() - box.width() - kNoteMargin, kNoteMargin));
+  const double y = std::clamp(end.y() - kNoteMargin, box.height() + kNoteMargin,
+                              std::max(size_.height() - kNoteMargin, box.height() + kNoteMargin));
   putLabel({x, y}, text, colour);
 }
 

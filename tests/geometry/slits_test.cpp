@@ -36,7 +36,9 @@ Region randomRegion(std::mt19937& random, int columns, int rows) {
   for (int x = 0; x < columns; ++x) {
     for (int y = 0; y < rows; ++y) {
       const Point centre{10.0 * x + 5 + shift(random), 10.0 * y + 5 + shift(random)};
-      Path hole = randomStar(random, centre, radius(random), corners(random));
+      // One after the other, so that every compiler makes the same holes.
+      const int count = corners(random);
+      Path hole = randomStar(random, centre, radius(random), count);
       region.holes.push_back(isCounterClockwise(hole) ? reversed(hole) : hole);
     }
   }

@@ -70,7 +70,7 @@ TEST_F(ErrorWindowTest, ShowsTheErrorAndHowItWasReached) {
 TEST_F(ErrorWindowTest, HasItsGermanCaptionsInBothLanguages) {
   for (const int language : {texts::kGerman, texts::kEnglish}) {
     context.LanguageOffset = language;
-    fail([this](ErrorWindow& window) {
+    fail([](ErrorWindow& window) {
       EXPECT_EQ(find<QGroupBox>(window, "framProtocol").title(), "Fehlerprotokoll ...");
       EXPECT_EQ(find<QGroupBox>(window, "framContinue").title(), "Weiterer Programmablauf...");
       const std::array<std::pair<const char*, const char*>, 7> captions = {

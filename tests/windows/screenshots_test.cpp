@@ -100,7 +100,7 @@ TEST_P(ScreenshotTest, MainWindowWithAPreview) {
   window.setDrawing(QUILLON_EXAMPLES "/lid.dxf");
   const auto known = [&window] { return window.isPreviewCurrent(); };
   ASSERT_TRUE(QTest::qWaitFor(known, 10000 * testing::patience()));
-  const auto sharp = [&window, this] { return find<PictureView>(window, "picView").isSharp(); };
+  const auto sharp = [&window] { return find<PictureView>(window, "picView").isSharp(); };
   EXPECT_TRUE(QTest::qWaitFor(sharp, 10000 * testing::patience()));
   shoot(window);
   window.setObjectName("frmDXF-differences");
