@@ -62,15 +62,18 @@ class Preparation {
     }
     fs::path path =
         job_.literalPaths ? files::toPath(job_.dxfFile) : files::findExisting(job_.dxfFile);
-    if (job_.dxfFile.empty() || !files::namesFile(path)) {
+    const auto isThere = [&] { return !job_.dxfFile.empty() && files::namesFile(path); };
+    bool there = isThere();
+    if (!there) {
       const texts::Texts& texts = conversion_.texts;
       const std::string chosen =
           host_.chooseDxfFile({std::string(texts(TextId::DrawingDialogTitle)),
                                std::string(texts(TextId::DrawingFiles)), "*.*", job_.dxfFile});
       if (!chosen.empty()) path = files::findExisting(job_.dxfFile = chosen);
+      there = isThere();
     }
     found = files::fromPath(path);
-    if (!job_.dxfFile.empty() && files::namesFile(path)) return;
+    if (there) return;
     const int reason = files::namesFolder(path) ? EISDIR : ENOENT;
     conversion_.refuse(messages_.drawingMissing(job_.dxfFile, reasonText(reason)));
   }

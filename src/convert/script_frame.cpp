@@ -63,6 +63,7 @@ std::string_view defaultFrameText() {
 }
 
 ScriptFrame loadFrame(const FrameSource& source) {
+  if (source.path.empty() && !source.mustExist) return parseFrame(defaultFrameText());
   if (files::namesFile(files::findExisting(source.path)))
     return parseFrame(files::readFile(source.path));
   if (source.mustExist)

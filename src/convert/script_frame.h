@@ -22,7 +22,7 @@ std::string_view defaultFrameText();
 
 /// Where the frame comes from.
 struct FrameSource {
-  std::string path;        ///< the frame file
+  std::string path;        ///< the frame file; "" for none
   bool mustExist = false;  ///< fail when the file is missing
   bool create = false;     ///< create a missing file with the defaults
 };

@@ -15,10 +15,10 @@
 #include "errors/crash.h"
 #include "errors/crash_protocol.h"
 
-// musl has no backtrace().
+// Only glibc tells where a module was loaded to.
 #if defined(__GLIBC__)
-#include <execinfo.h>
 #include <link.h>
+#include <unwind.h>
 #define QUILLON_BACKTRACE
 #endif
 
@@ -98,18 +98,27 @@ void writeFrame(BacktraceWriter& out, const void* address) {
   out.frame(info.dli_fname, place - static_cast<const link_map*>(map)->l_addr);
 }
 
-void writeBacktrace(ProtocolSink& sink) {
-  std::array<void*, kMostFrames> frames{};
-  const int count = ::backtrace(frames.data(), static_cast<int>(frames.size()));
-  BacktraceWriter out(sink);
-  for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) writeFrame(out, frames[i]);
-  out.end();
+struct Frames {
+  std::array<const void*, kMostFrames> addresses{};
+  std::size_t count = 0;
+};
+
+_Unwind_Reason_Code addFrame(_Unwind_Context* context, void* to) {
+  auto& frames = *static_cast<Frames*>(to);
+  if (frames.count == frames.addresses.size()) return _URC_END_OF_STACK;
+  frames.addresses[frames.count++] = reinterpret_cast<const void*>(_Unwind_GetIP(context));
+  return _URC_NO_REASON;
 }
 
-/// The first call loads a library and takes memory, which the handler of a crash may not.
-void prepareBacktrace() {
-  std::array<void*, 1> frame{};
-  ::backtrace(frame.data(), static_cast<int>(frame.size()));
+/// By the unwinder that exceptions use, which is in the program already. backtrace() would load it
+/// as a library of its own, which the handler of a crash may not, and which takes as long as the
+/// conversion of a small drawing where it is done beforehand.
+void writeBacktrace(ProtocolSink& sink) {
+  Frames frames;
+  _Unwind_Backtrace(addFrame, &frames);
+  BacktraceWriter out(sink);
+  for (std::size_t i = 0; i < frames.count; ++i) writeFrame(out, frames.addresses[i]);
+  out.end();
 }
 
 #else
@@ -119,8 +128,6 @@ void writeBacktrace(ProtocolSink& sink) {
   out.unknown();
   out.end();
 }
-
-void prepareBacktrace() {}
 
 #endif
 
@@ -163,7 +170,6 @@ void setHandlers(bool on) {
 // An exception that nobody traps ends in an abort, whose signal is reported.
 CrashReporting::CrashReporting(FaultScribe& faults, std::string notice)
     : state_(std::make_unique<State>(faults, std::move(notice))) {
-  prepareBacktrace();
   present.store(state_.get());
   setHandlers(true);
 }

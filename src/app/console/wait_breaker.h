@@ -57,6 +57,8 @@ class Waker {
 
   void run(const std::stop_token& stop) {
     while (!interrupted() && !stop.stop_requested()) System::waitForInterrupt();
+    // Waiting would cost this thread a heap of its own, of which most runs never make use.
+    if (stop.stop_requested()) return;
     for (auto pause = kFirstPause;; pause = kPause) {
       std::unique_lock lock(mutex_);
       ended_.wait_for(lock, stop, pause, [] { return false; });

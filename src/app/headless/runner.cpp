@@ -56,6 +56,20 @@ std::string checkLayerFile(const std::string& path) {
   return {};
 }
 
+/// The frame file that was asked for; else the one of the program, which is looked for once,
+/// however many drawings there are.
+convert::FrameSource frameOf(const Options& options) {
+  convert::FrameSource frame;
+  frame.mustExist = options.frame.has_value();
+  if (options.frame) {
+    frame.path = *options.frame;
+  } else {
+    const std::string own = files::fromPath(files::frameFilePath());
+    if (files::namesFile(files::findExisting(own))) frame.path = own;
+  }
+  return frame;
+}
+
 /// The output of one conversion, held back until earlier ones have printed.
 struct Printed {
   std::string error;
@@ -65,16 +79,18 @@ struct Printed {
 class Runner {
  public:
   Runner(const Options& options, Plan plan, console::Console& console, errors::FaultScribe& faults,
-         const ConvertDrawing& convert)
+         const ConvertDrawing& convert, console::WaitBreaker& breaker)
       : options_(options),
         plan_(std::move(plan)),
         texts_(options.languageOffset),
         console_(console),
         faults_(faults),
-        convert_(convert) {}
+        convert_(convert),
+        breaker_(breaker),
+        frame_(frameOf(options)) {}
 
+  /// Called by a thread that is part of the breaker already.
   int run() {
-    const console::WaitBreaker::Part waits(breaker_);
     for (const std::string& folder : plan_.unreadableFolders) {
       console_.printError(problemLine(convert::MessageKind::Error,
                                       texts_(TextId::FolderNotListed, {base::quotable(folder)})));
@@ -89,6 +105,7 @@ class Runner {
                                       texts_(TextId::NotRegularFile, {base::quotable(file)})));
     }
     clearAbandoned();
+    if (plan_.size() > 1) keepFreedMemory();
     convertAll();
     if (skipped_ > 0 && !options_.quiet) {
       console_.printError(texts_(TextId::DrawingsSkipped, {std::to_string(skipped_)}) + "\n");
@@ -224,9 +241,7 @@ class Runner {
   convert::Surroundings surroundingsOf(const PlannedConversion& planned) const {
     convert::Surroundings surroundings;
     surroundings.languageOffset = options_.languageOffset;
-    surroundings.frame.mustExist = options_.frame.has_value();
-    surroundings.frame.path =
-        options_.frame ? *options_.frame : files::fromPath(files::frameFilePath());
+    surroundings.frame = frame_;
     surroundings.refuseWithoutSections = true;
     surroundings.refuseUnreadableFiles = true;
     surroundings.readStandardInput = planned.readStandardInput;
@@ -356,7 +371,8 @@ class Runner {
   console::Console& console_;
   errors::FaultScribe& faults_;
   const ConvertDrawing& convert_;
-  console::WaitBreaker breaker_;
+  console::WaitBreaker& breaker_;
+  convert::FrameSource frame_;
   std::atomic<std::size_t> next_{0};
   std::atomic<std::size_t> converted_{0};
   std::atomic<std::size_t> skipped_{0};
@@ -373,15 +389,12 @@ int run(const Options& options, console::Console& console, errors::FaultScribe& 
         const ConvertDrawing& convert) {
   const std::string wrongLayer = checkLayerFile(options.job.layerFile);
   if (!wrongLayer.empty()) return usageError(wrongLayer);
-  Plan plan;
-  {
-    console::WaitBreaker breaker;
-    const console::WaitBreaker::Part waits(breaker);
-    plan = makePlan(options);
-  }
+  console::WaitBreaker breaker;
+  const console::WaitBreaker::Part waits(breaker);
+  Plan plan = makePlan(options);
   if (interrupted()) return kCancelled;
   if (!plan.usageError.empty()) return usageError(plan.usageError);
-  return Runner(options, std::move(plan), console, faults, convert).run();
+  return Runner(options, std::move(plan), console, faults, convert, breaker).run();
 }
 
 int run(const Options& options) {
