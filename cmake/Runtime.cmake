@@ -5,9 +5,10 @@ option(QUILLON_OWN_RUNTIME "Link the C++ library into quillon-convert, where tha
 
 # quillon_own_runtime(<target>)
 function(quillon_own_runtime target)
-  # Sanitizers replace functions of the library, and some systems lack it for static linking.
+  # Sanitizers replace functions of the library, some systems lack it for static linking, and a program
+  # that is static as a whole would be no longer.
   if(NOT QUILLON_OWN_RUNTIME OR NOT CMAKE_SYSTEM_NAME STREQUAL "Linux" OR QUILLON_SANITIZE
-      OR QUILLON_LIBCXX)
+      OR QUILLON_LIBCXX OR CMAKE_EXE_LINKER_FLAGS MATCHES "-static")
     return()
   endif()
   include(CheckCXXSourceCompiles)
