@@ -13,8 +13,7 @@ namespace quillon::classic {
 
 using geometry::cosine;
 using geometry::normaliseAngle;
-using geometry::rotateX;
-using geometry::rotateY;
+using geometry::rotatePoint;
 using geometry::sine;
 
 namespace {
@@ -71,15 +70,9 @@ void mirrorAngles(double& startAngle, double& endAngle) {
 
 /// Centre scaled, rotated and moved.
 Point placeCentre(double cx, double cy, const Placement& placement) {
-  double x = cx * placement.scaleX;
-  double y = cy * placement.scaleY;
-  if (placement.rotation != 0.0) {
-    const double rotatedX = rotateX(x, y, placement.rotation);
-    const double rotatedY = rotateY(x, y, placement.rotation);
-    x = rotatedX;
-    y = rotatedY;
-  }
-  return {x + placement.dx, y + placement.dy};
+  Point centre{cx * placement.scaleX, cy * placement.scaleY};
+  if (placement.rotation != 0.0) centre = rotatePoint(centre.x, centre.y, placement.rotation);
+  return {centre.x + placement.dx, centre.y + placement.dy};
 }
 
 /// A placement that leaves no ellipse of a circle or an arc.
@@ -101,8 +94,9 @@ void writeAsEllipse(Context& context, double cx, double cy, double r, double sta
                      .startParam = startParam,
                      .endParam = endParam};
   if (placement.rotation != 0.0) {
-    ellipse.majorX = rotateX(major, 0.0, placement.rotation);
-    ellipse.majorY = rotateY(major, 0.0, placement.rotation);
+    const Point turned = rotatePoint(major, 0.0, placement.rotation);
+    ellipse.majorX = turned.x;
+    ellipse.majorY = turned.y;
   }
   writeEllipse(context, ellipse, kEllipseSegments, layer, dashes);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "base/layer_number.h"
 #include "dxf/drawing.h"
 #include "eagle/commands.h"
@@ -45,6 +47,9 @@ struct Context {
   const eagle::DrawingArea& area;
   Settings settings;
   rules::CancelPoll& cancelled;
+  /// Cosine and sine of the parameters at which ellipses from 0 on have their points; empty before
+  /// the first of them.
+  std::vector<Point> ellipseSteps{};
 };
 
 }  // namespace quillon::classic

@@ -1,5 +1,7 @@
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "base/run_time_error.h"
 #include "classic/curves.h"
@@ -36,11 +38,11 @@ class AxisForm {
         major_(ellipse.majorX, ellipse.majorY),
         minor_(major_.length * ellipse.ratio) {}
 
-  void pointAt(double t, double& x, double& y) const {
-    const SignedPolar flat(major_.length * cosine(t), minor_ * sine(t));
+  /// By cosine and sine of the parameter.
+  Point pointAt(Point unit) const {
+    const SignedPolar flat(major_.length * unit.x, minor_ * unit.y);
     const double angle = flat.angle + major_.angle;
-    x = cx_ + flat.length * cosine(angle);
-    y = cy_ + flat.length * sine(angle);
+    return {cx_ + flat.length * cosine(angle), cy_ + flat.length * sine(angle)};
   }
 
  private:
@@ -49,6 +51,19 @@ class AxisForm {
   SignedPolar major_;
   double minor_;
 };
+
+Point unitAt(double parameter) { return {cosine(parameter), sine(parameter)}; }
+
+double stepOf(int segments) { return kPi / (2.0 * segments); }
+
+/// The steps of ellipses that start at 0, which nearly all do, once and for all.
+const std::vector<Point>& stepsFromZero(Context& context) {
+  std::vector<Point>& steps = context.ellipseSteps;
+  for (int i = 0; steps.size() < 4 * kEllipseSegments; ++i) {
+    steps.push_back(unitAt(i * stepOf(kEllipseSegments)));
+  }
+  return steps;
+}
 
 }  // namespace
 
@@ -60,30 +75,28 @@ void writeEllipse(Context& context, const EllipseArc& ellipse, int segments, int
   }
   constexpr double kParameterTolerance = 1e-9;
   const AxisForm axes(ellipse);
-  const double step = kPi / (2.0 * segments);
+  const double step = stepOf(segments);
   const double end = ellipse.endParam;
   const double start = end < ellipse.startParam ? ellipse.startParam - kTwoPi : ellipse.startParam;
 
   if (!(start < end - kParameterTolerance)) return;  // a single point is not a line
 
-  double lastX = 0.0;
-  double lastY = 0.0;
-  axes.pointAt(start, lastX, lastY);
-  const auto lineTo = [&](double t) {
-    double x = 0.0;
-    double y = 0.0;
-    axes.pointAt(t, x, y);
-    writeLine(context, lastX, lastY, x, y, layer, dashes, 0.0);
-    lastX = x;
-    lastY = y;
+  const std::vector<Point> none;
+  const bool hasSteps = start == 0.0 && segments == kEllipseSegments;
+  const std::vector<Point>& steps = hasSteps ? stepsFromZero(context) : none;
+  Point last = axes.pointAt(unitAt(start));
+  const auto lineTo = [&](Point unit) {
+    const Point next = axes.pointAt(unit);
+    writeLine(context, last.x, last.y, next.x, next.y, layer, dashes, 0.0);
+    last = next;
   };
   for (std::uint64_t i = 1;; ++i) {
     const double t = start + static_cast<double>(i) * step;
     if (!(t < end - kParameterTolerance)) break;
     if (context.cancelled()) return;
-    lineTo(t);
+    lineTo(i < steps.size() ? steps[static_cast<std::size_t>(i)] : unitAt(t));
   }
-  lineTo(end);
+  lineTo(unitAt(end));
 }
 
 }  // namespace quillon::classic

@@ -16,7 +16,6 @@
 #include "dxf/polyline_values.h"
 #include "dxf/polyline_vertices.h"
 #include "dxf/spline_points.h"
-#include "geometry/uniform_spline.h"
 
 namespace quillon::classic {
 
@@ -286,14 +285,15 @@ void Translator::spline(const DxfEntity& entity, const Placement& placement) {
   const DashPattern* const dashes = dashesOf(entity);
   Point last;
   bool first = true;
-  geometry::evaluateSpline(
-      controlPoints, splineOrder(upperBound), splineSamples(upperBound), [&](Point sample) {
-        const Point next = placePoint(sample.x, sample.y, mirror, placement);
-        if (!first) writeLine(context_, last.x, last.y, next.x, next.y, layer, dashes, 0.0);
-        first = false;
-        last = next;
-        return !context_.cancelled();
-      });
+  splines_.evaluate(controlPoints, splineOrder(upperBound), splineSamples(upperBound),
+                    [&](Point sample) {
+                      const Point next = placePoint(sample.x, sample.y, mirror, placement);
+                      if (!first)
+                        writeLine(context_, last.x, last.y, next.x, next.y, layer, dashes, 0.0);
+                      first = false;
+                      last = next;
+                      return !context_.cancelled();
+                    });
 }
 
 void Translator::text(const DxfEntity& entity, const Placement& placement) {

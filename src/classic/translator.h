@@ -11,6 +11,7 @@
 #include "classic/loss_notes.h"
 #include "classic/polyline_writer.h"
 #include "dxf/entity_reader.h"
+#include "geometry/uniform_spline.h"
 #include "rules/translation.h"
 
 namespace quillon::classic {
@@ -108,6 +109,7 @@ class Translator final : public rules::Translation {
   dxf::EntityReader reader_;
   DashPatterns dashPatterns_;
   PolylineWriter polyline_;
+  geometry::UniformSplines splines_;
   bool isOblique_ = false;  ///< the entity whose mirror was asked for last
   LossNotes losses_;
   PolylineLosses polylineLosses_{losses_};

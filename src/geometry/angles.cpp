@@ -15,12 +15,10 @@ double polarAngle(double x, double y) {
   return y < 0.0 ? angle + kTwoPi : angle;
 }
 
-double rotateX(double x, double y, double rotation) {
-  return std::sqrt(x * x + y * y) * cosine(polarAngle(x, y) + rotation);
-}
-
-double rotateY(double x, double y, double rotation) {
-  return std::sqrt(x * x + y * y) * sine(polarAngle(x, y) + rotation);
+Point rotatePoint(double x, double y, double rotation) {
+  const double length = std::sqrt(x * x + y * y);
+  const double angle = polarAngle(x, y) + rotation;
+  return {length * cosine(angle), length * sine(angle)};
 }
 
 double normaliseAngle(double degrees) {

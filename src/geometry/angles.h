@@ -1,5 +1,7 @@
 #pragma once
 
+#include "geometry/point.h"
+
 namespace quillon::geometry {
 
 /// Pi as all scripts have been calculated with; not the nearest double.
@@ -12,8 +14,7 @@ inline double radians(double degrees) { return degrees * kPi / 180.0; }
 double polarAngle(double x, double y);
 
 /// A point rotated about the origin by `rotation` radians, via polar coordinates.
-double rotateX(double x, double y, double rotation);
-double rotateY(double x, double y, double rotation);
+Point rotatePoint(double x, double y, double rotation);
 
 /// An angle in degrees reduced to -360..360 by whole turns (720 gives 360).
 double normaliseAngle(double degrees);

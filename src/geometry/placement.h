@@ -25,7 +25,7 @@ inline Point turnPoint(double x, double y, const Mirror& mirror, const Placement
   x = x * mirror.x * placement.scaleX;
   y = y * mirror.y * placement.scaleY;
   if (placement.rotation == 0.0) return {x, y};
-  return {rotateX(x, y, placement.rotation), rotateY(x, y, placement.rotation)};
+  return rotatePoint(x, y, placement.rotation);
 }
 
 /// A placed point: mirrored, scaled, rotated and moved, in this order.

@@ -6,8 +6,11 @@ namespace quillon::geometry {
 /// where its error stays close to half an ulp. Windows' library is less accurate near multiples of
 /// pi, so Windows uses the rounded functions instead. Scripts of both systems then differ only
 /// where the C library rounds the other way: one result in a thousand, by one ulp.
-double sine(double x);
-double cosine(double x);
-double arcTangent(double x);
+///
+/// They are never inlined: where a compiler sees sine and cosine of one angle together, it calls a
+/// function that gives both, and other last digits.
+[[gnu::noinline]] double sine(double x);
+[[gnu::noinline]] double cosine(double x);
+[[gnu::noinline]] double arcTangent(double x);
 
 }  // namespace quillon::geometry

@@ -1,8 +1,43 @@
 #include "geometry/uniform_spline.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quillon::geometry {
+namespace {
+
+/// The sum of `count` points times their shares.
+Point blend(const Point* points, const double* shares, std::size_t count) {
+  Point sum;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (shares[i] == 0.0) continue;  // a point without a share may be infinite
+    sum.x += shares[i] * points[i].x;
+    sum.y += shares[i] * points[i].y;
+  }
+  return sum;
+}
+
+/// The basis at evenly spaced parameters.
+class SampledBasis {
+ public:
+  SampledBasis(std::size_t count, std::size_t order, std::size_t samples)
+      : basis_(count, order),
+        samples_(samples),
+        step_(basis_.lastKnot() / static_cast<double>(samples - 1)) {}
+
+  const SplineBasis& at(std::size_t sample) {
+    const bool isLast = sample + 1 == samples_;
+    basis_.evaluate(isLast ? basis_.lastKnot() : static_cast<double>(sample) * step_);
+    return basis_;
+  }
+
+ private:
+  SplineBasis basis_;
+  std::size_t samples_;
+  double step_;
+};
+
+}  // namespace
 
 SplineBasis::SplineBasis(std::size_t count, std::size_t order)
     : count_(count),
@@ -43,20 +78,35 @@ void SplineBasis::evaluate(double t) {
   }
 }
 
-void evaluateSpline(const std::vector<Point>& controlPoints, std::size_t order, std::size_t samples,
-                    const std::function<bool(Point)>& visit) {
-  SplineBasis basis(controlPoints.size(), order);
-  const double step = basis.lastKnot() / static_cast<double>(samples - 1);
+const UniformSplines::Shares& UniformSplines::sharesOf(std::size_t count, std::size_t order,
+                                                       std::size_t samples) {
+  Shares& kept = kept_[count];
+  if (kept.order == order && kept.samples == samples) return kept;
+  Shares shares{order, samples, {}, {}};
+  SampledBasis basis(count, order, samples);
   for (std::size_t i = 0; i < samples; ++i) {
-    basis.evaluate(i + 1 == samples ? basis.lastKnot() : static_cast<double>(i) * step);
-    Point point;
-    for (std::size_t j = 0; j < order; ++j) {
-      const double value = basis.values()[j];
-      if (value == 0.0) continue;
-      point.x += value * controlPoints[basis.first() + j].x;
-      point.y += value * controlPoints[basis.first() + j].y;
+    const SplineBasis& at = basis.at(i);
+    shares.firsts.push_back(at.first());
+    shares.values.insert(shares.values.end(), at.values().begin(), at.values().end());
+  }
+  kept = std::move(shares);
+  return kept;
+}
+
+void UniformSplines::evaluate(const std::vector<Point>& controlPoints, std::size_t order,
+                              std::size_t samples, const std::function<bool(Point)>& visit) {
+  const std::size_t count = controlPoints.size();
+  if (count > kMostKept) {
+    SampledBasis basis(count, order, samples);
+    for (std::size_t i = 0; i < samples; ++i) {
+      const SplineBasis& at = basis.at(i);
+      if (!visit(blend(&controlPoints[at.first()], at.values().data(), order))) return;
     }
-    if (!visit(point)) return;
+    return;
+  }
+  const Shares& shares = sharesOf(count, order, samples);
+  for (std::size_t i = 0; i < samples; ++i) {
+    if (!visit(blend(&controlPoints[shares.firsts[i]], &shares.values[i * order], order))) return;
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <vector>
@@ -32,9 +33,29 @@ class SplineBasis {
   std::vector<double> values_;
 };
 
-/// Visits `samples` points of the B-spline of this order, evenly spaced in the parameter, from the
-/// first control point to the last. Stops when `visit` returns false.
-void evaluateSpline(const std::vector<Point>& controlPoints, std::size_t order, std::size_t samples,
-                    const std::function<bool(Point)>& visit);
+/// Draws open uniform B-splines by points. Those with the same few control points in number share
+/// what does not depend on where the points are, which is kept.
+class UniformSplines {
+ public:
+  /// Visits `samples` points of the B-spline of this order, evenly spaced in the parameter, from
+  /// the first control point to the last. Stops when `visit` returns false.
+  void evaluate(const std::vector<Point>& controlPoints, std::size_t order, std::size_t samples,
+                const std::function<bool(Point)>& visit);
+
+ private:
+  /// Splines of more control points than this are rare, and would take up much memory.
+  static constexpr std::size_t kMostKept = 32;
+
+  /// The shares that control points have in each sample.
+  struct Shares {
+    std::size_t order = 0;
+    std::size_t samples = 0;
+    std::vector<std::size_t> firsts;  ///< by sample: the first control point that has any
+    std::vector<double> values;       ///< of it and the following ones, `order` for each sample
+  };
+  const Shares& sharesOf(std::size_t count, std::size_t order, std::size_t samples);
+
+  std::array<Shares, kMostKept + 1> kept_;  ///< by number of control points
+};
 
 }  // namespace quillon::geometry

@@ -221,6 +221,26 @@ TEST(WriteEllipse, TakesMoreThanOneTurnAsItIs) {
   EXPECT_EQ(countOf("Wire", ellipse.script), 192U);
 }
 
+TEST(WriteEllipse, HasTheSamePointsInASecondTurnAndFromAnotherStart) {
+  ScriptCapture capture;
+  for (const double start : {0.0, -0.0, 0.25, -3.0, 1e-300}) {
+    const EllipseArc shape{
+        .majorX = 5, .majorY = 2, .ratio = 0.3, .startParam = start, .endParam = start + 13.0};
+    writeEllipse(capture.context, shape, kEllipseSegments, 7, nullptr);
+    const std::string script = capture.take();
+    std::string expected;
+    std::string last = pointText(capture, shape, start);
+    for (int piece = 1; piece <= 265; ++piece) {
+      const double t = piece == 265 ? start + 13.0 : start + piece * (kPi / 64.0);
+      const std::string next = pointText(capture, shape, t);
+      expected.append("Layer  7 ;\nWire 0.0000000 ").append(last).append(" ").append(next);
+      expected += ";\n";
+      last = next;
+    }
+    EXPECT_EQ(script, expected) << start;
+  }
+}
+
 TEST(WriteEllipse, HasFourPiecesForEverySegmentOfAFullTurn) {
   const Ellipse ellipse({.cx = 1, .majorX = 5, .majorY = 0}, 1);
   EXPECT_EQ(layoutOf(ellipse.script), repeated(kLayerWire, 4));

@@ -34,12 +34,12 @@ TEST(PolarAngle, IsTheArcTangentCorrectedByQuadrant) {
 }
 
 TEST(Rotation, TurnsCounterClockwiseAboutTheOrigin) {
-  EXPECT_NEAR(rotateX(2.0, 0.0, kPi / 2.0), 0.0, 1e-12);
-  EXPECT_NEAR(rotateY(2.0, 0.0, kPi / 2.0), 2.0, 1e-12);
-  EXPECT_NEAR(rotateX(3.0, 4.0, kPi / 2.0), -4.0, 1e-12);
-  EXPECT_NEAR(rotateY(3.0, 4.0, kPi / 2.0), 3.0, 1e-12);
-  EXPECT_NEAR(rotateX(3.0, 4.0, -kPi / 2.0), 4.0, 1e-12);
-  EXPECT_NEAR(rotateY(3.0, 4.0, -kPi / 2.0), -3.0, 1e-12);
+  EXPECT_NEAR(rotatePoint(2.0, 0.0, kPi / 2.0).x, 0.0, 1e-12);
+  EXPECT_NEAR(rotatePoint(2.0, 0.0, kPi / 2.0).y, 2.0, 1e-12);
+  EXPECT_NEAR(rotatePoint(3.0, 4.0, kPi / 2.0).x, -4.0, 1e-12);
+  EXPECT_NEAR(rotatePoint(3.0, 4.0, kPi / 2.0).y, 3.0, 1e-12);
+  EXPECT_NEAR(rotatePoint(3.0, 4.0, -kPi / 2.0).x, 4.0, 1e-12);
+  EXPECT_NEAR(rotatePoint(3.0, 4.0, -kPi / 2.0).y, -3.0, 1e-12);
 }
 
 TEST(Rotation, AgreesWithTheRotationMatrixInEveryQuadrant) {
@@ -48,16 +48,16 @@ TEST(Rotation, AgreesWithTheRotationMatrixInEveryQuadrant) {
       for (const double turn : {-5.0, -1.0, 0.3, 2.0, 6.28318530717958}) {
         const double c = std::cos(turn);
         const double s = std::sin(turn);
-        EXPECT_NEAR(rotateX(x, y, turn), x * c - y * s, 1e-11);
-        EXPECT_NEAR(rotateY(x, y, turn), x * s + y * c, 1e-11);
+        EXPECT_NEAR(rotatePoint(x, y, turn).x, x * c - y * s, 1e-11);
+        EXPECT_NEAR(rotatePoint(x, y, turn).y, x * s + y * c, 1e-11);
       }
     }
   }
 }
 
 TEST(Rotation, LeavesTheOriginWhereItIs) {
-  EXPECT_EQ(rotateX(0.0, 0.0, 1.0), 0.0);
-  EXPECT_EQ(rotateY(0.0, 0.0, 1.0), 0.0);
+  EXPECT_EQ(rotatePoint(0.0, 0.0, 1.0).x, 0.0);
+  EXPECT_EQ(rotatePoint(0.0, 0.0, 1.0).y, 0.0);
 }
 
 TEST(NormaliseAngle, LeavesAnglesOfUpToOneTurnAlone) {

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
 #include "geometry/naive_spline.h"
 #include "geometry/path_samples.h"
+#include "support/infinity.h"
 
 namespace quillon::geometry {
 namespace {
@@ -15,14 +17,20 @@ using testing::naiveBasis;
 using testing::naiveSpline;
 using testing::openUniformKnots;
 
-std::vector<Point> evaluate(const std::vector<Point>& controlPoints, std::size_t order,
-                            std::size_t samples) {
+std::vector<Point> evaluate(UniformSplines& splines, const std::vector<Point>& controlPoints,
+                            std::size_t order, std::size_t samples) {
   std::vector<Point> points;
-  evaluateSpline(controlPoints, order, samples, [&points](Point point) {
+  splines.evaluate(controlPoints, order, samples, [&points](Point point) {
     points.push_back(point);
     return true;
   });
   return points;
+}
+
+std::vector<Point> evaluate(const std::vector<Point>& controlPoints, std::size_t order,
+                            std::size_t samples) {
+  UniformSplines splines;
+  return evaluate(splines, controlPoints, order, samples);
 }
 
 void expectSame(const std::vector<Point>& points, const std::vector<Point>& expected) {
@@ -39,7 +47,7 @@ struct SplineCase {
   std::size_t order;
 };
 
-TEST(EvaluateSpline, AgreesWithThePlainRecursion) {
+TEST(UniformSplines, AgreesWithThePlainRecursion) {
   for (const auto& [count, order] :
        {SplineCase{2, 2}, {3, 3}, {4, 4}, {6, 6}, {9, 9}, {14, 14}, {15, 7}, {21, 7}, {40, 7}}) {
     const std::vector<Point> controlPoints = randomPoints(count, 100.0);
@@ -48,7 +56,7 @@ TEST(EvaluateSpline, AgreesWithThePlainRecursion) {
   }
 }
 
-TEST(EvaluateSpline, AgreesWithThePlainRecursionForOrdersBelowTheNumberOfPoints) {
+TEST(UniformSplines, AgreesWithThePlainRecursionForOrdersBelowTheNumberOfPoints) {
   for (std::size_t order = 2; order <= 7; ++order) {
     for (std::size_t count = order; count <= 12; ++count) {
       const std::vector<Point> controlPoints = randomPoints(count, 100.0);
@@ -57,13 +65,13 @@ TEST(EvaluateSpline, AgreesWithThePlainRecursionForOrdersBelowTheNumberOfPoints)
   }
 }
 
-TEST(EvaluateSpline, GivesTheNumberOfSamplesAskedFor) {
+TEST(UniformSplines, GivesTheNumberOfSamplesAskedFor) {
   for (const std::size_t samples : {2U, 3U, 10U, 199U}) {
     EXPECT_EQ(evaluate(randomPoints(5, 100.0), 4, samples).size(), samples);
   }
 }
 
-TEST(EvaluateSpline, StartsAndEndsExactlyOnTheFirstAndLastControlPoint) {
+TEST(UniformSplines, StartsAndEndsExactlyOnTheFirstAndLastControlPoint) {
   for (const auto& [count, order] : {SplineCase{2, 2}, {6, 6}, {14, 14}, {15, 7}, {100, 7}}) {
     const std::vector<Point> controlPoints = randomPoints(count, 100.0);
     const std::vector<Point> points = evaluate(controlPoints, order, (count - 1) * 10);
@@ -74,7 +82,7 @@ TEST(EvaluateSpline, StartsAndEndsExactlyOnTheFirstAndLastControlPoint) {
   }
 }
 
-TEST(EvaluateSpline, OfTwoPointsRunsEvenlyAlongTheLine) {
+TEST(UniformSplines, OfTwoPointsRunsEvenlyAlongTheLine) {
   const std::vector<Point> points = evaluate({{1, 2}, {10, 20}}, 2, 10);
   ASSERT_EQ(points.size(), 10U);
   for (std::size_t i = 0; i < 10; ++i) {
@@ -83,7 +91,7 @@ TEST(EvaluateSpline, OfTwoPointsRunsEvenlyAlongTheLine) {
   }
 }
 
-TEST(EvaluateSpline, OfThreePointsIsAParabola) {
+TEST(UniformSplines, OfThreePointsIsAParabola) {
   // (1-t)^2 A + 2t(1-t) B + t^2 C
   const std::vector<Point> points = evaluate({{0, 0}, {1, 2}, {2, 0}}, 3, 5);
   const double y[] = {0.0, 0.75, 1.0, 0.75, 0.0};
@@ -93,7 +101,7 @@ TEST(EvaluateSpline, OfThreePointsIsAParabola) {
   }
 }
 
-TEST(EvaluateSpline, OfOrderTwoRunsThroughEveryControlPoint) {
+TEST(UniformSplines, OfOrderTwoRunsThroughEveryControlPoint) {
   const std::vector<Point> controlPoints = {{0, 0}, {5, 1}, {5, 9}, {-3, 4}};
   const std::vector<Point> points = evaluate(controlPoints, 2, 7);
   for (std::size_t i = 0; i < 4; ++i) {
@@ -104,10 +112,65 @@ TEST(EvaluateSpline, OfOrderTwoRunsThroughEveryControlPoint) {
   EXPECT_NEAR(points[3].y, 5.0, 1e-12);
 }
 
-TEST(EvaluateSpline, StopsWhenItsVisitorSaysSo) {
+TEST(UniformSplines, StopsWhenItsVisitorSaysSo) {
   int visits = 0;
-  evaluateSpline(randomPoints(5, 100.0), 4, 40, [&visits](Point) { return ++visits < 7; });
+  UniformSplines().evaluate(randomPoints(5, 100.0), 4, 40,
+                            [&visits](Point) { return ++visits < 7; });
   EXPECT_EQ(visits, 7);
+}
+
+/// The points as the basis gives them, without anything kept.
+std::vector<Point> pointsByBasis(const std::vector<Point>& controlPoints, std::size_t order,
+                                 std::size_t samples) {
+  SplineBasis basis(controlPoints.size(), order);
+  const double step = basis.lastKnot() / static_cast<double>(samples - 1);
+  std::vector<Point> points;
+  for (std::size_t i = 0; i < samples; ++i) {
+    basis.evaluate(i + 1 == samples ? basis.lastKnot() : static_cast<double>(i) * step);
+    Point point;
+    for (std::size_t j = 0; j < order; ++j) {
+      if (basis.values()[j] == 0.0) continue;
+      point.x += basis.values()[j] * controlPoints[basis.first() + j].x;
+      point.y += basis.values()[j] * controlPoints[basis.first() + j].y;
+    }
+    points.push_back(point);
+  }
+  return points;
+}
+
+TEST(UniformSplines, GiveTheSameToTheBitWhateverTheyHaveKept) {
+  UniformSplines splines;
+  for (int round = 0; round < 3; ++round) {
+    for (std::size_t count = 2; count <= 40; ++count) {
+      const std::size_t order = count <= 14 ? count : 7;
+      const std::size_t samples = 10 * (count - 1);
+      const std::vector<Point> controlPoints = randomPoints(count, 100.0);
+      EXPECT_EQ(evaluate(splines, controlPoints, order, samples),
+                pointsByBasis(controlPoints, order, samples))
+          << count;
+    }
+  }
+}
+
+TEST(UniformSplines, KeepNothingForAnotherOrderOrNumberOfSamples) {
+  UniformSplines splines;
+  const std::vector<Point> controlPoints = randomPoints(9, 100.0);
+  for (const std::size_t order : {4U, 5U, 9U, 4U}) {
+    for (const std::size_t samples : {20U, 21U, 20U}) {
+      EXPECT_EQ(evaluate(splines, controlPoints, order, samples),
+                pointsByBasis(controlPoints, order, samples));
+    }
+  }
+}
+
+TEST(UniformSplines, LeaveOutPointsThatHaveNoShare) {
+  UniformSplines splines;
+  std::vector<Point> controlPoints = randomPoints(9, 100.0);
+  controlPoints.back() = {testing::kInfinity, testing::kInfinity};
+  const std::vector<Point> points = evaluate(splines, controlPoints, 3, 17);
+  EXPECT_TRUE(std::isfinite(points.front().x));
+  EXPECT_TRUE(std::isfinite(points[8].y));
+  EXPECT_EQ(points.back().x, testing::kInfinity);
 }
 
 TEST(SplineBasis, RunsFromZeroToTheNumberOfItsSpans) {
