@@ -23,10 +23,12 @@ inline std::uint64_t loadFewDigits(const char* p, std::size_t count) {
     std::memcpy(&first, p, sizeof first);
     std::memcpy(&last, p + count - sizeof last, sizeof last);
     word = first | std::uint64_t{last} << (8 * (count - sizeof last));
-  } else {
-    for (std::size_t i = 0; i < count; ++i) {
-      word |= std::uint64_t{static_cast<unsigned char>(p[i])} << (8 * i);
-    }
+  } else if (count != 0) {
+    const auto at = [p](std::size_t i) {
+      return std::uint64_t{static_cast<unsigned char>(p[i])} << (8 * i);
+    };
+    // The first, the middle and the last one: all of up to three.
+    word = at(0) | at(count / 2) | at(count - 1);
   }
   return word ^ 0x3030303030303030U;
 }
@@ -46,10 +48,22 @@ inline std::uint64_t digitBlockValue(std::uint64_t digits) {
   return (upper + lower) >> 32;
 }
 
-/// The last `count` (1..8) characters before `end`, padded with zeros in front.
+/// The last `count` (1..8) characters before `end`, padded with zeros in front; eight must be
+/// readable.
 inline std::uint64_t loadLastDigits(const char* end, unsigned count) {
   const unsigned dropped = 8 * (8 - count);
   return loadDigits(end - 8) >> dropped << dropped;
+}
+
+/// The eight characters of a number below 10^8, the first one lowest.
+constexpr std::uint64_t charactersOf(std::uint32_t number) {
+  // Halves of four digits, then of two, then of one, each in a lane of its own. The multiplications
+  // divide, by 100 and by 10, without an error for numbers this small.
+  const std::uint64_t fours = number / 10'000 | std::uint64_t{number % 10'000} << 32;
+  const std::uint64_t hundreds = fours * 10'486 >> 20 & 0x0000007F0000007FU;
+  const std::uint64_t pairs = hundreds | (fours - 100 * hundreds) << 16;
+  const std::uint64_t tens = pairs * 103 >> 10 & 0x000F000F000F000FU;
+  return (tens | (pairs - 10 * tens) << 8) + 0x3030303030303030U;
 }
 
 }  // namespace quillon::base

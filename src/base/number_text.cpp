@@ -110,66 +110,71 @@ double valueOf(const NumberParts& parts) {
   return parts.negative ? -value : value;
 }
 
-/// Reads a short number: at most seven characters, digits with or without ".".
-bool readShortNumber(const char* start, std::size_t length, double& value) {
-  if (length == 0) return false;
-  const std::uint64_t word = loadFewDigits(start, length);
-  const std::size_t whole = static_cast<std::size_t>(std::countr_zero(nonDigits(word))) / 8;
-  if (whole == 0) return false;
-  std::uint64_t mantissa = digitBlockValue(word << (64 - 8 * whole));
-  std::size_t places = 0;
-  if (whole < length) {
-    places = length - whole - 1;
-    if (start[whole] != '.' || places == 0) return false;
-    const std::size_t dropped = 8 * (8 - places);
-    const std::uint64_t fraction = word << (8 * (8 - length)) >> dropped << dropped;
-    if (nonDigits(fraction) != 0) return false;
-    mantissa = mantissa * kIntegerPowersOfTen[places] + digitBlockValue(fraction);
-  }
-  value = static_cast<double>(mantissa) / kPowersOfTen[places];
+/// Apart, so that the usual coordinate needs no stack.
+[[gnu::noinline]] double valueOfAnyNumber(std::string_view text) {
+  return valueOf(splitNumber(text));
+}
+
+/// Takes the point out of eight characters: those before it move one place towards the end.
+/// `others` are the characters that are no digits; false unless that is one point after a digit.
+/// The first of the eight characters are padding, so many bits.
+bool takePoint(std::uint64_t& digits, std::uint64_t others, unsigned padding, unsigned& places) {
+  constexpr std::uint64_t kPoint = '.' ^ '0';
+  const auto at = static_cast<unsigned>(std::countr_zero(others)) - 7;
+  const bool isAlone = (others & (others - 1)) == 0;
+  if (!isAlone || (digits >> at & 0xFF) != kPoint || at <= padding) return false;
+  const std::uint64_t before = (std::uint64_t{1} << at) - 1;
+  digits = (digits & before) << 8 | (digits & ~(before << 8 | 0xFF));
+  places = 7 - at / 8;
   return true;
 }
 
-/// Reads the usual coordinate, eight characters at a time: an optional sign, up to seven digits,
-/// ".", up to 16 digits. False for any other form.
+/// Reads the usual coordinate, eight characters at a time: an optional sign, up to 18 digits, and a
+/// point among the first eight characters unless there are no more. False for any other form.
 bool readCoordinate(std::string_view text, double& value) {
   if constexpr (std::endian::native != std::endian::little) return false;
+  constexpr std::size_t kLongest = 19;
   const bool negative = !text.empty() && text.front() == '-';
   const char* const start = text.data() + (negative ? 1 : 0);
-  const char* const end = text.data() + text.size();
-  if (end - start < 8) {
-    if (!readShortNumber(start, static_cast<std::size_t>(end - start), value)) return false;
-    if (negative) value = -value;
-    return true;
+  const std::size_t length = text.size() - (negative ? 1 : 0);
+  if (length - 1 >= kLongest) return false;
+  std::uint64_t digits = 0;
+  unsigned padding = 0;  // in bits
+  if (length >= 8) {
+    digits = loadDigits(start);
+  } else {
+    padding = static_cast<unsigned>(8 * (8 - length));
+    digits = loadFewDigits(start, length) << padding;
   }
-  const std::uint64_t head = loadDigits(start);
-  const auto whole = static_cast<unsigned>(std::countr_zero(nonDigits(head))) / 8;
-  if (whole == 0 || whole == 8 || start[whole] != '.') return false;
-  std::uint64_t mantissa = digitBlockValue(head << (64 - 8 * whole));
-  const char* const fraction = start + whole + 1;
-  const auto places = static_cast<unsigned>(end - fraction);
-  if (places == 0 || places + whole > 18 || places > 16) return false;
-  const unsigned tail = places > 8 ? places - 8 : places;
-  if (places > 8) {
-    const std::uint64_t middle = loadDigits(fraction);
-    if (nonDigits(middle) != 0) return false;
-    mantissa = mantissa * 100'000'000 + digitBlockValue(middle);
+  unsigned places = 0;
+  const std::uint64_t others = nonDigits(digits);
+  if (others != 0 && !takePoint(digits, others, padding, places)) return false;
+  std::uint64_t mantissa = digitBlockValue(digits);
+  if (length > 8) {
+    if (others == 0) return false;
+    auto left = static_cast<unsigned>(length - 8);
+    places += left;
+    if (left > 8) {
+      const std::uint64_t middle = loadDigits(start + 8);
+      if (nonDigits(middle) != 0) return false;
+      mantissa = mantissa * 100'000'000 + digitBlockValue(middle);
+      left -= 8;
+    }
+    const std::uint64_t last = loadLastDigits(start + length, left);
+    if (nonDigits(last) != 0) return false;
+    mantissa = mantissa * kIntegerPowersOfTen[left] + digitBlockValue(last);
+    if (mantissa > kLargestExactMantissa) return false;
   }
-  const std::uint64_t last = loadLastDigits(end, tail);
-  if (nonDigits(last) != 0) return false;
-  mantissa = mantissa * kIntegerPowersOfTen[tail] + digitBlockValue(last);
-  const int exponent = -static_cast<int>(places);
-  if (!isExact(mantissa, exponent)) return false;
-  value = exactValue(mantissa, exponent);
+  value = static_cast<double>(mantissa) / kPowersOfTen[places];
   if (negative) value = -value;
   return true;
 }
 
 }  // namespace
 
-double numberValue(std::string_view text) {
+double numberValueOfText(std::string_view text) {
   double value = 0.0;
-  return readCoordinate(text, value) ? value : valueOf(splitNumber(text));
+  return readCoordinate(text, value) ? value : valueOfAnyNumber(text);
 }
 
 bool startsWithNumber(std::string_view text) { return splitNumber(text).anyDigit; }

@@ -13,10 +13,16 @@ constexpr std::string_view trimBlanks(std::string_view text) {
   return text;
 }
 
+/// As numberValue, of which it is the rest.
+double numberValueOfText(std::string_view text);
+
 /// The number at the start of a text, in any locale: blanks and tabs, a sign, digits with ".", an
 /// exponent (e or E, only with digits). Reading stops at the first character that does not fit; a
 /// text without digits gives 0. Overflow gives infinity, underflow 0.
-double numberValue(std::string_view text);
+inline double numberValue(std::string_view text) {
+  // Values that an entity does not have are asked for more often than not.
+  return text.empty() ? 0.0 : numberValueOfText(text);
+}
 
 /// True when a text starts with a number that numberValue can read.
 bool startsWithNumber(std::string_view text);

@@ -258,7 +258,8 @@ void Translator::lwPolyline(const DxfEntity& entity, const Placement& placement)
     if (watches || hasEndWidth) {
       watches = polylineLosses_.add(at, bulge, hasEndWidth && vertex.startWidth != vertex.endWidth);
     }
-    polyline_.add({at, base::numberValue(vertex.startWidth), bulge});
+    const bool hasOwnWidth = vertex.startWidth.data() != polyline.width.data();
+    polyline_.add({at, hasOwnWidth ? base::numberValue(vertex.startWidth) : style.width, bulge});
   }
   polyline_.finish();
   if (losses_.isOn()) polylineLosses_.checkKind({entity, mirror, placement, isOblique_});

@@ -1,11 +1,13 @@
 #include "eagle/number_format.h"
 
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
 
 #include "base/bits.h"
+#include "base/digit_block.h"
 #include "base/double_text.h"
 
 namespace quillon::eagle {
@@ -27,12 +29,33 @@ constexpr std::array<char, 200> makeDigitPairs() {
 }
 constexpr std::array<char, 200> kDigitPairs = makeDigitPairs();
 
+using Whole = std::array<char, 4>;
+
+/// The usual numbers before a point, each with its point.
+constexpr std::array<Whole, 1000> makeWholes() {
+  std::array<Whole, 1000> wholes{};
+  for (std::size_t i = 0; i < wholes.size(); ++i) {
+    std::size_t at = 0;
+    if (i >= 100) wholes[i][at++] = static_cast<char>('0' + i / 100);
+    if (i >= 10) wholes[i][at++] = static_cast<char>('0' + i / 10 % 10);
+    wholes[i][at++] = static_cast<char>('0' + i % 10);
+    wholes[i][at] = '.';
+  }
+  return wholes;
+}
+constexpr std::array<Whole, 1000> kWholes = makeWholes();
+
 void putPair(std::uint64_t value, char* out) {
   std::memcpy(out, &kDigitPairs[static_cast<std::size_t>(value) * 2], 2);
 }
 
+/// Seven decimals, and up to one character more.
 char* putDecimals(std::uint64_t decimals, char* out) {
-  *out++ = '.';
+  if constexpr (std::endian::native == std::endian::little) {
+    const std::uint64_t text = base::charactersOf(static_cast<std::uint32_t>(decimals)) >> 8;
+    std::memcpy(out, &text, sizeof text);
+    return out + 7;
+  }
   *out++ = static_cast<char>('0' + decimals / 1'000'000);
   decimals %= 1'000'000;
   putPair(decimals / 10'000, out);
@@ -41,50 +64,60 @@ char* putDecimals(std::uint64_t decimals, char* out) {
   return out + 6;
 }
 
-char* putInteger(std::uint64_t value, char* out) {
-  if (value < 10) {
-    *out = static_cast<char>('0' + value);
-    return out + 1;
-  }
-  if (value < 100) {
-    putPair(value, out);
-    return out + 2;
-  }
-  if (value < 1000) {
-    *out = static_cast<char>('0' + value / 100);
-    putPair(value % 100, out + 1);
-    return out + 3;
-  }
-  if (value < 10000) {
-    putPair(value / 100, out);
-    putPair(value % 100, out + 2);
-    return out + 4;
-  }
+/// What putWhole leaves. Apart, like other rare cases, so that the usual number needs no stack.
+[[gnu::noinline]] char* putLargeWhole(std::uint64_t value, char* out) {
   constexpr std::size_t kMostDigits = 20;
-  return std::to_chars(out, out + kMostDigits, value).ptr;
+  char* const end = std::to_chars(out, out + kMostDigits, value).ptr;
+  *end = '.';
+  return end + 1;
+}
+
+/// One of kWholes.
+char* putSmallWhole(std::uint64_t value, char* out) {
+  std::memcpy(out, kWholes[static_cast<std::size_t>(value)].data(), sizeof(Whole));
+  return out + 2 + (value >= 10 ? 1 : 0) + (value >= 100 ? 1 : 0);
+}
+
+/// The number and a point, and up to two characters more.
+char* putWhole(std::uint64_t value, char* out) {
+  constexpr std::uint64_t kMillion = 1'000'000;
+  if (value < kWholes.size()) return putSmallWhole(value, out);
+  if (value >= kMillion) return putLargeWhole(value, out);
+  char* const rest = putSmallWhole(value / 1000, out) - 1;
+  *rest = static_cast<char>('0' + value / 100 % 10);
+  putPair(value % 100, rest + 1);
+  rest[3] = '.';
+  return rest + 4;
 }
 
 char* putScaled(std::uint64_t scaled, char* out) {
-  return putDecimals(scaled % kScale, putInteger(scaled / kScale, out));
+  return putDecimals(scaled % kScale, putWhole(scaled / kScale, out));
+}
+
+/// Less than 2^-11, or so large that 64 bits do not hold it times 10^7.
+[[gnu::noinline]] char* putUnusual(std::uint64_t mantissa, int shift, char* out) {
+  const Wide exact = static_cast<Wide>(mantissa) * kScale;
+  constexpr int kWideBits = 128;
+  if (shift >= kWideBits) return putScaled(0, out);
+  const Wide scaled = (exact + (static_cast<Wide>(1) << (shift - 1))) >> shift;
+  return putDecimals(static_cast<std::uint64_t>(scaled % kScale),
+                     putWhole(static_cast<std::uint64_t>(scaled / kScale), out));
 }
 
 /// A magnitude below 2^53 as mantissa / 2^shift: times 10^7 it fits in 128 bits exactly, so
 /// rounding is exact.
 char* putFraction(std::uint64_t mantissa, int shift, char* out) {
-  const Wide exact = static_cast<Wide>(mantissa) * kScale;
-  if (shift < 64) {
-    const Wide rounded = exact + (std::uint64_t{1} << (shift - 1));
-    const auto high = static_cast<std::uint64_t>(rounded >> 64);
-    const auto low = static_cast<std::uint64_t>(rounded);
-    if (high >> shift == 0) return putScaled(high << (64 - shift) | low >> shift, out);
-    const Wide scaled = rounded >> shift;
-    return putDecimals(static_cast<std::uint64_t>(scaled % kScale),
-                       putInteger(static_cast<std::uint64_t>(scaled / kScale), out));
-  }
-  constexpr int kWideBits = 128;
-  if (shift >= kWideBits) return putScaled(0, out);
-  return putScaled(
-      static_cast<std::uint64_t>((exact + (static_cast<Wide>(1) << (shift - 1))) >> shift), out);
+  if (shift >= 64) return putUnusual(mantissa, shift, out);
+  const Wide rounded = static_cast<Wide>(mantissa) * kScale + (std::uint64_t{1} << (shift - 1));
+  const auto high = static_cast<std::uint64_t>(rounded >> 64);
+  const auto low = static_cast<std::uint64_t>(rounded);
+  if (high >> shift != 0) return putUnusual(mantissa, shift, out);
+  return putScaled(high << (64 - shift) | low >> shift, out);
+}
+
+/// From 2^52 on there is no fraction, so the library's digits need no rounding.
+[[gnu::noinline]] char* putHuge(double magnitude, char* out) {
+  return base::putFixed(magnitude, 7, out, out + kNumberRoom - 1);
 }
 
 }  // namespace
@@ -99,9 +132,7 @@ char* formatNumber(double value, char* out) {
   if (biased != 0) mantissa |= std::uint64_t{1} << kMantissaBits;
   const int shift = kExponentBias - (biased == 0 ? 1 : biased);
   if (shift > 0) return putFraction(mantissa, shift, out);
-  // From 2^52 on there is no fraction, so the library's digits need no rounding.
-  const double magnitude = negative ? -value : value;
-  return base::putFixed(magnitude, 7, out, out + kNumberRoom - 1);
+  return putHuge(negative ? -value : value, out);
 }
 
 std::string formatNumber(double value) {

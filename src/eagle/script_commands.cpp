@@ -38,7 +38,11 @@ void ScriptCommands::defineLayer(int number, std::string_view name) {
 void ScriptCommands::wire(const Wire& wire) {
   switch (wire.kind) {
     case WireKind::Line:
-      script_.text("Wire ").number(wire.width).text(" ");
+      if (wire.width == 0.0) {
+        script_.text("Wire 0.0000000 ");
+      } else {
+        script_.text("Wire ").number(wire.width).text(" ");
+      }
       break;
     case WireKind::FlatArc:
       // Two blanks, unlike the next kind; kept so that scripts stay the same.
@@ -247,7 +251,7 @@ void ScriptCommands::putQuoted(std::string_view content) {
 }
 
 void ScriptCommands::end() {
-  script_.text(";").endLine();
+  script_.text(";\r\n");
   script_.finishCommand(1);
 }
 

@@ -1,6 +1,7 @@
 #include "eagle/script_writer.h"
 
 #include <cmath>
+#include <string>
 
 #include "base/run_time_error.h"
 #include "base/uninitialized.h"
@@ -15,12 +16,15 @@ namespace {
 ScriptWriter::ScriptWriter(base::ByteSink& sink, const Coordinates& coordinates, PointForm form)
     : sink_(sink),
       area_(coordinates),
-      form_(form),
       buffer_(base::uninitialized<char>(kBufferSize)),
       cursor_(buffer_.get()),
-      end_(buffer_.get() + kBufferSize) {}
+      end_(buffer_.get() + kBufferSize),
+      opening_(form == PointForm::FromMark ? 2 : 1) {
+  x_.text[0] = '(';
+  x_.text[1] = 'R';
+}
 
-ScriptWriter& ScriptWriter::number(double value) {
+ScriptWriter& ScriptWriter::numberNotZero(double value) {
   if (!std::isfinite(value)) failNotFinite();
   if (room() < kNumberRoom) flush();
   cursor_ = formatNumber(value, cursor_);
@@ -30,26 +34,42 @@ ScriptWriter& ScriptWriter::number(double value) {
 ScriptWriter& ScriptWriter::formatPoint(double x, double y) {
   const geometry::Point at = inPart_ ? geometry::Point{x, y} : area_.offset(x, y);
   // A wire often starts where the previous one ended.
-  if (at.x != lastPoint_.x || at.y != lastPoint_.y) writeLastPoint(at.x, at.y);
-  if (lastPoint_.outOfRange) rangeWarning_ = rangeFlag_ = true;
-  return text({lastPoint_.text.data(), lastPoint_.length});
+  if (at.x != x_.value || at.y != y_.value) {
+    if (!std::isfinite(at.x) || !std::isfinite(at.y)) failNotFinite();
+    if (at.x != x_.value) noteX(at.x);
+    if (at.y != y_.value) noteY(at.y);
+  }
+  if (x_.outOfRange || y_.outOfRange) rangeWarning_ = rangeFlag_ = true;
+  copy(x_.text.data(), x_.length);
+  copy(y_.text.data(), y_.length);
+  return *this;
 }
 
-void ScriptWriter::writeLastPoint(double x, double y) {
-  if (!std::isfinite(x) || !std::isfinite(y)) failNotFinite();
-  lastPoint_.outOfRange = std::fabs(x) > area_.limit() || std::fabs(y) > area_.limit();
-  lastPoint_.x = x;
-  lastPoint_.y = y;
-  if (extends_) extend({x, y});
-  char* out = lastPoint_.text.data();
-  *out++ = '(';
-  if (form_ == PointForm::FromMark) *out++ = 'R';
-  out = formatNumber(x, out);
+void ScriptWriter::noteX(double x) {
+  x_.value = x;
+  x_.outOfRange = std::fabs(x) > area_.limit();
+  if (extends_) {
+    if (x < extents_.minX) extents_.minX = x;
+    if (x > extents_.maxX) extents_.maxX = x;
+  }
+  char* out = formatNumber(x, x_.text.data() + opening_);
   *out++ = ' ';
-  out = formatNumber(y, out);
-  *out++ = ')';
-  lastPoint_.length = static_cast<std::size_t>(out - lastPoint_.text.data());
+  x_.length = static_cast<std::size_t>(out - x_.text.data());
 }
+
+void ScriptWriter::noteY(double y) {
+  y_.value = y;
+  y_.outOfRange = std::fabs(y) > area_.limit();
+  if (extends_) {
+    if (y < extents_.minY) extents_.minY = y;
+    if (y > extents_.maxY) extents_.maxY = y;
+  }
+  char* out = formatNumber(y, y_.text.data());
+  *out++ = ')';
+  y_.length = static_cast<std::size_t>(out - y_.text.data());
+}
+
+void ScriptWriter::forgetPoint() { x_.value = y_.value = std::numeric_limits<double>::quiet_NaN(); }
 
 void ScriptWriter::extend(geometry::Point to) {
   if (to.x < extents_.minX) extents_.minX = to.x;
@@ -60,9 +80,9 @@ void ScriptWriter::extend(geometry::Point to) {
 
 ScriptWriter& ScriptWriter::pointOfPart(geometry::Point at, const geometry::Box& covers) {
   extends_ = false;
-  lastPoint_ = {};
+  forgetPoint();
   formatPoint(at.x, at.y);
-  lastPoint_ = {};
+  forgetPoint();
   extends_ = true;
   for (const geometry::Point corner : {covers.low, covers.high}) {
     extend(area_.offset(corner.x, corner.y));
@@ -74,14 +94,14 @@ ScriptWriter& ScriptWriter::pointOfPart(geometry::Point at, const geometry::Box&
 void ScriptWriter::beginPart() {
   inPart_ = true;
   extends_ = false;
-  lastPoint_ = {};
+  forgetPoint();
 }
 
 void ScriptWriter::endPart() {
   if (!inPart_) return;
   inPart_ = false;
   extends_ = true;
-  lastPoint_ = {};
+  forgetPoint();
 }
 
 void ScriptWriter::line(std::string_view content) {
@@ -90,21 +110,15 @@ void ScriptWriter::line(std::string_view content) {
 }
 
 void ScriptWriter::writeLayer(int layer) {
-  if (layerLine_.empty() || layer != layerOfLine_) {
-    layerLine_ = layer < 0 ? "Layer " : "Layer  ";
-    layerLine_ += std::to_string(layer) + " ;\r\n";
+  if (layerLine_.length == 0 || layer != layerOfLine_) {
+    const std::string line = (layer < 0 ? "Layer " : "Layer  ") + std::to_string(layer) + " ;\r\n";
+    layerLine_.length = line.copy(layerLine_.text.data(), layerLine_.text.size());
     layerOfLine_ = layer;
   }
-  text(layerLine_);
+  copy(layerLine_.text.data(), layerLine_.length);
 }
 
-void ScriptWriter::finishCommand(std::uint32_t lines) {
-  count(lines);
-  noteRange();
-}
-
-void ScriptWriter::noteRange() {
-  if (!rangeFlag_) return;
+void ScriptWriter::writeRangeNote() {
   rangeFlag_ = false;
   line("# In the previous command some coordinates are out of range!");
 }

@@ -5,7 +5,6 @@
 #include <cstring>
 #include <limits>
 #include <memory>
-#include <string>
 #include <string_view>
 
 #include "base/byte_sink.h"
@@ -44,7 +43,9 @@ class ScriptWriter {
     return *this;
   }
   /// The number as formatNumber writes it. Throws RunTimeError for one that is not finite.
-  ScriptWriter& number(double value);
+  ScriptWriter& number(double value) {
+    return value == 0.0 ? text("0.0000000") : numberNotZero(value);
+  }
   /// The point with the offsets added, as "(x y)". A coordinate out of range is still written and
   /// sets rangeFlag and rangeWarning; to test a point without writing it, use area().
   ScriptWriter& formatPoint(double x, double y);
@@ -66,11 +67,16 @@ class ScriptWriter {
 
   /// Adds `lines` to the command count and ends the command; a range comment follows when one of
   /// its coordinates was out of range.
-  void finishCommand(std::uint32_t lines);
+  void finishCommand(std::uint32_t lines) {
+    count(lines);
+    noteRange();
+  }
   /// Adds to the command count only.
   void count(std::uint32_t lines) { commandCount_ += lines; }
   /// Writes the range comment when rangeFlag is set, and clears the flag.
-  void noteRange();
+  void noteRange() {
+    if (rangeFlag_) writeRangeNote();
+  }
 
   std::uint64_t commandCount() const { return commandCount_; }
   bool rangeWarning() const { return rangeWarning_; }
@@ -82,24 +88,38 @@ class ScriptWriter {
 
  private:
   static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
+  static constexpr std::size_t kShortText = 32;
 
-  /// The last point written, offsets included.
-  struct WrittenPoint {
-    double x = std::numeric_limits<double>::quiet_NaN();
-    double y = std::numeric_limits<double>::quiet_NaN();
+  /// The coordinate written last, offset included, with what surrounds it: "(R1.5 " or "-2.0)".
+  /// Mostly the next point has one of its coordinates in common, or both.
+  struct WrittenCoordinate {
+    double value = std::numeric_limits<double>::quiet_NaN();
     bool outOfRange = false;
     std::size_t length = 0;
-    std::array<char, 2 * kNumberRoom + 4> text;
+    std::array<char, kNumberRoom + 4> text{};
   };
 
   std::size_t room() const { return static_cast<std::size_t>(end_ - cursor_); }
   ScriptWriter& longText(std::string_view text);
-  void writeLastPoint(double x, double y);
+  ScriptWriter& numberNotZero(double value);
+  void writeRangeNote();
+  void noteX(double x);
+  void noteY(double y);
+  void forgetPoint();
+  /// Writes a text that is rarely longer than kShortText by a copy of that size, whatever its
+  /// length; what follows overwrites the rest. So many characters must be readable.
+  void copy(const char* from, std::size_t length) {
+    if (length > kShortText || room() < kShortText) {
+      text({from, length});
+      return;
+    }
+    std::memcpy(cursor_, from, kShortText);
+    cursor_ += length;
+  }
   void extend(geometry::Point to);
 
   base::ByteSink& sink_;
   DrawingArea area_;
-  PointForm form_;
   std::unique_ptr<char[]> buffer_;
   char* cursor_;
   char* end_;
@@ -109,8 +129,13 @@ class ScriptWriter {
   Extents extents_;
   bool inPart_ = false;
   bool extends_ = true;  ///< points count for the extents
-  WrittenPoint lastPoint_;
-  std::string layerLine_;  ///< the last layer line written
+  WrittenCoordinate x_;
+  WrittenCoordinate y_;
+  std::size_t opening_;  ///< how many characters of x_ stand before its number
+  struct {
+    std::size_t length = 0;
+    std::array<char, kShortText> text{};
+  } layerLine_;  ///< the last layer line written
   int layerOfLine_ = 0;
 };
 

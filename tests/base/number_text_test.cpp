@@ -5,13 +5,16 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "base/digit_block.h"
 #include "base/run_time_error.h"
 #include "support/infinity.h"
 
@@ -167,6 +170,78 @@ TEST(NumberRule, AgreesWithTheCLibraryOnRandomText) {
       text += kCharacters[random() % kCharacters.size()];
     }
     ASSERT_EQ(numberValue(text), std::strtod(text.c_str(), nullptr)) << '"' << text << '"';
+  }
+}
+
+void addTexts(std::vector<std::string>& texts, const std::string& start, std::size_t left) {
+  texts.push_back(start);
+  if (left == 0) return;
+  for (const char c : std::string_view("09.-:")) addTexts(texts, start + c, left - 1);
+}
+
+TEST(NumberRule, AgreesWithTheCLibraryOnEveryShortText) {
+  std::vector<std::string> texts;
+  addTexts(texts, "", 6);
+  for (const std::string& text : texts) {
+    const double expected = std::strtod(text.c_str(), nullptr);
+    ASSERT_EQ(numberValue(text), expected) << '"' << text << '"';
+  }
+}
+
+TEST(NumberRule, AgreesWithTheCLibraryOnDigitsOfAnyLengthWithAPointAnywhere) {
+  std::mt19937_64 random(815);
+  for (std::size_t length = 1; length <= 24; ++length) {
+    for (std::size_t point = 0; point <= length; ++point) {
+      for (int round = 0; round < 40; ++round) {
+        std::string text = round % 2 == 0 ? "" : "-";
+        for (std::size_t i = 0; i < length; ++i) {
+          if (i == point) text += '.';
+          text += static_cast<char>('0' + (round < 4 ? 9 : random() % 10));
+        }
+        if (point == length) text += '.';
+        // Sometimes a character that is no digit, or a second point.
+        if (round >= 30) text[random() % text.size()] = "-./:e ;"[random() % 7];
+        const double expected = std::strtod(text.c_str(), nullptr);
+        ASSERT_EQ(numberValue(text), expected) << '"' << text << '"';
+      }
+    }
+  }
+}
+
+TEST(NumberRule, ReadsNothingAroundItsText) {
+  // Digits on both sides would be seen in the value.
+  const std::string around = "99999999";
+  for (const std::string_view text : {"", "1", "12", "1.5", "-1.5", "12.5", "123.5", "1234.5",
+                                      "12345.5", "123456.5", "1234567.5", "1.5555555555"}) {
+    const std::string bytes = around + std::string(text) + around;
+    EXPECT_EQ(numberValue(std::string_view(bytes).substr(8, text.size())),
+              std::strtod(std::string(text).c_str(), nullptr))
+        << text;
+  }
+}
+
+TEST(NumberRule, KeepsTheSignOfZero) {
+  for (const std::string_view text : {"-0", "-0.0", "-0.00000", "-0.0000000000", "-0000000000.0"}) {
+    EXPECT_TRUE(std::signbit(numberValue(text))) << text;
+    EXPECT_FALSE(std::signbit(numberValue(text.substr(1)))) << text;
+  }
+}
+
+TEST(CharactersOf, AreTheDigitsWithZerosInFront) {
+  const auto check = [](std::uint32_t number) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "%08u", static_cast<unsigned>(number));
+    std::uint64_t expected = 0;
+    for (std::size_t i = 8; i-- > 0;) {
+      expected = expected << 8 | static_cast<unsigned char>(text[i]);
+    }
+    ASSERT_EQ(charactersOf(number), expected) << number;
+  };
+  // Both halves of four digits in full.
+  for (std::uint32_t half = 0; half < 10'000; ++half) {
+    check(half);
+    check(half * 10'000);
+    check(half * 10'000 + 9'999 - half);
   }
 }
 

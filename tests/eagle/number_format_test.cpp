@@ -110,6 +110,19 @@ TEST(FormatNumber, CarriesARoundingIntoTheDigitsBeforeThePoint) {
                {999999.99999996, "1000000.0000000"}});
 }
 
+TEST(FormatNumber, HoldsWhereTheNumberOfDigitsBeforeThePointChanges) {
+  for (const double power : {1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7}) {
+    for (const double step : {0.0, 1.0, 0.5, 1e-7, 0.25, 0.1234567}) {
+      for (const double value : {power - step, power + step, -power - step, step - power}) {
+        ASSERT_EQ(formatNumber(value), exactSevenDecimals(value)) << value;
+      }
+    }
+  }
+  for (int whole = 0; whole <= 12'000; ++whole) {
+    ASSERT_EQ(formatNumber(whole), std::to_string(whole) + ".0000000");
+  }
+}
+
 TEST(FormatNumber, HoldsAroundTheSizesWhereFractionsEnd) {
   expectTexts({{4503599627370495.5, "4503599627370495.5000000"},   // 2^52 - 1/2
                {4503599627370496.0, "4503599627370496.0000000"},   // 2^52

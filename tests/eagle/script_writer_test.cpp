@@ -42,6 +42,41 @@ TEST(FormatPoint, WritesAPointAsOftenAsItIsAskedFor) {
             "(0.5000000 3.0000000)(1.0000000 2.0000000)");
 }
 
+TEST(FormatPoint, WritesPointsThatShareOneCoordinate) {
+  ScriptCapture capture;
+  capture.script.formatPoint(1.0, 2.0).formatPoint(1.0, -2.5).formatPoint(100.25, -2.5);
+  capture.script.formatPoint(-0.0, -2.5).formatPoint(0.0, 1.0).formatPoint(1e200, 1.0);
+  EXPECT_EQ(capture.take(),
+            "(1.0000000 2.0000000)(1.0000000 -2.5000000)(100.2500000 -2.5000000)"
+            "(0.0000000 -2.5000000)(0.0000000 1.0000000)(" +
+                formatNumber(1e200) + " 1.0000000)");
+  EXPECT_EQ(capture.script.extents().minX, 0.0);
+  EXPECT_EQ(capture.script.extents().maxX, 1e200);
+  EXPECT_EQ(capture.script.extents().minY, -2.5);
+  EXPECT_EQ(capture.script.extents().maxY, 2.0);
+}
+
+TEST(FormatPoint, WritesPointsAcrossTheEndOfTheBuffer) {
+  ScriptCapture capture;
+  std::string expected;
+  for (int i = 0; i < 20'000; ++i) {
+    capture.script.formatPoint(i % 3, i);
+    expected.append("(").append(formatNumber(i % 3)).append(" ");
+    expected.append(formatNumber(i)).append(")");
+  }
+  EXPECT_EQ(capture.take(), expected);
+}
+
+TEST(FormatPoint, LeavesThePointBeforeOneThatIsNotFinite) {
+  ScriptCapture capture;
+  capture.script.formatPoint(1.0, 2.0);
+  EXPECT_THROW(capture.script.formatPoint(5.0, kNaN), base::RunTimeError);
+  EXPECT_THROW(capture.script.formatPoint(kInfinity, 2.0), base::RunTimeError);
+  capture.script.formatPoint(1.0, 2.0);
+  EXPECT_EQ(capture.take(), "(1.0000000 2.0000000)(1.0000000 2.0000000)");
+  EXPECT_EQ(capture.script.extents().maxX, 1.0);
+}
+
 TEST(FormatPoint, AddsTheOffsets) {
   ScriptCapture capture({.offsetX = 10.25, .offsetY = -3.5});
   capture.script.formatPoint(1.0, 2.0);
