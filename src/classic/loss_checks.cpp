@@ -66,7 +66,7 @@ void checkEllipse(LossNotes& notes, const dxf::EllipseValues& ellipse, bool asWi
   }
 }
 
-void checkShortSpline(LossNotes& notes, dxf::GroupCursor groups) {
+void checkShortSpline(LossNotes& notes, dxf::GroupReplay groups) {
   int fitPoints = 0;
   for (dxf::Group group; fitPoints < 2 && groups.next(group);) {
     if (group.code == 11) ++fitPoints;

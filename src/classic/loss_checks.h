@@ -47,7 +47,7 @@ void checkArc(LossNotes& notes, const PlacedEntity& placed, const dxf::ArcValues
 void checkCircle(LossNotes& notes, const PlacedEntity& placed, const dxf::CircleValues& circle);
 void checkEllipse(LossNotes& notes, const dxf::EllipseValues& ellipse, bool asWires, Point centre);
 /// A SPLINE that has too few control points to be drawn.
-void checkShortSpline(LossNotes& notes, dxf::GroupCursor groups);
+void checkShortSpline(LossNotes& notes, dxf::GroupReplay groups);
 /// SOLID, TRACE and 3DFACE.
 void checkArea(LossNotes& notes, const PlacedEntity& placed, const std::array<Point, 4>& corners,
                bool isFilled);

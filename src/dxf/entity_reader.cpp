@@ -13,8 +13,9 @@ constexpr std::size_t kBlockNameSlot = 0;
 
 }  // namespace
 
-GroupCursor EntityReader::groups(const DxfEntity& entity) const {
-  return GroupCursor(LineCursor({entity.groups, entity.groupsEnd}, drawing_.lineEnds));
+GroupReplay EntityReader::groups(const DxfEntity& entity) const {
+  const char* const rest = entity.split.empty() ? entity.groups : entity.afterSplit;
+  return {entity.split, LineCursor({rest, entity.groupsEnd}, drawing_.lineEnds)};
 }
 
 void EntityReader::complete(DxfEntity& entity) {

@@ -21,7 +21,7 @@ class EntityReader {
   void complete(DxfEntity& entity);
 
   /// The groups of an entity whose kind has a side record.
-  GroupCursor groups(const DxfEntity& entity) const;
+  GroupReplay groups(const DxfEntity& entity) const;
 
   /// Looks up an entity's layer in the layer table.
   const LayerUse& layerLineType(std::string_view layerName);

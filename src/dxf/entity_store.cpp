@@ -101,6 +101,7 @@ bool EntityCursor::next(DxfEntity& entity) {
   entity.marks = head >> kMarksAt;
   entity.groups = getAddress(in);
   entity.sideIndex = 0;
+  entity.split = {};
   if (hasSideRecord(entity.kind)) {
     entity.sideIndex = *in++;
     entity.groupsEnd = entity.groups + getWide(in);

@@ -43,8 +43,10 @@ struct DxfEntity {
   std::uint64_t line = 0;  ///< in the file, of its first group; likewise
   /// Counts lines up to this entity or a later one; null in a block.
   LineCounter* lines = nullptr;
-  /// Its groups, likewise, unless there are many; until the walk that found it goes on or is moved.
+  /// Its groups, likewise, unless there are many. Else, in the ENTITIES section, the first groups
+  /// of a kind with a side record. Until the walk that found it goes on or is moved.
   std::span<const Group> split;
+  const char* afterSplit = nullptr;  ///< where the lines after these groups start
   /// The entity's layer once complete; null for SEQEND, which has no slots.
   const LayerUse* layer = nullptr;
 

@@ -115,37 +115,60 @@ std::string_view EntityWalk::nextLine() {
 
 void EntityWalk::readGroups(DxfEntity& entity) {
   entity.groups = lines_.position();
-  entity.filled = kMarkingBits;
   entity.marks = 0;
+  entity.split = {};
+  entity.sideIndex = 0;
+  if (!hasSideRecord(entity.kind)) {
+    fillSlots<false>(entity);
+    if (isSection()) checkEnd();
+    return;
+  }
+  fillSlots<true>(entity);
+  if (isSection()) checkEnd();
+  LineCursor after = lines_;
+  after.next();
+  entity.groupsEnd = after.position();
+  entity.sideIndex = drawing_.nextSideIndex(entity.kind);
+}
+
+/// Fills the slots by the groups up to the next entity. Those that will be read again are kept, as
+/// far as there is room, but not in a block, which is read once and drawn often.
+template <bool kAreReadAgain>
+void EntityWalk::fillSlots(DxfEntity& entity) {
   const auto& slotOfCode = slotLayout(entity.kind).slotOfCode;
-  GroupCursor groups(lines_);
+  const bool isSpline = kAreReadAgain && entity.kind == EntityKind::Spline;
   FitPointRule fitPoints;
+  first_.clear();
+  std::size_t room = kAreReadAgain && isSection() ? kMostKept : 0;
+  // Of its own, as every store to the entity might change what is read of it.
+  std::uint32_t filled = kMarkingBits;
+  GroupCursor groups(lines_);
   for (Group group; groups.next(group);) {
     if (isEndMarker(group.value)) {
       ended_ = true;
       throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, group.value.data());
     }
-    if (entity.kind == EntityKind::Spline) fitPoints.visit(group);
+    if (room > 0) {
+      first_.push_back(group);
+      if (--room == 0) entity.afterSplit = groups.lines().position();
+    }
+    if (isSpline) fitPoints.visit(group);
     if (group.code < 0 || group.code > 255) continue;
     // The first occurrence of a group code fills its slot.
     const std::uint8_t slot = slotOfCode[static_cast<std::size_t>(group.code)];
     if (slot == kNoSlot) continue;
-    if ((entity.filled >> slot & 1U) == 0) {
-      entity.setValue(slot, group.value);
+    if ((filled >> slot & 1U) == 0) {
+      entity.values[slot] = group.value;
+      filled |= 1U << slot;
     } else if (slot >= kMaxSlots) {
+      entity.filled = filled;
       entity.marks |= marksOf(static_cast<Marking>(slot), group.value, entity);
     }
   }
-  entity.filled &= ~kMarkingBits;
   lines_ = groups.lines();
-  if (isSection()) checkEnd();
-  entity.sideIndex = 0;
-  if (hasSideRecord(entity.kind)) {
-    LineCursor after = lines_;
-    after.next();
-    entity.groupsEnd = after.position();
-    entity.sideIndex = drawing_.nextSideIndex(entity.kind);
-  }
+  entity.filled = filled & ~kMarkingBits;
+  entity.split = first_;
+  if (room > 0) entity.afterSplit = lines_.position();
 }
 
 /// Goes past the groups without looking at their values, and keeps them if they are few.

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string_view>
+#include <vector>
 
 #include "dxf/drawing.h"
 #include "dxf/group_cursor.h"
@@ -13,6 +15,10 @@ namespace quillon::dxf {
 /// Walks the lines of a block or of the ENTITIES section in pairs and finds the entities.
 class EntityWalk {
  public:
+  /// So many groups of an entity of the ENTITIES section are kept, in some 6 MB, if they will be
+  /// read again: all of nearly every polyline.
+  static constexpr std::size_t kMostKept = std::size_t{1} << 18;
+
   /// A walk over a block, up to the end of its lines.
   EntityWalk(Drawing& drawing, LineCursor lines) : drawing_(drawing), lines_(lines) {}
   /// A walk over a section, up to the end of the lines or the first line equal to `endMarker`.
@@ -52,12 +58,14 @@ class EntityWalk {
  private:
   std::string_view nextLine();
   bool isEndMarker(std::string_view line) const {
-    return !line.empty() && line.size() == endMarker_.size() &&
+    return line.size() == endMarker_.size() && !line.empty() &&
            line.front() == endMarker_.front() && line == endMarker_;
   }
   bool isSection() const { return !endMarker_.empty(); }
   bool isOtherEntity(std::string_view name) const;
   void readGroups(DxfEntity& entity);
+  template <bool kAreReadAgain>
+  void fillSlots(DxfEntity& entity);
   void skipGroups(DxfEntity& entity);
   void checkEnd();
   void noteUnknown(std::string_view name);
@@ -67,6 +75,7 @@ class EntityWalk {
   std::string_view endMarker_;  ///< "" in a block
   bool goesOn_ = false;
   std::array<Group, 32> split_;  ///< the groups of the last entity
+  std::vector<Group> first_;     ///< the first groups of the last one whose groups are read twice
   const char* afterName_ = nullptr;
   bool inEntity_ = false;
   bool ended_ = false;

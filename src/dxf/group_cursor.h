@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "base/number_text.h"
@@ -20,8 +21,9 @@ class GroupCursor {
   explicit GroupCursor(LineCursor lines) : lines_(lines) {}
 
   /// Reads the next group; false at a code line that is exactly "0". Throws RunTimeError when the
-  /// lines end first or a code line is not a group code.
-  bool next(Group& group) {
+  /// lines end first or a code line is not a group code. Always inlined: a loop then has everything
+  /// in registers, which a compiler gives up where there are several loops.
+  [[gnu::always_inline]] bool next(Group& group) {
     if (lines_.atEnd()) failAtEnd(lines_.position());
     const std::string_view line = lines_.peek();
     const ShortCode code = readShortCode(line);
@@ -35,7 +37,11 @@ class GroupCursor {
     }
     lines_.take(line);
     if (lines_.atEnd()) failAtEnd(lines_.position());
-    group.value = base::trimBlanks(lines_.next());
+    const std::string_view value = lines_.next();
+    // The characters around an empty line are line ends.
+    const char* const stop = value.data() + value.size();
+    const bool hasBlanks = *value.data() == ' ' || stop[-1] == ' ';
+    group.value = hasBlanks ? base::trimBlanks(value) : value;
     return true;
   }
 
@@ -47,6 +53,26 @@ class GroupCursor {
   [[noreturn]] static void failAtEnd(const char* position);
 
   LineCursor lines_;
+};
+
+/// Walks the groups of one entity a second time: the first ones, as far as they were kept when they
+/// were split into lines, then the others.
+class GroupReplay {
+ public:
+  GroupReplay(std::span<const Group> split, LineCursor rest)
+      : next_(split.data()), end_(split.data() + split.size()), rest_(rest) {}
+
+  /// As that of GroupCursor.
+  bool next(Group& group) {
+    if (next_ == end_) return rest_.next(group);
+    group = *next_++;
+    return true;
+  }
+
+ private:
+  const Group* next_;
+  const Group* end_;
+  GroupCursor rest_;
 };
 
 }  // namespace quillon::dxf

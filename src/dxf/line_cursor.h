@@ -35,8 +35,8 @@ class LineCursor {
     if (range.begin != range.end) seek(range.begin);
   }
 
-  bool atEnd() const { return position_ == end_; }
-  const char* position() const { return position_; }
+  bool atEnd() const { return position_ >= end_; }
+  const char* position() const { return position_ < end_ ? position_ : end_; }
 
   /// Continues at the start of another line of the range.
   void seek(const char* position) {
@@ -52,15 +52,14 @@ class LineCursor {
       block_ += kBlock;
       lineEnds_ = findLineEnds(block_);
     }
-    const char* const stop = block_ + std::countr_zero(lineEnds_);
-    return {start, static_cast<std::size_t>((stop < end_ ? stop : end_) - start)};
+    const char* const stop = block_ + static_cast<unsigned>(std::countr_zero(lineEnds_));
+    return {start, static_cast<std::size_t>(stop - start)};
   }
 
   /// Consumes the line returned by peek().
   void take(std::string_view line) {
-    const char* const stop = line.data() + line.size();
     lineEnds_ &= lineEnds_ - 1;
-    position_ = stop < end_ ? stop + 1 : end_;
+    position_ = line.data() + line.size() + 1;
   }
 
   /// The next line without its line end, untrimmed.
@@ -75,7 +74,16 @@ class LineCursor {
   static constexpr std::size_t kBlock = 64;
   static_assert(TextSource::kMargin >= 2 * kBlock, "a block may start at the last byte of a text");
 
+  /// The end of the range counts as one, and there are none behind it.
   std::uint64_t findLineEnds(const char* p) const {
+    const std::uint64_t bits = findCharacters(p);
+    const std::ptrdiff_t left = end_ - p;
+    if (left >= static_cast<std::ptrdiff_t>(kBlock)) return bits;
+    const std::uint64_t end = std::uint64_t{1} << left;
+    return (bits & (end - 1)) | end;
+  }
+
+  std::uint64_t findCharacters(const char* p) const {
     std::uint64_t bits = 0;
 #ifdef __SSE2__
     const __m128i pattern = _mm_set1_epi8(eol_);
@@ -90,7 +98,7 @@ class LineCursor {
     return bits;
   }
 
-  const char* position_;
+  const char* position_;  ///< one past the end after a last line without a line end
   const char* end_;
   char eol_;
   char other_;

@@ -24,7 +24,7 @@ class PolyVertexWalk {
  public:
   /// `width` is the polyline's group 43, the initial width of every vertex. A kind without a closed
   /// flag never closes.
-  PolyVertexWalk(GroupCursor groups, std::string_view width, bool mayClose = true)
+  PolyVertexWalk(GroupReplay groups, std::string_view width, bool mayClose = true)
       : groups_(groups), width_(width), mayClose_(mayClose) {}
 
   bool next(PolyVertex& vertex);
@@ -35,7 +35,7 @@ class PolyVertexWalk {
   bool nextFromGroups(PolyVertex& vertex);
   bool take(PolyVertex& vertex);
 
-  GroupCursor groups_;
+  GroupReplay groups_;
   std::string_view width_;
   bool mayClose_;
   PolyVertex current_;

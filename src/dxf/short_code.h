@@ -17,16 +17,25 @@ constexpr std::uint32_t charactersWord(char a, char b, char c, char d) {
   return byte(a) | byte(b) << 8 | byte(c) << 16 | byte(d) << 24;
 }
 
-/// The usual form of each group code below 1000, right-aligned in four characters. The table is
-/// large enough for any three half bytes; its unused entries are 0, which no text equals.
+/// The low halves of the last three of four characters, which tell digits apart, as one number.
+constexpr std::size_t digitsIndex(std::uint32_t text) {
+  // Each half byte is added to a place of its own.
+  return (((text >> 8) & 0x0F0F0FU) * 0x1001001U >> 16) & 0xFFFU;
+}
+
+struct UsualForm {
+  std::uint32_t text = 0;  ///< 0, which no text equals, where there is none
+  std::int16_t code = 0;
+};
+
+/// The usual form of each group code below 1000, right-aligned in four characters, by its index.
 constexpr auto makeUsualForms() {
-  constexpr std::size_t kCodes = 1000;
-  constexpr std::size_t kReachable = 15 * 111 + 1;
-  std::array<std::uint32_t, kReachable> forms{};
-  for (std::size_t code = 0; code < kCodes; ++code) {
-    const auto digit = [](std::size_t value) { return static_cast<char>('0' + value % 10); };
-    forms[code] = charactersWord(' ', code < 100 ? ' ' : digit(code / 100),
-                                 code < 10 ? ' ' : digit(code / 10), digit(code));
+  std::array<UsualForm, 0x1000> forms{};
+  for (std::int16_t code = 0; code < 1000; ++code) {
+    const auto digit = [](int value) { return static_cast<char>('0' + value % 10); };
+    const std::uint32_t text = charactersWord(' ', code < 100 ? ' ' : digit(code / 100),
+                                              code < 10 ? ' ' : digit(code / 10), digit(code));
+    forms[digitsIndex(text)] = {text, code};
   }
   return forms;
 }
@@ -48,9 +57,8 @@ inline ShortCode readShortCode(std::string_view line) {
   const auto shift = static_cast<std::uint32_t>(32 - 8 * line.size());
   constexpr std::uint32_t kBlanks = charactersWord(' ', ' ', ' ', ' ');
   const std::uint32_t text = (word << shift) | (kBlanks & ((std::uint32_t{1} << shift) - 1));
-  // The low half of a blank is 0, like that of "0".
-  const std::uint32_t code = (text >> 24 & 15U) + 10 * (text >> 16 & 15U) + 100 * (text >> 8 & 15U);
-  return {kUsualForms[code] == text, static_cast<std::int16_t>(code)};
+  const UsualForm& form = kUsualForms[digitsIndex(text)];
+  return {form.text == text, form.code};
 }
 
 }  // namespace quillon::dxf

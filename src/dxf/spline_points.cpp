@@ -4,7 +4,7 @@
 
 namespace quillon::dxf {
 
-std::vector<SplinePoint> readControlPoints(GroupCursor groups) {
+std::vector<SplinePoint> readControlPoints(GroupReplay groups) {
   std::vector<SplinePoint> points;
   std::string_view x;
   for (Group group; groups.next(group);) {

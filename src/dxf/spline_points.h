@@ -14,7 +14,7 @@ struct SplinePoint {
 
 /// The control points of a SPLINE in file order, texts as found. Fit points are never stored: see
 /// FitPointRule.
-std::vector<SplinePoint> readControlPoints(GroupCursor groups);
+std::vector<SplinePoint> readControlPoints(GroupReplay groups);
 
 /// Pairs group 11 with group 12 as a fit point, which cannot be stored and so raises an error; kept
 /// so that scripts stay the same. Ordinary drawings have the start tangent (12) before the fit

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "dxf/entity_values.h"
+#include "dxf/entity_walk.h"
 #include "support/dxf_builder.h"
 #include "support/read_drawing.h"
 
@@ -310,10 +311,70 @@ TEST(EntityReader, GivesTheGroupsOfAnEntityUpToItsEnd) {
   }
   const ReadDrawing read(dxf.text());
   for (const std::size_t i : {0U, 2U, 4U}) {
-    GroupCursor groups = read.reader.groups(read.entity(i));
+    GroupReplay groups = read.reader.groups(read.entity(i));
     std::vector<int> codes;
     for (Group group; groups.next(group);) codes.push_back(group.code);
     EXPECT_EQ(codes, (std::vector<int>{10, 20, 1000}));
+  }
+}
+
+using GroupTexts = std::vector<std::pair<int, std::string>>;
+
+/// Compares the groups of each entity with those that its lines have.
+class GroupsTwice : public EntitySink {
+ public:
+  GroupsTwice(EntityReader& reader, const LineEnds& ends) : reader_(reader), ends_(ends) {}
+
+  void takeEntity(DxfEntity& entity) override {
+    if (!hasSideRecord(entity.kind)) return;
+    GroupCursor lines(LineCursor({entity.groups, entity.groupsEnd}, ends_));
+    const GroupTexts expected = textsOf(lines);
+    for (int again = 0; again < 2; ++again) {
+      GroupReplay replay = reader_.groups(entity);
+      EXPECT_EQ(textsOf(replay), expected);
+    }
+    counts.push_back(expected.size());
+  }
+
+  std::vector<std::size_t> counts;
+
+ private:
+  template <typename Walk>
+  GroupTexts textsOf(Walk& walk) {
+    GroupTexts texts;
+    for (Group group; walk.next(group);) texts.emplace_back(group.code, group.value);
+    Group group;
+    EXPECT_FALSE(walk.next(group));
+    return texts;
+  }
+
+  EntityReader& reader_;
+  const LineEnds& ends_;
+};
+
+TEST(EntityReader, GivesTheSameGroupsAgainHoweverMany) {
+  constexpr std::size_t kMost = EntityWalk::kMostKept;
+  const std::vector<std::size_t> counts = {0, 1, 2, kMost - 1, kMost, kMost + 1, 0, kMost + 9, 3};
+  for (const std::string_view lineEnd : {"\n", "\r\n"}) {
+    std::string lines = "0\nSECTION\n2\nENTITIES\n";
+    for (const std::size_t count : counts) {
+      lines += "0\nLWPOLYLINE\n";
+      for (std::size_t i = 0; i < count; ++i) {
+        lines += i % 3 == 0 ? " 10 \n  " : "1010\n";
+        lines += std::to_string(i) + " \n";
+      }
+      lines += "  0\nLINE\n 10\n1\n";
+    }
+    lines += "0\nENDSEC\n0\nEOF\n";
+    TextSource source(DxfBuilder::withLineEnds(lines, lineEnd));
+    testing::TestMonitor monitor;
+    LineReader lineReader(source, monitor);
+    Drawing drawing;
+    EntityReader reader(drawing);
+    GroupsTwice twice(reader, drawing.lineEnds);
+    readDefinitions(drawing, lineReader);
+    readContents(drawing, lineReader, twice, true);
+    EXPECT_EQ(twice.counts, counts);
   }
 }
 

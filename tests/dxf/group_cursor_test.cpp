@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <optional>
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -156,6 +159,45 @@ TEST(GroupCursor, SeesNothingAfterItsLines) {
   Group group;
   EXPECT_TRUE(groups.next(group));
   EXPECT_THROW(groups.next(group), base::RunTimeError);
+}
+
+/// The lines of a range, split one character at a time.
+std::vector<std::string> plainLines(LineRange range, const LineEnds& ends) {
+  std::vector<std::string> lines;
+  for (const char* at = range.begin; at < range.end;) {
+    if (*at == ends.eolOther) ++at;
+    std::string& line = lines.emplace_back();
+    while (at < range.end && *at != ends.eolChar) line += *at++;
+    ++at;
+  }
+  return lines;
+}
+
+TEST(LineCursor, SplitsAnyRangeOfLinesAtItsLineEndsAndAtItsEnd) {
+  std::mt19937 random(3);
+  for (int round = 0; round < 3000; ++round) {
+    std::string bytes;
+    for (auto left = random() % 400; left > 0; --left) bytes += "ab \n\n"[random() % 5];
+    const TextSource text(
+        DxfBuilder::withLineEnds(bytes, kLineEnds[random() % std::size(kLineEnds)]));
+    // From the start of a line to anywhere, also into the middle of a line.
+    const char* begin = text.begin();
+    for (auto skip = random() % 3; skip > 0 && begin != text.end(); --skip) {
+      const char* const found = std::find(begin, text.end(), text.lineEnds().eolChar);
+      begin = found == text.end() ? begin : found + 1;
+    }
+    const char* const end = begin + random() % static_cast<unsigned>(text.end() - begin + 1);
+    std::vector<std::string> lines;
+    LineCursor cursor({begin, end}, text.lineEnds());
+    while (!cursor.atEnd()) {
+      EXPECT_LT(cursor.position(), end);
+      if (random() % 8 == 0) cursor.seek(cursor.position());
+      lines.emplace_back(cursor.next());
+    }
+    EXPECT_EQ(cursor.position(), end);
+    EXPECT_EQ(cursor.next(), "");
+    ASSERT_EQ(lines, plainLines({begin, end}, text.lineEnds()));
+  }
 }
 
 }  // namespace

@@ -38,6 +38,7 @@ class EntityKeeper : public dxf::EntitySink {
     groups.append(dxf::TextSource::kMargin, drawing_.lineEnds.eolChar);
     entity.groups = texts_.keep(std::move(groups)).data();
     entity.groupsEnd = entity.groups + size;
+    entity.split = {};
   }
 
   void endOfEntities() override { countAtEnd.push_back(entities.size()); }
