@@ -12,7 +12,7 @@ from markdown import Page
 
 
 def pages_of(root):
-    names = ("README.md", "CONTRIBUTING.md", "CHANGELOG.md", "tests/fuzz/README.md")
+    names = ("README.md", "CONTRIBUTING.md", "CHANGELOG.md", "bench/README.md", "tests/fuzz/README.md")
     return [root / name for name in names] + sorted((root / "docs").glob("*.md"))
 
 

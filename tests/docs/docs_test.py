@@ -13,7 +13,7 @@ import option_tables
 import run_commands
 
 root, convert, window = (pathlib.Path(path).resolve() for path in sys.argv[1:4])
-PAGES = ("README.md", "CONTRIBUTING.md", "CHANGELOG.md", "tests/fuzz/README.md")
+PAGES = ("README.md", "CONTRIBUTING.md", "CHANGELOG.md", "bench/README.md", "tests/fuzz/README.md")
 programs = run_commands.Programs(convert, window)
 
 
