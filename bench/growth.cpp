@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <limits>
@@ -14,11 +15,22 @@ namespace quillon::bench {
 namespace {
 
 constexpr std::array<std::size_t, 4> kFactors = {1, 2, 4, 8};
-/// Eight times as much may take twenty times as long, as hash tables outgrow the caches and there
-/// is noise; quadratic growth would be a factor of sixty-four.
-constexpr double kMostGrowth = 20.0;
 
 using Seconds = std::array<double, kFactors.size()>;
+
+/// The exponent of the count that the times grow with: the slope of the straight line that fits
+/// their logarithms best.
+double exponentOf(const Seconds& seconds) {
+  const double middle = 0.5 * static_cast<double>(seconds.size() - 1);
+  double products = 0.0;
+  double squares = 0.0;
+  for (std::size_t i = 0; i < seconds.size(); ++i) {
+    const double step = static_cast<double>(i) - middle;  // the logarithm of the factor, to base 2
+    products += step * std::log2(seconds[i]);
+    squares += step * step;
+  }
+  return products / squares;
+}
 
 /// Best processor time of each size, alternating between sizes. Other programs disturb it less than
 /// wall-clock time.
@@ -57,9 +69,10 @@ bool measureSeries(const Series& series, const std::string& folder, std::size_t 
   for (std::size_t i = 1; i < seconds.size(); ++i) {
     std::printf(" %5.2f", seconds[i] / seconds[i - 1]);
   }
-  const double growth = seconds.back() / seconds.front();
-  const bool good = growth <= kMostGrowth;
-  std::printf("  in all %6.2f (at most %.0f)%s\n", growth, kMostGrowth, good ? "" : "  TOO SLOW");
+  const double exponent = exponentOf(seconds);
+  const bool good = exponent <= series.mostExponent;
+  std::printf("  exponent %5.2f (at most %.1f)%s\n", exponent, series.mostExponent,
+              good ? "" : "  TOO MUCH");
   std::fflush(stdout);
   return good;
 }

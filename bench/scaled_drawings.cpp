@@ -1,9 +1,13 @@
 #include "scaled_drawings.h"
 
+#include <cmath>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "dice.h"
 #include "drawings.h"
+#include "geometry/point.h"
 
 namespace quillon::bench {
 namespace {
@@ -159,6 +163,82 @@ void makeFormatCodes(DrawingText& drawing, std::size_t count) {
 
 void setDashes(convert::ConversionJob& job) { job.dotted = true; }
 
+void setExact(convert::ConversionJob& job) {
+  job.rules = convert::Rules::Exact;
+  job.version = convert::kEagle6;
+  job.unit = base::Unit::Mm;
+}
+
+/// The lower left corner of a cell, ten wide, in a square of so many cells.
+geometry::Point cellAt(std::size_t index, std::size_t count) {
+  const auto columns = static_cast<std::size_t>(std::ceil(std::sqrt(static_cast<double>(count))));
+  constexpr double kCell = 10.0;
+  return {kCell * static_cast<double>(index % columns),
+          kCell * static_cast<double>(index / columns)};
+}
+
+/// The sides of triangles, in a random order, so that ends have to be found.
+void makeEnds(DrawingText& drawing, std::size_t count) {
+  Dice dice(11);
+  std::vector<std::size_t> sides(count / 2);
+  for (std::size_t i = 0; i < sides.size(); ++i) {
+    sides[i] = i;
+    std::swap(sides[i], sides[dice.below(i + 1)]);
+  }
+  const geometry::Point corners[] = {{1.0, 1.0}, {9.0, 2.0}, {3.0, 8.0}};
+  beginEntities(drawing);
+  for (const std::size_t side : sides) {
+    const geometry::Point cell = cellAt(side / 3, count / 6 + 1);
+    const geometry::Point from = corners[side % 3];
+    const geometry::Point to = corners[(side + 1) % 3];
+    drawing.beginEntity("LINE", "0").group(100, "AcDbLine");
+    drawing.point(10, cell.x + from.x, cell.y + from.y).point(11, cell.x + to.x, cell.y + to.y);
+  }
+  finish(drawing);
+}
+
+/// A square loop of a HATCH.
+void writeLoop(DrawingText& drawing, geometry::Point low, double size) {
+  drawing.integer(92, 2).integer(72, 0).integer(73, 1).integer(93, 4);
+  drawing.number(10, low.x).number(20, low.y).number(10, low.x + size).number(20, low.y);
+  drawing.number(10, low.x + size).number(20, low.y + size);
+  drawing.number(10, low.x).number(20, low.y + size).integer(97, 0);
+}
+
+DrawingText& beginHatch(DrawingText& drawing, std::string_view pattern, std::size_t loops) {
+  drawing.beginEntity("HATCH", "0").group(100, "AcDbHatch").point(10, 0.0, 0.0);
+  drawing.number(210, 0.0).number(220, 0.0).number(230, 1.0).group(2, pattern);
+  drawing.integer(70, pattern == "SOLID" ? 1 : 0).integer(71, 0);
+  return drawing.integer(91, static_cast<std::int64_t>(loops));
+}
+
+/// One filled area with square holes.
+void makeHoles(DrawingText& drawing, std::size_t count) {
+  beginEntities(drawing);
+  beginHatch(drawing, "SOLID", count + 1);
+  const geometry::Point last = cellAt(count, count);
+  writeLoop(drawing, {-10.0, -10.0}, last.y + 40.0);
+  for (std::size_t i = 0; i < count; ++i) {
+    const geometry::Point cell = cellAt(i, count);
+    writeLoop(drawing, {cell.x + 2.0, cell.y + 2.0}, 5.0);
+  }
+  drawing.integer(75, 0).integer(76, 1).integer(98, 0);
+  finish(drawing);
+}
+
+/// Squares, each hatched with lines of its own.
+void makeHatches(DrawingText& drawing, std::size_t count) {
+  beginEntities(drawing);
+  for (std::size_t i = 0; i < count; ++i) {
+    beginHatch(drawing, "ANSI31", 1);
+    writeLoop(drawing, cellAt(i, count), 8.0);
+    drawing.integer(75, 0).integer(76, 1).number(52, 0.0).number(41, 1.0).integer(77, 0);
+    drawing.integer(78, 1).number(53, 45.0).number(43, 0.0).number(44, 0.0);
+    drawing.number(45, -0.7).number(46, 0.7).integer(79, 0).integer(98, 0);
+  }
+  finish(drawing);
+}
+
 constexpr Series kSeries[] = {
     {"file size", "byte", 20'000'000, makeMixed},
     {"entities", "entity", 100'000, makeEntities},
@@ -171,6 +251,9 @@ constexpr Series kSeries[] = {
     {"closed polyline", "vertex", 200'000, makeVertices<true>},
     {"long text", "character", 4'000'000, makeLongText},
     {"format codes", "code", 4'000, makeFormatCodes},
+    {"ends", "end", 120'000, makeEnds, setExact, Series::kSorted},
+    {"holes", "hole", 4'000, makeHoles, setExact, Series::kSorted},
+    {"hatches", "hatch", 4'000, makeHatches, setExact, Series::kSorted},
 };
 
 }  // namespace

@@ -18,6 +18,11 @@ struct Series {
   void (*make)(DrawingText& drawing, std::size_t count);
   /// Switches on the feature that the series measures.
   void (*set)(convert::ConversionJob& job) = [](convert::ConversionJob&) {};
+  /// The largest exponent of the count that its time may grow with.
+  double mostExponent = kLinear;
+
+  static constexpr double kLinear = 1.1;  ///< caches that are outgrown, and noise
+  static constexpr double kSorted = 1.2;  ///< something is sorted
 };
 
 std::span<const Series> allSeries();
