@@ -1,16 +1,18 @@
 #!/usr/bin/python3
 """other_readers.py QUILLON-CONVERT DRAWING...: the processor time of other programs that read these
 drawings, as multiples of what converting them takes, as a table in Markdown. The programs alternate,
-and each counts by its quickest round; one that takes minutes runs once."""
+and each counts by its quickest round; one that takes minutes is ended, and the table says "over"."""
 
 import os
+import resource
+import signal
 import subprocess
 import sys
 import tempfile
 from pathlib import Path
 
 ROUNDS = 3
-LONG = 60.0  # seconds, after which a program is not run again
+LONG = 120  # seconds of processor time, after which a program is ended
 
 
 def programs(convert: str, drawing: str, folder: str) -> dict[str, list[str]]:
@@ -30,24 +32,38 @@ def programs(convert: str, drawing: str, folder: str) -> dict[str, list[str]]:
     }
 
 
-def seconds(command: list[str]) -> float | None:
-    """Of the processor; None where the program fails."""
-    with open(os.devnull, "w", encoding="utf-8") as nowhere:
-        child = subprocess.Popen(command, stdout=nowhere, stderr=nowhere)
+def seconds(command: list[str]) -> tuple[float, str]:
+    """Of the processor; with "fails" or "over" where the program did not come to its end."""
+    with open(os.devnull, "r+b") as nowhere:
+        child = subprocess.Popen(
+            command,
+            stdin=nowhere,
+            stdout=nowhere,
+            stderr=nowhere,
+            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_CPU, (LONG, LONG + 1)),
+        )
         _, status, used = os.wait4(child.pid, 0)
-    return used.ru_utime + used.ru_stime if status == 0 else None
+    taken = used.ru_utime + used.ru_stime
+    if status == 0:
+        return taken, ""
+    is_long = os.WIFSIGNALED(status) and os.WTERMSIG(status) in (signal.SIGXCPU, signal.SIGKILL)
+    return taken, "over" if is_long else "fails"
 
 
-def best_times(commands: dict[str, list[str]]) -> dict[str, float | None]:
-    best: dict[str, float | None] = {}
+def best_times(commands: dict[str, list[str]]) -> dict[str, tuple[float, str]]:
+    best: dict[str, tuple[float, str]] = {}
     for _ in range(ROUNDS):
         for name, command in commands.items():
-            known = best.get(name)
-            if name in best and (known is None or known > LONG):
+            if name in best and best[name][1]:
                 continue
             taken = seconds(command)
-            best[name] = taken if known is None or taken is None else min(known, taken)
+            best[name] = min(best.get(name, taken), taken)
     return best
+
+
+def cell_of(taken: tuple[float, str], base: float) -> str:
+    multiple = f"{taken[0] / base:.1f}"
+    return {"": multiple, "over": f"over {multiple}"}.get(taken[1], taken[1])
 
 
 def main() -> None:
@@ -58,10 +74,9 @@ def main() -> None:
     with tempfile.TemporaryDirectory() as folder:
         for drawing in drawings:
             times = best_times(programs(convert, drawing, folder))
-            base = next(iter(times.values()))
+            base = next(iter(times.values()))[0]
             for name, taken in times.items():
-                cell = "fails" if taken is None or base is None else f"{taken / base:.1f}"
-                rows.setdefault(name, []).append(cell)
+                rows.setdefault(name, []).append(cell_of(taken, base))
     print("| | " + " | ".join(Path(drawing).stem for drawing in drawings) + " |")
     print("|---" * (len(drawings) + 1) + "|")
     for name, cells in rows.items():
