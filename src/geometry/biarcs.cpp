@@ -53,6 +53,18 @@ std::optional<Point> jointBetween(Point start, Point startDirection, Point end,
   return middle(start, end) + bend * (0.5 * d);
 }
 
+/// The arcs that meet in this joint; none where one of them would turn by 180 degrees or more.
+std::optional<Biarc> biarcThrough(Point joint, Point start, Point startDirection, Point end,
+                                  Point endDirection) {
+  const Biarc arcs{arcAlong(start, startDirection, joint),
+                   reversed(arcAlong(end, -endDirection, joint))};
+  constexpr double kMost = 180.0;
+  if (!(std::fabs(arcs.first.curve) < kMost) || !(std::fabs(arcs.second.curve) < kMost)) {
+    return std::nullopt;
+  }
+  return arcs;
+}
+
 class BiarcWriter {
  public:
   BiarcWriter(const Curve& curve, std::span<const double> checks, const CurveSettings& settings,
@@ -62,25 +74,26 @@ class BiarcWriter {
         settings_(settings),
         path_(path),
         points_(points),
+        pointsSize_(points != nullptr ? points->size() : 0.0),
         allowed_(kAtSamples * settings.tolerance) {}
 
   /// Draws what lies between two cuts.
   void writePiece(double from, double to) {
-    Part whole{from, to, curve_(from, Side::kAfter), curve_(to, Side::kBefore), 0};
+    const Part whole{from, to, endOf(curve_(from, Side::kAfter)), endOf(curve_(to, Side::kBefore)),
+                     0};
     if (!begin(whole)) return;
-    std::array<Part, kMostHalvings + 2> pending;  // the right halves, and the part at hand
     std::size_t count = 0;
-    pending[count++] = whole;
+    pending_[count++] = whole;
     while (count > 0) {
-      const Part part = pending[--count];
+      const Part part = pending_[--count];
       if (written_ >= settings_.maxVertices) {
         report_.limitReached = true;
-        lineTo(part.end.at);
+        lineTo(part.end.sample.at);
       } else if (!write(part)) {
         const double half = part.from + 0.5 * (part.to - part.from);
-        const CurveSample& between = inner_[kMiddle];
-        pending[count++] = {half, part.to, between, part.end, part.halvings + 1};
-        pending[count++] = {part.from, half, part.start, between, part.halvings + 1};
+        const End between = endOf(inner_[kMiddle]);
+        pending_[count++] = {half, part.to, between, part.end, part.halvings + 1};
+        pending_[count++] = {part.from, half, part.start, between, part.halvings + 1};
       }
     }
   }
@@ -88,42 +101,49 @@ class BiarcWriter {
   const CurveReport& report() const { return report_; }
 
  private:
+  struct End {
+    CurveSample sample;
+    Point direction;  ///< of the curve; a unit vector
+  };
+  /// A part of the curve, which the path has reached.
   struct Part {
     double from;
     double to;
-    CurveSample start;
-    CurveSample end;
+    End start;
+    End end;
     int halvings;
-  };
-  struct Directions {
-    Point start;
-    Point end;
   };
   /// How near a part is to the line between its ends, and to both arcs.
   struct Verdict {
     Nearness line = Nearness::Unclear;
     Nearness arcs = Nearness::Unclear;
+    std::optional<Point> joint{};  ///< of the arcs, if it was looked for
   };
 
-  /// Brings the path to the start of a piece, and that to the bits of the path. False if the piece
-  /// cannot be drawn.
-  bool begin(Part& piece) {
-    if (!usable(piece.start.at) || !usable(piece.end.at)) {
+  static End endOf(const CurveSample& sample) { return {sample, unit(sample.derivative)}; }
+
+  /// Where the part at hand starts, to the bits of the path.
+  Point start() const { return path_.vertices.back().at; }
+
+  /// Brings the path to the start of a piece. False if the piece cannot be drawn.
+  bool begin(const Part& piece) {
+    const Point at = piece.start.sample.at;
+    if (!usable(at) || !usable(piece.end.sample.at)) {
       report_.unusable = true;
       return false;
     }
     if (path_.vertices.empty()) {
-      path_.vertices.push_back({piece.start.at, 0.0});
-    } else if (distance(path_.vertices.back().at, piece.start.at) >= settings_.resolution) {
+      path_.vertices.push_back({at, 0.0});
+    } else if (distance(start(), at) >= settings_.resolution) {
       report_.gap = report_.gap || started_;
-      lineTo(piece.start.at);
+      lineTo(at);
     }
     started_ = true;
-    piece.start.at = path_.vertices.back().at;
     return true;
   }
 
-  /// Draws a part that needs no halving, or can have no more; false for others.
+  /// Draws a part that needs no halving, or can have no more; false for others, whose middle then
+  /// is known.
   bool write(const Part& part) {
     known_ = 0;
     isUnusable_ = false;
@@ -133,44 +153,45 @@ class BiarcWriter {
       if (part.halvings < kMostHalvings) return false;
       report_.coarse = true;
     }
-    lineTo(part.end.at);
+    lineTo(part.end.sample.at);
     return true;
   }
 
   /// Draws the part if a line or two arcs are near enough; each sample is looked at closely only
   /// where that matters.
   bool writeIfClear(const Part& part) {
-    const Directions directions{unit(part.start.derivative), unit(part.end.derivative)};
-    const Verdict verdict = lookAt(part, directions);
+    const Verdict verdict = lookAt(part);
     if (verdict.line == Nearness::Near || (verdict.line == Nearness::Unclear && isLine(part))) {
-      lineTo(part.end.at);
+      lineTo(part.end.sample.at);
       return true;
     }
+    const bool isUsable = !isUnusable_ && usable(pointOf(part, kMiddle));
+    if (isUsable && verdict.arcs == Nearness::Near && writeBiarc(part, verdict)) return true;
     // The sample in the middle is needed to halve the part.
     sampleOf(part, kMiddle);
-    return !isUnusable_ && verdict.arcs != Nearness::Far &&
-           writeBiarc(part, directions, verdict.arcs);
+    return !isUnusable_ && verdict.arcs == Nearness::Unclear && writeBiarc(part, verdict);
   }
 
   /// What can be told of the part at a first look.
-  Verdict lookAt(const Part& part, const Directions& directions) {
-    const Point start = part.start.at;
-    const Point end = part.end.at;
-    const double size = std::max({std::fabs(start.x), std::fabs(start.y), std::fabs(end.x),
-                                  std::fabs(end.y), points_ != nullptr ? points_->size() : 0.0});
+  Verdict lookAt(const Part& part) {
+    const Point from = start();
+    const Point to = part.end.sample.at;
+    pointsKnown_ = 0;
+    if (points_ != nullptr) points_->enter(part.from, part.to, part.start.sample);
+    const double size = std::max(
+        {std::fabs(from.x), std::fabs(from.y), std::fabs(to.x), std::fabs(to.y), pointsSize_});
     const auto limits = NearLimits::around(allowed_, size);
-    if (!limits || start == end) return {};
-    if (points_ != nullptr) points_->within(part.from, part.to, inPart_);
-    const NearArc straight = NearArc::line(start, end, *limits);
+    if (!limits || from == to) return {};
+    const NearArc straight = NearArc::line(from, to, *limits);
     const Nearness line = nearnessOf(part, [&](Point p, bool) { return straight(p); });
     if (line != Nearness::Far) return {line, Nearness::Unclear};
-    const auto joint = jointBetween(start, directions.start, end, directions.end);
+    const auto joint = jointBetween(from, part.start.direction, to, part.end.direction);
     if (!joint) return {line, Nearness::Unclear};
     const auto first =
-        NearArc::leaving(start, directions.start, *joint, settings_.resolution, *limits);
+        NearArc::leaving(from, part.start.direction, *joint, settings_.resolution, *limits);
     const auto second =
-        NearArc::meeting(*joint, end, directions.end, settings_.resolution, *limits);
-    if (!first || !second) return {line, Nearness::Unclear};
+        NearArc::meeting(*joint, to, part.end.direction, settings_.resolution, *limits);
+    if (!first || !second) return {line, Nearness::Unclear, joint};
     const Nearness arcs = nearnessOf(part, [&](Point p, bool isInFirstHalf) {
       // Near to the one that is likely is near enough.
       const Nearness likely = isInFirstHalf ? (*first)(p) : (*second)(p);
@@ -178,15 +199,14 @@ class BiarcWriter {
       const Nearness other = isInFirstHalf ? (*second)(p) : (*first)(p);
       return likely == Nearness::Unclear && other == Nearness::Far ? likely : other;
     });
-    return {line, arcs};
+    return {line, arcs, joint};
   }
 
   /// That of the first point that is not near.
   template <typename Function>
   Nearness nearnessOf(const Part& part, Function&& nearnessOfPoint) {
     for (const std::size_t i : kOrder) {
-      const Point at = points_ != nullptr ? inPart_[i] : sampleOf(part, i).at;
-      const Nearness nearness = nearnessOfPoint(at, i <= kMiddle);
+      const Nearness nearness = nearnessOfPoint(pointOf(part, i), i <= kMiddle);
       if (nearness != Nearness::Near) return nearness;
     }
     auto check = std::upper_bound(checks_.begin(), checks_.end(), part.from);
@@ -199,16 +219,20 @@ class BiarcWriter {
   }
 
   bool isLine(const Part& part) {
-    return liesWithin(part, ArcDistance({part.start.at, part.end.at}), nullptr);
+    return liesWithin(part, ArcDistance({start(), part.end.sample.at}), nullptr);
   }
 
-  bool writeBiarc(const Part& part, const Directions& directions, Nearness nearness) {
+  bool writeBiarc(const Part& part, const Verdict& verdict) {
+    const auto joint = verdict.joint ? verdict.joint
+                                     : jointBetween(start(), part.start.direction,
+                                                    part.end.sample.at, part.end.direction);
+    if (!joint) return false;
     std::optional<Biarc> arcs =
-        biarcBetween(part.start.at, directions.start, part.end.at, directions.end);
+        biarcThrough(*joint, start(), part.start.direction, part.end.sample.at, part.end.direction);
     if (!arcs) return false;
     straighten(arcs->first, settings_.resolution);
     straighten(arcs->second, settings_.resolution);
-    if (nearness == Nearness::Unclear) {
+    if (verdict.arcs == Nearness::Unclear) {
       const ArcDistance second(arcs->second);
       if (!liesWithin(part, ArcDistance(arcs->first), &second)) return false;
     }
@@ -217,7 +241,17 @@ class BiarcWriter {
     return true;
   }
 
-  /// A point within the part; each is worked out once.
+  /// A point within the part, but for some rounding; each is worked out once.
+  Point pointOf(const Part& part, std::size_t i) {
+    if (points_ == nullptr) return sampleOf(part, i).at;
+    if ((pointsKnown_ >> i & 1U) == 0) {
+      inPart_[i] = points_->inPart(i);
+      pointsKnown_ |= 1U << i;
+    }
+    return inPart_[i];
+  }
+
+  /// The same as a sample.
   const CurveSample& sampleOf(const Part& part, std::size_t i) {
     if ((known_ >> i & 1U) == 0) {
       const double step = (part.to - part.from) / (kPointsInPart + 1);
@@ -258,12 +292,16 @@ class BiarcWriter {
   const CurveSettings& settings_;
   Path& path_;
   CurvePoints* points_;
+  double pointsSize_;
   double allowed_;
   CurveReport report_;
+  std::array<Part, kMostHalvings + 2> pending_;  ///< the right halves, and the part at hand
+  // Points of the part at hand as samples and from points_, and which of them are known, as bits.
   std::array<CurveSample, kPointsInPart> inner_{};
-  std::array<Point, kPointsInPart> inPart_{};  ///< the same points from points_
-  unsigned known_ = 0;       ///< which of these are worked out for the part at hand, bit by bit
-  bool isUnusable_ = false;  ///< one of them is
+  std::array<Point, kPointsInPart> inPart_{};
+  unsigned known_ = 0;
+  unsigned pointsKnown_ = 0;
+  bool isUnusable_ = false;  ///< one of the samples is
   std::size_t written_ = 0;
   bool started_ = false;
 };
@@ -274,13 +312,7 @@ std::optional<Biarc> biarcBetween(Point start, Point startDirection, Point end,
                                   Point endDirection) {
   const auto joint = jointBetween(start, startDirection, end, endDirection);
   if (!joint) return std::nullopt;
-  const Biarc arcs{arcAlong(start, startDirection, *joint),
-                   reversed(arcAlong(end, -endDirection, *joint))};
-  constexpr double kMost = 180.0;
-  if (!(std::fabs(arcs.first.curve) < kMost) || !(std::fabs(arcs.second.curve) < kMost)) {
-    return std::nullopt;
-  }
-  return arcs;
+  return biarcThrough(*joint, start, startDirection, end, endDirection);
 }
 
 CurveReport appendBiarcs(const Curve& curve, std::span<const double> cuts,

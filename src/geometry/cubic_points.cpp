@@ -27,14 +27,16 @@ CubicPoints::CubicPoints(const Spline& spline) : size_(spline.largestCoordinate(
   }
 }
 
-void CubicPoints::within(double from, double to, std::span<Point, kPointsInPart> points) {
-  const double step = (to - from) / static_cast<double>(points.size() + 1);
-  const Span* span = &spanOf(from);
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    const double parameter = from + step * static_cast<double>(i + 1);
-    if (parameter >= span->to) span = &spanOf(parameter);
-    points[i] = pointIn(*span, parameter);
-  }
+void CubicPoints::enter(double from, double to, const CurveSample&) {
+  from_ = from;
+  step_ = (to - from) / static_cast<double>(kPointsInPart + 1);
+  if (span_ == nullptr) span_ = &spans_.front();
+}
+
+Point CubicPoints::inPart(std::size_t index) {
+  const double parameter = from_ + step_ * static_cast<double>(index + 1);
+  if (parameter < span_->from || parameter >= span_->to) span_ = &spanOf(parameter);
+  return pointIn(*span_, parameter);
 }
 
 Point CubicPoints::at(double parameter) { return pointIn(spanOf(parameter), parameter); }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <span>
+#include <cstddef>
 #include <vector>
 
 #include "geometry/curve.h"
@@ -16,7 +16,8 @@ class CubicPoints final : public CurvePoints {
   /// The spline is usable() and isCubic().
   explicit CubicPoints(const Spline& spline);
 
-  void within(double from, double to, std::span<Point, kPointsInPart> points) override;
+  void enter(double from, double to, const CurveSample& start) override;
+  Point inPart(std::size_t index) override;
   Point at(double parameter) override;
   double size() const override { return size_; }
 
@@ -33,6 +34,10 @@ class CubicPoints final : public CurvePoints {
 
   std::vector<Span> spans_;
   double size_;
+  // The part at hand.
+  double from_ = 0.0;
+  double step_ = 0.0;
+  const Span* span_ = nullptr;  ///< of the point asked for last
 };
 
 }  // namespace quillon::geometry

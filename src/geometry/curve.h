@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <span>
 
 #include "geometry/path.h"
 
@@ -29,9 +28,10 @@ inline constexpr std::size_t kPointsInPart = 15;
 class CurvePoints {
  public:
   virtual ~CurvePoints() = default;
-  /// Sets points that part a part of the curve without kinks into one more than there are, at equal
-  /// steps of the parameter.
-  virtual void within(double from, double to, std::span<Point, kPointsInPart> points) = 0;
+  /// Goes to a part of the curve without kinks; `start` is where the curve is at `from`.
+  virtual void enter(double from, double to, const CurveSample& start) = 0;
+  /// One of kPointsInPart points that part it into one more, at equal steps of the parameter.
+  virtual Point inPart(std::size_t index) = 0;
   virtual Point at(double parameter) = 0;
   /// The size of the largest number that was rounded on the way.
   virtual double size() const = 0;

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <limits>
 #include <numbers>
-#include <span>
 #include <vector>
 
 #include "geometry/arc.h"
@@ -82,14 +81,14 @@ class EllipsePoints final : public CurvePoints {
  public:
   explicit EllipsePoints(const Ellipse& ellipse) : ellipse_(ellipse) {}
 
-  void within(double from, double to, std::span<Point, kPointsInPart> points) override {
-    const Turns& turns = turnsBy((to - from) / static_cast<double>(points.size() + 1));
-    const Point direction = unitVector(from);
-    const Point out = ellipse_.u * direction.x + ellipse_.v * direction.y;
-    const Point along = ellipse_.v * direction.x - ellipse_.u * direction.y;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      points[i] = ellipse_.centre + out * turns.by[i].x + along * turns.by[i].y;
-    }
+  void enter(double from, double to, const CurveSample& start) override {
+    turn_ = &turnsBy((to - from) / static_cast<double>(kPointsInPart + 1));
+    out_ = start.at - ellipse_.centre;
+    along_ = start.derivative;
+  }
+  Point inPart(std::size_t index) override {
+    const Point& turn = turn_->by[index];
+    return ellipse_.centre + out_ * turn.x + along_ * turn.y;
   }
   Point at(double parameter) override { return ellipse_.at(parameter); }
   double size() const override {
@@ -119,6 +118,10 @@ class EllipsePoints final : public CurvePoints {
 
   const Ellipse& ellipse_;
   std::array<Turns, 8> turns_;  ///< each half as wide as the one before
+  // The part at hand.
+  const Turns* turn_ = nullptr;
+  Point out_;    ///< from the centre to its start
+  Point along_;  ///< the derivative there
 };
 
 CurvePath biarcPath(const Ellipse& e, const CurveSettings& settings) {
