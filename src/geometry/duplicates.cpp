@@ -117,6 +117,9 @@ bool isNothing(const Stroke& stroke, double resolution) {
   if (!usable(stroke.edge.from) || !usable(stroke.edge.to)) return true;
   if (stroke.isCircle) return norm(stroke.edge.to - stroke.edge.from) < resolution;
   if (!(std::fabs(stroke.edge.curve) < 360.0)) return true;
+  // An arc is no shorter than its chord.
+  constexpr double kClearly = 1.0 + 1e-9;
+  if (norm(stroke.edge.to - stroke.edge.from) > kClearly * resolution) return false;
   return stroke.edge.from == stroke.edge.to || lengthOf(stroke.edge) < resolution;
 }
 

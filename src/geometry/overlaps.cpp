@@ -69,13 +69,13 @@ struct Round {
   Point to;
 };
 
+/// The same arc, counter-clockwise.
+Edge leftwards(const Edge& edge) { return edge.curve < 0.0 ? reversed(edge) : edge; }
+
 Round roundOf(const Stroke& stroke) {
-  const Edge& edge = stroke.edge;
-  if (stroke.isCircle) {
-    return {{edge.from, norm(edge.to - edge.from)}, 0.0, 2.0 * std::numbers::pi, {}, {}};
-  }
-  const Edge left = edge.curve < 0.0 ? reversed(edge) : edge;
-  const Circle circle = circleOf(left);
+  const Circle circle = overlapCircleOf(stroke);
+  if (stroke.isCircle) return {circle, 0.0, 2.0 * std::numbers::pi, {}, {}};
+  const Edge left = leftwards(stroke.edge);
   const Point out = left.from - circle.centre;
   return {circle, std::atan2(out.y, out.x), radiansOf(left.curve), left.from, left.to};
 }
@@ -311,7 +311,11 @@ double overlapOffsetCell(double resolution, double size) {
 
 double overlapCircleCell(double resolution) { return 16.0 * resolution; }
 
-Circle overlapCircleOf(const Stroke& stroke) { return roundOf(stroke).circle; }
+Circle overlapCircleOf(const Stroke& stroke) {
+  const Edge& edge = stroke.edge;
+  if (stroke.isCircle) return {edge.from, norm(edge.to - edge.from)};
+  return circleOf(leftwards(edge));
+}
 
 std::vector<bool> mergeOverlaps(std::vector<Stroke>& strokes, double resolution, const Box& others,
                                 std::vector<Union>& unions, const StopCheck& stop) {

@@ -66,9 +66,9 @@ bool isUsable(const Path& path) {
 Circle circleOf(const Edge& edge) {
   const Point chord = edge.to - edge.from;
   const double half = halfSweep(edge);
-  const double toCentre = 0.5 * std::cos(half) / std::sin(half);
-  return {edge.from + chord * 0.5 + leftOf(chord) * toCentre,
-          0.5 * norm(chord) / std::fabs(std::sin(half))};
+  const double sine = std::sin(half);
+  const double toCentre = 0.5 * std::cos(half) / sine;
+  return {edge.from + chord * 0.5 + leftOf(chord) * toCentre, 0.5 * norm(chord) / std::fabs(sine)};
 }
 
 Point pointAt(const Edge& edge, double fraction) {

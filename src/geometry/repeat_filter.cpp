@@ -29,10 +29,8 @@ void RepeatFilter::addTo(Box& box, const Stroke& stroke, double resolution) {
 }
 
 void RepeatFilter::add(const Stroke& stroke, std::size_t index) {
-  if (cells_.isFar(stroke) || !hasSize(stroke, cells_.resolution())) doubtful_.push_back(index);
-  const auto addCell = [&](std::uint64_t hash) { hashes_.add(hash, index); };
-  cells_.forEachMiddle(stroke, addCell);
-  cells_.forEachCarrier(stroke, addCell);
+  const bool isTold = cells_.forEach(stroke, [&](std::uint64_t hash) { hashes_.add(hash, index); });
+  if (!isTold || !hasSize(stroke, cells_.resolution())) doubtful_.push_back(index);
 }
 
 std::vector<bool> RepeatFilter::repeating(std::size_t indices) {

@@ -22,16 +22,15 @@ class StrokeCells {
 
   double resolution() const { return resolution_; }
 
-  /// Calls function(hash) for each cell of where the stroke is, or of the line or circle that it is
-  /// on.
+  /// Calls function(hash) for each cell of where the stroke is, and of the line or circle that it
+  /// is on. False where coordinates are so large that equal cells mean little.
   template <typename Function>
-  void forEachMiddle(const Stroke& stroke, Function&& function) const;
+  bool forEach(const Stroke& stroke, Function&& function) const;
+  /// The same for the line or circle alone.
   template <typename Function>
   void forEachCarrier(const Stroke& stroke, Function&& function) const;
   /// Whether a stroke is so little off another one that it is near to nothing else.
   bool areOnOne(const Stroke& one, const Stroke& other) const;
-  /// Where coordinates are so large that equal cells mean little.
-  bool isFar(const Stroke& stroke) const;
 
  private:
   /// Numbers of grids for one layer; those of other layers are multiples of kGrids higher.
@@ -47,9 +46,11 @@ class StrokeCells {
   static bool isLine(const Stroke& stroke) { return stroke.edge.curve == 0.0 && !stroke.isCircle; }
 
   template <typename Function>
+  void forEachMiddle(const Stroke& stroke, Function&& function) const;
+  template <typename Function>
   void forEachOfLine(const Stroke& stroke, Function&& function) const;
   template <typename Function>
-  void forEachOfCircle(const Stroke& stroke, Function&& function) const;
+  void forEachOfCircle(const Stroke& stroke, const Circle& circle, Function&& function) const;
 
   double resolution_;
   Point origin_;
@@ -70,13 +71,19 @@ inline bool StrokeCells::areOnOne(const Stroke& one, const Stroke& other) const 
   return first == sum;
 }
 
-inline bool StrokeCells::isFar(const Stroke& stroke) const {
+template <typename Function>
+bool StrokeCells::forEach(const Stroke& stroke, Function&& function) const {
   const double most = kMostUnits * resolution_;
   const auto isWithin = [most](Point p) { return std::fabs(p.x) < most && std::fabs(p.y) < most; };
-  if (!isWithin(stroke.edge.from) || !isWithin(stroke.edge.to) || !isWithin(origin_)) return true;
-  if (isLine(stroke)) return false;
+  const bool isNearby = isWithin(stroke.edge.from) && isWithin(stroke.edge.to) && isWithin(origin_);
+  forEachMiddle(stroke, function);
+  if (isLine(stroke)) {
+    forEachOfLine(stroke, function);
+    return isNearby;
+  }
   const Circle circle = overlapCircleOf(stroke);
-  return !isWithin(circle.centre) || !(circle.radius < most);
+  forEachOfCircle(stroke, circle, function);
+  return isNearby && isWithin(circle.centre) && circle.radius < most;
 }
 
 /// Equal strokes have equal middles, in either sense. Unless they are short, equal lines have
@@ -100,7 +107,8 @@ void StrokeCells::forEachMiddle(const Stroke& stroke, Function&& function) const
 
 template <typename Function>
 void StrokeCells::forEachCarrier(const Stroke& stroke, Function&& function) const {
-  return isLine(stroke) ? forEachOfLine(stroke, function) : forEachOfCircle(stroke, function);
+  if (isLine(stroke)) return forEachOfLine(stroke, function);
+  forEachOfCircle(stroke, overlapCircleOf(stroke), function);
 }
 
 /// By the direction of the line, without a sense, and its distance from the origin. The direction
@@ -124,9 +132,9 @@ void StrokeCells::forEachOfLine(const Stroke& stroke, Function&& function) const
 }
 
 template <typename Function>
-void StrokeCells::forEachOfCircle(const Stroke& stroke, Function&& function) const {
+void StrokeCells::forEachOfCircle(const Stroke& stroke, const Circle& circle,
+                                  Function&& function) const {
   constexpr double kWidth = 16.0;
-  const Circle circle = overlapCircleOf(stroke);
   const double cell = overlapCircleCell(resolution_);
   const WideCell x((circle.centre.x - origin_.x) / cell, kWidth);
   const WideCell y((circle.centre.y - origin_.y) / cell, kWidth);
