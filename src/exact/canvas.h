@@ -10,6 +10,7 @@
 #include "exact/entity.h"
 #include "exact/options.h"
 #include "exact/shapes.h"
+#include "exact/text_style.h"
 #include "geometry/curve.h"
 #include "geometry/ellipse.h"
 #include "geometry/fit_spline.h"
@@ -47,6 +48,7 @@ class Canvas {
       : options_(options),
         measures_(options),
         drawing_(drawing),
+        textStyles_(drawing),
         sink_(&sink),
         losses_(losses),
         poll_(poll) {}
@@ -54,6 +56,7 @@ class Canvas {
   const Options& options() const { return options_; }
   const Measures& measures() const { return measures_; }
   const dxf::Drawing& drawing() const { return drawing_; }
+  const TextStyle& textStyle(std::string_view name) { return textStyles_.find(name); }
   /// False where $FILLMODE is 0: areas become their outlines.
   bool fills() const { return options_.fillAlways || drawing_.fillMode != 0.0; }
 
@@ -128,6 +131,7 @@ class Canvas {
   const Options& options_;
   Measures measures_;
   const dxf::Drawing& drawing_;
+  TextStyles textStyles_;
   ShapeSink* sink_;
   LossList& losses_;
   rules::CancelPoll& poll_;

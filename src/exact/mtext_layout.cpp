@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <string>
 #include <utility>
 
 #include "exact/mtext_parser.h"
 #include "exact/mtext_wrap.h"
-#include "exact/text_style.h"
 #include "geometry/vectors.h"
 
 namespace quillon::exact {
@@ -125,7 +125,7 @@ void noteChanges(const ParsedText& parsed, const TextEncoder& encoder, const Lin
 void drawLines(const Item& item, const ParagraphText& text, Lettering lettering, const Affine& map,
                Canvas& canvas, std::span<const LossRule> changes) {
   if (!(text.height > 0.0)) return canvas.lose(item, LossRule::NoSize, map(text.at));
-  const TextStyle style = textStyle(text.style, canvas);
+  const TextStyle style = canvas.textStyle(text.style);
   lettering.widthFactor = style.widthFactor;
   TextEncoder encoder(canvas.drawing(), canvas.options().plainLetters);
   const ParsedText parsed = parseMtext(text.content, text.height, encoder);
@@ -140,7 +140,7 @@ void drawLines(const Item& item, const ParagraphText& text, Lettering lettering,
   for (const LossRule rule : changes) setter.change(rule);
   noteChanges(parsed, encoder, whole, style, setter);
   LineWalk walk(text);
-  forEachLine(parsed, encoder, settings, canvas, [&](const WrappedLine& line) {
+  const auto drawLine = [&](const WrappedLine& line) {
     walk.next(line);
     std::string content = contentOf(parsed, line.span, attachment.columns);
     if (content.empty()) return;
@@ -151,7 +151,8 @@ void drawLines(const Item& item, const ParagraphText& text, Lettering lettering,
     }
     setter.draw({std::move(content), text.at + lettering.up * baseline, walk.height(),
                  attachment.columns, Rows::Bottom});
-  });
+  };
+  forEachLine(parsed, encoder, settings, canvas, std::ref(drawLine));
 }
 
 }  // namespace quillon::exact

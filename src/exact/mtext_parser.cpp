@@ -66,6 +66,10 @@ class MtextParser {
 
 void MtextParser::takeNext() {
   markHeight();
+  if (const std::size_t plain = plainLength(rest_); plain > 0) {
+    parsed_.text += rest_.substr(0, plain);
+    return rest_.remove_prefix(plain);
+  }
   if (takeBrace() || takeCaret() || takeBackslash()) return;
   takeCharacter(parsed_.text);
 }

@@ -57,7 +57,8 @@ class MtextReader {
       if (group.code == kEmbedded) inColumns_ = true;
       inColumns_ ? takeOfColumns(group) : take(group);
     }
-    found_.text.content = content_ + std::string(lastPart_);
+    content_ += lastPart_;
+    found_.text.content = std::move(content_);
     found_.text.boxHeight = hasColumns_ ? 0.0 : boxHeight_;
     if (hasColumns_) found_.changes.push_back(LossRule::TextColumns);
     if (isVertical_) found_.changes.push_back(LossRule::TextVertical);
@@ -68,6 +69,7 @@ class MtextReader {
 
  private:
   void take(const dxf::Group& group);
+  void takeNumber(const dxf::Group& group);
   void takeLayout(int code, double number);
   void takePlace(int code, double number);
   void takeOfColumns(const dxf::Group& group);
@@ -101,10 +103,18 @@ void MtextReader::take(const dxf::Group& group) {
       found_.text.style = group.value;
       break;
     default:
-      takeLayout(group.code, base::numberValue(group.value));
-      takePlace(group.code, base::numberValue(group.value));
+      takeNumber(group);
       break;
   }
+}
+
+void MtextReader::takeNumber(const dxf::Group& group) {
+  constexpr int kFirstNumber = 10;
+  constexpr int kLastNumber = 90;
+  if (group.code < kFirstNumber || group.code > kLastNumber) return;
+  const double number = base::numberValue(group.value);
+  takeLayout(group.code, number);
+  takePlace(group.code, number);
 }
 
 void MtextReader::takeLayout(int code, double number) {

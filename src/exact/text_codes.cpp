@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "base/byte_of.h"
 #include "base/number_text.h"
 
 namespace quillon::exact {
@@ -78,7 +79,27 @@ std::size_t takeCaret(std::string_view text, std::string& out) {
   return 2;
 }
 
+/// Whether a byte is a character that stands for itself wherever a character may start.
+constexpr bool isPlain(char c) {
+  constexpr std::string_view kBeginCodes = "%\\^{}";
+  return c >= ' ' && c <= '~' && kBeginCodes.find(c) == std::string_view::npos;
+}
+
+constexpr std::array<bool, 256> makePlainBytes() {
+  std::array<bool, 256> plain{};
+  for (std::size_t i = 0; i < plain.size(); ++i)
+    plain[i] = i < 0x80 && isPlain(static_cast<char>(i));
+  return plain;
+}
+constexpr std::array<bool, 256> kPlainBytes = makePlainBytes();
+
 }  // namespace
+
+std::size_t plainLength(std::string_view text) {
+  std::size_t length = 0;
+  while (length < text.size() && kPlainBytes[base::byteOf(text[length])]) ++length;
+  return length;
+}
 
 std::size_t takeUnicode(std::string_view text, TextEncoder& encoder, std::string& out) {
   constexpr std::size_t kUnicodeLength = 7;
@@ -126,7 +147,9 @@ std::size_t takePercent(std::string_view text, TextEncoder& encoder, std::string
 PlainText plainText(std::string_view text, TextEncoder& encoder) {
   PlainText plain;
   while (!text.empty()) {
-    std::size_t taken = takePercent(text, encoder, plain.content);
+    std::size_t taken = plainLength(text);
+    plain.content += text.substr(0, taken);
+    if (taken == 0) taken = takePercent(text, encoder, plain.content);
     if (taken == 0) taken = takePlainPercent(text, plain);
     if (taken == 0) taken = takeUnicode(text, encoder, plain.content);
     if (taken == 0) taken = takeCaret(text, plain.content);

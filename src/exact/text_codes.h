@@ -17,6 +17,10 @@ struct PlainText {
 /// The characters of a TEXT, ATTRIB or ATTDEF.
 PlainText plainText(std::string_view text, TextEncoder& encoder);
 
+/// How many characters at the start of a text, a byte each, stand for themselves in TEXT and MTEXT
+/// and in all encodings.
+std::size_t plainLength(std::string_view text);
+
 // Codes at the start of a text. They append the character and return the length of the code; 0, and
 // nothing is appended, where there is none.
 

@@ -4,19 +4,26 @@
 
 #include "base/encoding.h"
 #include "base/number_text.h"
+#include "dxf/group_cursor.h"
 #include "exact/whole_numbers.h"
 #include "geometry/vectors.h"
 
 namespace quillon::exact {
 
-TextStyle textStyle(std::string_view name, const Canvas& canvas) {
+const TextStyle& TextStyles::find(std::string_view name) {
+  if (const TextStyle* const* const recent = recent_.find(name)) return **recent;
+  auto found = styles_.find(name);
+  if (found == styles_.end()) found = styles_.emplace(name, read(name)).first;
+  return *recent_.keep(found->first, &found->second);
+}
+
+TextStyle TextStyles::read(std::string_view name) const {
   constexpr int kVertical = 4;
-  const dxf::Drawing& drawing = canvas.drawing();
   TextStyle style;
-  const std::string upper = name.empty() ? "STANDARD" : base::upperCase(name, drawing.encoding);
-  const dxf::LineRange range = drawing.tableEntries.find("STYLE", upper);
+  const std::string upper = name.empty() ? "STANDARD" : base::upperCase(name, drawing_.encoding);
+  const dxf::LineRange range = drawing_.tableEntries.find("STYLE", upper);
   if (range.begin == nullptr) return style;
-  dxf::GroupCursor groups(dxf::LineCursor(range, drawing.lineEnds));
+  dxf::GroupCursor groups(dxf::LineCursor(range, drawing_.lineEnds));
   for (dxf::Group group; groups.next(group);) {
     const double number = base::numberValue(group.value);
     if (group.code == 70) style.isVertical = (cutInteger(number) & kVertical) != 0;

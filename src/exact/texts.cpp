@@ -1,6 +1,5 @@
 #include "exact/texts.h"
 
-#include <array>
 #include <cmath>
 #include <string>
 #include <utility>
@@ -10,7 +9,6 @@
 #include "exact/mtext_reader.h"
 #include "exact/text_codes.h"
 #include "exact/text_layout.h"
-#include "exact/text_style.h"
 #include "geometry/degrees.h"
 #include "geometry/vectors.h"
 
@@ -61,39 +59,70 @@ class TextReader {
       constexpr int kEmbeddedObject = 101;
       if (group.code == kEmbeddedObject) break;
       if (group.code == 100 && group.value == "AcDbXrecord") break;
-      takeWord(group);
-      takeNumber(group.code, base::numberValue(group.value));
+      take(group.code, group.value);
     }
     return values_;
   }
 
  private:
-  void takeWord(const dxf::Group& group) {
-    if (group.code == 1) values_.value = group.value;
-    if (group.code == 2) values_.tag = group.value;
-    if (group.code == 7) values_.style = group.value;
-    if (group.code == 11) values_.hasEnd = true;
-  }
-
-  void takeNumber(int code, double number) {
-    const std::array<NumberField, 9> fields = {{{10, &values_.at.x},
-                                                {20, &values_.at.y},
-                                                {30, &values_.elevation},
-                                                {11, &values_.end.x},
-                                                {21, &values_.end.y},
-                                                {40, &values_.height},
-                                                {41, &values_.widthFactor},
-                                                {50, &values_.angle},
-                                                {51, &values_.oblique}}};
-    for (const NumberField& field : fields) {
-      if (field.code == code) *field.value = number;
+  void take(int code, std::string_view value) {
+    const auto number = [value] { return base::numberValue(value); };
+    const auto small = [value] { return smallNumber(base::numberValue(value)); };
+    if (code == verticalCode_) values_.vertical = small();
+    switch (code) {
+      case 1:
+        values_.value = value;
+        break;
+      case 2:
+        values_.tag = value;
+        break;
+      case 7:
+        values_.style = value;
+        break;
+      case 10:
+        values_.at.x = number();
+        break;
+      case 20:
+        values_.at.y = number();
+        break;
+      case 30:
+        values_.elevation = number();
+        break;
+      case 11:
+        values_.hasEnd = true;
+        values_.end.x = number();
+        break;
+      case 21:
+        values_.end.y = number();
+        break;
+      case 40:
+        values_.height = number();
+        break;
+      case 41:
+        values_.widthFactor = number();
+        break;
+      case 50:
+        values_.angle = number();
+        break;
+      case 51:
+        values_.oblique = number();
+        break;
+      case 70:
+        values_.attribute = small();
+        break;
+      case 71:
+        // After the version of an attribute, this and the next one stand for its kind and lock.
+        if (!hasVersion_) values_.generation = small();
+        break;
+      case 72:
+        if (!hasVersion_) values_.horizontal = small();
+        break;
+      case 280:
+        hasVersion_ = true;
+        break;
+      default:
+        break;
     }
-    if (code == verticalCode_) values_.vertical = smallNumber(number);
-    if (code == 70) values_.attribute = smallNumber(number);
-    // After the version of an attribute, they stand for its kind and lock.
-    if (code == 280) hasVersion_ = true;
-    if (code == 71 && !hasVersion_) values_.generation = smallNumber(number);
-    if (code == 72 && !hasVersion_) values_.horizontal = smallNumber(number);
   }
 
   int verticalCode_;
@@ -187,7 +216,7 @@ void drawTextLine(const Item& item, const TextGroups& values, std::string_view t
   if (isBetweenPoints(values)) {
     fitBetween(values, static_cast<double>(encoder.charactersIn(plain.content)), line, setter);
   }
-  const TextStyle style = textStyle(values.style, canvas);
+  const TextStyle style = canvas.textStyle(values.style);
   if (plain.hasLines) setter.change(LossRule::TextLines);
   if (encoder.hasReplaced()) setter.change(LossRule::CharacterReplaced);
   if (values.oblique != 0.0) setter.change(LossRule::TextOblique, values.oblique);
