@@ -56,9 +56,9 @@ void Canvas::stroke(const Item& item, const Path& path, const Affine& map, const
 
 void Canvas::stroke(const Item& item, const geometry::Ellipse& ellipse, const Affine& map) {
   const geometry::Ellipse placed = geometry::mapped(ellipse, map);
-  const bool isCircle = placed.full() && geometry::isCircle(placed, measures_.resolution);
-  strokeMapped(item, mapped(item, ellipse, map),
-               {.isArc = !placed.full(), .dashesAlongWhole = true}, isCircle);
+  const bool isCircle = geometry::isCircle(placed, measures_.resolution);
+  strokeMapped(item, pathOf(item, placed, isCircle),
+               {.isArc = !placed.full(), .dashesAlongWhole = true}, isCircle && placed.full());
 }
 
 void Canvas::stroke(const Item& item, const geometry::Spline& spline) {
@@ -69,9 +69,7 @@ void Canvas::stroke(const Item& item, const geometry::FitSpline& spline, const A
   strokeMapped(item, mapped(item, spline, map), {.isArc = true, .dashesAlongWhole = true}, false);
 }
 
-void Canvas::segment(const Item& item, Point from, Point to, const Affine& map) {
-  const Point start = map(from);
-  const Point end = map(to);
+void Canvas::segment(const Item& item, Point start, Point end) {
   if (!geometry::usable(start) || !geometry::usable(end)) {
     return lose(item, LossRule::UnusableNumbers);
   }
@@ -86,6 +84,8 @@ void Canvas::segment(const Item& item, Point from, Point to, const Affine& map) 
 }
 
 Path Canvas::mapped(const Item& item, const Path& path, const Affine& map) {
+  std::optional<Path> exact = geometry::mapExactly(path, map, measures_.resolution);
+  if (exact) return std::move(*exact);
   CurvePath result =
       geometry::mapPath(path, map, curveSettings(geometry::bounds(path).diagonal() * map.scale()));
   note(item, result.report);
@@ -94,8 +94,13 @@ Path Canvas::mapped(const Item& item, const Path& path, const Affine& map) {
 
 Path Canvas::mapped(const Item& item, const geometry::Ellipse& ellipse, const Affine& map) {
   const geometry::Ellipse placed = geometry::mapped(ellipse, map);
-  CurvePath result =
-      geometry::ellipsePath(placed, curveSettings(geometry::bounds(placed).diagonal()));
+  return pathOf(item, placed, geometry::isCircle(placed, measures_.resolution));
+}
+
+/// Of an ellipse in units of the script. Circles are exact, whatever the tolerance.
+Path Canvas::pathOf(const Item& item, const geometry::Ellipse& ellipse, bool isCircle) {
+  const double size = isCircle ? 0.0 : geometry::bounds(ellipse).diagonal();
+  CurvePath result = geometry::ellipsePath(ellipse, curveSettings(size));
   note(item, result.report);
   return std::move(result.path);
 }

@@ -88,7 +88,8 @@ class Canvas {
   /// The control points are in units of the script already.
   void stroke(const Item& item, const geometry::Spline& spline);
   void stroke(const Item& item, const geometry::FitSpline& spline, const Affine& map);
-  void segment(const Item& item, Point from, Point to, const Affine& map);
+  /// The ends are in units of the script already.
+  void segment(const Item& item, Point start, Point end);
 
   // The same curves as paths in units of the script, for the edges of areas.
 
@@ -117,6 +118,7 @@ class Canvas {
   void loseNamed(const Item& item, LossRule rule, std::string_view name);
 
  private:
+  Path pathOf(const Item& item, const geometry::Ellipse& ellipse, bool isCircle);
   /// The path as EAGLE can draw it: no points too close, no arcs too flat or too wide.
   void tidy(Path& path) const;
   void strokeMapped(const Item& item, Path path, const Stroke& how, bool isCircle);

@@ -160,11 +160,11 @@ void drawLine(const Item& item, Canvas& canvas) {
   const Point start = item.seen(from, fromZ);
   const Point end = item.seen(to, toZ);
   // A line without length is how some programs mark a drill.
-  const bool isPoint = geometry::distance(start, end) < canvas.measures().resolution;
-  if (isPoint && pointsAreHoles(canvas.options()) && geometry::usable(start)) {
+  if (pointsAreHoles(canvas.options()) && geometry::usable(start) &&
+      geometry::distance(start, end) < canvas.measures().resolution) {
     return canvas.hole(item, start, canvas.options().pointDrill);
   }
-  canvas.segment(item, start, end, Affine{});
+  canvas.segment(item, start, end);
 }
 
 void drawArc(const Item& item, Canvas& canvas) {

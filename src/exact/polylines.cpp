@@ -55,12 +55,24 @@ struct LwPolylineGroups {
         polyline.dashesAlongWhole = (flags & kPolylineDashesOn) != 0;
         return;
       }
+      case 90:
+        makeRoom(numberValue(group.value));
+        return;
       default:
         if (!vertices.empty()) takeOfVertex(group);
     }
   }
 
  private:
+  /// For as many vertices as the polyline says, which may be wrong.
+  void makeRoom(double count) {
+    constexpr double kMostRoom = 1000.0;
+    if (!(count > 0.0)) return;
+    const auto room = static_cast<std::size_t>(std::min(count, kMostRoom));
+    polyline.path.vertices.reserve(room);
+    polyline.widths.reserve(room);
+  }
+
   void takeOfVertex(const dxf::Group& group) {
     switch (group.code) {
       case 20:

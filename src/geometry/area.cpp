@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <utility>
 
@@ -37,23 +38,32 @@ std::vector<StabbingTree::Span> spansOf(const std::vector<MonotonePiece>& pieces
   return spans;
 }
 
-/// Told of three or four corners alone, as which areas mostly come: turning the same way in all of
-/// them, they go round once.
-bool isClearlyConvex(const Path& path) {
+/// Told of three or four corners alone, as which areas mostly come. No three of them are in one
+/// line, so that nothing touches; where two edges cross, as many corners turn left as right.
+bool isClearlySimple(const Path& path) {
   const std::size_t count = path.vertices.size();
   if (count < 3 || count > 4 || !isUsable(path)) return false;
-  double sense = 0.0;
+  double shortest = std::numeric_limits<double>::infinity();
+  double longest = 0.0;
+  std::size_t turnsLeft = 0;
+  Point in = path.vertices.front().at - path.vertices.back().at;
+  double lengthIn = norm(in);
   for (std::size_t i = 0; i < count; ++i) {
     if (path.vertices[i].curve != 0.0) return false;
-    const Point corner = path.vertices[i].at;
-    const Point in = corner - path.vertices[(i + count - 1) % count].at;
-    const Point out = path.vertices[(i + 1) % count].at - corner;
+    const Point out = path.vertices[i + 1 < count ? i + 1 : 0].at - path.vertices[i].at;
+    const double lengthOut = norm(out);
     constexpr double kClearly = 1e-6;
     const double turn = cross(in, out);
-    if (!(std::fabs(turn) > kClearly * norm(in) * norm(out)) || turn * sense < 0.0) return false;
-    sense = turn > 0.0 ? 1.0 : -1.0;
+    if (!(std::fabs(turn) > kClearly * lengthIn * lengthOut)) return false;
+    if (turn > 0.0) ++turnsLeft;
+    shortest = std::min(shortest, lengthOut);
+    longest = std::max(longest, lengthOut);
+    in = out;
+    lengthIn = lengthOut;
   }
-  return true;
+  // Rounding matters to none of these then.
+  constexpr double kMostRatio = 1e8;
+  return 2 * turnsLeft != count && longest < kMostRatio * shortest;
 }
 
 }  // namespace
@@ -185,7 +195,7 @@ PointLocator::Rings PointLocator::ringsAt(Point p) const {
 Location locate(const Path& path, Point p) { return PointLocator({&path, 1}).locate(p); }
 
 bool crossesItself(const Path& path, double tolerance) {
-  if (tolerance == 0.0 && isClearlyConvex(path)) return false;
+  if (tolerance == 0.0 && isClearlySimple(path)) return false;
   return crossOrTouch({&path, 1}, tolerance);
 }
 

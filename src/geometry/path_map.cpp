@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "geometry/arc.h"
@@ -33,20 +34,30 @@ CurveReport appendMapped(const Arc& arc, const Affine& map, const CurveSettings&
   return appendBiarcs(curve, cuts, {}, settings, path);
 }
 
+bool staysUsable(const Path& path, const Affine& map) {
+  return std::all_of(path.vertices.begin(), path.vertices.end(), [&map](const Vertex& vertex) {
+    return usable(map(vertex.at)) && std::fabs(vertex.curve) < 360.0;
+  });
+}
+
 }  // namespace
+
+std::optional<Path> mapExactly(const Path& path, const Affine& map, double resolution) {
+  Path result;
+  if (!staysUsable(path, map) || !transform(result = path, map, resolution)) return std::nullopt;
+  return result;
+}
 
 CurvePath mapPath(const Path& path, const Affine& map, const CurveSettings& settings) {
   CurvePath result;
-  const auto isUsable = [&](const Vertex& vertex) {
-    return usable(map(vertex.at)) && std::fabs(vertex.curve) < 360.0;
-  };
-  if (!std::all_of(path.vertices.begin(), path.vertices.end(), isUsable)) {
+  if (std::optional<Path> exact = mapExactly(path, map, settings.resolution)) {
+    result.path = std::move(*exact);
+    return result;
+  }
+  if (!staysUsable(path, map)) {
     result.report.unusable = true;
     return result;
   }
-  result.path = path;
-  if (path.vertices.empty() || transform(result.path, map, settings.resolution)) return result;
-
   CurveSettings left = settings;
   std::vector<Vertex>& vertices = result.path.vertices;
   vertices = {{map(path.vertices.front().at), 0.0}};
