@@ -45,7 +45,8 @@ class EntityGroups {
 /// as the translation where that is said.
 struct Entity {
   Kind kind = Kind::Other;
-  std::string_view name;  ///< DXF name; kept
+  dxf::EntityKind countedAs = dxf::EntityKind::None;  ///< None for those counted by their names
+  std::string_view name;                              ///< DXF name; kept
   dxf::LineRange groups;  ///< up to and including the "0" line that ends them
   /// The same, if they are few; until the walk that found the entity goes on or is moved.
   std::span<const dxf::Group> split;

@@ -56,10 +56,18 @@ void takePlace(const dxf::Group& group, Entity& entity) {
 
 }  // namespace
 
+EntityReader::EntityReader(dxf::Drawing& drawing) : drawing_(drawing) {
+  for (std::size_t i = 0; i < namesOfKinds_.size(); ++i) {
+    const std::string_view name = dxf::entityName(static_cast<dxf::EntityKind>(i));
+    namesOfKinds_[i] = {name, kindOf(name)};
+  }
+}
+
 Entity EntityReader::read(const dxf::DxfEntity& found) {
   Entity entity;
-  const Name name = keptName(found.name);
+  const Name name = nameOf(found);
   entity.kind = name.kind;
+  entity.countedAs = found.kind;
   entity.name = name.text;
   entity.groups = {found.groups, found.groupsEnd};
   entity.line = found.line;
@@ -107,6 +115,11 @@ std::string_view EntityReader::upperName(std::string_view name) {
     place = upperNames_.emplace(drawing_.arena.keep(name), upper).first;
   }
   return recentUpperNames_.keep(place->first, place->second);
+}
+
+EntityReader::Name EntityReader::nameOf(const dxf::DxfEntity& found) {
+  if (found.kind == dxf::EntityKind::None) return keptName(found.name);
+  return namesOfKinds_[static_cast<std::size_t>(found.kind)];
 }
 
 EntityReader::Name EntityReader::keptName(std::string_view name) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string_view>
 #include <unordered_map>
 
@@ -13,7 +14,7 @@ namespace quillon::exact {
 /// Reads what all kinds of entities have in common, and keeps their names.
 class EntityReader {
  public:
-  explicit EntityReader(dxf::Drawing& drawing) : drawing_(drawing) {}
+  explicit EntityReader(dxf::Drawing& drawing);
 
   Entity read(const dxf::DxfEntity& found);
 
@@ -25,12 +26,14 @@ class EntityReader {
     std::string_view text;  ///< kept
     Kind kind;
   };
+  Name nameOf(const dxf::DxfEntity& found);
   Name keptName(std::string_view name);
   void take(const dxf::Group& group, bool isCommon, Entity& entity);
 
   dxf::Drawing& drawing_;
   std::unordered_map<std::string_view, std::string_view, base::TextHash> upperNames_;
-  std::unordered_map<std::string_view, Name, base::TextHash> names_;
+  std::array<Name, dxf::kEntityKindCount> namesOfKinds_;
+  std::unordered_map<std::string_view, Name, base::TextHash> names_;  ///< of no such kind
   RecentTexts<std::string_view> recentUpperNames_;
   RecentTexts<Name> recentNames_;
 };

@@ -28,7 +28,7 @@ Style styleOf(const std::vector<double>& pattern, double longest) {
 }  // namespace
 
 Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inherited,
-                double scale) {
+                const Affine& map) {
   Pen pen;
   pen.width = options_.lineWidth;
   if (options_.lineWeights) {
@@ -45,7 +45,7 @@ Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inher
   // Shorter dashes than this look like EAGLE's short ones.
   constexpr double kLongDash = 3.0;  // millimetres
   const double ltScale = drawing_.ltScale == dxf::kNotGiven ? 1.0 : drawing_.ltScale;
-  const double factor = ltScale * entity.lineTypeScale * scale;
+  const double factor = ltScale * entity.lineTypeScale * map.scale();
   std::vector<double> dashes;
   dashes.reserve(pattern.lengths.size());
   for (const double length : pattern.lengths) dashes.push_back(length * factor);

@@ -26,8 +26,9 @@ class Pens {
   Pens(const Options& options, const dxf::Drawing& drawing)
       : options_(options), measures_(options), drawing_(drawing) {}
 
-  /// `scale`: by how much the map of the entity enlarges lengths.
-  Pen penOf(const Entity& entity, const Layer& layer, const Inherited& inherited, double scale);
+  /// `map` is that of the entity; it enlarges dashes.
+  Pen penOf(const Entity& entity, const Layer& layer, const Inherited& inherited,
+            const Affine& map);
   /// What the content of a block takes over from a reference on this layer.
   Inherited inheritedFrom(const Entity& reference, const Layer& layer,
                           const Inherited& inherited) const;

@@ -8,6 +8,7 @@
 #include "base/layer_number.h"
 #include "base/number_text.h"
 #include "base/run_time_error.h"
+#include "dxf/short_code.h"
 #include "exact/annotations.h"
 #include "exact/curves.h"
 #include "exact/hatch.h"
@@ -105,6 +106,7 @@ Translator::Translator(const Options& options, dxf::Drawing& drawing, rules::Lay
       layers_(drawing, numbers),
       pens_(options, drawing),
       space_(options.space),
+      contents_(drawing.blocks.size()),
       expanding_(drawing.blocks.size(), 0) {
   for (const dxf::BlockRec& block : drawing.blocks) {
     isExternal_.push_back(isExternalReference(block, drawing.lineEnds) ? 1 : 0);
@@ -134,7 +136,7 @@ void Translator::draw(const dxf::DxfEntity& found, const Surroundings& around) {
     attributesAreHidden_ = attributesAreHidden_ || entity.kind == Kind::Insert;
     return;
   }
-  const Pen pen = pens_.penOf(entity, layer, around.inherited, around.map.scale());
+  const Pen pen = pens_.penOf(entity, layer, around.inherited, around.map);
   const bool isUnseen =
       layer.number == base::kNotConverted || (layer.isOff && !options_.hiddenLayers);
   const Item item{entity, around.map, origin, pen, around.isInDimension, isUnseen, around.depth};
@@ -177,7 +179,7 @@ void Translator::count(const Entity& entity, bool isLeftOut) {
   if (entity.kind == Kind::Other || entity.kind == Kind::Wipeout || entity.kind == Kind::Viewport) {
     return;
   }
-  dxf::EntityKind kind = dxf::entityKind(entity.name);
+  dxf::EntityKind kind = entity.countedAs;
   if (kind == dxf::EntityKind::Mtext) kind = dxf::EntityKind::Text;
   if (kind == dxf::EntityKind::Leader) kind = dxf::EntityKind::LwPolyline;
   if (kind == dxf::EntityKind::None) ++(isLeftOut ? otherLeftOut_ : otherCounts_)[entity.name];
@@ -335,18 +337,14 @@ void Translator::expand(const Item& item, std::size_t blockIndex, BlockPlaces pl
   const bool isPartOfDimension = item.isInDimension || item.entity.kind != Kind::Insert;
   expansions_.push_back({blockIndex,
                          std::move(places),
-                         depth,
-                         {},
-                         {},
-                         inheritedFrom(item),
-                         isPartOfDimension,
+                         {{}, inheritedFrom(item), isPartOfDimension, true, depth},
                          currentPosition_});
 }
 
 /// What the content of a block takes from the item that shows it.
 Inherited Translator::inheritedFrom(const Item& item) {
   const Layer& layer = layers_.find(item.origin.dxfLayer);
-  const Inherited outer = expansions_.empty() ? Inherited{} : expansions_.back().inherited;
+  const Inherited outer = expansions_.empty() ? Inherited{} : expansions_.back().inside.inherited;
   return pens_.inheritedFrom(item.entity, layer, outer);
 }
 
@@ -366,22 +364,37 @@ void Translator::drawExpansions(std::size_t enclosing) {
       expansions_.pop_back();
       continue;
     }
-    const Surroundings around{expansion.places.map(), expansion.inherited, expansion.isInDimension,
-                              true, expansion.depth};
-    draw(found, around);
+    draw(found, expansion.inside);
   }
+}
+
+const Translator::BlockContent& Translator::contentOf(std::size_t blockIndex) {
+  BlockContent& content = contents_[blockIndex];
+  if (content.lines.begin != nullptr) return content;
+  const dxf::BlockRec& block = drawing_.blocks[blockIndex];
+  content = {block.text, block.firstLine};
+  dxf::LineCursor lines(block.text, drawing_.lineEnds);
+  while (!lines.atEnd()) {
+    const dxf::ShortCode code = dxf::readShortCode(lines.next());
+    if (!code.known || code.code == 0 || lines.atEnd()) break;
+    lines.next();
+    content.lines.begin = lines.position();
+    content.firstLine += 2;
+  }
+  return content;
 }
 
 /// The next entity of the block; false after that of the last cell.
 bool Translator::nextOfBlock(Expansion& expansion, dxf::DxfEntity& found) {
-  const dxf::BlockRec& block = drawing_.blocks[expansion.blockIndex];
   for (;;) {
     if (!expansion.walk) {
       if (expansion.places.empty() || poll_()) return false;
       // Not earlier: of several blocks of one entity, those still waiting contain nothing yet.
       expanding_[expansion.blockIndex] = 1;
-      expansion.walk.emplace(drawing_, dxf::LineCursor(block.text, drawing_.lineEnds));
-      expansion.lines.emplace(block.text.begin, block.firstLine, drawing_.lineEnds.eolChar);
+      expansion.inside.map = expansion.places.map();
+      const auto& [lines, firstLine] = contentOf(expansion.blockIndex);
+      expansion.walk.emplace(drawing_, dxf::LineCursor(lines, drawing_.lineEnds));
+      expansion.lines.emplace(lines.begin, firstLine, drawing_.lineEnds.eolChar);
     }
     while (!expansion.walk->atEnd()) {
       if (!expansion.walk->step(found)) continue;

@@ -78,30 +78,34 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   const char* currentPosition() const { return currentPosition_; }
 
  private:
-  /// A block being drawn, once for each cell of its array.
-  struct Expansion {
-    std::size_t blockIndex;
-    BlockPlaces places;
-    Point depth;  ///< where the script shows a height of 1 in the block
-    std::optional<dxf::EntityWalk> walk;
-    std::optional<dxf::LineCounter> lines;
-    Inherited inherited;
-    bool isInDimension;
-    const char* insertedAt;  ///< position of its insertion
-  };
   /// Where an entity is: outside of blocks, or in the innermost one.
   struct Surroundings {
     Affine map;
     Inherited inherited;
     bool isInDimension = false;
     bool isInBlock = false;
-    Point depth{};
+    Point depth{};  ///< where the script shows a height of 1
+  };
+  /// A block without the groups of its own, which come before its entities.
+  struct BlockContent {
+    dxf::LineRange lines;
+    std::uint64_t firstLine = 0;
+  };
+  /// A block being drawn, once for each cell of its array.
+  struct Expansion {
+    std::size_t blockIndex;
+    BlockPlaces places;
+    Surroundings inside;     ///< at the present place
+    const char* insertedAt;  ///< position of its insertion
+    std::optional<dxf::EntityWalk> walk{};
+    std::optional<dxf::LineCounter> lines{};
   };
 
   bool drawBlock(const Item& item, std::string_view upperName, std::vector<Affine> maps) override;
   void expand(const Item& item, std::size_t blockIndex, BlockPlaces places, Point depth);
   void drawExpansions(std::size_t enclosing);
   bool nextOfBlock(Expansion& expansion, dxf::DxfEntity& found);
+  const BlockContent& contentOf(std::size_t blockIndex);
   void draw(const dxf::DxfEntity& found, const Surroundings& around);
   bool isInSpace(const Entity& entity, const Surroundings& around);
   bool isShown(const Entity& entity, const Layer& layer, const Origin& origin);
@@ -132,8 +136,9 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   rules::EntityCounts leftOut_{};
   NamedCounts otherCounts_;  ///< without those left out
   NamedCounts otherLeftOut_;
-  std::vector<char> isExternal_;  ///< by block index: true for a reference to another file
-  std::vector<char> expanding_;   ///< by block index: true while the block is being drawn
+  std::vector<char> isExternal_;        ///< by block index: true for a reference to another file
+  std::vector<BlockContent> contents_;  ///< likewise; each is looked for once
+  std::vector<char> expanding_;         ///< by block index: true while the block is being drawn
   /// Not moved: entities being drawn know groups that the walk over their block keeps.
   std::deque<Expansion> expansions_;
   const char* currentPosition_ = nullptr;
