@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include "geometry/area.h"
 #include "geometry/path_tools.h"
@@ -89,16 +90,17 @@ void drawSolid(const Item& item, Canvas& canvas) {
   const auto& at = values.corners;
   Path corners{{{at[0]}, {at[1]}, {at[2]}}, true};
   if (!values.isTriangle()) corners.vertices.insert(corners.vertices.begin() + 2, {at[3]});
-  const Path outline = canvas.mapped(item, corners, item.objectMap(values.elevation));
+  Path outline = canvas.mapped(item, corners, item.objectMap(values.elevation));
   if (outline.vertices.empty()) return;
-  if (const auto halves = bowTieOf(outline); halves && canvas.fills()) {
-    for (const Path& half : *halves) canvas.area(item, half);
+  auto halves = bowTieOf(outline);
+  if (halves && canvas.fills()) {
+    for (Path& half : *halves) canvas.area(item, std::move(half));
     return;
   }
-  if (!bowTieOf(outline) && isThin(outline, canvas.measures().resolution)) {
+  if (!halves && isThin(outline, canvas.measures().resolution)) {
     return canvas.lose(item, LossRule::NoSize, outline.vertices.front().at);
   }
-  canvas.area(item, outline);
+  canvas.area(item, std::move(outline));
 }
 
 void FaceRun::draw(const Item& item, Canvas& canvas) {

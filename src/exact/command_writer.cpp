@@ -192,7 +192,8 @@ void CommandWriter::collect(const Path& path) {
   if (path.closed && !corners_.empty()) corners_.push_back({corners_.front().at, 0.0});
   if (inPart_) return;
   for (const eagle::Corner& corner : corners_) bounds_.add(corner.at);
-  for (std::size_t i = 0; i < geometry::arcCount(path); ++i) {
+  const std::size_t arcs = geometry::arcCount(path);
+  for (std::size_t i = 0; i < arcs; ++i) {
     if (path.vertices[i].curve == 0.0) continue;
     const geometry::Arc arc = geometry::arcAt(path, i);
     if (geometry::isSurelyWithin({placed(arc.start), placed(arc.end), arc.curve}, bounds_))

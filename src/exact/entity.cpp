@@ -1,5 +1,7 @@
 #include "exact/entity.h"
 
+#include <cstdint>
+
 #include "base/number_text.h"
 #include "geometry/object_coordinates.h"
 
@@ -20,7 +22,13 @@ Affine Item::objectMap(double elevation) const {
 }
 
 void readNumbers(EntityGroups groups, std::initializer_list<NumberField> fields) {
+  // Most groups are none of these.
+  constexpr unsigned kBits = 64;
+  std::uint64_t wanted = 0;
+  for (const NumberField& field : fields)
+    wanted |= std::uint64_t{1} << (static_cast<unsigned>(field.code) % kBits);
   for (dxf::Group group; groups.next(group);) {
+    if ((wanted >> (static_cast<std::uint16_t>(group.code) % kBits) & 1U) == 0) continue;
     for (const NumberField& field : fields) {
       if (field.code != group.code) continue;
       *field.value = base::numberValue(group.value);

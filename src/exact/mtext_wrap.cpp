@@ -45,13 +45,22 @@ class Wrapper {
     line_ = line;
     width_ = 0.0;
     hasWord_ = hasBreak_ = false;
-    if (settings_.width > 0.0) {
+    if (settings_.width > 0.0 && mayBeTooLong(line)) {
       for (std::size_t at = line.begin; at < line.end;) at = step(at);
     }
     take_(line_);
   }
 
  private:
+  /// False for most lines, in which no character has to be looked at.
+  bool mayBeTooLong(TextSpan line) const {
+    constexpr double kMore = 1.0 + 1e-6;
+    if (text_.heights.size() > 1) return true;
+    const double most = static_cast<double>(line.end - line.begin) * settings_.letterWidth *
+                        text_.heights.front().height;
+    return !(most * kMore < settings_.width);
+  }
+
   /// Takes the character at this byte; returns where the next one is.
   std::size_t step(std::size_t at) {
     const std::string_view rest = std::string_view(text_.text).substr(at, line_.end - at);
@@ -99,11 +108,13 @@ TextSpan trimmedSpan(const ParsedText& text, TextSpan span) {
 
 WrappedLine measured(const ParsedText& text, TextSpan span, HeightWalk& heights) {
   WrappedLine line{trimmedSpan(text, span), 0.0, false};
+  const bool areAlike = text.heights.size() == 1;
   for (std::size_t at = line.span.begin; at < line.span.end; ++at) {
     if (text.text[at] == ' ' || text.text[at] == kHardBlank) continue;
     const double height = heights.at(at);
     if (line.height != 0.0 && height != line.height) line.hasMixedHeights = true;
     line.height = std::max(line.height, height);
+    if (areAlike) break;
   }
   return line;
 }

@@ -351,6 +351,7 @@ Inherited Translator::inheritedFrom(const Item& item) {
 /// Draws the blocks nested within the `enclosing` outermost ones. They wait in a list, so that a
 /// drawing cannot exhaust the stack.
 void Translator::drawExpansions(std::size_t enclosing) {
+  if (expansions_.size() == enclosing) return;
   dxf::DxfEntity found;
   while (expansions_.size() > enclosing) {
     Expansion& expansion = expansions_.back();

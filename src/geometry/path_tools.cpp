@@ -30,7 +30,8 @@ bool isPoint(const Arc& arc, double resolution) {
 bool hasShortChord(const Path& path, double resolution) {
   constexpr double kClearly = 1.0 + 1e-9;
   const double longer = kClearly * resolution;
-  for (std::size_t i = 0; i < arcCount(path); ++i) {
+  const std::size_t count = arcCount(path);
+  for (std::size_t i = 0; i < count; ++i) {
     const Arc arc = arcAt(path, i);
     const Point way = arc.end - arc.start;
     if (dot(way, way) > longer * longer) continue;
@@ -81,14 +82,20 @@ bool isSurelyWithin(const Arc& arc, const Box& box) {
   constexpr double kMore = 1.0 + 1e-9;
   if (!(std::fabs(arc.curve) <= 180.0)) return false;
   const Point between = middle(arc.start, arc.end);
-  const double reach = 0.5 * kMore * chord(arc);
-  return between.x - reach >= box.low.x && between.x + reach <= box.high.x &&
-         between.y - reach >= box.low.y && between.y + reach <= box.high.y;
+  const auto holds = [&](double reach) {
+    return between.x - reach >= box.low.x && between.x + reach <= box.high.x &&
+           between.y - reach >= box.low.y && between.y + reach <= box.high.y;
+  };
+  // No chord is longer than this, which mostly is enough.
+  const Point way = arc.end - arc.start;
+  return holds(0.5 * kMore * (std::fabs(way.x) + std::fabs(way.y))) ||
+         holds(0.5 * kMore * chord(arc));
 }
 
 void extend(Box& box, const Path& path) {
   for (const Vertex& vertex : path.vertices) box.add(vertex.at);
-  for (std::size_t i = 0; i < arcCount(path); ++i) {
+  const std::size_t count = arcCount(path);
+  for (std::size_t i = 0; i < count; ++i) {
     if (path.vertices[i].curve == 0.0) continue;
     const Arc arc = arcAt(path, i);
     if (!isSurelyWithin(arc, box)) box.add(bounds(arc));
@@ -161,8 +168,10 @@ void splitWideArcs(Path& path) {
 }
 
 void straightenFlatArcs(Path& path, double resolution) {
-  for (std::size_t i = 0; i < arcCount(path); ++i) {
-    if (isStraight(arcAt(path, i), resolution)) path.vertices[i].curve = 0.0;
+  const std::size_t count = arcCount(path);
+  for (std::size_t i = 0; i < count; ++i) {
+    double& curve = path.vertices[i].curve;
+    if (curve != 0.0 && isStraight(arcAt(path, i), resolution)) curve = 0.0;
   }
 }
 
