@@ -3,9 +3,11 @@ if(EMSCRIPTEN)
   # Exceptions and vectors as the machine has them. Engines of browsers have had both since 2021.
   add_compile_options(-fwasm-exceptions -msimd128 -msse2)
   add_link_options(-fwasm-exceptions)
-  # Less is put in line than natively, where it is 225, so that there is less to load.
+  # Less is put in line than natively, where it is 225, and loops stay as they are, so that there is
+  # less to load.
   add_compile_options(
-    "SHELL:-mllvm -inline-threshold=$<IF:$<BOOL:$<TARGET_PROPERTY:QUILLON_FAST>>,150,15>")
+    "SHELL:-mllvm -inline-threshold=$<IF:$<BOOL:$<TARGET_PROPERTY:QUILLON_FAST>>,150,15>"
+    "$<$<NOT:$<BOOL:$<TARGET_PROPERTY:QUILLON_FAST>>>:-fno-unroll-loops;-fno-vectorize>")
 endif()
 
 # quillon_prefer_fast(<targets…>): what every line of a drawing passes through. It needs what is put

@@ -8,6 +8,14 @@
 #include "dxf/line_cursor.h"
 #include "dxf/short_code.h"
 
+// Inlined, a loop over groups has everything in registers, which a compiler gives up where there
+// are several loops. In a page it gains nothing and is more to load.
+#ifdef __wasm__
+#define QUILLON_IN_EACH_LOOP
+#else
+#define QUILLON_IN_EACH_LOOP [[gnu::always_inline]]
+#endif
+
 namespace quillon::dxf {
 
 struct Group {
@@ -21,9 +29,8 @@ class GroupCursor {
   explicit GroupCursor(LineCursor lines) : lines_(lines) {}
 
   /// Reads the next group; false at a code line that is exactly "0". Throws RunTimeError when the
-  /// lines end first or a code line is not a group code. Always inlined: a loop then has everything
-  /// in registers, which a compiler gives up where there are several loops.
-  [[gnu::always_inline]] bool next(Group& group) {
+  /// lines end first or a code line is not a group code.
+  QUILLON_IN_EACH_LOOP bool next(Group& group) {
     if (lines_.atEnd()) failAtEnd(lines_.position());
     const std::string_view line = lines_.peek();
     const ShortCode code = readShortCode(line);
