@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """other_readers.py QUILLON-CONVERT DRAWING...: the processor time of other programs that read these
 drawings, as multiples of what converting them takes, as a table in Markdown. The programs alternate,
-and each counts by its quickest round; one that takes minutes is ended, and the table says "over"."""
+and each counts by its quickest round; one that takes a minute is ended, and the table says "over"."""
 
 import os
 import resource
@@ -12,7 +12,7 @@ import tempfile
 from pathlib import Path
 
 ROUNDS = 3
-LONG = 120  # seconds of processor time, after which a program is ended
+LONG = 60  # seconds of processor time, after which a program is ended
 
 
 def programs(convert: str, drawing: str, folder: str) -> dict[str, list[str]]:
