@@ -59,7 +59,8 @@ double stepOf(int segments) { return kPi / (2.0 * segments); }
 /// The steps of ellipses that start at 0, which nearly all do, once and for all.
 const std::vector<Point>& stepsFromZero(Context& context) {
   std::vector<Point>& steps = context.ellipseSteps;
-  for (int i = 0; steps.size() < 4 * kEllipseSegments; ++i) {
+  constexpr std::size_t kCount = std::size_t{kEllipseSegments} * 4;
+  for (int i = 0; steps.size() < kCount; ++i) {
     steps.push_back(unitAt(i * stepOf(kEllipseSegments)));
   }
   return steps;

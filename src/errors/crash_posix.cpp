@@ -6,12 +6,14 @@
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <ctime>
 #include <exception>
 #include <memory>
 #include <new>
 
+#include "base/bits.h"
 #include "errors/crash.h"
 #include "errors/crash_protocol.h"
 
@@ -106,7 +108,8 @@ struct Frames {
 _Unwind_Reason_Code addFrame(_Unwind_Context* context, void* to) {
   auto& frames = *static_cast<Frames*>(to);
   if (frames.count == frames.addresses.size()) return _URC_END_OF_STACK;
-  frames.addresses[frames.count++] = reinterpret_cast<const void*>(_Unwind_GetIP(context));
+  frames.addresses[frames.count++] =
+      base::bitCast<const void*>(std::uintptr_t{_Unwind_GetIP(context)});
   return _URC_NO_REASON;
 }
 
