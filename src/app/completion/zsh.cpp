@@ -29,7 +29,7 @@ std::string zshAction(const headless::ListedOption& option) {
   return words.empty() ? " " : "(" + words + ")";
 }
 
-/// The names as a specification begins: each excludes the others and itself.
+/// The names with which the entry of an option begins: each excludes the others and itself.
 std::string zshNames(const headless::ListedOption& option) {
   const bool takesValue = !option.value.empty();
   std::string all;
