@@ -4,11 +4,13 @@
 #include <QPalette>
 #include <QTabWidget>
 #include <QToolButton>
+#include <optional>
 
 #include "errors/attempt.h"
 #include "files/output_file.h"
 #include "support/timing.h"
 #include "windows/cut_texts.h"
+#include "windows/dark_style.h"
 #include "windows/error_window.h"
 #include "windows/file_dialog.h"
 #include "windows/help_viewer.h"
@@ -49,10 +51,16 @@ class ScreenshotTest : public WindowTest, public ::testing::WithParamInterface<L
  protected:
   ScreenshotTest() {
     context.LanguageOffset = GetParam().language;
-    if (GetParam().dark) QApplication::setPalette(darkPalette());
+    if (GetParam().dark) {
+      style_.emplace();
+      useColours(darkPalette());
+    }
     QDir().mkpath("screenshots");
   }
-  ~ScreenshotTest() override { QApplication::setPalette(light); }
+  ~ScreenshotTest() override {
+    if (style_) useColours(light_);
+    QApplication::setPalette(light_);
+  }
 
   void shoot(QWidget& window) {
     window.show();
@@ -70,7 +78,14 @@ class ScreenshotTest : public WindowTest, public ::testing::WithParamInterface<L
   }
 
  private:
-  QPalette light = QApplication::palette();
+  /// As when the system changes its colours.
+  static void useColours(const QPalette& colours) {
+    QApplication::setPalette(colours);
+    QApplication::processEvents();
+  }
+
+  const QPalette light_ = QApplication::palette();
+  std::optional<DarkStyle> style_;  ///< that of the program on Windows
 };
 
 TEST_P(ScreenshotTest, MainWindow) {
