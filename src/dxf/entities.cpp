@@ -1,5 +1,7 @@
 #include "dxf/entities.h"
 
+#include <vector>
+
 #include "base/run_time_error.h"
 #include "dxf/entity_walk.h"
 #include "dxf/line_counter.h"
@@ -33,7 +35,7 @@ class SectionReading {
     LineCounter lines(reader_.window().begin, reader_.lineAt(reader_.window().begin),
                       source.lineEnds().eolChar);
     EntityWalk walk(drawing_, LineCursor(reader_.window(), source.lineEnds()), "ENDSEC",
-                    !source.atFileEnd());
+                    !source.atFileEnd(), kept_);
     walk.countBy(lines);
     while (!walk.atEnd()) {
       const char* const start = walk.position();
@@ -94,6 +96,7 @@ class SectionReading {
   LineReader& reader_;
   EntitySink& sink_;
   DxfEntity entity_;
+  std::vector<Group> kept_;
   base::Pacer pacer_{kPairsPerPoll};
   std::uint64_t count_ = 0;
   bool lost_ = false;  ///< looking for the next entity after an error

@@ -138,8 +138,11 @@ void EntityWalk::fillSlots(DxfEntity& entity) {
   const auto& slotOfCode = slotLayout(entity.kind).slotOfCode;
   const bool isSpline = kAreReadAgain && entity.kind == EntityKind::Spline;
   FitPointRule fitPoints;
-  first_.clear();
-  std::size_t room = kAreReadAgain && isSection() ? kMostKept : 0;
+  std::size_t room = 0;
+  if (kAreReadAgain && kept_ != nullptr) {
+    kept_->clear();
+    room = kMostKept;
+  }
   // Of its own, as every store to the entity might change what is read of it.
   std::uint32_t filled = kMarkingBits;
   GroupCursor groups(lines_);
@@ -149,7 +152,7 @@ void EntityWalk::fillSlots(DxfEntity& entity) {
       throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, group.value.data());
     }
     if (room > 0) {
-      first_.push_back(group);
+      kept_->push_back(group);
       if (--room == 0) entity.afterSplit = groups.lines().position();
     }
     if (isSpline) fitPoints.visit(group);
@@ -167,7 +170,7 @@ void EntityWalk::fillSlots(DxfEntity& entity) {
   }
   lines_ = groups.lines();
   entity.filled = filled & ~kMarkingBits;
-  entity.split = first_;
+  if (kAreReadAgain && kept_ != nullptr) entity.split = *kept_;
   if (room > 0) entity.afterSplit = lines_.position();
 }
 

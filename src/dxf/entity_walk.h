@@ -23,9 +23,11 @@ class EntityWalk {
   EntityWalk(Drawing& drawing, LineCursor lines) : drawing_(drawing), lines_(lines) {}
   /// A walk over a section, up to the end of the lines or the first line equal to `endMarker`.
   /// Numbers and empty lines in place of an entity's name are errors here. `goesOn`: the section
-  /// may have more lines than these.
-  EntityWalk(Drawing& drawing, LineCursor lines, std::string_view endMarker, bool goesOn)
-      : drawing_(drawing), lines_(lines), endMarker_(endMarker), goesOn_(goesOn) {}
+  /// may have more lines than these. Groups that will be read again are kept in `kept`, whose
+  /// memory the next walk may use.
+  EntityWalk(Drawing& drawing, LineCursor lines, std::string_view endMarker, bool goesOn,
+             std::vector<Group>& kept)
+      : drawing_(drawing), lines_(lines), endMarker_(endMarker), goesOn_(goesOn), kept_(&kept) {}
 
   /// Counts lines by this counter, for a block with this index or for none, so that places of
   /// entities that are not read are known.
@@ -75,7 +77,8 @@ class EntityWalk {
   std::string_view endMarker_;  ///< "" in a block
   bool goesOn_ = false;
   std::array<Group, 32> split_;  ///< the groups of the last entity
-  std::vector<Group> first_;     ///< the first groups of the last one whose groups are read twice
+  /// The first groups of the last entity whose groups are read twice; null in a block.
+  std::vector<Group>* kept_ = nullptr;
   const char* afterName_ = nullptr;
   bool inEntity_ = false;
   bool ended_ = false;
