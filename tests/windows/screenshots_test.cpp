@@ -100,6 +100,7 @@ TEST_P(ScreenshotTest, MainWindowWithAResult) {
   window.setDrawing(toQt(writeDrawing("frontplate.dxf")));
   find<QCheckBox>(window, "chkReport").setChecked(false);
   window.setObjectName("frmDXF-result");
+  window.show();  // before there is a result, as for a user
   window.befStart_Click();
   shoot(window);
 }
