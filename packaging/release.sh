@@ -83,7 +83,7 @@ make_windows() {
   [ -n "${QUILLON_WINDOWS_QT:-}" ] || [ -e "$qt/complete" ] || "$root/packaging/windows/build_qt.sh" "$qt"
   compgen -G "$qt/source/qt6-base_*.dsc" >/dev/null ||
     die "$qt has no sources of Qt, which have to be offered too; packaging/windows/build_qt.sh keeps them"
-  "$root/packaging/windows/build.sh" --qt "$qt" --build --package
+  "$root/packaging/windows/build.sh" --qt "$qt" --programs --package
   cp "$root/build/windows/packages/Quillon-$version"-* "$qt"/source/* "$out"
 }
 

@@ -115,3 +115,12 @@ configure() {
     die "build/$preset could not be configured"
   fi
 }
+
+# export_tree FOLDER: what git has of this checkout, changes to its files included.
+export_tree() {
+  # Without changes there is nothing to stash, and the name is empty.
+  changed=$(git -C "$root" stash create)
+  [ -z "$changed" ] || say "$program: with changes that are not committed"
+  mkdir -p "$1"
+  git -C "$root" archive "${changed:-HEAD}" | tar -x -C "$1"
+}

@@ -26,12 +26,7 @@ export SOURCE_DATE_EPOCH
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 source=$work/quillon-$version
-mkdir "$source"
-
-# Without changes there is nothing to stash, and the name is empty.
-changed=$(git -C "$root" stash create)
-[ -z "$changed" ] || say "$program: with changes that are not committed"
-git -C "$root" archive "${changed:-HEAD}" | tar -x -C "$source"
+export_tree "$source"
 umask 022
 chmod -R u=rwX,go=rX "$source"
 tar -c -C "$work" --sort=name --owner=0 --group=0 --numeric-owner --mtime="@$SOURCE_DATE_EPOCH" \

@@ -19,6 +19,10 @@ Without a step, all steps are run in this order:
   --build    build the programs and their tests in build/windows
   --test     run all tests under Wine; those of the windows on a virtual display
   --package  create an installer and a portable archive in build/windows/packages; needs Qt
+
+Or, instead of --build:
+
+  --programs build the programs alone
 END
 }
 
@@ -27,7 +31,7 @@ steps=()
 while [ $# -gt 0 ]; do
   case $1 in
     --qt) qt=${2:?--qt FOLDER} && shift ;;
-    --build | --test | --package) steps+=("${1#--}") ;;
+    --build | --programs | --test | --package) steps+=("${1#--}") ;;
     -h | --help) usage && exit 0 ;;
     --) shift && break ;;
     *) usage >&2 && exit 2 ;;
@@ -76,13 +80,18 @@ install_for() {
   install_missing
 }
 
+# build TARGET...: everything without a target.
 build() {
   local options=(-DQUILLON_BUILD_WINDOWS=OFF -UQUILLON_WINDOWS_QT)
   if [ -n "$qt" ]; then
     options=(-DQUILLON_BUILD_WINDOWS=ON "-DQUILLON_WINDOWS_QT=$qt")
   fi
   configure windows "${options[@]}"
-  cmake --build --preset windows
+  cmake --build --preset windows ${1:+--target "$@"}
+}
+
+build_programs() {
+  if [ -n "$qt" ]; then build quillon quillon-convert; else build quillon-convert; fi
 }
 
 # with_display COMMAND...: runs a command with its own invisible display, in a subshell that stops
@@ -111,6 +120,7 @@ install_for
 for step in "${steps[@]}"; do
   case $step in
     build) build ;;
+    programs) build_programs ;;
     test) if [ -n "$qt" ]; then with_display run_tests; else run_tests; fi ;;
     package) with_display packaging/windows/package.sh build/windows ;;
   esac
