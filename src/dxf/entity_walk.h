@@ -76,7 +76,7 @@ class EntityWalk {
   LineCursor lines_;
   std::string_view endMarker_;  ///< "" in a block
   bool goesOn_ = false;
-  std::array<Group, 32> split_;  ///< the groups of the last entity
+  std::array<Group, 64> split_;  ///< the groups of the last entity
   /// The first groups of the last entity whose groups are read twice; null in a block.
   std::vector<Group>* kept_ = nullptr;
   const char* afterName_ = nullptr;
