@@ -12,9 +12,10 @@
 namespace quillon::geometry {
 namespace {
 
-/// What is not near is often seen in the middle already.
+/// What is not near is often seen in the middle already, or at the first points of this order.
 constexpr std::array<std::size_t, kPointsInPart> kOrder = {7, 3, 11, 1, 5,  9,  13, 0,
                                                            2, 4, 6,  8, 10, 12, 14};
+constexpr std::size_t kFirstPoints = 3;
 constexpr std::size_t kMiddle = kPointsInPart / 2;
 constexpr int kMostHalvings = 24;
 /// Between the samples a curve may stray by about a fiftieth more than at them.
@@ -176,14 +177,15 @@ class BiarcWriter {
   Verdict lookAt(const Part& part) {
     const Point from = start();
     const Point to = part.end.sample.at;
-    pointsKnown_ = 0;
-    if (points_ != nullptr) points_->enter(part.from, part.to, part.start.sample);
+    if (points_ != nullptr) points_->divide(part.from, part.to, part.start.sample, inPart_);
     const double size = std::max(
         {std::fabs(from.x), std::fabs(from.y), std::fabs(to.x), std::fabs(to.y), pointsSize_});
     const auto limits = NearLimits::around(allowed_, size);
     if (!limits || from == to) return {};
     const NearArc straight = NearArc::line(from, to, *limits);
-    const Nearness line = nearnessOf(part, [&](Point p, bool) { return straight(p); });
+    const Nearness line = nearnessOf(
+        part, [&](Point p, bool) { return straight(p); },
+        [&](const double* x, const double* y) { return straight.areBeside(x, y, kPointsInPart); });
     if (line != Nearness::Far) return {line, Nearness::Unclear};
     const auto joint = jointBetween(from, part.start.direction, to, part.end.direction);
     if (!joint) return {line, Nearness::Unclear};
@@ -192,20 +194,30 @@ class BiarcWriter {
     const auto second =
         NearArc::meeting(*joint, to, part.end.direction, settings_.resolution, *limits);
     if (!first || !second) return {line, Nearness::Unclear, joint};
-    const Nearness arcs = nearnessOf(part, [&](Point p, bool isInFirstHalf) {
-      // Near to the one that is likely is near enough.
-      const Nearness likely = isInFirstHalf ? (*first)(p) : (*second)(p);
-      if (likely == Nearness::Near) return likely;
-      const Nearness other = isInFirstHalf ? (*second)(p) : (*first)(p);
-      return likely == Nearness::Unclear && other == Nearness::Far ? likely : other;
-    });
+    const Nearness arcs = nearnessOf(
+        part,
+        [&](Point p, bool isInFirstHalf) {
+          // Near to the one that is likely is near enough.
+          const Nearness likely = isInFirstHalf ? (*first)(p) : (*second)(p);
+          if (likely == Nearness::Near) return likely;
+          const Nearness other = isInFirstHalf ? (*second)(p) : (*first)(p);
+          return likely == Nearness::Unclear && other == Nearness::Far ? likely : other;
+        },
+        [&](const double* x, const double* y) {
+          // The one in the middle, where both meet, has been looked at.
+          return first->areBeside(x, y, kMiddle) &&
+                 second->areBeside(x + kMiddle + 1, y + kMiddle + 1, kMiddle);
+        });
     return {line, arcs, joint};
   }
 
-  /// That of the first point that is not near.
-  template <typename Function>
-  Nearness nearnessOf(const Part& part, Function&& nearnessOfPoint) {
-    for (const std::size_t i : kOrder) {
+  /// That of the first point that is not near. `areAllNear` may tell of all at once that they are.
+  template <typename OfPoint, typename OfAll>
+  Nearness nearnessOf(const Part& part, OfPoint&& nearnessOfPoint, OfAll&& areAllNear) {
+    for (std::size_t n = 0; n < kPointsInPart; ++n) {
+      if (n == kFirstPoints && points_ != nullptr && areAllNear(inPart_.x.data(), inPart_.y.data()))
+        break;
+      const std::size_t i = kOrder[n];
       const Nearness nearness = nearnessOfPoint(pointOf(part, i), i <= kMiddle);
       if (nearness != Nearness::Near) return nearness;
     }
@@ -241,17 +253,12 @@ class BiarcWriter {
     return true;
   }
 
-  /// A point within the part, but for some rounding; each is worked out once.
+  /// A point within the part, but for some rounding.
   Point pointOf(const Part& part, std::size_t i) {
-    if (points_ == nullptr) return sampleOf(part, i).at;
-    if ((pointsKnown_ >> i & 1U) == 0) {
-      inPart_[i] = points_->inPart(i);
-      pointsKnown_ |= 1U << i;
-    }
-    return inPart_[i];
+    return points_ == nullptr ? sampleOf(part, i).at : inPart_[i];
   }
 
-  /// The same as a sample.
+  /// The same as a sample, which is taken once.
   const CurveSample& sampleOf(const Part& part, std::size_t i) {
     if ((known_ >> i & 1U) == 0) {
       const double step = (part.to - part.from) / (kPointsInPart + 1);
@@ -296,11 +303,10 @@ class BiarcWriter {
   double allowed_;
   CurveReport report_;
   std::array<Part, kMostHalvings + 2> pending_;  ///< the right halves, and the part at hand
-  // Points of the part at hand as samples and from points_, and which of them are known, as bits.
+  // Points of the part at hand as samples, and which of them are known, as bits; and from points_.
   std::array<CurveSample, kPointsInPart> inner_{};
-  std::array<Point, kPointsInPart> inPart_{};
   unsigned known_ = 0;
-  unsigned pointsKnown_ = 0;
+  PartPoints inPart_;
   bool isUnusable_ = false;  ///< one of the samples is
   std::size_t written_ = 0;
   bool started_ = false;

@@ -27,16 +27,26 @@ CubicPoints::CubicPoints(const Spline& spline) : size_(spline.largestCoordinate(
   }
 }
 
-void CubicPoints::enter(double from, double to, const CurveSample&) {
-  from_ = from;
-  step_ = (to - from) / static_cast<double>(kPointsInPart + 1);
-  if (span_ == nullptr) span_ = &spans_.front();
-}
-
-Point CubicPoints::inPart(std::size_t index) {
-  const double parameter = from_ + step_ * static_cast<double>(index + 1);
-  if (parameter < span_->from || parameter >= span_->to) span_ = &spanOf(parameter);
-  return pointIn(*span_, parameter);
+void CubicPoints::divide(double from, double to, const CurveSample&, PartPoints& points) {
+  const double step = (to - from) / static_cast<double>(kPointsInPart + 1);
+  const std::size_t count = points.x.size();
+  const Span* span = &spanOf(from + step);
+  for (std::size_t i = 0; i < count;) {
+    // Nearly always the whole part lies in one span.
+    std::size_t stop = count;
+    if (from + step * static_cast<double>(kPointsInPart) >= span->to) {
+      stop = i + 1;
+      while (stop < count && from + step * static_cast<double>(stop + 1) < span->to) ++stop;
+    }
+    const auto& [start, first, second, third] = span->terms;
+    for (; i < stop; ++i) {
+      const double parameter = from + step * static_cast<double>(i + 1);
+      const double part = (parameter - span->from) * span->perWidth;
+      points.x[i] = start.x + (first.x + (second.x + third.x * part) * part) * part;
+      points.y[i] = start.y + (first.y + (second.y + third.y * part) * part) * part;
+    }
+    if (i < count) span = &spanOf(from + step * static_cast<double>(i + 1));
+  }
 }
 
 Point CubicPoints::at(double parameter) { return pointIn(spanOf(parameter), parameter); }

@@ -16,8 +16,7 @@ class CubicPoints final : public CurvePoints {
   /// The spline is usable() and isCubic().
   explicit CubicPoints(const Spline& spline);
 
-  void enter(double from, double to, const CurveSample& start) override;
-  Point inPart(std::size_t index) override;
+  void divide(double from, double to, const CurveSample& start, PartPoints& points) override;
   Point at(double parameter) override;
   double size() const override { return size_; }
 
@@ -34,10 +33,6 @@ class CubicPoints final : public CurvePoints {
 
   std::vector<Span> spans_;
   double size_;
-  // The part at hand.
-  double from_ = 0.0;
-  double step_ = 0.0;
-  const Span* span_ = nullptr;  ///< of the point asked for last
 };
 
 }  // namespace quillon::geometry

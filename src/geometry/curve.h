@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <functional>
 
@@ -24,14 +25,21 @@ using Curve = std::function<CurveSample(double parameter, Side side)>;
 /// How many points between its ends a part of a curve is looked at in.
 inline constexpr std::size_t kPointsInPart = 15;
 
+/// These points, by coordinates, so that several are worked out at once.
+struct PartPoints {
+  std::array<double, kPointsInPart> x{};
+  std::array<double, kPointsInPart> y{};
+
+  Point operator[](std::size_t index) const { return {x[index], y[index]}; }
+};
+
 /// Points of a curve for less than a sample costs, and as exact but for some rounding.
 class CurvePoints {
  public:
   virtual ~CurvePoints() = default;
-  /// Goes to a part of the curve without kinks; `start` is where the curve is at `from`.
-  virtual void enter(double from, double to, const CurveSample& start) = 0;
-  /// One of kPointsInPart points that part it into one more, at equal steps of the parameter.
-  virtual Point inPart(std::size_t index) = 0;
+  /// Gives the points of a part of the curve without kinks that divide it at equal steps of the
+  /// parameter. `start` is where the curve is at `from`.
+  virtual void divide(double from, double to, const CurveSample& start, PartPoints& points) = 0;
   virtual Point at(double parameter) = 0;
   /// The size of the largest number that was rounded on the way.
   virtual double size() const = 0;

@@ -81,14 +81,15 @@ class EllipsePoints final : public CurvePoints {
  public:
   explicit EllipsePoints(const Ellipse& ellipse) : ellipse_(ellipse) {}
 
-  void enter(double from, double to, const CurveSample& start) override {
-    turn_ = &turnsBy((to - from) / static_cast<double>(kPointsInPart + 1));
-    out_ = start.at - ellipse_.centre;
-    along_ = start.derivative;
-  }
-  Point inPart(std::size_t index) override {
-    const Point& turn = turn_->by[index];
-    return ellipse_.centre + out_ * turn.x + along_ * turn.y;
+  void divide(double from, double to, const CurveSample& start, PartPoints& points) override {
+    const PartPoints& turns = turnsBy((to - from) / static_cast<double>(kPointsInPart + 1));
+    const Point centre = ellipse_.centre;
+    const Point out = start.at - centre;
+    const Point along = start.derivative;
+    for (std::size_t i = 0; i < points.x.size(); ++i) {
+      points.x[i] = centre.x + out.x * turns.x[i] + along.x * turns.y[i];
+      points.y[i] = centre.y + out.y * turns.x[i] + along.y * turns.y[i];
+    }
   }
   Point at(double parameter) override { return ellipse_.at(parameter); }
   double size() const override {
@@ -101,27 +102,26 @@ class EllipsePoints final : public CurvePoints {
  private:
   struct Turns {
     double step = std::numeric_limits<double>::quiet_NaN();  ///< degrees; not a number at first
-    std::array<Point, kPointsInPart> by{};
+    PartPoints by;
   };
 
   /// The unit vectors of the multiples of an angle.
-  const Turns& turnsBy(double step) {
+  const PartPoints& turnsBy(double step) {
     constexpr double kSame = 1e-12;
     Turns& turns = turns_[static_cast<std::size_t>(std::ilogb(step)) % turns_.size()];
-    if (std::fabs(turns.step - step) <= kSame) return turns;
+    if (std::fabs(turns.step - step) <= kSame) return turns.by;
     turns.step = step;
-    turns.by[0] = unitVector(step);
-    for (std::size_t i = 1; i < kPointsInPart; ++i)
-      turns.by[i] = turned(turns.by[i - 1], turns.by[0]);
-    return turns;
+    const Point once = unitVector(step);
+    Point turn = once;
+    for (std::size_t i = 0; i < turns.by.x.size(); ++i, turn = turned(turn, once)) {
+      turns.by.x[i] = turn.x;
+      turns.by.y[i] = turn.y;
+    }
+    return turns.by;
   }
 
   const Ellipse& ellipse_;
   std::array<Turns, 8> turns_;  ///< each half as wide as the one before
-  // The part at hand.
-  const Turns* turn_ = nullptr;
-  Point out_;    ///< from the centre to its start
-  Point along_;  ///< the derivative there
 };
 
 CurvePath biarcPath(const Ellipse& e, const CurveSettings& settings) {

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -65,7 +67,36 @@ class NearArc {
     return square > 0.25 * farExcess_ * farExcess_ ? Nearness::Far : Nearness::Unclear;
   }
 
+  /// Whether these points, two or more, are all near and beside the arc, none beyond its ends. It
+  /// takes less time than one by one.
+  bool areBeside(const double* x, const double* y, std::size_t count) const {
+    auto are = Lanes{} == Lanes{};
+    for (std::size_t i = 0; i < count; i += 2) {
+      const std::size_t at = std::min(i, count - 2);
+      const Lanes px = lanesAt(x + at);
+      const Lanes py = lanesAt(y + at);
+      const Lanes outX = px - start_.x;
+      const Lanes outY = py - start_.y;
+      are &= outX * startTangent_.x + outY * startTangent_.y >= 0.0;
+      are &= (px - end_.x) * endTangent_.x + (py - end_.y) * endTangent_.y <= 0.0;
+      const Lanes excess =
+          (outX * outX + outY * outY) * curvature_ + (outX * side_.x + outY * side_.y);
+      are &= excess >= nearBend_ - nearExcess_;
+      are &= excess <= nearBend_ + nearExcess_;
+    }
+    return (are[0] & are[1]) != 0;
+  }
+
  private:
+  /// Two numbers that are worked on together.
+  using Lanes __attribute__((vector_size(2 * sizeof(double)))) = double;
+
+  static Lanes lanesAt(const double* numbers) {
+    Lanes lanes{};
+    std::memcpy(&lanes, numbers, sizeof lanes);
+    return lanes;
+  }
+
   NearArc(Point start, Point end, const std::pair<Point, Point>& tangents, double curvature,
           const NearLimits& limits)
       : start_(start),

@@ -6,6 +6,7 @@
 #include <array>
 #include <limits>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "geometry/arc.h"
@@ -84,6 +85,39 @@ TEST(NearArc, AgreesWithTheDistance) {
   EXPECT_GT(counts.unclear, 5000);
 }
 
+TEST(NearArc, SeveralPointsAreBesideWhereEachIsNearAndNoneBeyondAnEnd) {
+  const NearLimits limits = *NearLimits::around(kAllowed, 2.0);
+  const Arc arc{{0.0, 0.0}, {1.0, 0.0}, 80.0};
+  const NearArc nearArc = *NearArc::leaving(arc.start, tangentAt(arc, 0.0), arc.end, 1e-5, limits);
+  for (const std::size_t count : {2U, 7U, 8U}) {
+    std::array<double, 8> x{};
+    std::array<double, 8> y{};
+    const auto place = [&](std::size_t i, Point p) {
+      x[i] = p.x;
+      y[i] = p.y;
+    };
+    const auto away = [&](double fraction, double distance) {
+      return pointAt(arc, fraction) + leftOf(tangentAt(arc, fraction)) * distance;
+    };
+    const auto reset = [&](std::size_t i) {
+      const double distance = (i % 2 == 0 ? 0.9 : -0.9) * kAllowed;
+      place(i, away((static_cast<double>(i) + 0.5) / 8.0, distance));
+    };
+    for (std::size_t i = 0; i < x.size(); ++i) reset(i);
+    EXPECT_TRUE(nearArc.areBeside(x.data(), y.data(), count));
+    const std::array<Point, 4> others{away(0.5, 1.1 * kAllowed), away(0.5, -1.1 * kAllowed),
+                                      arc.start - tangentAt(arc, 0.0) * 1e-3,
+                                      arc.end + tangentAt(arc, 1.0) * 1e-3};
+    for (std::size_t i = 0; i < x.size(); ++i) {
+      for (const Point& other : others) {
+        place(i, other);
+        EXPECT_EQ(nearArc.areBeside(x.data(), y.data(), count), i >= count) << count << ' ' << i;
+      }
+      reset(i);
+    }
+  }
+}
+
 TEST(NearArc, TellsNothingOfHalfATurn) {
   const NearLimits limits = *NearLimits::around(kAllowed, 2.0);
   EXPECT_FALSE(NearArc::leaving({0, 0}, {0, 1}, {1, 0}, kArcResolution, limits));
@@ -127,6 +161,25 @@ TEST(CubicPoints, AreThoseOfTheSpline) {
       const Point before = spline.sample(t, Side::kBefore).at;
       const Point after = spline.sample(t, Side::kAfter).at;
       EXPECT_LT(std::min(distance(points.at(t), before), distance(points.at(t), after)), 1e-10);
+    }
+  }
+}
+
+TEST(CubicPoints, DivideAPartWithinASpanOrAcrossSeveral) {
+  for (const Spline& spline : someSplines()) {
+    CubicPoints points(spline);
+    const double width = spline.last() - spline.first();
+    for (const auto& [from, to] : {std::pair(0.0, 1.0), {0.3, 0.9}, {0.5, 0.501}, {0.9, 1.0}}) {
+      const double start = spline.first() + from * width;
+      const double step = (to - from) * width / (kPointsInPart + 1);
+      PartPoints divided;
+      points.divide(start, start + step * (kPointsInPart + 1), {}, divided);
+      for (std::size_t i = 0; i < kPointsInPart; ++i) {
+        const double t = start + step * static_cast<double>(i + 1);
+        const Point before = spline.sample(t, Side::kBefore).at;
+        const Point after = spline.sample(t, Side::kAfter).at;
+        EXPECT_LT(std::min(distance(divided[i], before), distance(divided[i], after)), 1e-7);
+      }
     }
   }
 }
