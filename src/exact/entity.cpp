@@ -7,6 +7,8 @@
 
 namespace quillon::exact {
 
+bool EntityGroups::nextOfLines(dxf::Group& group) { return cursor_.next(group); }
+
 Affine Item::objectMap(double elevation) const {
   const bool isFlat = entity.normalX == 0.0 && entity.normalY == 0.0 && entity.normalZ == 1.0;
   const bool isSeenFromAbove = depth == Point{};

@@ -22,21 +22,25 @@ class EntityGroups {
  public:
   /// `split`: all groups, or none where they have to be found in the lines.
   EntityGroups(std::span<const dxf::Group> split, dxf::LineRange lines, const dxf::LineEnds& ends)
-      : split_(split),
+      : next_(split.data()),
+        end_(split.data() + split.size()),
         isSplit_(!split.empty()),
         cursor_(dxf::LineCursor(split.empty() ? lines : dxf::LineRange{}, ends)) {}
 
   /// As that of GroupCursor.
   bool next(dxf::Group& group) {
-    if (!isSplit_) return cursor_.next(group);
-    if (split_.empty()) return false;
-    group = split_.front();
-    split_ = split_.subspan(1);
+    if (!isSplit_) return nextOfLines(group);
+    if (next_ == end_) return false;
+    group = *next_++;
     return true;
   }
 
  private:
-  std::span<const dxf::Group> split_;
+  /// Apart, so that what is split already takes few instructions.
+  bool nextOfLines(dxf::Group& group);
+
+  const dxf::Group* next_;
+  const dxf::Group* end_;
   bool isSplit_;
   dxf::GroupCursor cursor_;
 };
