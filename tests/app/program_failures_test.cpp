@@ -63,11 +63,7 @@ TEST_F(ProgramFailureTest, AFolderThatCannotBeListedIsNotTakenForAnEmptyOne) {
   namespace fs = std::filesystem;
   fs::create_directory(folder.path() / "in");
   fs::permissions(folder.path() / "in", fs::perms(0));
-  fs::permissions(folder.path(), fs::perms(0777));
-  fs::copy_file(QUILLON_CONVERT, folder.path() / "program");
-  fs::permissions(folder.path() / "program", fs::perms(0755));
-  call.program = folder.file("program");
-  call.unprivileged = true;
+  dropRights();
   expectResult(run({"in"}), 1, "",
                errorLine("in cannot be listed. Please check its permissions.") +
                    "0 of 0 drawings converted\n");

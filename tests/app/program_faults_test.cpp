@@ -175,11 +175,7 @@ TEST_F(FaultTest, AScriptThatMayNotBeWrittenStays) {
   write("part.dxf", oneLine());
   folder.write("old.scr", "old");
   fs::permissions(folder.path() / "old.scr", fs::perms(0444));
-  fs::permissions(folder.path(), fs::perms(0777));
-  fs::copy_file(QUILLON_CONVERT, folder.path() / "program");
-  fs::permissions(folder.path() / "program", fs::perms(0755));
-  call.program = folder.file("program");
-  call.unprivileged = true;
+  dropRights();
   expectResult(run({"part.dxf", "-o", "old.scr", "--force"}), 1, "",
                errorLine("old.scr cannot be written: Permission denied. Please check the path, its "
                          "permissions and the free space."));

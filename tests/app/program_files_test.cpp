@@ -151,11 +151,7 @@ TEST_F(ProgramTest, SaysWhichDrawingItCannotFind) {
 TEST_F(ProgramTest, SaysWhichDrawingItMayNotRead) {
   write("part.dxf", oneLine());
   std::filesystem::permissions(folder.file("part.dxf"), std::filesystem::perms(0));
-  std::filesystem::permissions(folder.path(), std::filesystem::perms(0777));
-  std::filesystem::copy_file(QUILLON_CONVERT, folder.file("program"));
-  std::filesystem::permissions(folder.file("program"), std::filesystem::perms(0755));
-  call.program = folder.file("program");
-  call.unprivileged = true;
+  dropRights();
   expectResult(run({"part.dxf"}), 1, "",
                errorLine("part.dxf cannot be read: Permission denied. Please check the path and "
                          "its permissions."));

@@ -32,6 +32,17 @@ class ProgramTest : public ::testing::Test {
     return result;
   }
 
+  /// Lets the program run without root's rights, which override permissions: as a copy in the
+  /// folder, since the one that was built may lie where only root can go.
+  void dropRights() {
+    namespace fs = std::filesystem;
+    fs::permissions(folder.path(), fs::perms(0777));
+    call.program = folder.file("program");
+    fs::copy_file(QUILLON_CONVERT, call.program);
+    fs::permissions(call.program, fs::perms(0755));
+    call.unprivileged = true;
+  }
+
   /// The line (0 0) to (1 2).
   static testing::DxfBuilder oneLine() {
     testing::DxfBuilder dxf;

@@ -25,10 +25,9 @@ TEST_F(ProgramTest, FollowsNoLinksToFoldersWhenItSearchesSubfolders) {
 TEST_F(ProgramTest, NamesTheSubfolderThatCannotBeListed) {
   fs::create_directories(folder.path() / "in/closed");
   write("in/a.dxf", oneLine());
-  fs::permissions(folder.path(), fs::perms::all);
   fs::permissions(folder.path() / "in", fs::perms::all);
   fs::permissions(folder.path() / "in/closed", fs::perms::none);
-  call.unprivileged = true;
+  dropRights();
   const ProgramResult result = run({"--recursive", "in"});
   fs::permissions(folder.path() / "in/closed", fs::perms::all);
   EXPECT_EQ(result.exitCode, 1);
