@@ -116,18 +116,24 @@ bool MtextParser::takeBrace() {
   return true;
 }
 
-/// ^I, ^J, ^ and a blank, and other control characters, which are shown as blanks.
+/// The character that a caret and a letter stand for, 64 less than the letter: ^I, ^J and other
+/// control characters, which are shown as blanks, and signs for small letters. ^ and a blank is a
+/// caret, and one before anything else too.
 bool MtextParser::takeCaret() {
   if (rest_.size() < 2 || rest_[0] != '^') return false;
   const char next = rest_[1];
-  if (next != ' ' && (next < '@' || next > '_')) return false;
+  const bool isControl = next >= '@' && next <= '_';
+  const bool isSign = next >= 'a' && next <= 'z';
+  if (next != ' ' && !isControl && !isSign) return false;
   rest_.remove_prefix(2);
   if (next == 'J') {
     endLine();
   } else if (next == 'I') {
     parsed_.text += kTabulator;
+  } else if (next == ' ') {
+    parsed_.text += '^';
   } else {
-    parsed_.text += next == ' ' ? '^' : ' ';
+    parsed_.text += isSign ? static_cast<char>(next - 0x40) : ' ';
   }
   return true;
 }

@@ -84,6 +84,10 @@ TEST(ExactMtextCodes, CaretsStandForTabulatorsAndThemselves) {
   EXPECT_EQ(mtextLines("a^Ib^ c^2^Md"), "a    b^c^2 d 1");
 }
 
+TEST(ExactMtextCodes, CaretsAndSmallLettersStandForSigns) {
+  EXPECT_EQ(mtextLines("a^ab^zc^{d}^"), "a!b:c^d^ 1");
+}
+
 TEST(ExactMtextCodes, ABackslashWithoutACodeIsDropped) {
   EXPECT_EQ(mtextLines("a\\gb\\"), "agb 1");
   EXPECT_EQ(mtextLines("C:\\Temp"), "C:Temp 1");
