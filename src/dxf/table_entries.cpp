@@ -15,15 +15,14 @@ struct OpenEntry {
   const char* groups = nullptr;
 };
 
-/// 0 for what is no handle.
+}  // namespace
+
 std::uint64_t handleValue(std::string_view text) {
   std::uint64_t value = 0;
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value, 16);
   return error == std::errc{} && stop == end ? value : 0;
 }
-
-}  // namespace
 
 void TableEntries::add(LineRange table, const LineEnds& ends, base::Encoding encoding,
                        TextArena& arena) {

@@ -11,6 +11,9 @@
 
 namespace quillon::dxf {
 
+/// The number of a handle; 0 for what is none.
+std::uint64_t handleValue(std::string_view text);
+
 /// The groups of named entries of tables, such as layers and dimension styles, to be read on
 /// demand.
 class TableEntries {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -24,6 +25,12 @@ namespace quillon::exact {
 using rules::LossList;
 using rules::LossRule;
 
+/// The text that a block shows in the place of one of its attribute definitions.
+struct AttributeText {
+  std::uint64_t definition = 0;  ///< its handle
+  std::string_view text;         ///< a view into the drawing
+};
+
 /// Draws blocks. They are drawn after the function that asks for it has returned.
 class BlockDrawer {
  public:
@@ -33,6 +40,9 @@ class BlockDrawer {
   bool drawBlock(const Item& item, std::string_view upperName, const Affine& map) {
     return drawBlock(item, upperName, std::vector<Affine>{map});
   }
+  /// The same with texts for its attribute definitions. Those that it does not show are named.
+  virtual bool drawBlock(const Item& item, std::string_view upperName, const Affine& map,
+                         std::vector<AttributeText> attributes) = 0;
   /// The same for several places, the last of which is drawn first.
   virtual bool drawBlock(const Item& item, std::string_view upperName,
                          std::vector<Affine> maps) = 0;

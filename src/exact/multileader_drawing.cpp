@@ -35,14 +35,15 @@ void drawLeaderLines(const Item& item, const MultiLeader& leader, Canvas& canvas
   drawArrows(item, leader.arrowBlock, leader.arrowSize, arrows, item.map, canvas, blocks);
 }
 
-void drawLeaderBlock(const Item& item, const LeaderBlock& block, Canvas& canvas,
+void drawLeaderBlock(const Item& item, const MultiLeader& leader, Canvas& canvas,
                      BlockDrawer& blocks) {
+  const LeaderBlock& block = *leader.block;
   const auto scaleOf = [](double scale) { return scale != 0.0 ? scale : 1.0; };
   const Affine map = item.map * Affine::shift(block.at) *
                      geometry::objectCoordinates(block.normalX, block.normalY, block.normalZ) *
                      Affine::turnTo(geometry::unitVector(geometry::degreesOf(block.rotation))) *
                      Affine::scaling(scaleOf(block.scaleX), scaleOf(block.scaleY));
-  if (!blocks.drawBlock(item, block.name, map)) {
+  if (!blocks.drawBlock(item, block.name, map, leader.attributes)) {
     canvas.loseNamed(item, LossRule::MissingBlock, block.name);
   }
 }
@@ -68,8 +69,7 @@ ParagraphText leaderParagraph(const LeaderText& text) {
 void drawMultiLeader(const Item& item, Canvas& canvas, BlockDrawer& blocks) {
   const MultiLeader leader = readMultiLeader(item, canvas);
   if (!leader.hasContext) return canvas.lose(item, LossRule::DamagedEntity);
-  if (leader.block) drawLeaderBlock(item, *leader.block, canvas, blocks);
-  if (leader.block && leader.hasAttributes) canvas.lose(item, LossRule::LeaderAttributes);
+  if (leader.block) drawLeaderBlock(item, leader, canvas, blocks);
   if (item.isBlocksAlone) return loseOwnLines(item, canvas);
   if (leader.hasBreaks && leader.hasLines) canvas.lose(item, LossRule::LeaderBreaks);
   if (leader.hasLines) drawLeaderLines(item, leader, canvas, blocks);

@@ -1,8 +1,10 @@
 #include "exact/multileader_values.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "base/number_text.h"
+#include "dxf/table_entries.h"
 
 namespace quillon::exact {
 namespace {
@@ -88,7 +90,10 @@ class MultiLeaderReader {
         hasDogleg_ = number != 0.0;
         break;
       case 302:
-        leader_.hasAttributes = leader_.hasAttributes || !group.value.empty();
+        if (!group.value.empty()) leader_.attributes.push_back({definition_, group.value});
+        break;
+      case 330:
+        definition_ = dxf::handleValue(group.value);
         break;
       case 342:
         leader_.arrowBlock = drawing_.tableEntries.nameOf("BLOCK_RECORD", group.value);
@@ -197,6 +202,7 @@ class MultiLeaderReader {
   LeaderText text_;
   LeaderBlock block_;
   Depth depth_ = Depth::Entity;
+  std::uint64_t definition_ = 0;  ///< of the attribute whose text comes next
   bool hasText_ = false;
   bool hasBlock_ = false;
   bool hasEnd_ = true;

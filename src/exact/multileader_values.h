@@ -55,8 +55,8 @@ struct MultiLeader {
   bool hasLines = true;
   bool hasSplines = false;
   bool hasDoglegs = true;
-  bool hasBreaks = false;      ///< gaps where lines cross others
-  bool hasAttributes = false;  ///< of its block
+  bool hasBreaks = false;                 ///< gaps where lines cross others
+  std::vector<AttributeText> attributes;  ///< of its block; none is empty
 };
 
 ParagraphText leaderParagraph(const LeaderText& text);

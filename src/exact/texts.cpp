@@ -250,6 +250,16 @@ void drawAttributeValue(const Item& item, const TextGroups& values, Canvas& canv
   drawTextLine(item, values, values.value, canvas);
 }
 
+/// The same with another text.
+void drawAttributeText(const Item& item, const TextGroups& values, std::string_view text,
+                       Canvas& canvas) {
+  EntityGroups groups = canvas.groupsOf(item);
+  if (!findEmbeddedMtext(groups)) return drawTextLine(item, values, text, canvas);
+  MtextGroups lines = readMtext(item, groups);
+  lines.text.content = text;
+  drawMtextGroups(item, lines, canvas);
+}
+
 constexpr int kAttributeInvisible = 1;
 constexpr int kAttributeConstant = 2;
 
@@ -279,6 +289,14 @@ void drawAttributeDefinition(const Item& item, Canvas& canvas, bool isInBlock) {
   // What the references have for it is an attribute of theirs.
   if ((values.attribute & kAttributeConstant) == 0) return;
   if (isAttributeShown(item, values.attribute, canvas)) drawAttributeValue(item, values, canvas);
+}
+
+void drawAttributeDefinition(const Item& item, Canvas& canvas, std::string_view text) {
+  const TextGroups values = readTextGroups(item, canvas);
+  if (!isAttributeShown(item, values.attribute, canvas)) return;
+  const bool isConstant = (values.attribute & kAttributeConstant) != 0;
+  isConstant ? drawAttributeValue(item, values, canvas)
+             : drawAttributeText(item, values, text, canvas);
 }
 
 void drawMtext(const Item& item, Canvas& canvas) {

@@ -9,6 +9,8 @@ void drawText(const Item& item, Canvas& canvas);
 void drawAttribute(const Item& item, Canvas& canvas);
 /// ATTDEF: outside of blocks its tag, within one its value if that is constant.
 void drawAttributeDefinition(const Item& item, Canvas& canvas, bool isInBlock);
+/// One within a block, with the text that the block shows there unless its value is constant.
+void drawAttributeDefinition(const Item& item, Canvas& canvas, std::string_view text);
 void drawMtext(const Item& item, Canvas& canvas);
 
 /// What drawMtext draws, from values that other kinds have in groups of their own.

@@ -1,6 +1,5 @@
 #include "exact/translator.h"
 
-#include <algorithm>
 #include <cmath>
 #include <string>
 #include <utility>
@@ -8,7 +7,6 @@
 #include "base/layer_number.h"
 #include "base/number_text.h"
 #include "base/run_time_error.h"
-#include "dxf/short_code.h"
 #include "exact/annotations.h"
 #include "exact/curves.h"
 #include "exact/hatch.h"
@@ -221,7 +219,7 @@ void Translator::dispatch(const Item& item, const Surroundings& around) {
     case Kind::Attrib:
       return drawAttribute(item, canvas_);
     case Kind::Attdef:
-      return drawAttributeDefinition(item, canvas_, around.isInBlock);
+      return drawDefinition(item, around.isInBlock);
     case Kind::Mtext:
       return drawMtext(item, canvas_);
     case Kind::Insert:
@@ -328,6 +326,17 @@ bool Translator::drawBlock(const Item& item, std::string_view upperName, std::ve
   return true;
 }
 
+bool Translator::drawBlock(const Item& item, std::string_view upperName, const Affine& map,
+                           std::vector<AttributeText> attributes) {
+  const std::size_t count = expansions_.size();
+  if (!drawBlock(item, upperName, std::vector{map})) return false;
+  if (expansions_.size() > count) {
+    expansions_.back().attributes = std::move(attributes);
+    expansions_.back().origin = item.origin;
+  }
+  return true;
+}
+
 void Translator::expand(const Item& item, std::size_t blockIndex, BlockPlaces places, Point depth) {
   if (expanding_[blockIndex] != 0) return canvas_.lose(item, LossRule::BlockInItself);
   const dxf::BlockRec& block = drawing_.blocks[blockIndex];
@@ -346,66 +355,6 @@ Inherited Translator::inheritedFrom(const Item& item) {
   const Layer& layer = layers_.find(item.origin.dxfLayer);
   const Inherited outer = expansions_.empty() ? Inherited{} : expansions_.back().inside.inherited;
   return pens_.inheritedFrom(item.entity, layer, outer);
-}
-
-/// Draws the blocks nested within the `enclosing` outermost ones. They wait in a list, so that a
-/// drawing cannot exhaust the stack.
-void Translator::drawExpansions(std::size_t enclosing) {
-  if (expansions_.size() == enclosing) return;
-  dxf::DxfEntity found;
-  while (expansions_.size() > enclosing) {
-    Expansion& expansion = expansions_.back();
-    if (poll_() || !nextOfBlock(expansion, found)) {
-      polyline_.finish(canvas_);
-      faces_.end();
-      currentPosition_ = expansion.insertedAt;
-      expanding_[expansion.blockIndex] = 0;
-      // Those that follow are of the insertion just shown.
-      attributesAreHidden_ = false;
-      expansions_.pop_back();
-      continue;
-    }
-    draw(found, expansion.inside);
-  }
-}
-
-const Translator::BlockContent& Translator::contentOf(std::size_t blockIndex) {
-  BlockContent& content = contents_[blockIndex];
-  if (content.lines.begin != nullptr) return content;
-  const dxf::BlockRec& block = drawing_.blocks[blockIndex];
-  content = {block.text, block.firstLine};
-  dxf::LineCursor lines(block.text, drawing_.lineEnds);
-  while (!lines.atEnd()) {
-    const dxf::ShortCode code = dxf::readShortCode(lines.next());
-    if (!code.known || code.code == 0 || lines.atEnd()) break;
-    lines.next();
-    content.lines.begin = lines.position();
-    content.firstLine += 2;
-  }
-  return content;
-}
-
-/// The next entity of the block; false after that of the last cell.
-bool Translator::nextOfBlock(Expansion& expansion, dxf::DxfEntity& found) {
-  for (;;) {
-    if (!expansion.walk) {
-      if (expansion.places.empty() || poll_()) return false;
-      // Not earlier: of several blocks of one entity, those still waiting contain nothing yet.
-      expanding_[expansion.blockIndex] = 1;
-      expansion.inside.map = expansion.places.map();
-      const auto& [lines, firstLine] = contentOf(expansion.blockIndex);
-      expansion.walk.emplace(drawing_, dxf::LineCursor(lines, drawing_.lineEnds));
-      expansion.lines.emplace(lines.begin, firstLine, drawing_.lineEnds.eolChar);
-    }
-    while (!expansion.walk->atEnd()) {
-      if (!expansion.walk->step(found)) continue;
-      found.line = expansion.lines->lineAt(found.groups);
-      return true;
-    }
-    polyline_.finish(canvas_);
-    expansion.walk.reset();
-    expansion.places.next();
-  }
 }
 
 }  // namespace quillon::exact

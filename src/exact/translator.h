@@ -97,12 +97,18 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
     BlockPlaces places;
     Surroundings inside;     ///< at the present place
     const char* insertedAt;  ///< position of its insertion
+    /// What it still has to show for its attribute definitions, and for which entity.
+    std::vector<AttributeText> attributes{};
+    Origin origin{};
     std::optional<dxf::EntityWalk> walk{};
     std::optional<dxf::LineCounter> lines{};
   };
 
   bool drawBlock(const Item& item, std::string_view upperName, std::vector<Affine> maps) override;
+  bool drawBlock(const Item& item, std::string_view upperName, const Affine& map,
+                 std::vector<AttributeText> attributes) override;
   void expand(const Item& item, std::size_t blockIndex, BlockPlaces places, Point depth);
+  void endExpansion();
   void drawExpansions(std::size_t enclosing);
   bool nextOfBlock(Expansion& expansion, dxf::DxfEntity& found);
   const BlockContent& contentOf(std::size_t blockIndex);
@@ -112,6 +118,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   void count(const Entity& entity, bool isLeftOut);
   void dispatch(const Item& item, const Surroundings& around);
   void insert(const Item& item);
+  void drawDefinition(const Item& item, bool isInBlock);
   Inherited inheritedFrom(const Item& item);
   Affine fromBaseHeight(std::size_t blockIndex, Point depth) const;
 

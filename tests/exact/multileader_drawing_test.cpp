@@ -134,7 +134,36 @@ TEST(ExactMultiLeaders, ABlockIsPlacedScaledAndTurned) {
             "7 wire 0 (30 5) (27 7) as it is\n");
 }
 
-TEST(ExactMultiLeaders, AttributesOfABlockAndMissingBlocksAreNamed) {
+TEST(ExactMultiLeaders, ABlockHasTheLeadersTextsForItsAttributes) {
+  DxfBuilder dxf;
+  dxf.tableEntry("BLOCK_RECORD", "Balloon", {{5, "A1"}});
+  const auto definition = [&dxf](const char* handle, const char* flags, const char* x) {
+    dxf.entity("ATTDEF", {{5, handle},
+                          {8, "0"},
+                          {10, x},
+                          {20, "0"},
+                          {40, "1"},
+                          {1, "value"},
+                          {2, "TAG"},
+                          {70, flags}});
+  };
+  dxf.beginBlock("BALLOON", "1", "0");
+  definition("B2", "0", "1");
+  definition("B3", "2", "3");
+  definition("B4", "1", "4");
+  definition("B5", "0", "5");
+  dxf.endBlock();
+  const GroupPairs attributes = {{170, "0"},  {330, "b2"},  {302, "17"}, {330, "B3"}, {302, "left"},
+                                 {330, "B4"}, {302, "hid"}, {330, "B5"}, {302, ""}};
+  const ExactDrawing drawing(multiLeader({.context = kBlockContent, .entity = attributes}, dxf));
+  EXPECT_EQ(drawing.shapes(),
+            "7 text '17' 3 R90 bottom left (30 5)\n"
+            "7 text 'value' 3 R90 bottom left (30 9)\n");
+  EXPECT_EQ(drawing.lossList().countOf(exact::LossRule::LeaderAttributes), 0U);
+  EXPECT_EQ(drawing.lossList().countOf(exact::LossRule::Invisible), 1U);
+}
+
+TEST(ExactMultiLeaders, AttributesThatABlockLacksAndMissingBlocksAreNamed) {
   EXPECT_EQ(ExactDrawing(multiLeader({.context = kBlockContent,
                                       .entity = {{330, "B2"}, {177, "1"}, {302, "17"}}},
                                      withContentBlock()))
