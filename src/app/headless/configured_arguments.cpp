@@ -32,11 +32,13 @@ ConfiguredArguments::ConfiguredArguments(const OptionSet& typed,
     if (files::isMissing(path_)) return;
   }
   read();
+  if (entries_.empty()) return;
+  const OptionSet all;
   for (const ConfigEntry& entry : entries_) {
-    if (!typed.isConfigurable(entry.key)) {
+    if (!all.isConfigurable(entry.key)) {
       refuse(entry.line, "there is no option \"" + entry.key + "\" for a configuration file");
     }
-    if (entry.isSwitch != typed.isSwitch(entry.key)) {
+    if (entry.isSwitch != all.isSwitch(entry.key)) {
       refuse(entry.line, entry.isSwitch ? entry.key + " needs another value than true or false"
                                         : entry.key + " is either true or false, without quotes");
     }

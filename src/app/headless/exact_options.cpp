@@ -10,130 +10,109 @@
 namespace quillon::headless {
 namespace {
 
-/// A validator for a number within a range.
-CLI::Validator within(const convert::Range& range) {
-  const auto check = [range](const std::string& text) -> std::string {
-    std::string error = checkNumber(text);
-    if (!error.empty()) return error;
-    const double value = base::numberValue(text);
-    if (range.has(value)) return {};
-    return "\"" + text + "\" is not between " + base::numberText(range.least) + " and " +
-           base::numberText(range.most);
-  };
-  return {check, ""};
+/// Requires a number within a range.
+std::string checkRange(const std::string& text, const convert::Range& range) {
+  std::string error = checkNumber(text);
+  if (!error.empty()) return error;
+  if (range.has(base::numberValue(text))) return {};
+  return "\"" + text + "\" is not between " + base::numberText(range.least) + " and " +
+         base::numberText(range.most);
 }
 
-/// The words of a choice with their numbers.
-template <typename List>
-Words numbered(const List& list) {
-  Words words;
-  for (const std::string_view word : list) words.emplace(word, static_cast<int>(words.size()));
-  return words;
-}
-
-/// The words as a help text lists them.
-template <typename List>
-std::string listed(const List& list) {
-  std::string text;
-  for (const std::string_view word : list) text.append(text.empty() ? "" : "|").append(word);
-  return text;
+std::string checkUnit(const std::string& text) {
+  convert::DrawingUnit unit{};
+  if (convert::findDrawingUnit(text, unit)) return {};
+  return "\"" + text + "\" is not one of " + convert::drawingUnitWords();
 }
 
 }  // namespace
 
-void ExactOptions::addRules() {
-  addChoice(app_, "--rules", rules_, {{"classic", 0}, {"exact", 1}}, "classic|exact",
-            "Rules: those scripts have always had, or those that show the drawing as a CAD program "
-            "does [classic]");
+void ExactOptions::addRules(OptionAdder& adder) {
+  adder.choice("--rules", rules_, {{"classic", 0}, {"exact", 1}}, "classic|exact",
+               "Rules: those scripts have always had, or those that show the drawing as a CAD "
+               "program does [classic]");
 }
 
-void ExactOptions::addOptions() {
-  addLengths();
-  addChoices();
-  addSwitches();
+void ExactOptions::addOptions(OptionAdder& adder) {
+  adder.heading("With --rules exact");
+  addLengths(adder);
+  addChoices(adder);
+  addTexts(adder);
+  addSwitches(adder);
 }
 
-CLI::Option* ExactOptions::track(CLI::Option* option) {
-  exactOnly_.push_back(option);
-  return option->group("With --rules exact");
-}
-
-void ExactOptions::addLengths() {
-  exact::Options& exact = job_.exact;
-  track(app_.add_option("--line-width", exact.lineWidth, "Width of lines without one [0]")
-            ->check(within(convert::kWidthRange))
-            ->type_name("NUMBER"));
-  track(app_.add_option("--fill-width", exact.fillWidth, "Width of the edges of areas [0]")
-            ->check(within(convert::kWidthRange))
-            ->type_name("NUMBER"));
-  track(app_.add_option("--tolerance", exact.curveTolerance,
-                        "Largest distance between a curve and its arcs [0.001]")
-            ->check(within(convert::kToleranceRange))
-            ->type_name("MM"));
-  track(app_.add_option("--join", exact.joinTolerance,
-                        "Join ends that are no further apart; 0 for none [0.01]")
-            ->check(within(convert::kJoinRange))
-            ->type_name("MM"));
-}
-
-void ExactOptions::addChoices() {
-  exact::Options& exact = job_.exact;
-  const auto isUnit = [](const std::string& text) -> std::string {
-    convert::DrawingUnit unit{};
-    if (convert::findDrawingUnit(text, unit)) return {};
-    return "\"" + text + "\" is not one of " + convert::drawingUnitWords();
+void ExactOptions::addLengths(OptionAdder& adder) {
+  const auto length = [this, &adder](const char* name, double& value, const char* help,
+                                     const convert::Range& range, const char* valueName) {
+    const auto check = [range](const std::string& text) { return checkRange(text, range); };
+    track(adder.option(name, value, help).check(check).valueName(valueName));
   };
-  track(app_.add_option("--drawing-unit", drawingUnit_,
-                        "Unit of the drawing's numbers: auto, mm, inch, mil, um, cm, m, ... [auto]")
-            ->check(CLI::Validator(isUnit, ""))
-            ->type_name("UNIT"));
-  const auto choice = [this](const char* name, auto& value, const auto& words, const char* help) {
-    addChoice(app_, name, value, numbered(words), listed(words), help);
-    track(app_.get_option(name));
-  };
-  choice("--space", exact.space, convert::kSpaceWords, "What to draw [model]");
-  choice("--hatch", exact.hatch, convert::kHatchWords, "What hatch patterns become [lines]");
-  choice("--wide-lines", exact.wideLines, convert::kWideLineWords,
-         "What polylines with widths become [auto]");
-  choice("--line-types", exact.lineTypes, convert::kLineTypeWords,
-         "How dashed lines are drawn [solid]");
-  choice("--place", exact.place, convert::kPlaceWords,
-         "What goes to the origin, before the offsets [keep]");
-  track(app_.add_option("--points", points_, "What points become; D is a drill [glyph]")
-            ->type_name("glyph|dot|none|hole:D"));
-  track(app_.add_option("--holes", holes_,
-                        "Circles on these layers of the drawing become holes [none]")
-            ->type_name("LAYER[,LAYER...]"));
-  track(app_.add_option("--hole-diameters", holeDiameters_,
-                        "Which circles, by their diameters in mm [0.2..6.5]")
-            ->type_name("MIN..MAX"));
+  exact::Options& exact = job_.exact;
+  length("--line-width", exact.lineWidth, "Width of lines without one [0]", convert::kWidthRange,
+         "NUMBER");
+  length("--fill-width", exact.fillWidth, "Width of the edges of areas [0]", convert::kWidthRange,
+         "NUMBER");
+  length("--tolerance", exact.curveTolerance,
+         "Largest distance between a curve and its arcs [0.001]", convert::kToleranceRange, "MM");
+  length("--join", exact.joinTolerance, "Join ends that are no further apart; 0 for none [0.01]",
+         convert::kJoinRange, "MM");
 }
 
-void ExactOptions::addSwitches() {
+void ExactOptions::addChoices(OptionAdder& adder) {
   exact::Options& exact = job_.exact;
-  const auto flag = [this](const char* name, bool& value, const char* help) {
-    track(app_.add_flag(name, value, help));
+  track(adder
+            .option("--drawing-unit", drawingUnit_,
+                    "Unit of the drawing's numbers: auto, mm, inch, mil, um, cm, m, ... [auto]")
+            .check(checkUnit)
+            .valueName("UNIT"));
+  track(adder.numberedChoice("--space", exact.space, convert::kSpaceWords, "What to draw [model]"));
+  track(adder.numberedChoice("--hatch", exact.hatch, convert::kHatchWords,
+                             "What hatch patterns become [lines]"));
+  track(adder.numberedChoice("--wide-lines", exact.wideLines, convert::kWideLineWords,
+                             "What polylines with widths become [auto]"));
+  track(adder.numberedChoice("--line-types", exact.lineTypes, convert::kLineTypeWords,
+                             "How dashed lines are drawn [solid]"));
+  track(adder.numberedChoice("--place", exact.place, convert::kPlaceWords,
+                             "What goes to the origin, before the offsets [keep]"));
+}
+
+void ExactOptions::addTexts(OptionAdder& adder) {
+  track(adder.option("--points", points_, "What points become; D is a drill [glyph]")
+            .valueName("glyph|dot|none|hole:D"));
+  track(
+      adder.option("--holes", holes_, "Circles on these layers of the drawing become holes [none]")
+          .valueName("LAYER[,LAYER...]"));
+  track(adder
+            .option("--hole-diameters", holeDiameters_,
+                    "Which circles, by their diameters in mm [0.2..6.5]")
+            .valueName("MIN..MAX"));
+}
+
+void ExactOptions::addSwitches(OptionAdder& adder) {
+  exact::Options& exact = job_.exact;
+  const auto flag = [this, &adder](const char* name, bool& value, const char* help) {
+    track(adder.flag(name, value, help));
   };
   flag("--hidden", exact.hiddenLayers, "Also draw layers that are off or frozen");
   flag("--lineweights", exact.lineWeights, "Lines get the drawing's line weights as widths");
   flag("--closed-as-areas", exact.closedAsAreas, "Closed polylines become areas");
   flag("--fill-always", exact.fillAlways, "Fill areas that the drawing shows as outlines");
   flag("--plain-letters", exact.plainLetters, "Only ASCII letters in texts");
-  track(app_.add_flag(
+  track(adder.flag(
       "--keep-duplicates", [&exact](std::int64_t given) { exact.dropDuplicates = given <= 0; },
       "Draw what the drawing has twice twice"));
 }
 
-std::string ExactOptions::finish() {
+std::string ExactOptions::finish(bool unitIsGiven) {
   if (rules_ == 0) {
-    for (const CLI::Option* const option : exactOnly_) {
-      if (option->count() > 0) return option->get_name() + " needs --rules exact";
+    for (const AddedOption& option : exactOnly_) {
+      if (option.isGiven()) return option.name() + " needs --rules exact";
     }
     return {};
   }
   job_.rules = convert::Rules::Exact;
   if (job_.version == convert::kEagle3) return "Exact conversion needs EAGLE 4.1 or later.";
-  if (app_.get_option("--unit")->count() == 0) job_.unit = base::Unit::Mm;
+  if (!unitIsGiven) job_.unit = base::Unit::Mm;
   if (job_.exact.joinTolerance == 0.0) job_.exact.chains = false;
   convert::findDrawingUnit(drawingUnit_, job_.drawingUnit);
   if (job_.blocks != convert::kDrawBlocks && job_.targetKind != convert::kBoard &&

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 
+#include "app/headless/option_adder.h"
 #include "convert/job.h"
 
 namespace quillon::headless {
@@ -11,29 +11,30 @@ namespace quillon::headless {
 /// The options of the exact rules. With the classic ones they are errors.
 class ExactOptions {
  public:
-  /// Both have to outlive this object.
-  ExactOptions(CLI::App& app, convert::ConversionJob& job) : app_(app), job_(job) {}
+  /// The job has to outlive this object.
+  explicit ExactOptions(convert::ConversionJob& job) : job_(job) {}
   ExactOptions(const ExactOptions&) = delete;
   ExactOptions& operator=(const ExactOptions&) = delete;
 
   /// Adds the choice between both sets of rules to the command line.
-  void addRules();
+  void addRules(OptionAdder& adder);
   /// Adds the options proper, below a heading of their own.
-  void addOptions();
+  void addOptions(OptionAdder& adder);
 
-  /// Once the command line is read: takes the options into the job. Says what is wrong, or "".
-  std::string finish();
+  /// Once the command line is read: takes the options into the job, of which the unit was given or
+  /// not. Says what is wrong, or "".
+  std::string finish(bool unitIsGiven);
 
  private:
-  void addLengths();
-  void addChoices();
-  void addSwitches();
-  CLI::Option* track(CLI::Option* option);
+  void addLengths(OptionAdder& adder);
+  void addChoices(OptionAdder& adder);
+  void addTexts(OptionAdder& adder);
+  void addSwitches(OptionAdder& adder);
+  void track(AddedOption option) { exactOnly_.push_back(option); }
   std::string takeHoles();
 
-  CLI::App& app_;
   convert::ConversionJob& job_;
-  std::vector<CLI::Option*> exactOnly_;
+  std::vector<AddedOption> exactOnly_;
   int rules_ = 0;
   std::string drawingUnit_ = "auto";
   std::string points_ = "glyph";

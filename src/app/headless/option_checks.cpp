@@ -56,28 +56,20 @@ std::string checkSize(const std::string& text) {
   return sizeOf(text) ? "" : "\"" + text + "\" is not a size";
 }
 
-CLI::Validator countOf(const std::string& things) {
-  const auto check = [things](const std::string& text) -> std::string {
-    const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
-    constexpr std::size_t kMostDigits = 18;
-    const bool positive = text.find_first_not_of('0') != std::string::npos;
-    if (digits && positive && text.size() <= kMostDigits) return {};
-    return "\"" + text + "\" is not a number of " + things;
-  };
-  return {check, ""};
+std::string checkCount(const std::string& text, const std::string& things) {
+  const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
+  constexpr std::size_t kMostDigits = 18;
+  const bool positive = text.find_first_not_of('0') != std::string::npos;
+  if (digits && positive && text.size() <= kMostDigits) return {};
+  return "\"" + text + "\" is not a number of " + things;
 }
 
-CLI::Validator upTo(unsigned most) {
-  const auto check = [most](const std::string& text) -> std::string {
-    unsigned number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error == std::errc{} && stop == end && number >= 1 && number <= most) return {};
-    return "\"" + text + "\" is not a number from 1 to " + std::to_string(most);
-  };
-  return {check, ""};
+std::string checkUpTo(const std::string& text, unsigned most) {
+  unsigned number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error == std::errc{} && stop == end && number >= 1 && number <= most) return {};
+  return "\"" + text + "\" is not a number from 1 to " + std::to_string(most);
 }
-
-CLI::Validator quietCheck(std::string (*check)(const std::string&)) { return {check, ""}; }
 
 }  // namespace quillon::headless

@@ -5,14 +5,19 @@
 #include <vector>
 
 #include "app/headless/exact_options.h"
+#include "app/headless/option_adder.h"
 #include "app/headless/options.h"
 
 namespace quillon::headless {
 
-/// All options of the program, bound to the values that they set. Parses one command line.
+/// The options of the program, bound to the values that they set. Parses one command line.
 class OptionSet {
  public:
+  /// All options.
   OptionSet();
+  /// Only the options that these arguments may name. Arguments that such a set refuses are to be
+  /// parsed by one of all options, which knows help and version.
+  explicit OptionSet(const std::vector<std::string>& arguments);
   OptionSet(const OptionSet&) = delete;
   OptionSet& operator=(const OptionSet&) = delete;
 
@@ -22,10 +27,11 @@ class OptionSet {
   /// Once parsed: completes the options. Says which rule between them is broken, or "".
   std::string finish();
 
-  /// What an option is, by its long name without "--": one that a configuration file may have; a
-  /// switch, which has no value; one that the arguments gave.
+  /// Of a set of all options: what an option is, by its long name without "--": one that a
+  /// configuration file may have; a switch, which has no value.
   bool isConfigurable(const std::string& name) const;
   bool isSwitch(const std::string& name) const;
+  /// Whether the arguments gave an option.
   bool isGiven(const std::string& name) const;
 
   CLI::App& app() { return app_; }
@@ -33,23 +39,23 @@ class OptionSet {
   const Options& options() const { return options_; }
 
  private:
-  void addInputs();
-  void addResults();
-  void addDrawing();
-  void addEntities();
-  void addLimits();
-  void addProgram();
-  void addHelp();
-  /// Options added from now on are listed below this heading.
-  void heading(const char* text) { app_.option_defaults()->group(text); }
+  explicit OptionSet(const std::vector<std::string>* arguments);
+  void addInputs(OptionAdder& adder);
+  void addResults(OptionAdder& adder);
+  void addDrawing(OptionAdder& adder);
+  void addEntities(OptionAdder& adder);
+  void addLimits(OptionAdder& adder);
+  void addProgram(OptionAdder& adder);
+  void addHelp(OptionAdder& adder);
 
   Options options_;
   // Texts that become numbers once parsed.
   std::string offsetX_ = "0";
   std::string offsetY_ = "0";
   std::string polyWidth_ = "0";
+  AddedOption unit_;
   CLI::App app_;
-  std::optional<ExactOptions> exact_;
+  ExactOptions exact_{options_.job};
 };
 
 }  // namespace quillon::headless

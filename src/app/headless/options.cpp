@@ -70,21 +70,11 @@ std::string finish(OptionSet& set) {
   return wrong.empty() ? checkTogether(set.options()) : wrong;
 }
 
-}  // namespace
-
-int usageError(const std::string& message) {
-  constexpr std::size_t kLongestMessage = 1000;  // with a path or two
-  console::Console(false).printError(
-      "quillon-convert: " + base::quotable(message, kLongestMessage) +
-      "\nTry 'quillon-convert --help'.\n");
-  return kWrongUsage;
-}
-
-Options parseOptions(const std::vector<std::string>& arguments, std::optional<int>& exitCode,
-                     const std::filesystem::path& configFolder) {
-  OptionSet typed;
+/// Parses the arguments with a set of options for them. Throws CLI::ParseError.
+Options parseWith(OptionSet& typed, const std::vector<std::string>& arguments,
+                  std::optional<int>& exitCode, const std::filesystem::path& configFolder) {
+  typed.parse(arguments);
   try {
-    typed.parse(arguments);
     const ConfiguredArguments config(typed, configFolder);
     if (!config.isEmpty()) {
       OptionSet both;
@@ -97,10 +87,6 @@ Options parseOptions(const std::vector<std::string>& arguments, std::optional<in
       }
       return std::move(both.options());
     }
-  } catch (const CLI::ParseError& error) {
-    const bool asked = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
-    exitCode = asked ? typed.app().exit(error) : usageError(error.what());
-    return std::move(typed.options());
   } catch (const WrongConfig& error) {
     exitCode = usageError(error.what());
     return std::move(typed.options());
@@ -108,6 +94,36 @@ Options parseOptions(const std::vector<std::string>& arguments, std::optional<in
   const std::string wrong = finish(typed);
   if (!wrong.empty()) exitCode = usageError(wrong);
   return std::move(typed.options());
+}
+
+}  // namespace
+
+int usageError(const std::string& message) {
+  constexpr std::size_t kLongestMessage = 1000;  // with a path or two
+  console::Console(false).printError(
+      "quillon-convert: " + base::quotable(message, kLongestMessage) +
+      "\nTry 'quillon-convert --help'.\n");
+  return kWrongUsage;
+}
+
+Options parseOptions(const std::vector<std::string>& arguments, std::optional<int>& exitCode,
+                     const std::filesystem::path& configFolder) {
+  {
+    OptionSet named(arguments);
+    try {
+      return parseWith(named, arguments, exitCode, configFolder);
+    } catch (const CLI::ParseError&) {  // NOLINT(bugprone-empty-catch)
+      // All options say what is wrong, or what there is.
+    }
+  }
+  OptionSet all;
+  try {
+    return parseWith(all, arguments, exitCode, configFolder);
+  } catch (const CLI::ParseError& error) {
+    const bool asked = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
+    exitCode = asked ? all.app().exit(error) : usageError(error.what());
+    return std::move(all.options());
+  }
 }
 
 }  // namespace quillon::headless
