@@ -1,47 +1,104 @@
 #include <pthread.h>
-#include <semaphore.h>
+#include <sys/time.h>
 
+#include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <thread>
 
 #include "app/console/interrupt.h"
-#include "app/console/wait_breaker.h"
 
 namespace quillon::console {
 namespace {
 
-// A signal handler can only reach static objects.
+// A signal handler can only reach static objects, and may not wait for a lock.
 std::atomic<bool> interruptSeen{false};
 static_assert(std::atomic<bool>::is_always_lock_free);
-struct Semaphore {
-  Semaphore() { sem_init(&value, 0, 0); }
-  sem_t value{};
-} interrupts;
 
 constexpr int kWakingSignal = SIGUSR1;
+
+/// The threads whose waits are to be broken.
+class WaitingThreads {
+ public:
+  void add(pthread_t thread) {
+    for (Place& place : places_) {
+      int expected = kFree;
+      if (!place.state.compare_exchange_strong(expected, kReserved)) continue;
+      place.thread.store(thread);
+      place.state.store(kWaiting);
+      return;
+    }
+    // There are no more threads than conversions at the same time. Ctrl-C still reaches the others.
+  }
+
+  /// Once this returns, the thread gets no more signals, so that it may end.
+  void remove(pthread_t thread) {
+    for (Place& place : places_) {
+      if (place.state.load() != kWaiting || pthread_equal(place.thread.load(), thread) == 0) {
+        continue;
+      }
+      place.state.store(kReserved);
+      while (handlers_.load() > 0) std::this_thread::yield();
+      place.state.store(kFree);
+      return;
+    }
+  }
+
+  /// For a signal handler.
+  void wakeAll() {
+    ++handlers_;
+    for (const Place& place : places_) {
+      if (place.state.load() == kWaiting) pthread_kill(place.thread.load(), kWakingSignal);
+    }
+    --handlers_;
+  }
+
+ private:
+  static constexpr std::size_t kMostThreads = 256;
+  enum State : int { kFree, kReserved, kWaiting };
+  struct Place {
+    std::atomic<int> state{kFree};
+    std::atomic<pthread_t> thread{};
+  };
+  static_assert(std::atomic<int>::is_always_lock_free);
+  static_assert(std::atomic<pthread_t>::is_always_lock_free);
+
+  std::array<Place, kMostThreads> places_;
+  std::atomic<int> handlers_{0};  ///< that look at the threads now
+};
+constinit WaitingThreads waitingThreads;
+
+extern "C" void onTimer(int) {
+  const int reason = errno;
+  waitingThreads.wakeAll();
+  errno = reason;
+}
+
+constexpr timeval milliseconds(int count) { return {0, count * 1000}; }
+
+/// From now on threads are woken again and again. A timer does it: a thread of its own would take
+/// as long to start and to end as a small drawing to convert. The timer and its signal are taken
+/// only here, as whoever starts the program may have set the timer to end it.
+void startWaking() {
+  struct sigaction action = {};
+  action.sa_handler = onTimer;
+  sigemptyset(&action.sa_mask);
+  sigaction(SIGALRM, &action, nullptr);
+  // Calls that can end by themselves get a moment to do so.
+  const itimerval times = {.it_interval = milliseconds(50), .it_value = milliseconds(200)};
+  setitimer(ITIMER_REAL, &times, nullptr);
+}
 
 extern "C" void onInterrupt(int number) {
   const int reason = errno;
   interruptSeen.store(true);
-  sem_post(&interrupts.value);
+  startWaking();
   std::signal(number, SIG_DFL);
   errno = reason;
 }
 
 extern "C" void onWake(int) {}
-
-struct System {
-  using Thread = pthread_t;
-
-  static void waitForInterrupt() {
-    while (sem_wait(&interrupts.value) != 0 && errno == EINTR) {
-    }
-  }
-  static void stopWaiting() { sem_post(&interrupts.value); }
-  static void wake(Thread thread) { pthread_kill(thread, kWakingSignal); }
-  static bool isSame(Thread a, Thread b) { return pthread_equal(a, b) != 0; }
-};
 
 }  // namespace
 
@@ -67,14 +124,17 @@ void catchInterrupt() {
 
 bool interrupted() { return interruptSeen.load(); }
 
-struct WaitBreaker::State : Waker<System> {};
+// Signal handlers reach the only state that there is.
+struct WaitBreaker::State {
+  WaitingThreads& threads = waitingThreads;
+};
 
 WaitBreaker::WaitBreaker() : state_(std::make_unique<State>()) {}
 WaitBreaker::~WaitBreaker() = default;
 
 WaitBreaker::Part::Part(WaitBreaker& breaker) : breaker_(breaker) {
-  breaker_.state_->add(pthread_self());
+  breaker_.state_->threads.add(pthread_self());
 }
-WaitBreaker::Part::~Part() { breaker_.state_->remove(pthread_self()); }
+WaitBreaker::Part::~Part() { breaker_.state_->threads.remove(pthread_self()); }
 
 }  // namespace quillon::console

@@ -13,7 +13,7 @@
 
 namespace quillon::console {
 
-/// The portable part of WaitBreaker. `System` provides
+/// A WaitBreaker with a thread of its own. `System` provides
 ///   Thread             a thread that can be woken
 ///   waitForInterrupt() returns after an interrupt or stopWaiting(), possibly spuriously
 ///   stopWaiting()
