@@ -1,10 +1,10 @@
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
@@ -42,7 +42,8 @@ constexpr std::size_t kStackSize = 65536;
 }  // namespace
 
 struct CrashStack::Memory {
-  std::array<char, kStackSize> stack{};
+  Memory() {}  // without values, so that the system gives no memory to what is never needed
+  std::array<char, kStackSize> stack;
   stack_t before{};
 };
 
@@ -91,13 +92,33 @@ void writeAll(int file, std::string_view text) {
 
 constexpr std::size_t kMostFrames = 64;
 
-/// The offset is the one in the module's file, wherever the module was loaded to.
+/// An address, and in which module it is.
+struct Place {
+  std::uintptr_t address = 0;
+  const char* module = "";
+  std::uintptr_t moved = 0;  ///< by how much the module stands higher than in its file
+};
+
+int findModule(dl_phdr_info* info, std::size_t, void* to) {
+  Place& place = *static_cast<Place*>(to);
+  for (std::size_t i = 0; i < info->dlpi_phnum; ++i) {
+    const auto& part = info->dlpi_phdr[i];
+    if (part.p_type != PT_LOAD) continue;
+    if (place.address - (info->dlpi_addr + part.p_vaddr) >= part.p_memsz) continue;
+    const bool isProgram = info->dlpi_name == nullptr || *info->dlpi_name == '\0';
+    place.module = isProgram ? program_invocation_name : info->dlpi_name;
+    place.moved = info->dlpi_addr;
+    return 1;
+  }
+  return 0;
+}
+
+/// The offset is the one in the module's file, wherever the module was loaded to. A program that is
+/// static as a whole has a module too, though dladdr() would not find it.
 void writeFrame(BacktraceWriter& out, const void* address) {
-  const auto place = reinterpret_cast<std::uintptr_t>(address);
-  Dl_info info = {};
-  void* map = nullptr;
-  if (::dladdr1(address, &info, &map, RTLD_DL_LINKMAP) == 0) return out.frame("", place);
-  out.frame(info.dli_fname, place - static_cast<const link_map*>(map)->l_addr);
+  Place place{reinterpret_cast<std::uintptr_t>(address)};
+  ::dl_iterate_phdr(findModule, &place);
+  out.frame(place.module, place.address - place.moved);
 }
 
 struct Frames {

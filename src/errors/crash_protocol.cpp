@@ -17,13 +17,14 @@ void appendTo(std::array<char, Room>& room, std::size_t& size, std::string_view 
 
 /// How far the local time is ahead of UTC now.
 std::int64_t secondsEastOfUtc() {
+  using namespace std::chrono;
   const std::time_t now = std::time(nullptr);
-  const std::tm* const utc = std::gmtime(&now);  // before any other thread runs
-  if (utc == nullptr) return 0;
-  std::tm broken = *utc;
-  broken.tm_isdst = -1;
-  const std::time_t asLocal = std::mktime(&broken);
-  return asLocal == static_cast<std::time_t>(-1) ? 0 : static_cast<std::int64_t>(now - asLocal);
+  const std::tm* const local = std::localtime(&now);  // before any other thread runs
+  if (local == nullptr) return 0;
+  const sys_days day = year(local->tm_year + 1900) / (local->tm_mon + 1) / local->tm_mday;
+  const seconds asUtc = day.time_since_epoch() + hours(local->tm_hour) + minutes(local->tm_min) +
+                        seconds(local->tm_sec);
+  return static_cast<std::int64_t>(asUtc.count()) - static_cast<std::int64_t>(now);
 }
 
 FixedText dateText(std::int64_t localSeconds) {
