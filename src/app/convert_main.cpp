@@ -1,4 +1,3 @@
-#include <clocale>
 #include <optional>
 
 #include "app/console/terminal.h"
@@ -7,7 +6,6 @@
 #include "files/system_folders.h"
 
 int main(int argc, char** argv) {
-  std::setlocale(LC_TIME, "");  // for dates in the report; numbers never depend on the locale
   quillon::console::prepareStreams();
   std::optional<int> exitCode;
   const quillon::headless::Options options =

@@ -10,7 +10,7 @@ struct LocalTime {
   std::string time;
 };
 
-/// The current date and time in the formats of the process's time locale.
+/// The current date and time in the formats of the user's locale.
 LocalTime currentLocalTime();
 
 }  // namespace quillon::files
