@@ -37,8 +37,9 @@ target_compile_options(quillon_flags INTERFACE
   # Qt asks for -fPIC in its own way, which serves as well.
   "$<$<AND:${hard},$<NOT:$<BOOL:$<TARGET_PROPERTY:POSITION_INDEPENDENT_CODE>>>>:-fPIE>")
 # All functions of libraries are looked up when the program starts; then the table of them is
-# read-only. A static program says by itself whether it can be moved.
-set(moved -pie)
+# read-only. A static program, as by the property QUILLON_STATIC, says by itself whether it can be
+# moved.
+set(moved "$<$<NOT:$<BOOL:$<TARGET_PROPERTY:QUILLON_STATIC>>>:-pie>")
 if(CMAKE_EXE_LINKER_FLAGS MATCHES "-static")
   set(moved "")
 endif()

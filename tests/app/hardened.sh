@@ -19,6 +19,15 @@ shows() {
   grep -qE -- "$pattern" "$output"
 }
 
+# Whether a function of the program's own, not one of a library within it, uses a symbol of this form.
+uses() {
+  LC_ALL=C objdump --disassemble --no-show-raw-insn "$program" > "$output"
+  awk -v symbol="<$1[@>]" '
+    /^[0-9a-f]+ <.*>:$/ { own = /quillon/ }
+    own && $0 ~ symbol { found = 1; exit }
+    END { exit !found }' "$output"
+}
+
 output=$(mktemp)
 trap 'rm -f "$output"' EXIT
 
@@ -26,8 +35,8 @@ shows '\bPIE\b' readelf --dynamic --wide || lack "an address that changes (-pie)
 shows '\bGNU_RELRO\b' readelf --program-headers --wide || lack "a part that becomes read-only (-z relro)"
 shows '\bNOW\b' readelf --dynamic --wide || lack "functions looked up at the start (-z now)"
 shows '\bGNU_STACK\b.* RW ' readelf --program-headers --wide || lack "a stack without code"
-shows ' UND __stack_chk_fail@' readelf --dyn-syms --wide || lack "guarded stacks (-fstack-protector-strong)"
-shows ' UND __[a-z0-9_]+_chk@' readelf --dyn-syms --wide || lack "checked buffers (-D_FORTIFY_SOURCE)"
+uses __stack_chk_fail || lack "guarded stacks (-fstack-protector-strong)"
+uses '__[a-z0-9_]+_chk' || lack "checked buffers (-D_FORTIFY_SOURCE)"
 if [ "$processor" = x86_64 ]; then
   # The first instruction of main is where the C library jumps to.
   LC_ALL=C objdump --disassemble=main --no-show-raw-insn "$program" > "$output"
