@@ -44,6 +44,9 @@ bool mayFollow(const struct stat& link, const struct stat& folder) {
 /// The target of a link; empty when the path is missing or not a link. `reason` says why it must
 /// not be followed. Descriptors make sure that all checks see the same folder and link.
 fs::path linkAt(const fs::path& path, int& reason) {
+  struct stat first {};
+  reason = lstat(path.c_str(), &first) == 0 || errno == ENOENT || errno == ENOTDIR ? 0 : errno;
+  if (reason != 0 || !S_ISLNK(first.st_mode)) return {};
   const fs::path parent = path.has_parent_path() ? path.parent_path() : fs::path(".");
   const Descriptor folder(open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   const Descriptor entry(folder.number() < 0 ? -1

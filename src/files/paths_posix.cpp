@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/encoding.h"
+#include "files/folder_names_posix.h"
 #include "files/paths.h"
 
 namespace quillon::files {
@@ -30,16 +31,13 @@ fs::path findEntry(const fs::path& folder, const std::string& name) {
   fs::path exact = folder / toPath(name);
   if (fs::exists(exact, error)) return exact;
   const std::string wanted = folded(name);
-  fs::path found;
-  for (fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error), end;
-       !error && entry != end; entry.increment(error)) {
-    const fs::path candidate = entry->path().filename();
-    // The first by name, whatever order the folder lists them in.
-    if (folded(fromPath(candidate)) == wanted && (found.empty() || candidate < found)) {
-      found = candidate;
-    }
-  }
-  return found.empty() ? found : folder / found;
+  std::string found;
+  forEachName(folder, [&](std::string_view candidate) {
+    // Upper case takes as many bytes. The first by name, whatever order the folder lists them in.
+    if (candidate.size() != wanted.size() || folded(candidate) != wanted) return;
+    if (found.empty() || candidate < found) found = candidate;
+  });
+  return found.empty() ? fs::path() : folder / found;
 }
 
 bool isSeparator(char c) { return kSeparators.find(c) != std::string_view::npos; }

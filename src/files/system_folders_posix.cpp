@@ -1,8 +1,10 @@
 #include <unistd.h>
 
+#include <array>
+#include <climits>
 #include <cstdlib>
 #include <string>
-#include <system_error>
+#include <string_view>
 
 #include "files/system_folders.h"
 
@@ -20,8 +22,10 @@ bool isBelow(const fs::path& folder, const char* root) {
 }  // namespace
 
 fs::path executableFolder() {
-  std::error_code error;
-  return fs::read_symlink("/proc/self/exe", error).parent_path();
+  std::array<char, PATH_MAX> path{};
+  const ssize_t size = readlink("/proc/self/exe", path.data(), path.size());
+  if (size < 0) return {};
+  return fs::path(std::string_view(path.data(), static_cast<std::size_t>(size))).parent_path();
 }
 
 bool mayWriteIn(const fs::path& folder) { return access(folder.c_str(), W_OK) == 0; }

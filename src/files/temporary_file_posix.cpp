@@ -8,12 +8,14 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
-#include <random>
 #include <string>
 #include <string_view>
 #include <system_error>
 
+#include "base/text_hash.h"
+#include "files/folder_names_posix.h"
 #include "files/temporary_file.h"
 
 namespace quillon::files {
@@ -27,12 +29,14 @@ constexpr std::string_view kSuffix = ".tmp";
 /// Permissions of a new file, before the umask.
 constexpr mode_t kUsualRights = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
 
-/// The name carries the writer's process id, for whoever finds the file.
+/// The name carries the writer's process id, for whoever finds the file. Nobody else can tell the
+/// next name from others and have it taken.
 std::string newName() {
   static std::atomic<unsigned> counter{0};
-  thread_local std::mt19937 random{std::random_device{}()};
-  return std::string(kPrefix) + std::to_string(getpid()) + "-" + std::to_string(random()) + "-" +
-         std::to_string(++counter) + std::string(kSuffix);
+  static const std::string start = std::string(kPrefix) + std::to_string(getpid()) + "-";
+  const std::string number = std::to_string(++counter);
+  const auto random = static_cast<std::uint32_t>(base::TextHash()(number));
+  return start + std::to_string(random) + "-" + number + std::string(kSuffix);
 }
 
 bool isTemporaryName(std::string_view name) {
@@ -55,10 +59,11 @@ FileHandle create(const fs::path& path, mode_t rights) {
 
 /// Gives a new file the owner and group of an old one, then its permissions, which are for that
 /// group.
-void takeRights(int file, const struct stat& old) {
+void takeRights(int file, const struct stat& now, const struct stat& old) {
   constexpr auto kSameOwner = static_cast<uid_t>(-1);
-  const bool sameGroup =
-      fchown(file, old.st_uid, old.st_gid) == 0 || fchown(file, kSameOwner, old.st_gid) == 0;
+  const bool sameGroup = (now.st_uid == old.st_uid && now.st_gid == old.st_gid) ||
+                         fchown(file, old.st_uid, old.st_gid) == 0 ||
+                         fchown(file, kSameOwner, old.st_gid) == 0;
   mode_t rights = old.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
   // If the group differs, its members were "others" before and get no more than others.
   if (!sameGroup) rights &= ~static_cast<mode_t>(S_IRWXG) | ((rights & S_IRWXO) << 3);
@@ -70,12 +75,6 @@ std::shared_ptr<void> keepLock(int file) {
   const int copy = fcntl(file, F_DUPFD_CLOEXEC, 0);
   if (copy < 0) return nullptr;
   return {nullptr, [copy](void*) { close(copy); }};
-}
-
-/// Whether a file has been removed since it was opened.
-bool isGone(int file) {
-  struct stat status {};
-  return fstat(file, &status) == 0 && status.st_nlink == 0;
 }
 
 void removeUnlessLocked(const fs::path& path) {
@@ -95,12 +94,14 @@ std::optional<TemporaryFile> makeTemporaryFile(const fs::path& folder, std::FILE
     made.path = folder / newName();
     made.file = create(made.path, replaced == nullptr ? kUsualRights : old.st_mode & S_IRWXU);
     if (made.file == nullptr) return std::nullopt;
-    if (replaced != nullptr) takeRights(fileno(made.file.get()), old);
     const int file = fileno(made.file.get());
     // Where locks are not supported, the file never counts as abandoned, as nobody can lock it.
     lock(file, LOCK_EX);
+    struct stat now {};
+    if (fstat(file, &now) != 0) return std::nullopt;
     // It may have been taken for abandoned just before it was locked.
-    if (isGone(file)) continue;
+    if (now.st_nlink == 0) continue;
+    if (replaced != nullptr) takeRights(file, now, old);
     made.claim = keepLock(file);
     return made;
   }
@@ -117,11 +118,9 @@ FileHandle makeNamelessFile() {
 }
 
 void clearAbandonedFiles(const fs::path& folder) {
-  std::error_code error;
-  fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
-  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    if (isTemporaryName(entry->path().filename().native())) removeUnlessLocked(entry->path());
-  }
+  forEachName(folder, [&folder](std::string_view name) {
+    if (isTemporaryName(name)) removeUnlessLocked(folder / name);
+  });
 }
 
 }  // namespace quillon::files

@@ -8,6 +8,7 @@
 
 #include "base/text_hash.h"
 #include "files/file_system.h"
+#include "files/output_file.h"
 #include "files/paths.h"
 
 namespace quillon::headless {
@@ -27,9 +28,12 @@ class FileKeys {
     std::error_code error;
     const bool isPlain = files::namesHaveCase() && !name.empty() && name != "." && name != ".." &&
                          !fs::is_symlink(path, error);
+    folder_ = isPlain ? path.parent_path() : files::folderOfTarget(path);
     if (!isPlain) return fromPath(files::uniquePath(path));
-    return fromPath(folder(path.parent_path()) / name);
+    return fromPath(folder(folder_) / name);
   }
+  /// The folder that gets the last of these files when it is written.
+  const fs::path& lastFolder() const { return folder_; }
 
  private:
   const fs::path& folder(const fs::path& path) {
@@ -41,6 +45,7 @@ class FileKeys {
   }
 
   std::unordered_map<std::string, fs::path, base::TextHash> folders_;
+  fs::path folder_;
 };
 
 /// Only hashes of paths are kept; where two are equal, the paths are compared.
@@ -52,10 +57,13 @@ class Collisions {
     };
     if (options.frame) add(*options.frame);
     if (!options.job.layerFile.empty()) add(options.job.layerFile);
+    if (isAlone()) return;
     inputs_.reserve(plan.size());
+    ownHashes_.reserve(plan.size());
     for (std::size_t i = 0; i < plan.size(); ++i) {
       const std::string& path = plan.drawings[i].path;
-      if (!path.empty()) inputs_.emplace_back(hash(keys_.of(path)), i);
+      ownHashes_.push_back(path.empty() ? 0 : hash(keys_.of(path)));
+      if (!path.empty()) inputs_.emplace_back(ownHashes_.back(), i);
     }
     std::sort(inputs_.begin(), inputs_.end());
     written_.reserve(plan.size());
@@ -66,12 +74,18 @@ class Collisions {
     const std::string& dxf = plan_.drawings[index].path;
     const std::array<std::string, kKinds> results = resultsOf(index);
     if (!dxf.empty() && results.front() == dxf) return dxf + " is the drawing itself";
+    if (isAlone()) {
+      if (!results.front().empty()) addFolder(files::folderOfTarget(toPath(results.front())));
+      return {};
+    }
     for (std::size_t kind = 0; kind < kKinds; ++kind) {
       const std::string& file = results[kind];
       if (file.empty()) continue;
       const std::string key = keys_.of(file);
+      addFolder(keys_.lastFolder());
       // A script that would replace its own drawing via another path is refused by the conversion.
-      if (kind == 0 && !dxf.empty() && key == keys_.of(dxf)) continue;
+      const bool mayReplaceOwn = kind == 0 && !dxf.empty() && hash(key) == ownHashes_[index];
+      if (mayReplaceOwn && key == keys_.of(dxf)) continue;
       if (isInput(key)) return file + " would replace a file that is read";
       const Result* const before = find(key);
       if (before == nullptr) {
@@ -92,10 +106,20 @@ class Collisions {
 
   std::size_t hash(const std::string& key) const { return hash_(key); }
 
+  /// One drawing and its script alone can only be in the way of each other, which the conversion
+  /// refuses. Most runs are such, and looking at all folders on the way takes a part of their time.
+  bool isAlone() const {
+    if (plan_.size() != 1 || !settings_.empty()) return false;
+    const std::array<std::string, kKinds> results = resultsOf(0);
+    return results[1].empty() && results[2].empty();
+  }
+
   std::array<std::string, kKinds> resultsOf(std::size_t index) const {
     const PlannedDrawing& drawing = plan_.drawings[index];
     return {plan_.scripts.of(drawing), plan_.reports.of(drawing), plan_.previews.of(drawing)};
   }
+
+  void addFolder(const fs::path& folder) { plan_.resultFolders.insert(folder.native()); }
 
   bool isInput(const std::string& key) {
     if (settings_.contains(key)) return true;
@@ -135,6 +159,7 @@ class Collisions {
   FileKeys keys_;
   std::set<std::string> settings_;
   std::vector<std::pair<std::size_t, std::size_t>> inputs_;  ///< hashes and places in the plan
+  std::vector<std::size_t> ownHashes_;                       ///< the same hashes by place
   std::unordered_multimap<std::size_t, Result> written_;
 };
 

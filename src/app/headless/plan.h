@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -73,6 +74,8 @@ class Plan {
   std::vector<std::string> emptyFolders;       ///< folders without a drawing
   std::vector<std::string> unreadableFolders;  ///< folders that cannot be listed
   std::string usageError;                      ///< "" if the plan is valid
+  /// The folders that get results.
+  std::set<std::filesystem::path::string_type> resultFolders;
 
   // What all conversions share.
   convert::ConversionJob job;

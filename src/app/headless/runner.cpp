@@ -3,7 +3,6 @@
 #include <atomic>
 #include <map>
 #include <mutex>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -186,16 +185,11 @@ class Runner {
     return printed;
   }
 
-  /// Removes temporary files left by killed runs, once per folder, as many drawings may share one.
+  /// Removes temporary files left by killed runs.
   void clearAbandoned() const {
-    std::set<fs::path> folders;
-    for (const PlannedDrawing& drawing : plan_.drawings) {
-      for (const ResultPlace* const place : {&plan_.scripts, &plan_.reports, &plan_.previews}) {
-        const std::string file = place->of(drawing);
-        if (!file.empty()) folders.insert(files::folderOfTarget(files::toPath(file)));
-      }
+    for (const fs::path::string_type& folder : plan_.resultFolders) {
+      files::clearAbandonedFiles(folder);
     }
-    for (const fs::path& folder : folders) files::clearAbandonedFiles(folder);
   }
 
   Printed convertOne(const PlannedConversion& planned) {
