@@ -43,18 +43,17 @@ std::size_t LossList::indexOf(const Event& event) {
   return found->second;
 }
 
+std::size_t LossList::quickIndexOf(const Event& event) {
+  if (!event.name.empty()) return indexOf(event);
+  const Recent* const recent = recentOf(event.rule, event.kind, event.layer);
+  if (recent != nullptr) return recent->index;
+  const std::size_t index = indexOf(event);
+  keepRecent({event.kind, event.layer, event.rule, index});
+  return index;
+}
+
 void LossList::addPlaced(const Event& event, std::uint64_t count) {
-  std::size_t index = 0;
-  if (event.name.empty()) {
-    Recent& recent = recent_[placeOf(event.rule, event.kind, event.layer)];
-    if (!isSame(recent, event.rule, event.kind, event.layer)) {
-      recent = {event.kind, event.layer, event.rule, indexOf(event)};
-    }
-    index = recent.index;
-  } else {
-    index = indexOf(event);
-  }
-  Loss& loss = losses_[index];
+  Loss& loss = losses_[quickIndexOf(event)];
   loss.count += count;
   loss.most = std::max(loss.most, event.measure);
 }
@@ -63,9 +62,20 @@ bool LossList::findAgain(LossRule rule, std::string_view kind, std::string_view 
                          std::uint64_t count) {
   const auto found = index_.find(Key(rule, kind, layer, {}));
   if (found == index_.end()) return false;
-  recent_[placeOf(rule, kind, layer)] = {kind, layer, rule, found->second};
+  keepRecent({kind, layer, rule, found->second});
   losses_[found->second].count += count;
   return true;
+}
+
+void LossList::keepRecent(const Recent& recent) {
+  constexpr std::size_t kPlacesEach = 8;  // few losses are to come in the way of others
+  unsigned bits = recentBits_;
+  while (bits < kMostRecentBits && losses_.size() * kPlacesEach > std::size_t{1} << bits) ++bits;
+  if (recent_.empty() || bits > recentBits_) {
+    recentBits_ = bits;
+    recent_.assign(std::size_t{1} << bits, {});
+  }
+  recent_[placeOf(recent.rule, recent.kind, recent.layer)] = recent;
 }
 
 std::uint64_t LossList::countOf(LossRule rule) const {

@@ -79,9 +79,9 @@ class LossList {
   /// it. Quick where the names are the same characters as before, not merely equal ones.
   bool addAgain(LossRule rule, std::string_view kind, std::string_view layer,
                 std::uint64_t count = 1) {
-    const Recent& recent = recent_[placeOf(rule, kind, layer)];
-    if (!isSame(recent, rule, kind, layer)) return findAgain(rule, kind, layer, count);
-    losses_[recent.index].count += count;
+    const Recent* const recent = recentOf(rule, kind, layer);
+    if (recent == nullptr) return findAgain(rule, kind, layer, count);
+    losses_[recent->index].count += count;
     return true;
   }
 
@@ -91,6 +91,7 @@ class LossList {
  private:
   using Key = std::tuple<LossRule, std::string_view, std::string_view, std::string_view>;
   std::size_t indexOf(const Event& event);
+  std::size_t quickIndexOf(const Event& event);
   /// The same name, which stays.
   std::string_view keptName(std::string_view name);
 
@@ -106,27 +107,34 @@ class LossList {
     LossRule rule{};
     std::size_t index = std::numeric_limits<std::size_t>::max();
   };
-  static constexpr unsigned kRecentBits = 11;
+  static constexpr unsigned kFewestRecentBits = 6;
+  static constexpr unsigned kMostRecentBits = 11;
   static bool isSameText(std::string_view a, std::string_view b) {
     return a.data() == b.data() && a.size() == b.size();
   }
-  bool isSame(const Recent& recent, LossRule rule, std::string_view kind,
-              std::string_view layer) const {
-    return recent.index < losses_.size() && recent.rule == rule && isSameText(recent.kind, kind) &&
-           isSameText(recent.layer, layer);
+  /// The loss, if it was met lately; else null.
+  const Recent* recentOf(LossRule rule, std::string_view kind, std::string_view layer) const {
+    if (recent_.empty()) return nullptr;
+    const Recent& recent = recent_[placeOf(rule, kind, layer)];
+    const bool isSame = recent.index < losses_.size() && recent.rule == rule &&
+                        isSameText(recent.kind, kind) && isSameText(recent.layer, layer);
+    return isSame ? &recent : nullptr;
   }
-  static std::size_t placeOf(LossRule rule, std::string_view kind, std::string_view layer) {
+  std::size_t placeOf(LossRule rule, std::string_view kind, std::string_view layer) const {
     const auto bits = [](std::string_view text) {
       return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(text.data()));
     };
     constexpr std::uint64_t kMixing = 0x9E3779B97F4A7C15;
     const std::uint64_t mixed =
         (bits(layer) * 31 + bits(kind) * 7 + static_cast<std::uint64_t>(rule)) * kMixing;
-    return static_cast<std::size_t>(mixed >> (64 - kRecentBits));
+    return static_cast<std::size_t>(mixed >> (64 - recentBits_));
   }
   bool findAgain(LossRule rule, std::string_view kind, std::string_view layer, std::uint64_t count);
+  void keepRecent(const Recent& recent);
 
-  std::vector<Recent> recent_ = std::vector<Recent>(std::size_t{1} << kRecentBits);
+  /// Grows with the losses: most drawings have a few or none, and are small themselves.
+  std::vector<Recent> recent_;
+  unsigned recentBits_ = kFewestRecentBits;
 };
 
 }  // namespace quillon::rules
