@@ -36,8 +36,10 @@ DrawingInput DrawingInput::openFile(const std::filesystem::path& path, const Can
   } while (interrupted && !cancelled());
   if (interrupted) throw base::ReadError(EINTR);
   if (file == nullptr) failReading();
+  const dxf::FileStamp beforeHead = dxf::stampOf(file.get());
   DrawingInput input(file.get(), cancelled);
   input.file_ = std::move(file);
+  input.beforeHead_ = beforeHead;
   return input;
 }
 

@@ -25,7 +25,8 @@ class DrawingInput {
 
   /// The drawing's text; this input must outlive it. Throws ReadError and InputTooLarge.
   dxf::TextSource text(const Cancelled& cancelled, const dxf::InputLimits& limits = {}) const {
-    return dxf::TextSource(stream_, head_, cancelled, limits);
+    return dxf::TextSource(stream_, head_, cancelled, limits, dxf::TextSource::kWindow,
+                           file_ == nullptr ? nullptr : &beforeHead_);
   }
   /// The same, held as a whole: it outlives this input.
   dxf::TextSource wholeText(const Cancelled& cancelled, const dxf::InputLimits& limits = {}) const {
@@ -38,6 +39,7 @@ class DrawingInput {
   files::FileHandle file_;  ///< null for standard input
   std::FILE* stream_;       ///< where to read from
   std::string head_;
+  dxf::FileStamp beforeHead_;  ///< of a file, taken before its head was read
 };
 
 }  // namespace quillon::convert

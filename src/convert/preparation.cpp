@@ -134,7 +134,8 @@ class Preparation {
     path = job_.literalPaths ? files::toPath(job_.scriptFile)
                              : files::findForCreation(job_.scriptFile);
     // What is in no folder goes by the name that the user gave it.
-    result.scriptFile = files::isInMissingFolder(path) ? job_.scriptFile : files::fromPath(path);
+    const bool asGiven = job_.literalPaths || files::isInMissingFolder(path);
+    result.scriptFile = asGiven ? job_.scriptFile : files::fromPath(path);
     if (!surroundings_.readStandardInput &&
         files::isSameFile(path, files::toPath(result.dxfFile))) {
       conversion_.refuse(messages_.fileError(TextId::ScriptIsDrawing, result.scriptFile));

@@ -265,7 +265,7 @@ class Run {
         throw ScriptFailure{messages_.unreadableText(path, reason)};
       }
       conversion_.host.tell(messages_.frameUnreadable(path, reason));
-      return parseFrame(defaultFrameText());
+      return defaultFrame();
     }
   }
 

@@ -50,6 +50,10 @@ ScriptFrame parseFrame(std::string_view text) {
   return {block(lines, "[start]"), block(lines, "[end]")};
 }
 
+ScriptFrame defaultFrame() {
+  return {{"Set Optimizing off;", "Set Undo_Log off;"}, {"Set Undo_Log on;", "Window Fit;"}};
+}
+
 std::string_view defaultFrameText() {
   return "[Start]\r\n"
          "Set Optimizing off;\r\n"
@@ -63,13 +67,13 @@ std::string_view defaultFrameText() {
 }
 
 ScriptFrame loadFrame(const FrameSource& source) {
-  if (source.path.empty() && !source.mustExist) return parseFrame(defaultFrameText());
+  if (source.path.empty() && !source.mustExist) return defaultFrame();
   if (files::namesFile(files::findExisting(source.path)))
     return parseFrame(files::readFile(source.path));
   if (source.mustExist)
     throw base::ReadError(files::namesFolder(files::findExisting(source.path)) ? EISDIR : ENOENT);
   if (source.create) files::replaceFile(files::findForCreation(source.path), defaultFrameText());
-  return parseFrame(defaultFrameText());
+  return defaultFrame();
 }
 
 }  // namespace quillon::convert

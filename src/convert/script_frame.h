@@ -17,7 +17,9 @@ struct ScriptFrame {
 /// "endblock", or at the end of the text.
 ScriptFrame parseFrame(std::string_view text);
 
-/// The nine lines of the frame file created when there is none.
+/// What the frame file created when there is none contains.
+ScriptFrame defaultFrame();
+/// Its nine lines.
 std::string_view defaultFrameText();
 
 /// Where the frame comes from.

@@ -7,6 +7,8 @@
 namespace quillon::dxf {
 
 long long seekableSize(std::FILE* stream) {
+  struct stat status {};
+  if (fstat(fileno(stream), &status) == 0 && S_ISREG(status.st_mode)) return status.st_size;
   if (fseeko(stream, 0, SEEK_END) != 0) return -1;
   return ftello(stream);
 }

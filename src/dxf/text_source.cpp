@@ -34,7 +34,7 @@ TextSource::TextSource(std::string_view bytes) : fileSize_(bytes.size()) {
 
 TextSource::TextSource(std::FILE* stream, std::string_view head,
                        const std::function<bool()>& cancelled, const InputLimits& limits,
-                       std::size_t window)
+                       std::size_t window, const FileStamp* beforeHead)
     : stream_(stream) {
   const long long size = seekableSize(stream);
   if (size >= 0) {
@@ -42,7 +42,14 @@ TextSource::TextSource(std::FILE* stream, std::string_view head,
     fileSize_ = static_cast<std::uint64_t>(size);
     if (fileSize_ > limits.file) throw InputTooLarge(limits.file);
     grow(window);
-    rewind();
+    const bool headHolds = beforeHead != nullptr && stamp_ != FileStamp{} &&
+                           *beforeHead == stamp_ && head.size() <= window / 4;
+    if (headHolds) {
+      takeHead(head);
+      refill(begin());
+    } else {
+      rewind();
+    }
     return;
   }
   grow(std::max(window, 2 * head.size()));
@@ -69,9 +76,8 @@ TextSource TextSource::whole(std::FILE* stream, std::string_view head,
 void TextSource::readToEnd(std::string_view head, const std::function<bool()>& cancelled,
                            std::uint64_t most) {
   std::clearerr(stream_);
-  std::copy(head.begin(), head.end(), data_.get());
   utf8_.add(head);
-  addBytes(head.size());
+  takeHead(head);
   keepsAll_ = true;
   while (!cancelled() && readMore()) {
     if (bytesRead_ > most) throw InputTooLarge(most);
@@ -82,6 +88,11 @@ void TextSource::readToEnd(std::string_view head, const std::function<bool()>& c
   fileSize_ = bytesRead_;
   stream_ = nullptr;
   finishWindow();
+}
+
+void TextSource::takeHead(std::string_view head) {
+  std::copy(head.begin(), head.end(), data_.get());
+  addBytes(head.size());
 }
 
 const char* TextSource::refill(const char* keep) {

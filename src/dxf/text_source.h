@@ -37,12 +37,13 @@ class TextSource {
   explicit TextSource(std::string_view bytes);
   /// A stream at its start, or after `head`, which has already been read from it. A seekable stream
   /// is read through the window and must stay open; any other one is read to its end here, asking
-  /// `cancelled` now and then. `window` is the initial size of the window in bytes. Throws
-  /// base::ReadError and InputTooLarge.
+  /// `cancelled` now and then. `window` is the initial size of the window in bytes. `beforeHead` is
+  /// the stamp of a file before `head` was read from its start, or null; while it holds, `head` is
+  /// not read again. Throws base::ReadError and InputTooLarge.
   TextSource(
       std::FILE* stream, std::string_view head,
       const std::function<bool()>& cancelled = [] { return false; }, const InputLimits& limits = {},
-      std::size_t window = kWindow);
+      std::size_t window = kWindow, const FileStamp* beforeHead = nullptr);
   /// The same, but all of it is read here and held, so that it can be read again and again without
   /// the stream, which may be closed then.
   static TextSource whole(
@@ -90,6 +91,7 @@ class TextSource {
 
   /// Reads everything after `head`. Throws InputTooLarge for more than `most` bytes.
   void readToEnd(std::string_view head, const std::function<bool()>& cancelled, std::uint64_t most);
+  void takeHead(std::string_view head);
   void grow(std::size_t capacity);
   /// Reads into the free part of the buffer; false at the end of the stream.
   bool readMore();

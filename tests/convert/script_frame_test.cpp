@@ -90,6 +90,9 @@ TEST(DefaultFrame, HasNineLines) {
             "Set Undo_Log on;\r\n"
             "Window Fit;\r\n"
             "EndBlock\r\n");
+  const ScriptFrame parsed = parseFrame(defaultFrameText());
+  EXPECT_EQ(defaultFrame().startBlock, parsed.startBlock);
+  EXPECT_EQ(defaultFrame().endBlock, parsed.endBlock);
 }
 
 TEST(LoadFrame, ReadsTheFileWithoutRegardToTheCaseOfItsName) {

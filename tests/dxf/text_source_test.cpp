@@ -110,6 +110,32 @@ TEST(TextSource, StartsAtTheFirstByteWhateverHasBeenReadOfAFile) {
   EXPECT_TRUE(readThrough(source) == content);
 }
 
+TEST(TextSource, ReadsOnAfterTheHeadWhileTheFileHasNotChanged) {
+  for (const std::size_t size : {std::size_t{3000}, std::size_t{4096}, std::size_t{4097},
+                                 std::size_t{100'000}, 2 * TextSource::kWindow}) {
+    const std::string content = someText(size);
+    const OpenFile file(content);
+    const FileStamp stamp = stampOf(file.get());
+    std::string head(4096, '\0');
+    head.resize(std::fread(head.data(), 1, head.size(), file.get()));
+    // What another stamp stands for is read again from the first byte.
+    for (const bool holds : {true, false}) {
+      FileStamp before = stamp;
+      if (!holds) ++before.written;
+      std::string given = head;
+      given.front() = '#';
+      std::rewind(file.get());
+      ASSERT_EQ(std::fread(head.data(), 1, head.size(), file.get()), head.size());
+      TextSource source(file.get(), given, never, {}, TextSource::kWindow, &before);
+      EXPECT_EQ(source.fileSize(), size);
+      EXPECT_EQ(*source.begin(), holds ? '#' : content.front());
+      EXPECT_TRUE(readThrough(source).substr(1) == content.substr(1)) << size;
+      source.rewind();
+      EXPECT_TRUE(readThrough(source) == content) << size;
+    }
+  }
+}
+
 TEST(TextSource, HoldsAStreamThatCannotSeekAsAWhole) {
   for (const std::size_t size :
        {std::size_t{0}, std::size_t{10}, std::size_t{70'000}, 3 * TextSource::kWindow + 1}) {
