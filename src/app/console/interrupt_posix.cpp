@@ -75,7 +75,7 @@ extern "C" void onTimer(int) {
   errno = reason;
 }
 
-constexpr timeval milliseconds(int count) { return {0, count * 1000}; }
+constexpr timeval milliseconds(suseconds_t count) { return {0, count * 1000}; }
 
 /// From now on threads are woken again and again. A timer does it: a thread of its own would take
 /// as long to start and to end as a small drawing to convert. The timer and its signal are taken
