@@ -5,7 +5,7 @@
 
 namespace quillon::dxf {
 
-/// Size in bytes of a seekable stream, which may be left at its end; -1 for other streams.
+/// Size in bytes of a seekable stream, which stays where it is; -1 for other streams.
 long long seekableSize(std::FILE* stream);
 
 /// Changes whenever a file is written to.

@@ -9,8 +9,11 @@ namespace quillon::dxf {
 long long seekableSize(std::FILE* stream) {
   struct stat status {};
   if (fstat(fileno(stream), &status) == 0 && S_ISREG(status.st_mode)) return status.st_size;
-  if (fseeko(stream, 0, SEEK_END) != 0) return -1;
-  return ftello(stream);
+  // Such as a disk.
+  const off_t position = ftello(stream);
+  if (position < 0 || fseeko(stream, 0, SEEK_END) != 0) return -1;
+  const off_t size = ftello(stream);
+  return fseeko(stream, position, SEEK_SET) == 0 ? size : -1;
 }
 
 FileStamp stampOf(std::FILE* stream) {

@@ -20,8 +20,8 @@ std::uint64_t joined(DWORD high, DWORD low) {
 long long seekableSize(std::FILE* stream) {
   // On Windows, seeking in a pipe or console succeeds without effect.
   if (GetFileType(handleOf(stream)) != FILE_TYPE_DISK) return -1;
-  if (_fseeki64(stream, 0, SEEK_END) != 0) return -1;
-  return _ftelli64(stream);
+  LARGE_INTEGER size{};
+  return GetFileSizeEx(handleOf(stream), &size) != 0 ? size.QuadPart : -1;
 }
 
 FileStamp stampOf(std::FILE* stream) {

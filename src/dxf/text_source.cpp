@@ -60,7 +60,6 @@ TextSource::TextSource(Whole, std::FILE* stream, std::string_view head,
                        const std::function<bool()>& cancelled, const InputLimits& limits)
     : stream_(stream) {
   const long long size = seekableSize(stream);
-  if (size >= 0 && !seekTo(stream, head.size())) failReading();  // asking has moved to the end
   const std::uint64_t known = size < 0 ? 0 : static_cast<std::uint64_t>(size);
   if (known > limits.file) throw InputTooLarge(limits.file);
   // One byte more, so that the end is met without growing.
