@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <vector>
@@ -29,13 +30,18 @@ Stroke strokeOf(const HeldSegment& segment, const Look& look) {
 class RepeatSearch {
  public:
   RepeatSearch(HeldLayer& layer, double resolution, const geometry::StopCheck& stop)
-      : layer_(layer), resolution_(resolution), stop_(stop), isGiven_(layer.segments().size()) {}
+      : layer_(layer),
+        resolution_(resolution),
+        stop_(stop),
+        cells_({}, resolution),
+        isNear_(layer.segments().size()) {}
 
   /// False where it was stopped. The rounds are few: withoutDuplicates() looks through its grids
   /// once, eight for lines and as many for arcs, and each round makes what one more of them finds
   /// what it would find among all strokes.
   bool run() {
     if (!findGiven()) return false;
+    if (std::find(isGiven_.begin(), isGiven_.end(), true) == isGiven_.end()) return true;
     do {
       cleaned_ = geometry::withoutDuplicates(strokes(), resolution_, boxOfOthers(), stop_);
       if (stop_()) return false;
@@ -63,16 +69,33 @@ class RepeatSearch {
   bool findGiven() {
     geometry::Box box;
     std::size_t count = 0;
+    double length = 0.0;
     const auto measure = [&](std::size_t, const Stroke& stroke) {
       ++count;
       geometry::RepeatFilter::addTo(box, stroke, resolution_);
+      length += geometry::distance(stroke.edge.from, stroke.edge.to);
     };
     if (!forEachStroke(measure)) return false;
-    box_ = box;
-    geometry::RepeatFilter filter(count, box, resolution_);
+    const double mean = count == 0 ? 0.0 : length / static_cast<double>(count);
+    cells_ = geometry::StrokeCells(box, resolution_, geometry::usable(mean) ? mean : 0.0);
+    geometry::RepeatFilter filter(count, cells_);
     const auto add = [&](std::size_t i, const Stroke& stroke) { filter.add(stroke, i); };
     if (!forEachStroke(add)) return false;
-    isGiven_ = filter.repeating(isGiven_.size());
+    isNear_ = filter.repeating(isNear_.size());
+    return sift();
+  }
+
+  /// A second look at those that are left: in a grid of equal things, many are beside each other on
+  /// one line.
+  bool sift() {
+    const auto left = std::count(isNear_.begin(), isNear_.end(), true);
+    geometry::RepeatFilter filter(static_cast<std::size_t>(left), cells_,
+                                  geometry::StrokeCells::Grid::Fine);
+    const auto add = [&](std::size_t i, const Stroke& stroke) {
+      if (isNear_[i]) filter.add(stroke, i);
+    };
+    if (left > 0 && !forEachStroke(add)) return false;
+    isGiven_ = filter.repeating(isNear_.size());
     return true;
   }
 
@@ -96,18 +119,23 @@ class RepeatSearch {
   }
 
   /// What a stroke has become may be where it was near to nothing: then others count as well.
+  /// Where it only reaches farther, these are among those that were on its line before.
   bool giveMore() {
-    const geometry::StrokeCells cells(box_, resolution_);
     std::vector<const Stroke*> moved;
+    bool hasLeftLine = false;
     for (const geometry::Union& joined : cleaned_.unions) {
-      if (!cells.areOnOne(strokes_[joined.index], joined.stroke)) moved.push_back(&joined.stroke);
+      const Stroke& old = strokes_[joined.index];
+      const bool isOnOne = cells_.areOnOne(old, joined.stroke);
+      if (isOnOne && cells_.reachToSame(old, joined.stroke)) continue;
+      moved.push_back(&joined.stroke);
+      hasLeftLine = hasLeftLine || !isOnOne;
     }
     if (moved.empty()) return false;
-    geometry::CarrierFilter filter(moved.size(), box_, resolution_);
+    geometry::CarrierFilter filter(moved.size(), cells_);
     for (const Stroke* const stroke : moved) filter.add(*stroke);
     bool givesMore = false;
     forEachStroke([&](std::size_t i, const Stroke& stroke) {
-      if (isGiven_[i] || !filter.mayHave(stroke)) return;
+      if (isGiven_[i] || !(hasLeftLine || isNear_[i]) || !filter.mayHave(stroke)) return;
       isGiven_[i] = true;
       givesMore = true;
     });
@@ -117,8 +145,9 @@ class RepeatSearch {
   const HeldLayer& layer_;
   double resolution_;
   const geometry::StopCheck& stop_;
-  geometry::Box box_;
-  std::vector<bool> isGiven_;       ///< of each segment: whether it may be drawn twice
+  geometry::StrokeCells cells_;
+  std::vector<bool> isNear_;        ///< of each segment: whether others are on its line, or on it
+  std::vector<bool> isGiven_;       ///< of these: whether it may be drawn twice
   std::vector<std::size_t> given_;  ///< those that are
   std::vector<Stroke> strokes_;     ///< of these
   geometry::Cleaned cleaned_;

@@ -24,8 +24,9 @@ Features featuresOf(const Stroke& stroke) {
   return {edge.from, edge.to, pointAt(edge, 0.5)};
 }
 
-/// Strokes by the cells that their features are in. Cells are much larger than the resolution, so
-/// that few strokes have to be looked for in more than one.
+/// Strokes by the cells that their features are in. Cells are much larger than the resolution, and
+/// their limits are not where coordinates are round, so that few strokes have to be looked for in
+/// more than one.
 class StrokeIndex {
  public:
   /// For up to `most` strokes.
@@ -50,8 +51,8 @@ class StrokeIndex {
     std::array<double, 6> cells{};
     const Features features = featuresOf(strokes_[index]);
     for (std::size_t i = 0; i < 3; ++i) {
-      cells[2 * i] = std::floor(features[i].x / cell_);
-      cells[2 * i + 1] = std::floor(features[i].y / cell_);
+      cells[2 * i] = cellOf(features[i].x);
+      cells[2 * i + 1] = cellOf(features[i].y);
     }
     const std::uint64_t hash = hashOf(strokes_[index], cells);
     filter_.add(hash);
@@ -59,6 +60,11 @@ class StrokeIndex {
   }
 
  private:
+  double cellOf(double coordinate) const {
+    constexpr double kShift = 0.382;
+    return std::floor(coordinate / cell_ + kShift);
+  }
+
   static std::uint64_t hashOf(const Stroke& stroke, const std::array<double, 6>& cells) {
     std::uint64_t hash = stroke.layer * 2 + (stroke.isCircle ? 1 : 0);
     for (const double cell : cells) {
@@ -79,8 +85,8 @@ class StrokeIndex {
     if (coordinate == cells.size()) return isIn(hashOf(stroke, cells), stroke, features);
     const Point p = features[coordinate / 2];
     const double value = coordinate % 2 == 0 ? p.x : p.y;
-    const double low = std::floor((value - resolution_) / cell_);
-    const double high = std::floor((value + resolution_) / cell_);
+    const double low = cellOf(value - resolution_);
+    const double high = cellOf(value + resolution_);
     cells[coordinate] = low;
     if (searchFrom(coordinate + 1, stroke, features, cells)) return true;
     if (low == high) return false;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <numbers>
 #include <optional>
 #include <span>
@@ -30,7 +31,13 @@ struct Part {
 struct Member {
   std::uint64_t hash = 0;
   double low = 0.0;
+  double high = 0.0;
   std::size_t stroke = 0;
+};
+/// A stroke that those after it in its cell are compared with.
+struct OpenStroke {
+  std::size_t stroke = 0;
+  double high = 0.0;  ///< as of its part; infinite where that does not tell how far it reaches
 };
 /// Members are sorted in so many heaps, so that each takes little time.
 constexpr std::size_t kBuckets = 64;
@@ -222,7 +229,7 @@ class Merger {
     for (std::size_t i = 0; i < parts_.size(); ++i) {
       if (!twice.mayHave(hashes_[i])) continue;
       crowded[hashes_[i] / kHashesPerBucket].push_back(
-          {hashes_[i], parts_[i].low, parts_[i].stroke});
+          {hashes_[i], parts_[i].low, parts_[i].high, parts_[i].stroke});
     }
     return crowded;
   }
@@ -248,23 +255,49 @@ class Merger {
   /// Compares each part with the last ones that may reach to it; arcs once more across the angle at
   /// which their circle starts.
   void mergeParts(std::span<const Member> parts) {
-    std::vector<std::size_t> open;
+    open_.clear();
+    farthest_ = -std::numeric_limits<double>::infinity();
     const std::size_t rounds = lines_ ? 1 : 2;
     for (std::size_t k = 0; k < rounds * parts.size(); ++k) {
       if (k % kPartsPerCheck == 0 && stop_()) return;
-      std::size_t stroke = parts[k % parts.size()].stroke;
-      if (!kept_[stroke]) continue;
-      std::erase_if(open, [&](std::size_t i) { return i == stroke || !kept_[i]; });
-      for (std::size_t i = 0; i < open.size(); ++i) {
-        if (!mergePair(stroke, open[i])) continue;
-        // The union may reach to others.
-        stroke = std::min(stroke, open[i]);
-        open.erase(open.begin() + std::ptrdiff_t(i));
-        i = std::size_t(-1);
+      const Member& part = parts[k % parts.size()];
+      if (!kept_[part.stroke]) continue;
+      if (!lines_) {
+        std::erase_if(open_, [&](const OpenStroke& open) {
+          return open.stroke == part.stroke || !kept_[open.stroke];
+        });
       }
-      open.push_back(stroke);
-      if (open.size() > kMostOpen) open.erase(open.begin());
+      keepOpen(mergedWithOpen(part));
     }
+  }
+
+  /// Merges with a part all of those that overlap with it, or then with the union.
+  OpenStroke mergedWithOpen(const Member& part) {
+    constexpr double kFar = std::numeric_limits<double>::infinity();
+    OpenStroke merged{part.stroke, lines_ ? part.high : kFar};
+    // Along two lines of one cell, a point is at places that differ by less than half of this.
+    double least = lines_ ? part.low - offsetCell_ : -kFar;
+    if (farthest_ < least) return merged;
+    for (std::size_t i = 0; i < open_.size(); ++i) {
+      const OpenStroke& open = open_[i];
+      if (open.high < least || !mergePair(merged.stroke, open.stroke)) continue;
+      // The union may reach to others.
+      merged = {std::min(merged.stroke, open.stroke), kFar};
+      least = -kFar;
+      open_.erase(open_.begin() + std::ptrdiff_t(i));
+      i = std::size_t(-1);
+    }
+    return merged;
+  }
+
+  void keepOpen(const OpenStroke& stroke) {
+    open_.push_back(stroke);
+    farthest_ = std::max(farthest_, stroke.high);
+    if (open_.size() <= kMostOpen) return;
+    const double gone = open_.front().high;
+    open_.erase(open_.begin());
+    if (gone < farthest_) return;
+    farthest_ = base::ranges::max_element(open_, {}, &OpenStroke::high)->high;
   }
 
   /// Into the one that comes first.
@@ -299,6 +332,8 @@ class Merger {
   bool upwards_ = false;
   std::vector<Part> parts_;
   std::vector<std::uint64_t> hashes_;  ///< of each of them
+  std::vector<OpenStroke> open_;       ///< of the cell
+  double farthest_ = 0.0;              ///< to which one of these reaches
   Point origin_;
   double offsetCell_ = 0.0;
 };

@@ -101,6 +101,7 @@ Point directionAt(const Edge& edge, double fraction) {
   const Point chord = edge.to - edge.from;
   const double length = norm(chord);
   if (length == 0.0) return {};
+  if (edge.curve == 0.0) return chord * (1.0 / length);
   return turned(chord * (1.0 / length), halfSweep(edge) * (2.0 * fraction - 1.0));
 }
 

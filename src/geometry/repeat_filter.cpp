@@ -19,8 +19,10 @@ bool hasSize(const Stroke& stroke, double resolution) {
 
 }  // namespace
 
-RepeatFilter::RepeatFilter(std::size_t strokes, const Box& box, double resolution)
-    : cells_(box, resolution), hashes_(2 * strokes + strokes / 2) {}
+RepeatFilter::RepeatFilter(std::size_t strokes, const StrokeCells& cells, Grid grid)
+    : cells_(cells),
+      grid_(grid),
+      hashes_(grid == Grid::Coarse ? 2 * strokes + strokes / 2 : 8 * strokes) {}
 
 void RepeatFilter::addTo(Box& box, const Stroke& stroke, double resolution) {
   if (isNothing(stroke, resolution)) return;
@@ -29,7 +31,8 @@ void RepeatFilter::addTo(Box& box, const Stroke& stroke, double resolution) {
 }
 
 void RepeatFilter::add(const Stroke& stroke, std::size_t index) {
-  const bool isTold = cells_.forEach(stroke, [&](std::uint64_t hash) { hashes_.add(hash, index); });
+  const bool isTold =
+      cells_.forEach(stroke, grid_, [&](std::uint64_t hash) { hashes_.add(hash, index); });
   if (!isTold || !hasSize(stroke, cells_.resolution())) doubtful_.push_back(index);
 }
 
@@ -41,17 +44,23 @@ std::vector<bool> RepeatFilter::repeating(std::size_t indices) {
   return repeats;
 }
 
-CarrierFilter::CarrierFilter(std::size_t strokes, const Box& box, double resolution)
-    : cells_(box, resolution), hashes_(kCellsPerCarrier * strokes) {}
+CarrierFilter::CarrierFilter(std::size_t strokes, const StrokeCells& cells)
+    : cells_(cells), hashes_(kCellsPerCarrier * strokes) {}
 
 void CarrierFilter::add(const Stroke& stroke) {
-  cells_.forEachCarrier(stroke, [this](std::uint64_t hash) { hashes_.add(hash); });
+  // Of what reaches far, all of the line counts: unions that grow step by step would have too many
+  // parts together.
+  constexpr double kManyParts = 16.0;
+  const bool isFine = cells_.countOfParts(stroke) <= kManyParts;
+  cells_.forEachCarrier(stroke, isFine ? StrokeCells::Grid::Fine : StrokeCells::Grid::Coarse,
+                        [this](std::uint64_t hash) { hashes_.add(hash); });
 }
 
 bool CarrierFilter::mayHave(const Stroke& stroke) const {
   bool isNear = false;
-  cells_.forEachCarrier(stroke,
-                        [&](std::uint64_t hash) { isNear = isNear || hashes_.mayHave(hash); });
+  const auto look = [&](std::uint64_t hash) { isNear = isNear || hashes_.mayHave(hash); };
+  cells_.forEachCarrier(stroke, StrokeCells::Grid::Coarse, look);
+  if (!isNear) cells_.forEachCarrier(stroke, StrokeCells::Grid::Fine, look);
   return isNear;
 }
 

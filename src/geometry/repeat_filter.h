@@ -15,8 +15,12 @@ namespace quillon::geometry {
 /// withoutDuplicates() need not know them. Strokes have indices.
 class RepeatFilter {
  public:
-  /// For about so many strokes, all of them within the box (see addTo()).
-  RepeatFilter(std::size_t strokes, const Box& box, double resolution);
+  /// Coarse is fast; fine is for those that are left, of which it leaves few that are beside each
+  /// other on one line.
+  using Grid = StrokeCells::Grid;
+
+  /// For about so many strokes, all of them within the box of the cells (see addTo()).
+  RepeatFilter(std::size_t strokes, const StrokeCells& cells, Grid grid = Grid::Coarse);
 
   /// Extends the box by a stroke that counts for it.
   static void addTo(Box& box, const Stroke& stroke, double resolution);
@@ -28,6 +32,7 @@ class RepeatFilter {
 
  private:
   StrokeCells cells_;
+  Grid grid_;
   SharedHashes hashes_;
   std::vector<std::size_t> doubtful_;
 };
@@ -35,10 +40,10 @@ class RepeatFilter {
 /// Knows what strokes have become when others were joined with them, and what may be near to that.
 class CarrierFilter {
  public:
-  /// For about so many strokes, within the box that a RepeatFilter had.
-  CarrierFilter(std::size_t strokes, const Box& box, double resolution);
+  /// For about so many strokes, with the cells that a RepeatFilter had.
+  CarrierFilter(std::size_t strokes, const StrokeCells& cells);
 
-  /// Adds the line or circle that a stroke is on.
+  /// Adds the circle that a stroke is on, or the part of a line.
   void add(const Stroke& stroke);
   /// False only for a stroke that is on none of those.
   bool mayHave(const Stroke& stroke) const;

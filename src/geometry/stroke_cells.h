@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -17,20 +18,30 @@ namespace quillon::geometry {
 /// Cells of grids that strokes are in. Those that equal or overlap share one of them.
 class StrokeCells {
  public:
-  /// For strokes within the box.
-  StrokeCells(const Box& box, double resolution);
+  /// On the coarse grid, all of a line is one cell; on the fine one, each of its parts of a certain
+  /// length, of which a stroke is in those that it reaches to.
+  enum class Grid { Coarse, Fine };
+
+  /// For strokes within the box. `meanLength` is the one of lines, about: it keeps the cells of the
+  /// fine grid few.
+  StrokeCells(const Box& box, double resolution, double meanLength = 0.0);
 
   double resolution() const { return resolution_; }
 
   /// Calls function(hash) for each cell of where the stroke is, and of the line or circle that it
   /// is on. False where coordinates are so large that equal cells mean little.
   template <typename Function>
-  bool forEach(const Stroke& stroke, Function&& function) const;
+  bool forEach(const Stroke& stroke, Grid grid, Function&& function) const;
   /// The same for the line or circle alone.
   template <typename Function>
-  void forEachCarrier(const Stroke& stroke, Function&& function) const;
-  /// Whether a stroke is so little off another one that it is near to nothing else.
+  void forEachCarrier(const Stroke& stroke, Grid grid, Function&& function) const;
+  /// To how many parts of its line a stroke reaches.
+  double countOfParts(const Stroke& stroke) const;
+  /// Whether strokes are on one line or circle of the coarse grid, and near to nothing but what is
+  /// there as well.
   bool areOnOne(const Stroke& one, const Stroke& other) const;
+  /// Whether strokes that are on one reach to the same parts of it.
+  bool reachToSame(const Stroke& one, const Stroke& other) const;
 
  private:
   /// Numbers of grids for one layer; those of other layers are multiples of kGrids higher.
@@ -45,40 +56,81 @@ class StrokeCells {
 
   static bool isLine(const Stroke& stroke) { return stroke.edge.curve == 0.0 && !stroke.isCircle; }
 
+  /// The parts of a line, by their numbers, that a stroke reaches to.
+  struct Reach {
+    double first;
+    double last;
+
+    bool operator==(const Reach&) const = default;
+  };
+
+  /// To the right: lines have no sense.
+  static Point wayOf(const Stroke& stroke) {
+    const Point way = unit(stroke.edge.to - stroke.edge.from);
+    return way.x < 0.0 ? -way : way;
+  }
+  Reach reachOf(const Stroke& stroke, bool isTurned) const;
+
   template <typename Function>
-  void forEachMiddle(const Stroke& stroke, Function&& function) const;
+  void forEachMiddle(const Stroke& stroke, Grid grid, Function&& function) const;
   template <typename Function>
-  void forEachOfLine(const Stroke& stroke, Function&& function) const;
+  void forEachOfLine(const Stroke& stroke, Grid grid, Function&& function) const;
+  template <typename Function>
+  void forEachOfWholeLine(const Stroke& stroke, Function&& function) const;
   template <typename Function>
   void forEachOfCircle(const Stroke& stroke, const Circle& circle, Function&& function) const;
 
   double resolution_;
   Point origin_;
   double offsetCell_;
+  double margin_;  ///< how much farther strokes are taken to reach than they do
+  double partLength_;
 };
 
-inline StrokeCells::StrokeCells(const Box& box, double resolution)
+inline StrokeCells::StrokeCells(const Box& box, double resolution, double meanLength)
     : resolution_(resolution),
       origin_(box.empty() ? Point{} : box.low + (box.high - box.low) * 0.5),
-      offsetCell_(overlapOffsetCell(resolution, box.diagonal())) {}
+      offsetCell_(overlapOffsetCell(resolution, box.diagonal())),
+      // Where a point within the box is along two lines whose directions share a cell of overlaps
+      // differs by less than half of this.
+      margin_(offsetCell_),
+      partLength_(std::max(0.5 * meanLength, 2.0 * margin_)) {}
 
 inline bool StrokeCells::areOnOne(const Stroke& one, const Stroke& other) const {
   std::uint64_t sum = 0;
   const auto mix = [&sum](std::uint64_t hash) { sum = mixedBits(sum ^ hash); };
-  forEachCarrier(one, mix);
+  forEachCarrier(one, Grid::Coarse, mix);
   const std::uint64_t first = std::exchange(sum, 0);
-  forEachCarrier(other, mix);
+  forEachCarrier(other, Grid::Coarse, mix);
   return first == sum;
 }
 
+inline bool StrokeCells::reachToSame(const Stroke& one, const Stroke& other) const {
+  if (!isLine(one) || !isLine(other)) return true;
+  return reachOf(one, false) == reachOf(other, false);
+}
+
+inline double StrokeCells::countOfParts(const Stroke& stroke) const {
+  if (!isLine(stroke)) return 1.0;
+  const Reach reach = reachOf(stroke, false);
+  return reach.last - reach.first + 1.0;
+}
+
+inline StrokeCells::Reach StrokeCells::reachOf(const Stroke& stroke, bool isTurned) const {
+  const Point way = isTurned ? -wayOf(stroke) : wayOf(stroke);
+  const auto [low, high] =
+      std::minmax({dot(way, stroke.edge.from - origin_), dot(way, stroke.edge.to - origin_)});
+  return {std::floor((low - margin_) / partLength_), std::floor((high + margin_) / partLength_)};
+}
+
 template <typename Function>
-bool StrokeCells::forEach(const Stroke& stroke, Function&& function) const {
+bool StrokeCells::forEach(const Stroke& stroke, Grid grid, Function&& function) const {
   const double most = kMostUnits * resolution_;
   const auto isWithin = [most](Point p) { return std::fabs(p.x) < most && std::fabs(p.y) < most; };
   const bool isNearby = isWithin(stroke.edge.from) && isWithin(stroke.edge.to) && isWithin(origin_);
-  forEachMiddle(stroke, function);
+  forEachMiddle(stroke, grid, function);
   if (isLine(stroke)) {
-    forEachOfLine(stroke, function);
+    forEachOfLine(stroke, grid, function);
     return isNearby;
   }
   const Circle circle = overlapCircleOf(stroke);
@@ -89,7 +141,7 @@ bool StrokeCells::forEach(const Stroke& stroke, Function&& function) const {
 /// Equal strokes have equal middles, in either sense. Unless they are short, equal lines have
 /// nearly the same direction as well, and an arc that equals one hardly bends.
 template <typename Function>
-void StrokeCells::forEachMiddle(const Stroke& stroke, Function&& function) const {
+void StrokeCells::forEachMiddle(const Stroke& stroke, Grid grid, Function&& function) const {
   constexpr double kWidth = 64.0;
   constexpr double kLong = 1e5;
   const double length = norm(stroke.edge.to - stroke.edge.from) / resolution_;
@@ -101,33 +153,48 @@ void StrokeCells::forEachMiddle(const Stroke& stroke, Function&& function) const
   constexpr double kMostBend = 16.0;
   const bool mayBeLongLine = !stroke.isCircle && length >= 0.5 * kLong && !isLine(stroke);
   if (mayBeLongLine && length * radiansOf(std::fabs(stroke.edge.curve)) <= kMostBend) {
-    forEachOfLine(stroke, function);
+    forEachOfLine(stroke, grid, function);
   }
 }
 
 template <typename Function>
-void StrokeCells::forEachCarrier(const Stroke& stroke, Function&& function) const {
-  if (isLine(stroke)) return forEachOfLine(stroke, function);
+void StrokeCells::forEachCarrier(const Stroke& stroke, Grid grid, Function&& function) const {
+  if (isLine(stroke)) return forEachOfLine(stroke, grid, function);
   forEachOfCircle(stroke, overlapCircleOf(stroke), function);
 }
 
-/// By the direction of the line, without a sense, and its distance from the origin. The direction
-/// is told by a number that grows with the angle, but never faster.
 template <typename Function>
-void StrokeCells::forEachOfLine(const Stroke& stroke, Function&& function) const {
+void StrokeCells::forEachOfLine(const Stroke& stroke, Grid grid, Function&& function) const {
+  if (grid == Grid::Coarse) {
+    return forEachOfWholeLine(stroke, [&](std::uint64_t hash, bool) { function(hash); });
+  }
+  forEachOfWholeLine(stroke, [&](std::uint64_t hash, bool isTurned) {
+    // No stroke within the box reaches to more parts.
+    constexpr double kMostParts = 8192.0;
+    const Reach reach = reachOf(stroke, isTurned);
+    if (!(reach.last - reach.first < kMostParts)) return;
+    for (double part = reach.first; part <= reach.last; part += 1.0) {
+      function(hashOfCell(hash, part, 0.0));
+    }
+  });
+}
+
+/// Calls function(hash, isTurned): by the direction of the line, without a sense, and its distance
+/// from the origin. The direction is told by a number that grows with the angle, but never faster.
+template <typename Function>
+void StrokeCells::forEachOfWholeLine(const Stroke& stroke, Function&& function) const {
   constexpr double kWidth = 2.0;
-  Point way = unit(stroke.edge.to - stroke.edge.from);
-  if (way.x < 0.0) way = -way;
+  const Point way = wayOf(stroke);
   const double sum = std::fabs(way.x) + std::fabs(way.y);
   const double slope = sum > 0.0 ? way.y / sum : 0.0;
   const double offset = cross(way, stroke.edge.from - origin_) / offsetCell_;
   const std::uint64_t grid = gridOf(stroke, kLines);
   forEachCell(grid, WideCell(slope / kOverlapAngleCell, kWidth), WideCell(offset, kWidth),
-              function);
+              [&](std::uint64_t hash) { function(hash, false); });
   // Those that are almost upright may lean to either side: upwards is next to downwards.
   if (slope > 1.0 - 2.0 * kOverlapAngleCell) {
     forEachCell(grid, WideCell((slope - 2.0) / kOverlapAngleCell, kWidth),
-                WideCell(-offset, kWidth), function);
+                WideCell(-offset, kWidth), [&](std::uint64_t hash) { function(hash, true); });
   }
 }
 

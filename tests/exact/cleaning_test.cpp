@@ -239,6 +239,27 @@ TEST_F(CleaningTest, FindsAllThatUnionsMeet) {
   EXPECT_EQ(losses.countOf(exact::LossRule::Duplicate), wanted);
 }
 
+/// Many lines are on few others, some of them beside each other, some overlapping.
+TEST_F(CleaningTest, FindsWhatOverlapsAmongLinesInRows) {
+  const double resolution = exact::Measures(options).resolution;
+  std::mt19937 random(3);
+  std::uniform_int_distribution<int> place(0, 250);
+  std::uniform_int_distribution<int> way(0, 3);
+  const exact::Point ways[] = {{1, 0}, {0, 1}, {2, 1}, {-3, 3}};
+  std::vector<geometry::Stroke> strokes;
+  for (int i = 0; i < 4000; ++i) {
+    const exact::Point from{1.0 * place(random), 1.0 * (place(random) / 8)};
+    const exact::Point to = from + ways[way(random)] * (0.5 + 0.25 * way(random));
+    strokes.push_back({{from, to, 0.0}});
+    line(from.x, from.y, to.x, to.y, 21);
+  }
+  cleaning().finish();
+  const geometry::Cleaned wanted = geometry::withoutDuplicates(strokes, resolution);
+  EXPECT_GT(wanted.merged, 200U);
+  EXPECT_GT(wanted.strokes.size(), 2000U);
+  EXPECT_EQ(losses.countOf(exact::LossRule::Duplicate), wanted.merged + wanted.equal);
+}
+
 /// However few ends are looked at, the gaps are the first ones of all.
 TEST_F(CleaningTest, TheNearestGapsAreTheFirstOfAll) {
   std::vector<exact::OpenEnd> all;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <random>
 #include <set>
@@ -162,11 +163,12 @@ std::vector<Stroke> almostFlatStrokes(int seed) {
 }
 
 /// Counts the strokes that the filter left out.
-std::size_t expectNoChangeOfWhatIsLeftOut(const std::vector<Stroke>& strokes, int seed) {
+std::size_t expectNoChangeOfWhatIsLeftOut(const std::vector<Stroke>& strokes, int seed,
+                                          RepeatFilter::Grid grid) {
   std::size_t leftOut = 0;
   Box box;
   for (const Stroke& stroke : strokes) RepeatFilter::addTo(box, stroke, kFilterResolution);
-  RepeatFilter filter(strokes.size(), box, kFilterResolution);
+  RepeatFilter filter(strokes.size(), StrokeCells(box, kFilterResolution), grid);
   for (std::size_t i = 0; i < strokes.size(); ++i) filter.add(strokes[i], i);
   const std::vector<bool> repeats = filter.repeating(strokes.size());
   const Cleaned all = withoutDuplicates(strokes, kFilterResolution);
@@ -184,23 +186,28 @@ std::size_t expectNoChangeOfWhatIsLeftOut(const std::vector<Stroke>& strokes, in
 }
 
 TEST(RepeatFilter, WhatItLeavesOutChangesNothing) {
-  std::size_t leftOut = 0;
+  std::array<std::size_t, 2> leftOut{};
   for (int seed = 0; seed < 200; ++seed) {
-    leftOut += expectNoChangeOfWhatIsLeftOut(crowdedStrokes(seed), seed);
+    const std::vector<Stroke> strokes = crowdedStrokes(seed);
+    leftOut[0] += expectNoChangeOfWhatIsLeftOut(strokes, seed, RepeatFilter::Grid::Coarse);
+    leftOut[1] += expectNoChangeOfWhatIsLeftOut(strokes, seed, RepeatFilter::Grid::Fine);
   }
-  EXPECT_GT(leftOut, 500U);
+  EXPECT_GT(leftOut[0], 500U);
+  EXPECT_GT(leftOut[1], leftOut[0]);
 }
 
 TEST(RepeatFilter, FindsLongLinesThatEqualArcs) {
   std::size_t leftOut = 0;
   for (int seed = 0; seed < 50; ++seed) {
-    leftOut += expectNoChangeOfWhatIsLeftOut(almostFlatStrokes(seed), seed);
+    const std::vector<Stroke> strokes = almostFlatStrokes(seed);
+    leftOut += expectNoChangeOfWhatIsLeftOut(strokes, seed, RepeatFilter::Grid::Coarse);
+    expectNoChangeOfWhatIsLeftOut(strokes, seed, RepeatFilter::Grid::Fine);
   }
   EXPECT_GT(leftOut, 100U);
 }
 
 TEST(RepeatFilter, FindsWhatIsNothingAndWhatIsTooLarge) {
-  RepeatFilter filter(2, {}, kFilterResolution);
+  RepeatFilter filter(2, StrokeCells({}, kFilterResolution));
   const Stroke nothing{{{1, 1}, {1, 1}, 0.0}};
   const Stroke huge{{{1e50, 1}, {1, 1}, 0.0}};
   filter.add(nothing, 0);
@@ -213,13 +220,36 @@ TEST(StrokeCells, TellWhetherAUnionHasLeftItsLine) {
   const Stroke line{{{0, 0}, {10, 0}, 0.0}};
   EXPECT_TRUE(cells.areOnOne(line, {{{0, 0}, {30, 0}, 0.0}}));
   EXPECT_FALSE(cells.areOnOne(line, {{{0, 0}, {10, 5}, 0.0}}));
+  EXPECT_FALSE(cells.reachToSame(line, {{{0, 0}, {30, 0}, 0.0}}));
+  EXPECT_TRUE(cells.reachToSame(line, {{{10, 0}, {0, 0}, 0.0}}));
+}
+
+TEST(RepeatFilter, TellsWhatIsBesideEachOtherOnOneLine) {
+  const std::vector<Stroke> strokes{{{{0, 0}, {10, 0}, 0.0}},
+                                    {{{20, 0}, {30, 0}, 0.0}},
+                                    {{{60, 0}, {40, 0}, 0.0}},
+                                    {{{50, 0}, {70, 0}, 0.0}}};
+  const StrokeCells cells({{0, -50}, {100, 50}}, kFilterResolution, 1.0);
+  for (const auto grid : {RepeatFilter::Grid::Coarse, RepeatFilter::Grid::Fine}) {
+    RepeatFilter filter(strokes.size(), cells, grid);
+    for (std::size_t i = 0; i < strokes.size(); ++i) filter.add(strokes[i], i);
+    const bool isCoarse = grid == RepeatFilter::Grid::Coarse;
+    EXPECT_EQ(filter.repeating(4), (std::vector<bool>{isCoarse, isCoarse, true, true}));
+  }
 }
 
 TEST(CarrierFilter, FindsWhatIsOnTheSameLine) {
-  CarrierFilter filter(1, {{0, 0}, {100, 100}}, kFilterResolution);
+  CarrierFilter filter(1, StrokeCells({{0, 0}, {100, 100}}, kFilterResolution, 4.0));
   filter.add({{{0, 0}, {10, 0}, 0.0}});
-  EXPECT_TRUE(filter.mayHave({{{50, 0}, {40, 0}, 0.0}}));
-  EXPECT_FALSE(filter.mayHave({{{50, 3}, {40, 3}, 0.0}}));
+  EXPECT_TRUE(filter.mayHave({{{50, 0}, {9, 0}, 0.0}}));
+  EXPECT_FALSE(filter.mayHave({{{50, 0}, {40, 0}, 0.0}}));
+  EXPECT_FALSE(filter.mayHave({{{8, 3}, {4, 3}, 0.0}}));
+}
+
+TEST(CarrierFilter, TakesAllOfTheLineForWhatReachesFar) {
+  CarrierFilter filter(1, StrokeCells({{0, 0}, {100, 100}}, kFilterResolution, 4.0));
+  filter.add({{{0, 0}, {40, 0}, 0.0}});
+  EXPECT_TRUE(filter.mayHave({{{60, 0}, {70, 0}, 0.0}}));
 }
 
 TEST(SharedHashes, MarksTheOwnersOfHashesThatCameTwice) {
