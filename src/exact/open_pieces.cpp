@@ -33,7 +33,7 @@ geometry::Piece OpenPieces::take(const Place& place) {
   }
   const HeldSegment& segment = layer_.segments()[place.index];
   const Look& look = layer_.lookOf(segment);
-  return {{{{segment.from, segment.curve}, {segment.to}}, false}, 0, look.pen, look.isArc};
+  return {geometry::Edge{segment.from, segment.to, segment.curve}, 0, look.pen, look.isArc};
 }
 
 Chain& OpenPieces::chainAt(const Place& place) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
+#include <variant>
 
 #include "exact/open_pieces.h"
 #include "geometry/end_filter.h"
@@ -31,7 +32,8 @@ class Joiner {
         pieces_(layer, stop) {}
 
   void join() {
-    if (!findMeeting()) return giveBack();
+    // More pieces would take more than a hundred gigabytes; they stay as they are.
+    if (!findMeeting() || meeting_.pieces.size() > geometry::kMostPieces) return giveBack();
     const geometry::JoinedEnds ends = geometry::joinEnds(meeting_.pieces, measures_.join, stop_);
     if (stop_()) return giveBack();
     std::vector<geometry::Chain> chains = chainsOf(ends);
@@ -116,7 +118,8 @@ class Joiner {
 
   void giveBack(std::size_t piece) {
     const OpenPieces::Place& place = meeting_.places[piece];
-    if (place.isShape) pieces_.chainAt(place).path = std::move(meeting_.pieces[piece].path);
+    if (!place.isShape) return;
+    pieces_.chainAt(place).path = std::move(std::get<geometry::Path>(meeting_.pieces[piece].shape));
   }
   void giveBack(const std::vector<std::size_t>& pieces) {
     for (const std::size_t piece : pieces) giveBack(piece);
@@ -130,7 +133,7 @@ class Joiner {
     std::vector<geometry::Chain> chains;
     chains.reserve(meeting_.pieces.size());
     for (std::size_t i = 0; i < meeting_.pieces.size(); ++i) {
-      chains.push_back({meeting_.pieces[i].path, {i}});
+      chains.push_back({pathOf(meeting_.pieces[i]), {i}});
     }
     return chains;
   }

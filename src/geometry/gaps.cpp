@@ -55,25 +55,16 @@ std::vector<PieceEnd> endsNearOthers(const std::vector<PieceEnd>& ends, double r
 
 std::vector<PieceEnd> endsLeft(std::span<const Piece> pieces, const JoinedEnds& joined) {
   std::vector<std::uint32_t> counts(joined.pointCount, 0);
-  std::vector<bool> hasEnds(pieces.size(), false);
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
-    const Path& path = pieces[i].path;
-    hasEnds[i] = !path.closed && path.vertices.size() > 1 && isUsable(path);
-    if (!hasEnds[i]) continue;
-    for (const std::size_t end : {2 * i, 2 * i + 1}) ++counts[joined.points[end]];
+  for (const std::uint32_t point : joined.points) {
+    if (point != kNoEnd) ++counts[point];
   }
   std::vector<PieceEnd> ends;
   std::vector<bool> isTold(joined.pointCount, false);
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
-    if (!hasEnds[i]) continue;
-    const auto& vertices = pieces[i].path.vertices;
-    for (const std::size_t end : {2 * i, 2 * i + 1}) {
-      const std::size_t point = joined.points[end];
-      if (isTold[point]) continue;
-      isTold[point] = true;
-      ends.push_back(
-          {end % 2 == 0 ? vertices.front().at : vertices.back().at, end, counts[point] == 1});
-    }
+  for (std::size_t end = 0; end < joined.points.size(); ++end) {
+    const std::uint32_t point = joined.points[end];
+    if (point == kNoEnd || isTold[point]) continue;
+    isTold[point] = true;
+    ends.push_back({endOf(pieces[end / 2], end % 2), end, counts[point] == 1});
   }
   return ends;
 }

@@ -1,85 +1,131 @@
 #include "geometry/joining.h"
 
+#include <compare>
+#include <cstdint>
 #include <span>
+#include <tuple>
 #include <utility>
+#include <variant>
 
 #include "base/ranges.h"
-#include "geometry/no_index.h"
 
 namespace quillon::geometry {
 namespace {
 
-/// The ends at each point, in their order: those at point i are from first[i] to first[i + 1].
-struct EndsAtPoints {
-  std::vector<std::size_t> first;
-  std::vector<std::size_t> ends;
+/// What has to be the same of pieces in one chain.
+struct Look {
+  std::uint32_t layer;
+  std::uint32_t style;
+
+  auto operator<=>(const Look&) const = default;
 };
 
-EndsAtPoints endsAtPoints(const JoinedEnds& joined) {
-  EndsAtPoints at{std::vector<std::size_t>(joined.pointCount + 1, 0),
-                  std::vector<std::size_t>(joined.points.size())};
-  for (const std::size_t point : joined.points) ++at.first[point];
-  std::size_t next = 0;
-  for (std::size_t& first : at.first) next += std::exchange(first, next);
-  for (std::size_t end = 0; end < joined.points.size(); ++end) {
-    at.ends[at.first[joined.points[end]]++] = end;
-  }
-  // Each has become that of the point after it.
-  at.first.insert(at.first.begin(), 0);
-  return at;
-}
-
 /// The end that each end goes on in, if any.
-std::vector<std::size_t> partnersOf(std::span<const Piece> pieces, const JoinedEnds& joined) {
-  EndsAtPoints at = endsAtPoints(joined);
-  std::vector<std::size_t> partners(at.ends.size(), kNoIndex);
-  const auto look = [&](std::size_t end) {
-    return std::pair(pieces[end / 2].layer, pieces[end / 2].style);
+class Partners {
+ public:
+  Partners(std::span<const Piece> pieces, const JoinedEnds& joined)
+      : joined_(joined), partners_(joined.points.size(), kNoEnd) {
+    // Close together, where they are looked up in any order.
+    looks_.reserve(pieces.size());
+    for (const Piece& piece : pieces) looks_.push_back({piece.layer, piece.style});
+    std::vector<std::uint32_t> crowded = pairEnds();
+    base::ranges::sort(crowded, {}, [this](std::uint32_t end) {
+      return std::tuple(joined_.points[end], lookOf(end), end);
+    });
+    pairCrowded(crowded);
+  }
+
+  std::uint32_t operator[](std::uint32_t end) const { return partners_[end]; }
+
+ private:
+  struct Pair {
+    std::uint32_t first = kNoEnd;
+    std::uint32_t second = kNoEnd;
+    bool isCrowded = false;
   };
-  for (std::size_t point = 0; point < joined.pointCount; ++point) {
-    const std::span<std::size_t> ends =
-        std::span(at.ends).subspan(at.first[point], at.first[point + 1] - at.first[point]);
-    if (ends.size() > 2) base::ranges::stable_sort(ends, {}, look);
+
+  const Look& lookOf(std::uint32_t end) const { return looks_[end / 2]; }
+
+  void join(std::uint32_t a, std::uint32_t b) {
+    partners_[a] = b;
+    partners_[b] = a;
+  }
+
+  /// Joins the ends at points at which only two meet, and returns the others.
+  std::vector<std::uint32_t> pairEnds() {
+    std::vector<Pair> pairs(joined_.pointCount);
+    bool isCrowded = false;
+    for (std::uint32_t end = 0; end < joined_.points.size(); ++end) {
+      if (joined_.points[end] == kNoEnd) continue;
+      Pair& pair = pairs[joined_.points[end]];
+      if (pair.first == kNoEnd) {
+        pair.first = end;
+      } else if (pair.second == kNoEnd) {
+        pair.second = end;
+      } else {
+        pair.isCrowded = isCrowded = true;
+      }
+    }
+    for (const Pair& pair : pairs) {
+      if (pair.second == kNoEnd || pair.isCrowded) continue;
+      if (lookOf(pair.first) == lookOf(pair.second)) join(pair.first, pair.second);
+    }
+    std::vector<std::uint32_t> crowded;
+    for (std::uint32_t end = 0; isCrowded && end < joined_.points.size(); ++end) {
+      const std::uint32_t point = joined_.points[end];
+      if (point != kNoEnd && pairs[point].isCrowded) crowded.push_back(end);
+    }
+    return crowded;
+  }
+
+  /// Ends at one point with one look follow each other.
+  void pairCrowded(const std::vector<std::uint32_t>& ends) {
+    const auto areAlike = [&](std::uint32_t a, std::uint32_t b) {
+      return joined_.points[a] == joined_.points[b] && lookOf(a) == lookOf(b);
+    };
     for (std::size_t first = 0; first < ends.size();) {
       std::size_t last = first + 1;
-      while (last < ends.size() && look(ends[last]) == look(ends[first])) ++last;
-      if (last - first == 2) {
-        partners[ends[first]] = ends[first + 1];
-        partners[ends[first + 1]] = ends[first];
-      }
+      while (last < ends.size() && areAlike(ends[last], ends[first])) ++last;
+      if (last - first == 2) join(ends[first], ends[first + 1]);
       first = last;
     }
   }
-  return partners;
-}
+
+  const JoinedEnds& joined_;
+  std::vector<Look> looks_;  ///< of each piece
+  std::vector<std::uint32_t> partners_;
+};
 
 /// Appends a piece that is entered by one of its ends, without the point at its other end.
-void append(const Path& path, std::size_t enteredBy, std::vector<Vertex>& vertices) {
-  const std::size_t count = path.vertices.size();
-  if (enteredBy % 2 == 0) {
-    vertices.insert(vertices.end(), path.vertices.begin(), path.vertices.end() - 1);
+void append(const Piece& piece, std::uint32_t enteredBy, std::vector<Vertex>& vertices) {
+  const bool isForward = enteredBy % 2 == 0;
+  if (const Edge* const edge = std::get_if<Edge>(&piece.shape)) {
+    vertices.push_back(isForward ? Vertex{edge->from, edge->curve}
+                                 : Vertex{edge->to, -edge->curve});
     return;
   }
-  for (std::size_t i = count - 1; i > 0; --i) {
-    vertices.push_back({path.vertices[i].at, -path.vertices[i - 1].curve});
+  const auto& own = std::get_if<Path>(&piece.shape)->vertices;
+  if (isForward) {
+    vertices.insert(vertices.end(), own.begin(), own.end() - 1);
+    return;
+  }
+  for (std::size_t i = own.size() - 1; i > 0; --i) {
+    vertices.push_back({own[i].at, -own[i - 1].curve});
   }
 }
 
-Chain chainFrom(std::span<const Piece> pieces, const std::vector<std::size_t>& partners,
-                std::size_t start, bool closed) {
+Chain chainFrom(std::span<const Piece> pieces, const Partners& partners, std::uint32_t start,
+                bool closed) {
   Chain chain{.path = {.vertices = {}, .closed = closed}, .pieces = {}};
-  std::size_t end = start;
+  std::uint32_t end = start;
   while (true) {
-    append(pieces[end / 2].path, end, chain.path.vertices);
+    append(pieces[end / 2], end, chain.path.vertices);
     chain.pieces.push_back(end / 2);
-    const std::size_t next = partners[end ^ 1];
-    if (next == kNoIndex || next == start) break;
+    const std::uint32_t next = partners[end ^ 1U];
+    if (next == kNoEnd || next == start) break;
     end = next;
   }
-  if (!closed) {
-    const auto& last = pieces[end / 2].path.vertices;
-    chain.path.vertices.push_back({end % 2 == 0 ? last.back().at : last.front().at});
-  }
+  if (!closed) chain.path.vertices.push_back({endOf(pieces[end / 2], end ^ 1U)});
   return chain;
 }
 
@@ -88,23 +134,24 @@ Chain chainFrom(std::span<const Piece> pieces, const std::vector<std::size_t>& p
 std::vector<Chain> chainsOf(std::span<const Piece> pieces, const JoinedEnds& ends,
                             const StopCheck& stop) {
   constexpr std::size_t kPiecesPerCheck = 64;
-  const std::vector<std::size_t> partners = partnersOf(pieces, ends);
+  const Partners partners(pieces, ends);
   std::vector<bool> used(pieces.size(), false);
   std::vector<Chain> chains;
   chains.reserve(pieces.size());
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     if (i % kPiecesPerCheck == 0 && stop()) return chains;
     if (used[i]) continue;
-    if (pieces[i].path.closed || pieces[i].path.vertices.size() < 2) {
-      chains.push_back({pieces[i].path, {i}});
+    if (ends.points[2 * i] == kNoEnd) {
+      chains.push_back({pathOf(pieces[i]), {i}});
       continue;
     }
     // Back to where the chain starts, or round to the same piece.
-    std::size_t start = 2 * i;
+    const auto own = static_cast<std::uint32_t>(2 * i);
+    std::uint32_t start = own;
     bool closed = false;
-    while (partners[start] != kNoIndex && !closed) {
-      start = partners[start] ^ 1;
-      closed = start == 2 * i;
+    while (partners[start] != kNoEnd && !closed) {
+      start = partners[start] ^ 1U;
+      closed = start == own;
     }
     chains.push_back(chainFrom(pieces, partners, start, closed));
     for (const std::size_t piece : chains.back().pieces) used[piece] = true;

@@ -156,7 +156,7 @@ double secondsForGaps(const std::function<double(int)>& heightOf) {
   constexpr int kLines = 30000;
   std::vector<geometry::Piece> pieces;
   for (int i = 0; i < kLines; ++i) {
-    pieces.push_back({{{{{2.0 * i, heightOf(i)}}, {{2.0 * i + 1.0, heightOf(i)}}}, false}});
+    pieces.push_back({geometry::Edge{{2.0 * i, heightOf(i)}, {2.0 * i + 1.0, heightOf(i)}}});
   }
   const geometry::JoinedEnds ends = geometry::joinEnds(pieces, 0.01);
   return leastSeconds([&] {

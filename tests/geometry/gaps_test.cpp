@@ -34,8 +34,7 @@ TEST(Gaps, TellsEndsLeftAloneNearestFirst) {
 }
 
 TEST(Gaps, ClosedPiecesHaveNone) {
-  Piece closed = linePiece({3, 3}, {4, 4});
-  closed.path.closed = true;
+  const Piece closed{rectangle(3, 3, 4, 4)};
   std::vector<Piece> pieces = {linePiece({0, 0}, {10, 0}), closed};
   EXPECT_EQ(gapsAfterJoining(pieces, 0.01).size(), 2U);
 }

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 
-#include "geometry/end_grid.h"
-#include "geometry/path_samples.h"
+#include "geometry/piece.h"
 
 namespace quillon::testing {
 
-inline geometry::Piece linePiece(geometry::Point from, geometry::Point to, std::size_t layer = 0,
-                                 std::size_t style = 0) {
-  return {geometry::openPath({{from}, {to}}), layer, style, false};
+inline geometry::Piece linePiece(geometry::Point from, geometry::Point to, std::uint32_t layer = 0,
+                                 std::uint32_t style = 0) {
+  return {geometry::Edge{from, to, 0.0}, layer, style, false};
 }
 
 }  // namespace quillon::testing
