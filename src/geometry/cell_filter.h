@@ -29,6 +29,15 @@ class CellFilter {
         bits(column & kLast, column & kLast, row & kLast, row & kLast);
   }
 
+  /// False where nothing was added to the cell.
+  bool mayHave(std::size_t layer, double x, double y) const {
+    if (!isInGrid(x) || !isInGrid(y)) return true;
+    const auto column = static_cast<std::int64_t>(x);
+    const auto row = static_cast<std::int64_t>(y);
+    return (words_[wordOf(layer, column >> kShift, row >> kShift)] &
+            bits(column & kLast, column & kLast, row & kLast, row & kLast)) != 0;
+  }
+
   /// False where nothing was added to the cell and to those around it.
   bool mayHaveAround(std::size_t layer, double x, double y) const {
     if (!isInGrid(x) || !isInGrid(y)) return true;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <tuple>
 #include <utility>
 
 #include "base/ranges.h"
@@ -64,12 +63,8 @@ class EndGrid {
  private:
   /// False where it was stopped.
   bool joinPlaces() {
-    std::vector<std::uint32_t> crowded = placesNearOthers(found_.places, tolerance_, stop_);
-    // Where lines meet already is where others are to go.
-    base::ranges::sort(crowded, {}, [this](std::uint32_t i) {
-      const EndPlace& place = found_.places[i];
-      return std::tuple(!place.leads, place.ends == 1, place.firstEnd);
-    });
+    const std::vector<std::uint32_t> crowded =
+        inOrder(placesNearOthers(found_.places, tolerance_, stop_));
     if (!crowded.empty()) linkEnds();
     filled_ = CellFilter(crowded.size());
     cells_ = HashIndex(crowded.size());
@@ -78,6 +73,21 @@ class EndGrid {
       assign(crowded[i]);
     }
     return !stop_();
+  }
+
+  /// Where lines meet already is where others are to go.
+  std::vector<std::uint32_t> inOrder(std::vector<std::uint32_t> places) const {
+    std::vector<std::pair<std::uint64_t, std::uint32_t>> order;
+    order.reserve(places.size());
+    for (const std::uint32_t i : places) {
+      const EndPlace& place = found_.places[i];
+      const std::uint64_t rank = (place.leads ? 0U : 2U) + (place.ends == 1 ? 1U : 0U);
+      order.emplace_back(rank << 32 | place.firstEnd, i);
+    }
+    base::ranges::sort(order);
+    std::transform(order.begin(), order.end(), places.begin(),
+                   [](const auto& item) { return item.second; });
+    return places;
   }
 
   void linkEnds() {
@@ -114,6 +124,7 @@ class EndGrid {
     double nearest = std::nextafter(tolerance_, 2.0 * tolerance_ + 1.0);
     for (const double dx : {-1.0, 0.0, 1.0}) {
       for (const double dy : {-1.0, 0.0, 1.0}) {
+        if (!filled_.mayHave(place.layer, x + dx, y + dy)) continue;
         int compared = 0;
         std::size_t i = cells_.find(hashOfEndCell(place.layer, x + dx, y + dy));
         for (; i != kNoIndex && compared < kMostCompared; ++compared) {
