@@ -1,6 +1,6 @@
 // Measures whole conversions, from file to file, relative to reading the same file and splitting it
 // into lines; or, with --linear, how their time grows with the drawing; or, with --exact, how much
-// longer the exact rules take than the classic ones.
+// longer the exact rules take than the classic ones; or, with --ends, what joining adds.
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -15,6 +15,7 @@
 #include "drawings.h"
 #include "exact_cost.h"
 #include "growth.h"
+#include "joining_cost.h"
 #include "measuring.h"
 #include "program.h"
 #include "support/temp_folder.h"
@@ -34,6 +35,7 @@ struct Options {
   bool check = false;
   bool linear = false;
   bool exact = false;
+  bool ends = false;
 };
 
 void printSpread(const char* what, const Spread& spread, const char* unit) {
@@ -117,6 +119,7 @@ int run(const Options& options) {
   const std::string folder = options.folder.empty() ? temporary.path().string() : options.folder;
   const auto bytes = static_cast<std::size_t>(options.megabytes * kMegabyte);
   const bool good = options.linear  ? measureGrowth(folder, options.only, options.rounds)
+                    : options.ends  ? measureJoining(folder, options.rounds)
                     : options.exact ? measureExact(folder, options.only, bytes, options.rounds)
                                     : measureDrawings(options, folder);
   return good || !options.check ? 0 : 1;
@@ -137,6 +140,9 @@ int main(int argc, char** argv) {
   app.add_flag("--linear", options.linear, "Measure how time grows with the drawing");
   app.add_flag("--exact", options.exact, "Compare the exact rules with the classic ones")
       ->excludes("--linear");
+  app.add_flag("--ends", options.ends, "Measure joining a million ends by the exact rules")
+      ->excludes("--linear")
+      ->excludes("--exact");
   app.add_flag("--check", options.check, "Fail when a limit is exceeded");
   CLI11_PARSE(app, argc, argv);
   return quillon::bench::exitCodeOf("end_to_end", [&] { return quillon::bench::run(options); });

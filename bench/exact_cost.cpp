@@ -36,7 +36,7 @@ void setUncleaned(convert::ConversionJob& job) {
 constexpr std::array<Way, 3> kWays = {{
     {"classic", [](convert::ConversionJob&) {}, 1.0},
     {"exact, not cleaned", setUncleaned, 2.0},
-    {"exact", setExact, 3.0},
+    {"exact", setExact, 2.5},
 }};
 
 /// A drawing that is so many times as large may take this many times as long: hash tables outgrow

@@ -177,25 +177,7 @@ geometry::Point cellAt(std::size_t index, std::size_t count) {
           kCell * static_cast<double>(index / columns)};
 }
 
-/// The sides of triangles, in a random order, so that ends have to be found.
-void makeEnds(DrawingText& drawing, std::size_t count) {
-  Dice dice(11);
-  std::vector<std::size_t> sides(count / 2);
-  for (std::size_t i = 0; i < sides.size(); ++i) {
-    sides[i] = i;
-    std::swap(sides[i], sides[dice.below(i + 1)]);
-  }
-  const geometry::Point corners[] = {{1.0, 1.0}, {9.0, 2.0}, {3.0, 8.0}};
-  beginEntities(drawing);
-  for (const std::size_t side : sides) {
-    const geometry::Point cell = cellAt(side / 3, count / 6 + 1);
-    const geometry::Point from = corners[side % 3];
-    const geometry::Point to = corners[(side + 1) % 3];
-    drawing.beginEntity("LINE", "0").group(100, "AcDbLine");
-    drawing.point(10, cell.x + from.x, cell.y + from.y).point(11, cell.x + to.x, cell.y + to.y);
-  }
-  finish(drawing);
-}
+void makeEqualEnds(DrawingText& drawing, std::size_t count) { makeEnds(drawing, count, 0.0); }
 
 /// A square loop of a HATCH.
 void writeLoop(DrawingText& drawing, geometry::Point low, double size) {
@@ -254,7 +236,7 @@ constexpr Series kSeries[] = {
     {"closed polyline", "vertex", 200'000, makeVertices<true>},
     {"long text", "character", 4'000'000, makeLongText},
     {"format codes", "code", 4'000, makeFormatCodes},
-    {"ends", "end", 120'000, makeEnds, setExact, Series::kSorted},
+    {"ends", "end", 120'000, makeEqualEnds, setExact, Series::kSorted},
     {"holes", "hole", 4'000, makeHoles, setExact, Series::kSorted},
     {"hatches", "hatch", 4'000, makeHatches, setExact, Series::kSorted},
 };
@@ -262,5 +244,28 @@ constexpr Series kSeries[] = {
 }  // namespace
 
 std::span<const Series> allSeries() { return kSeries; }
+
+void makeEnds(DrawingText& drawing, std::size_t count, double off) {
+  Dice dice(11);
+  std::vector<std::size_t> sides(count / 2);
+  for (std::size_t i = 0; i < sides.size(); ++i) {
+    sides[i] = i;
+    std::swap(sides[i], sides[dice.below(i + 1)]);
+  }
+  const geometry::Point corners[] = {{1.0, 1.0}, {9.0, 2.0}, {3.0, 8.0}};
+  beginEntities(drawing);
+  for (const std::size_t side : sides) {
+    const geometry::Point cell = cellAt(side / 3, count / 6 + 1);
+    const geometry::Point from = corners[side % 3];
+    const geometry::Point to = corners[(side + 1) % 3];
+    drawing.beginEntity("LINE", "0").group(100, "AcDbLine");
+    const auto shift = [&] { return off > 0.0 ? dice.between(-off, off) : 0.0; };
+    for (const auto& [code, at] : {std::pair(10, from), std::pair(11, to)}) {
+      const double x = cell.x + at.x + shift();
+      drawing.point(code, x, cell.y + at.y + shift());
+    }
+  }
+  finish(drawing);
+}
 
 }  // namespace quillon::bench

@@ -27,4 +27,8 @@ struct Series {
 
 std::span<const Series> allSeries();
 
+/// The sides of triangles, in a random order, so that their ends have to be found. Ends are up to
+/// `off` mm off in each direction.
+void makeEnds(DrawingText& drawing, std::size_t count, double off);
+
 }  // namespace quillon::bench
