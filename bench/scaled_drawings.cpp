@@ -208,6 +208,18 @@ void makeHoles(DrawingText& drawing, std::size_t count) {
   finish(drawing);
 }
 
+/// One filled area with holes above each other.
+void makeHoleColumn(DrawingText& drawing, std::size_t count) {
+  beginEntities(drawing);
+  beginHatch(drawing, "SOLID", count + 1);
+  writeLoop(drawing, {-10.0, -10.0}, static_cast<double>(count) + 20.0);
+  for (std::size_t i = 0; i < count; ++i) {
+    writeLoop(drawing, {0.0, static_cast<double>(i)}, 0.5);
+  }
+  drawing.integer(75, 0).integer(76, 1).integer(98, 0);
+  finish(drawing);
+}
+
 /// Squares, each hatched with lines of its own.
 void makeHatches(DrawingText& drawing, std::size_t count) {
   beginEntities(drawing);
@@ -238,6 +250,7 @@ constexpr Series kSeries[] = {
     {"format codes", "code", 4'000, makeFormatCodes},
     {"ends", "end", 120'000, makeEqualEnds, setExact, Series::kSorted},
     {"holes", "hole", 4'000, makeHoles, setExact, Series::kSorted},
+    {"column of holes", "hole", 500, makeHoleColumn, setExact, Series::kSorted},
     {"hatches", "hatch", 4'000, makeHatches, setExact, Series::kSorted},
 };
 

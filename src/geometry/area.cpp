@@ -31,10 +31,25 @@ std::vector<Path> closedCopies(std::span<const Path> paths) {
   return closed;
 }
 
-std::vector<StabbingTree::Span> spansOf(const std::vector<MonotonePiece>& pieces) {
+/// Up and down, what reaches to its ring: of a ring beside a point, as many pieces are above it as
+/// cancel each other.
+std::vector<StabbingTree::Span> spansOf(const std::vector<MonotonePiece>& pieces,
+                                        std::span<const Path> rings) {
+  constexpr double kMargin = 1e-6;  // much more than rounding
+  std::vector<StabbingTree::Range> heights;
+  heights.reserve(rings.size());
+  for (const Path& ring : rings) {
+    const Box box = boundsOf(ring);
+    const double margin =
+        box.empty() ? 0.0
+                    : kMargin * (box.diagonal() + std::fabs(box.low.y) + std::fabs(box.high.y));
+    heights.push_back({box.low.y - margin, box.high.y + margin});
+  }
   std::vector<StabbingTree::Span> spans;
   spans.reserve(pieces.size());
-  for (const MonotonePiece& piece : pieces) spans.push_back({piece.left.x, piece.right.x});
+  for (const MonotonePiece& piece : pieces) {
+    spans.push_back({piece.left.x, piece.right.x, heights[piece.ring]});
+  }
   return spans;
 }
 
@@ -147,13 +162,13 @@ Path withoutShortEdges(const Path& path, double length) {
 PointLocator::PointLocator(std::span<const Path> paths) {
   const std::vector<Path> closed = closedCopies(paths);
   for (std::size_t i = 0; i < closed.size(); ++i) addMonotonePieces(closed[i], i, pieces_);
-  tree_ = StabbingTree(spansOf(pieces_));
+  tree_ = StabbingTree(spansOf(pieces_, closed));
 }
 
 Location PointLocator::locate(Point p) const {
   if (!usable(p)) return Location::outside;
   std::vector<std::size_t> hits;
-  tree_.find(p.x, hits);
+  tree_.find({p.x, p.x, {p.y, p.y}}, hits);
   bool odd = false;
   for (const std::size_t hit : hits) {
     const MonotonePiece& piece = pieces_[hit];
@@ -169,7 +184,7 @@ PointLocator::Rings PointLocator::ringsAt(Point p) const {
   Rings rings;
   if (!usable(p)) return rings;
   std::vector<std::size_t> hits;
-  tree_.find(p.x, hits);
+  tree_.find({p.x, p.x, {p.y, p.y}}, hits);
   std::vector<std::size_t> above;
   for (const std::size_t hit : hits) {
     const MonotonePiece& piece = pieces_[hit];

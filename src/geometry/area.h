@@ -34,7 +34,8 @@ Path withoutShortEdges(const Path& path, double length);
 enum class Location { outside, inside, border };
 
 /// Where points lie, by the even-odd rule, in the area of one closed path or of several together.
-/// Made once for many points: each costs the edges above and below it alone.
+/// Made once for many points: each costs the edges above and below it alone that are of paths which
+/// reach to its height.
 class PointLocator {
  public:
   /// The paths may be forgotten afterwards.

@@ -143,7 +143,11 @@ class Net {
 
   void findParities() {
     std::vector<StabbingTree::Span> spans;
-    for (const GridSegment& s : segments_) spans.push_back({double(s.from.x), double(s.to.x)});
+    spans.reserve(segments_.size());
+    for (const GridSegment& s : segments_) {
+      const auto [low, high] = std::minmax(s.from.y, s.to.y);
+      spans.push_back({double(s.from.x), double(s.to.x), {double(low), double(high)}});
+    }
     const StabbingTree tree(std::move(spans));
     std::vector<std::size_t> order(components_.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
@@ -166,21 +170,22 @@ class Net {
   /// further left have theirs already.
   std::size_t cycleBelow(const StabbingTree& tree, std::size_t component) const {
     const GridPoint p = components_[component].lowest;
-    std::vector<std::size_t> hits;
-    tree.find(double(p.x), hits);
     std::size_t best = kNoIndex;
     std::pair<double, double> highest;
-    for (const std::size_t hit : hits) {
+    StabbingTree::Span wanted{double(p.x), double(p.x), {.high = double(p.y)}};
+    tree.visitBackwards(wanted, [&](std::size_t hit) {
       const GridSegment& s = segments_[hit];
-      if (s.to.x <= p.x || componentOf_[cycleOf_[2 * hit]] == component) continue;
+      if (s.to.x <= p.x || componentOf_[cycleOf_[2 * hit]] == component) return;
       const GridPoint along = s.to - s.from;
-      if (cross(along, p - s.from) <= 0) continue;
+      if (cross(along, p - s.from) <= 0) return;
       const double slope = double(along.y) / double(along.x);
       const std::pair height{double(s.from.y) + slope * double(p.x - s.from.x), slope};
-      if (best != kNoIndex && height <= highest) continue;
+      if (best != kNoIndex && height <= highest) return;
       best = hit;
       highest = height;
-    }
+      // By more than rounding.
+      wanted.across.low = height.first - 1.0;
+    });
     if (best == kNoIndex) return kNoIndex;
     const std::size_t cycle = cycleOf_[2 * best];
     return cycles_[cycle].outside ? cycles_[cycle].around : cycle;
