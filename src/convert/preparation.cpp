@@ -136,6 +136,9 @@ class Preparation {
     // What is in no folder goes by the name that the user gave it.
     const bool asGiven = job_.literalPaths || files::isInMissingFolder(path);
     result.scriptFile = asGiven ? job_.scriptFile : files::fromPath(path);
+    // Where there is nothing, there is neither the drawing nor anything in the way.
+    scriptIsNew_ = files::isVacant(path);
+    if (scriptIsNew_) return;
     if (!surroundings_.readStandardInput &&
         files::isSameFile(path, files::toPath(result.dxfFile))) {
       conversion_.refuse(messages_.fileError(TextId::ScriptIsDrawing, result.scriptFile));
@@ -170,7 +173,9 @@ class Preparation {
     if (surroundings_.writeStandardOutput) return std::make_unique<files::OutputFile>(stdout);
     const fs::path& path = conversion_.scriptPath;
     if (surroundings_.clearAbandoned) files::clearAbandonedFiles(files::folderOfTarget(path));
-    return std::make_unique<files::OutputFile>(path);
+    using Target = files::OutputFile::Target;
+    return std::make_unique<files::OutputFile>(path,
+                                               scriptIsNew_ ? Target::Vacant : Target::Unknown);
   }
 
   LayerTable loadLayers() {
@@ -199,6 +204,7 @@ class Preparation {
   Conversion& conversion_;
   ConversionJob& job_;
   ConversionHost& host_;
+  bool scriptIsNew_ = false;  ///< nothing is at its path
   const Surroundings& surroundings_;
   const Messages& messages_;
 };

@@ -46,7 +46,12 @@ TextSource::TextSource(std::FILE* stream, std::string_view head,
                            *beforeHead == stamp_ && head.size() <= window / 4;
     if (headHolds) {
       takeHead(head);
-      refill(begin());
+      atFileEnd_ = std::feof(stream) != 0;  // whoever read the head has met it
+      if (atFileEnd_) {
+        finishWindow();
+      } else {
+        refill(begin());
+      }
     } else {
       rewind();
     }
@@ -130,6 +135,10 @@ bool TextSource::hasChanged() const { return stream_ != nullptr && stampOf(strea
 bool TextSource::isUtf8(const std::function<bool()>& cancelled) {
   if (stream_ == nullptr) return utf8_.complete();
   base::Utf8Check check;
+  if (atFileEnd_ && size_ == bytesRead_) {  // the window has every byte, none was normalised away
+    check.add({begin(), size_});
+    return !cancelled() && check.complete();
+  }
   const auto block = base::uninitialized<char>(kWindow);
   seekToStart(stream_);
   while (check.valid() && !cancelled()) {

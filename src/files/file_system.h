@@ -38,6 +38,10 @@ bool makeFolders(const std::filesystem::path& folder);
 /// or says why the system does not let this user follow the link; the path itself is returned then.
 std::filesystem::path followLinks(const std::filesystem::path& path, int& reason);
 
+/// True when there is certainly nothing at the path itself, not even a link that leads nowhere: a
+/// new file with it replaces nothing.
+bool isVacant(const std::filesystem::path& path);
+
 /// True when a new file would replace something at the path, or when that cannot be determined. A
 /// link counts, wherever it leads; folders, devices and pipes do not, as they are never replaced.
 bool isInTheWay(const std::filesystem::path& path);

@@ -132,6 +132,11 @@ fs::path followLinks(const fs::path& path, int& reason) {
   return path;
 }
 
+bool isVacant(const fs::path& path) {
+  struct stat ignored {};
+  return lstat(path.c_str(), &ignored) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
 bool isInTheWay(const fs::path& path) {
   std::error_code error;
   switch (fs::symlink_status(path, error).type()) {

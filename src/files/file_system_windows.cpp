@@ -225,6 +225,14 @@ fs::path followLinks(const fs::path& path, int& reason) {
   return target.empty() ? path : target;
 }
 
+bool isVacant(const fs::path& path) {
+  // The attributes are those of a link itself.
+  return path.empty() ||
+         (!namesDevice(path) &&
+          GetFileAttributesW(unlimited(path).c_str()) == INVALID_FILE_ATTRIBUTES &&
+          reasonOf(GetLastError()) == ENOENT);
+}
+
 bool isInTheWay(const fs::path& path) {
   const DWORD attributes = GetFileAttributesW(unlimited(path).c_str());
   const bool link =

@@ -22,13 +22,15 @@ bool allowsDirectWriting(int reason) {
 
 }  // namespace
 
-OutputFile::OutputFile(const fs::path& target) : OutputFile(target, true) {}
+OutputFile::OutputFile(const fs::path& target, Target known) : OutputFile(target, known, true) {}
 
-OutputFile::OutputFile(const fs::path& target, bool mayWriteDirectly) {
+OutputFile::OutputFile(const fs::path& target, Target known, bool mayWriteDirectly) {
+  const bool isNew = known == Target::Vacant;
   int reason = 0;
-  target_ = followLinks(target, reason);
+  target_ = isNew ? target : followLinks(target, reason);
   if (reason != 0) throw WriteError(reason);
-  const FileKind kind = fileKind(target);  // follows links as the system does
+  const FileKind kind =
+      isNew ? FileKind::Missing : fileKind(target);  // as the system follows links
   if (kind == FileKind::Folder) throw WriteError(EISDIR);
   if (kind == FileKind::Other) {
     if (!mayWriteDirectly) throw WriteError(EACCES);
@@ -125,7 +127,7 @@ void replaceFile(const fs::path& target, std::string_view bytes) {
   // If the folder cannot be created, opening the file fails.
   if (target.has_parent_path()) makeFolders(target.parent_path());
   clearAbandonedFiles(folderOfTarget(target));
-  OutputFile file(target, false);
+  OutputFile file(target, OutputFile::Target::Unknown, false);
   file.write(bytes);
   file.sync();  // on the disk before it replaces the old file
   file.commit();

@@ -32,8 +32,11 @@ class WriteError : public std::runtime_error {
 /// removes the temporary files of killed processes.
 class OutputFile : public base::ByteSink {
  public:
+  /// What is known of a target: with isVacant() just true, it is not looked at again.
+  enum class Target : std::uint8_t { Unknown, Vacant };
+
   /// Throws WriteError when the target cannot be written.
-  explicit OutputFile(const std::filesystem::path& target);
+  explicit OutputFile(const std::filesystem::path& target, Target known = Target::Unknown);
   /// Writes to one of the process's streams, which stays open.
   explicit OutputFile(std::FILE* stream);
   ~OutputFile() override;
@@ -47,7 +50,7 @@ class OutputFile : public base::ByteSink {
   void commit();
 
  private:
-  explicit OutputFile(const std::filesystem::path& target, bool mayWriteDirectly);
+  OutputFile(const std::filesystem::path& target, Target known, bool mayWriteDirectly);
   friend void replaceFile(const std::filesystem::path& target, std::string_view bytes);
 
   FileHandle openExisting(const std::filesystem::path& target) const;
