@@ -10,8 +10,12 @@ namespace quillon::batch {
 /// The drawings of a folder: its ".dxf" files, whatever the case of the suffix, in the order of
 /// their names.
 struct FolderDrawings {
-  std::vector<std::filesystem::path> drawings;
-  std::vector<std::filesystem::path> others;  ///< pipes and devices that are named like drawings
+  struct Drawing {
+    std::string path;        ///< exact, in UTF-8
+    bool isRegular = false;  ///< certainly neither a link nor anything else
+  };
+  std::vector<Drawing> drawings;
+  std::vector<std::string> others;  ///< pipes and devices that are named like drawings
   std::vector<std::filesystem::path> unreadable;  ///< folders that cannot be listed
   int reason = 0;  ///< why the first of them cannot be listed (errno), or 0
 };

@@ -85,8 +85,8 @@ std::size_t DrawingQueue::add(const std::string& fileOrFolder) {
   }
   std::size_t added = 0;
   const FolderDrawings found = drawingsIn(path);
-  for (const fs::path& drawing : found.drawings) added += addEntry(drawing) ? 1 : 0;
-  for (const fs::path& other : found.others) added += addEntry(other) ? 1 : 0;
+  for (const auto& drawing : found.drawings) added += addEntry(files::toPath(drawing.path)) ? 1 : 0;
+  for (const auto& other : found.others) added += addEntry(files::toPath(other)) ? 1 : 0;
   const bool isEmpty = found.drawings.empty() && found.others.empty();
   if (isEmpty || found.reason != 0) added += addEntry(path) ? 1 : 0;
   return added;

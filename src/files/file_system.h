@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 namespace quillon::files {
@@ -30,6 +31,20 @@ std::filesystem::path uniquePath(const std::filesystem::path& path);
 /// The paths of everything in a folder, in the system's order. `reason` says why it could not be
 /// listed; what was found before that is returned.
 std::vector<std::filesystem::path> listFolder(const std::filesystem::path& folder, int& reason);
+
+/// Something in a folder.
+struct FolderEntry {
+  std::string name;  ///< UTF-8
+  /// Unknown for a link, and wherever the listing does not tell.
+  FileKind kind = FileKind::Unknown;
+};
+
+/// The same, by name. Takes a part of the time, also as most entries need not be looked at.
+std::vector<FolderEntry> listNames(const std::filesystem::path& folder, int& reason);
+
+/// True for a link, wherever it leads. The path is in UTF-8: with many files, making one of another
+/// kind takes longer than the look.
+bool isLink(const std::string& path);
 
 /// Creates a folder and its parents. True when it exists afterwards.
 bool makeFolders(const std::filesystem::path& folder);

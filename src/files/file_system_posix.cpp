@@ -1,10 +1,13 @@
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <climits>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include "files/file_system.h"
@@ -67,6 +70,17 @@ fs::path linkAt(const fs::path& path, int& reason) {
   return text;
 }
 
+/// What the system tells of an entry when it lists a folder.
+FileKind listedKind(const dirent& entry) {
+#ifdef DT_REG
+  if (entry.d_type == DT_REG) return FileKind::Regular;
+  if (entry.d_type == DT_DIR) return FileKind::Folder;
+#else
+  static_cast<void>(entry);
+#endif
+  return FileKind::Unknown;
+}
+
 }  // namespace
 
 FileHandle openFile(const fs::path& path, const char* mode) {
@@ -110,6 +124,29 @@ std::vector<fs::path> listFolder(const fs::path& folder, int& reason) {
   }
   reason = error.value();
   return found;
+}
+
+std::vector<FolderEntry> listNames(const fs::path& folder, int& reason) {
+  std::vector<FolderEntry> found;
+  const auto close = [](DIR* open) { closedir(open); };
+  const std::unique_ptr<DIR, decltype(close)> open(opendir(folder.c_str()), close);
+  reason = open == nullptr ? errno : 0;
+  while (open != nullptr) {
+    errno = 0;
+    const dirent* const entry = readdir(open.get());
+    if (entry == nullptr) {
+      reason = errno;
+      break;
+    }
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != "..") found.push_back({std::string(name), listedKind(*entry)});
+  }
+  return found;
+}
+
+bool isLink(const std::string& path) {
+  struct stat status {};
+  return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
 bool makeFolders(const fs::path& folder) {

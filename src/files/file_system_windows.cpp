@@ -200,6 +200,19 @@ std::vector<fs::path> listFolder(const fs::path& folder, int& reason) {
   return found;
 }
 
+std::vector<FolderEntry> listNames(const fs::path& folder, int& reason) {
+  std::vector<FolderEntry> found;
+  for (const fs::path& path : listFolder(folder, reason)) {
+    found.push_back({fromPath(path.filename()), FileKind::Unknown});
+  }
+  return found;
+}
+
+bool isLink(const std::string& path) {
+  std::error_code ignored;
+  return fs::is_symlink(toPath(path), ignored);
+}
+
 bool makeFolders(const fs::path& folder) {
   if (fileKind(folder) == FileKind::Folder) return true;
   const fs::path above = folder.parent_path();
@@ -227,10 +240,9 @@ fs::path followLinks(const fs::path& path, int& reason) {
 
 bool isVacant(const fs::path& path) {
   // The attributes are those of a link itself.
-  return path.empty() ||
-         (!namesDevice(path) &&
-          GetFileAttributesW(unlimited(path).c_str()) == INVALID_FILE_ATTRIBUTES &&
-          reasonOf(GetLastError()) == ENOENT);
+  return path.empty() || (!namesDevice(path) &&
+                          GetFileAttributesW(unlimited(path).c_str()) == INVALID_FILE_ATTRIBUTES &&
+                          reasonOf(GetLastError()) == ENOENT);
 }
 
 bool isInTheWay(const fs::path& path) {

@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
 #include "batch/drawing_files.h"
+#include "files/paths.h"
 #include "support/conversion.h"
 #include "support/dxf_builder.h"
 #include "support/temp_folder.h"
@@ -88,6 +90,22 @@ TEST_F(DrawingQueueTest, TakesTheDrawingsOfAFolderSortedByName) {
   EXPECT_EQ(queue.add(folder.file("")), 3U);
   EXPECT_EQ(names(), (Strings{"a.dxf", "b.Dxf", "c.DXF"}));
   EXPECT_EQ(drawingsIn(folder.path(), true).drawings.size(), 4U);
+}
+
+TEST_F(DrawingQueueTest, DrawingsOfSubfoldersAreInTheOrderOfTheirPaths) {
+  for (const char* const name : {"one", "one-more", "one!", "\xC3\xA4"}) makeFolder(name);
+  std::vector<fs::path> expected;
+  for (const char* const name : {"one/a.dxf", "one-more/a.dxf", "one!/a.dxf", "one.dxf", "one!.dxf",
+                                 "\xC3\xA4/a.dxf", "z.dxf", "one/A.dxf", "one/a.b.dxf"}) {
+    draw(name);
+    expected.push_back(folder.path() / files::toPath(name));
+  }
+  std::sort(expected.begin(), expected.end());
+  std::vector<fs::path> found;
+  for (const auto& drawing : drawingsIn(folder.path(), true).drawings) {
+    found.push_back(files::toPath(drawing.path));
+  }
+  EXPECT_EQ(found, expected);
 }
 
 TEST_F(DrawingQueueTest, TheSameFileIsOneEntry) {

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <optional>
 #include <set>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "base/text_hash.h"
+#include "files/file_name.h"
 #include "files/file_system.h"
 #include "files/output_file.h"
 #include "files/paths.h"
@@ -22,30 +26,68 @@ using files::toPath;
 /// files where names ignore case, are resolved one by one.
 class FileKeys {
  public:
-  std::string of(const std::string& file) {
-    const fs::path path = toPath(file);
+  /// The key of a file; it need not be looked at if it certainly is no link.
+  std::string of(const std::string& file, bool isNoLink = false) {
+    const std::optional<files::FileName> cut =
+        files::namesHaveCase() ? files::cutFileName(file) : std::nullopt;
+    if (!cut) return keyOf(toPath(file));
+    Folder& folder = folderAt(cut->folder);
+    // What is in no folder is no link.
+    if (!isNoLink && !folder.isMissing && files::isLink(file)) return keyOf(toPath(file));
+    folder_ = &folder;
+    return std::string(folder.prefix).append(cut->name);
+  }
+
+  /// Notes the folder that gets the last of these files when it is written.
+  void noteFolder(std::set<fs::path::string_type>& folders) {
+    if (folder_ == nullptr) {
+      folders.insert(otherFolder_.native());
+    } else if (!folder_->isNoted) {
+      folders.insert(folder_->path.native());
+      folder_->isNoted = true;
+    }
+  }
+
+ private:
+  struct Folder {
+    fs::path path;
+    std::string prefix;  ///< of the keys of its files
+    bool isMissing = false;
+    bool isNoted = false;
+  };
+
+  /// The key of any file, whatever its path is like.
+  std::string keyOf(const fs::path& path) {
     const fs::path name = path.filename();
     std::error_code error;
     const bool isPlain = files::namesHaveCase() && !name.empty() && name != "." && name != ".." &&
                          !fs::is_symlink(path, error);
-    folder_ = isPlain ? path.parent_path() : files::folderOfTarget(path);
+    folder_ = nullptr;
+    otherFolder_ = isPlain ? path.parent_path() : files::folderOfTarget(path);
     if (!isPlain) return fromPath(files::uniquePath(path));
-    return fromPath(folder(folder_) / name);
+    return fromPath(uniqueFolder(otherFolder_) / name);
   }
-  /// The folder that gets the last of these files when it is written.
-  const fs::path& lastFolder() const { return folder_; }
 
- private:
-  const fs::path& folder(const fs::path& path) {
+  static fs::path uniqueFolder(const fs::path& folder) {
+    return files::uniquePath(folder.empty() ? fs::path(".") : folder);
+  }
+
+  Folder& folderAt(std::string_view withSeparator) {
     constexpr std::size_t kMost = 10000;
+    const auto known = folders_.find(withSeparator);
+    if (known != folders_.end()) return known->second;
     if (folders_.size() > kMost) folders_.clear();
-    const auto [entry, isNew] = folders_.try_emplace(fromPath(path));
-    if (isNew) entry->second = files::uniquePath(path.empty() ? fs::path(".") : path);
-    return entry->second;
+    Folder& folder = folders_[std::string(withSeparator)];
+    if (!withSeparator.empty()) withSeparator.remove_suffix(1);
+    folder.path = toPath(withSeparator);
+    folder.prefix = files::prefixOf(uniqueFolder(folder.path));
+    folder.isMissing = !folder.path.empty() && files::isMissing(folder.path);
+    return folder;
   }
 
-  std::unordered_map<std::string, fs::path, base::TextHash> folders_;
-  fs::path folder_;
+  std::unordered_map<std::string, Folder, base::TextHash, std::equal_to<>> folders_;
+  Folder* folder_ = nullptr;  ///< of the last file; null for otherFolder_
+  fs::path otherFolder_;
 };
 
 /// Only hashes of paths are kept; where two are equal, the paths are compared.
@@ -61,9 +103,10 @@ class Collisions {
     inputs_.reserve(plan.size());
     ownHashes_.reserve(plan.size());
     for (std::size_t i = 0; i < plan.size(); ++i) {
-      const std::string& path = plan.drawings[i].path;
-      ownHashes_.push_back(path.empty() ? 0 : hash(keys_.of(path)));
-      if (!path.empty()) inputs_.emplace_back(ownHashes_.back(), i);
+      const PlannedDrawing& drawing = plan.drawings[i];
+      const bool isFile = !drawing.path.empty();
+      ownHashes_.push_back(isFile ? hash(keys_.of(drawing.path, drawing.isRegular)) : 0);
+      if (isFile) inputs_.emplace_back(ownHashes_.back(), i);
     }
     std::sort(inputs_.begin(), inputs_.end());
     written_.reserve(plan.size());
@@ -75,14 +118,16 @@ class Collisions {
     const std::array<std::string, kKinds> results = resultsOf(index);
     if (!dxf.empty() && results.front() == dxf) return dxf + " is the drawing itself";
     if (isAlone()) {
-      if (!results.front().empty()) addFolder(files::folderOfTarget(toPath(results.front())));
+      if (!results.front().empty()) {
+        plan_.resultFolders.insert(files::folderOfTarget(toPath(results.front())).native());
+      }
       return {};
     }
     for (std::size_t kind = 0; kind < kKinds; ++kind) {
       const std::string& file = results[kind];
       if (file.empty()) continue;
       const std::string key = keys_.of(file);
-      addFolder(keys_.lastFolder());
+      keys_.noteFolder(plan_.resultFolders);
       // A script that would replace its own drawing via another path is refused by the conversion.
       const bool mayReplaceOwn = kind == 0 && !dxf.empty() && hash(key) == ownHashes_[index];
       if (mayReplaceOwn && key == keys_.of(dxf)) continue;
@@ -118,8 +163,6 @@ class Collisions {
     const PlannedDrawing& drawing = plan_.drawings[index];
     return {plan_.scripts.of(drawing), plan_.reports.of(drawing), plan_.previews.of(drawing)};
   }
-
-  void addFolder(const fs::path& folder) { plan_.resultFolders.insert(folder.native()); }
 
   bool isInput(const std::string& key) {
     if (settings_.contains(key)) return true;

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 #include <utility>
 
 #include "app/headless/collisions.h"
 #include "app/headless/path_list.h"
 #include "batch/drawing_files.h"
+#include "files/file_name.h"
 #include "files/file_system.h"
 #include "files/paths.h"
 
@@ -25,13 +27,23 @@ fs::path folderNamed(const std::string& typed) {
   return files::namesFolder(found) ? found : files::findForCreation(typed);
 }
 
-/// The folder of a drawing, from the one that was searched with its subfolders.
-fs::path subfolderOf(const PlannedDrawing& drawing) {
-  if (drawing.rootLength == 0) return {};
+/// The path of a drawing from the folder that was searched with its subfolders.
+std::string_view belowRoot(const PlannedDrawing& drawing) {
   std::string_view below = drawing.path;
   below.remove_prefix(drawing.rootLength);
   below.remove_prefix(std::min(below.find_first_not_of(files::kSeparators), below.size()));
-  return toPath(below).parent_path();
+  return below;
+}
+
+/// The folder of a drawing, from the one that was searched with its subfolders.
+fs::path subfolderOf(const PlannedDrawing& drawing) {
+  if (drawing.rootLength == 0) return {};
+  return toPath(belowRoot(drawing)).parent_path();
+}
+
+std::string stemOfDrawing(const std::string& path) {
+  const std::optional<files::FileName> cut = files::cutFileName(path);
+  return cut ? std::string(files::stemOf(cut->name)) : fromPath(toPath(path).stem());
 }
 
 /// Creates missing folders for the results of several drawings.
@@ -59,20 +71,21 @@ class Collector {
  private:
   void add(const std::string& name, const fs::path& path, bool listed) {
     if (!files::namesFolder(path)) {
-      plan_.drawings.push_back({fromPath(path), 0, listed});
+      plan_.drawings.push_back({fromPath(path), 0, listed, false});
       return;
     }
     plan_.several = true;
-    const batch::FolderDrawings found = batch::drawingsIn(path, options_.recursive);
+    batch::FolderDrawings found = batch::drawingsIn(path, options_.recursive);
     for (const fs::path& folder : found.unreadable) {
       plan_.unreadableFolders.push_back(folder == path ? name : fromPath(folder));
     }
     if (found.unreadable.empty() && found.drawings.empty()) plan_.emptyFolders.push_back(name);
     const auto rootLength = static_cast<std::uint32_t>(fromPath(path).size());
-    for (const fs::path& drawing : found.drawings) {
-      plan_.drawings.push_back({fromPath(drawing), options_.recursive ? rootLength : 0, true});
+    for (auto& drawing : found.drawings) {
+      plan_.drawings.push_back(
+          {std::move(drawing.path), options_.recursive ? rootLength : 0, true, drawing.isRegular});
     }
-    for (const fs::path& other : found.others) plan_.leftOut.push_back(fromPath(other));
+    for (std::string& other : found.others) plan_.leftOut.push_back(std::move(other));
   }
 
   const Options& options_;
@@ -112,21 +125,29 @@ ResultPlace::ResultPlace(const std::optional<std::string>& typed, const char* ex
     : extension_(extension), beside_(beside && !typed) {
   if (!typed) return;
   folder_ = folderNamed(*typed);
-  if (!several && !files::namesFolder(folder_)) file_ = files::findForCreation(*typed);
+  prefix_ = files::prefixOf(folder_);
+  if (!several && !files::namesFolder(folder_)) file_ = fromPath(files::findForCreation(*typed));
 }
 
 ResultPlace ResultPlace::atFile(const std::optional<std::string>& typed) {
   ResultPlace place;
-  if (typed) place.file_ = files::findForCreation(*typed);
+  if (typed) place.file_ = fromPath(files::findForCreation(*typed));
   return place;
 }
 
 std::string ResultPlace::of(const PlannedDrawing& drawing) const {
-  if (!file_.empty()) return fromPath(file_);
+  if (!file_.empty()) return file_;
   if (!beside_ && folder_.empty()) return {};
-  const fs::path path = toPath(drawing.path);
-  const fs::path folder = beside_ ? path.parent_path() : folder_ / subfolderOf(drawing);
-  fs::path name = path.filename();
+  const bool inSubfolder = !beside_ && drawing.rootLength != 0;
+  const std::string_view path = inSubfolder ? belowRoot(drawing) : drawing.path;
+  if (const std::optional<files::FileName> cut = files::cutFileName(path)) {
+    std::string result = prefix_;
+    if (beside_ || inSubfolder) result += cut->folder;
+    return result.append(files::stemOf(cut->name)).append(extension_);
+  }
+  const fs::path whole = toPath(drawing.path);
+  const fs::path folder = beside_ ? whole.parent_path() : folder_ / subfolderOf(drawing);
+  fs::path name = whole.filename();
   return fromPath(folder / name.replace_extension(extension_));
 }
 
@@ -142,13 +163,13 @@ PlannedConversion Plan::conversion(std::size_t index) const {
   if (name || readsStandardInput) {
     planned.job.drawingName = name.value_or("");
   } else {
-    planned.job.drawingName = batch::nameFromFile(fromPath(toPath(drawing.path).stem()));
+    planned.job.drawingName = batch::nameFromFile(stemOfDrawing(drawing.path));
   }
   planned.job.scriptFile = scripts.of(drawing);
   planned.reportFile = reports.of(drawing);
   planned.previewFile = previews.of(drawing);
   planned.job.report = !planned.reportFile.empty();
-  planned.inSubfolder = !subfolderOf(drawing).empty();
+  planned.inSubfolder = drawing.rootLength != 0 && !subfolderOf(drawing).empty();
   const auto same = sameResultAs.find(index);
   if (same != sameResultAs.end()) planned.sameResultAs = drawings[same->second].path;
   return planned;

@@ -34,7 +34,8 @@ struct PlannedDrawing {
   std::string path;  ///< exact; "" for standard input
   /// Bytes of the path up to the folder that was searched with its subfolders; 0 without one.
   std::uint32_t rootLength = 0;
-  bool listed = false;  ///< found in a folder or a list
+  bool listed = false;     ///< found in a folder or a list
+  bool isRegular = false;  ///< certainly neither a link nor anything else
 };
 
 /// Where the results of one kind go.
@@ -55,7 +56,8 @@ class ResultPlace {
   const char* extension_ = "";
   bool beside_ = false;
   std::filesystem::path folder_;
-  std::filesystem::path file_;
+  std::string prefix_;  ///< of the paths to the files of that folder
+  std::string file_;
 };
 
 /// Which drawings are converted, and where the results go.

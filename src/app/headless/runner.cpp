@@ -150,7 +150,8 @@ class Runner {
   void work() {
     for (std::size_t i = next_++; i < plan_.size() && !interrupted(); i = next_++) {
       Printed printed;
-      const PlannedConversion planned = plan_.conversion(i);
+      PlannedConversion planned = plan_.conversion(i);
+      planned.job.allGaps = options_.json;
       try {
         printed = convertOne(planned);
       } catch (...) {
@@ -211,9 +212,7 @@ class Runner {
       messages.push_back(error(obstacle));
     } else {
       if (planned.inSubfolder) makeFoldersOf(planned);
-      convert::ConversionJob job = planned.job;
-      job.allGaps = options_.json;
-      result = convert_(job, host, surroundingsOf(planned));
+      result = convert_(planned.job, host, surroundingsOf(planned));
       messages = host.messages();
       if (result.outcome != Outcome::Ended) addLosses(result, messages);
       written = writeOthers(planned, result, messages);
