@@ -41,7 +41,9 @@ TextSource::TextSource(std::FILE* stream, std::string_view head,
     stamp_ = stampOf(stream);
     fileSize_ = static_cast<std::uint64_t>(size);
     if (fileSize_ > limits.file) throw InputTooLarge(limits.file);
-    grow(window);
+    // A small file needs no large block, which the system would have to hand out and take back.
+    const std::uint64_t enough = std::max(fileSize_ + 1, std::uint64_t{4} * head.size());
+    grow(static_cast<std::size_t>(std::min(std::uint64_t{window}, enough)));
     const bool headHolds = beforeHead != nullptr && stamp_ != FileStamp{} &&
                            *beforeHead == stamp_ && head.size() <= window / 4;
     if (headHolds) {

@@ -87,7 +87,7 @@ class ScriptWriter {
   void flush();
 
  private:
-  static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
+  static constexpr std::size_t kBufferSize = std::size_t{64} << 10;
   static constexpr std::size_t kShortText = 32;
 
   /// The coordinate written last, offset included, with what surrounds it: "(R1.5 " or "-2.0)".

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <iterator>
 
 namespace quillon::texts {
@@ -13,6 +15,7 @@ struct Entry {
   std::string_view english;  ///< found by id + 10000; empty for a text that exists once
 };
 
+/// Read by the compiler only.
 constexpr Entry kEntries[] = {
 #define TEXT(name, id, german, english) {id, german, english},
 #define BOTH(name, id, text) {id, text, {}},
@@ -44,17 +47,60 @@ constexpr bool bothLanguagesAreComplete() {
 }
 static_assert(bothLanguagesAreComplete(), "every entry needs both languages, but layer names");
 
-constexpr const Entry* findEntry(int id) {
-  const auto* const found = std::lower_bound(std::begin(kEntries), std::end(kEntries), id,
-                                             [](const Entry& e, int key) { return e.id < key; });
-  return found != std::end(kEntries) && found->id == id ? found : nullptr;
+/// An entry as the program has it: without pointers, which the system would have to fill in at
+/// each start of a program that may be loaded anywhere.
+struct PackedEntry {
+  int id = 0;
+  std::uint32_t german = 0;  ///< place of the text; the English one follows
+  std::uint16_t germanSize = 0;
+  std::uint16_t englishSize = 0;
+};
+
+constexpr std::size_t textBytes() {
+  std::size_t size = 0;
+  for (const Entry& entry : kEntries) size += entry.german.size() + entry.english.size();
+  return size;
+}
+
+struct PackedTexts {
+  std::array<PackedEntry, std::size(kEntries)> entries{};
+  std::array<char, textBytes()> bytes{};
+};
+
+constexpr PackedTexts pack() {
+  PackedTexts packed;
+  std::size_t used = 0;
+  auto* next = packed.entries.data();
+  for (const auto& [id, german, english] : kEntries) {
+    *next++ = {id, static_cast<std::uint32_t>(used), static_cast<std::uint16_t>(german.size()),
+               static_cast<std::uint16_t>(english.size())};
+    for (const std::string_view text : {german, english}) {
+      for (const char c : text) packed.bytes[used++] = c;
+    }
+  }
+  return packed;
+}
+
+constexpr PackedTexts kTexts = pack();
+
+constexpr const PackedEntry* findEntry(int id) {
+  const auto* const end = kTexts.entries.data() + kTexts.entries.size();
+  const auto* const found =
+      std::lower_bound(kTexts.entries.data(), end, id,
+                       [](const PackedEntry& entry, int key) { return entry.id < key; });
+  return found != end && found->id == id ? found : nullptr;
 }
 
 }  // namespace
 
 std::string_view loadString(int id) {
-  if (const Entry* const entry = findEntry(id)) return entry->german;
-  if (const Entry* const entry = findEntry(id - kEnglish)) return entry->english;
+  const char* const bytes = kTexts.bytes.data();
+  if (const PackedEntry* const entry = findEntry(id)) {
+    return {bytes + entry->german, entry->germanSize};
+  }
+  if (const PackedEntry* const entry = findEntry(id - kEnglish)) {
+    return {bytes + entry->german + entry->germanSize, entry->englishSize};
+  }
   return {};
 }
 

@@ -124,9 +124,12 @@ ResultPlace::ResultPlace(const std::optional<std::string>& typed, const char* ex
                          bool beside, bool several)
     : extension_(extension), beside_(beside && !typed) {
   if (!typed) return;
-  folder_ = folderNamed(*typed);
+  folder_ = files::findExisting(*typed);
+  if (!files::namesFolder(folder_)) {
+    folder_ = files::findForCreation(*typed);
+    if (!several) file_ = fromPath(folder_);
+  }
   prefix_ = files::prefixOf(folder_);
-  if (!several && !files::namesFolder(folder_)) file_ = fromPath(files::findForCreation(*typed));
 }
 
 ResultPlace ResultPlace::atFile(const std::optional<std::string>& typed) {
