@@ -81,6 +81,70 @@ bool hasWithoutBefore(std::string_view bytes, char wanted, char before) {
   return false;
 }
 
+#ifdef __SSE2__
+
+namespace {
+
+/// Finds the places where a text may start: its first and its last character together rule out most
+/// others.
+class TextStarts {
+ public:
+  static constexpr std::size_t kLanes = 16;
+
+  TextStarts(std::string_view bytes, std::string_view text)
+      : first_(bytes.data()),
+        last_(bytes.data() + text.size() - 1),
+        front_(_mm_set1_epi8(text.front())),
+        back_(_mm_set1_epi8(text.back())) {}
+
+  /// A mark in each of the next 16 bytes where it may start.
+  __m128i at(std::size_t from) const {
+    return _mm_and_si128(equal(first_ + from, front_), equal(last_ + from, back_));
+  }
+
+ private:
+  static __m128i equal(const char* bytes, __m128i character) {
+    const auto* const block = reinterpret_cast<const __m128i*>(bytes);
+    return _mm_cmpeq_epi8(_mm_loadu_si128(block), character);
+  }
+
+  const char* first_;
+  const char* last_;
+  __m128i front_;
+  __m128i back_;
+};
+
+unsigned bitsOf(__m128i marks) { return static_cast<unsigned>(_mm_movemask_epi8(marks)); }
+
+}  // namespace
+
+std::size_t findText(std::string_view bytes, std::string_view text) {
+  constexpr std::size_t kLanes = TextStarts::kLanes;
+  constexpr std::size_t kBlock = 4 * kLanes;
+  if (bytes.size() < text.size()) return std::string_view::npos;
+  const std::size_t starts = bytes.size() - text.size() + 1;
+  const TextStarts marks(bytes, text);
+  std::size_t i = 0;
+  while (starts - i >= kLanes) {
+    if (starts - i >= kBlock) {
+      const __m128i low = _mm_or_si128(marks.at(i), marks.at(i + kLanes));
+      const __m128i high = _mm_or_si128(marks.at(i + 2 * kLanes), marks.at(i + 3 * kLanes));
+      if (bitsOf(_mm_or_si128(low, high)) == 0) {
+        i += kBlock;
+        continue;
+      }
+    }
+    for (unsigned bits = bitsOf(marks.at(i)); bits != 0; bits &= bits - 1) {
+      const std::size_t place = i + static_cast<std::size_t>(std::countr_zero(bits));
+      if (bytes.compare(place, text.size(), text) == 0) return place;
+    }
+    i += kLanes;
+  }
+  return bytes.find(text, i);
+}
+
+#else
+
 std::size_t findText(std::string_view bytes, std::string_view text) {
   // The first and the last character together rule out whole blocks.
   constexpr std::size_t kBlock = 2048;
@@ -102,5 +166,7 @@ std::size_t findText(std::string_view bytes, std::string_view text) {
   }
   return std::string_view::npos;
 }
+
+#endif
 
 }  // namespace quillon::base

@@ -138,9 +138,8 @@ std::string lowerCase(std::string_view utf8) {
   return lower;
 }
 
-bool equalsUpperCased(std::string_view text, std::string_view upper) {
-  return text.size() == upper.size() &&
-         std::equal(text.begin(), text.end(), upper.begin(),
+bool equalsOfOneSize(std::string_view text, std::string_view upper) {
+  return std::equal(text.begin(), text.end(), upper.begin(),
                     [](char a, char b) { return upperAscii(a) == b; });
 }
 

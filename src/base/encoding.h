@@ -19,8 +19,13 @@ std::string upperCase(std::string_view text, Encoding encoding);
 /// A UTF-8 text with A-Z and the accented Latin letters of Windows-1252 in lower case.
 std::string lowerCase(std::string_view utf8);
 
+/// Of equalsUpperCased(), for texts of one size. Most differ in size, which needs no call.
+bool equalsOfOneSize(std::string_view text, std::string_view upper);
+
 /// True when upperCase(text) equals `upper`, which must be ASCII without lower-case letters.
-bool equalsUpperCased(std::string_view text, std::string_view upper);
+inline bool equalsUpperCased(std::string_view text, std::string_view upper) {
+  return text.size() == upper.size() && equalsOfOneSize(text, upper);
+}
 
 /// Windows-1252 bytes as UTF-8; the five undefined bytes become the C1 controls with the same code.
 std::string windows1252ToUtf8(std::string_view bytes);

@@ -1,5 +1,6 @@
 #include "dxf/section_walker.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "base/number_text.h"
@@ -28,7 +29,12 @@ Search searchMarker(LineReader& reader, std::string_view marker, std::string_vie
 }
 
 SectionLines splitLines(LineRange range, const LineEnds& ends) {
+  // Room for the lines of a small table at once; a large one grows.
+  constexpr std::ptrdiff_t kUsualLine = 6;  // bytes, with its end
+  constexpr std::ptrdiff_t kMostAtOnce = 4096;
   SectionLines lines;
+  lines.reserve(
+      static_cast<std::size_t>(std::min((range.end - range.begin) / kUsualLine, kMostAtOnce)));
   for (LineCursor cursor(range, ends); !cursor.atEnd();)
     lines.push_back(base::trimBlanks(cursor.next()));
   return lines;

@@ -34,6 +34,8 @@ class GroupRun {
   /// scripts stay the same.
   GroupRun(const SectionLines& lines, std::size_t firstValue, bool keepsLast)
       : firstValue_(firstValue), endValue_(firstValue) {
+    constexpr std::size_t kUsualGroups = 16;
+    groups_.reserve(kUsualGroups);
     for (bool last = false; !last; endValue_ += 2) {
       // For a line type the code is converted first, so a bad one is reported before the end of the
       // lines.
