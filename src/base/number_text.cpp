@@ -1,13 +1,12 @@
 #include "base/number_text.h"
 
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <string>
 
-#include "base/digit_block.h"
+#include "base/coordinate_text.h"
 #include "base/double_text.h"
 #include "base/run_time_error.h"
 
@@ -17,8 +16,6 @@ namespace {
 constexpr std::array<double, 23> kPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                  1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                  1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr std::array<std::uint64_t, 9> kIntegerPowersOfTen = {
-    1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
 constexpr std::uint64_t kLargestExactMantissa = std::uint64_t{1} << 53;
 constexpr int kMostMantissaDigits = 19;
 constexpr int kExponentCap = 1'000'000;
@@ -110,62 +107,42 @@ double valueOf(const NumberParts& parts) {
   return parts.negative ? -value : value;
 }
 
-/// Apart, so that the usual coordinate needs no stack.
-[[gnu::noinline]] double valueOfAnyNumber(std::string_view text) {
-  return valueOf(splitNumber(text));
-}
-
-/// Takes the point out of eight characters: those before it move one place towards the end.
-/// `others` are the characters that are no digits; false unless that is one point after a digit.
-/// The first of the eight characters are padding, so many bits.
-bool takePoint(std::uint64_t& digits, std::uint64_t others, unsigned padding, unsigned& places) {
-  constexpr std::uint64_t kPoint = '.' ^ '0';
-  const auto at = static_cast<unsigned>(std::countr_zero(others)) - 7;
-  const bool isAlone = (others & (others - 1)) == 0;
-  if (!isAlone || (digits >> at & 0xFF) != kPoint || at <= padding) return false;
-  const std::uint64_t before = (std::uint64_t{1} << at) - 1;
-  digits = (digits & before) << 8 | (digits & ~(before << 8 | 0xFF));
-  places = 7 - at / 8;
+/// The number that these digits form, if it is exact.
+bool takeDigits(const CoordinateDigits& digits, double& value) {
+  if (digits.mantissa > kLargestExactMantissa) return false;
+  // Signed, as only that takes one instruction.
+  const auto mantissa = static_cast<double>(static_cast<std::int64_t>(digits.mantissa));
+  value = mantissa / kPowersOfTen[digits.places];
   return true;
 }
 
-/// Reads the usual coordinate, eight characters at a time: an optional sign, up to 18 digits, and a
-/// point among the first eight characters unless there are no more. False for any other form.
+/// Apart, so that the usual coordinate needs no stack.
+[[gnu::noinline]] double valueOfAnyNumber(std::string_view text) {
+#ifdef __SSE2__
+  // Longer than what has been tried, as numbers below 0.1 are.
+  const bool negative = text.front() == '-';
+  const std::string_view rest = text.substr(negative ? 1 : 0);
+  CoordinateDigits digits;
+  double value = 0.0;
+  if (rest.size() > kMostCoordinateCharacters && readDigitsByWords(rest, digits) &&
+      takeDigits(digits, value)) {
+    return negative ? -value : value;
+  }
+#endif
+  return valueOf(splitNumber(text));
+}
+
+/// Reads the usual coordinate: an optional sign, and digits with at most one point among them.
 bool readCoordinate(std::string_view text, double& value) {
-  if constexpr (std::endian::native != std::endian::little) return false;
-  constexpr std::size_t kLongest = 19;
-  const bool negative = !text.empty() && text.front() == '-';
-  const char* const start = text.data() + (negative ? 1 : 0);
-  const std::size_t length = text.size() - (negative ? 1 : 0);
-  if (length - 1 >= kLongest) return false;
-  std::uint64_t digits = 0;
-  unsigned padding = 0;  // in bits
-  if (length >= 8) {
-    digits = loadDigits(start);
-  } else {
-    padding = static_cast<unsigned>(8 * (8 - length));
-    digits = loadFewDigits(start, length) << padding;
-  }
-  unsigned places = 0;
-  const std::uint64_t others = nonDigits(digits);
-  if (others != 0 && !takePoint(digits, others, padding, places)) return false;
-  std::uint64_t mantissa = digitBlockValue(digits);
-  if (length > 8) {
-    if (others == 0) return false;
-    auto left = static_cast<unsigned>(length - 8);
-    places += left;
-    if (left > 8) {
-      const std::uint64_t middle = loadDigits(start + 8);
-      if (nonDigits(middle) != 0) return false;
-      mantissa = mantissa * 100'000'000 + digitBlockValue(middle);
-      left -= 8;
-    }
-    const std::uint64_t last = loadLastDigits(start + length, left);
-    if (nonDigits(last) != 0) return false;
-    mantissa = mantissa * kIntegerPowersOfTen[left] + digitBlockValue(last);
-    if (mantissa > kLargestExactMantissa) return false;
-  }
-  value = static_cast<double>(mantissa) / kPowersOfTen[places];
+  const bool negative = text.front() == '-';
+  const std::string_view rest{text.data() + (negative ? 1 : 0), text.size() - (negative ? 1 : 0)};
+  CoordinateDigits digits;
+#ifdef __SSE2__
+  const bool known = readDigitsAtOnce(rest, digits);
+#else
+  const bool known = readDigitsByWords(rest, digits);
+#endif
+  if (!known || !takeDigits(digits, value)) return false;
   if (negative) value = -value;
   return true;
 }

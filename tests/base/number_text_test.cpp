@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/coordinate_text.h"
 #include "base/digit_block.h"
 #include "base/run_time_error.h"
 #include "support/infinity.h"
@@ -206,6 +207,28 @@ TEST(NumberRule, AgreesWithTheCLibraryOnDigitsOfAnyLengthWithAPointAnywhere) {
       }
     }
   }
+}
+
+TEST(DigitsByWords, AreThoseOfTheCLibraryWhereTheyAreRead) {
+  if (std::endian::native != std::endian::little) GTEST_SKIP();
+  std::mt19937_64 random(907);
+  int known = 0;
+  for (std::size_t length = 1; length <= 20; ++length) {
+    for (std::size_t point = 0; point <= length; ++point) {
+      std::string text;
+      for (std::size_t i = 0; i < length; ++i) {
+        if (i == point) text += '.';
+        // A double holds fifteen digits.
+        text += static_cast<char>('0' + (i + 15 < length ? 0 : random() % 10));
+      }
+      CoordinateDigits digits;
+      if (!readDigitsByWords(text, digits)) continue;
+      ++known;
+      const double value = static_cast<double>(digits.mantissa) / std::pow(10.0, digits.places);
+      EXPECT_EQ(value, std::strtod(text.c_str(), nullptr)) << text;
+    }
+  }
+  EXPECT_GT(known, 100);
 }
 
 TEST(NumberRule, ReadsNothingAroundItsText) {
