@@ -55,15 +55,4 @@ inline std::uint64_t loadLastDigits(const char* end, unsigned count) {
   return loadDigits(end - 8) >> dropped << dropped;
 }
 
-/// The eight characters of a number below 10^8, the first one lowest.
-constexpr std::uint64_t charactersOf(std::uint32_t number) {
-  // Halves of four digits, then of two, then of one, each in a lane of its own. The multiplications
-  // divide, by 100 and by 10, without an error for numbers this small.
-  const std::uint64_t fours = number / 10'000 | std::uint64_t{number % 10'000} << 32;
-  const std::uint64_t hundreds = fours * 10'486 >> 20 & 0x0000007F0000007FU;
-  const std::uint64_t pairs = hundreds | (fours - 100 * hundreds) << 16;
-  const std::uint64_t tens = pairs * 103 >> 10 & 0x000F000F000F000FU;
-  return (tens | (pairs - 10 * tens) << 8) + 0x3030303030303030U;
-}
-
 }  // namespace quillon::base

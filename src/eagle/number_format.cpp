@@ -1,13 +1,11 @@
 #include "eagle/number_format.h"
 
 #include <array>
-#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
 
 #include "base/bits.h"
-#include "base/digit_block.h"
 #include "base/double_text.h"
 
 namespace quillon::eagle {
@@ -17,6 +15,7 @@ __extension__ using Wide = unsigned __int128;
 
 constexpr std::uint64_t kScale = 10'000'000;  // seven decimal places
 constexpr int kMantissaBits = 52;
+constexpr std::uint64_t kImplicitBit = std::uint64_t{1} << kMantissaBits;
 constexpr int kExponentBias = 1075;
 
 constexpr std::array<char, 200> makeDigitPairs() {
@@ -49,23 +48,23 @@ void putPair(std::uint64_t value, char* out) {
   std::memcpy(out, &kDigitPairs[static_cast<std::size_t>(value) * 2], 2);
 }
 
-/// Seven decimals, and up to one character more.
+/// Seven decimals.
 char* putDecimals(std::uint64_t decimals, char* out) {
-  if constexpr (std::endian::native == std::endian::little) {
-    const std::uint64_t text = base::charactersOf(static_cast<std::uint32_t>(decimals)) >> 8;
-    std::memcpy(out, &text, sizeof text);
-    return out + 7;
+  // The next digits are the whole part of a number with so many binary places. That it starts a
+  // little too large never shows: in the end it is a hundredth of a decimal.
+  constexpr unsigned kPlaces = 48;
+  constexpr std::uint64_t kOne = std::uint64_t{1} << kPlaces;
+  std::uint64_t rest = decimals * (kOne / 1'000'000 + 1);
+  *out = static_cast<char>('0' + (rest >> kPlaces));
+  for (int pair = 0; pair < 3; ++pair) {
+    rest = (rest & (kOne - 1)) * 100;
+    putPair(rest >> kPlaces, out + 1 + 2 * pair);
   }
-  *out++ = static_cast<char>('0' + decimals / 1'000'000);
-  decimals %= 1'000'000;
-  putPair(decimals / 10'000, out);
-  putPair(decimals / 100 % 100, out + 2);
-  putPair(decimals % 100, out + 4);
-  return out + 6;
+  return out + 7;
 }
 
-/// What putWhole leaves. Apart, like other rare cases, so that the usual number needs no stack.
-[[gnu::noinline]] char* putLargeWhole(std::uint64_t value, char* out) {
+/// What putWhole leaves.
+char* putLargeWhole(std::uint64_t value, char* out) {
   constexpr std::size_t kMostDigits = 20;
   char* const end = std::to_chars(out, out + kMostDigits, value).ptr;
   *end = '.';
@@ -75,7 +74,9 @@ char* putDecimals(std::uint64_t decimals, char* out) {
 /// One of kWholes.
 char* putSmallWhole(std::uint64_t value, char* out) {
   std::memcpy(out, kWholes[static_cast<std::size_t>(value)].data(), sizeof(Whole));
-  return out + 2 + (value >= 10 ? 1 : 0) + (value >= 100 ? 1 : 0);
+  // The differences are negative where there are more digits. Compared, the number would be divided
+  // again, as compilers compare what it was divided from.
+  return out + 2 + ((9 - value) >> 63) + ((99 - value) >> 63);
 }
 
 /// The number and a point, and up to two characters more.
@@ -94,8 +95,12 @@ char* putScaled(std::uint64_t scaled, char* out) {
   return putDecimals(scaled % kScale, putWhole(scaled / kScale, out));
 }
 
-/// Less than 2^-11, or so large that 64 bits do not hold it times 10^7.
-[[gnu::noinline]] char* putUnusual(std::uint64_t mantissa, int shift, char* out) {
+/// Of a thousand or more. Apart, like other rare cases, so that the usual number needs no stack.
+[[gnu::noinline]] char* putLarge(std::uint64_t scaled, char* out) { return putScaled(scaled, out); }
+
+/// A magnitude below 2^53 as mantissa / 2^shift: times 10^7 it fits in 128 bits exactly, so
+/// rounding is exact.
+char* putFraction(std::uint64_t mantissa, int shift, char* out) {
   const Wide exact = static_cast<Wide>(mantissa) * kScale;
   constexpr int kWideBits = 128;
   if (shift >= kWideBits) return putScaled(0, out);
@@ -104,35 +109,42 @@ char* putScaled(std::uint64_t scaled, char* out) {
                      putWhole(static_cast<std::uint64_t>(scaled / kScale), out));
 }
 
-/// A magnitude below 2^53 as mantissa / 2^shift: times 10^7 it fits in 128 bits exactly, so
-/// rounding is exact.
-char* putFraction(std::uint64_t mantissa, int shift, char* out) {
-  if (shift >= 64) return putUnusual(mantissa, shift, out);
-  const Wide rounded = static_cast<Wide>(mantissa) * kScale + (std::uint64_t{1} << (shift - 1));
-  const auto high = static_cast<std::uint64_t>(rounded >> 64);
-  const auto low = static_cast<std::uint64_t>(rounded);
-  if (high >> shift != 0) return putUnusual(mantissa, shift, out);
-  return putScaled(high << (64 - shift) | low >> shift, out);
-}
-
-/// From 2^52 on there is no fraction, so the library's digits need no rounding.
-[[gnu::noinline]] char* putHuge(double magnitude, char* out) {
-  return base::putFixed(magnitude, 7, out, out + kNumberRoom - 1);
+/// Any number.
+[[gnu::noinline]] char* putUnusual(double value, char* out) {
+  const auto bits = base::bitCast<std::uint64_t>(value);
+  const bool negative = (bits >> 63) != 0;
+  const auto biased = static_cast<int>(bits >> kMantissaBits & 0x7FF);
+  std::uint64_t mantissa = bits & (kImplicitBit - 1);
+  // A zero has no sign; a negative number that rounds to zero keeps it.
+  if (negative && (biased != 0 || mantissa != 0)) *out++ = '-';
+  if (biased != 0) mantissa |= kImplicitBit;
+  const int shift = kExponentBias - (biased == 0 ? 1 : biased);
+  if (shift > 0) return putFraction(mantissa, shift, out);
+  // From 2^52 on there is no fraction, so the library's digits need no rounding.
+  return base::putFixed(negative ? -value : value, 7, out, out + kNumberRoom - 1);
 }
 
 }  // namespace
 
 char* formatNumber(double value, char* out) {
+  // From 2^-11 up to where 64 bits do not hold twice the number times 10^7.
+  constexpr int kLeastShift = 14;
+  constexpr int kMostShift = 63;
   const auto bits = base::bitCast<std::uint64_t>(value);
-  const bool negative = (bits >> 63) != 0;
-  const auto biased = static_cast<int>(bits >> kMantissaBits & 0x7FF);
-  std::uint64_t mantissa = bits & ((std::uint64_t{1} << kMantissaBits) - 1);
-  // A zero has no sign; a negative number that rounds to zero keeps it.
-  if (negative && (biased != 0 || mantissa != 0)) *out++ = '-';
-  if (biased != 0) mantissa |= std::uint64_t{1} << kMantissaBits;
-  const int shift = kExponentBias - (biased == 0 ? 1 : biased);
-  if (shift > 0) return putFraction(mantissa, shift, out);
-  return putHuge(negative ? -value : value, out);
+  const int shift = kExponentBias - static_cast<int>(bits >> kMantissaBits & 0x7FF);
+  if (shift < kLeastShift || shift > kMostShift) return putUnusual(value, out);
+  const std::uint64_t mantissa = (bits & (kImplicitBit - 1)) | kImplicitBit;
+  const Wide exact = static_cast<Wide>(mantissa) * kScale;
+  // One binary place is left to round by.
+  const auto down = static_cast<unsigned>(shift - 1);
+  const std::uint64_t twice = static_cast<std::uint64_t>(exact >> 64) << (-down & 63U) |
+                              static_cast<std::uint64_t>(exact) >> down;
+  const std::uint64_t scaled = (twice + 1) >> 1;
+  const std::uint64_t whole = scaled / kScale;
+  *out = '-';
+  out += bits >> 63;
+  if (whole >= kWholes.size()) return putLarge(scaled, out);
+  return putDecimals(scaled - whole * kScale, putSmallWhole(whole, out));
 }
 
 std::string formatNumber(double value) {

@@ -1,6 +1,8 @@
 #include "eagle/script_writer.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <string>
 
 #include "base/run_time_error.h"
@@ -19,10 +21,8 @@ ScriptWriter::ScriptWriter(base::ByteSink& sink, const Coordinates& coordinates,
       buffer_(base::uninitialized<char>(kBufferSize)),
       cursor_(buffer_.get()),
       end_(buffer_.get() + kBufferSize),
-      opening_(form == PointForm::FromMark ? 2 : 1) {
-  x_.text[0] = '(';
-  x_.text[1] = 'R';
-}
+      opening_(form == PointForm::FromMark ? 2 : 1),
+      limit_(std::min(area_.limit(), std::numeric_limits<double>::max())) {}
 
 ScriptWriter& ScriptWriter::numberNotZero(double value) {
   if (!std::isfinite(value)) failNotFinite();
@@ -33,40 +33,68 @@ ScriptWriter& ScriptWriter::numberNotZero(double value) {
 
 ScriptWriter& ScriptWriter::formatPoint(double x, double y) {
   const geometry::Point at = inPart_ ? geometry::Point{x, y} : area_.offset(x, y);
+  const bool isInside = std::fabs(at.x) <= limit_ && std::fabs(at.y) <= limit_;
+  if (!isInside) noteOutside(at);
+  if (room() < kPointRoom) flush();
   // A wire often starts where the previous one ended.
-  if (at.x != x_.value || at.y != y_.value) {
-    if (!std::isfinite(at.x) || !std::isfinite(at.y)) failNotFinite();
-    if (at.x != x_.value) noteX(at.x);
-    if (at.y != y_.value) noteY(at.y);
+  if (at.x == x_.value) {
+    putAgain(x_);
+  } else {
+    putX(at.x);
   }
-  if (x_.outOfRange || y_.outOfRange) rangeWarning_ = rangeFlag_ = true;
-  copy(x_.text.data(), x_.length);
-  copy(y_.text.data(), y_.length);
+  if (at.y == y_.value) {
+    putAgain(y_);
+  } else {
+    putY(at.y);
+  }
   return *this;
 }
 
-void ScriptWriter::noteX(double x) {
-  x_.value = x;
-  x_.outOfRange = std::fabs(x) > area_.limit();
+void ScriptWriter::noteOutside(geometry::Point at) {
+  if (!std::isfinite(at.x) || !std::isfinite(at.y)) failNotFinite();
+  rangeWarning_ = rangeFlag_ = true;
+}
+
+void ScriptWriter::putX(double x) {
   if (extends_) {
     if (x < extents_.minX) extents_.minX = x;
     if (x > extents_.maxX) extents_.maxX = x;
   }
-  char* out = formatNumber(x, x_.text.data() + opening_);
+  char* const start = cursor_;
+  std::memcpy(start, "(R", 2);
+  char* out = formatNumber(x, start + opening_);
   *out++ = ' ';
-  x_.length = static_cast<std::size_t>(out - x_.text.data());
+  x_ = {x, start, static_cast<std::size_t>(out - start)};
+  cursor_ = out;
 }
 
-void ScriptWriter::noteY(double y) {
-  y_.value = y;
-  y_.outOfRange = std::fabs(y) > area_.limit();
+void ScriptWriter::putY(double y) {
   if (extends_) {
     if (y < extents_.minY) extents_.minY = y;
     if (y > extents_.maxY) extents_.maxY = y;
   }
-  char* out = formatNumber(y, y_.text.data());
+  char* const start = cursor_;
+  char* out = formatNumber(y, start);
   *out++ = ')';
-  y_.length = static_cast<std::size_t>(out - y_.text.data());
+  y_ = {y, start, static_cast<std::size_t>(out - start)};
+  cursor_ = out;
+}
+
+/// Where there is room for a point.
+void ScriptWriter::putAgain(const WrittenCoordinate& coordinate) {
+  const auto& [value, text, length] = coordinate;
+  char* const out = cursor_;
+  cursor_ += length;
+  // By two pieces that overlap. A number has nine characters at least, and mostly more.
+  if (length >= 16 && length <= 32) {
+    std::memcpy(out, text, 16);
+    std::memcpy(cursor_ - 16, text + length - 16, 16);
+  } else if (length >= 8 && length < 16) {
+    std::memcpy(out, text, 8);
+    std::memcpy(cursor_ - 8, text + length - 8, 8);
+  } else {
+    std::memcpy(out, text, length);
+  }
 }
 
 void ScriptWriter::forgetPoint() { x_.value = y_.value = std::numeric_limits<double>::quiet_NaN(); }
@@ -127,6 +155,7 @@ void ScriptWriter::flush() {
   if (cursor_ == buffer_.get()) return;
   sink_.write({buffer_.get(), static_cast<std::size_t>(cursor_ - buffer_.get())});
   cursor_ = buffer_.get();
+  forgetPoint();
 }
 
 ScriptWriter& ScriptWriter::longText(std::string_view content) {

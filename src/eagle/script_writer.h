@@ -90,21 +90,25 @@ class ScriptWriter {
   static constexpr std::size_t kBufferSize = std::size_t{64} << 10;
   static constexpr std::size_t kShortText = 32;
 
-  /// The coordinate written last, offset included, with what surrounds it: "(R1.5 " or "-2.0)".
-  /// Mostly the next point has one of its coordinates in common, or both.
+  /// Room for a point, with what surrounds its numbers.
+  static constexpr std::size_t kPointRoom = 2 * kNumberRoom + 4;
+
+  /// The coordinate written last, offset included, with what surrounds it: "(R1.5 " or "-2.0)", in
+  /// the buffer. Mostly the next point has one of its coordinates in common, or both.
   struct WrittenCoordinate {
     double value = std::numeric_limits<double>::quiet_NaN();
-    bool outOfRange = false;
+    const char* text = nullptr;
     std::size_t length = 0;
-    std::array<char, kNumberRoom + 4> text{};
   };
 
   std::size_t room() const { return static_cast<std::size_t>(end_ - cursor_); }
   ScriptWriter& longText(std::string_view text);
   ScriptWriter& numberNotZero(double value);
   void writeRangeNote();
-  void noteX(double x);
-  void noteY(double y);
+  void putX(double x);
+  void putY(double y);
+  void putAgain(const WrittenCoordinate& coordinate);
+  void noteOutside(geometry::Point at);
   void forgetPoint();
   /// Writes a text that is rarely longer than kShortText by a copy of that size, whatever its
   /// length; what follows overwrites the rest. So many characters must be readable.
@@ -131,7 +135,8 @@ class ScriptWriter {
   bool extends_ = true;  ///< points count for the extents
   WrittenCoordinate x_;
   WrittenCoordinate y_;
-  std::size_t opening_;  ///< how many characters of x_ stand before its number
+  std::size_t opening_;  ///< how many characters stand before a point
+  double limit_;         ///< of the area, but finite
   struct {
     std::size_t length = 0;
     std::array<char, kShortText> text{};

@@ -15,7 +15,6 @@
 #include <vector>
 
 #include "base/coordinate_text.h"
-#include "base/digit_block.h"
 #include "base/run_time_error.h"
 #include "support/infinity.h"
 
@@ -247,24 +246,6 @@ TEST(NumberRule, KeepsTheSignOfZero) {
   for (const std::string_view text : {"-0", "-0.0", "-0.00000", "-0.0000000000", "-0000000000.0"}) {
     EXPECT_TRUE(std::signbit(numberValue(text))) << text;
     EXPECT_FALSE(std::signbit(numberValue(text.substr(1)))) << text;
-  }
-}
-
-TEST(CharactersOf, AreTheDigitsWithZerosInFront) {
-  const auto check = [](std::uint32_t number) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "%08u", static_cast<unsigned>(number));
-    std::uint64_t expected = 0;
-    for (std::size_t i = 8; i-- > 0;) {
-      expected = expected << 8 | static_cast<unsigned char>(text[i]);
-    }
-    ASSERT_EQ(charactersOf(number), expected) << number;
-  };
-  // Both halves of four digits in full.
-  for (std::uint32_t half = 0; half < 10'000; ++half) {
-    check(half);
-    check(half * 10'000);
-    check(half * 10'000 + 9'999 - half);
   }
 }
 
