@@ -46,8 +46,8 @@ bool isOddNumber(std::string_view text);
 std::int16_t groupCodeSlow(std::string_view line);
 
 inline std::int16_t groupCode(std::string_view line) {
-  // Nearly every group code has one to three digits.
-  if (line.size() - 1 < 3) {
+  // Nearly every group code has one to four digits.
+  if (line.size() - 1 < 4) {
     int value = 0;
     for (const char c : line) {
       const int digit = c - '0';

@@ -12,6 +12,8 @@
 namespace quillon::dxf {
 namespace {
 
+constexpr std::size_t kFirstKept = 256;  ///< groups that there is room for at first
+
 /// Names after a group 0 that start or end parts of a drawing and are not entities.
 bool isStructureName(std::string_view name) {
   static constexpr std::array<std::string_view, 7> kStructureNames = {
@@ -36,6 +38,24 @@ bool isNoName(std::string_view text) {
 /// Fails at a text where an entity's name should be.
 [[noreturn]] void failWithoutName(std::string_view text) {
   throw base::RunTimeError(base::Fault::BadGroupCode, text, text.data());
+}
+
+/// Where groups are kept; empty: nowhere. The vector only grows, so that the next entity finds it
+/// as large, and nothing is cleared.
+struct Keeping {
+  Group* next = nullptr;
+  Group* end = nullptr;
+};
+
+Keeping keepingFrom(std::vector<Group>& kept, std::size_t index) {
+  return {kept.data() + index, kept.data() + kept.size()};
+}
+
+/// After the last one that there was a place for: makes more, up to the limit.
+[[gnu::noinline]] Keeping moreRoom(std::vector<Group>& kept) {
+  const std::size_t used = kept.size();
+  if (used < EntityWalk::kMostKept) kept.resize(std::min(2 * used, EntityWalk::kMostKept));
+  return keepingFrom(kept, used);
 }
 
 }  // namespace
@@ -138,10 +158,10 @@ void EntityWalk::fillSlots(DxfEntity& entity) {
   const auto& slotOfCode = slotLayout(entity.kind).slotOfCode;
   const bool isSpline = kAreReadAgain && entity.kind == EntityKind::Spline;
   FitPointRule fitPoints;
-  std::size_t room = 0;
+  Keeping keeping;
   if (kAreReadAgain && kept_ != nullptr) {
-    kept_->clear();
-    room = kMostKept;
+    if (kept_->empty()) kept_->resize(kFirstKept);
+    keeping = keepingFrom(*kept_, 0);
   }
   // Of its own, as every store to the entity might change what is read of it.
   std::uint32_t filled = kMarkingBits;
@@ -151,14 +171,20 @@ void EntityWalk::fillSlots(DxfEntity& entity) {
       ended_ = true;
       throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, group.value.data());
     }
-    if (room > 0) {
-      kept_->push_back(group);
-      if (--room == 0) entity.afterSplit = groups.lines().position();
+    if (kAreReadAgain && keeping.next != keeping.end) {
+      keeping.next->code = group.code;
+      keeping.next->value = group.value;
+      ++keeping.next;
+      if (keeping.next == keeping.end) {
+        keeping = moreRoom(*kept_);
+        if (keeping.next == keeping.end) entity.afterSplit = groups.lines().position();
+      }
     }
     if (isSpline) fitPoints.visit(group);
-    if (group.code < 0 || group.code > 255) continue;
+    const auto code = static_cast<std::uint16_t>(group.code);
+    if (code >= slotOfCode.size()) continue;
     // The first occurrence of a group code fills its slot.
-    const std::uint8_t slot = slotOfCode[static_cast<std::size_t>(group.code)];
+    const std::uint8_t slot = slotOfCode[code];
     if (slot == kNoSlot) continue;
     if ((filled >> slot & 1U) == 0) {
       entity.values[slot] = group.value;
@@ -170,8 +196,9 @@ void EntityWalk::fillSlots(DxfEntity& entity) {
   }
   lines_ = groups.lines();
   entity.filled = filled & ~kMarkingBits;
-  if (kAreReadAgain && kept_ != nullptr) entity.split = *kept_;
-  if (room > 0) entity.afterSplit = lines_.position();
+  if (!kAreReadAgain || kept_ == nullptr) return;
+  entity.split = {kept_->data(), keeping.next};
+  if (keeping.next != keeping.end) entity.afterSplit = lines_.position();
 }
 
 /// Goes past the groups without looking at their values, and keeps them if they are few.

@@ -31,33 +31,47 @@ class GroupCursor {
   /// Reads the next group; false at a code line that is exactly "0". Throws RunTimeError when the
   /// lines end first or a code line is not a group code.
   QUILLON_IN_EACH_LOOP bool next(Group& group) {
-    if (lines_.atEnd()) failAtEnd(lines_.position());
-    const std::string_view line = lines_.peek();
-    const ShortCode code = readShortCode(line);
-    if (code.known) {
-      if (code.code == 0) return false;
-      group.code = code.code;
-    } else {
-      const std::string_view text = base::trimBlanks(line);
-      if (text == "0") return false;
-      group.code = base::groupCode(text);
+    // A code line, its line end, and the start of a value.
+    if (lines_.hasMoreThan(kShortest)) {
+      const ShortCodeLine line = readShortCode(lines_.text(), lines_.eol());
+      if (line.code == 0) return false;
+      if (line.code > 0) {
+        const std::string_view value = lines_.lineAt(line.next);
+        lines_.take(value);
+        group.code = static_cast<std::int16_t>(line.code);
+        group.value = withoutBlanks(value);
+        return true;
+      }
     }
-    lines_.take(line);
-    if (lines_.atEnd()) failAtEnd(lines_.position());
-    const std::string_view value = lines_.next();
-    // The characters around an empty line are line ends.
-    const char* const stop = value.data() + value.size();
-    const bool hasBlanks = *value.data() == ' ' || stop[-1] == ' ';
-    group.value = hasBlanks ? base::trimBlanks(value) : value;
-    return true;
+    const Step step = readUnusual(lines_);
+    lines_.seek(step.next);
+    group = step.group;
+    return step.found;
   }
 
   /// The remaining lines; after the last group they start with the "0" line that ended the entity.
   const LineCursor& lines() const { return lines_; }
 
  private:
-  // Static, so that a cursor in a local variable can be kept in registers.
-  [[noreturn]] static void failAtEnd(const char* position);
+  /// The other character of a line end, three of a code line, its line end, and one more.
+  static constexpr std::size_t kShortest = 5;
+
+  struct Step {
+    const char* next;  ///< the line to go on at
+    Group group;
+    bool found;
+  };
+
+  /// Reads a group whose code has no usual form, or that is near the end of the lines. Static, so
+  /// that a cursor in a local variable can be kept in registers.
+  static Step readUnusual(LineCursor lines);
+
+  static std::string_view withoutBlanks(std::string_view value) {
+    // The characters around an empty line are line ends.
+    const char* const stop = value.data() + value.size();
+    const bool hasBlanks = *value.data() == ' ' || stop[-1] == ' ';
+    return hasBlanks ? base::trimBlanks(value) : value;
+  }
 
   LineCursor lines_;
 };

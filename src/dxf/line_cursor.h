@@ -31,36 +31,32 @@ class LineCursor {
         end_(range.end),
         eol_(ends.eolChar),
         other_(ends.eolOther),
-        block_(range.begin) {
-    if (range.begin != range.end) seek(range.begin);
-  }
+        block_(range.begin) {}
 
   bool atEnd() const { return position_ >= end_; }
   const char* position() const { return position_ < end_ ? position_ : end_; }
+  char eol() const { return eol_; }
+
+  /// Whether more than so many characters are left.
+  bool hasMoreThan(std::size_t count) const { return position_ + count < end_; }
 
   /// Continues at the start of another line of the range.
-  void seek(const char* position) {
-    position_ = position;
-    block_ = position;
-    lineEnds_ = findLineEnds(position);
-  }
+  void seek(const char* position) { position_ = position; }
+
+  /// Where the text of the next line starts; not to be called at the end.
+  const char* text() const { return textAt(position_); }
 
   /// The next line, without consuming it; not to be called at the end.
-  std::string_view peek() {
-    const char* const start = position_ + (*position_ == other_ ? 1 : 0);
-    while (lineEnds_ == 0) {
-      block_ += kBlock;
-      lineEnds_ = findLineEnds(block_);
-    }
-    const char* const stop = block_ + static_cast<unsigned>(std::countr_zero(lineEnds_));
-    return {start, static_cast<std::size_t>(stop - start)};
+  std::string_view peek() { return lineAt(position_); }
+
+  /// The line at a position, which is not the end.
+  std::string_view lineAt(const char* position) {
+    const char* const start = textAt(position);
+    return {start, static_cast<std::size_t>(findLineEnd(start) - start)};
   }
 
-  /// Consumes the line returned by peek().
-  void take(std::string_view line) {
-    lineEnds_ &= lineEnds_ - 1;
-    position_ = line.data() + line.size() + 1;
-  }
+  /// Consumes a line, and what is before it.
+  void take(std::string_view line) { position_ = line.data() + line.size() + 1; }
 
   /// The next line without its line end, untrimmed.
   std::string_view next() {
@@ -72,7 +68,19 @@ class LineCursor {
 
  private:
   static constexpr std::size_t kBlock = 64;
-  static_assert(TextSource::kMargin >= 2 * kBlock, "a block may start at the last byte of a text");
+  static_assert(TextSource::kMargin >= 2 * kBlock, "a block may start at the end of a text");
+
+  const char* textAt(const char* line) const { return line + (*line == other_ ? 1 : 0); }
+
+  /// The first line end from a position of the range on.
+  const char* findLineEnd(const char* p) {
+    const auto offset = static_cast<std::size_t>(p - block_);
+    const std::uint64_t ahead = offset < kBlock ? lineEnds_ >> offset : 0;
+    if (ahead != 0) return p + std::countr_zero(ahead);
+    block_ = p;
+    while ((lineEnds_ = findLineEnds(block_)) == 0) block_ += kBlock;
+    return block_ + std::countr_zero(lineEnds_);
+  }
 
   /// The end of the range counts as one, and there are none behind it.
   std::uint64_t findLineEnds(const char* p) const {
@@ -103,7 +111,7 @@ class LineCursor {
   char eol_;
   char other_;
   const char* block_;
-  std::uint64_t lineEnds_ = 0;  ///< of the 64 bytes at block_, those not yet consumed
+  std::uint64_t lineEnds_ = 0;  ///< of the 64 bytes at block_; 0 if they are not known
 };
 
 }  // namespace quillon::dxf

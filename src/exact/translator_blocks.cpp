@@ -59,8 +59,9 @@ const Translator::BlockContent& Translator::contentOf(std::size_t blockIndex) {
   content = {block.text, block.firstLine};
   dxf::LineCursor lines(block.text, drawing_.lineEnds);
   while (!lines.atEnd()) {
-    const dxf::ShortCode code = dxf::readShortCode(lines.next());
-    if (!code.known || code.code == 0 || lines.atEnd()) break;
+    const std::string_view line = lines.next();
+    if (dxf::readShortCode(line.data(), drawing_.lineEnds.eolChar).code <= 0 || lines.atEnd())
+      break;
     lines.next();
     content.lines.begin = lines.position();
     content.firstLine += 2;
