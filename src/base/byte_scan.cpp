@@ -25,9 +25,14 @@ std::size_t countByte(std::string_view bytes, char wanted) {
   std::size_t i = 0;
   while (bytes.size() - i >= kLanes) {
     // One-byte counters are summed up before they can overflow.
-    const std::size_t rounds = std::min((bytes.size() - i) / kLanes, kRounds);
+    std::size_t rounds = std::min((bytes.size() - i) / kLanes, kRounds);
     __m128i lanes = _mm_setzero_si128();
-    for (std::size_t round = 0; round < rounds; ++round, i += kLanes) {
+    for (; rounds >= 4; rounds -= 4, i += 4 * kLanes) {
+      const __m128i two = _mm_add_epi8(matches(i), matches(i + kLanes));
+      const __m128i others = _mm_add_epi8(matches(i + 2 * kLanes), matches(i + 3 * kLanes));
+      lanes = _mm_sub_epi8(lanes, _mm_add_epi8(two, others));
+    }
+    for (; rounds > 0; --rounds, i += kLanes) {
       lanes = _mm_sub_epi8(lanes, matches(i));
     }
     const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
@@ -70,7 +75,24 @@ std::size_t countByte(std::string_view bytes, char wanted) {
 bool hasWithoutBefore(std::string_view bytes, char wanted, char before) {
   constexpr std::size_t kBlock = 4096;
   const char* const p = bytes.data();
-  for (std::size_t i = 1; i < bytes.size(); i += kBlock) {
+  // In a drawing, the other character of a line end is nowhere or in each line.
+  std::size_t i = bytes.find(wanted, 1);
+  if (i == std::string_view::npos) return false;
+#ifdef __SSE2__
+  const __m128i allWanted = _mm_set1_epi8(wanted);
+  const __m128i allBefore = _mm_set1_epi8(before);
+  const auto wrong = [=](const char* at) {
+    const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    const __m128i previous = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at - 1));
+    return _mm_andnot_si128(_mm_cmpeq_epi8(previous, allBefore), _mm_cmpeq_epi8(here, allWanted));
+  };
+  for (; bytes.size() - i >= 64; i += 64) {
+    const __m128i first = _mm_or_si128(wrong(p + i), wrong(p + i + 16));
+    const __m128i second = _mm_or_si128(wrong(p + i + 32), wrong(p + i + 48));
+    if (_mm_movemask_epi8(_mm_or_si128(first, second)) != 0) return true;
+  }
+#endif
+  for (; i < bytes.size(); i += kBlock) {
     const std::size_t stop = std::min(bytes.size(), i + kBlock);
     std::uint8_t found = 0;
     for (std::size_t j = i; j < stop; ++j) {

@@ -1,7 +1,10 @@
 #include "dxf/entities.h"
 
+#include <string>
+#include <string_view>
 #include <vector>
 
+#include "base/byte_scan.h"
 #include "base/run_time_error.h"
 #include "dxf/entity_walk.h"
 #include "dxf/line_counter.h"
@@ -19,7 +22,7 @@ class SectionReading {
       : drawing_(drawing), reader_(reader), sink_(sink) {}
 
   void run() {
-    while (readWindow() && reader_.extendWindow()) {
+    while (readWindow() && readMore()) {
       reader_.poll(true);
       if (reader_.cancelled()) break;
     }
@@ -29,8 +32,43 @@ class SectionReading {
   }
 
  private:
+  /// Reads more lines into the window, after an entity that is not complete up to what may be its
+  /// end: walking along all of a long one again would take longer. False at the end of the file.
+  bool readMore() {
+    const std::string end = isCut_ ? entityEnd() : std::string();
+    std::size_t known = windowText().size();
+    if (!reader_.extendWindow()) return false;
+    while (!end.empty() && !reader_.cancelled()) {
+      // The end may have begun in what was known.
+      const std::string_view added = windowText().substr(known - (end.size() - 1));
+      if (base::findText(added, end) != std::string_view::npos) break;
+      known = windowText().size();
+      reader_.poll(true);
+      if (!reader_.extendWindow()) break;
+    }
+    return true;
+  }
+
+  std::string_view windowText() const {
+    const LineRange lines = reader_.window();
+    return {lines.begin, static_cast<std::size_t>(lines.end - lines.begin)};
+  }
+
+  /// The end of the line "0" that the window starts with, from the character before the digit on:
+  /// the line after the entity is written like it. "" where another line is there.
+  std::string entityEnd() const {
+    const auto [eol, other, detected] = reader_.source().lineEnds();
+    const std::string_view text = windowText();
+    const std::size_t stop = text.find(eol);
+    if (stop == std::string_view::npos || stop == 0 || text[stop - 1] != '0') return {};
+    const char before = stop == 1 ? eol : text[stop - 2];
+    if (before != ' ' && before != eol && before != other) return {};
+    return {before, '0', eol};
+  }
+
   /// Reads what is complete within the window; false when the section is done.
   bool readWindow() {
+    isCut_ = false;
     const TextSource& source = reader_.source();
     LineCounter lines(reader_.window().begin, reader_.lineAt(reader_.window().begin),
                       source.lineEnds().eolChar);
@@ -55,6 +93,7 @@ class SectionReading {
           break;
         case Step::Beyond:
           reader_.skipTo(start);
+          isCut_ = true;
           return true;
       }
       if (!pacer_.due()) continue;
@@ -99,7 +138,8 @@ class SectionReading {
   std::vector<Group> kept_;
   base::Pacer pacer_{kPairsPerPoll};
   std::uint64_t count_ = 0;
-  bool lost_ = false;  ///< looking for the next entity after an error
+  bool isCut_ = false;  ///< the window ends within the entity that it starts with
+  bool lost_ = false;   ///< looking for the next entity after an error
 };
 
 }  // namespace

@@ -314,6 +314,24 @@ TEST(Entities, MayBeLargerThanAnyWindow) {
   EXPECT_FALSE(vertices.next(vertex));
 }
 
+TEST(Entities, LargerThanAnyWindowEndAtAZeroHoweverItIsWritten) {
+  for (const std::string eol : {"\n", "\r\n"}) {
+    std::string vertices;
+    while (vertices.size() < 3 * TextSource::kWindow) {
+      vertices += " 10" + eol + "1.0" + eol + " 20" + eol + "0" + eol;
+    }
+    for (const std::string start : {"0", "  0"}) {
+      for (const std::string end : {"0", "  0", "0 ", "\t0"}) {
+        const OpenFile file("2" + eol + "ENTITIES" + eol + start + eol + "LWPOLYLINE" + eol +
+                            vertices + end + eol + "POINT" + eol + start + eol + "ENDSEC" + eol);
+        const ReadDrawing read(file.get());
+        const bool isEnd = end != "\t0";
+        ASSERT_EQ(read.entities().size(), isEnd ? 2U : 0U) << start << '|' << end;
+      }
+    }
+  }
+}
+
 TEST(Entities, LargerThanAnyWindowAreDroppedWhenTheyAreCutOff) {
   std::string text = "2\nENTITIES\n0\nPOINT\n8\na\n0\nLWPOLYLINE\n8\nb\n";
   while (text.size() < 4 * TextSource::kWindow) text += "10\n1\n20\n0\n";
