@@ -85,10 +85,14 @@ class GroupReplay {
 
   /// As that of GroupCursor.
   bool next(Group& group) {
-    if (next_ == end_) return rest_.next(group);
-    group = *next_++;
+    const Group* const split = nextSplit();
+    if (split == nullptr) return rest_.next(group);
+    group = *split;
     return true;
   }
+
+  /// The next of those that were kept; null after them.
+  const Group* nextSplit() { return next_ != end_ ? next_++ : nullptr; }
 
  private:
   const Group* next_;

@@ -33,6 +33,9 @@ class PolyVertexWalk {
   enum class Stage { Groups, Closing, Done };
 
   bool nextFromGroups(PolyVertex& vertex);
+  bool nextFromRest(PolyVertex& vertex);
+  bool visit(const Group& group, PolyVertex& vertex);
+  void visitOther(const Group& group);
   bool take(PolyVertex& vertex);
 
   GroupReplay groups_;
