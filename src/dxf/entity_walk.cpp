@@ -63,7 +63,7 @@ Keeping keepingFrom(std::vector<Group>& kept, std::size_t index) {
 bool EntityWalk::step(DxfEntity& entity) {
   inEntity_ = false;
   afterName_ = lines_.position();
-  const std::string_view code = nextLine();
+  const std::string_view code = nextCode();
   const char* const nameLine = lines_.position();
   const std::string_view name = nextLine();
   const EntityKind kind = entityKind(name);
@@ -124,6 +124,20 @@ bool EntityWalk::findNextEntity() {
   }
   if (previousIsZero && !ended_) lines_.seek(previous);
   return false;
+}
+
+/// The next line where a group code should be.
+std::string_view EntityWalk::nextCode() {
+  const ShortCodeLine line = shortCode();
+  if (line.code != 0 || ended_) return nextLine();
+  lines_.seek(line.next);
+  return "0";
+}
+
+/// What the next line is as a group code in its usual form.
+ShortCodeLine EntityWalk::shortCode() const {
+  return lines_.hasLeft(kShortCodeRoom) ? readShortCode(lines_.text(), lines_.eol())
+                                        : ShortCodeLine{};
 }
 
 std::string_view EntityWalk::nextLine() {
@@ -224,14 +238,18 @@ void EntityWalk::skipGroups(DxfEntity& entity) {
   entity.groupsEnd = after.position();
 }
 
-/// The "0" line that ended the groups may be a value whose code line is missing; then a code
-/// follows instead of a name, the entity is cut off, and RunTimeError is thrown. If the codes are
-/// those that start the next entity, only its name is missing and this entity is complete.
+/// Checks what follows the "0" line that ended the groups.
 void EntityWalk::checkEnd() {
-  // Nearly always a name follows. Its first letter is readable even where its line is incomplete.
-  const std::string_view zero = lines_.peek();
-  const char* const line = zero.data() + zero.size() + 1;
-  if (isLetter(*line == '\n' || *line == '\r' ? line[1] : *line)) return;
+  // Nearly always a name. Its first letter is readable even where its line is incomplete.
+  const char* const line = shortCode().next;
+  if (line != nullptr && isLetter(*line == '\n' || *line == '\r' ? line[1] : *line)) return;
+  checkName();
+}
+
+/// The "0" line may be a value whose code line is missing; then a code follows instead of a name,
+/// the entity is cut off, and RunTimeError is thrown. If the codes are those that start the next
+/// entity, only its name is missing and this entity is complete.
+void EntityWalk::checkName() {
   LineCursor after = lines_;
   after.next();
   const auto next = [this, &after] {

@@ -9,6 +9,7 @@
 #include "dxf/group_cursor.h"
 #include "dxf/line_counter.h"
 #include "dxf/line_cursor.h"
+#include "dxf/short_code.h"
 
 namespace quillon::dxf {
 
@@ -58,6 +59,8 @@ class EntityWalk {
   bool findNextEntity();
 
  private:
+  std::string_view nextCode();
+  ShortCodeLine shortCode() const;
   std::string_view nextLine();
   bool isEndMarker(std::string_view line) const {
     return line.size() == endMarker_.size() && !line.empty() &&
@@ -70,6 +73,7 @@ class EntityWalk {
   void fillSlots(DxfEntity& entity);
   void skipGroups(DxfEntity& entity);
   void checkEnd();
+  void checkName();
   void noteUnknown(std::string_view name);
 
   Drawing& drawing_;

@@ -31,8 +31,7 @@ class GroupCursor {
   /// Reads the next group; false at a code line that is exactly "0". Throws RunTimeError when the
   /// lines end first or a code line is not a group code.
   QUILLON_IN_EACH_LOOP bool next(Group& group) {
-    // A code line, its line end, and the start of a value.
-    if (lines_.hasMoreThan(kShortest)) {
+    if (lines_.hasLeft(kShortCodeRoom)) {
       const ShortCodeLine line = readShortCode(lines_.text(), lines_.eol());
       if (line.code == 0) return false;
       if (line.code > 0) {
@@ -53,9 +52,6 @@ class GroupCursor {
   const LineCursor& lines() const { return lines_; }
 
  private:
-  /// The other character of a line end, three of a code line, its line end, and one more.
-  static constexpr std::size_t kShortest = 5;
-
   struct Step {
     const char* next;  ///< the line to go on at
     Group group;

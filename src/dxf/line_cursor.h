@@ -37,8 +37,8 @@ class LineCursor {
   const char* position() const { return position_ < end_ ? position_ : end_; }
   char eol() const { return eol_; }
 
-  /// Whether more than so many characters are left.
-  bool hasMoreThan(std::size_t count) const { return position_ + count < end_; }
+  /// Whether at least so many characters are left.
+  bool hasLeft(std::size_t count) const { return position_ + count <= end_; }
 
   /// Continues at the start of another line of the range.
   void seek(const char* position) { position_ = position; }

@@ -56,6 +56,10 @@ struct ShortCodeLine {
   const char* next = nullptr;  ///< the line after it
 };
 
+/// What has to be left of a text so that a code line may be read from where its line starts: the
+/// other character of a line end, three of the code, its line end, and one more.
+inline constexpr std::size_t kShortCodeRoom = 6;
+
 /// Reads the code line at a position, without a branch per character: lengths of one to three
 /// digits alternate, so a loop would mispredict. Four characters must be readable.
 inline ShortCodeLine readShortCode(const char* line, char eol) {
