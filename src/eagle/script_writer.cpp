@@ -137,13 +137,10 @@ void ScriptWriter::line(std::string_view content) {
   count(1);
 }
 
-void ScriptWriter::writeLayer(int layer) {
-  if (layerLine_.length == 0 || layer != layerOfLine_) {
-    const std::string line = (layer < 0 ? "Layer " : "Layer  ") + std::to_string(layer) + " ;\r\n";
-    layerLine_.length = line.copy(layerLine_.text.data(), layerLine_.text.size());
-    layerOfLine_ = layer;
-  }
-  copy(layerLine_.text.data(), layerLine_.length);
+void ScriptWriter::makeLayerLine(int layer) {
+  const std::string line = (layer < 0 ? "Layer " : "Layer  ") + std::to_string(layer) + " ;\r\n";
+  layerLine_.length = line.copy(layerLine_.text.data(), layerLine_.text.size());
+  layerOfLine_ = layer;
 }
 
 void ScriptWriter::writeRangeNote() {

@@ -63,7 +63,10 @@ class ScriptWriter {
 
   /// "Layer  16 ;": a blank (or "-") before the number and a blank after it; kept so that scripts
   /// stay the same. Not counted.
-  void writeLayer(int layer);
+  void writeLayer(int layer) {
+    if (layerLine_.length == 0 || layer != layerOfLine_) makeLayerLine(layer);
+    copy(layerLine_.text.data(), layerLine_.length);
+  }
 
   /// Adds `lines` to the command count and ends the command; a range comment follows when one of
   /// its coordinates was out of range.
@@ -105,6 +108,7 @@ class ScriptWriter {
   ScriptWriter& longText(std::string_view text);
   ScriptWriter& numberNotZero(double value);
   void writeRangeNote();
+  void makeLayerLine(int layer);
   void putX(double x);
   void putY(double y);
   void putAgain(const WrittenCoordinate& coordinate);
