@@ -130,7 +130,7 @@ bool EntityWalk::findNextEntity() {
 std::string_view EntityWalk::nextCode() {
   const ShortCodeLine line = shortCode();
   if (line.code != 0 || ended_) return nextLine();
-  lines_.seek(line.next);
+  lines_.skipLine(line.next);
   return "0";
 }
 

@@ -35,8 +35,7 @@ class GroupCursor {
       const ShortCodeLine line = readShortCode(lines_.text(), lines_.eol());
       if (line.code == 0) return false;
       if (line.code > 0) {
-        const std::string_view value = lines_.lineAt(line.next);
-        lines_.take(value);
+        const std::string_view value = lines_.takeAfter(line.next);
         group.code = static_cast<std::int16_t>(line.code);
         group.value = withoutBlanks(value);
         return true;

@@ -31,7 +31,9 @@ class LineCursor {
         end_(range.end),
         eol_(ends.eolChar),
         other_(ends.eolOther),
-        block_(range.begin) {}
+        block_(range.begin) {
+    seek(range.begin);
+  }
 
   bool atEnd() const { return position_ >= end_; }
   const char* position() const { return position_ < end_ ? position_ : end_; }
@@ -40,23 +42,49 @@ class LineCursor {
   /// Whether at least so many characters are left.
   bool hasLeft(std::size_t count) const { return position_ + count <= end_; }
 
-  /// Continues at the start of another line of the range.
-  void seek(const char* position) { position_ = position; }
+  /// Continues at the start of another line of the range, or after the last one.
+  void seek(const char* position) {
+    position_ = position;
+    block_ = position;
+    lineEnds_ = atEnd() ? 0 : findLineEnds(position);
+  }
 
   /// Where the text of the next line starts; not to be called at the end.
   const char* text() const { return textAt(position_); }
 
   /// The next line, without consuming it; not to be called at the end.
-  std::string_view peek() { return lineAt(position_); }
-
-  /// The line at a position, which is not the end.
-  std::string_view lineAt(const char* position) {
-    const char* const start = textAt(position);
-    return {start, static_cast<std::size_t>(findLineEnd(start) - start)};
+  std::string_view peek() {
+    while (lineEnds_ == 0) nextBlock();
+    return upToLineEnd(text());
   }
 
-  /// Consumes a line, and what is before it.
-  void take(std::string_view line) { position_ = line.data() + line.size() + 1; }
+  /// Consumes the line returned by peek().
+  void take(std::string_view line) { skipLine(line.data() + line.size() + 1); }
+
+  /// Consumes the next line, after which another starts at `next`.
+  void skipLine(const char* next) {
+    while (lineEnds_ == 0) nextBlock();
+    lineEnds_ &= lineEnds_ - 1;
+    position_ = next;
+  }
+
+  /// Consumes the next line, after which another starts at `next`, and that one too, which it
+  /// returns. Only the bits tell where the lines after it are, so that those can be found while
+  /// this one is still being loaded.
+  std::string_view takeAfter(const char* next) {
+    bool isBehind = lineEnds_ != 0;  // the end of the first line
+    lineEnds_ &= lineEnds_ - 1;
+    while (lineEnds_ == 0) {
+      nextBlock();
+      if (isBehind || lineEnds_ == 0) continue;
+      isBehind = true;
+      lineEnds_ &= lineEnds_ - 1;
+    }
+    const std::string_view line = upToLineEnd(textAt(next));
+    lineEnds_ &= lineEnds_ - 1;
+    position_ = line.data() + line.size() + 1;
+    return line;
+  }
 
   /// The next line without its line end, untrimmed.
   std::string_view next() {
@@ -72,14 +100,15 @@ class LineCursor {
 
   const char* textAt(const char* line) const { return line + (*line == other_ ? 1 : 0); }
 
-  /// The first line end from a position of the range on.
-  const char* findLineEnd(const char* p) {
-    const auto offset = static_cast<std::size_t>(p - block_);
-    const std::uint64_t ahead = offset < kBlock ? lineEnds_ >> offset : 0;
-    if (ahead != 0) return p + std::countr_zero(ahead);
-    block_ = p;
-    while ((lineEnds_ = findLineEnds(block_)) == 0) block_ += kBlock;
-    return block_ + std::countr_zero(lineEnds_);
+  /// A line of which the end is the first one known.
+  std::string_view upToLineEnd(const char* start) const {
+    const char* const stop = block_ + static_cast<unsigned>(std::countr_zero(lineEnds_));
+    return {start, static_cast<std::size_t>(stop - start)};
+  }
+
+  void nextBlock() {
+    block_ += kBlock;
+    lineEnds_ = findLineEnds(block_);
   }
 
   /// The end of the range counts as one, and there are none behind it.
@@ -111,7 +140,7 @@ class LineCursor {
   char eol_;
   char other_;
   const char* block_;
-  std::uint64_t lineEnds_ = 0;  ///< of the 64 bytes at block_; 0 if they are not known
+  std::uint64_t lineEnds_ = 0;  ///< of the 64 bytes at block_, those not yet consumed
 };
 
 }  // namespace quillon::dxf
