@@ -55,12 +55,12 @@ char* putDecimals(std::uint64_t decimals, char* out) {
   constexpr unsigned kPlaces = 48;
   constexpr std::uint64_t kOne = std::uint64_t{1} << kPlaces;
   std::uint64_t rest = decimals * (kOne / 1'000'000 + 1);
-  *out = static_cast<char>('0' + (rest >> kPlaces));
-  for (int pair = 0; pair < 3; ++pair) {
+  *out++ = static_cast<char>('0' + (rest >> kPlaces));
+  for (char* const end = out + 6; out != end; out += 2) {
     rest = (rest & (kOne - 1)) * 100;
-    putPair(rest >> kPlaces, out + 1 + 2 * pair);
+    putPair(rest >> kPlaces, out);
   }
-  return out + 7;
+  return out;
 }
 
 /// What putWhole leaves.

@@ -61,7 +61,8 @@ void ScriptWriter::putX(double x) {
     if (x > extents_.maxX) extents_.maxX = x;
   }
   char* const start = cursor_;
-  std::memcpy(start, "(R", 2);
+  start[0] = '(';
+  start[1] = 'R';
   char* out = formatNumber(x, start + opening_);
   *out++ = ' ';
   x_ = {x, start, static_cast<std::size_t>(out - start)};

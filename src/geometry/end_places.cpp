@@ -62,8 +62,8 @@ class PlaceSearch {
       if (piece.isArc != arcs || !hasEnds(piece)) continue;
       for (const std::uint32_t k : {0U, 1U}) {
         const Point at = endOf(piece, k);
-        parts_[hashOfEnd(piece.layer, at) >> shift_].ends.push_back(
-            {at, piece.layer, static_cast<std::uint32_t>(2 * i) + k});
+        const auto part = static_cast<std::size_t>(hashOfEnd(piece.layer, at) >> shift_);
+        parts_[part].ends.push_back({at, piece.layer, static_cast<std::uint32_t>(2 * i) + k});
       }
     }
     return true;

@@ -1,6 +1,5 @@
 #include "geometry/joining.h"
 
-#include <compare>
 #include <cstdint>
 #include <span>
 #include <tuple>
@@ -17,7 +16,10 @@ struct Look {
   std::uint32_t layer;
   std::uint32_t style;
 
-  auto operator<=>(const Look&) const = default;
+  bool operator==(const Look&) const = default;
+  bool operator<(const Look& other) const {
+    return layer != other.layer ? layer < other.layer : style < other.style;
+  }
 };
 
 /// The end that each end goes on in, if any.
@@ -133,13 +135,13 @@ Chain chainFrom(std::span<const Piece> pieces, const Partners& partners, std::ui
 
 std::vector<Chain> chainsOf(std::span<const Piece> pieces, const JoinedEnds& ends,
                             const StopCheck& stop) {
-  constexpr std::size_t kPiecesPerCheck = 64;
+  constexpr std::size_t kPiecesPerLook = 64;
   const Partners partners(pieces, ends);
   std::vector<bool> used(pieces.size(), false);
   std::vector<Chain> chains;
   chains.reserve(pieces.size());
   for (std::size_t i = 0; i < pieces.size(); ++i) {
-    if (i % kPiecesPerCheck == 0 && stop()) return chains;
+    if (i % kPiecesPerLook == 0 && stop()) return chains;
     if (used[i]) continue;
     if (ends.points[2 * i] == kNoEnd) {
       chains.push_back({pathOf(pieces[i]), {i}});

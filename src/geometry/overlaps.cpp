@@ -274,7 +274,8 @@ class Merger {
   /// Merges with a part all of those that overlap with it, or then with the union.
   OpenStroke mergedWithOpen(const Member& part) {
     constexpr double kFar = std::numeric_limits<double>::infinity();
-    OpenStroke merged{part.stroke, lines_ ? part.high : kFar};
+    OpenStroke merged{part.stroke, kFar};
+    if (lines_) merged.high = part.high;
     // Along two lines of one cell, a point is at places that differ by less than half of this.
     double least = lines_ ? part.low - offsetCell_ : -kFar;
     if (farthest_ < least) return merged;

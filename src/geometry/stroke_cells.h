@@ -170,12 +170,11 @@ void StrokeCells::forEachOfLine(const Stroke& stroke, Grid grid, Function&& func
   }
   forEachOfWholeLine(stroke, [&](std::uint64_t hash, bool isTurned) {
     // No stroke within the box reaches to more parts.
-    constexpr double kMostParts = 8192.0;
+    constexpr double kMostReached = 8192.0;
     const Reach reach = reachOf(stroke, isTurned);
-    if (!(reach.last - reach.first < kMostParts)) return;
-    for (double part = reach.first; part <= reach.last; part += 1.0) {
-      function(hashOfCell(hash, part, 0.0));
-    }
+    if (!(reach.last - reach.first < kMostReached)) return;
+    const int parts = static_cast<int>(reach.last - reach.first) + 1;
+    for (int i = 0; i < parts; ++i) function(hashOfCell(hash, reach.first + i, 0.0));
   });
 }
 
