@@ -16,6 +16,14 @@ function(quillon_prefer_fast)
   set_target_properties(${ARGN} PROPERTIES QUILLON_FAST ON)
 endfunction()
 
+# quillon_prefer_small_sources(<files…>): the same as quillon_prefer_small for some files of a
+# library, of what few drawings have much.
+function(quillon_prefer_small_sources)
+  if(EMSCRIPTEN)
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS -Oz)
+  endif()
+endfunction()
+
 # quillon_prefer_small(<targets…>): what takes little time is made small there, as it is loaded each
 # time.
 function(quillon_prefer_small)
