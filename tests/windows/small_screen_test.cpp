@@ -209,7 +209,7 @@ TEST_P(SmallScreenTest, MessageWithADetailOfManyWords) {
     EXPECT_EQ(find<QLabel>(box, "qt_msgbox_informativelabel").toolTip(), toQt(detail));
     box.accept();
   });
-  host.tell({convert::MessageKind::Error, context.texts()(texts::TextId::ErrorTitle).data(),
+  host.tell({convert::MessageKind::Error, std::string(context.texts()(texts::TextId::ErrorTitle)),
              folder.file(longPath("a.dxf")), detail});
   EXPECT_EQ(modalWindows, 1);
 }
