@@ -29,6 +29,15 @@ std::string withoutQuoted(std::string_view line) {
   return isQuoted ? "?" : plain;
 }
 
+/// An Add command without the name of the library, which follows that of the part as the user wrote
+/// it.
+std::string withoutLibrary(std::string plain) {
+  const std::size_t at = plain.find('@');
+  const std::size_t place = plain.rfind(" (");
+  const bool hasLibrary = plain.starts_with("Add ") && place != std::string::npos && at < place;
+  return hasLibrary ? plain.erase(at, place - at) : plain;
+}
+
 bool isPlain(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
          std::string_view(" ().-+;_@").find(c) != std::string_view::npos;
@@ -37,7 +46,7 @@ bool isPlain(char c) {
 bool isLine(std::string_view line) {
   if (line.starts_with("#")) return true;
   if (!startsWithCommand(line)) return false;
-  const std::string plain = withoutQuoted(line);
+  const std::string plain = withoutLibrary(withoutQuoted(line));
   return std::all_of(plain.begin(), plain.end(), isPlain) && plain.find(';') == plain.size() - 1 &&
          plain.find("nan") == std::string::npos && plain.find("inf") == std::string::npos;
 }
