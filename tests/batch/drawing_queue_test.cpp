@@ -93,10 +93,10 @@ TEST_F(DrawingQueueTest, TakesTheDrawingsOfAFolderSortedByName) {
 }
 
 TEST_F(DrawingQueueTest, DrawingsOfSubfoldersAreInTheOrderOfTheirPaths) {
-  for (const char* const name : {"one", "one-more", "one!", "\xC3\xA4"}) makeFolder(name);
+  for (const char* const name : {"one", "one-more", "one!"}) makeFolder(name);
   std::vector<fs::path> expected;
   for (const char* const name : {"one/a.dxf", "one-more/a.dxf", "one!/a.dxf", "one.dxf", "one!.dxf",
-                                 "\xC3\xA4/a.dxf", "z.dxf", "one/B.dxf", "one/a.b.dxf"}) {
+                                 "z.dxf", "one/B.dxf", "one/a.b.dxf"}) {
     draw(name);
     expected.push_back((folder.path() / files::toPath(name)).make_preferred());
   }
