@@ -5,7 +5,7 @@
 # Then: packaging/windows/build.sh --qt OUT-FOLDER. Only what Quillon and its tests need is built,
 # which takes the better part of an hour on one core, and some gigabytes while it does. The source
 # package stays in OUT-FOLDER/source; to link Quillon with a changed Qt, change what is in
-# OUT-FOLDER/work/qt and run this again, which goes on where it ended.
+# work/qt there and run this again, which goes on where it ended.
 set -euo pipefail
 
 program=$(basename "$0")

@@ -10,7 +10,6 @@
 #include "base/ranges.h"
 #include "geometry/end_filter.h"
 #include "geometry/nearest_end.h"
-#include "geometry/path_arcs.h"
 
 namespace quillon::geometry {
 namespace {

@@ -17,20 +17,15 @@ class StabbingTree {
   struct Span {
     double low = 0.0;
     double high = 0.0;
-    Range across =
-        {};  ///< in the other direction; where that is asked for, few others are looked at
+    /// In the other direction; where that is asked for, few others are looked at.
+    Range across = {};
   };
 
   StabbingTree() = default;
   explicit StabbingTree(std::vector<Span> spans);
 
-  /// Replaces `hits` by the indices of all spans with low <= at <= high, in no certain order.
-  void find(double at, std::vector<std::size_t>& hits) const { find(at, at, hits); }
-  /// Replaces `hits` by the indices of all spans that meet low..high.
-  void find(double low, double high, std::vector<std::size_t>& hits) const {
-    find(Span{low, high}, hits);
-  }
-  /// Replaces `hits` by those that meet a span in both directions.
+  /// Replaces `hits` by the indices of all spans that meet `wanted` in both directions, in no
+  /// certain order.
   void find(const Span& wanted, std::vector<std::size_t>& hits) const;
   /// Calls visit(index) for spans that meet `wanted` in both directions, those with higher low ends
   /// first, and of equal ones those that begin farther across. It may narrow `wanted`, for those

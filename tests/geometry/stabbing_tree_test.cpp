@@ -57,7 +57,7 @@ TEST(StabbingTree, FindsWhatContainsANumberInBothDirections) {
 TEST(StabbingTree, AcrossCountsOnlyWhereItIsAskedFor) {
   const StabbingTree tree({{0, 2, {5, 6}}, {1, 3, {7, 8}}});
   std::vector<std::size_t> hits;
-  tree.find(1.5, hits);
+  tree.find({1.5, 1.5}, hits);
   EXPECT_EQ(hits.size(), 2U);
 }
 
