@@ -9,9 +9,11 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <filesystem>
 #include <stdexcept>
 #include <system_error>
 
+#include "app/headless/memory.h"
 #include "convert/driver.h"
 
 namespace quillon::bench {
@@ -58,6 +60,9 @@ struct Answer {
   convert::Surroundings surroundings;
   surroundings.limits = {};
   const Clock::time_point start = Clock::now();
+  std::error_code none;
+  const std::uintmax_t size = std::filesystem::file_size(job.dxfFile, none);
+  if (!none) headless::expectDrawing(size);  // as the program does
   const convert::ConversionResult result = convert::convertDXF(job, host, surroundings);
   const Answer answer{result.outcome == convert::Outcome::Converted, secondsSince(start),
                       result.commandCount};

@@ -135,5 +135,24 @@ TEST_F(ManyJobs, AreFewerWhereMemoryIsLittle) {
 #endif
 }
 
+/// Room for what a large drawing might need is asked for at the start.
+TEST_F(ProgramTest, NeedsNoRoomThatALargeDrawingOnlyMightTake) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "AddressSanitizer takes terabytes of addresses";
+#else
+  const std::string drawing = oneLine().text();
+  folder.write("part.dxf", drawing + std::string((std::size_t{40} << 20) - drawing.size(), '\n'));
+  for (const std::string limit : {"70000", "150000", "unlimited"}) {
+    testing::ProgramCall shell = call;
+    shell.program = "/bin/sh";
+    shell.arguments = {"-c", "ulimit -v " + limit + " && exec \"$0\" \"$@\"", QUILLON_CONVERT,
+                       "--force", "part.dxf"};
+    const ProgramResult result = RunningProgram(shell).finish();
+    EXPECT_EQ(result.exitCode, 0) << limit << ": " << result.error;
+    EXPECT_EQ(folder.read("part.scr"), lineScript("part")) << limit;
+  }
+#endif
+}
+
 }  // namespace
 }  // namespace quillon::headless

@@ -1,9 +1,11 @@
 #include "app/headless/runner.h"
 
 #include <atomic>
-#include <map>
+#include <cstdint>
+#include <filesystem>
 #include <mutex>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "app/console/console.h"
@@ -11,6 +13,8 @@
 #include "app/console/terminal.h"
 #include "app/headless/headless_host.h"
 #include "app/headless/json_output.h"
+#include "app/headless/memory.h"
+#include "app/headless/ordered_output.h"
 #include "app/headless/plan.h"
 #include "app/headless/result_files.h"
 #include "app/headless/worker.h"
@@ -69,12 +73,6 @@ convert::FrameSource frameOf(const Options& options) {
   return frame;
 }
 
-/// The output of one conversion, held back until earlier ones have printed.
-struct Printed {
-  std::string error;
-  std::string output;
-};
-
 class Runner {
  public:
   Runner(const Options& options, Plan plan, console::Console& console, errors::FaultScribe& faults,
@@ -86,7 +84,8 @@ class Runner {
         faults_(faults),
         convert_(convert),
         breaker_(breaker),
-        frame_(frameOf(options)) {}
+        frame_(frameOf(options)),
+        output_(console, plan_.size(), plan_.several) {}
 
   /// Called by a thread that is part of the breaker already.
   int run() {
@@ -104,7 +103,7 @@ class Runner {
                                       texts_(TextId::NotRegularFile, {base::quotable(file)})));
     }
     clearAbandoned();
-    if (plan_.size() > 1) keepFreedMemory();
+    prepareMemory();
     convertAll();
     if (skipped_ > 0 && !options_.quiet) {
       console_.printError(texts_(TextId::DrawingsSkipped, {std::to_string(skipped_)}) + "\n");
@@ -115,16 +114,28 @@ class Runner {
                           "\n");
     }
     if (interrupted()) return kCancelled;
-    if (outputFailed_) {
+    if (output_.failed()) {
       console_.printError(problemLine(convert::MessageKind::Error,
                                       std::string(texts_(TextId::StandardOutputNotWritten))));
     }
     const bool all = converted_ + skipped_ == plan_.size() && plan_.emptyFolders.empty() &&
-                     plan_.unreadableFolders.empty() && !outputFailed_;
+                     plan_.unreadableFolders.empty() && !output_.failed();
     return all ? kAllConverted : kSomeNotConverted;
   }
 
  private:
+  void prepareMemory() const {
+    if (plan_.size() != 1) {
+      keepFreedMemory();
+      return;
+    }
+    const PlannedConversion planned = plan_.conversion(0);
+    if (planned.readStandardInput) return;
+    std::error_code none;
+    const std::uintmax_t size = fs::file_size(files::toPath(planned.job.dxfFile), none);
+    if (!none) expectDrawing(size);
+  }
+
   void convertAll() {
     const std::size_t workers =
         affordableWorkers(std::min<std::size_t>(options_.jobs, plan_.size()));
@@ -137,7 +148,7 @@ class Runner {
       }
       work();
     }
-    for (const auto& [index, rest] : held_) flush(rest);
+    output_.printRest();
   }
 
   void workApart() {
@@ -157,7 +168,7 @@ class Runner {
       } catch (...) {
         printed = reportFault(planned);
       }
-      print(i, std::move(printed));
+      output_.print(i, std::move(printed));
     }
   }
 
@@ -339,25 +350,6 @@ class Runner {
     return argument.empty() ? text : text + texts_(TextId::TypeScriptInEagle, {argument}) + "\n";
   }
 
-  void flush(const Printed& printed) {
-    console_.printError(printed.error);
-    if (!printed.output.empty() && !console_.printOutput(printed.output)) outputFailed_ = true;
-  }
-
-  /// Prints in the order of the plan, whatever order the conversions finish in.
-  void print(std::size_t index, Printed printed) {
-    const std::lock_guard lock(mutex_);
-    held_[index] = std::move(printed);
-    for (; !held_.empty() && held_.begin()->first == printedUpTo_; ++printedUpTo_) {
-      flush(held_.begin()->second);
-      held_.erase(held_.begin());
-    }
-    if (plan_.several) {
-      console_.showProgress(static_cast<int>(printedUpTo_ * 100 / plan_.size()),
-                            std::to_string(printedUpTo_) + "/" + std::to_string(plan_.size()));
-    }
-  }
-
   const Options& options_;
   Plan plan_;
   texts::Texts texts_;
@@ -369,11 +361,8 @@ class Runner {
   std::atomic<std::size_t> next_{0};
   std::atomic<std::size_t> converted_{0};
   std::atomic<std::size_t> skipped_{0};
-  std::mutex mutex_;
-  std::mutex faultMutex_;                ///< the reporter serves one thread at a time
-  std::map<std::size_t, Printed> held_;  ///< until earlier ones have printed
-  std::size_t printedUpTo_ = 0;
-  bool outputFailed_ = false;
+  std::mutex faultMutex_;  ///< the reporter serves one thread at a time
+  OrderedOutput output_;
 };
 
 }  // namespace

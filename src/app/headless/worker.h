@@ -26,8 +26,4 @@ class Worker {
 /// process may not have enough files or memory.
 std::size_t affordableWorkers(std::size_t wanted);
 
-/// Lets each thread keep the memory that one conversion frees for the next. Giving it back to the
-/// system and asking for it again takes longer than converting a small drawing.
-void keepFreedMemory();
-
 }  // namespace quillon::headless

@@ -12,10 +12,6 @@
 
 #include "app/headless/worker.h"
 
-#if defined(__GLIBC__)
-#include <malloc.h>
-#endif
-
 namespace quillon::headless {
 namespace {
 
@@ -108,16 +104,6 @@ std::size_t workersByMemory(std::size_t wanted) {
 std::size_t affordableWorkers(std::size_t wanted) {
   if (wanted <= 1) return 1;
   return std::max<std::size_t>(1, std::min(workersByFiles(wanted), workersByMemory(wanted)));
-}
-
-void keepFreedMemory() {
-#if defined(__GLIBC__)
-  // More than the buffers of a small drawing; larger blocks are the system's again at once.
-  constexpr int kLargeBlock = 1 << 20;
-  constexpr int kKept = 8 << 20;
-  ::mallopt(M_MMAP_THRESHOLD, kLargeBlock);
-  ::mallopt(M_TRIM_THRESHOLD, kKept);
-#endif
 }
 
 Worker::Worker(Worker&&) noexcept = default;

@@ -30,6 +30,4 @@ std::size_t affordableWorkers(std::size_t wanted) {
                                  std::max<std::size_t>(wanted, 1));
 }
 
-void keepFreedMemory() {}
-
 }  // namespace quillon::headless
