@@ -67,6 +67,7 @@ std::string_view defaultFrameText() {
 }
 
 ScriptFrame loadFrame(const FrameSource& source) {
+  if (source.loaded != nullptr) return *source.loaded;
   if (source.path.empty() && !source.mustExist) return defaultFrame();
   if (files::namesFile(files::findExisting(source.path)))
     return parseFrame(files::readFile(source.path));

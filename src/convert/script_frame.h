@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,8 @@ struct FrameSource {
   std::string path;        ///< the frame file; "" for none
   bool mustExist = false;  ///< fail when the file is missing
   bool create = false;     ///< create a missing file with the defaults
+  /// The frame where it has been loaded for another script already: no file is looked at.
+  std::shared_ptr<const ScriptFrame> loaded = nullptr;
 };
 
 /// Loads the frame; the defaults when the file is missing. Throws WriteError when the file cannot

@@ -5,9 +5,6 @@
 
 namespace quillon::dxf {
 
-/// Size in bytes of a seekable stream, which stays where it is; -1 for other streams.
-long long seekableSize(std::FILE* stream);
-
 /// Changes whenever a file is written to.
 struct FileStamp {
   std::uint64_t size = 0;    ///< in bytes
@@ -19,6 +16,15 @@ struct FileStamp {
 
 /// The stamp of a seekable stream. All zeros where the system does not tell.
 FileStamp stampOf(std::FILE* stream);
+
+/// What is to be known of a stream before it is read.
+struct StreamState {
+  long long size = -1;  ///< in bytes; -1 if the stream cannot seek
+  FileStamp stamp;      ///< all zeros for one that cannot, and where the system does not tell
+};
+
+/// The stream stays where it is.
+StreamState stateOf(std::FILE* stream);
 
 /// Seeks to an offset from the start. False on failure.
 bool seekTo(std::FILE* stream, std::uint64_t position);

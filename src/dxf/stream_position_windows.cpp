@@ -17,13 +17,6 @@ std::uint64_t joined(DWORD high, DWORD low) {
 
 }  // namespace
 
-long long seekableSize(std::FILE* stream) {
-  // On Windows, seeking in a pipe or console succeeds without effect.
-  if (GetFileType(handleOf(stream)) != FILE_TYPE_DISK) return -1;
-  LARGE_INTEGER size{};
-  return GetFileSizeEx(handleOf(stream), &size) != 0 ? size.QuadPart : -1;
-}
-
 FileStamp stampOf(std::FILE* stream) {
   BY_HANDLE_FILE_INFORMATION file{};
   if (GetFileInformationByHandle(handleOf(stream), &file) == 0) return {};
@@ -31,6 +24,14 @@ FileStamp stampOf(std::FILE* stream) {
           static_cast<std::int64_t>(
               joined(file.ftLastWriteTime.dwHighDateTime, file.ftLastWriteTime.dwLowDateTime)),
           file.dwVolumeSerialNumber, joined(file.nFileIndexHigh, file.nFileIndexLow)};
+}
+
+StreamState stateOf(std::FILE* stream) {
+  // On Windows, seeking in a pipe or console succeeds without effect.
+  if (GetFileType(handleOf(stream)) != FILE_TYPE_DISK) return {};
+  LARGE_INTEGER size{};
+  if (GetFileSizeEx(handleOf(stream), &size) == 0) return {};
+  return {size.QuadPart, stampOf(stream)};
 }
 
 bool seekTo(std::FILE* stream, std::uint64_t position) {

@@ -36,10 +36,10 @@ TextSource::TextSource(std::FILE* stream, std::string_view head,
                        const std::function<bool()>& cancelled, const InputLimits& limits,
                        std::size_t window, const FileStamp* beforeHead)
     : stream_(stream) {
-  const long long size = seekableSize(stream);
-  if (size >= 0) {
-    stamp_ = stampOf(stream);
-    fileSize_ = static_cast<std::uint64_t>(size);
+  const StreamState state = stateOf(stream);
+  if (state.size >= 0) {
+    stamp_ = state.stamp;
+    fileSize_ = static_cast<std::uint64_t>(state.size);
     if (fileSize_ > limits.file) throw InputTooLarge(limits.file);
     // A small file needs no large block, which the system would have to hand out and take back.
     const std::uint64_t enough = std::max(fileSize_ + 1, std::uint64_t{4} * head.size());
@@ -66,7 +66,7 @@ TextSource::TextSource(std::FILE* stream, std::string_view head,
 TextSource::TextSource(Whole, std::FILE* stream, std::string_view head,
                        const std::function<bool()>& cancelled, const InputLimits& limits)
     : stream_(stream) {
-  const long long size = seekableSize(stream);
+  const long long size = stateOf(stream).size;
   const std::uint64_t known = size < 0 ? 0 : static_cast<std::uint64_t>(size);
   if (known > limits.file) throw InputTooLarge(limits.file);
   // One byte more, so that the end is met without growing.

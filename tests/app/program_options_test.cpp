@@ -194,6 +194,16 @@ TEST_F(OptionsTest, FrameNamesTheFrameFile) {
                 wire("0.0000000", "0.0000000 0.0000000", "1.0000000 2.0000000") + "B;\r\n");
 }
 
+TEST_F(OptionsTest, TheFrameIsThatOfEveryDrawing) {
+  folder.write("my.cfh", "[start]\nA;\nendblock\n[end]\nB;\nendblock\n");
+  folder.write("other.dxf", folder.read("part.dxf"));
+  EXPECT_EQ(run({"part.dxf", "other.dxf", "--frame", "my.cfh", "--jobs", "2"}).exitCode, 0);
+  for (const std::string script : {"part.scr", "other.scr"}) {
+    EXPECT_NE(folder.read(script).find("\r\nA;\r\n"), std::string::npos) << script;
+    EXPECT_TRUE(folder.read(script).ends_with("\r\nB;\r\n")) << script;
+  }
+}
+
 TEST_F(OptionsTest, AFrameFileThatDoesNotExistIsAnErrorAndIsNotCreated) {
   expectResult(run({"part.dxf", "--frame", "my.cfh"}), 1, "",
                errorLine("my.cfh cannot be read: No such file or directory. Please check the path "

@@ -101,6 +101,15 @@ TEST(LoadFrame, ReadsTheFileWithoutRegardToTheCaseOfItsName) {
   EXPECT_EQ(loadFrame({folder.file("quillon.cfh"), true, false}).startBlock, (Lines{"A;"}));
 }
 
+TEST(LoadFrame, TakesWhatIsLoadedAlreadyWithoutTheFile) {
+  const TempFolder folder;
+  FrameSource source{folder.file("missing.cfh"), true, true};
+  source.loaded = std::make_shared<ScriptFrame>(ScriptFrame{{"A;"}, {"B;"}});
+  EXPECT_EQ(loadFrame(source).startBlock, (Lines{"A;"}));
+  EXPECT_EQ(loadFrame(source).endBlock, (Lines{"B;"}));
+  EXPECT_EQ(folder.entries(), 0U);
+}
+
 TEST(LoadFrame, CreatesAMissingFileWithTheDefaultLines) {
   const TempFolder folder;
   const ScriptFrame frame = loadFrame({folder.file("quillon.cfh"), false, true});

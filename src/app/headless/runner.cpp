@@ -11,6 +11,7 @@
 #include "app/console/console.h"
 #include "app/console/interrupt.h"
 #include "app/console/terminal.h"
+#include "app/headless/frame.h"
 #include "app/headless/headless_host.h"
 #include "app/headless/json_output.h"
 #include "app/headless/memory.h"
@@ -57,20 +58,6 @@ std::string checkLayerFile(const std::string& path) {
            " is not from 1 to 255, or 999";
   }
   return {};
-}
-
-/// The frame file that was asked for; else the one of the program, which is looked for once,
-/// however many drawings there are.
-convert::FrameSource frameOf(const Options& options) {
-  convert::FrameSource frame;
-  frame.mustExist = options.frame.has_value();
-  if (options.frame) {
-    frame.path = *options.frame;
-  } else {
-    const std::string own = files::fromPath(files::frameFilePath());
-    if (files::namesFile(files::findExisting(own))) frame.path = own;
-  }
-  return frame;
 }
 
 class Runner {
