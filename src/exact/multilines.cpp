@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/encoding.h"
 #include "base/number_text.h"
 #include "exact/whole_numbers.h"
 #include "geometry/area.h"
@@ -104,30 +105,75 @@ class Mline {
     isClosed_ = (values_.flags & kClosedMline) != 0;
   }
 
-  void draw() {
+  /// False when it cannot be drawn.
+  bool draw() {
     std::size_t elements = 0;
     for (const MlineVertex& vertex : values_.vertices) {
       elements = std::max(elements, vertex.elements.size());
     }
     if (elements == 0 || elements > kMostElements) {
-      return canvas_.lose(item_, LossRule::DamagedEntity);
+      canvas_.lose(item_, LossRule::DamagedEntity);
+      return false;
     }
-    if (!isUsable(elements)) return canvas_.lose(item_, LossRule::UnusableNumbers);
+    if (!isUsable(elements)) {
+      canvas_.lose(item_, LossRule::UnusableNumbers);
+      return false;
+    }
     // Else the edges of the filling are there already.
     if (values_.isFilled && canvas_.fills()) fill();
     for (std::size_t element = 0; element < elements; ++element) drawElement(element);
-    // The style says whether there are any; that of each new drawing has none.
-    const bool mayHaveCaps = (values_.flags & kNoStartCap) == 0 || (values_.flags & kNoEndCap) == 0;
-    if (!isClosed_ && mayHaveCaps && !isStandard()) {
-      canvas_.lose(item_, LossRule::MultilineCaps);
+    return true;
+  }
+
+  /// The lines across at its ends and corners, from one outermost element to the other.
+  MlineCrossings crossings() {
+    const Origin& origin = item_.origin;
+    MlineCrossings all{
+        base::upperCase(values_.style, canvas_.drawing().encoding),
+        {LossRule::MultilineCaps, origin.kind, origin.dxfLayer, origin.line, item_.map(Point{})},
+        !isClosed_ && (values_.flags & kNoStartCap) == 0,
+        !isClosed_ && (values_.flags & kNoEndCap) == 0};
+    const std::size_t last = values_.vertices.size() - 1;
+    LinesAcross lines(all.lines);
+    ShapeSink& before = canvas_.drawInto(lines);
+    for (std::size_t i = 0; i <= last && !canvas_.step(); ++i) {
+      const bool isJoint = isClosed_ || (i != 0 && i != last);
+      if (!isJoint && !(i == 0 ? all.hasStart : all.hasEnd)) continue;
+      lines.where = isJoint ? MlineAcross::Joint : i == 0 ? MlineAcross::Start : MlineAcross::End;
+      drawAcross(i);
     }
+    canvas_.drawInto(before);
+    return all;
   }
 
  private:
-  bool isStandard() const {
-    constexpr std::string_view kStandard = "STANDARD";
-    return std::equal(values_.style.begin(), values_.style.end(), kStandard.begin(),
-                      kStandard.end(), [](char a, char b) { return (a & ~0x20) == b; });
+  /// Keeps the lines that are drawn across instead of drawing them.
+  class LinesAcross final : public ShapeSink {
+   public:
+    explicit LinesAcross(std::vector<MlineCrossings::Line>& lines) : lines_(lines) {}
+    MlineAcross where = MlineAcross::Start;
+
+    void take(const Origin& origin, Chain&& chain) override {
+      lines_.push_back({where, origin, std::move(chain)});
+    }
+    void take(const Origin&, Area&&) override {}
+    void take(const Origin&, TextLine&&) override {}
+    void take(const Origin&, const Dot&) override {}
+    void take(const Origin&, const Hole&) override {}
+    void take(const Origin&, const EndlessLine&) override {}
+
+   private:
+    std::vector<MlineCrossings::Line>& lines_;
+  };
+
+  void drawAcross(std::size_t vertex) {
+    const auto [low, high] = outermost(vertex);
+    if (low == high) return;
+    const Path line{{{cornerOf(vertex, low)}, {cornerOf(vertex, high)}}, false};
+    const Point start = item_.map(line.vertices.front().at);
+    const Point end = item_.map(line.vertices.back().at);
+    if (geometry::distance(start, end) < canvas_.measures().resolution) return;
+    canvas_.stroke(item_, line, item_.map);
   }
 
   /// No corner is too far away to be reckoned with.
@@ -145,6 +191,20 @@ class Mline {
   bool hasElement(std::size_t vertex, std::size_t element) const {
     const auto& elements = values_.vertices[vertex].elements;
     return element < elements.size() && !elements[element].empty();
+  }
+
+  /// The elements of a vertex with the least and the greatest distance from it; the same twice
+  /// where there are no two.
+  std::pair<std::size_t, std::size_t> outermost(std::size_t vertex) const {
+    const auto& elements = values_.vertices[vertex].elements;
+    std::optional<std::size_t> low;
+    std::optional<std::size_t> high;
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+      if (elements[i].empty()) continue;
+      if (!low || elements[i].front() < elements[*low].front()) low = i;
+      if (!high || elements[i].front() > elements[*high].front()) high = i;
+    }
+    return {low.value_or(0), high.value_or(0)};
   }
 
   /// Where the element passes a vertex that has it.
@@ -219,17 +279,10 @@ class Mline {
 
   /// The area between the outermost elements.
   void fill() {
-    const auto& elements = values_.vertices.front().elements;
-    std::optional<std::size_t> low;
-    std::optional<std::size_t> high;
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-      if (elements[i].empty()) continue;
-      if (!low || elements[i].front() < elements[*low].front()) low = i;
-      if (!high || elements[i].front() > elements[*high].front()) high = i;
-    }
-    if (!low || *low == *high) return;
-    Path one = wholeElement(*low);
-    const Path other = wholeElement(*high);
+    const auto [low, high] = outermost(0);
+    if (low == high) return;
+    Path one = wholeElement(low);
+    const Path other = wholeElement(high);
     if (isClosed_) {
       return fillRing(canvas_.mapped(item_, one, item_.map),
                       canvas_.mapped(item_, other, item_.map));
@@ -263,11 +316,18 @@ class Mline {
 
 }  // namespace
 
-void drawMline(const Item& item, Canvas& canvas) {
+void drawMline(const Item& item, Canvas& canvas, MlineStyles* styles) {
   MlineGroups values;
   if (!readMline(item, canvas, values)) return;
   if (values.vertices.size() < 2) return canvas.lose(item, LossRule::OneVertex);
-  Mline(item, canvas, std::move(values)).draw();
+  Mline mline(item, canvas, std::move(values));
+  if (!mline.draw()) return;
+  MlineCrossings crossings = mline.crossings();
+  if (styles != nullptr) return styles->note(std::move(crossings));
+  const bool mayHaveCaps = crossings.hasStart || crossings.hasEnd;
+  if (mayHaveCaps && !MlineStyles::isStandard(crossings.style)) {
+    canvas.lose(item, LossRule::MultilineCaps);
+  }
 }
 
 }  // namespace quillon::exact

@@ -20,11 +20,12 @@ void RuleSet::endOfEntities() {
     return;
   }
   drewPaper_ = isOnlyPaper_;
-  finish();
+  if (!translator_.waitsForObjects()) finish();
 }
 
 void RuleSet::finish() {
   if (std::exchange(isFinished_, true)) return;
+  translator_.finish();
   if (parts_ && allParts_) parts_->addUnused(translator_);
   if (parts_) parts_->returnToDrawing();
   if (options_.parts) writer_.begin();

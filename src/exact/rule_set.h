@@ -35,11 +35,11 @@ class RuleSet final : public rules::Translation {
   }
   void takeEntity(dxf::DxfEntity& entity) override { translator_.takeEntity(entity); }
   /// Everything that waited for the last entity is written, unless the drawing has to be read
-  /// again for its paper space.
+  /// again for its paper space, or something waits for its last section.
   void endOfEntities() override;
   dxf::ObjectSink* objectSink() override { return translator_.objectSink(); }
-  /// The same for a drawing without a section of entities, whose blocks may become parts all the
-  /// same; nothing after endOfEntities() has done it.
+  /// The same after all sections, and for a drawing without one of entities, whose blocks may
+  /// become parts all the same; nothing if endOfEntities() has done it.
   void finish();
   /// True when the model space is empty, but not the paper space, which is then to be drawn: the
   /// entities have to come once more.

@@ -100,6 +100,7 @@ Translator::Translator(const Options& options, dxf::Drawing& drawing, rules::Lay
       poll_(poll),
       canvas_(options, drawing, sink, losses, poll),
       top_(top),
+      objectNeeds_(drawing.encoding, sink, losses),
       reader_(drawing),
       layers_(drawing, numbers),
       pens_(options, drawing),
@@ -211,7 +212,7 @@ void Translator::dispatch(const Item& item, const Surroundings& around) {
     case Kind::MPolygon:
       return drawHatch(item, canvas_);
     case Kind::Mline:
-      return drawMline(item, canvas_);
+      return drawMline(item, canvas_, isInPart_ ? nullptr : &objectNeeds_.mlineStyles);
     case Kind::Mesh:
       return drawMesh(item, canvas_);
     case Kind::Text:
@@ -274,8 +275,9 @@ void Translator::insert(const Item& item) {
       fromBaseHeight(index, depth) * object * Affine::shift(values.at) * rotation;
   if (!values.dictionary.empty()) {
     const Origin& origin = item.origin;
-    clipFilters_.note(values.dictionary, {LossRule::ClippedInsert, origin.kind, origin.dxfLayer,
-                                          origin.line, toPlace(Point{})});
+    objectNeeds_.clipFilters.note(
+        values.dictionary,
+        {LossRule::ClippedInsert, origin.kind, origin.dxfLayer, origin.line, toPlace(Point{})});
   }
   const BlockArray array{.outer = toPlace,
                          .content = content,
@@ -291,8 +293,10 @@ void Translator::insert(const Item& item) {
 void Translator::drawPart(const Item& insertion, std::size_t blockIndex, const Affine& map,
                           ShapeSink& sink) {
   ShapeSink& before = canvas_.drawInto(sink);
+  isInPart_ = true;
   expand(insertion, blockIndex, BlockPlaces(std::vector{map}), {});
   drawExpansions(0);
+  isInPart_ = false;
   canvas_.drawInto(before);
 }
 

@@ -12,9 +12,9 @@
 #include "exact/areas.h"
 #include "exact/block_places.h"
 #include "exact/canvas.h"
-#include "exact/clip_filters.h"
 #include "exact/entity_reader.h"
 #include "exact/layers.h"
+#include "exact/object_needs.h"
 #include "exact/pens.h"
 #include "exact/polylines.h"
 #include "rules/translation.h"
@@ -58,8 +58,12 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   void drawPart(const Item& insertion, std::size_t blockIndex, const Affine& map, ShapeSink& sink);
   void drawPart(std::size_t blockIndex, const Affine& map, ShapeSink& sink);
 
-  /// Needs the dictionaries of insertions that may be clipped.
-  dxf::ObjectSink* objectSink() override { return clipFilters_.empty() ? nullptr : &clipFilters_; }
+  /// Needs the dictionaries of insertions that may be clipped, and the styles of MLINEs.
+  dxf::ObjectSink* objectSink() override { return objectNeeds_.empty() ? nullptr : &objectNeeds_; }
+  /// Some shapes wait for the OBJECTS section.
+  bool waitsForObjects() const { return !objectNeeds_.mlineStyles.empty(); }
+  /// After all sections, whether they were there or not.
+  void finish() { objectNeeds_.mlineStyles.finish(); }
 
   /// True when the model space has nothing, and the paper space more than viewports.
   bool hasOnlyPaper() const { return !sawModel_ && sawPaper_; }
@@ -129,7 +133,8 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   Canvas canvas_;
   Affine top_;
   PartMaker* partMaker_ = nullptr;
-  ClipFilters clipFilters_{losses_};
+  ObjectNeeds objectNeeds_;
+  bool isInPart_ = false;  ///< shapes belong to a part, which has to be complete at once
   EntityReader reader_;
   Layers layers_;
   Pens pens_;

@@ -50,6 +50,7 @@ class ExactDrawing {
                                  geometry::Affine::scaling(options.factor, options.factor));
     dxf::readContents(drawing_, reader, translator, true);
     translator.endOfEntities();
+    translator.finish();
     steps_ = poll.steps();
   }
 

@@ -37,6 +37,7 @@ class MlineBuilder {
     return *this;
   }
   DxfBuilder drawing() const { return oneEntity("MLINE", groups_); }
+  void addTo(DxfBuilder& dxf) const { dxf.entity("MLINE", groups_); }
 
  private:
   GroupPairs groups_;
@@ -71,6 +72,90 @@ TEST(ExactMultilines, CapsOfAStyleOfItsOwnAreNamedUnlessTheyAreSuppressed) {
   EXPECT_EQ(ExactDrawing(mlineCorner("13", "WALL")).losses(), "");
 }
 
+/// The drawing with a style of this name and these flags.
+std::string withStyle(const DxfBuilder& dxf, const std::string& name, int flags) {
+  std::string text = dxf.text();
+  const std::string start = "OBJECTS\n";
+  text.insert(text.find(start) + start.size(),
+              "0\nDICTIONARY\n5\n17\n3\nACAD_MLINESTYLE\n350\n18\n0\nMLINESTYLE\n5\n18\n"
+              "100\nAcDbMlineStyle\n2\n" +
+                  name + "\n70\n" + std::to_string(flags) +
+                  "\n3\n\n62\n256\n51\n90.0\n52\n90.0\n71\n2\n49\n0.5\n62\n256\n6\nBYLAYER\n"
+                  "49\n-0.5\n62\n256\n6\nBYLAYER\n");
+  return text;
+}
+
+const std::string kCornerElements =
+    "7 wire 0 (0 0.5) (9.5 0.5) (9.5 10)\n"
+    "7 wire 0 (0 -0.5) (10.5 -0.5) (10.5 10)\n";
+const std::string kStartCap = "7 wire 0 (0 -0.5) (0 0.5)\n";
+const std::string kEndCap = "7 wire 0 (10.5 10) (9.5 10)\n";
+
+TEST(ExactMultilines, StraightCapsAreDrawnAsTheStyleWants) {
+  const ExactDrawing both(withStyle(mlineCorner("1", "Wall"), "WALL", 16 | 256));
+  EXPECT_EQ(both.shapes(), kCornerElements + kStartCap + kEndCap);
+  EXPECT_EQ(both.losses(), "");
+  EXPECT_EQ(ExactDrawing(withStyle(mlineCorner("1", "WALL"), "wall", 16)).shapes(),
+            kCornerElements + kStartCap);
+  EXPECT_EQ(ExactDrawing(withStyle(mlineCorner("1", "WALL"), "WALL", 256)).shapes(),
+            kCornerElements + kEndCap);
+}
+
+TEST(ExactMultilines, TheStyleOfNewDrawingsMayHaveBeenChanged) {
+  const ExactDrawing drawing(withStyle(mlineCorner("1", "Standard"), "STANDARD", 16));
+  EXPECT_EQ(drawing.shapes(), kCornerElements + kStartCap);
+}
+
+TEST(ExactMultilines, SuppressedCapsAreNotDrawn) {
+  EXPECT_EQ(ExactDrawing(withStyle(mlineCorner("5", "WALL"), "WALL", 16 | 256)).shapes(),
+            kCornerElements + kEndCap);
+  EXPECT_EQ(ExactDrawing(withStyle(mlineCorner("9", "WALL"), "WALL", 16 | 256)).shapes(),
+            kCornerElements + kStartCap);
+  EXPECT_EQ(ExactDrawing(withStyle(mlineCorner("13", "WALL"), "WALL", 16 | 256)).shapes(),
+            kCornerElements);
+}
+
+TEST(ExactMultilines, JointsAreDrawnAtTheCornersBetweenTheEnds) {
+  const ExactDrawing drawing(withStyle(mlineCorner("1", "WALL"), "WALL", 2));
+  EXPECT_EQ(drawing.shapes(), kCornerElements + "7 wire 0 (10.5 -0.5) (9.5 0.5)\n");
+  EXPECT_EQ(drawing.losses(), "");
+}
+
+TEST(ExactMultilines, CapsWithArcsAreNamedUnlessTheyAreSuppressed) {
+  const std::string named = "multiline-caps MLINE 1 line 7\n";
+  for (const int arcs : {32, 64, 512, 1024}) {
+    const ExactDrawing drawing(withStyle(mlineCorner("1", "WALL"), "WALL", arcs));
+    EXPECT_EQ(drawing.shapes(), kCornerElements) << arcs;
+    EXPECT_EQ(drawing.losses(), named) << arcs;
+    const std::string suppressed = arcs < 256 ? "5" : "9";
+    EXPECT_EQ(ExactDrawing(withStyle(mlineCorner(suppressed, "WALL"), "WALL", arcs)).losses(), "");
+  }
+}
+
+TEST(ExactMultilines, CapsOfAStyleThatIsMissingAreNamed) {
+  EXPECT_EQ(ExactDrawing(withStyle(mlineCorner("1", "WALL"), "FENCE", 16)).losses(),
+            "multiline-caps MLINE 1 line 7\n");
+  EXPECT_EQ(ExactDrawing(withStyle(mlineCorner("1", "Standard"), "FENCE", 16)).losses(), "");
+}
+
+TEST(ExactMultilines, CapsInBlocksAreWhereTheBlockIs) {
+  DxfBuilder dxf;
+  dxf.beginBlock("B");
+  MlineBuilder("1", "WALL")
+      .vertex("0", "0", "1", "0", "0", "1")
+      .element({"0.5", "0"})
+      .element({"-0.5", "0"})
+      .vertex("10", "0", "1", "0", "0", "1")
+      .element({"0.5", "0"})
+      .element({"-0.5", "0"})
+      .addTo(dxf);
+  dxf.endBlock().entity("INSERT", {{8, "0"}, {2, "B"}, {10, "100"}, {20, "0"}});
+  EXPECT_EQ(ExactDrawing(withStyle(dxf, "WALL", 16)).shapes(),
+            "7 wire 0 (100 0.5) (110 0.5)\n"
+            "7 wire 0 (100 -0.5) (110 -0.5)\n"
+            "7 wire 0 (100 -0.5) (100 0.5)\n");
+}
+
 /// A square about (0 0) with a side of 8, one element outside of it, one inside.
 DxfBuilder mlineRing(bool isFilled) {
   MlineBuilder mline("3", "WALL");
@@ -101,6 +186,15 @@ std::string withoutLastLines(const std::string& text, int lines) {
   std::size_t end = text.size();
   for (; lines > 0 && end > 0; --lines) end = text.rfind('\n', end - 2) + 1;
   return text.substr(0, end);
+}
+
+TEST(ExactMultilines, AClosedOneHasJointsAtAllCorners) {
+  EXPECT_EQ(ExactDrawing(withStyle(mlineRing(false), "WALL", 2 | 16 | 32 | 256)).shapes(),
+            ExactDrawing(mlineRing(false)).shapes() +
+                "7 wire 0 (-5 -5) (-3 -3)\n"
+                "7 wire 0 (5 -5) (3 -3)\n"
+                "7 wire 0 (5 5) (3 3)\n"
+                "7 wire 0 (-5 5) (-3 3)\n");
 }
 
 // The slit, 0.001 wide, leads from the inner ring's right side to the outer one's.

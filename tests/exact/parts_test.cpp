@@ -52,6 +52,27 @@ TEST(ExactParts, ABlockIsWrittenOnceAboutItsBasePointAndPlacedByIt) {
             "Add B_1@LIB R0 (10 20);\nAdd B_1@LIB R33.3 (30 20);\n");
 }
 
+// A part is complete before the style is met, which comes after all entities.
+TEST(ExactParts, CapsOfMultilinesInPartsAreNamed) {
+  const GroupPairs mline = {{8, "A"},   {2, "WALL"}, {71, "1"}, {11, "0"}, {21, "0"},
+                            {13, "0"},  {23, "1"},   {74, "1"}, {41, "1"}, {74, "1"},
+                            {41, "-1"}, {11, "9"},   {21, "0"}, {13, "0"}, {23, "1"},
+                            {74, "1"},  {41, "1"},   {74, "1"}, {41, "-1"}};
+  DxfBuilder dxf;
+  dxf.beginBlock("B").entity("MLINE", mline).endBlock();
+  insertB(dxf);
+  dxf.entity("MLINE", mline);
+  std::string text = dxf.text();
+  const std::string start = "OBJECTS\n";
+  text.insert(text.find(start) + start.size(), "0\nMLINESTYLE\n2\nWALL\n70\n272\n");
+  const PartsDrawing drawing(text);
+  EXPECT_EQ(drawing.script(),
+            "Edit 'B_1.pac';\nLayer  7 ;\nWire 0 (0 1) (9 1);\nWire 0 (0 -1) (9 -1);\n"
+            "Edit 'LIB.brd';\nLayer  7 ;\nWire 'DXF' 0 (0 1) (9 1) (9 -1) (0 -1) (0 1);\n"
+            "Add B_1@LIB R0 (10 20);\n");
+  EXPECT_EQ(drawing.losses(), "multiline-caps 1 (10 20)\n");
+}
+
 TEST(ExactParts, PartsComeBeforeTheDrawingAndPlacesAfterIt) {
   DxfBuilder dxf = lineBlock();
   dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "0"}});
