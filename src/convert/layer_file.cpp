@@ -40,7 +40,8 @@ std::vector<LayerRow> rowsOf(const files::IniFile& file) {
     // The number stays text: "16.7" is kept, a text without a number becomes "0".
     const std::string number = file.value(section, "layernr");
     rows.push_back({base::windows1252ToUtf8(trimmed), base::numberText(base::numberValue(number)),
-                    base::windows1252ToUtf8(number)});
+                    base::windows1252ToUtf8(number),
+                    base::numberValue(file.value(section, "areas")) != 0.0});
   }
 }
 
@@ -94,7 +95,9 @@ void saveLayerRows(const std::string& path, const std::vector<LayerRow>& rows) {
     const std::string name =
         quotedOnce(base::fromUtf8(base::trimBlanks(row.name), base::Encoding::Windows1252));
     const std::string layer = base::numberText(base::numberValue(row.layer));
-    document.append(std::to_string(++n), {{"layername", name}, {"layernr", layer}});
+    std::vector<files::IniDocument::Entry> entries = {{"layername", name}, {"layernr", layer}};
+    if (row.areas) entries.push_back({"areas", "1"});
+    document.append(std::to_string(++n), entries);
   }
   files::replaceFile(target, document.text());
 }

@@ -14,6 +14,7 @@ struct LayerRow {
   std::string name;       ///< the DXF layer, UTF-8, as typed
   std::string layer;      ///< starts with the number of the EAGLE layer
   std::string text = {};  ///< the layer as written in the file, UTF-8
+  bool areas = false;     ///< by the exact rules, closed polylines on it become areas
 };
 
 /// Assignments were to be saved into a file of another kind, which is left unchanged.

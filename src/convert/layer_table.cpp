@@ -6,9 +6,9 @@
 
 namespace quillon::convert {
 
-void LayerTable::add(std::string_view name, std::string_view layer, bool written) {
+void LayerTable::add(std::string_view name, std::string_view layer, bool written, bool areas) {
   layers_.try_emplace(base::upperCase(name, base::Encoding::Utf8),
-                      Record{std::string(layer), written});
+                      Record{std::string(layer), written, areas});
   ++size_;
 }
 
@@ -27,9 +27,16 @@ bool LayerTable::isWritten(std::string_view upperName) const {
   return found == nullptr || found->written;
 }
 
+bool LayerTable::hasAreas(std::string_view upperName) const {
+  const Record* const found = record(upperName);
+  return found != nullptr && found->areas;
+}
+
 LayerTable layerTableOf(const std::vector<LayerRow>& rows) {
   LayerTable table;
-  for (const LayerRow& row : rows) table.add(row.name, row.layer, !isForeignLayer(row));
+  for (const LayerRow& row : rows) {
+    table.add(row.name, row.layer, !isForeignLayer(row), row.areas);
+  }
   return table;
 }
 
@@ -47,6 +54,10 @@ int LayerAssignment::layerNumber(const dxf::LayerUse& layer) {
   std::optional<int>& known = numbers_[layer.number];
   if (!known) known = findNumber(layer.name);
   return *known;
+}
+
+bool LayerAssignment::hasAreas(const dxf::LayerUse& layer) {
+  return table_.hasAreas(upperName(layer.name));
 }
 
 int LayerAssignment::findNumber(std::string_view dxfLayerName) const {

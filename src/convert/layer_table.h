@@ -19,17 +19,20 @@ namespace quillon::convert {
 class LayerTable {
  public:
   /// Adds a record; the first one of a name counts. The name is UTF-8, `layer` a decimal number.
-  /// What is on a layer that is not `written` is skipped.
-  void add(std::string_view name, std::string_view layer, bool written = true);
+  /// What is on a layer that is not `written` is skipped; on one with `areas`, closed polylines
+  /// become areas by the exact rules.
+  void add(std::string_view name, std::string_view layer, bool written = true, bool areas = false);
   /// The EAGLE layer of an upper-cased UTF-8 name, or null.
   const std::string* find(std::string_view upperName) const;
   bool isWritten(std::string_view upperName) const;
+  bool hasAreas(std::string_view upperName) const;
   std::size_t size() const { return size_; }
 
  private:
   struct Record {
     std::string layer;
     bool written;
+    bool areas;
   };
   const Record* record(std::string_view upperName) const;
 
@@ -65,6 +68,7 @@ class LayerAssignment : public rules::LayerNumbers {
   /// RunTimeError (BadLayerNumber) when it does not fit in 16 bits, and NoStandardLayer when the
   /// default layer has no number.
   int layerNumber(const dxf::LayerUse& layer) override;
+  bool hasAreas(const dxf::LayerUse& layer) override;
 
  private:
   std::string upperName(std::string_view dxfLayerName) const;

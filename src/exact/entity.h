@@ -80,6 +80,7 @@ struct Pen {
   std::vector<double> dashes;
   bool hasSolidInstead = false;  ///< the line type is dashed, the option draws it solid
   bool lacksShapes = false;      ///< the line type has letters or symbols, which are left out
+  bool fillsClosed = false;      ///< closed polylines become areas
 };
 
 /// One entity at one place.

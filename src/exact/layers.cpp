@@ -14,6 +14,7 @@ const Layer& Layers::find(std::string_view upperName) {
   Layer& layer = layers_.back();
   layer.use.number = layers_.size() - 1;
   layer.number = numbers_.layerNumber(layer.use);
+  layer.hasAreas = numbers_.hasAreas(layer.use);
   index_.emplace(upperName, &layer);
   return layer;
 }

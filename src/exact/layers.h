@@ -16,8 +16,9 @@ struct Layer {
   dxf::LayerUse use;
   bool isOff = false;
   bool isFrozen = false;
-  int lineWeight = -3;  ///< hundredths of a millimetre, or -3 for the default
-  int number = 0;       ///< of EAGLE, or kNotConverted
+  int lineWeight = -3;    ///< hundredths of a millimetre, or -3 for the default
+  int number = 0;         ///< of EAGLE, or kNotConverted
+  bool hasAreas = false;  ///< closed polylines become areas
 };
 
 /// The layers that entities are on, each looked up once.

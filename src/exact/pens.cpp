@@ -31,6 +31,7 @@ Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inher
                 const Affine& map) {
   Pen pen;
   pen.width = options_.lineWidth;
+  pen.fillsClosed = options_.closedAsAreas || layer.hasAreas;
   if (options_.lineWeights) {
     const int weight = lineWeightOf(entity, layer, inherited);
     const double millimetres = weight >= 0 ? weight / 100.0 : kDefaultWeight;

@@ -41,7 +41,7 @@ bool isOneLine(const Path& path, double resolution) {
 void drawThin(const Item& item, Canvas& canvas, const FlatPolyline& polyline, const Affine& map) {
   Canvas::Stroke how{.dashesAlongWhole = polyline.dashesAlongWhole};
   if (canvas.options().widthless) how.width = 0.0;
-  if (!polyline.path.closed || !canvas.options().closedAsAreas) {
+  if (!polyline.path.closed || !item.pen.fillsClosed) {
     return canvas.stroke(item, polyline.path, map, how);
   }
   const Path outline = canvas.mapped(item, polyline.path, map);

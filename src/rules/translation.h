@@ -11,11 +11,14 @@
 
 namespace quillon::rules {
 
-/// Gives the EAGLE layer of a DXF layer. May throw RunTimeError for an invalid number.
+/// Says where a DXF layer goes, and how.
 class LayerNumbers {
  public:
   virtual ~LayerNumbers() = default;
+  /// The EAGLE layer. May throw RunTimeError for an invalid number.
   virtual int layerNumber(const dxf::LayerUse& layer) = 0;
+  /// Whether closed polylines on it are to be areas.
+  virtual bool hasAreas(const dxf::LayerUse&) { return false; }
 };
 
 /// Receives block insertions that become library parts instead of being drawn in place.

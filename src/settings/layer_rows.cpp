@@ -39,7 +39,7 @@ void LayerRows::load(const std::vector<convert::LayerRow>& rows) {
   clear();
   const std::size_t shown = std::min(rows.size(), kMostRows);
   for (std::size_t i = 0; i < shown; ++i) {
-    rows_[i] = {{rows[i].name, entryOf(rows[i].layer)}, rows[i].layer};
+    rows_[i] = {{rows[i].name, entryOf(rows[i].layer), {}, rows[i].areas}, rows[i].layer};
   }
   leftOut_ = rows.size() - shown;
 }
@@ -59,7 +59,7 @@ std::vector<convert::LayerRow> LayerRows::rows() const {
   rows.reserve(rows_.size());
   // Where a neighbour is shown, the file's own number is kept.
   for (const Row& row : rows_) {
-    rows.push_back({row.name, row.number.empty() ? row.layer : row.number});
+    rows.push_back({row.name, row.number.empty() ? row.layer : row.number, {}, row.areas});
   }
   return rows;
 }
@@ -100,6 +100,7 @@ bool LayerRows::setLayer(std::size_t index, const std::string& layer) {
 void LayerRows::clearRow(std::size_t index) {
   setName(index, "");
   setLayer(index, "");
+  rows_[index].areas = false;
 }
 
 void LayerRows::take(const std::vector<std::string>& names) {

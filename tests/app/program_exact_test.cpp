@@ -285,6 +285,10 @@ TEST_F(ExactProgramTest, ClosedPolylinesCanBeAreas) {
                             {20, "10"}});
   EXPECT_EQ(drawn(dxf).find("Polygon"), std::string::npos);
   EXPECT_NE(drawn(dxf, {"--closed-as-areas"}).find("Polygon"), std::string::npos);
+  folder.write("a.lay", "[1]\nlayername=0\nlayernr=21\nareas=1\n");
+  EXPECT_NE(drawn(dxf, {"--layers", "a.lay"}).find("Polygon"), std::string::npos);
+  folder.write("a.lay", "[1]\nlayername=0\nlayernr=21\n");
+  EXPECT_EQ(drawn(dxf, {"--layers", "a.lay"}).find("Polygon"), std::string::npos);
 }
 
 TEST_F(ExactProgramTest, LayersOfHolesAreFoundInAnyEncoding) {

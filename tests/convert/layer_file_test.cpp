@@ -12,7 +12,7 @@
 namespace quillon::convert {
 
 bool operator==(const LayerRow& a, const LayerRow& b) {
-  return a.name == b.name && a.layer == b.layer;
+  return a.name == b.name && a.layer == b.layer && a.areas == b.areas;
 }
 void PrintTo(const LayerRow& row, std::ostream* out) { *out << row.name << " = " << row.layer; }
 
@@ -40,6 +40,15 @@ class LayerFileTest : public ::testing::Test {
 TEST_F(LayerFileTest, SavesOneSectionForEachRow) {
   EXPECT_EQ(saved({{"OUTLINE", "20"}, {"holes", "45"}}),
             "[1]\r\nlayername=OUTLINE\r\nlayernr=20\r\n[2]\r\nlayername=holes\r\nlayernr=45\r\n");
+}
+
+TEST_F(LayerFileTest, SavesWhereClosedPolylinesBecomeAreas) {
+  const Rows rows = {{"LOGO", "21", "", true}, {"OUTLINE", "20"}};
+  EXPECT_EQ(saved(rows),
+            "[1]\r\nlayername=LOGO\r\nlayernr=21\r\nareas=1\r\n"
+            "[2]\r\nlayername=OUTLINE\r\nlayernr=20\r\n");
+  EXPECT_EQ(readLayerRows(path), rows);
+  EXPECT_FALSE(readBack("[1]\nlayername=LOGO\nlayernr=21\nareas=0\n")[0].areas);
 }
 
 TEST_F(LayerFileTest, ReadsBackWhatItSaved) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,6 +26,9 @@ class LayersOfTest : public rules::LayerNumbers {
     return found == numbers.end() ? 7 : found->second;
   }
 
+  bool hasAreas(const dxf::LayerUse& layer) override { return areas.contains(layer.name); }
+
+  std::set<std::string, std::less<>> areas;
   std::map<std::string, int, std::less<>> numbers = {{"NOWHERE", 999}};
 };
 

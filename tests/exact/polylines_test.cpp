@@ -178,6 +178,27 @@ TEST(ExactPolylines, ClosedOnesAreAreasWhereTheUserWantsThem) {
   EXPECT_EQ(shapesOf("LWPOLYLINE", wide, options), "7 area (0 0) (4 0) (4 4) (0 4) (0 0)\n");
 }
 
+TEST(ExactPolylines, ClosedOnesOfSomeLayersAreAreas) {
+  GroupPairs square = closedSquare();
+  square.insert(square.begin(), {8, "0"});
+  DxfBuilder dxf;
+  dxf.beginBlock("B").entity("LWPOLYLINE", square).endBlock();
+  square[0].second = "Logo";
+  dxf.entity("LWPOLYLINE", square);
+  square[0].second = "OUTLINE";
+  dxf.entity("LWPOLYLINE", square);
+  for (const char* layer : {"LOGO", "OUTLINE"}) {
+    dxf.entity("INSERT", {{8, layer}, {2, "B"}, {10, "100"}, {20, "0"}});
+  }
+  LayersOfTest layers;
+  layers.areas = {"LOGO"};
+  EXPECT_EQ(ExactDrawing(dxf, {}, layers).shapes(),
+            "7 area (0 0) (4 0) (4 4) (0 4) (0 0)\n"
+            "7 wire 0 (0 0) (4 0) (4 4) (0 4) (0 0)\n"
+            "7 area (100 0) (104 0) (104 4) (100 4) (100 0)\n"
+            "7 wire 0 (100 0) (104 0) (104 4) (100 4) (100 0)\n");
+}
+
 TEST(ExactPolylines, AClosedOneThatEnclosesNothingStaysALine) {
   exact::Options options;
   options.closedAsAreas = true;

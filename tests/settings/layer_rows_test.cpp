@@ -35,6 +35,16 @@ TEST_F(LayerRowsTest, KeepTheNumbersOfTheFileUntilTheyAreEdited) {
   EXPECT_EQ(rows.rows()[2].layer, "52");
 }
 
+TEST_F(LayerRowsTest, KeepWhetherClosedPolylinesBecomeAreasUntilTheyAreCleared) {
+  rows.load({{"a", "21", {}, true}, {"b", "21", {}, true}, {"c", "21"}});
+  rows.setLayer(0, "22");
+  rows.clearRow(1);
+  rows.setName(1, "d");
+  EXPECT_TRUE(rows.rows()[0].areas);
+  EXPECT_FALSE(rows.rows()[1].areas);
+  EXPECT_FALSE(rows.rows()[2].areas);
+}
+
 TEST_F(LayerRowsTest, ShowOtherNumbersAsTheyAre) {
   rows.load({{"a", "0"}, {"b", "256"}, {"c", "16.7"}, {"d", "-3"}});
   EXPECT_EQ(rows.row(0).layer, "0");
