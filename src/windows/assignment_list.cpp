@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -18,6 +19,16 @@ using texts::TextId;
 
 constexpr int kDrawingLayerColumn = 0;
 constexpr int kAssignedColumn = 1;
+constexpr int kAreasColumn = 2;
+
+Qt::CheckState checkState(bool isChecked) { return isChecked ? Qt::Checked : Qt::Unchecked; }
+
+/// Keys that change a check box.
+bool isForCheckBox(const QEvent* event) {
+  if (event == nullptr || event->type() != QEvent::KeyPress) return true;
+  const int key = static_cast<const QKeyEvent*>(event)->key();
+  return key == Qt::Key_Space || key == Qt::Key_Select;
+}
 
 /// Edits an EAGLE layer by a list of all of them.
 class AssignmentDelegate : public QStyledItemDelegate {
@@ -64,7 +75,7 @@ AssignmentList::AssignmentList(AppContext& context, QWidget* parent)
   setObjectName("lstAssignment");
   setRootIsDecorated(false);
   setUniformRowHeights(true);
-  setColumnCount(2);
+  setColumnCount(3);
   // The list of layers opens by a click or a key, not when a line becomes the current one.
   setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
   keepEnter(*this);
@@ -79,20 +90,29 @@ AssignmentList::AssignmentList(AppContext& context, QWidget* parent)
   setItemDelegate(new AssignmentDelegate(context_, this));
   connect(this, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item, int column) {
     attempt(context_, "lstAssignment", "itemChanged", [this, item, column] {
+      const std::string name = fromQt(item->text(kDrawingLayerColumn));
+      if (column == kAreasColumn && onAreas) {
+        onAreas(name, item->checkState(kAreasColumn) == Qt::Checked);
+      }
       if (column != kAssignedColumn || !onAssigned) return;
       const QString entry = item->text(kAssignedColumn);
       const bool isStandard = entry == context_.text(TextId::StandardLayerUsed);
-      onAssigned(fromQt(item->text(kDrawingLayerColumn)),
-                 isStandard ? std::string() : fromQt(entry));
+      onAssigned(name, isStandard ? std::string() : fromQt(entry));
     });
   });
 }
 
 void AssignmentList::loadResources() {
   setAccessibleName(context_.text(TextId::TabAssignment));
-  setHeaderLabels({context_.text(TextId::ColumnDrawingLayer), context_.text(TextId::ColumnLayer)});
+  setHeaderLabels({context_.text(TextId::ColumnDrawingLayer), context_.text(TextId::ColumnLayer),
+                   context_.text(TextId::ColumnAreas)});
+  headerItem()->setToolTip(kAreasColumn, context_.text(TextId::ColumnAreasTip));
+  header()->setStretchLastSection(false);
   header()->setSectionResizeMode(QHeaderView::Stretch);
+  header()->setSectionResizeMode(kAreasColumn, QHeaderView::ResizeToContents);
 }
+
+void AssignmentList::offerAreas(bool isOffered) { setColumnHidden(kAreasColumn, !isOffered); }
 
 QString AssignmentList::assignedText(const workbench::AssignedLayer& layer) const {
   return layer.layer.empty() ? context_.text(TextId::StandardLayerUsed) : toQt(layer.layer);
@@ -104,6 +124,7 @@ bool AssignmentList::shows(const std::vector<workbench::AssignedLayer>& layers) 
     const workbench::AssignedLayer& layer = layers[static_cast<std::size_t>(i)];
     if (topLevelItem(i)->text(kDrawingLayerColumn) != toQt(layer.name)) return false;
     if (topLevelItem(i)->text(kAssignedColumn) != assignedText(layer)) return false;
+    if (topLevelItem(i)->checkState(kAreasColumn) != checkState(layer.areas)) return false;
   }
   return true;
 }
@@ -118,13 +139,19 @@ void AssignmentList::showLayers(const std::vector<workbench::AssignedLayer>& lay
     item->setFlags(item->flags() | Qt::ItemIsEditable);
     item->setText(kDrawingLayerColumn, toQt(layer.name));
     item->setText(kAssignedColumn, assignedText(layer));
-    if (!layer.layer.empty()) item->setIcon(kAssignedColumn, layerSwatch(toQt(layer.layer)));
+    if (layer.layer.empty()) continue;
+    item->setIcon(kAssignedColumn, layerSwatch(toQt(layer.layer)));
+    item->setCheckState(kAreasColumn, checkState(layer.areas));
+    item->setToolTip(kAreasColumn, context_.text(TextId::ColumnAreasTip));
   }
   setCurrentItem(topLevelItem(current), kAssignedColumn);
 }
 
-/// Keys edit the assigned layer wherever the current cell is.
+/// Keys edit the assigned layer wherever the current cell is, but for those of a check box on one.
 bool AssignmentList::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+  if (index.column() == kAreasColumn && isForCheckBox(event)) {
+    return QTreeWidget::edit(index, trigger, event);
+  }
   return QTreeWidget::edit(index.siblingAtColumn(kAssignedColumn), trigger, event);
 }
 

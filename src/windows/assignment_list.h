@@ -17,8 +17,12 @@ class AssignmentList : public QTreeWidget {
   void loadResources();
   void showLayers(const std::vector<workbench::AssignedLayer>& layers);
 
+  /// Whether there is a choice of areas, which the exact rules alone know.
+  void offerAreas(bool isOffered);
+
   /// `entry` is "" where the standard layer is to be used.
   std::function<void(const std::string& name, const std::string& entry)> onAssigned;
+  std::function<void(const std::string& name, bool areas)> onAreas;
 
  protected:
   using QTreeWidget::edit;

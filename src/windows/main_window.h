@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QTimer>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -113,8 +114,10 @@ class MainWindow : public QDialog {
   void refreshPreview();
   void showPicture(const LivePicture& picture);
   void takeOffer(workbench::Offer offer);
-  void assignInPlace(const std::string& name, const std::string& entry);
-  bool assignIn(const std::string& path, const std::string& name, const std::string& entry);
+  /// False where a file cannot be saved as it is.
+  using LayerFileChange = std::function<bool(const std::string& path)>;
+  void changeLayerFile(const LayerFileChange& change);
+  bool changeFile(const std::string& path, const LayerFileChange& change);
   bool mayTakeFound(const std::string& path);
   void undo();
   void foldPreview(bool folded);

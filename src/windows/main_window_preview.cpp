@@ -68,7 +68,12 @@ void MainWindow::connectPreview() {
   controls_.labLayerDatei->onChanged = changed;
   controls_.preview->onOffer = [this](workbench::Offer offer) { takeOffer(offer); };
   controls_.preview->onAssigned = [this](const std::string& name, const std::string& entry) {
-    assignInPlace(name, entry);
+    changeLayerFile(
+        [&](const std::string& path) { return workbench::assignLayer(path, name, entry); });
+  };
+  controls_.preview->onAreas = [this](const std::string& name, bool areas) {
+    changeLayerFile(
+        [&](const std::string& path) { return workbench::setAreas(path, name, areas); });
   };
   connect(controls_.btnUndo, &QToolButton::clicked, this,
           trapped(context_, kModule, "btnUndo_Click", [this] { undo(); }));
@@ -172,11 +177,9 @@ bool MainWindow::mayTakeFound(const std::string& path) {
 }
 
 /// False where the file stays as it is, after a message.
-bool MainWindow::assignIn(const std::string& path, const std::string& name,
-                          const std::string& entry) {
+bool MainWindow::changeFile(const std::string& path, const LayerFileChange& change) {
   bool kept = true;
-  const std::string failure =
-      layerFailure(context_, path, [&] { kept = workbench::assignLayer(path, name, entry); });
+  const std::string failure = layerFailure(context_, path, [&] { kept = change(path); });
   if (!failure.empty()) {
     QMessageBox::critical(this, context_.text(TextId::ErrorTitle), toQt(failure));
   } else if (!kept) {
@@ -187,11 +190,11 @@ bool MainWindow::assignIn(const std::string& path, const std::string& name,
 }
 
 /// Changes the layer file, or makes one beside the drawing.
-void MainWindow::assignInPlace(const std::string& name, const std::string& entry) {
+void MainWindow::changeLayerFile(const LayerFileChange& change) {
   const QString chosen = controls_.labLayerDatei->text();
   std::string path = fromQt(chosen);
   if (path.empty()) path = files::layerFileBeside(controls_.preview->picture().path);
-  if ((!chosen.isEmpty() || mayTakeFound(path)) && assignIn(path, name, entry)) {
+  if ((!chosen.isEmpty() || mayTakeFound(path)) && changeFile(path, change)) {
     takeLayerFile(toQt(path));
   } else {
     controls_.preview->showAssignments(chosen);

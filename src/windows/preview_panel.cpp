@@ -49,7 +49,7 @@ PreviewPanel::PreviewPanel(AppContext& context, QWidget* parent)
       tabs_(makeNamed<QTabWidget>(*this, "tabPreview")),
       layers_(new SceneLayers(context, this)),
       assignmentPage_(new QWidget(this)),
-      layerFile_(makeNamed<QLabel>(*assignmentPage_, "labAssignmentFile")),
+      layerFile_(makeNamed<PathLabel>(*assignmentPage_, "labAssignmentFile")),
       assignment_(new AssignmentList(context, assignmentPage_)),
       losses_(new LossList(context, this)),
       splitter_(new QSplitter(Qt::Vertical, this)) {
@@ -57,7 +57,7 @@ PreviewPanel::PreviewPanel(AppContext& context, QWidget* parent)
   splitter_->setObjectName("splPreview");
   message_->setWordWrap(true);
   message_->setTextFormat(Qt::PlainText);
-  for (QLabel* const label : {size_, unit_, layerFile_}) {
+  for (QLabel* const label : {size_, unit_}) {
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   }
@@ -145,7 +145,7 @@ void PreviewPanel::layOut() {
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(splitter_);
   // A long line must not widen the window.
-  for (QLabel* const label : {message_, size_, pointer_, unit_, layerFile_}) {
+  for (QLabel* const label : {message_, size_, pointer_, unit_}) {
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   }
   pointer_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
@@ -166,6 +166,9 @@ void PreviewPanel::connectParts() {
   losses_->onChosen = [this](const workbench::LossRow& loss) { showLoss(loss); };
   assignment_->onAssigned = [this](const std::string& name, const std::string& entry) {
     if (onAssigned) onAssigned(name, entry);
+  };
+  assignment_->onAreas = [this](const std::string& name, bool areas) {
+    if (onAreas) onAreas(name, areas);
   };
   connectPicture();
 }
@@ -335,10 +338,12 @@ void PreviewPanel::showAssignments(const QString& layerFile) {
 void PreviewPanel::fillAssignments() {
   const QString& layerFile = assignmentFile_;
   const auto& names = picture_.layerNames;
+  assignment_->offerAreas(picture_.result != nullptr &&
+                          picture_.result->job.rules == convert::Rules::Exact);
   assignment_->showLayers(
       names ? workbench::assignedLayers(*names, fromQt(layerFile), context_.texts())
             : std::vector<workbench::AssignedLayer>());
-  layerFile_->setText(layerFile.isEmpty() ? QString()
+  layerFile_->setPath(layerFile.isEmpty() ? QString()
                                           : context_.text(TextId::AssignmentsSavedIn,
                                                           {base::quotable(fromQt(layerFile))}));
 }

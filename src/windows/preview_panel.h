@@ -13,6 +13,7 @@
 #include "windows/hint_list.h"
 #include "windows/live_preview.h"
 #include "windows/loss_list.h"
+#include "windows/path_label.h"
 #include "windows/picture_view.h"
 #include "windows/scene_layers.h"
 
@@ -49,6 +50,7 @@ class PreviewPanel : public QWidget {
 
   std::function<void(workbench::Offer)> onOffer;  ///< taken, for those that change settings
   std::function<void(const std::string& name, const std::string& entry)> onAssigned;
+  std::function<void(const std::string& name, bool areas)> onAreas;
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -98,7 +100,7 @@ class PreviewPanel : public QWidget {
   QTabWidget* tabs_;
   SceneLayers* layers_;
   QWidget* assignmentPage_;
-  QLabel* layerFile_;
+  PathLabel* layerFile_;
   AssignmentList* assignment_;
   LossList* losses_;
   std::vector<int> markedRows_;  ///< of the list of losses, for each mark

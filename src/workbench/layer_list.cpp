@@ -25,6 +25,15 @@ std::string entryOf(const std::vector<std::string>& entries, double number) {
   return found == entries.end() ? base::numberText(number) : *found;
 }
 
+std::vector<convert::LayerRow> rowsIn(const std::string& path) {
+  if (!files::namesFile(files::toPath(path))) return {};
+  return convert::readNamedLayerRows(path);
+}
+
+bool canBeSaved(const std::vector<convert::LayerRow>& rows) {
+  return std::all_of(rows.begin(), rows.end(), convert::isSaved);
+}
+
 }  // namespace
 
 std::string layerName(int number, int targetKind, const texts::Texts& texts) {
@@ -34,22 +43,24 @@ std::string layerName(int number, int targetKind, const texts::Texts& texts) {
 std::vector<AssignedLayer> assignedLayers(const std::vector<std::string>& names,
                                           const std::string& path, const texts::Texts& texts) {
   const std::vector<std::string> entries = texts::editorLayers(texts);
-  std::map<std::string, std::string> assigned;  // the first one of a name counts
+  std::map<std::string, AssignedLayer> assigned;  // the first one of a name counts
   for (const convert::LayerRow& row : convert::readLayerRows(path)) {
-    assigned.try_emplace(folded(row.name), entryOf(entries, base::numberValue(row.layer)));
+    assigned.try_emplace(
+        folded(row.name),
+        AssignedLayer{row.name, entryOf(entries, base::numberValue(row.layer)), row.areas});
   }
   std::vector<AssignedLayer> layers;
   for (const std::string& name : names) {
     const auto found = assigned.find(folded(name));
-    layers.push_back({name, found == assigned.end() ? std::string() : found->second});
+    layers.push_back(found == assigned.end() ? AssignedLayer{} : found->second);
+    layers.back().name = name;
   }
   return layers;
 }
 
 bool assignLayer(const std::string& path, std::string_view name, const std::string& entry) {
-  std::vector<convert::LayerRow> rows;
-  if (files::namesFile(files::toPath(path))) rows = convert::readNamedLayerRows(path);
-  if (!std::all_of(rows.begin(), rows.end(), convert::isSaved)) return false;
+  std::vector<convert::LayerRow> rows = rowsIn(path);
+  if (!canBeSaved(rows)) return false;
   const std::string wanted = folded(name);
   const auto isWanted = [&wanted](const convert::LayerRow& row) {
     return folded(row.name) == wanted;
@@ -61,6 +72,16 @@ bool assignLayer(const std::string& path, std::string_view name, const std::stri
     found->layer = entry;
   } else {
     rows.push_back({std::string(name), entry});
+  }
+  convert::saveLayerRows(path, rows);
+  return true;
+}
+
+bool setAreas(const std::string& path, std::string_view name, bool areas) {
+  std::vector<convert::LayerRow> rows = rowsIn(path);
+  if (!canBeSaved(rows)) return false;
+  for (convert::LayerRow& row : rows) {
+    if (folded(row.name) == folded(name)) row.areas = areas;
   }
   convert::saveLayerRows(path, rows);
   return true;

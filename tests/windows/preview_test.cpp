@@ -158,6 +158,41 @@ TEST_F(PreviewTest, TheLayerIsChangedInPlace) {
   expectSamePath(labelText("labAssignmentFile"), "Assignments in " + path("plate.lay"));
 }
 
+TEST_F(PreviewTest, ClosedPolylinesOfALayerBecomeAreasByAClickOrAKey) {
+  folder.write("own.lay", "[1]\nlayername=PLATE\nlayernr=20\n");
+  context.store.WriteIni("dxf", {{"layerfile", folder.file("own.lay")}, {"rules", "exact"}});
+  start();
+  dropPlate();
+  find<QTabWidget>(*window, "tabPreview").setCurrentIndex(1);
+  auto& list = find<QTreeWidget>(*window, "lstAssignment");
+  EXPECT_EQ(list.headerItem()->text(2), "Areas");
+  ASSERT_FALSE(list.isColumnHidden(2));
+  EXPECT_EQ(list.topLevelItem(0)->data(2, Qt::CheckStateRole), Qt::Unchecked);
+  EXPECT_FALSE(list.topLevelItem(1)->data(2, Qt::CheckStateRole).isValid());  // not assigned
+  const QRect cell = list.visualRect(list.model()->index(0, 2));
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
+                    QPoint(cell.left() + 10, cell.center().y()));
+  ASSERT_TRUE(waitForPicture());
+  EXPECT_NE(folder.read("own.lay").find("areas=1"), std::string::npos);
+  EXPECT_EQ(list.topLevelItem(0)->checkState(2), Qt::Checked);
+  EXPECT_EQ(list.findChild<QComboBox*>(), nullptr);
+  list.setCurrentItem(list.topLevelItem(0), 2);
+  list.setFocus();
+  QTest::keyClick(&list, Qt::Key_Space);
+  ASSERT_TRUE(waitForPicture());
+  EXPECT_EQ(folder.read("own.lay").find("areas=1"), std::string::npos);
+  QTest::keyClick(&list, Qt::Key_F2);
+  EXPECT_NE(list.findChild<QComboBox*>(), nullptr);
+}
+
+TEST_F(PreviewTest, TheClassicRulesHaveNoChoiceOfAreas) {
+  folder.write("own.lay", "[1]\nlayername=PLATE\nlayernr=20\n");
+  context.store.WriteIni("dxf", {{"layerfile", folder.file("own.lay")}});
+  start();
+  dropPlate();
+  EXPECT_TRUE(find<QTreeWidget>(*window, "lstAssignment").isColumnHidden(2));
+}
+
 TEST_F(PreviewTest, AFileThatCannotBeKeptIsLeftToTheEditor) {
   folder.write("own.lay", "[1]\nlayername=PLATE\nlayernr=700\n");
   context.store.WriteIni("dxf", {{"layerfile", folder.file("own.lay")}});

@@ -126,6 +126,27 @@ TEST_P(ScreenshotTest, MainWindowWithAPreview) {
   shoot(window);
 }
 
+TEST_P(ScreenshotTest, MainWindowWithAssignments) {
+  const std::string file =
+      folder.write("lid.lay",
+                   "[1]\nlayername=OUTLINE\nlayernr=20\n[2]\nlayername=PRINT\nlayernr=21\n"
+                   "areas=1\n");
+  context.store.WriteIni("dxf", {{"layerfile", file}, {"rules", "exact"}});
+  MainWindow window(context);
+  window.setObjectName("frmDXF-assignments");
+  window.LoadSettings();
+  window.show();
+  auto& shown = find<QToolButton>(window, "btnPreview");
+  if (!shown.isChecked()) shown.click();
+  window.setDrawing(QUILLON_EXAMPLES "/lid.dxf");
+  find<QTabWidget>(window, "tabPreview").setCurrentIndex(1);
+  const auto known = [&window] { return window.isPreviewCurrent(); };
+  ASSERT_TRUE(QTest::qWaitFor(known, 10000 * testing::patience()));
+  const auto sharp = [&window] { return find<PictureView>(window, "picView").isSharp(); };
+  EXPECT_TRUE(QTest::qWaitFor(sharp, 10000 * testing::patience()));
+  shoot(window);
+}
+
 TEST_P(ScreenshotTest, ProgressDialog) {
   ProgressDialog window(context);
   window.setProgress(false, 70);

@@ -53,10 +53,24 @@ TEST_F(LayerListTest, AnAssignmentCanBeTakenAway) {
   EXPECT_EQ(assigned({"A", "B"}), (Lines{"A: ", "B: 21 tPlace (B)"}));
 }
 
+TEST_F(LayerListTest, ClosedPolylinesOfALayerBecomeAreasOrLines) {
+  folder.write("a.lay", "[1]\nlayername=A\nlayernr=46\n[2]\nlayername=B\nlayernr=21\n");
+  EXPECT_TRUE(setAreas(file, "b", true));
+  EXPECT_TRUE(assignLayer(file, "B", "22 bPlace (B)"));
+  const std::vector<AssignedLayer> layers = assignedLayers({"A", "B", "C"}, file, texts);
+  EXPECT_FALSE(layers[0].areas);
+  EXPECT_TRUE(layers[1].areas);
+  EXPECT_FALSE(layers[2].areas);
+  EXPECT_TRUE(setAreas(file, "B", false));
+  EXPECT_FALSE(assignedLayers({"B"}, file, texts)[0].areas);
+  EXPECT_EQ(assigned({"A", "B"}), (Lines{"A: 46 Milling (B)", "B: 22 bPlace (B)"}));
+}
+
 TEST_F(LayerListTest, AFileThatCannotBeSavedAsItIsStays) {
   const std::string text = "[1]\nlayername=A\nlayernr=500\n";
   folder.write("a.lay", text);
   EXPECT_FALSE(assignLayer(file, "B", "20 Dimension (B)"));
+  EXPECT_FALSE(setAreas(file, "A", true));
   EXPECT_EQ(folder.read("a.lay"), text);
 }
 
