@@ -121,6 +121,9 @@ val assignedLayers() {
 std::string assignLayer(const std::string& name, const std::string& entry) {
   return guarded([&] { return desk().assignLayer(name, entry); });
 }
+std::string setAreas(const std::string& name, bool areas) {
+  return guarded([&] { return desk().setAreas(name, areas); });
+}
 val readResult(const Options& options) {
   return guarded([&] { return desk().readResult(options); });
 }
@@ -196,6 +199,7 @@ EMSCRIPTEN_BINDINGS(quillon) {
   function("layerFile", &layerFile);
   function("assignedLayers", &assignedLayers);
   function("assignLayer", &assignLayer);
+  function("setAreas", &setAreas);
   function("readResult", &readResult);
   function("readDrawing", &readDrawing);
   function("compare", &compare);

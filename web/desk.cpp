@@ -107,16 +107,26 @@ val Desk::assignedLayers() const {
                   val value = val::object();
                   value.set("name", layer.name);
                   value.set("layer", layer.layer);
+                  value.set("areas", layer.areas);
                   return value;
                 });
 }
 
 std::string Desk::assignLayer(const std::string& name, const std::string& entry) {
+  return changeLayerFile([&] { return workbench::assignLayer(layerFile_, name, entry); });
+}
+
+std::string Desk::setAreas(const std::string& name, bool areas) {
+  return changeLayerFile([&] { return workbench::setAreas(layerFile_, name, areas); });
+}
+
+/// "" when it is done, else why not.
+std::string Desk::changeLayerFile(const std::function<bool()>& change) {
   const std::string former = layerFile_;
   if (former.empty()) placeLayerFile(files::layerFileBeside(drawing_ ? drawing_->name() : "_"));
   const convert::Messages messages(texts());
   try {
-    if (workbench::assignLayer(layerFile_, name, entry)) return {};
+    if (change()) return {};
     return texts()(TextId::AssignmentNotKept, {base::quotable(layerFile_)});
   } catch (const convert::NotALayerFile& error) {
     const std::string path = std::exchange(layerFile_, former);

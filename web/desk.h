@@ -2,6 +2,7 @@
 
 #include <emscripten/val.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,6 +34,7 @@ class Desk {
   emscripten::val layerFile() const;
   emscripten::val assignedLayers() const;
   std::string assignLayer(const std::string& name, const std::string& entry);
+  std::string setAreas(const std::string& name, bool areas);
 
   emscripten::val readResult(const Options& options);
   emscripten::val readDrawing();
@@ -51,6 +53,7 @@ class Desk {
   convert::Surroundings surroundings() const;
   std::string scriptName() const;
   void placeLayerFile(std::string name);
+  std::string changeLayerFile(const std::function<bool()>& change);
   void forgetReadings();
   const workbench::Reading* reading(const std::string& which) const;
   /// Runs a step of reading; what goes wrong becomes the reason for which there is no picture.

@@ -205,6 +205,8 @@ export interface AssignedLayer {
   name: string;
   /** An entry of editorLayers(); "" for the standard layer. */
   layer: string;
+  /** Closed polylines become areas, by the exact rules. */
+  areas: boolean;
 }
 
 export type Which = "result" | "drawing";
@@ -250,6 +252,8 @@ export interface Quillon {
    * away. "" when it is done, else why it is not, e.g. for a file that is no layer file.
    */
   assignLayer(name: string, entry: string): string;
+  /** Says the same way whether closed polylines on an assigned layer become areas. */
+  setAreas(name: string, areas: boolean): string;
 
   /** Reads what the options make of the drawing. Forgets what was read before. */
   readResult(options: Options): Facts;

@@ -179,6 +179,8 @@ export class App {
   }
 
   private read(): void {
+    const isExact = this.options.current.rules === "exact";
+    byId("assignments").classList.toggle("exact", isExact);
     this.output.clear();
     if (!this.drawings.current) return;
     byId("problem").hidden = true;

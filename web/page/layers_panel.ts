@@ -1,5 +1,6 @@
 // The layers of the picture, and EAGLE's layer for each of the drawing's.
 import { byId } from "./dom";
+import type { Engine } from "./engine";
 import { download } from "./files";
 import { showAssignments, showLayers } from "./lists";
 import type { Picture } from "./picture";
@@ -57,7 +58,12 @@ export class LayersPanel {
     byId("layer-file").textContent = file ? text("AssignmentsSavedIn", file.name) : "";
     if (!this.session.state.drawing) return;
     const assigned = await this.session.use((engine) => engine.call("assignedLayers"));
-    showAssignments(assigned, this.entries, (name, entry) => void this.assign(name, entry));
+    showAssignments(
+      assigned,
+      this.entries,
+      (name, entry) => void this.change((engine) => engine.call("assignLayer", name, entry)),
+      (name, areas) => void this.change((engine) => engine.call("setAreas", name, areas)),
+    );
   }
 
   async open(file: File | null): Promise<void> {
@@ -67,10 +73,11 @@ export class LayersPanel {
     this.onChanged();
   }
 
-  private async assign(name: string, entry: string): Promise<void> {
+  /** `make` changes the layer file, or says why it does not. */
+  private async change(make: (engine: Engine) => Promise<string>): Promise<void> {
     try {
       this.tell(await this.session.use(async (engine) => {
-        const refusal = await engine.call("assignLayer", name, entry);
+        const refusal = await make(engine);
         await this.session.takeLayerFile();
         return refusal;
       }));

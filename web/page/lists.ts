@@ -73,23 +73,31 @@ export function showAssignments(
   assigned: AssignedLayer[],
   entries: string[],
   changed: (name: string, entry: string) => void,
+  fill: (name: string, areas: boolean) => void,
 ): void {
   const standard = text("StandardLayerUsed");
-  const rows = assigned.map(({ name, layer }, index) => {
+  const rows = assigned.map(({ name, layer, areas }, index) => {
     const id = `assignment-${index}`;
     const list = make("select", { id });
     list.append(make("option", { value: layer }, layer || standard));
-    const fill = () => {
+    const complete = () => {
       if (list.options.length > 1) return;
       const others = ["", ...entries].map((value) => make("option", { value }, value || standard));
       list.replaceChildren(...others);
       if (layer && !entries.includes(layer)) list.append(make("option", { value: layer }, layer));
       list.value = layer;
     };
-    list.addEventListener("focus", fill);
-    list.addEventListener("pointerdown", fill);
+    list.addEventListener("focus", complete);
+    list.addEventListener("pointerdown", complete);
     list.addEventListener("change", () => changed(name, list.value));
-    return make("li", {}, make("label", { htmlFor: id }, name), list);
+    const row = make("li", {}, make("label", { htmlFor: id }, name), list);
+    if (layer) {
+      const box = make("input", { type: "checkbox", id: `areas-${index}`, checked: areas });
+      box.addEventListener("change", () => fill(name, box.checked));
+      const title = text("ColumnAreasTip");
+      row.append(make("label", { className: "areas", title }, box, text("ColumnAreas")));
+    }
+    return row;
   });
   replaceKeeping(byId("assignments"), rows);
 }

@@ -144,12 +144,15 @@ test('layer files are read, changed and given back', async () => {
   quillon.closeLayerFile();
   assert.equal(quillon.layerFile(), null);
   assert.equal(quillon.assignLayer('OUTLINE', '46 Milling (B)'), '');
-  assert.deepEqual(quillon.assignedLayers()[1], { name: 'OUTLINE', layer: '46 Milling (B)' });
+  assert.deepEqual(quillon.assignedLayers()[1], { name: 'OUTLINE', layer: '46 Milling (B)', areas: false });
   const { name, bytes: made } = quillon.layerFile();
   assert.equal(name, 'lid.lay');
   assert.equal(new TextDecoder().decode(made), '[1]\r\nlayername=OUTLINE\r\nlayernr=46\r\n');
   const script = quillon.convert(quillon.defaultOptions(), false, () => {}).script;
   assert.match(await script.text(), /Layer\s+46\s*;/);
+  assert.equal(quillon.setAreas('OUTLINE', true), '');
+  assert.equal(quillon.assignedLayers()[1].areas, true);
+  assert.match(new TextDecoder().decode(quillon.layerFile().bytes), /areas=1\r\n$/);
   quillon.openLayerFile('notes.txt', bytes('Dear Sir,\n'));
   assert.match(quillon.assignLayer('OUTLINE', '20'), /notes\.txt/);
   assert.equal(new TextDecoder().decode(quillon.layerFile().bytes), 'Dear Sir,\n');
@@ -160,7 +163,7 @@ test('layer files are read, changed and given back', async () => {
 test('files of the same name do not meet', () => {
   quillon.openLayerFile('same.dxf', bytes('[1]\r\nlayername=A\r\nlayernr=21\r\n'));
   openText('same.dxf', lines(3));
-  assert.deepEqual(quillon.assignedLayers(), [{ name: 'A', layer: '21 tPlace (B)' }]);
+  assert.deepEqual(quillon.assignedLayers(), [{ name: 'A', layer: '21 tPlace (B)', areas: false }]);
   openText('same.scr', lines(3));
   assert.equal(quillon.convert(quillon.defaultOptions(), false, () => {}).scriptName, 'same.scr.scr');
   quillon.closeLayerFile();

@@ -73,6 +73,18 @@ test('layers go where they are assigned, by the list and by a file', async (t) =
   const changed = await saved(page, '#download');
   assert.ok(changed.bytes.equals(nativeScript(example('lid.dxf'), ...exactly, '--layers', layerFile)));
   assert.ok(!changed.bytes.equals(withFile.bytes));
+  const areas = page.locator('#assignments li', { hasText: 'OUTLINE' }).locator('.areas input');
+  await areas.check();
+  await settled(page);
+  fs.writeFileSync(layerFile, (await saved(page, '#save-layer-file')).bytes);
+  assert.match(fs.readFileSync(layerFile, 'latin1'), /layername=OUTLINE\r\nlayernr=20\r\nareas=1\r\n/);
+  const filled = await saved(page, '#download');
+  assert.ok(filled.bytes.equals(nativeScript(example('lid.dxf'), ...exactly, '--layers', layerFile)));
+  assert.ok(!filled.bytes.equals(changed.bytes));
+  await page.click('#tab-settings');
+  await page.selectOption('#option-rules', 'classic');
+  await page.click('#tab-layers');
+  assert.equal(await areas.isVisible(), false);
 });
 
 test('layers can be hidden in the picture', async (t) => {
