@@ -28,7 +28,7 @@ struct DrawingKind {
 inline constexpr std::array<DrawingKind, 4> kDrawingKinds = {{
     {"lines", makeLines, 5.0},
     {"mixed", makeMixed, 5.0},
-    {"heavy", makeHeavy, 5.0},
+    {"heavy", makeHeavy, 9.0},
     {"polylines", makePolylines, 7.0},
 }};
 

@@ -226,9 +226,11 @@ TEST_F(OutputFileTest, AStreamOfTheProcessHasAllBytesAlsoWithoutACommit) {
 TEST_F(OutputFileTest, AStreamThatCannotTakeItsBytesIsAnError) {
   std::FILE* const stream = std::fopen("/dev/full", "wb");
   ASSERT_NE(stream, nullptr);
-  OutputFile file(stream);
-  file.write("new");
-  EXPECT_THROW(file.commit(), WriteError);
+  {
+    OutputFile file(stream);
+    file.write("new");
+    EXPECT_THROW(file.commit(), WriteError);
+  }
   std::fclose(stream);
 }
 

@@ -17,6 +17,7 @@
 #include "errors/program.h"
 #include "support/dxf_builder.h"
 #include "support/temp_folder.h"
+#include "support/timing.h"
 #include "windows/main_window.h"
 #include "windows/qt_texts.h"
 #include "windows/screen_fit.h"
@@ -114,7 +115,7 @@ class WindowTest : public ::testing::Test {
 
   /// A modal window that nobody answers would keep the test from ending: it fails instead.
   void endForgottenWindows() {
-    constexpr std::chrono::seconds kLongest(60);
+    const std::chrono::seconds longest(60 * testing::patience());
     auto* const timer = new QTimer(&timers);
     QObject::connect(timer, &QTimer::timeout, timer, [] {
       QWidget* const window = QApplication::activeModalWidget();
@@ -128,7 +129,7 @@ class WindowTest : public ::testing::Test {
         window->close();
       }
     });
-    timer->start(kLongest);
+    timer->start(longest);
   }
 
   testing::TempFolder folder;
