@@ -15,7 +15,6 @@ namespace {
 /// What is not near is often seen in the middle already, or at the first points of this order.
 constexpr std::array<std::size_t, kPointsInPart> kOrder = {7, 3, 11, 1, 5,  9,  13, 0,
                                                            2, 4, 6,  8, 10, 12, 14};
-constexpr std::size_t kFirstPoints = 3;
 constexpr std::size_t kMiddle = kPointsInPart / 2;
 constexpr int kMostHalvings = 24;
 /// Between the samples a curve may stray by about a fiftieth more than at them.
@@ -40,8 +39,14 @@ void straighten(Arc& arc, double resolution) {
   if (isStraight(arc, resolution)) arc.curve = 0.0;
 }
 
-/// Where the arcs between two points with these directions (unit vectors) meet.
-std::optional<Point> jointBetween(Point start, Point startDirection, Point end,
+/// Where two arcs meet, and how far each of their ends is from where its tangents meet.
+struct Joint {
+  Point at;
+  double reach;
+};
+
+/// That of the arcs between two points with these directions (unit vectors).
+std::optional<Joint> jointBetween(Point start, Point startDirection, Point end,
                                   Point endDirection) {
   const Point way = end - start;
   const Point bend = startDirection - endDirection;
@@ -51,7 +56,7 @@ std::optional<Point> jointBetween(Point start, Point startDirection, Point end,
   if (!(d > 0.0) || !usable(d) || startDirection == Point{} || endDirection == Point{}) {
     return std::nullopt;
   }
-  return middle(start, end) + bend * (0.5 * d);
+  return Joint{middle(start, end) + bend * (0.5 * d), d};
 }
 
 /// The arcs that meet in this joint; none where one of them would turn by 180 degrees or more.
@@ -80,22 +85,23 @@ class BiarcWriter {
 
   /// Draws what lies between two cuts.
   void writePiece(double from, double to) {
-    const Part whole{from, to, endOf(curve_(from, Side::kAfter)), endOf(curve_(to, Side::kBefore)),
-                     0};
-    if (!begin(whole)) return;
-    std::size_t count = 0;
-    pending_[count++] = whole;
-    while (count > 0) {
-      const Part part = pending_[--count];
+    End start = endOf(curve_(from, Side::kAfter));
+    stops_[0] = {to, endOf(curve_(to, Side::kBefore)), 0};
+    if (!begin(start.sample.at, stops_[0].end.sample.at)) return;
+    for (std::size_t count = 1; count > 0;) {
+      Stop& stop = stops_[count - 1];
+      const Part part{from, stop.at, start, stop.end};
       if (written_ >= settings_.maxVertices) {
         report_.limitReached = true;
-        lineTo(part.end.sample.at);
-      } else if (!write(part)) {
-        const double half = part.from + 0.5 * (part.to - part.from);
-        const End between = endOf(inner_[kMiddle]);
-        pending_[count++] = {half, part.to, between, part.end, part.halvings + 1};
-        pending_[count++] = {part.from, half, part.start, between, part.halvings + 1};
+        lineTo(stop.end.sample.at);
+      } else if (!write(part, stop.halvings)) {
+        ++stop.halvings;
+        stops_[count++] = {from + 0.5 * (stop.at - from), endOf(inner_[kMiddle]), stop.halvings};
+        continue;
       }
+      from = stop.at;
+      start = stop.end;
+      --count;
     }
   }
 
@@ -106,19 +112,27 @@ class BiarcWriter {
     CurveSample sample;
     Point direction;  ///< of the curve; a unit vector
   };
+  /// Where a part ends that has been halved this often.
+  struct Stop {
+    double at;
+    End end;
+    int halvings;
+  };
   /// A part of the curve, which the path has reached.
   struct Part {
     double from;
     double to;
-    End start;
-    End end;
-    int halvings;
+    const End& start;
+    const End& end;
   };
   /// How near a part is to the line between its ends, and to both arcs.
   struct Verdict {
     Nearness line = Nearness::Unclear;
     Nearness arcs = Nearness::Unclear;
-    std::optional<Point> joint{};  ///< of the arcs, if it was looked for
+    std::optional<Joint> joint{};  ///< of the arcs, if it was looked for
+    /// Whether the arcs are lines; once they are known to be near.
+    bool isFirstLine = false;
+    bool isSecondLine = false;
   };
 
   static End endOf(const CurveSample& sample) { return {sample, unit(sample.derivative)}; }
@@ -127,9 +141,8 @@ class BiarcWriter {
   Point start() const { return path_.vertices.back().at; }
 
   /// Brings the path to the start of a piece. False if the piece cannot be drawn.
-  bool begin(const Part& piece) {
-    const Point at = piece.start.sample.at;
-    if (!usable(at) || !usable(piece.end.sample.at)) {
+  bool begin(Point at, Point end) {
+    if (!usable(at) || !usable(end)) {
       report_.unusable = true;
       return false;
     }
@@ -145,13 +158,13 @@ class BiarcWriter {
 
   /// Draws a part that needs no halving, or can have no more; false for others, whose middle then
   /// is known.
-  bool write(const Part& part) {
+  bool write(const Part& part, int halvings) {
     known_ = 0;
     isUnusable_ = false;
     if (writeIfClear(part)) return true;
     if (isUnusable_) report_.unusable = true;
     if (!isUnusable_) {
-      if (part.halvings < kMostHalvings) return false;
+      if (halvings < kMostHalvings) return false;
       report_.coarse = true;
     }
     lineTo(part.end.sample.at);
@@ -166,7 +179,7 @@ class BiarcWriter {
       lineTo(part.end.sample.at);
       return true;
     }
-    const bool isUsable = !isUnusable_ && usable(pointOf(part, kMiddle));
+    const bool isUsable = !isUnusable_ && usable(middle_);
     if (isUsable && verdict.arcs == Nearness::Near && writeBiarc(part, verdict)) return true;
     // The sample in the middle is needed to halve the part.
     sampleOf(part, kMiddle);
@@ -177,48 +190,77 @@ class BiarcWriter {
   Verdict lookAt(const Part& part) {
     const Point from = start();
     const Point to = part.end.sample.at;
-    if (points_ != nullptr) points_->divide(part.from, part.to, part.start.sample, inPart_);
+    areDivided_ = false;
+    middle_ = points_ == nullptr ? sampleOf(part, kMiddle).at
+                                 : points_->middle(part.from, part.to, part.start.sample);
     const double size = std::max(
         {std::fabs(from.x), std::fabs(from.y), std::fabs(to.x), std::fabs(to.y), pointsSize_});
     const auto limits = NearLimits::around(allowed_, size);
     if (!limits || from == to) return {};
-    const NearArc straight = NearArc::line(from, to, *limits);
-    const Nearness line = nearnessOf(
-        part, [&](Point p, bool) { return straight(p); },
-        [&](const double* x, const double* y) { return straight.areBeside(x, y, kPointsInPart); });
-    if (line != Nearness::Far) return {line, Nearness::Unclear};
-    const auto joint = jointBetween(from, part.start.direction, to, part.end.direction);
-    if (!joint) return {line, Nearness::Unclear};
-    const auto first =
-        NearArc::leaving(from, part.start.direction, *joint, settings_.resolution, *limits);
-    const auto second =
-        NearArc::meeting(*joint, to, part.end.direction, settings_.resolution, *limits);
-    if (!first || !second) return {line, Nearness::Unclear, joint};
-    const Nearness arcs = nearnessOf(
-        part,
-        [&](Point p, bool isInFirstHalf) {
-          // Near to the one that is likely is near enough.
-          const Nearness likely = isInFirstHalf ? (*first)(p) : (*second)(p);
-          if (likely == Nearness::Near) return likely;
-          const Nearness other = isInFirstHalf ? (*second)(p) : (*first)(p);
-          return likely == Nearness::Unclear && other == Nearness::Far ? likely : other;
-        },
-        [&](const double* x, const double* y) {
-          // The one in the middle, where both meet, has been looked at.
-          return first->areBeside(x, y, kMiddle) &&
-                 second->areBeside(x + kMiddle + 1, y + kMiddle + 1, kMiddle);
-        });
-    return {line, arcs, joint};
+    if (!isSurelyBeside(from, to, limits->distant)) {
+      const NearArc straight = NearArc::line(from, to, *limits);
+      const Nearness line =
+          nearnessOf(part, straight, straight, [&](const double* x, const double* y) {
+            return straight.areBeside(x, y, kPointsInPart);
+          });
+      if (line != Nearness::Far) return {line, Nearness::Unclear};
+    }
+    return lookAtArcs(part, size, *limits);
   }
 
-  /// That of the first point that is not near. `areAllNear` may tell of all at once that they are.
-  template <typename OfPoint, typename OfAll>
-  Nearness nearnessOf(const Part& part, OfPoint&& nearnessOfPoint, OfAll&& areAllNear) {
+  Verdict lookAtArcs(const Part& part, double size, const NearLimits& limits) {
+    const Point from = start();
+    const Point to = part.end.sample.at;
+    Verdict verdict{Nearness::Far, Nearness::Unclear,
+                    jointBetween(from, part.start.direction, to, part.end.direction)};
+    // The place of the joint has to be exact in proportion to the arcs.
+    constexpr double kLeastReach = 1e-7;
+    if (!verdict.joint || !(verdict.joint->reach > kLeastReach * size)) return verdict;
+    const auto [joint, reach] = *verdict.joint;
+    // Where they meet, the tangents of the ends have come together.
+    const Point tangent =
+        ((to - from) * (1.0 / reach) - (part.start.direction + part.end.direction)) * 0.5;
+    const auto first = NearArc::between(from, joint, {part.start.direction, tangent}, reach,
+                                        settings_.resolution, limits);
+    const auto second = NearArc::between(joint, to, {tangent, part.end.direction}, reach,
+                                         settings_.resolution, limits);
+    if (!first || !second) return verdict;
+    verdict.arcs = nearnessOf(part, *first, *second, [&](const double* x, const double* y) {
+      // The one in the middle, where both meet, has been looked at.
+      return first->areBeside(x, y, kMiddle) &&
+             second->areBeside(x + kMiddle + 1, y + kMiddle + 1, kMiddle);
+    });
+    verdict.isFirstLine = first->isLine();
+    verdict.isSecondLine = second->isLine();
+    return verdict;
+  }
+
+  /// Whether the middle of the part at hand is clearly farther away from the line.
+  bool isSurelyBeside(Point from, Point to, double distant) const {
+    const Point way = to - from;
+    const double across = cross(way, middle_ - from);
+    return across * across > distant * distant * dot(way, way);
+  }
+
+  /// That of the first point that is near to neither arc. `areAllNear` may tell of all at once,
+  /// but for the middle, that they are near.
+  template <typename OfAll>
+  Nearness nearnessOf(const Part& part, const NearArc& first, const NearArc& second,
+                      OfAll&& areAllNear) {
+    const auto nearnessOfPoint = [&](Point p, bool isInFirstHalf) {
+      // Near to the one that is likely is near enough.
+      const Nearness likely = isInFirstHalf ? first(p) : second(p);
+      if (likely == Nearness::Near) return likely;
+      const Nearness other = isInFirstHalf ? second(p) : first(p);
+      return likely == Nearness::Unclear && other == Nearness::Far ? likely : other;
+    };
     for (std::size_t n = 0; n < kPointsInPart; ++n) {
-      if (n == kFirstPoints && points_ != nullptr && areAllNear(inPart_.x.data(), inPart_.y.data()))
-        break;
+      if (n == 1 && points_ != nullptr) {
+        divide(part);
+        if (areAllNear(inPart_.x.data(), inPart_.y.data())) break;
+      }
       const std::size_t i = kOrder[n];
-      const Nearness nearness = nearnessOfPoint(pointOf(part, i), i <= kMiddle);
+      const Nearness nearness = nearnessOfPoint(n == 0 ? middle_ : pointOf(part, i), i <= kMiddle);
       if (nearness != Nearness::Near) return nearness;
     }
     auto check = std::upper_bound(checks_.begin(), checks_.end(), part.from);
@@ -230,27 +272,47 @@ class BiarcWriter {
     return Nearness::Near;
   }
 
+  void divide(const Part& part) {
+    if (areDivided_) return;
+    areDivided_ = true;
+    points_->divide(part.from, part.to, part.start.sample, inPart_);
+  }
+
   bool isLine(const Part& part) {
     return liesWithin(part, ArcDistance({start(), part.end.sample.at}), nullptr);
   }
 
   bool writeBiarc(const Part& part, const Verdict& verdict) {
+    if (verdict.arcs == Nearness::Near) {
+      writeNearBiarc(part, verdict);
+      return true;
+    }
     const auto joint = verdict.joint ? verdict.joint
                                      : jointBetween(start(), part.start.direction,
                                                     part.end.sample.at, part.end.direction);
     if (!joint) return false;
-    std::optional<Biarc> arcs =
-        biarcThrough(*joint, start(), part.start.direction, part.end.sample.at, part.end.direction);
+    std::optional<Biarc> arcs = biarcThrough(joint->at, start(), part.start.direction,
+                                             part.end.sample.at, part.end.direction);
     if (!arcs) return false;
     straighten(arcs->first, settings_.resolution);
     straighten(arcs->second, settings_.resolution);
-    if (verdict.arcs == Nearness::Unclear) {
-      const ArcDistance second(arcs->second);
-      if (!liesWithin(part, ArcDistance(arcs->first), &second)) return false;
-    }
+    const ArcDistance second(arcs->second);
+    if (!liesWithin(part, ArcDistance(arcs->first), &second)) return false;
     arcTo(arcs->first.end, arcs->first.curve);
     arcTo(arcs->second.end, arcs->second.curve);
     return true;
+  }
+
+  /// Arcs that are known to turn by less than 180 degrees, and whether they are lines.
+  void writeNearBiarc(const Part& part, const Verdict& verdict) {
+    const Point joint = verdict.joint->at;
+    const Point end = part.end.sample.at;
+    const double first =
+        verdict.isFirstLine ? 0.0 : arcAlong(start(), part.start.direction, joint).curve;
+    const double second =
+        verdict.isSecondLine ? 0.0 : -arcAlong(end, -part.end.direction, joint).curve;
+    arcTo(joint, first);
+    arcTo(end, second);
   }
 
   /// A point within the part, but for some rounding.
@@ -302,11 +364,13 @@ class BiarcWriter {
   double pointsSize_;
   double allowed_;
   CurveReport report_;
-  std::array<Part, kMostHalvings + 2> pending_;  ///< the right halves, and the part at hand
+  std::array<Stop, kMostHalvings + 2> stops_;  ///< of the parts to be drawn, the last one first
   // Points of the part at hand as samples, and which of them are known, as bits; and from points_.
   std::array<CurveSample, kPointsInPart> inner_{};
   unsigned known_ = 0;
   PartPoints inPart_;
+  bool areDivided_ = false;  ///< inPart_ has those of the part at hand
+  Point middle_;             ///< of the part at hand, but for some rounding
   bool isUnusable_ = false;  ///< one of the samples is
   std::size_t written_ = 0;
   bool started_ = false;
@@ -318,7 +382,7 @@ std::optional<Biarc> biarcBetween(Point start, Point startDirection, Point end,
                                   Point endDirection) {
   const auto joint = jointBetween(start, startDirection, end, endDirection);
   if (!joint) return std::nullopt;
-  return biarcThrough(*joint, start, startDirection, end, endDirection);
+  return biarcThrough(joint->at, start, startDirection, end, endDirection);
 }
 
 CurveReport appendBiarcs(const Curve& curve, std::span<const double> cuts,

@@ -49,6 +49,10 @@ void CubicPoints::divide(double from, double to, const CurveSample&, PartPoints&
   }
 }
 
+Point CubicPoints::middle(double from, double to, const CurveSample&) {
+  return at(from + 0.5 * (to - from));
+}
+
 Point CubicPoints::at(double parameter) { return pointIn(spanOf(parameter), parameter); }
 
 const CubicPoints::Span& CubicPoints::spanOf(double parameter) const {

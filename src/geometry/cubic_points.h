@@ -17,6 +17,7 @@ class CubicPoints final : public CurvePoints {
   explicit CubicPoints(const Spline& spline);
 
   void divide(double from, double to, const CurveSample& start, PartPoints& points) override;
+  Point middle(double from, double to, const CurveSample& start) override;
   Point at(double parameter) override;
   double size() const override { return size_; }
 

@@ -40,6 +40,8 @@ class CurvePoints {
   /// Gives the points of a part of the curve without kinks that divide it at equal steps of the
   /// parameter. `start` is where the curve is at `from`.
   virtual void divide(double from, double to, const CurveSample& start, PartPoints& points) = 0;
+  /// The one in the middle of them alone.
+  virtual Point middle(double from, double to, const CurveSample& start) = 0;
   virtual Point at(double parameter) = 0;
   /// The size of the largest number that was rounded on the way.
   virtual double size() const = 0;

@@ -91,6 +91,11 @@ class EllipsePoints final : public CurvePoints {
       points.y[i] = centre.y + out.y * turns.x[i] + along.y * turns.y[i];
     }
   }
+  Point middle(double from, double to, const CurveSample& start) override {
+    const PartPoints& turns = turnsBy((to - from) / static_cast<double>(kPointsInPart + 1));
+    const Point turn = turns[kPointsInPart / 2];
+    return ellipse_.centre + (start.at - ellipse_.centre) * turn.x + start.derivative * turn.y;
+  }
   Point at(double parameter) override { return ellipse_.at(parameter); }
   double size() const override {
     // Larger parameters are not exact enough.

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <optional>
-#include <utility>
 
 #include "geometry/point.h"
 #include "geometry/vectors.h"
@@ -31,6 +31,12 @@ struct NearLimits {
   }
 };
 
+/// Two unit vectors.
+struct Tangents {
+  Point start;
+  Point end;
+};
+
 /// A line, or an arc of less than half a turn, from its tangents.
 class NearArc {
  public:
@@ -38,17 +44,33 @@ class NearArc {
     const Point along = unit(end - start);
     return {start, end, {along, along}, 0.0, limits};
   }
-  /// The arc that leaves a point in this direction (a unit vector), or meets it, and has its other
-  /// end there; a line where its sagitta is below half of the resolution. None where it is close to
-  /// half a turn, or to that sagitta.
-  static std::optional<NearArc> leaving(Point start, Point direction, Point end, double resolution,
-                                        const NearLimits& limits) {
-    return between(start, end, direction, true, resolution, limits);
+  /// The arc with these tangents, which meet in a point that is `reach` away from both of its ends;
+  /// a line where its sagitta is below half of the resolution. None where it is close to half a
+  /// turn, or to that sagitta.
+  static std::optional<NearArc> between(Point start, Point end, const Tangents& tangents,
+                                        double reach, double resolution, const NearLimits& limits) {
+    constexpr double kLeastCosine = -0.99;
+    const double more = 1.0 + dot(tangents.start, tangents.end);
+    if (!(more > 1.0 + kLeastCosine)) return std::nullopt;
+    // Of half of the turn; and the chord squared.
+    const double tangent = cross(tangents.start, tangents.end) / more;
+    const double square = 2.0 * reach * reach * more;
+    const double doubt = limits.distant - limits.nearby;
+    // Tangents of a quarter of the turn are no less than this times those of half of it, up to 1.
+    constexpr double kLeastPart = 0.414;
+    const double least = kLeastPart * kLeastPart * square * std::min(tangent * tangent, 1.0);
+    if (!(least > (resolution + doubt) * (resolution + doubt))) {
+      const double twoSagittas =
+          std::sqrt(square) * std::fabs(tangent) / (1.0 + std::sqrt(1.0 + tangent * tangent));
+      if (twoSagittas < resolution - doubt) return line(start, end, limits);
+      if (!(twoSagittas > resolution + doubt)) return std::nullopt;
+    }
+    const double curvature = tangent / reach;
+    if (!(std::fabs(curvature) * limits.distant < 0.5)) return std::nullopt;
+    return NearArc(start, end, tangents, curvature, limits);
   }
-  static std::optional<NearArc> meeting(Point start, Point end, Point direction, double resolution,
-                                        const NearLimits& limits) {
-    return between(start, end, direction, false, resolution, limits);
-  }
+
+  bool isLine() const { return curvature_ == 0.0; }
 
   Nearness operator()(Point p) const {
     const Point fromStart = p - start_;
@@ -67,29 +89,46 @@ class NearArc {
     return square > 0.25 * farExcess_ * farExcess_ ? Nearness::Far : Nearness::Unclear;
   }
 
-  /// Whether these points, two or more, are all near and beside the arc, none beyond its ends. It
-  /// takes less time than one by one.
+  /// Whether these points, two or more, are surely all near and beside the arc. It takes less time
+  /// than one by one.
   bool areBeside(const double* x, const double* y, std::size_t count) const {
-    auto are = Lanes{} == Lanes{};
+    // What is near to the circle and past the start is beyond the end only if it is farther from
+    // the start than the end is, but for the limit.
+    const double chordSquare = dot(end_ - start_, end_ - start_);
+    const double farthest = chordSquare * (1.0 - kMore * 0.5 * nearExcess_ * curvature_);
+    Lanes leastAlong = kAnything;
+    Lanes mostSquare = -kAnything;
+    Lanes leastExcess = kAnything;
+    Lanes mostExcess = -kAnything;
+    Lanes sum{};
     for (std::size_t i = 0; i < count; i += 2) {
       const std::size_t at = std::min(i, count - 2);
-      const Lanes px = lanesAt(x + at);
-      const Lanes py = lanesAt(y + at);
-      const Lanes outX = px - start_.x;
-      const Lanes outY = py - start_.y;
-      are &= outX * startTangent_.x + outY * startTangent_.y >= 0.0;
-      are &= (px - end_.x) * endTangent_.x + (py - end_.y) * endTangent_.y <= 0.0;
-      const Lanes excess =
-          (outX * outX + outY * outY) * curvature_ + (outX * side_.x + outY * side_.y);
-      are &= excess >= nearBend_ - nearExcess_;
-      are &= excess <= nearBend_ + nearExcess_;
+      const Lanes outX = lanesAt(x + at) - start_.x;
+      const Lanes outY = lanesAt(y + at) - start_.y;
+      const Lanes square = outX * outX + outY * outY;
+      const Lanes along = outX * startTangent_.x + outY * startTangent_.y;
+      const Lanes excess = square * curvature_ + (outX * side_.x + outY * side_.y);
+      leastAlong = along < leastAlong ? along : leastAlong;
+      mostSquare = square > mostSquare ? square : mostSquare;
+      leastExcess = excess < leastExcess ? excess : leastExcess;
+      mostExcess = excess > mostExcess ? excess : mostExcess;
+      // What is no number would be overlooked by the others.
+      sum += square;
     }
-    return (are[0] & are[1]) != 0;
+    return std::min(leastAlong[0], leastAlong[1]) >= 0.0 &&
+           std::max(mostSquare[0], mostSquare[1]) <= farthest &&
+           std::min(leastExcess[0], leastExcess[1]) >= nearBend_ - nearExcess_ &&
+           std::max(mostExcess[0], mostExcess[1]) <= nearBend_ + nearExcess_ &&
+           std::isfinite(sum[0] + sum[1]);
   }
 
  private:
   /// Two numbers that are worked on together.
   using Lanes __attribute__((vector_size(2 * sizeof(double)))) = double;
+
+  static constexpr double kMore = 1.0 + 1e-9;
+  static constexpr Lanes kAnything = {std::numeric_limits<double>::infinity(),
+                                      std::numeric_limits<double>::infinity()};
 
   static Lanes lanesAt(const double* numbers) {
     Lanes lanes{};
@@ -97,37 +136,18 @@ class NearArc {
     return lanes;
   }
 
-  NearArc(Point start, Point end, const std::pair<Point, Point>& tangents, double curvature,
+  NearArc(Point start, Point end, const Tangents& tangents, double curvature,
           const NearLimits& limits)
       : start_(start),
         end_(end),
-        startTangent_(tangents.first),
-        endTangent_(tangents.second),
+        startTangent_(tangents.start),
+        endTangent_(tangents.end),
         side_(leftOf(startTangent_) * (curvature > 0.0 ? -2.0 : 2.0)),
         curvature_(std::fabs(curvature)),
         nearExcess_(2.0 * limits.nearby),
         farExcess_(2.0 * limits.distant),
         nearBend_(limits.nearby * limits.nearby * curvature_),
         farBend_(limits.distant * limits.distant * curvature_) {}
-
-  static std::optional<NearArc> between(Point start, Point end, Point direction, bool leaves,
-                                        double resolution, const NearLimits& limits) {
-    const double chord = norm(end - start);
-    if (!(chord > 0.0)) return std::nullopt;
-    const Point along = (end - start) * (1.0 / chord);
-    // Of half of the curve.
-    const double cosine = dot(along, direction);
-    const double sine = leaves ? cross(direction, along) : cross(along, direction);
-    if (!(cosine > 1e-6)) return std::nullopt;
-    const double overSagitta = chord * std::fabs(sine) / ((1.0 + cosine) * resolution);
-    if (overSagitta < 1.0 - 1e-6) return line(start, end, limits);
-    const double curvature = 2.0 * sine / chord;
-    const bool isTight = !(std::fabs(curvature) * limits.distant < 0.5);
-    if (isTight || !(overSagitta > 1.0 + 1e-6)) return std::nullopt;
-    const Point mirrored = along * (2.0 * cosine) - direction;
-    const auto tangents = leaves ? std::pair(direction, mirrored) : std::pair(mirrored, direction);
-    return NearArc(start, end, tangents, curvature, limits);
-  }
 
   Point start_;
   Point end_;

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
+#include <optional>
 #include <random>
 #include <utility>
 #include <vector>
@@ -58,27 +60,34 @@ void compare(const NearArc& nearArc, const Arc& arc, std::mt19937& random, Count
   }
 }
 
+/// How far the ends of an arc are from where its tangents meet.
+double reachOf(const Arc& arc) {
+  return 0.5 * chord(arc) / std::fabs(unitVector(0.5 * arc.curve).x);
+}
+
+std::optional<NearArc> nearArcOf(const Arc& arc, const NearLimits& limits) {
+  return NearArc::between(arc.start, arc.end, {tangentAt(arc, 0.0), tangentAt(arc, 1.0)},
+                          reachOf(arc), kArcResolution, limits);
+}
+
 TEST(NearArc, AgreesWithTheDistance) {
   std::mt19937 random(1);
   std::uniform_real_distribution<double> number(-1.0, 1.0);
   const NearLimits limits = *NearLimits::around(kAllowed, 2.0);
   Counts counts;
-  for (int i = 0; i < 2000; ++i) {
+  for (int i = 0; i < 4000; ++i) {
     const Point start{number(random), number(random)};
     const Point end{number(random), number(random)};
     // From all but straight to almost half a turn.
-    const double curve = 179.0 * number(random) * (i % 3 == 0 ? 1e-3 : 1.0);
+    const double curve = 171.0 * number(random) * (i % 3 == 0 ? 1e-3 : 1.0);
     Arc arc{start, end, curve};
-    const Point leaves = tangentAt(arc, 0.0);
-    const Point meets = tangentAt(arc, 1.0);
+    const auto nearArc = nearArcOf(arc, limits);
     if (isStraight(arc, kArcResolution)) arc.curve = 0.0;
-    const auto one = NearArc::leaving(start, leaves, end, kArcResolution, limits);
-    const auto other = NearArc::meeting(start, end, meets, kArcResolution, limits);
     // Of arcs with a radius as small as the tolerance nothing is told.
     if (!(radius(arc) > 3.0 * kAllowed)) continue;
-    ASSERT_TRUE(one && other) << i;
-    compare(*one, arc, random, counts);
-    compare(*other, arc, random, counts);
+    ASSERT_TRUE(nearArc) << i;
+    EXPECT_EQ(nearArc->isLine(), arc.curve == 0.0) << i;
+    compare(*nearArc, arc, random, counts);
   }
   EXPECT_GT(counts.nearby, 5000);
   EXPECT_GT(counts.distant, 5000);
@@ -88,7 +97,7 @@ TEST(NearArc, AgreesWithTheDistance) {
 TEST(NearArc, SeveralPointsAreBesideWhereEachIsNearAndNoneBeyondAnEnd) {
   const NearLimits limits = *NearLimits::around(kAllowed, 2.0);
   const Arc arc{{0.0, 0.0}, {1.0, 0.0}, 80.0};
-  const NearArc nearArc = *NearArc::leaving(arc.start, tangentAt(arc, 0.0), arc.end, 1e-5, limits);
+  const NearArc nearArc = *nearArcOf(arc, limits);
   for (const std::size_t count : {2U, 7U, 8U}) {
     std::array<double, 8> x{};
     std::array<double, 8> y{};
@@ -120,9 +129,20 @@ TEST(NearArc, SeveralPointsAreBesideWhereEachIsNearAndNoneBeyondAnEnd) {
 
 TEST(NearArc, TellsNothingOfHalfATurn) {
   const NearLimits limits = *NearLimits::around(kAllowed, 2.0);
-  EXPECT_FALSE(NearArc::leaving({0, 0}, {0, 1}, {1, 0}, kArcResolution, limits));
-  EXPECT_FALSE(NearArc::leaving({0, 0}, {-0.6, 0.8}, {1, 0}, kArcResolution, limits));
-  EXPECT_FALSE(NearArc::leaving({1, 1}, {1, 0}, {1, 1}, kArcResolution, limits));
+  EXPECT_FALSE(nearArcOf({{0, 0}, {1, 0}, 180.0}, limits));
+  EXPECT_FALSE(nearArcOf({{0, 0}, {1, 0}, -179.0}, limits));
+}
+
+TEST(NearArc, TellsNothingWhereItMayBeALineOrAnArc) {
+  const NearLimits limits = *NearLimits::around(kAllowed, 2.0);
+  // Twice the sagitta is the resolution at the curve in the middle.
+  const double curve = 4.0 * degreesOf(kArcResolution);
+  const auto nearArcWith = [&](double share) {
+    return nearArcOf({{0, 0}, {1, 0}, share * curve}, limits);
+  };
+  EXPECT_TRUE(nearArcWith(0.99)->isLine());
+  EXPECT_FALSE(nearArcWith(1.0));
+  EXPECT_FALSE(nearArcWith(1.01)->isLine());
 }
 
 TEST(NearLimits, ThereAreNoneWhereRoundingMatters) {
@@ -173,7 +193,9 @@ TEST(CubicPoints, DivideAPartWithinASpanOrAcrossSeveral) {
       const double start = spline.first() + from * width;
       const double step = (to - from) * width / (kPointsInPart + 1);
       PartPoints divided;
-      points.divide(start, start + step * (kPointsInPart + 1), {}, divided);
+      const double end = start + step * (kPointsInPart + 1);
+      points.divide(start, end, {}, divided);
+      EXPECT_LT(distance(points.middle(start, end, {}), divided[kPointsInPart / 2]), 1e-7);
       for (std::size_t i = 0; i < kPointsInPart; ++i) {
         const double t = start + step * static_cast<double>(i + 1);
         const Point before = spline.sample(t, Side::kBefore).at;
