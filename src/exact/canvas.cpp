@@ -50,6 +50,14 @@ geometry::CurveSettings Canvas::curveSettings(double diagonal) const {
   return {std::max(measures_.tolerance, kTolerancePerSize * diagonal), measures_.resolution};
 }
 
+/// By its own diagonal, which is looked for only where that may matter.
+template <typename Shape>
+geometry::CurveSettings Canvas::curveSettingsOf(const Shape& curve) const {
+  const geometry::CurveSettings settings = curveSettings(geometry::mostDiagonal(curve));
+  if (settings.tolerance == measures_.tolerance) return settings;
+  return curveSettings(geometry::bounds(curve).diagonal());
+}
+
 void Canvas::stroke(const Item& item, const Path& path, const Affine& map, const Stroke& how) {
   strokeMapped(item, mapped(item, path, map), how, false);
 }
@@ -99,8 +107,8 @@ Path Canvas::mapped(const Item& item, const geometry::Ellipse& ellipse, const Af
 
 /// Of an ellipse in units of the script. Circles are exact, whatever the tolerance.
 Path Canvas::pathOf(const Item& item, const geometry::Ellipse& ellipse, bool isCircle) {
-  const double size = isCircle ? 0.0 : geometry::bounds(ellipse).diagonal();
-  CurvePath result = geometry::ellipsePath(ellipse, curveSettings(size));
+  CurvePath result =
+      geometry::ellipsePath(ellipse, isCircle ? curveSettings(0.0) : curveSettingsOf(ellipse));
   note(item, result.report);
   return std::move(result.path);
 }
@@ -110,8 +118,8 @@ Path Canvas::mapped(const Item& item, const geometry::Spline& spline) {
   if (faults.degree) lose(item, LossRule::DegreeLowered);
   if (faults.knots) lose(item, LossRule::KnotsReplaced);
   if (faults.weights) lose(item, LossRule::WeightsDropped);
-  const double size = spline.usable() ? geometry::bounds(spline).diagonal() : 0.0;
-  CurvePath result = geometry::splinePath(spline, curveSettings(size));
+  CurvePath result =
+      geometry::splinePath(spline, spline.usable() ? curveSettingsOf(spline) : curveSettings(0.0));
   note(item, result.report);
   return std::move(result.path);
 }
@@ -130,11 +138,7 @@ Path Canvas::mapped(const Item& item, const geometry::FitSpline& spline, const A
   return mapped(item, result.path, map);
 }
 
-void Canvas::tidy(Path& path) const {
-  geometry::dropClosePoints(path, measures_.resolution);
-  geometry::straightenFlatArcs(path, measures_.resolution);
-  geometry::splitWideArcs(path);
-}
+void Canvas::tidy(Path& path) const { geometry::tidy(path, measures_.resolution); }
 
 void Canvas::strokeMapped(const Item& item, Path path, const Stroke& how, bool isCircle) {
   if (path.vertices.empty()) return;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstddef>
 #include <utility>
 
 #include "base/layer_number.h"
@@ -185,13 +187,21 @@ std::string_view CommandWriter::signalOn(int layer) {
 }
 
 void CommandWriter::collect(const Path& path) {
-  corners_.clear();
-  for (const geometry::Vertex& vertex : path.vertices) {
-    corners_.push_back({placed(vertex.at), vertex.curve});
+  const std::size_t count = path.vertices.size();
+  const bool closes = path.closed && count > 0;
+  corners_.resize(closes ? count + 1 : count);
+  geometry::Box points;
+  double mostCurve = 0.0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const geometry::Vertex& vertex = path.vertices[i];
+    corners_[i] = {placed(vertex.at), vertex.curve};
+    points.add(corners_[i].at);
+    mostCurve = std::max(mostCurve, std::fabs(vertex.curve));
   }
-  if (path.closed && !corners_.empty()) corners_.push_back({corners_.front().at, 0.0});
+  if (closes) corners_[count] = {corners_.front().at, 0.0};
   if (inPart_) return;
-  for (const eagle::Corner& corner : corners_) bounds_.add(corner.at);
+  bounds_.add(points);
+  if (mostCurve == 0.0 || geometry::areSurelyWithin(points, mostCurve, bounds_)) return;
   const std::size_t arcs = geometry::arcCount(path);
   for (std::size_t i = 0; i < arcs; ++i) {
     if (path.vertices[i].curve == 0.0) continue;

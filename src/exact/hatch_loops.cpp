@@ -153,9 +153,7 @@ class LoopMaker {
     std::vector<Path> kept;
     for (Path& loop : loops_) {
       if (canvas_.step()) break;
-      geometry::dropClosePoints(loop, canvas_.measures().resolution);
-      geometry::straightenFlatArcs(loop, canvas_.measures().resolution);
-      geometry::splitWideArcs(loop);
+      geometry::tidy(loop, canvas_.measures().resolution);
       if (hasArea(loop)) kept.push_back(std::move(loop));
     }
     return kept;

@@ -200,8 +200,23 @@ bool isCircle(const Ellipse& ellipse, double resolution) {
 }
 
 bool isFlat(const Ellipse& ellipse) {
+  // The longest half axis squared is at most the sum of any two squared, which mostly is enough,
+  // unless rounding next to the centre counts.
+  constexpr double kClearly = 1.001;
+  const double most = dot(ellipse.u, ellipse.u) + dot(ellipse.v, ellipse.v);
+  const double area = std::fabs(cross(ellipse.u, ellipse.v));
+  if (area > kClearly * 1e-6 * most && most > 1e-20 * dot(ellipse.centre, ellipse.centre)) {
+    return false;
+  }
   const double longest = norm(ellipse.at(farthest(ellipse)) - ellipse.centre);
   return !(std::fabs(cross(ellipse.u, ellipse.v)) >= 1e-6 * longest * longest) || longest == 0.0;
+}
+
+double mostDiagonal(const Ellipse& ellipse) {
+  constexpr double kMore = 1.0 + 1e-9;
+  constexpr double kRounding = 1e-12;
+  const double half = std::sqrt(dot(ellipse.u, ellipse.u) + dot(ellipse.v, ellipse.v));
+  return 2.0 * kMore * half + kRounding * norm(ellipse.centre);
 }
 
 Box bounds(const Ellipse& ellipse) {

@@ -39,6 +39,8 @@ Ellipse mapped(const Ellipse& ellipse, const Affine& map);
 bool isCircle(const Ellipse& ellipse, double resolution);
 /// Whether it is so thin (1 to a million) that only a segment is left of it, or less.
 bool isFlat(const Ellipse& ellipse);
+/// At least as long as the diagonal of the rectangle around the whole ellipse.
+double mostDiagonal(const Ellipse& ellipse);
 /// The rectangle around the part between start and start + sweep.
 Box bounds(const Ellipse& ellipse);
 

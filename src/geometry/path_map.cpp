@@ -40,10 +40,44 @@ bool staysUsable(const Path& path, const Affine& map) {
   });
 }
 
+/// Whether circles of every radius that drawings have stay circles to the bit, as under a turn and
+/// a scaling, which may mirror.
+bool keepsAllCircles(const Affine& map) {
+  constexpr double kMostScale = 1e10;
+  if (!(std::fabs(map.xx) <= kMostScale && std::fabs(map.yx) <= kMostScale)) return false;
+  return (map.xx == map.yy && map.xy == -map.yx) || (map.xx == -map.yy && map.xy == map.yx);
+}
+
+/// Gives the path under the map. False where coordinates are huge, or arcs may not stay arcs.
+bool mapAtOnce(const Path& path, const Affine& map, Path& result) {
+  constexpr double kMostCoordinate = 1e80;
+  constexpr double kLeastCurve = 1e-6;
+  constexpr double kMostCurve = 360.0 - kLeastCurve;
+  const bool keepsArcs = keepsAllCircles(map);
+  const double sense = map.mirrors() ? -1.0 : 1.0;
+  result.closed = path.closed;
+  result.vertices.reserve(path.vertices.size());
+  for (const Vertex& vertex : path.vertices) {
+    const Point at = map(vertex.at);
+    const bool isPlain = std::fabs(vertex.at.x) <= kMostCoordinate &&
+                         std::fabs(vertex.at.y) <= kMostCoordinate && usable(at);
+    if (!isPlain) return false;
+    double curve = vertex.curve;
+    if (curve != 0.0) {
+      const double size = std::fabs(curve);
+      if (!keepsArcs || !(size >= kLeastCurve && size <= kMostCurve)) return false;
+      curve *= sense;
+    }
+    result.vertices.push_back({at, curve});
+  }
+  return true;
+}
+
 }  // namespace
 
 std::optional<Path> mapExactly(const Path& path, const Affine& map, double resolution) {
   Path result;
+  if (mapAtOnce(path, map, result)) return result;
   if (!staysUsable(path, map) || !transform(result = path, map, resolution)) return std::nullopt;
   return result;
 }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "geometry/degrees.h"
 #include "geometry/vectors.h"
 
 namespace quillon::geometry {
@@ -26,18 +27,42 @@ bool isPoint(const Arc& arc, double resolution) {
   return chord(arc) < resolution && sagitta(arc) < resolution;
 }
 
+constexpr double kClearlyMore = 1.0 + 1e-9;
+constexpr double kWidest = 359.0;
+
+/// Whether this holds for the start and the end of each line and arc.
+template <typename Test>
+bool allArcs(const Path& path, Test&& test) {
+  const std::vector<Vertex>& vertices = path.vertices;
+  if (vertices.empty()) return true;
+  for (std::size_t i = 1; i < vertices.size(); ++i) {
+    if (!test(vertices[i - 1], vertices[i].at)) return false;
+  }
+  return !path.closed || test(vertices.back(), vertices.front().at);
+}
+
 /// Whether two vertices in a row are close to each other.
 bool hasShortChord(const Path& path, double resolution) {
-  constexpr double kClearly = 1.0 + 1e-9;
-  const double longer = kClearly * resolution;
-  const std::size_t count = arcCount(path);
-  for (std::size_t i = 0; i < count; ++i) {
-    const Arc arc = arcAt(path, i);
-    const Point way = arc.end - arc.start;
-    if (dot(way, way) > longer * longer) continue;
-    if (!(chord(arc) >= resolution)) return true;
-  }
-  return false;
+  const double most = kClearlyMore * resolution * (kClearlyMore * resolution);
+  return !allArcs(path, [&](const Vertex& start, Point end) {
+    const Point way = end - start.at;
+    return dot(way, way) > most || distance(start.at, end) >= resolution;
+  });
+}
+
+/// Whether no two vertices in a row are close to each other, and no arc is flat or wide, as far as
+/// it can be told at once.
+bool isSurelyTidy(const Path& path, double resolution) {
+  const double most = kClearlyMore * resolution * (kClearlyMore * resolution);
+  return allArcs(path, [&](const Vertex& start, Point end) {
+    const Point way = end - start.at;
+    const double square = dot(way, way);
+    if (!(square > most)) return false;
+    if (start.curve == 0.0) return true;
+    // A tangent is no less than its angle.
+    const double quarter = radiansOf(0.25 * start.curve);
+    return square * (quarter * quarter) > most && std::fabs(start.curve) <= kWidest;
+  });
 }
 
 /// Moves the last vertex, which is all but there, to the very end, and leaves out those before it
@@ -55,17 +80,6 @@ void settleEnd(std::vector<Vertex>& vertices, Point end, double resolution) {
 
 }  // namespace
 
-std::size_t arcCount(const Path& path) {
-  const std::size_t count = path.vertices.size();
-  return path.closed || count == 0 ? count : count - 1;
-}
-
-Arc arcAt(const Path& path, std::size_t index) {
-  const Vertex& start = path.vertices[index];
-  const std::size_t next = index + 1 < path.vertices.size() ? index + 1 : 0;
-  return {start.at, path.vertices[next].at, start.curve};
-}
-
 double length(const Path& path) {
   double sum = 0.0;
   for (std::size_t i = 0; i < arcCount(path); ++i) sum += length(arcAt(path, i));
@@ -78,8 +92,16 @@ Box bounds(const Path& path) {
   return box;
 }
 
+bool areSurelyWithin(const Box& points, double mostCurve, const Box& box) {
+  // No chord is longer than both sides together, and none of the arcs leaves the disc over it.
+  const Point sides = points.high - points.low;
+  const double reach = 0.5 * kClearlyMore * (sides.x + sides.y);
+  return mostCurve <= 180.0 && points.low.x - reach >= box.low.x &&
+         points.high.x + reach <= box.high.x && points.low.y - reach >= box.low.y &&
+         points.high.y + reach <= box.high.y;
+}
+
 bool isSurelyWithin(const Arc& arc, const Box& box) {
-  constexpr double kMore = 1.0 + 1e-9;
   if (!(std::fabs(arc.curve) <= 180.0)) return false;
   const Point between = middle(arc.start, arc.end);
   const auto holds = [&](double reach) {
@@ -88,12 +110,19 @@ bool isSurelyWithin(const Arc& arc, const Box& box) {
   };
   // No chord is longer than this, which mostly is enough.
   const Point way = arc.end - arc.start;
-  return holds(0.5 * kMore * (std::fabs(way.x) + std::fabs(way.y))) ||
-         holds(0.5 * kMore * chord(arc));
+  return holds(0.5 * kClearlyMore * (std::fabs(way.x) + std::fabs(way.y))) ||
+         holds(0.5 * kClearlyMore * chord(arc));
 }
 
 void extend(Box& box, const Path& path) {
-  for (const Vertex& vertex : path.vertices) box.add(vertex.at);
+  Box points;
+  double mostCurve = 0.0;
+  for (const Vertex& vertex : path.vertices) {
+    points.add(vertex.at);
+    mostCurve = std::max(mostCurve, std::fabs(vertex.curve));
+  }
+  box.add(points);
+  if (mostCurve == 0.0 || areSurelyWithin(points, mostCurve, box)) return;
   const std::size_t count = arcCount(path);
   for (std::size_t i = 0; i < count; ++i) {
     if (path.vertices[i].curve == 0.0) continue;
@@ -152,7 +181,6 @@ void append(Path& path, const Path& tail, double resolution) {
 }
 
 void splitWideArcs(Path& path) {
-  constexpr double kWidest = 359.0;
   const auto isWide = [](const Vertex& vertex) { return std::fabs(vertex.curve) > kWidest; };
   if (std::none_of(path.vertices.begin(), path.vertices.end(), isWide)) return;
   std::vector<Vertex> split;
@@ -196,6 +224,16 @@ void dropClosePoints(Path& path, double resolution) {
   settleEnd(kept, arcAt(path, arcCount(path) - 1).end, resolution);
   if (path.closed && kept.size() > 1) kept.pop_back();
   path.vertices = std::move(kept);
+}
+
+void tidy(Path& path, double resolution) {
+  if (isSurelyTidy(path, resolution)) {
+    if (!path.closed && !path.vertices.empty()) path.vertices.back().curve = 0.0;
+    return;
+  }
+  dropClosePoints(path, resolution);
+  straightenFlatArcs(path, resolution);
+  splitWideArcs(path);
 }
 
 void closeWhereEndsMeet(Path& path, double resolution) {

@@ -13,9 +13,17 @@ namespace quillon::geometry {
 // Lengths are in the unit of the coordinates.
 
 /// How many lines and arcs a path has.
-std::size_t arcCount(const Path& path);
+inline std::size_t arcCount(const Path& path) {
+  const std::size_t count = path.vertices.size();
+  return path.closed || count == 0 ? count : count - 1;
+}
+
 /// One of them; index below arcCount().
-Arc arcAt(const Path& path, std::size_t index);
+inline Arc arcAt(const Path& path, std::size_t index) {
+  const Vertex& start = path.vertices[index];
+  const std::size_t next = index + 1 < path.vertices.size() ? index + 1 : 0;
+  return {start.at, path.vertices[next].at, start.curve};
+}
 
 /// The length of all lines and arcs.
 double length(const Path& path);
@@ -23,6 +31,9 @@ double length(const Path& path);
 Box bounds(const Path& path);
 /// Adds that rectangle to a box.
 void extend(Box& box, const Path& path);
+/// Whether arcs between points within `points`, which turn by up to `mostCurve` to either side, all
+/// lie within a box, told from that alone; false where it is not enough.
+bool areSurelyWithin(const Box& points, double mostCurve, const Box& box);
 /// Whether an arc lies within a box, told by the disc over its chord, which arcs of half a turn do
 /// not leave; false where that is not enough to tell.
 bool isSurelyWithin(const Arc& arc, const Box& box);
@@ -53,6 +64,10 @@ void straightenFlatArcs(Path& path, double resolution);
 /// where they are. An arc that leaves its point and comes back to it is cut in two instead. A path
 /// without length has one vertex afterwards.
 void dropClosePoints(Path& path, double resolution);
+
+/// Drops close points, straightens flat arcs and splits wide ones, one after the other; it takes
+/// little time where there are none.
+void tidy(Path& path, double resolution);
 
 /// Closes an open path of two vertices or more whose ends are closer to each other than the
 /// resolution: it then ends on its first vertex. A path without length is left as it is.
