@@ -200,7 +200,7 @@ void CommandWriter::collect(const Path& path) {
   }
   if (closes) corners_[count] = {corners_.front().at, 0.0};
   if (inPart_) return;
-  bounds_.add(points);
+  bounds_.addPointsOf(points);
   if (mostCurve == 0.0 || geometry::areSurelyWithin(points, mostCurve, bounds_)) return;
   const std::size_t arcs = geometry::arcCount(path);
   for (std::size_t i = 0; i < arcs; ++i) {

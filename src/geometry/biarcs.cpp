@@ -81,7 +81,17 @@ class BiarcWriter {
         path_(path),
         points_(points),
         pointsSize_(points != nullptr ? points->size() : 0.0),
-        allowed_(kAtSamples * settings.tolerance) {}
+        allowed_(kAtSamples * settings.tolerance) {
+    if (path.vertices.empty()) return;
+    drawn_[drawnCount_++] = path.vertices.back();
+    path.vertices.pop_back();
+  }
+
+  /// Adds what has been drawn to the path.
+  CurveReport finish() {
+    handOver();
+    return report_;
+  }
 
   /// Draws what lies between two cuts.
   void writePiece(double from, double to) {
@@ -104,8 +114,6 @@ class BiarcWriter {
       --count;
     }
   }
-
-  const CurveReport& report() const { return report_; }
 
  private:
   struct End {
@@ -138,7 +146,7 @@ class BiarcWriter {
   static End endOf(const CurveSample& sample) { return {sample, unit(sample.derivative)}; }
 
   /// Where the part at hand starts, to the bits of the path.
-  Point start() const { return path_.vertices.back().at; }
+  Point start() const { return drawn_[drawnCount_ - 1].at; }
 
   /// Brings the path to the start of a piece. False if the piece cannot be drawn.
   bool begin(Point at, Point end) {
@@ -146,13 +154,15 @@ class BiarcWriter {
       report_.unusable = true;
       return false;
     }
-    if (path_.vertices.empty()) {
-      path_.vertices.push_back({at, 0.0});
+    if (drawnCount_ == 0) {
+      drawn_[drawnCount_++] = {at, 0.0};
     } else if (distance(start(), at) >= settings_.resolution) {
       report_.gap = report_.gap || started_;
       lineTo(at);
     }
     started_ = true;
+    // Of these nothing is larger than they tell.
+    if (points_ != nullptr) measure(start());
     return true;
   }
 
@@ -193,43 +203,42 @@ class BiarcWriter {
     areDivided_ = false;
     middle_ = points_ == nullptr ? sampleOf(part, kMiddle).at
                                  : points_->middle(part.from, part.to, part.start.sample);
-    const double size = std::max(
-        {std::fabs(from.x), std::fabs(from.y), std::fabs(to.x), std::fabs(to.y), pointsSize_});
-    const auto limits = NearLimits::around(allowed_, size);
-    if (!limits || from == to) return {};
-    if (!isSurelyBeside(from, to, limits->distant)) {
-      const NearArc straight = NearArc::line(from, to, *limits);
-      const Nearness line =
-          nearnessOf(part, straight, straight, [&](const double* x, const double* y) {
-            return straight.areBeside(x, y, kPointsInPart);
-          });
+    if (points_ == nullptr) measure(to);
+    if (!limits_ || from == to) return {};
+    if (!isSurelyBeside(from, to, limits_->distant)) {
+      const NearArc straight = NearArc::line(from, to, *limits_);
+      const Nearness line = nearnessOf(part, straight, straight);
       if (line != Nearness::Far) return {line, Nearness::Unclear};
     }
-    return lookAtArcs(part, size, *limits);
+    return lookAtArcs(part);
   }
 
-  Verdict lookAtArcs(const Part& part, double size, const NearLimits& limits) {
+  /// Coordinates from where the path has come up to this point.
+  void measure(Point to) {
+    const Point from = start();
+    size_ = std::max(
+        {std::fabs(from.x), std::fabs(from.y), std::fabs(to.x), std::fabs(to.y), pointsSize_});
+    limits_ = NearLimits::around(allowed_, size_);
+  }
+
+  Verdict lookAtArcs(const Part& part) {
     const Point from = start();
     const Point to = part.end.sample.at;
     Verdict verdict{Nearness::Far, Nearness::Unclear,
                     jointBetween(from, part.start.direction, to, part.end.direction)};
     // The place of the joint has to be exact in proportion to the arcs.
     constexpr double kLeastReach = 1e-7;
-    if (!verdict.joint || !(verdict.joint->reach > kLeastReach * size)) return verdict;
+    if (!verdict.joint || !(verdict.joint->reach > kLeastReach * size_)) return verdict;
     const auto [joint, reach] = *verdict.joint;
     // Where they meet, the tangents of the ends have come together.
     const Point tangent =
         ((to - from) * (1.0 / reach) - (part.start.direction + part.end.direction)) * 0.5;
     const auto first = NearArc::between(from, joint, {part.start.direction, tangent}, reach,
-                                        settings_.resolution, limits);
+                                        settings_.resolution, *limits_);
     const auto second = NearArc::between(joint, to, {tangent, part.end.direction}, reach,
-                                         settings_.resolution, limits);
+                                         settings_.resolution, *limits_);
     if (!first || !second) return verdict;
-    verdict.arcs = nearnessOf(part, *first, *second, [&](const double* x, const double* y) {
-      // The one in the middle, where both meet, has been looked at.
-      return first->areBeside(x, y, kMiddle) &&
-             second->areBeside(x + kMiddle + 1, y + kMiddle + 1, kMiddle);
-    });
+    verdict.arcs = nearnessOf(part, *first, *second);
     verdict.isFirstLine = first->isLine();
     verdict.isSecondLine = second->isLine();
     return verdict;
@@ -242,11 +251,8 @@ class BiarcWriter {
     return across * across > distant * distant * dot(way, way);
   }
 
-  /// That of the first point that is near to neither arc. `areAllNear` may tell of all at once,
-  /// but for the middle, that they are near.
-  template <typename OfAll>
-  Nearness nearnessOf(const Part& part, const NearArc& first, const NearArc& second,
-                      OfAll&& areAllNear) {
+  /// That of the first point that is near to neither arc.
+  Nearness nearnessOf(const Part& part, const NearArc& first, const NearArc& second) {
     const auto nearnessOfPoint = [&](Point p, bool isInFirstHalf) {
       // Near to the one that is likely is near enough.
       const Nearness likely = isInFirstHalf ? first(p) : second(p);
@@ -257,7 +263,7 @@ class BiarcWriter {
     for (std::size_t n = 0; n < kPointsInPart; ++n) {
       if (n == 1 && points_ != nullptr) {
         divide(part);
-        if (areAllNear(inPart_.x.data(), inPart_.y.data())) break;
+        if (NearArc::areBeside(first, second, inPart_)) break;
       }
       const std::size_t i = kOrder[n];
       const Nearness nearness = nearnessOfPoint(n == 0 ? middle_ : pointOf(part, i), i <= kMiddle);
@@ -351,9 +357,16 @@ class BiarcWriter {
   void lineTo(Point end) { arcTo(end, 0.0); }
 
   void arcTo(Point end, double curve) {
-    path_.vertices.back().curve = curve;
-    path_.vertices.push_back({end, 0.0});
+    drawn_[drawnCount_ - 1].curve = curve;
+    if (drawnCount_ == drawn_.size()) handOver();
+    drawn_[drawnCount_++] = {end, 0.0};
     ++written_;
+  }
+
+  void handOver() {
+    const auto end = drawn_.begin() + static_cast<std::ptrdiff_t>(drawnCount_);
+    path_.vertices.insert(path_.vertices.end(), drawn_.begin(), end);
+    drawnCount_ = 0;
   }
 
   const Curve& curve_;
@@ -363,7 +376,13 @@ class BiarcWriter {
   CurvePoints* points_;
   double pointsSize_;
   double allowed_;
+  std::optional<NearLimits> limits_;  ///< of the part at hand
+  double size_ = 0.0;                 ///< likewise, of its coordinates
   CurveReport report_;
+  /// What the path ends with once it is handed over, which gives most paths no more room than they
+  /// take.
+  std::array<Vertex, 96> drawn_;
+  std::size_t drawnCount_ = 0;
   std::array<Stop, kMostHalvings + 2> stops_;  ///< of the parts to be drawn, the last one first
   // Points of the part at hand as samples, and which of them are known, as bits; and from points_.
   std::array<CurveSample, kPointsInPart> inner_{};
@@ -390,7 +409,7 @@ CurveReport appendBiarcs(const Curve& curve, std::span<const double> cuts,
                          CurvePoints* points) {
   BiarcWriter writer(curve, checks, settings, path, points);
   for (std::size_t i = 1; i < cuts.size(); ++i) writer.writePiece(cuts[i - 1], cuts[i]);
-  return writer.report();
+  return writer.finish();
 }
 
 }  // namespace quillon::geometry

@@ -24,6 +24,12 @@ struct Box {
     add(other.high);
   }
 
+  /// Adds the points that were added to another box, of which there may be none.
+  void addPointsOf(const Box& other) {
+    low = {std::min(low.x, other.low.x), std::min(low.y, other.low.y)};
+    high = {std::max(high.x, other.high.x), std::max(high.y, other.high.y)};
+  }
+
   /// The length of the diagonal; 0 for an empty box.
   double diagonal() const { return empty() ? 0.0 : distance(low, high); }
 

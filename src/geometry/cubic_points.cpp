@@ -1,6 +1,7 @@
 #include "geometry/cubic_points.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iterator>
 
@@ -8,6 +9,20 @@
 #include "geometry/vectors.h"
 
 namespace quillon::geometry {
+namespace {
+
+/// How many steps from the start of a part the points are, by their places.
+constexpr std::array<double, kPointsInPart> stepsByPlace() {
+  std::array<double, kPointsInPart> steps{};
+  for (std::size_t i = 0; i < kPointsInPart; ++i) {
+    steps[PartPoints::placeOf(i)] = static_cast<double>(i + 1);
+  }
+  return steps;
+}
+
+constexpr std::array<double, kPointsInPart> kSteps = stepsByPlace();
+
+}  // namespace
 
 CubicPoints::CubicPoints(const Spline& spline) : size_(spline.largestCoordinate()) {
   const std::vector<double> knots = spline.spans();
@@ -29,23 +44,23 @@ CubicPoints::CubicPoints(const Spline& spline) : size_(spline.largestCoordinate(
 
 void CubicPoints::divide(double from, double to, const CurveSample&, PartPoints& points) {
   const double step = (to - from) / static_cast<double>(kPointsInPart + 1);
-  const std::size_t count = points.x.size();
-  const Span* span = &spanOf(from + step);
-  for (std::size_t i = 0; i < count;) {
-    // Nearly always the whole part lies in one span.
-    std::size_t stop = count;
-    if (from + step * static_cast<double>(kPointsInPart) >= span->to) {
-      stop = i + 1;
-      while (stop < count && from + step * static_cast<double>(stop + 1) < span->to) ++stop;
-    }
-    const auto& [start, first, second, third] = span->terms;
-    for (; i < stop; ++i) {
-      const double parameter = from + step * static_cast<double>(i + 1);
-      const double part = (parameter - span->from) * span->perWidth;
-      points.x[i] = start.x + (first.x + (second.x + third.x * part) * part) * part;
-      points.y[i] = start.y + (first.y + (second.y + third.y * part) * part) * part;
-    }
-    if (i < count) span = &spanOf(from + step * static_cast<double>(i + 1));
+  const Span& span = spanOf(from + step);
+  // Nearly always the whole part lies in one span.
+  if (from + step * static_cast<double>(kPointsInPart) < span.to) {
+    return divideWithin(span, from, step, points);
+  }
+  for (std::size_t i = 0; i < kPointsInPart; ++i) {
+    points.set(i, at(from + step * static_cast<double>(i + 1)));
+  }
+}
+
+void CubicPoints::divideWithin(const Span& span, double from, double step, PartPoints& points) {
+  const auto& [start, first, second, third] = span.terms;
+  for (std::size_t place = 0; place < kPointsInPart; ++place) {
+    const double parameter = from + step * kSteps[place];
+    const double part = (parameter - span.from) * span.perWidth;
+    points.x[place] = start.x + (first.x + (second.x + third.x * part) * part) * part;
+    points.y[place] = start.y + (first.y + (second.y + third.y * part) * part) * part;
   }
 }
 

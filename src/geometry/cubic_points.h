@@ -31,6 +31,7 @@ class CubicPoints final : public CurvePoints {
 
   const Span& spanOf(double parameter) const;
   static Point pointIn(const Span& span, double parameter);
+  static void divideWithin(const Span& span, double from, double step, PartPoints& points);
 
   std::vector<Span> spans_;
   double size_;

@@ -25,12 +25,22 @@ using Curve = std::function<CurveSample(double parameter, Side side)>;
 /// How many points between its ends a part of a curve is looked at in.
 inline constexpr std::size_t kPointsInPart = 15;
 
-/// These points, by coordinates, so that several are worked out at once.
+/// These points, by coordinates, so that several are worked out at once: the first, the last, the
+/// second, the last but one, and so on up to the one in the middle.
 struct PartPoints {
   std::array<double, kPointsInPart> x{};
   std::array<double, kPointsInPart> y{};
 
-  Point operator[](std::size_t index) const { return {x[index], y[index]}; }
+  /// Where a point is in both, by its index on the way from start to end.
+  static constexpr std::size_t placeOf(std::size_t index) {
+    const std::size_t fromEnd = kPointsInPart - 1 - index;
+    return index <= fromEnd ? 2 * index : 2 * fromEnd + 1;
+  }
+  Point operator[](std::size_t index) const { return {x[placeOf(index)], y[placeOf(index)]}; }
+  void set(std::size_t index, Point p) {
+    x[placeOf(index)] = p.x;
+    y[placeOf(index)] = p.y;
+  }
 };
 
 /// Points of a curve for less than a sample costs, and as exact but for some rounding.

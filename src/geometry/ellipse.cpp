@@ -118,9 +118,8 @@ class EllipsePoints final : public CurvePoints {
     turns.step = step;
     const Point once = unitVector(step);
     Point turn = once;
-    for (std::size_t i = 0; i < turns.by.x.size(); ++i, turn = turned(turn, once)) {
-      turns.by.x[i] = turn.x;
-      turns.by.y[i] = turn.y;
+    for (std::size_t i = 0; i < kPointsInPart; ++i, turn = turned(turn, once)) {
+      turns.by.set(i, turn);
     }
     return turns.by;
   }

@@ -8,6 +8,7 @@
 #include <limits>
 #include <optional>
 
+#include "geometry/curve.h"
 #include "geometry/point.h"
 #include "geometry/vectors.h"
 
@@ -77,7 +78,8 @@ class NearArc {
     const Point fromEnd = p - end_;
     if (dot(fromStart, startTangent_) >= 0.0 && dot(fromEnd, endTangent_) <= 0.0) {
       // Twice the distance to the side, and that squared over the radius.
-      const double excess = dot(fromStart, fromStart) * curvature_ + dot(fromStart, side_);
+      const double excess =
+          dot(fromStart, fromStart) * curvature_ + cross(startTangent_, fromStart) * side_;
       if (excess >= -nearExcess_ + nearBend_ && excess <= nearExcess_ + nearBend_) {
         return Nearness::Near;
       }
@@ -89,25 +91,27 @@ class NearArc {
     return square > 0.25 * farExcess_ * farExcess_ ? Nearness::Far : Nearness::Unclear;
   }
 
-  /// Whether these points, two or more, are surely all near and beside the arc. It takes less time
-  /// than one by one.
-  bool areBeside(const double* x, const double* y, std::size_t count) const {
-    // What is near to the circle and past the start is beyond the end only if it is farther from
-    // the start than the end is, but for the limit.
-    const double chordSquare = dot(end_ - start_, end_ - start_);
-    const double farthest = chordSquare * (1.0 - kMore * 0.5 * nearExcess_ * curvature_);
+  /// Whether all points of a part but the one in the middle are surely near and beside the arcs,
+  /// those of its first half the first one. It takes less time than one by one.
+  static bool areBeside(const NearArc& first, const NearArc& second, const PartPoints& points) {
+    // The second one is looked at from its end.
+    const Lanes startX = {first.start_.x, second.end_.x};
+    const Lanes startY = {first.start_.y, second.end_.y};
+    const Lanes alongX = {first.startTangent_.x, -second.endTangent_.x};
+    const Lanes alongY = {first.startTangent_.y, -second.endTangent_.y};
+    const Lanes side = {first.side_, -second.side_};
+    const Lanes curvature = {first.curvature_, second.curvature_};
     Lanes leastAlong = kAnything;
     Lanes mostSquare = -kAnything;
     Lanes leastExcess = kAnything;
     Lanes mostExcess = -kAnything;
     Lanes sum{};
-    for (std::size_t i = 0; i < count; i += 2) {
-      const std::size_t at = std::min(i, count - 2);
-      const Lanes outX = lanesAt(x + at) - start_.x;
-      const Lanes outY = lanesAt(y + at) - start_.y;
+    for (std::size_t i = 0; i + 1 < kPointsInPart; i += 2) {
+      const Lanes outX = lanesAt(points.x.data() + i) - startX;
+      const Lanes outY = lanesAt(points.y.data() + i) - startY;
       const Lanes square = outX * outX + outY * outY;
-      const Lanes along = outX * startTangent_.x + outY * startTangent_.y;
-      const Lanes excess = square * curvature_ + (outX * side_.x + outY * side_.y);
+      const Lanes along = outX * alongX + outY * alongY;
+      const Lanes excess = square * curvature + (outY * alongX - outX * alongY) * side;
       leastAlong = along < leastAlong ? along : leastAlong;
       mostSquare = square > mostSquare ? square : mostSquare;
       leastExcess = excess < leastExcess ? excess : leastExcess;
@@ -115,11 +119,9 @@ class NearArc {
       // What is no number would be overlooked by the others.
       sum += square;
     }
-    return std::min(leastAlong[0], leastAlong[1]) >= 0.0 &&
-           std::max(mostSquare[0], mostSquare[1]) <= farthest &&
-           std::min(leastExcess[0], leastExcess[1]) >= nearBend_ - nearExcess_ &&
-           std::max(mostExcess[0], mostExcess[1]) <= nearBend_ + nearExcess_ &&
-           std::isfinite(sum[0] + sum[1]);
+    return std::min(leastAlong[0], leastAlong[1]) >= 0.0 && std::isfinite(sum[0] + sum[1]) &&
+           first.areWithin(mostSquare[0], leastExcess[0], mostExcess[0]) &&
+           second.areWithin(mostSquare[1], leastExcess[1], mostExcess[1]);
   }
 
  private:
@@ -136,13 +138,23 @@ class NearArc {
     return lanes;
   }
 
+  /// Of points past the start: up to which square of the distance from there, and with what excess.
+  bool areWithin(double mostSquare, double leastExcess, double mostExcess) const {
+    // What is near to the circle and past the start is beyond the end only if it is farther from
+    // the start than the end is, but for the limit.
+    const double chordSquare = dot(end_ - start_, end_ - start_);
+    const double farthest = chordSquare * (1.0 - kMore * 0.5 * nearExcess_ * curvature_);
+    return mostSquare <= farthest && leastExcess >= nearBend_ - nearExcess_ &&
+           mostExcess <= nearBend_ + nearExcess_;
+  }
+
   NearArc(Point start, Point end, const Tangents& tangents, double curvature,
           const NearLimits& limits)
       : start_(start),
         end_(end),
         startTangent_(tangents.start),
         endTangent_(tangents.end),
-        side_(leftOf(startTangent_) * (curvature > 0.0 ? -2.0 : 2.0)),
+        side_(curvature > 0.0 ? -2.0 : 2.0),
         curvature_(std::fabs(curvature)),
         nearExcess_(2.0 * limits.nearby),
         farExcess_(2.0 * limits.distant),
@@ -153,7 +165,7 @@ class NearArc {
   Point end_;
   Point startTangent_;
   Point endTangent_;
-  Point side_;  ///< outwards at the start, of length 2
+  double side_;  ///< 2 where outwards is to the left; -2 where it is to the right
   double curvature_;
   double nearExcess_;
   double farExcess_;

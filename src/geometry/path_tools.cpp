@@ -96,7 +96,7 @@ bool areSurelyWithin(const Box& points, double mostCurve, const Box& box) {
   // No chord is longer than both sides together, and none of the arcs leaves the disc over it.
   const Point sides = points.high - points.low;
   const double reach = 0.5 * kClearlyMore * (sides.x + sides.y);
-  return mostCurve <= 180.0 && points.low.x - reach >= box.low.x &&
+  return mostCurve <= 180.0 && reach >= 0.0 && points.low.x - reach >= box.low.x &&
          points.high.x + reach <= box.high.x && points.low.y - reach >= box.low.y &&
          points.high.y + reach <= box.high.y;
 }
@@ -121,7 +121,7 @@ void extend(Box& box, const Path& path) {
     points.add(vertex.at);
     mostCurve = std::max(mostCurve, std::fabs(vertex.curve));
   }
-  box.add(points);
+  box.addPointsOf(points);
   if (mostCurve == 0.0 || areSurelyWithin(points, mostCurve, box)) return;
   const std::size_t count = arcCount(path);
   for (std::size_t i = 0; i < count; ++i) {

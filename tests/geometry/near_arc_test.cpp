@@ -94,35 +94,38 @@ TEST(NearArc, AgreesWithTheDistance) {
   EXPECT_GT(counts.unclear, 5000);
 }
 
-TEST(NearArc, SeveralPointsAreBesideWhereEachIsNearAndNoneBeyondAnEnd) {
+TEST(NearArc, PointsAreBesideWhereEachIsNearToTheArcOfItsHalfAndNoneBeyondAnEnd) {
   const NearLimits limits = *NearLimits::around(kAllowed, 2.0);
-  const Arc arc{{0.0, 0.0}, {1.0, 0.0}, 80.0};
-  const NearArc nearArc = *nearArcOf(arc, limits);
-  for (const std::size_t count : {2U, 7U, 8U}) {
-    std::array<double, 8> x{};
-    std::array<double, 8> y{};
-    const auto place = [&](std::size_t i, Point p) {
-      x[i] = p.x;
-      y[i] = p.y;
+  for (const double curve : {80.0, -80.0}) {
+    const Arc first{{0.0, 0.0}, {1.0, 0.0}, curve};
+    const Point tangent = tangentAt(first, 1.0);
+    const Arc second{first.end, first.end + turned(tangent, unitVector(-10.0)), -20.0};
+    const auto isBeside = [&](const PartPoints& points) {
+      return NearArc::areBeside(*nearArcOf(first, limits), *nearArcOf(second, limits), points);
     };
-    const auto away = [&](double fraction, double distance) {
+    const auto away = [](const Arc& arc, double fraction, double distance) {
       return pointAt(arc, fraction) + leftOf(tangentAt(arc, fraction)) * distance;
     };
-    const auto reset = [&](std::size_t i) {
+    constexpr std::size_t kHalf = kPointsInPart / 2;
+    PartPoints points;
+    for (std::size_t i = 0; i < kPointsInPart; ++i) {
       const double distance = (i % 2 == 0 ? 0.9 : -0.9) * kAllowed;
-      place(i, away((static_cast<double>(i) + 0.5) / 8.0, distance));
-    };
-    for (std::size_t i = 0; i < x.size(); ++i) reset(i);
-    EXPECT_TRUE(nearArc.areBeside(x.data(), y.data(), count));
-    const std::array<Point, 4> others{away(0.5, 1.1 * kAllowed), away(0.5, -1.1 * kAllowed),
-                                      arc.start - tangentAt(arc, 0.0) * 1e-3,
-                                      arc.end + tangentAt(arc, 1.0) * 1e-3};
-    for (std::size_t i = 0; i < x.size(); ++i) {
-      for (const Point& other : others) {
-        place(i, other);
-        EXPECT_EQ(nearArc.areBeside(x.data(), y.data(), count), i >= count) << count << ' ' << i;
+      const double fraction = (static_cast<double>(i % (kHalf + 1)) + 0.5) / (kHalf + 1);
+      points.set(i, away(i <= kHalf ? first : second, fraction, distance));
+    }
+    EXPECT_TRUE(isBeside(points));
+    for (std::size_t i = 0; i < kPointsInPart; ++i) {
+      const Arc& arc = i < kHalf ? first : second;
+      const double nan = std::numeric_limits<double>::quiet_NaN();
+      for (const Point& other :
+           {away(arc, 0.5, 1.1 * kAllowed), away(arc, 0.5, -1.1 * kAllowed),
+            arc.start - tangentAt(arc, 0.0) * 1e-3, arc.end + tangentAt(arc, 1.0) * 1e-3,
+            Point{nan, 0.0}, Point{0.0, nan}}) {
+        PartPoints changed = points;
+        changed.set(i, other);
+        // The one in the middle is not looked at.
+        EXPECT_EQ(isBeside(changed), i == kHalf) << i << ' ' << other.x << ' ' << other.y;
       }
-      reset(i);
     }
   }
 }
