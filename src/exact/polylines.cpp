@@ -41,7 +41,6 @@ struct LwPolylineGroups {
     switch (group.code) {
       case 10:
         vertices.push_back({{numberValue(group.value), 0.0}});
-        polyline.widths.push_back({});
         return;
       case 38:
         elevation = numberValue(group.value);
@@ -70,7 +69,12 @@ struct LwPolylineGroups {
     if (!(count > 0.0)) return;
     const auto room = static_cast<std::size_t>(std::min(count, kMostRoom));
     polyline.path.vertices.reserve(room);
-    polyline.widths.reserve(room);
+  }
+
+  /// Those of the last vertex. Most polylines have none.
+  geometry::EdgeWidth& lastWidths() {
+    polyline.widths.resize(polyline.path.vertices.size());
+    return polyline.widths.back();
   }
 
   void takeOfVertex(const dxf::Group& group) {
@@ -79,10 +83,10 @@ struct LwPolylineGroups {
         polyline.path.vertices.back().at.y = numberValue(group.value);
         return;
       case 40:
-        polyline.widths.back().start = numberValue(group.value);
+        lastWidths().start = numberValue(group.value);
         return;
       case 41:
-        polyline.widths.back().end = numberValue(group.value);
+        lastWidths().end = numberValue(group.value);
         return;
       case 42:
         polyline.path.vertices.back().curve = geometry::curveOfBulge(numberValue(group.value));
@@ -108,9 +112,11 @@ void drawLwPolyline(const Item& item, Canvas& canvas) {
     if (group.code == 10 && canvas.step()) return;
     values.take(group);
   }
+  const std::size_t count = values.polyline.path.vertices.size();
   if (values.width != 0.0) {
-    values.polyline.widths.assign(values.polyline.path.vertices.size(),
-                                  {values.width, values.width});
+    values.polyline.widths.assign(count, {values.width, values.width});
+  } else if (!values.polyline.widths.empty()) {
+    values.polyline.widths.resize(count);
   }
   drawFlatPolyline(item, canvas, values.polyline, item.objectMap(values.elevation));
 }
@@ -176,11 +182,16 @@ void VertexPolyline::drawFlat(const Open& open, const Item& item, Canvas& canvas
   FlatPolyline polyline;
   polyline.path.closed = (flags & kPolylineCloses) != 0;
   polyline.dashesAlongWhole = (flags & kPolylineDashesOn) != 0;
+  const bool hasWidths =
+      !isInSpace && std::any_of(open.corners.begin(), open.corners.end(), [](const Corner& corner) {
+        return corner.startWidth != 0.0 || corner.endWidth != 0.0;
+      });
+  polyline.path.vertices.reserve(open.corners.size());
   for (const Corner& corner : open.corners) {
     if (canvas.step()) return;
     if ((flags & kPolylineIsSmooth) != 0 && (corner.flags & kVertexOfFrame) != 0) continue;
     polyline.path.vertices.push_back({corner.at, isInSpace ? 0.0 : corner.curve});
-    if (!isInSpace) polyline.widths.push_back({corner.startWidth, corner.endWidth});
+    if (hasWidths) polyline.widths.push_back({corner.startWidth, corner.endWidth});
   }
   drawFlatPolyline(item, canvas, polyline,
                    isInSpace ? item.map : item.objectMap(open.header.elevation));
