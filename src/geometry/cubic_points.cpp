@@ -20,7 +20,7 @@ constexpr std::array<double, kPointsInPart> stepsByPlace() {
   return steps;
 }
 
-constexpr std::array<double, kPointsInPart> kSteps = stepsByPlace();
+constexpr std::array<double, kPointsInPart> kStepsByPlace = stepsByPlace();
 
 }  // namespace
 
@@ -57,7 +57,7 @@ void CubicPoints::divide(double from, double to, const CurveSample&, PartPoints&
 void CubicPoints::divideWithin(const Span& span, double from, double step, PartPoints& points) {
   const auto& [start, first, second, third] = span.terms;
   for (std::size_t place = 0; place < kPointsInPart; ++place) {
-    const double parameter = from + step * kSteps[place];
+    const double parameter = from + step * kStepsByPlace[place];
     const double part = (parameter - span.from) * span.perWidth;
     points.x[place] = start.x + (first.x + (second.x + third.x * part) * part) * part;
     points.y[place] = start.y + (first.y + (second.y + third.y * part) * part) * part;
