@@ -51,11 +51,10 @@ geometry::CurveSettings Canvas::curveSettings(double diagonal) const {
 }
 
 /// By its own diagonal, which is looked for only where that may matter.
-template <typename Shape>
-geometry::CurveSettings Canvas::curveSettingsOf(const Shape& curve) const {
-  const geometry::CurveSettings settings = curveSettings(geometry::mostDiagonal(curve));
+geometry::CurveSettings Canvas::curveSettingsOf(const geometry::Ellipse& ellipse) const {
+  const geometry::CurveSettings settings = curveSettings(geometry::mostDiagonal(ellipse));
   if (settings.tolerance == measures_.tolerance) return settings;
-  return curveSettings(geometry::bounds(curve).diagonal());
+  return curveSettings(geometry::bounds(ellipse).diagonal());
 }
 
 void Canvas::stroke(const Item& item, const Path& path, const Affine& map, const Stroke& how) {
@@ -118,8 +117,8 @@ Path Canvas::mapped(const Item& item, const geometry::Spline& spline) {
   if (faults.degree) lose(item, LossRule::DegreeLowered);
   if (faults.knots) lose(item, LossRule::KnotsReplaced);
   if (faults.weights) lose(item, LossRule::WeightsDropped);
-  CurvePath result =
-      geometry::splinePath(spline, spline.usable() ? curveSettingsOf(spline) : curveSettings(0.0));
+  const double size = spline.usable() ? geometry::bounds(spline).diagonal() : 0.0;
+  CurvePath result = geometry::splinePath(spline, curveSettings(size));
   note(item, result.report);
   return std::move(result.path);
 }

@@ -128,8 +128,7 @@ class Canvas {
   void loseNamed(const Item& item, LossRule rule, std::string_view name);
 
  private:
-  template <typename Shape>
-  geometry::CurveSettings curveSettingsOf(const Shape& curve) const;
+  geometry::CurveSettings curveSettingsOf(const geometry::Ellipse& ellipse) const;
   Path pathOf(const Item& item, const geometry::Ellipse& ellipse, bool isCircle);
   /// The path as EAGLE can draw it: no points too close, no arcs too flat or too wide.
   void tidy(Path& path) const;

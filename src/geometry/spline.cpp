@@ -174,12 +174,6 @@ double Spline::largestCoordinate() const {
   return largest;
 }
 
-Box Spline::frame() const {
-  Box box;
-  for (const Weighted& p : points_) box.add(Point{p.x / p.w, p.y / p.w});
-  return box;
-}
-
 std::vector<double> Spline::checks() const {
   std::vector<double> checks;
   for (std::size_t i = degree_; i < points_.size(); ++i) {
@@ -191,13 +185,6 @@ std::vector<double> Spline::checks() const {
     }
   }
   return checks;
-}
-
-double mostDiagonal(const Spline& spline) {
-  // All points are means of the control points by their weights, but for rounding.
-  constexpr double kMore = 1.0 + 1e-9;
-  constexpr double kRounding = 1e-12;
-  return kMore * spline.frame().diagonal() + kRounding * spline.largestCoordinate();
 }
 
 Box bounds(const Spline& spline) {

@@ -52,8 +52,6 @@ class Spline {
   bool isCubic() const { return degree_ <= 3 && !isRational_; }
   /// The largest coordinate of the control points, without its sign.
   double largestCoordinate() const;
-  /// The rectangle around the control points.
-  Box frame() const;
 
   /// Enough parameters within each span between two knots that no span can be overlooked; rising.
   std::vector<double> checks() const;
@@ -78,8 +76,6 @@ class Spline {
   SplineFaults faults_;
 };
 
-/// At least as long as the diagonal of the rectangle around a usable spline.
-double mostDiagonal(const Spline& spline);
 /// The rectangle around points of the spline so many that it lacks no more than a small part.
 Box bounds(const Spline& spline);
 
