@@ -17,11 +17,13 @@ class EndFilter {
   /// Coarse is fast; fine is for those that are left, among which it leaves fewer.
   enum class Grid { Coarse, Fine };
 
-  /// For about so many ends. `tolerance` as that of joinEnds().
-  EndFilter(std::size_t ends, double tolerance, Grid grid = Grid::Coarse)
+  /// For about so many ends. `tolerance` as that of joinEnds(). The memory has to outlive this;
+  /// null for memory of its own.
+  EndFilter(std::size_t ends, double tolerance, Grid grid = Grid::Coarse,
+            HashMemory* memory = nullptr)
       : tolerance_(tolerance),
-        width_(grid == Grid::Coarse ? 4.0 : 1.0),
-        hashes_(grid == Grid::Coarse ? ends + ends / 2 : 4 * ends) {}
+        shift_(grid == Grid::Coarse ? kCoarseShift : 0),
+        hashes_(grid == Grid::Coarse ? ends + ends / 4 : 4 * ends, memory) {}
 
   void add(Point end, std::size_t owner) {
     if (isFar(end)) {
@@ -49,14 +51,21 @@ class EndFilter {
 
   void addCellsOf(Point end, std::size_t owner) {
     // Without a tolerance, only equal ends meet.
-    if (!(tolerance_ > 0.0)) return hashes_.add(hashOfCell(0, end.x, end.y), owner);
-    const WideCell x = WideCell::ofWhole(std::floor(end.x / tolerance_), width_);
-    const WideCell y = WideCell::ofWhole(std::floor(end.y / tolerance_), width_);
+    if (!(tolerance_ > 0.0)) return hashes_.add(hashOf(end), owner);
+    const WideCell x = WideCell::ofWhole(wholeBelow(end.x / tolerance_), shift_);
+    const WideCell y = WideCell::ofWhole(wholeBelow(end.y / tolerance_), shift_);
     forEachCell(0, x, y, [&](std::uint64_t hash) { hashes_.add(hash, owner); });
   }
 
+  static std::uint64_t hashOf(Point end) {
+    return mixedBits(mixedBits(bitsOf(end.x)) + bitsOf(end.y));
+  }
+
+  /// So wide cells, in powers of two, that few ends are in more than one of them.
+  static constexpr unsigned kCoarseShift = 3;
+
   double tolerance_;
-  double width_;
+  unsigned shift_;
   SharedHashes hashes_;
   std::vector<std::size_t> far_;
 };

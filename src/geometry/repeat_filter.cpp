@@ -12,17 +12,19 @@ constexpr std::size_t kCellsPerCarrier = 64;
 /// No stroke of which nothing would be left; some that would stay are not counted.
 bool hasSize(const Stroke& stroke, double resolution) {
   const Edge& edge = stroke.edge;
-  constexpr double kClearly = 1.0 + 1e-9;
+  const double least = resolution * (1.0 + 1e-9);
+  const Point way = edge.to - edge.from;
   return usable(edge.from) && usable(edge.to) && std::fabs(edge.curve) < 360.0 &&
-         norm(edge.to - edge.from) > resolution * kClearly;
+         dot(way, way) > least * least;
 }
 
 }  // namespace
 
-RepeatFilter::RepeatFilter(std::size_t strokes, const StrokeCells& cells, Grid grid)
+RepeatFilter::RepeatFilter(std::size_t strokes, const StrokeCells& cells, Grid grid,
+                           HashMemory* memory)
     : cells_(cells),
       grid_(grid),
-      hashes_(grid == Grid::Coarse ? 2 * strokes + strokes / 2 : 8 * strokes) {}
+      hashes_(grid == Grid::Coarse ? strokes + strokes / 2 : 8 * strokes, memory) {}
 
 void RepeatFilter::addTo(Box& box, const Stroke& stroke, double resolution) {
   if (isNothing(stroke, resolution)) return;

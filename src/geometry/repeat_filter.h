@@ -19,8 +19,10 @@ class RepeatFilter {
   /// other on one line.
   using Grid = StrokeCells::Grid;
 
-  /// For about so many strokes, all of them within the box of the cells (see addTo()).
-  RepeatFilter(std::size_t strokes, const StrokeCells& cells, Grid grid = Grid::Coarse);
+  /// For about so many strokes, all of them within the box of the cells (see addTo()). The memory
+  /// has to outlive this; null for memory of its own.
+  RepeatFilter(std::size_t strokes, const StrokeCells& cells, Grid grid = Grid::Coarse,
+               HashMemory* memory = nullptr);
 
   /// Extends the box by a stroke that counts for it.
   static void addTo(Box& box, const Stroke& stroke, double resolution);

@@ -1,42 +1,90 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <vector>
 
 namespace quillon::geometry {
+
+/// The memory of searches that follow each other: each takes over what the one before had, since
+/// memory that is new to the process costs more than what is done with it here.
+class HashMemory {
+ public:
+  /// A hash that was added, and by whom.
+  struct Entry {
+    std::uint32_t hash;   ///< its last bits
+    std::uint32_t owner;  ///< the same for owners that are 2^32 apart
+  };
+  using Chunk = std::array<Entry, 512>;
+
+  /// What is in it means nothing.
+  Chunk* take();
+  void giveBack(Chunk* chunk) { free_.push_back(chunk); }
+
+ private:
+  std::vector<std::unique_ptr<Chunk>> chunks_;
+  std::vector<Chunk*> free_;
+};
 
 /// Finds those of many owners that have a hash which was added more than once. The hashes are
 /// parted by their first bits as they come; then each part is looked at on its own, so that the
 /// processor has at hand what it needs.
 class SharedHashes {
  public:
-  /// For about this many hashes.
-  explicit SharedHashes(std::size_t count);
+  /// For about this many hashes. The memory has to outlive this; null for memory of its own.
+  explicit SharedHashes(std::size_t count, HashMemory* memory = nullptr);
+  ~SharedHashes();
+  SharedHashes(const SharedHashes&) = delete;
+  SharedHashes& operator=(const SharedHashes&) = delete;
 
   void add(std::uint64_t hash, std::size_t owner) {
-    parts_[static_cast<std::size_t>(hash >> shift_)].push_back(
-        {static_cast<std::uint32_t>(hash) | kUsed, static_cast<std::uint32_t>(owner)});
+    Part& part = parts_[static_cast<std::size_t>(hash >> shift_)];
+    if (part.next == part.end) addChunk(part);
+    *part.next++ = {static_cast<std::uint32_t>(hash), static_cast<std::uint32_t>(owner)};
   }
 
   /// Sets what is at the owner of each such hash, and at hardly any other. Forgets all hashes.
   void mark(std::vector<bool>& sharers);
 
  private:
-  /// A slot without this bit is free.
-  static constexpr std::uint32_t kUsed = 1;
+  using Entry = HashMemory::Entry;
+  using Chunk = HashMemory::Chunk;
 
-  struct Entry {
-    std::uint32_t hash = 0;   ///< its last bits
-    std::uint32_t owner = 0;  ///< the same for owners that are 2^32 apart
+  /// The next entry goes behind those that the chunks have, all of which but the last are full.
+  struct Part {
+    Entry* next = nullptr;
+    Entry* end = nullptr;
+    std::vector<Chunk*> chunks;
+
+    std::size_t size() const;
+    template <typename Function>
+    void forEach(Function&& function) const;
   };
-  using Part = std::vector<Entry>;
+  /// Which hashes came once, and which did again, by their last bits.
+  struct Marks {
+    std::uint64_t once = 0;
+    std::uint64_t again = 0;
+  };
+  struct Slot {
+    Entry entry;
+    bool isUsed;
+  };
 
-  void markIn(const Part& part, std::vector<bool>& sharers);
+  void addChunk(Part& part);
+  void clear(Part& part);
+  void findCrowded(const Part& part);
+  void markCrowded(std::vector<bool>& sharers);
 
   unsigned shift_ = 0;
+  std::optional<HashMemory> own_;
+  HashMemory& memory_;
   std::vector<Part> parts_;
-  std::vector<Entry> slots_;
+  std::vector<Marks> marks_;    ///< of one part
+  std::vector<Entry> crowded_;  ///< those of it whose marks came again
+  std::vector<Slot> slots_;     ///< of these
 };
 
 }  // namespace quillon::geometry

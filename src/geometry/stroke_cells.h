@@ -55,6 +55,7 @@ class StrokeCells {
   }
 
   static bool isLine(const Stroke& stroke) { return stroke.edge.curve == 0.0 && !stroke.isCircle; }
+  static double lengthOf(const Stroke& stroke) { return norm(stroke.edge.to - stroke.edge.from); }
 
   /// The parts of a line, by their numbers, that a stroke reaches to.
   struct Reach {
@@ -64,24 +65,31 @@ class StrokeCells {
     bool operator==(const Reach&) const = default;
   };
 
-  /// To the right: lines have no sense.
+  /// 1 for a line that leads to the right, -1 for its reverse: lines have no sense.
+  static double senseOf(Point way) { return std::copysign(1.0, way.x); }
   static Point wayOf(const Stroke& stroke) {
-    const Point way = unit(stroke.edge.to - stroke.edge.from);
-    return way.x < 0.0 ? -way : way;
+    const Point way = stroke.edge.to - stroke.edge.from;
+    return unit(way) * senseOf(way);
   }
   Reach reachOf(const Stroke& stroke, bool isTurned) const;
 
+  // `length` is that of the stroke or of its chord.
   template <typename Function>
-  void forEachMiddle(const Stroke& stroke, Grid grid, Function&& function) const;
+  void forEachMiddle(const Stroke& stroke, double length, Grid grid, Function&& function) const;
   template <typename Function>
-  void forEachOfLine(const Stroke& stroke, Grid grid, Function&& function) const;
+  void forEachOfLine(const Stroke& stroke, double length, Grid grid, Function&& function) const;
   template <typename Function>
-  void forEachOfWholeLine(const Stroke& stroke, Function&& function) const;
+  void forEachOfWholeLine(const Stroke& stroke, double length, Grid grid,
+                          Function&& function) const;
   template <typename Function>
   void forEachOfCircle(const Stroke& stroke, const Circle& circle, Function&& function) const;
 
+  bool isWithin(Point p) const { return std::fabs(p.x) < most_ && std::fabs(p.y) < most_; }
+
   double resolution_;
+  double most_;  ///< coordinates beyond are too large
   Point origin_;
+  bool isOriginWithin_;
   double offsetCell_;
   double margin_;  ///< how much farther strokes are taken to reach than they do
   double partLength_;
@@ -89,7 +97,9 @@ class StrokeCells {
 
 inline StrokeCells::StrokeCells(const Box& box, double resolution, double meanLength)
     : resolution_(resolution),
+      most_(kMostUnits * resolution),
       origin_(box.empty() ? Point{} : box.low + (box.high - box.low) * 0.5),
+      isOriginWithin_(isWithin(origin_)),
       offsetCell_(overlapOffsetCell(resolution, box.diagonal())),
       // Where a point within the box is along two lines whose directions share a cell of overlaps
       // differs by less than half of this.
@@ -125,75 +135,91 @@ inline StrokeCells::Reach StrokeCells::reachOf(const Stroke& stroke, bool isTurn
 
 template <typename Function>
 bool StrokeCells::forEach(const Stroke& stroke, Grid grid, Function&& function) const {
-  const double most = kMostUnits * resolution_;
-  const auto isWithin = [most](Point p) { return std::fabs(p.x) < most && std::fabs(p.y) < most; };
-  const bool isNearby = isWithin(stroke.edge.from) && isWithin(stroke.edge.to) && isWithin(origin_);
-  forEachMiddle(stroke, grid, function);
+  const bool isNearby = isWithin(stroke.edge.from) && isWithin(stroke.edge.to) && isOriginWithin_;
+  const double length = lengthOf(stroke);
+  forEachMiddle(stroke, length, grid, function);
   if (isLine(stroke)) {
-    forEachOfLine(stroke, grid, function);
+    forEachOfLine(stroke, length, grid, function);
     return isNearby;
   }
   const Circle circle = overlapCircleOf(stroke);
   forEachOfCircle(stroke, circle, function);
-  return isNearby && isWithin(circle.centre) && circle.radius < most;
+  return isNearby && isWithin(circle.centre) && circle.radius < most_;
 }
 
 /// Equal strokes have equal middles, in either sense. Unless they are short, equal lines have
 /// nearly the same direction as well, and an arc that equals one hardly bends.
 template <typename Function>
-void StrokeCells::forEachMiddle(const Stroke& stroke, Grid grid, Function&& function) const {
+void StrokeCells::forEachMiddle(const Stroke& stroke, double length, Grid grid,
+                                Function&& function) const {
   constexpr double kWidth = 64.0;
   constexpr double kLong = 1e5;
-  const double length = norm(stroke.edge.to - stroke.edge.from) / resolution_;
-  if (isLine(stroke) && length >= kLong) return;
+  const double units = length / resolution_;
+  if (isLine(stroke) && units >= kLong) return;
   const Point at = stroke.isCircle ? stroke.edge.from : middle(stroke.edge.from, stroke.edge.to);
   forEachCell(gridOf(stroke, kMiddles), WideCell(at.x / resolution_, kWidth),
               WideCell(at.y / resolution_, kWidth), function);
   // The sagitta is an eighth of this for such arcs; that of one that equals a line is 1 at most.
   constexpr double kMostBend = 16.0;
-  const bool mayBeLongLine = !stroke.isCircle && length >= 0.5 * kLong && !isLine(stroke);
-  if (mayBeLongLine && length * radiansOf(std::fabs(stroke.edge.curve)) <= kMostBend) {
-    forEachOfLine(stroke, grid, function);
+  const bool mayBeLongLine = !stroke.isCircle && units >= 0.5 * kLong && !isLine(stroke);
+  if (mayBeLongLine && units * radiansOf(std::fabs(stroke.edge.curve)) <= kMostBend) {
+    forEachOfLine(stroke, length, grid, function);
   }
 }
 
 template <typename Function>
 void StrokeCells::forEachCarrier(const Stroke& stroke, Grid grid, Function&& function) const {
-  if (isLine(stroke)) return forEachOfLine(stroke, grid, function);
+  if (isLine(stroke)) return forEachOfLine(stroke, lengthOf(stroke), grid, function);
   forEachOfCircle(stroke, overlapCircleOf(stroke), function);
 }
 
 template <typename Function>
-void StrokeCells::forEachOfLine(const Stroke& stroke, Grid grid, Function&& function) const {
+void StrokeCells::forEachOfLine(const Stroke& stroke, double length, Grid grid,
+                                Function&& function) const {
   if (grid == Grid::Coarse) {
-    return forEachOfWholeLine(stroke, [&](std::uint64_t hash, bool) { function(hash); });
+    return forEachOfWholeLine(stroke, length, grid,
+                              [&](std::uint64_t hash, bool) { function(hash); });
   }
-  forEachOfWholeLine(stroke, [&](std::uint64_t hash, bool isTurned) {
+  forEachOfWholeLine(stroke, length, grid, [&](std::uint64_t hash, bool isTurned) {
     // No stroke within the box reaches to more parts.
     constexpr double kMostReached = 8192.0;
     const Reach reach = reachOf(stroke, isTurned);
     if (!(reach.last - reach.first < kMostReached)) return;
-    const int parts = static_cast<int>(reach.last - reach.first) + 1;
-    for (int i = 0; i < parts; ++i) function(hashOfCell(hash, reach.first + i, 0.0));
+    const std::int64_t first = wholeBelow(reach.first);
+    const std::int64_t parts = static_cast<std::int64_t>(reach.last - reach.first) + 1;
+    for (std::int64_t i = 0; i < parts; ++i) function(hashOfCell(hash, first + i, 0));
   });
 }
 
 /// Calls function(hash, isTurned): by the direction of the line, without a sense, and its distance
 /// from the origin. The direction is told by a number that grows with the angle, but never faster.
 template <typename Function>
-void StrokeCells::forEachOfWholeLine(const Stroke& stroke, Function&& function) const {
-  constexpr double kWidth = 2.0;
-  const Point way = wayOf(stroke);
+void StrokeCells::forEachOfWholeLine(const Stroke& stroke, double length, Grid grid,
+                                     Function&& function) const {
+  constexpr double kPerAngle = 1.0 / kOverlapAngleCell;
+  // On the coarse grid, few lines are in more than one cell, and few of those in one cell would be
+  // near each other if they were many.
+  const double angleWidth = grid == Grid::Coarse ? 8.0 : 2.0;
+  const double offsetWidth = grid == Grid::Coarse ? 4.0 : 2.0;
+  const Point way = stroke.edge.to - stroke.edge.from;
+  const double sense = senseOf(way);
   const double sum = std::fabs(way.x) + std::fabs(way.y);
-  const double slope = sum > 0.0 ? way.y / sum : 0.0;
-  const double offset = cross(way, stroke.edge.from - origin_) / offsetCell_;
-  const std::uint64_t grid = gridOf(stroke, kLines);
-  forEachCell(grid, WideCell(slope / kOverlapAngleCell, kWidth), WideCell(offset, kWidth),
+  const double slope = sum > 0.0 ? sense * way.y / sum : 0.0;
+  const double offset = sense * cross(way, stroke.edge.from - origin_) / (length * offsetCell_);
+  const std::uint64_t number = gridOf(stroke, kLines);
+  // Lines along the axes, and those through the middle, are amid a cell.
+  const auto ofAngle = [=](double turn) {
+    return WideCell(turn * kPerAngle + 0.5 * angleWidth, angleWidth);
+  };
+  const auto ofOffset = [=](double units) {
+    return WideCell(units + 0.5 * offsetWidth, offsetWidth);
+  };
+  forEachCell(number, ofAngle(slope), ofOffset(offset),
               [&](std::uint64_t hash) { function(hash, false); });
   // Those that are almost upright may lean to either side: upwards is next to downwards.
   if (slope > 1.0 - 2.0 * kOverlapAngleCell) {
-    forEachCell(grid, WideCell((slope - 2.0) / kOverlapAngleCell, kWidth),
-                WideCell(-offset, kWidth), [&](std::uint64_t hash) { function(hash, true); });
+    forEachCell(number, ofAngle(slope - 2.0), ofOffset(-offset),
+                [&](std::uint64_t hash) { function(hash, true); });
   }
 }
 
@@ -206,8 +232,11 @@ void StrokeCells::forEachOfCircle(const Stroke& stroke, const Circle& circle,
   const WideCell y((circle.centre.y - origin_.y) / cell, kWidth);
   const WideCell radius(circle.radius / cell, kWidth);
   const std::uint64_t grid = gridOf(stroke, kCircles);
-  forEachCell(grid + bitsOf(radius.own), x, y, function);
-  if (radius.isInPrevious) forEachCell(grid + bitsOf(radius.own - 1.0), x, y, function);
+  const auto gridOfRadius = [grid](std::int64_t cells) {
+    return grid + static_cast<std::uint64_t>(cells) * 0xa0761d6478bd642fU;
+  };
+  forEachCell(gridOfRadius(radius.own), x, y, function);
+  if (radius.isInPrevious) forEachCell(gridOfRadius(radius.own - 1), x, y, function);
 }
 
 }  // namespace quillon::geometry
