@@ -32,6 +32,13 @@ bool isFilledForProduction(int layer) {
   return (layer >= 1 && layer <= 16) || layer == 21 || layer == 22 || (layer >= 25 && layer <= 36);
 }
 
+/// Whether a way is as long as the resolution; most are so much longer that no root is needed.
+bool isLongEnough(Point way, double resolution) {
+  constexpr double kClearly = 1.0 + 1e-9;
+  const double longer = kClearly * resolution;
+  return geometry::dot(way, way) > longer * longer || geometry::norm(way) >= resolution;
+}
+
 /// An area needs three corners.
 void splitTwoCorners(Path& outline) {
   if (outline.vertices.size() != 2) return;
@@ -80,14 +87,11 @@ void Canvas::segment(const Item& item, Point start, Point end) {
   if (!geometry::usable(start) || !geometry::usable(end)) {
     return lose(item, LossRule::UnusableNumbers);
   }
-  if (!(geometry::distance(start, end) >= measures_.resolution)) {
+  if (!isLongEnough(end - start, measures_.resolution)) {
     return lose(item, LossRule::ZeroLength, start);
   }
-  segment_.path.vertices.assign({{start}, {end}});
-  segment_.path.closed = false;
-  if (!item.pen.dashes.empty()) return strokeDashed(item, segment_.path, {});
-  setLook(segment_, item, {});
-  sink_->take(item.origin, std::move(segment_));
+  if (!item.pen.dashes.empty()) return strokeDashed(item, {{{start}, {end}}, false}, {});
+  sink_->takeSegment(item.origin, {lookOf(item, {}), start, end});
 }
 
 Path Canvas::mapped(const Item& item, const Path& path, const Affine& map) {
@@ -165,17 +169,17 @@ void Canvas::strokeDashed(const Item& item, const Path& path, const Stroke& how)
 
 void Canvas::take(const Item& item, Path path, const Stroke& how, bool isCircle) {
   Chain chain;
+  static_cast<ChainLook&>(chain) = lookOf(item, how);
   chain.path = std::move(path);
-  setLook(chain, item, how);
   chain.isCircle = isCircle;
   sink_->take(item.origin, std::move(chain));
 }
 
-void Canvas::setLook(Chain& chain, const Item& item, const Stroke& how) {
-  chain.width = how.width.value_or(item.pen.width);
-  chain.style = how.solid ? Style::Continuous : item.pen.style;
-  chain.cleanable = how.cleanable && !item.isInDimension;
-  chain.isArc = how.isArc;
+ChainLook Canvas::lookOf(const Item& item, const Stroke& how) {
+  return {.width = how.width.value_or(item.pen.width),
+          .style = how.solid ? Style::Continuous : item.pen.style,
+          .cleanable = how.cleanable && !item.isInDimension,
+          .isArc = how.isArc};
 }
 
 void Canvas::area(const Item& item, Path outline) {

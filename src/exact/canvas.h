@@ -135,7 +135,7 @@ class Canvas {
   void strokeMapped(const Item& item, Path path, const Stroke& how, bool isCircle);
   void strokeDashed(const Item& item, const Path& path, const Stroke& how);
   void take(const Item& item, Path path, const Stroke& how, bool isCircle);
-  static void setLook(Chain& chain, const Item& item, const Stroke& how);
+  static ChainLook lookOf(const Item& item, const Stroke& how);
   void takeArea(const Item& item, Path outline);
   /// Makes room for the width of the edge, and says what the width does to the area.
   void fitToFillWidth(const Item& item, Path& outline);
@@ -148,7 +148,6 @@ class Canvas {
   ShapeSink* sink_;
   LossList& losses_;
   rules::CancelPoll& poll_;
-  Chain segment_;  ///< the last one; nothing has to be allocated where the sink leaves it its path
   bool hasFineFill_ = false;  ///< that was said already
 };
 

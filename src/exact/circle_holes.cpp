@@ -56,11 +56,10 @@ class CircleHoles {
   void make() {
     Chain chain;
     layer_.inOrder(
-        [&](std::size_t i) {
-          const HeldSegment& segment = layer_.segments()[i];
+        [&](std::size_t i, const HeldSegment& segment) {
           const Look& look = layer_.lookOf(segment);
           if (!look.isCircle || !isWanted(look.dxfLayer)) return true;
-          layer_.toChain(segment, chain);
+          layer_.toChain(i, chain);
           consider(chain, {i, false});
           return true;
         },

@@ -31,6 +31,13 @@ std::optional<std::pair<double, double>> within(const geometry::Box& box, Point 
   return std::pair(low, high);
 }
 
+void extend(geometry::Box& box, const Segment& segment) {
+  const geometry::Arc arc{segment.from, segment.to, segment.curve};
+  box.add(arc.start);
+  box.add(arc.end);
+  if (arc.curve != 0.0 && !geometry::isSurelyWithin(arc, box)) box.add(geometry::bounds(arc));
+}
+
 }  // namespace
 
 HeldLayer& Cleaning::layerOf(int number) {
@@ -49,15 +56,21 @@ void Cleaning::hold(const Origin& origin, Shape&& shape) {
     if (poll_ != nullptr) poll_->addSteps(kStepsPerShape);
     return layerOf(origin.layer).hold(origin, std::forward<Shape>(shape));
   }
-  if constexpr (std::is_same_v<std::decay_t<Shape>, Chain>) {
-    geometry::extend(handedOn_, shape.path);
+  if constexpr (std::is_same_v<std::decay_t<Shape>, Segment>) {
+    extend(handedOn_, shape);
+    next_.takeSegment(origin, shape);
   } else {
-    handedOn_.add(boundsOf(shape));
+    if constexpr (std::is_same_v<std::decay_t<Shape>, Chain>) {
+      geometry::extend(handedOn_, shape.path);
+    } else {
+      handedOn_.add(boundsOf(shape));
+    }
+    next_.take(origin, std::forward<Shape>(shape));
   }
-  next_.take(origin, std::forward<Shape>(shape));
 }
 
 void Cleaning::take(const Origin& origin, Chain&& chain) { hold(origin, std::move(chain)); }
+void Cleaning::takeSegment(const Origin& origin, const Segment& segment) { hold(origin, segment); }
 void Cleaning::take(const Origin& origin, Area&& area) { hold(origin, std::move(area)); }
 void Cleaning::take(const Origin& origin, TextLine&& text) { hold(origin, std::move(text)); }
 void Cleaning::take(const Origin& origin, const Dot& dot) { hold(origin, dot); }
@@ -94,10 +107,12 @@ void Cleaning::addReport(const OutlineReport& report, const geometry::Affine& pl
 void Cleaning::finish() {
   cutEndless();
   const geometry::StopCheck stop([this] { return poll_ != nullptr && (*poll_)(); });
+  geometry::HashMemory memory;
+  const CleaningRun run{stop, memory};
   for (HeldLayer* const layer : order_) {
     if (poll_ != nullptr && poll_->cancelled()) break;
-    if (options_.dropDuplicates) dropDuplicates(*layer, measures_, losses_, stop);
-    joinOutlines(*layer, options_, measures_, report_, stop);
+    if (options_.dropDuplicates) dropDuplicates(*layer, measures_, losses_, run);
+    joinOutlines(*layer, options_, measures_, report_, run);
     makeHoles(*layer, options_, measures_);
     handOn(*layer);
     layer->clear();
@@ -149,10 +164,15 @@ void Cleaning::handOn(HeldLayer& layer) {
     return poll_ == nullptr || !(*poll_)() || !(poll_->cancelled() || poll_->isScriptFull());
   };
   layer.inOrder(
-      [&](std::size_t i) {
-        const HeldSegment& segment = layer.segments()[i];
-        layer.toChain(segment, chain);
-        next_.take(layer.originOf(segment), std::move(chain));
+      [&](std::size_t i, const HeldSegment& held) {
+        const Look& look = layer.lookOf(held);
+        const Origin origin = layer.originOf(held);
+        if (look.isCircle) {
+          layer.toChain(i, chain);
+          next_.take(origin, std::move(chain));
+        } else {
+          next_.takeSegment(origin, {look, held.from, held.to, layer.segments().curve(i)});
+        }
         return isWanted();
       },
       [&](std::size_t i) {

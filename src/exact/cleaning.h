@@ -28,6 +28,7 @@ class Cleaning final : public ShapeSink {
       : options_(options), measures_(options), losses_(losses), next_(next), poll_(poll) {}
 
   void take(const Origin& origin, Chain&& chain) override;
+  void takeSegment(const Origin& origin, const Segment& segment) override;
   void take(const Origin& origin, Area&& area) override;
   void take(const Origin& origin, TextLine&& text) override;
   void take(const Origin& origin, const Dot& dot) override;

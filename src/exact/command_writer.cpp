@@ -103,6 +103,22 @@ void CommandWriter::take(const Origin& origin, Chain&& chain) {
                       .corners = corners_});
 }
 
+/// Most shapes of most drawings are these.
+void CommandWriter::takeSegment(const Origin& origin, const Segment& segment) {
+  setLayer(origin);
+  setStyle(segment.style);
+  const std::array<eagle::Corner, 2> corners = {
+      {{placed(segment.from), segment.curve}, {placed(segment.to), 0.0}}};
+  if (!inPart_) {
+    for (const eagle::Corner& corner : corners) bounds_.add(corner.at);
+    if (segment.curve != 0.0) extendByArc({segment.from, segment.to, segment.curve});
+  }
+  commands_.polyline({.filled = false,
+                      .width = segment.width,
+                      .signal = signalOn(origin.layer),
+                      .corners = corners});
+}
+
 /// A circle of width 0 would be a disc: only those with a width are circles to EAGLE.
 void CommandWriter::putCircle(const Chain& chain) {
   const Point left = placed(chain.path.vertices[0].at);
@@ -204,13 +220,15 @@ void CommandWriter::collect(const Path& path) {
   if (mostCurve == 0.0 || geometry::areSurelyWithin(points, mostCurve, bounds_)) return;
   const std::size_t arcs = geometry::arcCount(path);
   for (std::size_t i = 0; i < arcs; ++i) {
-    if (path.vertices[i].curve == 0.0) continue;
-    const geometry::Arc arc = geometry::arcAt(path, i);
-    if (geometry::isSurelyWithin({placed(arc.start), placed(arc.end), arc.curve}, bounds_))
-      continue;
-    const geometry::Box box = geometry::bounds(arc);
-    extend({placed(box.low), placed(box.high)});
+    if (path.vertices[i].curve != 0.0) extendByArc(geometry::arcAt(path, i));
   }
+}
+
+/// By more than its ends, which have been added.
+void CommandWriter::extendByArc(const geometry::Arc& arc) {
+  if (geometry::isSurelyWithin({placed(arc.start), placed(arc.end), arc.curve}, bounds_)) return;
+  const geometry::Box box = geometry::bounds(arc);
+  extend({placed(box.low), placed(box.high)});
 }
 
 void CommandWriter::addDisc(Point centre, double diameter) {

@@ -9,6 +9,7 @@
 #include "eagle/commands.h"
 #include "exact/options.h"
 #include "exact/shapes.h"
+#include "geometry/arc.h"
 #include "geometry/box.h"
 
 namespace quillon::exact {
@@ -33,6 +34,7 @@ class CommandWriter final : public ShapeSink {
   void place(eagle::Part part);
 
   void take(const Origin& origin, Chain&& chain) override;
+  void takeSegment(const Origin& origin, const Segment& segment) override;
   void take(const Origin& origin, Area&& area) override;
   void take(const Origin& origin, TextLine&& text) override;
   void take(const Origin& origin, const Dot& dot) override;
@@ -56,6 +58,7 @@ class CommandWriter final : public ShapeSink {
   std::string_view signalOn(int layer);
   void putCircle(const Chain& chain);
   void collect(const Path& path);
+  void extendByArc(const geometry::Arc& arc);
   void addDisc(Point centre, double diameter);
   void extend(const geometry::Box& to);
 

@@ -1,6 +1,7 @@
 #include "exact/held_layer.h"
 
 #include <algorithm>
+#include <new>
 
 #include "geometry/arc.h"
 #include "geometry/path_tools.h"
@@ -31,53 +32,51 @@ geometry::Box boundsOf(const TextLine& text) { return {text.at, text.at}; }
 geometry::Box boundsOf(const Dot& dot) { return aroundDisc(dot.centre, dot.diameter); }
 geometry::Box boundsOf(const Hole& hole) { return aroundDisc(hole.centre, hole.drill); }
 
-Looks::Key Looks::keyOf(const Look& look) {
-  return {look.kind,      look.dxfLayer, look.width,   look.style,
-          look.cleanable, look.isArc,    look.isCircle};
-}
-
-std::uint32_t Looks::numberOf(const Origin& origin, const Chain& chain) {
-  Look look{origin.kind,     origin.dxfLayer, chain.width,    chain.style,
-            chain.cleanable, chain.isArc,     chain.isCircle, 0};
-  const auto place = reinterpret_cast<std::uintptr_t>(look.dxfLayer.data());
-  std::uint32_t& recent = recent_[(place / 8 + look.kind.size()) % recent_.size()];
-  if (recent < looks_.size() && areSame(looks_[recent], look)) return recent;
-  const auto [found, isNew] =
-      numbers_.try_emplace(keyOf(look), static_cast<std::uint32_t>(looks_.size()));
+std::uint32_t Looks::searchedNumberOf(const Origin& origin, const ChainLook& chain) {
+  const Key key{origin.kind,     origin.dxfLayer, chain.width,   chain.style,
+                chain.cleanable, chain.isArc,     chain.isCircle};
+  const auto [found, isNew] = numbers_.try_emplace(key, static_cast<std::uint32_t>(looks_.size()));
   if (isNew) {
-    look.pen = penOf(chain);
-    looks_.push_back(look);
+    // The looks themselves would take more than ten gigabytes.
+    if (looks_.size() == HeldSegment::kMostLooks) throw std::bad_alloc();
+    looks_.push_back({chain, origin.kind, origin.dxfLayer, penOf(chain)});
   }
-  recent = found->second;
-  return recent;
+  return found->second;
 }
 
-/// Names are kept once each, so that their places tell most of them.
-bool Looks::areSame(const Look& a, const Look& b) {
-  const auto isSame = [](std::string_view one, std::string_view other) {
-    return one.data() == other.data() && one.size() == other.size();
-  };
-  return isSame(a.kind, b.kind) && isSame(a.dxfLayer, b.dxfLayer) && a.width == b.width &&
-         a.style == b.style && a.cleanable == b.cleanable && a.isArc == b.isArc &&
-         a.isCircle == b.isCircle;
-}
-
-std::uint32_t Looks::penOf(const Chain& chain) {
+std::uint32_t Looks::penOf(const ChainLook& chain) {
   const auto count = static_cast<std::uint32_t>(pens_.size());
   return pens_.try_emplace(std::pair(chain.width, chain.style), count).first->second;
 }
 
 void HeldLayer::hold(const Origin& origin, Chain&& chain) {
-  if (!isSegment(chain)) {
-    addShape(origin, segments_.size()).shape = std::move(chain);
-    return;
-  }
   const std::vector<geometry::Vertex>& vertices = chain.path.vertices;
-  segments_.add({.from = vertices[0].at,
-                 .to = vertices[1].at,
-                 .curve = vertices[0].curve,
-                 .line = origin.line,
-                 .look = looks_.numberOf(origin, chain)});
+  if (isSegment(chain)) {
+    return addSegment(origin, chain, {vertices[0].at, vertices[1].at, vertices[0].curve});
+  }
+  if (chain.cleanable && !chain.path.closed && !vertices.empty()) {
+    ++openCount_;
+    endsBox_.add(vertices.front().at);
+    endsBox_.add(vertices.back().at);
+  }
+  addShape(origin, segments_.size()).shape = std::move(chain);
+}
+
+void HeldLayer::addSegment(const Origin& origin, const ChainLook& look,
+                           const geometry::Edge& edge) {
+  if (look.cleanable) {
+    if (!look.isCircle) ++openCount_;
+    endsBox_.add(edge.from);
+    endsBox_.add(edge.to);
+  }
+  segments_.add({edge.from, edge.to, origin.line, looks_.numberOf(origin, look)}, edge.curve);
+}
+
+void HeldLayer::dropSegment(std::size_t index) {
+  const HeldSegment& segment = segments_[index];
+  const Look& look = lookOf(segment);
+  if (!segment.isDropped() && look.cleanable && !look.isCircle) --openCount_;
+  segments_.drop(index);
 }
 
 HeldShape& HeldLayer::addShape(const Origin& origin, std::size_t before) {
@@ -89,33 +88,32 @@ void HeldLayer::clear() {
   segments_ = SegmentList();
   shapes_ = ShapeList();
   places_ = std::vector<ShapePlace>();
+  openCount_ = 0;
+  endsBox_ = {};
 }
 
-void HeldLayer::toChain(const HeldSegment& segment, Chain& chain) const {
-  const Look& look = lookOf(segment);
+void HeldLayer::toChain(std::size_t index, Chain& chain) const {
+  const geometry::Edge edge = segments_.edge(index);
+  const Look& look = lookOf(segments_[index]);
   chain.path.vertices.resize(2);
-  chain.path.vertices[0] = {segment.from, segment.curve};
-  chain.path.vertices[1] = {segment.to, look.isCircle ? segment.curve : 0.0};
+  chain.path.vertices[0] = {edge.from, edge.curve};
+  chain.path.vertices[1] = {edge.to, look.isCircle ? edge.curve : 0.0};
   chain.path.closed = look.isCircle;
-  chain.width = look.width;
-  chain.style = look.style;
-  chain.cleanable = look.cleanable;
-  chain.isArc = look.isArc;
-  chain.isCircle = look.isCircle;
+  static_cast<ChainLook&>(chain) = look;
 }
 
 Origin HeldLayer::originOf(const HeldSegment& segment) const {
   const Look& look = lookOf(segment);
-  return {number_, look.kind, look.dxfLayer, segment.line};
+  return {number_, look.kind, look.dxfLayer, segment.line()};
 }
 
 geometry::Box HeldLayer::bounds() const {
   geometry::Box box;
   for (std::size_t i = 0; i < segments_.size(); ++i) {
-    const HeldSegment& segment = segments_[i];
-    box.add(geometry::bounds(geometry::Arc{segment.from, segment.to, segment.curve}));
-    if (!lookOf(segment).isCircle) continue;
-    box.add(geometry::bounds(geometry::Arc{segment.to, segment.from, segment.curve}));
+    const geometry::Edge edge = segments_.edge(i);
+    box.add(geometry::bounds(geometry::Arc{edge.from, edge.to, edge.curve}));
+    if (!lookOf(segments_[i]).isCircle) continue;
+    box.add(geometry::bounds(geometry::Arc{edge.to, edge.from, edge.curve}));
   }
   for (std::size_t i = 0; i < shapes_.size(); ++i) {
     std::visit(

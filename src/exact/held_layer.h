@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "exact/held_segments.h"
 #include "exact/shapes.h"
 #include "geometry/box.h"
 
@@ -23,45 +24,45 @@ geometry::Box boundsOf(const Dot& dot);
 geometry::Box boundsOf(const Hole& hole);
 
 /// What many chains share; all but their path and line.
-struct Look {
+struct Look : ChainLook {
   std::string_view kind;
   std::string_view dxfLayer;
-  double width = 0.0;
-  Style style = Style::Continuous;
-  bool cleanable = true;
-  bool isArc = false;
-  bool isCircle = false;
   std::uint32_t pen = 0;  ///< equal numbers are equal widths and styles
 };
 
 /// The looks of all chains, each kept once.
 class Looks {
  public:
-  std::uint32_t numberOf(const Origin& origin, const Chain& chain);
+  std::uint32_t numberOf(const Origin& origin, const ChainLook& chain) {
+    std::uint32_t& recent = recent_[placeOf(origin)];
+    if (recent < looks_.size() && isOf(looks_[recent], origin, chain)) return recent;
+    return recent = searchedNumberOf(origin, chain);
+  }
   /// The number of a width and style.
-  std::uint32_t penOf(const Chain& chain);
+  std::uint32_t penOf(const ChainLook& chain);
   const Look& operator[](std::uint32_t number) const { return looks_[number]; }
 
  private:
   using Key = std::tuple<std::string_view, std::string_view, double, Style, bool, bool, bool>;
+  static constexpr std::size_t kRecent = 64;
 
-  static Key keyOf(const Look& look);
-  static bool areSame(const Look& a, const Look& b);
+  static std::size_t placeOf(const Origin& origin) {
+    const auto place = reinterpret_cast<std::uintptr_t>(origin.dxfLayer.data());
+    return (place / 8 + origin.kind.size()) % kRecent;
+  }
+  /// Names are kept once each, so that their places tell most of them.
+  static bool isOf(const Look& look, const Origin& origin, const ChainLook& chain) {
+    return look.kind.data() == origin.kind.data() && look.kind.size() == origin.kind.size() &&
+           look.dxfLayer.data() == origin.dxfLayer.data() &&
+           look.dxfLayer.size() == origin.dxfLayer.size() &&
+           static_cast<const ChainLook&>(look) == chain;
+  }
+  std::uint32_t searchedNumberOf(const Origin& origin, const ChainLook& chain);
 
   std::vector<Look> looks_;
-  std::array<std::uint32_t, 64> recent_{};  ///< numbers that came lately
+  std::array<std::uint32_t, kRecent> recent_{};  ///< numbers that came lately
   std::map<Key, std::uint32_t> numbers_;
   std::map<std::pair<double, Style>, std::uint32_t> pens_;
-};
-
-/// A chain of one line or arc, or a circle by its two halves. Drawings may have millions of them.
-struct HeldSegment {
-  Point from;
-  Point to;
-  double curve = 0.0;
-  std::uint64_t line = 0;
-  std::uint32_t look = 0;
-  bool isDropped = false;  ///< another shape has taken it in
 };
 
 /// Any other shape, or nothing where another one has taken it in.
@@ -74,28 +75,6 @@ struct HeldShape {
   void drop() { shape = std::monostate(); }
 };
 
-/// Items in blocks, so that adding some moves none.
-template <typename T>
-class BlockList {
- public:
-  std::size_t size() const { return size_; }
-  T& operator[](std::size_t i) { return blocks_[i / kBlock][i % kBlock]; }
-  const T& operator[](std::size_t i) const { return blocks_[i / kBlock][i % kBlock]; }
-  T& back() { return blocks_.back().back(); }
-
-  T& add(T item) {
-    if (size_++ % kBlock == 0) blocks_.emplace_back().reserve(kBlock);
-    return blocks_.back().emplace_back(std::move(item));
-  }
-
- private:
-  static constexpr std::size_t kBlock = 512;
-
-  std::vector<std::vector<T>> blocks_;
-  std::size_t size_ = 0;
-};
-
-using SegmentList = BlockList<HeldSegment>;
 using ShapeList = BlockList<HeldShape>;
 
 /// The shapes of one layer in the order of the drawing.
@@ -105,50 +84,61 @@ class HeldLayer {
 
   int number() const { return number_; }
   void hold(const Origin& origin, Chain&& chain);
+  void hold(const Origin& origin, const Segment& segment) {
+    addSegment(origin, segment, {segment.from, segment.to, segment.curve});
+  }
   template <typename Shape>
   void hold(const Origin& origin, Shape&& shape) {
     addShape(origin, segments_.size()).shape = std::forward<Shape>(shape);
   }
 
   const SegmentList& segments() const { return segments_; }
-  SegmentList& segments() { return segments_; }
+  /// Changes the course of a segment, between ends that were held.
+  void setEdge(std::size_t index, const geometry::Edge& edge) { segments_.setEdge(index, edge); }
+  void dropSegment(std::size_t index);
   const ShapeList& shapes() const { return shapes_; }
   ShapeList& shapes() { return shapes_; }
-  const Look& lookOf(const HeldSegment& segment) const { return looks_[segment.look]; }
+  const Look& lookOf(const HeldSegment& segment) const { return looks_[segment.look()]; }
   std::uint32_t penOf(const Chain& chain) { return looks_.penOf(chain); }
   std::size_t size() const { return segments_.size() + shapes_.size(); }
 
+  /// How many lines, arcs and open polylines may be cleaned, and a box around the ends of all that
+  /// may and of closed ones; what was dropped may be in that.
+  std::size_t openCount() const { return openCount_; }
+  const geometry::Box& endsBox() const { return endsBox_; }
+
   /// The segment as a chain; its vertices are put where those of the chain are.
-  void toChain(const HeldSegment& segment, Chain& chain) const;
+  void toChain(std::size_t index, Chain& chain) const;
   Origin originOf(const HeldSegment& segment) const;
   geometry::Box bounds() const;
 
   /// Puts a shape in the place of a segment; settle() has to follow.
   template <typename Shape>
   void replaceSegment(std::size_t index, Shape&& shape) {
-    HeldSegment& segment = segments_[index];
-    segment.isDropped = true;
+    dropSegment(index);
     isSettled_ = false;
-    addShape(originOf(segment), index).shape = std::forward<Shape>(shape);
+    addShape(originOf(segments_[index]), index).shape = std::forward<Shape>(shape);
   }
   void settle();
   /// Gives all memory back.
   void clear();
 
-  /// Calls onSegment(index) and onShape(index) for what is not dropped, in the order of the
-  /// drawing, until one of them returns false.
+  /// Calls onSegment(index, segment) and onShape(index) for what is not dropped, in the order of
+  /// the drawing, until one of them returns false.
   template <typename OnSegment, typename OnShape>
   void inOrder(OnSegment&& onSegment, OnShape&& onShape) const {
-    std::size_t next = 0;
-    for (std::size_t i = 0; i < segments_.size(); ++i) {
-      for (; next < places_.size() && places_[next].before <= i; ++next) {
-        if (!onShape(places_[next].shape)) return;
+    std::size_t i = 0;
+    const auto walkTo = [&](std::size_t end) {
+      for (; i < end; ++i) {
+        const HeldSegment& segment = segments_[i];
+        if (!segment.isDropped() && !onSegment(i, segment)) return false;
       }
-      if (!segments_[i].isDropped && !onSegment(i)) return;
+      return true;
+    };
+    for (const ShapePlace& place : places_) {
+      if (!walkTo(place.before) || !onShape(place.shape)) return;
     }
-    for (; next < places_.size(); ++next) {
-      if (!onShape(places_[next].shape)) return;
-    }
+    walkTo(segments_.size());
   }
 
  private:
@@ -158,6 +148,7 @@ class HeldLayer {
     std::size_t shape;   ///< its index
   };
 
+  void addSegment(const Origin& origin, const ChainLook& look, const geometry::Edge& edge);
   HeldShape& addShape(const Origin& origin, std::size_t before);
 
   int number_;
@@ -166,6 +157,8 @@ class HeldLayer {
   ShapeList shapes_;
   std::vector<ShapePlace> places_;  ///< in their order, once settled
   bool isSettled_ = true;
+  std::size_t openCount_ = 0;
+  geometry::Box endsBox_;
 };
 
 }  // namespace quillon::exact

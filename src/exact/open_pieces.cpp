@@ -13,8 +13,8 @@ const Chain* OpenPieces::openChain(std::size_t shape) const {
 bool OpenPieces::hasClosed() const {
   bool hasClosed = false;
   layer_.inOrder(
-      [&](std::size_t i) {
-        const Look& look = layer_.lookOf(layer_.segments()[i]);
+      [&](std::size_t, const HeldSegment& segment) {
+        const Look& look = layer_.lookOf(segment);
         hasClosed = look.cleanable && look.isCircle;
         return !hasClosed;
       },
@@ -31,27 +31,26 @@ geometry::Piece OpenPieces::take(const Place& place) {
     Chain& chain = *layer_.shapes()[place.index].chain();
     return {std::move(chain.path), 0, layer_.penOf(chain), chain.isArc};
   }
-  const HeldSegment& segment = layer_.segments()[place.index];
-  const Look& look = layer_.lookOf(segment);
-  return {geometry::Edge{segment.from, segment.to, segment.curve}, 0, look.pen, look.isArc};
+  const Look& look = layer_.lookOf(layer_.segments()[place.index]);
+  return {layer_.segments().edge(place.index), 0, look.pen, look.isArc};
 }
 
 Chain& OpenPieces::chainAt(const Place& place) {
   if (place.isShape) return *layer_.shapes()[place.index].chain();
   Chain chain;
-  layer_.toChain(layer_.segments()[place.index], chain);
+  layer_.toChain(place.index, chain);
   layer_.replaceSegment(place.index, std::move(chain));
   return *layer_.shapes().back().chain();
 }
 
 void OpenPieces::drop(const Place& place) {
   if (place.isShape) return layer_.shapes()[place.index].drop();
-  layer_.segments()[place.index].isDropped = true;
+  layer_.dropSegment(place.index);
 }
 
 std::uint64_t OpenPieces::lineOf(const Place& place) const {
   return place.isShape ? layer_.shapes()[place.index].origin.line
-                       : layer_.segments()[place.index].line;
+                       : layer_.segments()[place.index].line();
 }
 
 std::vector<std::uint64_t> OpenPieces::linesOfPieces() const {

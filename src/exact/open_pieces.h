@@ -79,8 +79,7 @@ bool OpenPieces::forEach(Function&& function) const {
     return !stopped;
   };
   layer_.inOrder(
-      [&](std::size_t i) {
-        const HeldSegment& segment = layer_.segments()[i];
+      [&](std::size_t i, const HeldSegment& segment) {
         const Look& look = layer_.lookOf(segment);
         if (!look.cleanable || look.isCircle) return true;
         return visit(i, false, segment.from, segment.to);

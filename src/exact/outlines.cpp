@@ -23,13 +23,14 @@ constexpr int kMillingLayer = 46;
 class Joiner {
  public:
   Joiner(HeldLayer& layer, const Options& options, const Measures& measures, OutlineReport& report,
-         const geometry::StopCheck& stop)
+         const CleaningRun& run)
       : layer_(layer),
         options_(options),
         measures_(measures),
         report_(report),
-        stop_(stop),
-        pieces_(layer, stop) {}
+        stop_(run.stop),
+        memory_(run.memory),
+        pieces_(layer, run.stop) {}
 
   void join() {
     // More pieces would take more than a hundred gigabytes; they stay as they are.
@@ -61,22 +62,17 @@ class Joiner {
 
   /// False where it was stopped.
   bool findMeeting() {
-    std::size_t count = 0;
-    geometry::Box box;
-    const auto measure = [&](const OpenPieces::Place&, Point start, Point end) {
-      ++count;
-      box.add(start);
-      box.add(end);
-    };
-    if (!pieces_.forEach(measure)) return false;
-    known_ = {count, reachFor(count, box), measures_.join};
-    geometry::EndFilter filter(2 * count, known_.reach);
+    known_.reach = reachFor(layer_.openCount(), layer_.endsBox());
+    known_.tolerance = measures_.join;
+    geometry::EndFilter filter(2 * layer_.openCount(), known_.reach,
+                               geometry::EndFilter::Grid::Coarse, &memory_);
     const auto add = [&](const OpenPieces::Place& place, Point start, Point end) {
+      known_.pieces = place.order + 1;
       filter.add(start, place.order);
       filter.add(end, place.order);
     };
     if (!pieces_.forEach(add)) return false;
-    const std::vector<bool> mayMeet = filter.meeting(count);
+    const std::vector<bool> mayMeet = filter.meeting(known_.pieces);
     std::vector<Ends> found;
     const auto find = [&](const OpenPieces::Place& place, Point start, Point end) {
       if (mayMeet[place.order]) found.push_back({place, start, end});
@@ -100,7 +96,8 @@ class Joiner {
 
   /// A second look at those that are left.
   bool sift(const std::vector<Ends>& found) {
-    geometry::EndFilter filter(2 * found.size(), known_.reach, geometry::EndFilter::Grid::Fine);
+    geometry::EndFilter filter(2 * found.size(), known_.reach, geometry::EndFilter::Grid::Fine,
+                               &memory_);
     for (std::size_t i = 0; i < found.size(); ++i) {
       filter.add(found[i].start, i);
       filter.add(found[i].end, i);
@@ -175,6 +172,7 @@ class Joiner {
   const Measures& measures_;
   OutlineReport& report_;
   const geometry::StopCheck& stop_;
+  geometry::HashMemory& memory_;
   OpenPieces pieces_;
   OpenPieces::EndsKnown known_;
   OpenPieces::Meeting meeting_;
@@ -183,9 +181,9 @@ class Joiner {
 }  // namespace
 
 void joinOutlines(HeldLayer& layer, const Options& options, const Measures& measures,
-                  OutlineReport& report, const geometry::StopCheck& stop) {
+                  OutlineReport& report, const CleaningRun& run) {
   if (!options.chains && measures.join <= 0.0) return;
-  Joiner(layer, options, measures, report, stop).join();
+  Joiner(layer, options, measures, report, run).join();
 }
 
 }  // namespace quillon::exact

@@ -6,6 +6,7 @@
 
 #include "exact/held_layer.h"
 #include "exact/options.h"
+#include "geometry/shared_hashes.h"
 #include "geometry/stop_check.h"
 #include "rules/losses.h"
 
@@ -35,15 +36,21 @@ struct OutlineReport {
   std::vector<OpenEnd> gaps;  ///< nearest first; Options::mostGaps of them
 };
 
+/// What the steps of cleaning share.
+struct CleaningRun {
+  const geometry::StopCheck& stop;
+  geometry::HashMemory& memory;
+};
+
 // What is done with the shapes of one layer, in this order. Each ends early where the check says
 // so, and then leaves some as they are.
 
 /// Leaves out lines, arcs and circles that are drawn twice, wholly or in part.
 void dropDuplicates(HeldLayer& layer, const Measures& measures, LossList& losses,
-                    const geometry::StopCheck& stop);
+                    const CleaningRun& run);
 /// Joins ends and chains what follows each other.
 void joinOutlines(HeldLayer& layer, const Options& options, const Measures& measures,
-                  OutlineReport& report, const geometry::StopCheck& stop);
+                  OutlineReport& report, const CleaningRun& run);
 /// Makes holes of circles on the chosen layers.
 void makeHoles(HeldLayer& layer, const Options& options, const Measures& measures);
 

@@ -14,33 +14,35 @@ namespace {
 
 using geometry::Stroke;
 
-Stroke strokeOf(const HeldSegment& segment, const Look& look) {
+Stroke strokeOf(const geometry::Edge& edge, const Look& look) {
   Stroke stroke;
   stroke.layer = look.pen;
   stroke.isCircle = look.isCircle;
-  stroke.edge = {segment.from, segment.to, segment.curve};
-  if (look.isCircle) {
-    stroke.edge = {geometry::middle(segment.from, segment.to), segment.to, 0.0};
-  }
+  stroke.edge = edge;
+  if (look.isCircle) stroke.edge = {geometry::middle(edge.from, edge.to), edge.to, 0.0};
   return stroke;
+}
+
+bool isInside(const geometry::Box& box, Point p) {
+  return p.x >= box.low.x && p.x <= box.high.x && p.y >= box.low.y && p.y <= box.high.y;
 }
 
 /// Finds what the segments of a layer have twice, of which there may be millions, nearly all of
 /// them once.
 class RepeatSearch {
  public:
-  RepeatSearch(HeldLayer& layer, double resolution, const geometry::StopCheck& stop)
+  RepeatSearch(HeldLayer& layer, double resolution, const CleaningRun& run)
       : layer_(layer),
         resolution_(resolution),
-        stop_(stop),
-        cells_({}, resolution),
-        isNear_(layer.segments().size()) {}
+        stop_(run.stop),
+        memory_(run.memory),
+        cells_(layer.endsBox(), resolution) {}
 
   /// False where it was stopped. The rounds are few: withoutDuplicates() looks through its grids
   /// once, eight for lines and as many for arcs, and each round makes what one more of them finds
   /// what it would find among all strokes.
   bool run() {
-    if (!findGiven()) return false;
+    if (!findNear() || !findGiven()) return false;
     if (std::find(isGiven_.begin(), isGiven_.end(), true) == isGiven_.end()) return true;
     do {
       cleaned_ = geometry::withoutDuplicates(strokes(), resolution_, boxOfOthers(), stop_);
@@ -54,47 +56,50 @@ class RepeatSearch {
   const geometry::Cleaned& cleaned() const { return cleaned_; }
 
  private:
-  template <typename Function>
-  bool forEachStroke(Function&& function) const {
+  /// Calls function(index, stroke) for those that isWanted(index) wants. False where it was
+  /// stopped.
+  template <typename IsWanted, typename Function>
+  bool forEachStroke(IsWanted&& isWanted, Function&& function) const {
     constexpr std::size_t kSegmentsPerCheck = 64;
     const SegmentList& segments = layer_.segments();
     for (std::size_t i = 0; i < segments.size(); ++i) {
       if (i % kSegmentsPerCheck == 0 && stop_()) return false;
+      if (!isWanted(i)) continue;
       const Look& look = layer_.lookOf(segments[i]);
-      if (look.cleanable) function(i, strokeOf(segments[i], look));
+      if (look.cleanable) function(i, strokeOf(segments.edge(i), look));
     }
     return true;
   }
 
+  bool findNear() {
+    const std::size_t count = layer_.segments().size();
+    geometry::RepeatFilter filter(count, cells_, geometry::StrokeCells::Grid::Coarse, &memory_);
+    const auto all = [](std::size_t) { return true; };
+    const auto add = [&](std::size_t i, const Stroke& stroke) { filter.add(stroke, i); };
+    if (!forEachStroke(all, add)) return false;
+    isNear_ = filter.repeating(count);
+    return true;
+  }
+
+  /// A second look at those that are near others: in a grid of equal things, many are beside each
+  /// other on one line.
   bool findGiven() {
-    geometry::Box box;
+    isGiven_.assign(isNear_.size(), false);
+    const auto isNear = [this](std::size_t i) { return isNear_[i]; };
     std::size_t count = 0;
     double length = 0.0;
     const auto measure = [&](std::size_t, const Stroke& stroke) {
       ++count;
-      geometry::RepeatFilter::addTo(box, stroke, resolution_);
       length += geometry::distance(stroke.edge.from, stroke.edge.to);
     };
-    if (!forEachStroke(measure)) return false;
-    const double mean = count == 0 ? 0.0 : length / static_cast<double>(count);
-    cells_ = geometry::StrokeCells(box, resolution_, geometry::usable(mean) ? mean : 0.0);
-    geometry::RepeatFilter filter(count, cells_);
+    if (!forEachStroke(isNear, measure)) return false;
+    if (count == 0) return true;
+    const double mean = length / static_cast<double>(count);
+    cells_ =
+        geometry::StrokeCells(layer_.endsBox(), resolution_, geometry::usable(mean) ? mean : 0.0);
+    geometry::RepeatFilter filter(count, cells_, geometry::StrokeCells::Grid::Fine, &memory_);
     const auto add = [&](std::size_t i, const Stroke& stroke) { filter.add(stroke, i); };
-    if (!forEachStroke(add)) return false;
-    isNear_ = filter.repeating(isNear_.size());
-    return sift();
-  }
-
-  /// A second look at those that are left: in a grid of equal things, many are beside each other on
-  /// one line.
-  bool sift() {
-    const auto left = std::count(isNear_.begin(), isNear_.end(), true);
-    geometry::RepeatFilter filter(static_cast<std::size_t>(left), cells_,
-                                  geometry::StrokeCells::Grid::Fine);
-    const auto add = [&](std::size_t i, const Stroke& stroke) {
-      if (isNear_[i]) filter.add(stroke, i);
-    };
-    if (left > 0 && !forEachStroke(add)) return false;
+    if (!forEachStroke(isNear, add)) return false;
     isGiven_ = filter.repeating(isNear_.size());
     return true;
   }
@@ -102,8 +107,8 @@ class RepeatSearch {
   const std::vector<Stroke>& strokes() {
     given_.clear();
     strokes_.clear();
-    forEachStroke([this](std::size_t i, const Stroke& stroke) {
-      if (!isGiven_[i]) return;
+    const auto isGiven = [this](std::size_t i) { return isGiven_[i]; };
+    forEachStroke(isGiven, [this](std::size_t i, const Stroke& stroke) {
       given_.push_back(i);
       strokes_.push_back(stroke);
     });
@@ -112,8 +117,13 @@ class RepeatSearch {
 
   geometry::Box boxOfOthers() const {
     geometry::Box box;
-    forEachStroke([&](std::size_t i, const Stroke& stroke) {
-      if (!isGiven_[i]) geometry::RepeatFilter::addTo(box, stroke, resolution_);
+    const SegmentList& segments = layer_.segments();
+    // Nearly all of them are within the box of those before.
+    const auto mayCount = [&](std::size_t i) {
+      return !isGiven_[i] && !(isInside(box, segments[i].from) && isInside(box, segments[i].to));
+    };
+    forEachStroke(mayCount, [&](std::size_t, const Stroke& stroke) {
+      geometry::RepeatFilter::addTo(box, stroke, resolution_);
     });
     return box;
   }
@@ -134,8 +144,11 @@ class RepeatSearch {
     geometry::CarrierFilter filter(moved.size(), cells_);
     for (const Stroke* const stroke : moved) filter.add(*stroke);
     bool givesMore = false;
-    forEachStroke([&](std::size_t i, const Stroke& stroke) {
-      if (isGiven_[i] || !(hasLeftLine || isNear_[i]) || !filter.mayHave(stroke)) return;
+    const auto mayBeNear = [&](std::size_t i) {
+      return !isGiven_[i] && (hasLeftLine || isNear_[i]);
+    };
+    forEachStroke(mayBeNear, [&](std::size_t i, const Stroke& stroke) {
+      if (!filter.mayHave(stroke)) return;
       isGiven_[i] = true;
       givesMore = true;
     });
@@ -145,6 +158,7 @@ class RepeatSearch {
   const HeldLayer& layer_;
   double resolution_;
   const geometry::StopCheck& stop_;
+  geometry::HashMemory& memory_;
   geometry::StrokeCells cells_;
   std::vector<bool> isNear_;        ///< of each segment: whether others are on its line, or on it
   std::vector<bool> isGiven_;       ///< of these: whether it may be drawn twice
@@ -156,16 +170,12 @@ class RepeatSearch {
 /// Puts what is left of a stroke in the place of its segment.
 void redraw(HeldLayer& layer, std::size_t index, const Stroke& stroke) {
   constexpr double kWidestArc = 359.0;
-  HeldSegment& segment = layer.segments()[index];
-  const bool isCircle = stroke.isCircle || layer.lookOf(segment).isCircle;
+  const bool isCircle = stroke.isCircle || layer.lookOf(layer.segments()[index]).isCircle;
   if (!isCircle && std::fabs(stroke.edge.curve) <= kWidestArc) {
-    segment.from = stroke.edge.from;
-    segment.to = stroke.edge.to;
-    segment.curve = stroke.edge.curve;
-    return;
+    return layer.setEdge(index, stroke.edge);
   }
   Chain chain;
-  layer.toChain(segment, chain);
+  layer.toChain(index, chain);
   chain.isCircle = stroke.isCircle;
   const Point from = stroke.edge.from;
   if (stroke.isCircle) {
@@ -181,8 +191,8 @@ void redraw(HeldLayer& layer, std::size_t index, const Stroke& stroke) {
 }  // namespace
 
 void dropDuplicates(HeldLayer& layer, const Measures& measures, LossList& losses,
-                    const geometry::StopCheck& stop) {
-  RepeatSearch search(layer, measures.resolution, stop);
+                    const CleaningRun& run) {
+  RepeatSearch search(layer, measures.resolution, run);
   if (!search.run()) return;
   const geometry::Cleaned& cleaned = search.cleaned();
   std::size_t left = 0;
@@ -194,10 +204,9 @@ void dropDuplicates(HeldLayer& layer, const Measures& measures, LossList& losses
       ++left;
       continue;
     }
-    HeldSegment& segment = layer.segments()[index];
-    const Origin origin = layer.originOf(segment);
+    const Origin origin = layer.originOf(layer.segments()[index]);
     losses.add({LossRule::Duplicate, origin.kind, origin.dxfLayer, origin.line, stroke.edge.from});
-    segment.isDropped = true;
+    layer.dropSegment(index);
   }
   layer.settle();
 }

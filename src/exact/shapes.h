@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "geometry/path.h"
 
@@ -24,9 +25,8 @@ struct Origin {
 /// How lines look that are not solid.
 enum class Style : std::uint8_t { Continuous, LongDash, ShortDash, DashDot };
 
-/// Lines and arcs that follow each other, drawn with a pen.
-struct Chain {
-  Path path;
+/// How lines and arcs are drawn, and what cleaning may do to them.
+struct ChainLook {
   double width = 0.0;
   Style style = Style::Continuous;
   /// A line, arc, circle, open polyline or the like, whose ends may have been meant to meet others
@@ -34,6 +34,20 @@ struct Chain {
   bool cleanable = true;
   bool isArc = false;     ///< an ARC or the like, whose ends give way to those of lines
   bool isCircle = false;  ///< a whole circle of two halves
+
+  bool operator==(const ChainLook&) const = default;
+};
+
+/// Lines and arcs that follow each other, drawn with a pen.
+struct Chain : ChainLook {
+  Path path;
+};
+
+/// A chain of one line or arc, which most chains of most drawings are. It is no circle.
+struct Segment : ChainLook {
+  Point from;
+  Point to;
+  double curve = 0.0;
 };
 
 /// A filled area: a closed outline that does not cross itself.
@@ -80,6 +94,13 @@ class ShapeSink {
  public:
   virtual ~ShapeSink() = default;
   virtual void take(const Origin& origin, Chain&& chain) = 0;
+  /// A sink that has no quicker way for segments gets a chain.
+  virtual void takeSegment(const Origin& origin, const Segment& segment) {
+    Chain chain;
+    static_cast<ChainLook&>(chain) = segment;
+    chain.path = {{{segment.from, segment.curve}, {segment.to}}, false};
+    take(origin, std::move(chain));
+  }
   virtual void take(const Origin& origin, Area&& area) = 0;
   virtual void take(const Origin& origin, TextLine&& text) = 0;
   virtual void take(const Origin& origin, const Dot& dot) = 0;
