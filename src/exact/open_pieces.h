@@ -73,7 +73,7 @@ bool OpenPieces::forEach(Function&& function) const {
   constexpr std::size_t kPiecesPerCheck = 64;
   std::size_t order = 0;
   bool stopped = false;
-  const auto visit = [&](std::size_t index, bool isShape, Point start, Point end) {
+  const auto visit = [&](std::size_t index, bool isShape, const Point& start, const Point& end) {
     stopped = order % kPiecesPerCheck == 0 && stop_();
     if (!stopped) function(Place{index, isShape, order++}, start, end);
     return !stopped;

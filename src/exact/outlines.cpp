@@ -66,7 +66,7 @@ class Joiner {
     known_.tolerance = measures_.join;
     geometry::EndFilter filter(2 * layer_.openCount(), known_.reach,
                                geometry::EndFilter::Grid::Coarse, &memory_);
-    const auto add = [&](const OpenPieces::Place& place, Point start, Point end) {
+    const auto add = [&](const OpenPieces::Place& place, const Point& start, const Point& end) {
       known_.pieces = place.order + 1;
       filter.add(start, place.order);
       filter.add(end, place.order);
@@ -74,7 +74,8 @@ class Joiner {
     if (!pieces_.forEach(add)) return false;
     const std::vector<bool> mayMeet = filter.meeting(known_.pieces);
     std::vector<Ends> found;
-    const auto find = [&](const OpenPieces::Place& place, Point start, Point end) {
+    found.reserve(static_cast<std::size_t>(std::count(mayMeet.begin(), mayMeet.end(), true)));
+    const auto find = [&](const OpenPieces::Place& place, const Point& start, const Point& end) {
       if (mayMeet[place.order]) found.push_back({place, start, end});
     };
     if (!pieces_.forEach(find)) return false;

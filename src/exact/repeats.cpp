@@ -43,9 +43,9 @@ class RepeatSearch {
   /// what it would find among all strokes.
   bool run() {
     if (!findNear() || !findGiven()) return false;
-    if (std::find(isGiven_.begin(), isGiven_.end(), true) == isGiven_.end()) return true;
+    if (given_.empty()) return true;
     do {
-      cleaned_ = geometry::withoutDuplicates(strokes(), resolution_, boxOfOthers(), stop_);
+      cleaned_ = geometry::withoutDuplicates(strokes_, resolution_, boxOfOthers(), stop_);
       if (stop_()) return false;
     } while (giveMore());
     return true;
@@ -85,34 +85,41 @@ class RepeatSearch {
   /// other on one line.
   bool findGiven() {
     isGiven_.assign(isNear_.size(), false);
-    const auto isNear = [this](std::size_t i) { return isNear_[i]; };
-    std::size_t count = 0;
+    if (!collect(isNear_)) return false;
+    if (given_.empty()) return true;
     double length = 0.0;
-    const auto measure = [&](std::size_t, const Stroke& stroke) {
-      ++count;
-      length += geometry::distance(stroke.edge.from, stroke.edge.to);
-    };
-    if (!forEachStroke(isNear, measure)) return false;
-    if (count == 0) return true;
-    const double mean = length / static_cast<double>(count);
+    for (const Stroke& stroke : strokes_) length += norm(stroke.edge.to - stroke.edge.from);
+    const double mean = length / static_cast<double>(strokes_.size());
     cells_ =
         geometry::StrokeCells(layer_.endsBox(), resolution_, geometry::usable(mean) ? mean : 0.0);
-    geometry::RepeatFilter filter(count, cells_, geometry::StrokeCells::Grid::Fine, &memory_);
-    const auto add = [&](std::size_t i, const Stroke& stroke) { filter.add(stroke, i); };
-    if (!forEachStroke(isNear, add)) return false;
-    isGiven_ = filter.repeating(isNear_.size());
-    return true;
+    geometry::RepeatFilter filter(strokes_.size(), cells_, geometry::StrokeCells::Grid::Fine,
+                                  &memory_);
+    for (std::size_t k = 0; k < strokes_.size(); ++k) filter.add(strokes_[k], k);
+    const std::vector<bool> isRepeating = filter.repeating(strokes_.size());
+    std::size_t left = 0;
+    for (std::size_t k = 0; k < strokes_.size(); ++k) {
+      if (!isRepeating[k]) continue;
+      isGiven_[given_[k]] = true;
+      given_[left] = given_[k];
+      strokes_[left++] = strokes_[k];
+    }
+    given_.resize(left);
+    strokes_.resize(left);
+    return !stop_();
   }
 
-  const std::vector<Stroke>& strokes() {
+  /// Those strokes are given. False where it was stopped.
+  bool collect(const std::vector<bool>& which) {
+    const auto count = static_cast<std::size_t>(std::count(which.begin(), which.end(), true));
     given_.clear();
     strokes_.clear();
-    const auto isGiven = [this](std::size_t i) { return isGiven_[i]; };
-    forEachStroke(isGiven, [this](std::size_t i, const Stroke& stroke) {
+    given_.reserve(count);
+    strokes_.reserve(count);
+    const auto isWanted = [&which](std::size_t i) { return which[i]; };
+    return forEachStroke(isWanted, [this](std::size_t i, const Stroke& stroke) {
       given_.push_back(i);
       strokes_.push_back(stroke);
     });
-    return strokes_;
   }
 
   geometry::Box boxOfOthers() const {
@@ -152,6 +159,7 @@ class RepeatSearch {
       isGiven_[i] = true;
       givesMore = true;
     });
+    if (givesMore) collect(isGiven_);
     return givesMore;
   }
 
@@ -162,7 +170,7 @@ class RepeatSearch {
   geometry::StrokeCells cells_;
   std::vector<bool> isNear_;        ///< of each segment: whether others are on its line, or on it
   std::vector<bool> isGiven_;       ///< of these: whether it may be drawn twice
-  std::vector<std::size_t> given_;  ///< those that are
+  std::vector<std::size_t> given_;  ///< those that may
   std::vector<Stroke> strokes_;     ///< of these
   geometry::Cleaned cleaned_;
 };

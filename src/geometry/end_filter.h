@@ -22,15 +22,15 @@ class EndFilter {
   EndFilter(std::size_t ends, double tolerance, Grid grid = Grid::Coarse,
             HashMemory* memory = nullptr)
       : tolerance_(tolerance),
+        most_(tolerance > 0.0 ? kMostUnits * tolerance : 0.0),
         shift_(grid == Grid::Coarse ? kCoarseShift : 0),
         hashes_(grid == Grid::Coarse ? ends + ends / 4 : 4 * ends, memory) {}
 
-  void add(Point end, std::size_t owner) {
-    if (isFar(end)) {
-      far_.push_back(owner);
-    } else {
-      addCellsOf(end, owner);
-    }
+  void add(const Point& end, std::size_t owner) {
+    if (!(std::fabs(end.x) < most_ && std::fabs(end.y) < most_)) return addUnusual(end, owner);
+    const WideCell x = WideCell::ofWhole(wholeBelowOfSmall(end.x / tolerance_), shift_);
+    const WideCell y = WideCell::ofWhole(wholeBelowOfSmall(end.y / tolerance_), shift_);
+    forEachCell(0, x, y, [&](std::uint64_t hash) { hashes_.add(hash, owner); });
   }
 
   /// Which of so many owners may meet others, or themselves: false only where each of their ends is
@@ -44,17 +44,13 @@ class EndFilter {
   }
 
  private:
-  bool isFar(Point end) const {
-    const double most = kMostUnits * tolerance_;
-    return tolerance_ > 0.0 && !(std::fabs(end.x) < most && std::fabs(end.y) < most);
-  }
-
-  void addCellsOf(Point end, std::size_t owner) {
-    // Without a tolerance, only equal ends meet.
-    if (!(tolerance_ > 0.0)) return hashes_.add(hashOf(end), owner);
-    const WideCell x = WideCell::ofWhole(wholeBelow(end.x / tolerance_), shift_);
-    const WideCell y = WideCell::ofWhole(wholeBelow(end.y / tolerance_), shift_);
-    forEachCell(0, x, y, [&](std::uint64_t hash) { hashes_.add(hash, owner); });
+  /// Without a tolerance, only equal ends meet.
+  void addUnusual(const Point& end, std::size_t owner) {
+    if (tolerance_ > 0.0) {
+      far_.push_back(owner);
+    } else {
+      hashes_.add(hashOf(end), owner);
+    }
   }
 
   static std::uint64_t hashOf(Point end) {
@@ -65,6 +61,7 @@ class EndFilter {
   static constexpr unsigned kCoarseShift = 3;
 
   double tolerance_;
+  double most_;  ///< coordinates below have cells
   unsigned shift_;
   SharedHashes hashes_;
   std::vector<std::size_t> far_;

@@ -9,15 +9,6 @@ namespace {
 /// With much room, so that hardly anything is taken for near by chance.
 constexpr std::size_t kCellsPerCarrier = 64;
 
-/// No stroke of which nothing would be left; some that would stay are not counted.
-bool hasSize(const Stroke& stroke, double resolution) {
-  const Edge& edge = stroke.edge;
-  const double least = resolution * (1.0 + 1e-9);
-  const Point way = edge.to - edge.from;
-  return usable(edge.from) && usable(edge.to) && std::fabs(edge.curve) < 360.0 &&
-         dot(way, way) > least * least;
-}
-
 }  // namespace
 
 RepeatFilter::RepeatFilter(std::size_t strokes, const StrokeCells& cells, Grid grid,
@@ -33,9 +24,11 @@ void RepeatFilter::addTo(Box& box, const Stroke& stroke, double resolution) {
 }
 
 void RepeatFilter::add(const Stroke& stroke, std::size_t index) {
-  const bool isTold =
-      cells_.forEach(stroke, grid_, [&](std::uint64_t hash) { hashes_.add(hash, index); });
-  if (!isTold || !hasSize(stroke, cells_.resolution())) doubtful_.push_back(index);
+  const auto keep = [&](std::uint64_t hash) { hashes_.add(hash, index); };
+  // Apart, so that compilers leave out what only the other grid needs.
+  const bool isTold = grid_ == Grid::Coarse ? cells_.forEach(stroke, Grid::Coarse, keep)
+                                            : cells_.forEach(stroke, Grid::Fine, keep);
+  if (!isTold) doubtful_.push_back(index);
 }
 
 std::vector<bool> RepeatFilter::repeating(std::size_t indices) {

@@ -2,17 +2,19 @@
 
 #include <algorithm>
 #include <bit>
+#include <tuple>
 #include <utility>
 
 namespace quillon::geometry {
 namespace {
 
-/// The marks of so many entries fit into the cache next to the processor.
+constexpr std::size_t kEntriesPerChunk = std::tuple_size_v<HashMemory::Chunk>;
+/// The bits of so many entries fit into the cache next to the processor.
 constexpr std::size_t kEntriesPerPart = 4096;
 constexpr std::size_t kMostHashParts = 256;
 constexpr int kHashBits = 64;
-/// Of the marks' 64 bits, so that few hashes have one that is another's.
-constexpr std::size_t kEntriesPerMarks = 4;
+/// Of 64 bits, so that few hashes have one that is another's.
+constexpr std::size_t kEntriesPerWord = 4;
 
 }  // namespace
 
@@ -32,60 +34,66 @@ SharedHashes::SharedHashes(std::size_t count, HashMemory* memory)
   const std::size_t parts =
       std::clamp(std::bit_ceil(count / kEntriesPerPart + 1), std::size_t{2}, kMostHashParts);
   shift_ = static_cast<unsigned>(kHashBits - std::countr_zero(parts));
-  parts_.resize(parts);
+  rooms_.resize(parts);
+  chunks_.resize(parts);
 }
 
 SharedHashes::~SharedHashes() {
-  for (Part& part : parts_) clear(part);
+  for (std::size_t part = 0; part < rooms_.size(); ++part) clear(part);
 }
 
-std::size_t SharedHashes::Part::size() const {
-  return chunks.size() * Chunk().size() - static_cast<std::size_t>(end - next);
+std::size_t SharedHashes::sizeOf(std::size_t part) const {
+  const Room& room = rooms_[part];
+  return chunks_[part].size() * kEntriesPerChunk - static_cast<std::size_t>(room.end - room.next);
 }
 
 template <typename Function>
-void SharedHashes::Part::forEach(Function&& function) const {
-  for (const Chunk* const chunk : chunks) {
-    const Entry* const last = chunk == chunks.back() ? next : chunk->data() + chunk->size();
-    for (const Entry* entry = chunk->data(); entry != last; ++entry) function(*entry);
+void SharedHashes::forEachIn(std::size_t part, Function&& function) const {
+  for (const Chunk* const chunk : chunks_[part]) {
+    const bool isLast = chunk == chunks_[part].back();
+    const Entry* const end = isLast ? rooms_[part].next : chunk->data() + chunk->size();
+    for (const Entry* entry = chunk->data(); entry != end; ++entry) function(*entry);
   }
 }
 
-void SharedHashes::addChunk(Part& part) {
-  part.chunks.push_back(memory_.take());
-  part.next = part.chunks.back()->data();
-  part.end = part.next + part.chunks.back()->size();
+void SharedHashes::addChunk(std::size_t part) {
+  chunks_[part].push_back(memory_.take());
+  Chunk& chunk = *chunks_[part].back();
+  rooms_[part] = {chunk.data(), chunk.data() + chunk.size()};
 }
 
-void SharedHashes::clear(Part& part) {
-  for (Chunk* const chunk : part.chunks) memory_.giveBack(chunk);
-  part = {};
+void SharedHashes::clear(std::size_t part) {
+  for (Chunk* const chunk : chunks_[part]) memory_.giveBack(chunk);
+  chunks_[part].clear();
+  rooms_[part] = {};
 }
 
 void SharedHashes::mark(std::vector<bool>& sharers) {
-  for (Part& part : parts_) {
+  for (std::size_t part = 0; part < rooms_.size(); ++part) {
     findCrowded(part);
     clear(part);
     markCrowded(sharers);
   }
 }
 
-/// Nearly all hashes come once, which takes no branch to tell.
-void SharedHashes::findCrowded(const Part& part) {
+/// Nearly all hashes come once.
+void SharedHashes::findCrowded(std::size_t part) {
   constexpr std::uint32_t kBits = 64;
-  marks_.assign(std::bit_ceil(part.size() / kEntriesPerMarks + 1), {});
-  Marks* const marks = marks_.data();
-  const auto mask = static_cast<std::uint32_t>(marks_.size() - 1);
-  part.forEach([marks, mask](const Entry& entry) {
-    Marks& found = marks[entry.hash / kBits & mask];
+  const std::size_t words = std::bit_ceil(sizeOf(part) / kEntriesPerWord + 1);
+  once_.assign(words, 0);
+  again_.assign(words, 0);
+  std::uint64_t* const once = once_.data();
+  std::uint64_t* const again = again_.data();
+  const auto mask = static_cast<std::uint32_t>(words - 1);
+  forEachIn(part, [=](const Entry& entry) {
+    const std::uint32_t word = entry.hash / kBits & mask;
     const std::uint64_t bit = std::uint64_t{1} << (entry.hash % kBits);
-    found.again |= found.once & bit;
-    found.once |= bit;
+    ((once[word] & bit) == 0 ? once : again)[word] |= bit;
   });
   crowded_.clear();
-  part.forEach([marks, mask, this](const Entry& entry) {
-    const Marks& found = marks[entry.hash / kBits & mask];
-    if ((found.again >> (entry.hash % kBits) & 1U) != 0) crowded_.push_back(entry);
+  forEachIn(part, [=, this](const Entry& entry) {
+    const std::uint64_t found = again[entry.hash / kBits & mask];
+    if ((found >> (entry.hash % kBits) & 1U) != 0) crowded_.push_back(entry);
   });
 }
 

@@ -41,9 +41,10 @@ class SharedHashes {
   SharedHashes& operator=(const SharedHashes&) = delete;
 
   void add(std::uint64_t hash, std::size_t owner) {
-    Part& part = parts_[static_cast<std::size_t>(hash >> shift_)];
-    if (part.next == part.end) addChunk(part);
-    *part.next++ = {static_cast<std::uint32_t>(hash), static_cast<std::uint32_t>(owner)};
+    const auto part = static_cast<std::size_t>(hash >> shift_);
+    Room& room = rooms_[part];
+    if (room.next == room.end) addChunk(part);
+    *room.next++ = {static_cast<std::uint32_t>(hash), static_cast<std::uint32_t>(owner)};
   }
 
   /// Sets what is at the owner of each such hash, and at hardly any other. Forgets all hashes.
@@ -53,38 +54,36 @@ class SharedHashes {
   using Entry = HashMemory::Entry;
   using Chunk = HashMemory::Chunk;
 
-  /// The next entry goes behind those that the chunks have, all of which but the last are full.
-  struct Part {
+  /// Where the next entry of a part goes, behind those that its chunks have, all of which but the
+  /// last are full.
+  struct Room {
     Entry* next = nullptr;
     Entry* end = nullptr;
-    std::vector<Chunk*> chunks;
+  };
 
-    std::size_t size() const;
-    template <typename Function>
-    void forEach(Function&& function) const;
-  };
-  /// Which hashes came once, and which did again, by their last bits.
-  struct Marks {
-    std::uint64_t once = 0;
-    std::uint64_t again = 0;
-  };
+  std::size_t sizeOf(std::size_t part) const;
+  template <typename Function>
+  void forEachIn(std::size_t part, Function&& function) const;
   struct Slot {
     Entry entry;
     bool isUsed;
   };
 
-  void addChunk(Part& part);
-  void clear(Part& part);
-  void findCrowded(const Part& part);
+  void addChunk(std::size_t part);
+  void clear(std::size_t part);
+  void findCrowded(std::size_t part);
   void markCrowded(std::vector<bool>& sharers);
 
   unsigned shift_ = 0;
   std::optional<HashMemory> own_;
   HashMemory& memory_;
-  std::vector<Part> parts_;
-  std::vector<Marks> marks_;    ///< of one part
-  std::vector<Entry> crowded_;  ///< those of it whose marks came again
-  std::vector<Slot> slots_;     ///< of these
+  std::vector<Room> rooms_;                  ///< of each part
+  std::vector<std::vector<Chunk*>> chunks_;  ///< likewise
+  // Of one part.
+  std::vector<std::uint64_t> once_;   ///< a bit for each hash
+  std::vector<std::uint64_t> again_;  ///< for those whose bit was set already
+  std::vector<Entry> crowded_;        ///< these, and those before them with the same bit
+  std::vector<Slot> slots_;
 };
 
 }  // namespace quillon::geometry

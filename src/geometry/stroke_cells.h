@@ -29,7 +29,8 @@ class StrokeCells {
   double resolution() const { return resolution_; }
 
   /// Calls function(hash) for each cell of where the stroke is, and of the line or circle that it
-  /// is on. False where coordinates are so large that equal cells mean little.
+  /// is on. False where coordinates are so large that equal cells mean little, and for what is not
+  /// clearly longer than the resolution.
   template <typename Function>
   bool forEach(const Stroke& stroke, Grid grid, Function&& function) const;
   /// The same for the line or circle alone.
@@ -55,7 +56,6 @@ class StrokeCells {
   }
 
   static bool isLine(const Stroke& stroke) { return stroke.edge.curve == 0.0 && !stroke.isCircle; }
-  static double lengthOf(const Stroke& stroke) { return norm(stroke.edge.to - stroke.edge.from); }
 
   /// The parts of a line, by their numbers, that a stroke reaches to.
   struct Reach {
@@ -73,21 +73,33 @@ class StrokeCells {
   }
   Reach reachOf(const Stroke& stroke, bool isTurned) const;
 
-  // `length` is that of the stroke or of its chord.
+  /// From one end to the other.
+  struct Chord {
+    explicit Chord(const Stroke& stroke)
+        : way(stroke.edge.to - stroke.edge.from), length(norm(way)) {}
+
+    Point way;
+    double length;
+  };
+
   template <typename Function>
-  void forEachMiddle(const Stroke& stroke, double length, Grid grid, Function&& function) const;
+  void forEachMiddle(const Stroke& stroke, const Chord& chord, Grid grid,
+                     Function&& function) const;
   template <typename Function>
-  void forEachOfLine(const Stroke& stroke, double length, Grid grid, Function&& function) const;
+  void forEachOfLine(const Stroke& stroke, const Chord& chord, Grid grid,
+                     Function&& function) const;
   template <typename Function>
-  void forEachOfWholeLine(const Stroke& stroke, double length, Grid grid,
+  void forEachOfWholeLine(const Stroke& stroke, const Chord& chord, Grid grid,
                           Function&& function) const;
   template <typename Function>
   void forEachOfCircle(const Stroke& stroke, const Circle& circle, Function&& function) const;
 
-  bool isWithin(Point p) const { return std::fabs(p.x) < most_ && std::fabs(p.y) < most_; }
+  bool isWithin(const Point& p) const { return std::fabs(p.x) < most_ && std::fabs(p.y) < most_; }
 
   double resolution_;
-  double most_;  ///< coordinates beyond are too large
+  double most_;   ///< coordinates beyond are too large
+  double least_;  ///< what is longer has a size
+  double long_;   ///< equal lines that are longer have nearly the same direction
   Point origin_;
   bool isOriginWithin_;
   double offsetCell_;
@@ -97,7 +109,9 @@ class StrokeCells {
 
 inline StrokeCells::StrokeCells(const Box& box, double resolution, double meanLength)
     : resolution_(resolution),
-      most_(kMostUnits * resolution),
+      most_(std::min(kMostUnits * resolution, kLargestCoordinate)),
+      least_(resolution * (1.0 + 1e-9)),
+      long_(1e5 * resolution),
       origin_(box.empty() ? Point{} : box.low + (box.high - box.low) * 0.5),
       isOriginWithin_(isWithin(origin_)),
       offsetCell_(overlapOffsetCell(resolution, box.diagonal())),
@@ -135,52 +149,53 @@ inline StrokeCells::Reach StrokeCells::reachOf(const Stroke& stroke, bool isTurn
 
 template <typename Function>
 bool StrokeCells::forEach(const Stroke& stroke, Grid grid, Function&& function) const {
+  const Chord chord(stroke);
   const bool isNearby = isWithin(stroke.edge.from) && isWithin(stroke.edge.to) && isOriginWithin_;
-  const double length = lengthOf(stroke);
-  forEachMiddle(stroke, length, grid, function);
+  const bool isTold = isNearby && chord.length > least_;
   if (isLine(stroke)) {
-    forEachOfLine(stroke, length, grid, function);
-    return isNearby;
+    if (!(chord.length >= long_)) forEachMiddle(stroke, chord, grid, function);
+    forEachOfLine(stroke, chord, grid, function);
+    return isTold;
   }
+  forEachMiddle(stroke, chord, grid, function);
   const Circle circle = overlapCircleOf(stroke);
   forEachOfCircle(stroke, circle, function);
-  return isNearby && isWithin(circle.centre) && circle.radius < most_;
+  return isTold && std::fabs(stroke.edge.curve) < 360.0 && isWithin(circle.centre) &&
+         circle.radius < most_;
 }
 
 /// Equal strokes have equal middles, in either sense. Unless they are short, equal lines have
 /// nearly the same direction as well, and an arc that equals one hardly bends.
 template <typename Function>
-void StrokeCells::forEachMiddle(const Stroke& stroke, double length, Grid grid,
+void StrokeCells::forEachMiddle(const Stroke& stroke, const Chord& chord, Grid grid,
                                 Function&& function) const {
   constexpr double kWidth = 64.0;
-  constexpr double kLong = 1e5;
-  const double units = length / resolution_;
-  if (isLine(stroke) && units >= kLong) return;
   const Point at = stroke.isCircle ? stroke.edge.from : middle(stroke.edge.from, stroke.edge.to);
   forEachCell(gridOf(stroke, kMiddles), WideCell(at.x / resolution_, kWidth),
               WideCell(at.y / resolution_, kWidth), function);
   // The sagitta is an eighth of this for such arcs; that of one that equals a line is 1 at most.
   constexpr double kMostBend = 16.0;
-  const bool mayBeLongLine = !stroke.isCircle && units >= 0.5 * kLong && !isLine(stroke);
-  if (mayBeLongLine && units * radiansOf(std::fabs(stroke.edge.curve)) <= kMostBend) {
-    forEachOfLine(stroke, length, grid, function);
+  const bool mayBeLongLine = !stroke.isCircle && !isLine(stroke) && chord.length >= 0.5 * long_;
+  if (mayBeLongLine &&
+      chord.length * radiansOf(std::fabs(stroke.edge.curve)) <= kMostBend * resolution_) {
+    forEachOfLine(stroke, chord, grid, function);
   }
 }
 
 template <typename Function>
 void StrokeCells::forEachCarrier(const Stroke& stroke, Grid grid, Function&& function) const {
-  if (isLine(stroke)) return forEachOfLine(stroke, lengthOf(stroke), grid, function);
+  if (isLine(stroke)) return forEachOfLine(stroke, Chord(stroke), grid, function);
   forEachOfCircle(stroke, overlapCircleOf(stroke), function);
 }
 
 template <typename Function>
-void StrokeCells::forEachOfLine(const Stroke& stroke, double length, Grid grid,
+void StrokeCells::forEachOfLine(const Stroke& stroke, const Chord& chord, Grid grid,
                                 Function&& function) const {
   if (grid == Grid::Coarse) {
-    return forEachOfWholeLine(stroke, length, grid,
+    return forEachOfWholeLine(stroke, chord, grid,
                               [&](std::uint64_t hash, bool) { function(hash); });
   }
-  forEachOfWholeLine(stroke, length, grid, [&](std::uint64_t hash, bool isTurned) {
+  forEachOfWholeLine(stroke, chord, grid, [&](std::uint64_t hash, bool isTurned) {
     // No stroke within the box reaches to more parts.
     constexpr double kMostReached = 8192.0;
     const Reach reach = reachOf(stroke, isTurned);
@@ -194,18 +209,18 @@ void StrokeCells::forEachOfLine(const Stroke& stroke, double length, Grid grid,
 /// Calls function(hash, isTurned): by the direction of the line, without a sense, and its distance
 /// from the origin. The direction is told by a number that grows with the angle, but never faster.
 template <typename Function>
-void StrokeCells::forEachOfWholeLine(const Stroke& stroke, double length, Grid grid,
+void StrokeCells::forEachOfWholeLine(const Stroke& stroke, const Chord& chord, Grid grid,
                                      Function&& function) const {
   constexpr double kPerAngle = 1.0 / kOverlapAngleCell;
   // On the coarse grid, few lines are in more than one cell, and few of those in one cell would be
   // near each other if they were many.
   const double angleWidth = grid == Grid::Coarse ? 8.0 : 2.0;
   const double offsetWidth = grid == Grid::Coarse ? 4.0 : 2.0;
-  const Point way = stroke.edge.to - stroke.edge.from;
-  const double sense = senseOf(way);
-  const double sum = std::fabs(way.x) + std::fabs(way.y);
-  const double slope = sum > 0.0 ? sense * way.y / sum : 0.0;
-  const double offset = sense * cross(way, stroke.edge.from - origin_) / (length * offsetCell_);
+  const double sense = senseOf(chord.way);
+  const double sum = std::fabs(chord.way.x) + std::fabs(chord.way.y);
+  const double slope = sum > 0.0 ? sense * chord.way.y / sum : 0.0;
+  const double offset =
+      sense * cross(chord.way, stroke.edge.from - origin_) / (chord.length * offsetCell_);
   const std::uint64_t number = gridOf(stroke, kLines);
   // Lines along the axes, and those through the middle, are amid a cell.
   const auto ofAngle = [=](double turn) {
