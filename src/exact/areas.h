@@ -15,7 +15,9 @@ class FaceRun {
  public:
   void draw(const Item& item, Canvas& canvas);
   /// Another entity follows.
-  void end() { drawn_.clear(); }
+  void end() {
+    if (!drawn_.empty()) drawn_.clear();
+  }
 
  private:
   /// Counts an edge in either sense as drawn; false when it was already.

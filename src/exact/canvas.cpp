@@ -277,6 +277,9 @@ void Canvas::loseNamed(const Item& item, LossRule rule, std::string_view name) {
 
 void Canvas::lose(const Item& item, LossRule rule, std::optional<Point> at, double measure,
                   std::uint64_t count) {
+  // Of those after the first one, only the measure counts.
+  const Origin& origin = item.origin;
+  if (measure == 0.0 && losses_.addAgain(rule, origin.kind, origin.dxfLayer, count)) return;
   losses_.add({rule, item.origin.kind, item.origin.dxfLayer, item.origin.line,
                at.value_or(item.map(Point{})), measure},
               count);

@@ -166,8 +166,7 @@ void CommandWriter::take(const Origin&, const Hole& hole) {
   commands_.hole({.drill = hole.drill, .centre = placed(hole.centre)});
 }
 
-void CommandWriter::setLayer(const Origin& origin) {
-  if (layer_ == origin.layer) return;
+void CommandWriter::changeLayer(const Origin& origin) {
   layer_ = origin.layer;
   if (!isKnownToEagle(origin.layer) && definedLayers_.insert(origin.layer).second) {
     commands_.defineLayer(origin.layer, layerName(origin.dxfLayer, origin.layer));
@@ -175,8 +174,7 @@ void CommandWriter::setLayer(const Origin& origin) {
   commands_.layer(origin.layer);
 }
 
-void CommandWriter::setStyle(Style style) {
-  if (style_ == style) return;
+void CommandWriter::changeStyle(Style style) {
   style_ = style;
   commands_.change(eagle::Property::Style, wordOf(style));
 }

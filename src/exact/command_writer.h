@@ -51,8 +51,14 @@ class CommandWriter final : public ShapeSink {
  private:
   Point placed(Point p) const { return {p.x + offset_.x, p.y + offset_.y}; }
   void setAll();
-  void setLayer(const Origin& origin);
-  void setStyle(Style style);
+  void setLayer(const Origin& origin) {
+    if (layer_ != origin.layer) changeLayer(origin);
+  }
+  void setStyle(Style style) {
+    if (style_ != style) changeStyle(style);
+  }
+  void changeLayer(const Origin& origin);
+  void changeStyle(Style style);
   void setSize(double height);
   void setAlign(Columns columns, Rows rows);
   std::string_view signalOn(int layer);

@@ -48,10 +48,16 @@ class EntityGroups {
 /// An entity with what all kinds have in common. Texts are views into the drawing, or kept as long
 /// as the translation where that is said.
 struct Entity {
-  Kind kind = Kind::Other;
-  dxf::EntityKind countedAs = dxf::EntityKind::None;  ///< None for those counted by their names
-  std::string_view name;                              ///< DXF name; kept
-  dxf::LineRange groups;  ///< up to and including the "0" line that ends them
+  /// With constructors, compilers set the members one by one, which takes less time than to clear
+  /// all of them first.
+  Entity() : Entity(Kind::Other, dxf::EntityKind::None, {}) {}
+  Entity(Kind ofKind, dxf::EntityKind ofCounts, std::string_view dxfName)
+      : kind(ofKind), countedAs(ofCounts), name(dxfName) {}
+
+  Kind kind;
+  dxf::EntityKind countedAs;  ///< None for those counted by their names
+  std::string_view name;      ///< DXF name; kept
+  dxf::LineRange groups;      ///< up to and including the "0" line that ends them
   /// The same, if they are few; until the walk that found the entity goes on or is moved.
   std::span<const dxf::Group> split;
   std::uint64_t line = 0;
@@ -100,7 +106,7 @@ struct Item {
   /// From the entity's object coordinates, at this height, to the script.
   Affine objectMap(double elevation = 0.0) const;
   /// Where the script shows a point of the coordinates around the entity.
-  Point seen(Point foot, double height) const {
+  QUILLON_IN_EACH_LOOP Point seen(Point foot, double height) const {
     return depth == Point{} ? map(foot) : map(foot) + depth * height;
   }
 };

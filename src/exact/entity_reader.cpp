@@ -1,6 +1,8 @@
 #include "exact/entity_reader.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <string>
 
 #include "base/encoding.h"
@@ -9,49 +11,32 @@
 namespace quillon::exact {
 namespace {
 
-/// Groups that mean the same for all kinds stand in the first class of an entity's data; in the
-/// classes of its kind some of their codes mean something else.
-struct CommonGroups {
-  int classes = 0;
+/// What the common rules do with the groups of a code: an index of Entity::ends, or one of these.
+enum GroupUse : std::uint8_t { kUsedElsewhere = 4, kCommonGroup = 5 };
 
-  bool isCommon(const dxf::Group& group) {
-    constexpr std::int16_t kClassCode = 100;
-    if (group.code == kClassCode) ++classes;
-    return classes < 2;
+constexpr std::size_t kCodesLookedUp = 512;
+
+constexpr std::array<std::uint8_t, kCodesLookedUp> groupUses() {
+  std::array<std::uint8_t, kCodesLookedUp> uses{};
+  for (std::uint8_t& use : uses) use = kUsedElsewhere;
+  for (const std::size_t code : {6, 8, 48, 60, 67, 100, 210, 220, 230, 370}) {
+    uses[code] = kCommonGroup;
   }
-};
+  uses[10] = 0;
+  uses[20] = 1;
+  uses[11] = 2;
+  uses[21] = 3;
+  return uses;
+}
+constexpr std::array<std::uint8_t, kCodesLookedUp> kGroupUses = groupUses();
+
+std::uint8_t useOf(const dxf::Group& group) {
+  const auto code = static_cast<std::uint16_t>(group.code);
+  return code < kCodesLookedUp ? kGroupUses[code] : std::uint8_t{kUsedElsewhere};
+}
 
 int roundedWeight(std::string_view text) {
   return static_cast<int>(std::clamp(base::numberValue(text), -3.0, 10000.0));
-}
-
-/// Where an entity is, as far as that is the same for many kinds.
-void takePlace(const dxf::Group& group, Entity& entity) {
-  switch (group.code) {
-    case 10:
-      entity.ends[0] = group.value;
-      break;
-    case 20:
-      entity.ends[1] = group.value;
-      break;
-    case 11:
-      entity.ends[2] = group.value;
-      break;
-    case 21:
-      entity.ends[3] = group.value;
-      break;
-    case 210:
-      entity.normalX = base::numberValue(group.value);
-      break;
-    case 220:
-      entity.normalY = base::numberValue(group.value);
-      break;
-    case 230:
-      entity.normalZ = base::numberValue(group.value);
-      break;
-    default:
-      break;
-  }
 }
 
 }  // namespace
@@ -64,25 +49,33 @@ EntityReader::EntityReader(dxf::Drawing& drawing) : drawing_(drawing) {
 }
 
 Entity EntityReader::read(const dxf::DxfEntity& found) {
-  Entity entity;
   const Name name = nameOf(found);
-  entity.kind = name.kind;
-  entity.countedAs = found.kind;
-  entity.name = name.text;
+  Entity entity(name.kind, found.kind, name.text);
   entity.groups = {found.groups, found.groupsEnd};
   entity.line = found.line;
-  CommonGroups common;
+  int classes = 0;
+  const auto takeGroup = [&](const dxf::Group& group) {
+    const std::uint8_t use = useOf(group);
+    if (use < entity.ends.size()) {
+      entity.ends[use] = group.value;
+    } else if (use == kCommonGroup) {
+      take(group, classes, entity);
+    }
+  };
   if (!found.split.empty()) {
     entity.split = found.split;
-    for (const dxf::Group& group : entity.split) take(group, common.isCommon(group), entity);
+    for (const dxf::Group& group : found.split) takeGroup(group);
     return entity;
   }
   dxf::GroupCursor groups(dxf::LineCursor(entity.groups, drawing_.lineEnds));
-  for (dxf::Group group; groups.next(group);) take(group, common.isCommon(group), entity);
+  for (dxf::Group group; groups.next(group);) takeGroup(group);
   return entity;
 }
 
-inline void EntityReader::take(const dxf::Group& group, bool isCommon, Entity& entity) {
+/// Groups that mean the same for all kinds stand in the first class of an entity's data; in the
+/// classes of its kind some of their codes mean something else.
+void EntityReader::take(const dxf::Group& group, int& classes, Entity& entity) {
+  const bool isCommon = classes < 2;
   switch (group.code) {
     case 8:
       if (entity.layer.empty()) entity.layer = upperName(group.value);
@@ -99,16 +92,27 @@ inline void EntityReader::take(const dxf::Group& group, bool isCommon, Entity& e
     case 67:
       if (isCommon) entity.isInPaperSpace = base::numberValue(group.value) != 0.0;
       break;
+    case 100:
+      ++classes;
+      break;
+    case 210:
+      entity.normalX = base::numberValue(group.value);
+      break;
+    case 220:
+      entity.normalY = base::numberValue(group.value);
+      break;
+    case 230:
+      entity.normalZ = base::numberValue(group.value);
+      break;
     case 370:
       if (isCommon) entity.lineWeight = roundedWeight(group.value);
       break;
     default:
-      takePlace(group, entity);
+      break;
   }
 }
 
-std::string_view EntityReader::upperName(std::string_view name) {
-  if (const std::string_view* const recent = recentUpperNames_.find(name)) return *recent;
+std::string_view EntityReader::searchedUpperName(std::string_view name) {
   auto place = upperNames_.find(name);
   if (place == upperNames_.end()) {
     const std::string_view upper = drawing_.arena.keep(base::upperCase(name, drawing_.encoding));

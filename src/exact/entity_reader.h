@@ -19,16 +19,21 @@ class EntityReader {
   Entity read(const dxf::DxfEntity& found);
 
   /// The name in upper case, kept as long as the drawing.
-  std::string_view upperName(std::string_view name);
+  std::string_view upperName(std::string_view name) {
+    const std::string_view* const recent = recentUpperNames_.find(name);
+    return recent != nullptr ? *recent : searchedUpperName(name);
+  }
 
  private:
   struct Name {
     std::string_view text;  ///< kept
     Kind kind;
   };
+  std::string_view searchedUpperName(std::string_view name);
   Name nameOf(const dxf::DxfEntity& found);
   Name keptName(std::string_view name);
-  void take(const dxf::Group& group, bool isCommon, Entity& entity);
+  /// A group that all kinds have in common; `classes` are those of the entity's data so far.
+  void take(const dxf::Group& group, int& classes, Entity& entity);
 
   dxf::Drawing& drawing_;
   std::unordered_map<std::string_view, std::string_view, base::TextHash> upperNames_;

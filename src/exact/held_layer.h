@@ -44,11 +44,12 @@ class Looks {
 
  private:
   using Key = std::tuple<std::string_view, std::string_view, double, Style, bool, bool, bool>;
-  static constexpr std::size_t kRecent = 64;
+  static constexpr unsigned kRecentBits = 6;
 
   static std::size_t placeOf(const Origin& origin) {
     const auto place = reinterpret_cast<std::uintptr_t>(origin.dxfLayer.data());
-    return (place / 8 + origin.kind.size()) % kRecent;
+    constexpr std::uint64_t kMixing = 0x9e3779b97f4a7c15U;
+    return static_cast<std::size_t>((place + origin.kind.size()) * kMixing >> (64 - kRecentBits));
   }
   /// Names are kept once each, so that their places tell most of them.
   static bool isOf(const Look& look, const Origin& origin, const ChainLook& chain) {
@@ -60,7 +61,7 @@ class Looks {
   std::uint32_t searchedNumberOf(const Origin& origin, const ChainLook& chain);
 
   std::vector<Look> looks_;
-  std::array<std::uint32_t, kRecent> recent_{};  ///< numbers that came lately
+  std::array<std::uint32_t, std::size_t{1} << kRecentBits> recent_{};  ///< numbers that came lately
   std::map<Key, std::uint32_t> numbers_;
   std::map<std::pair<double, Style>, std::uint32_t> pens_;
 };

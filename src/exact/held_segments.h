@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "geometry/path_arcs.h"
@@ -50,11 +51,13 @@ class BlockList {
   T& back() { return blocks_.back().back(); }
 
   T& add(T item) {
-    if (size_++ % kBlock == 0) blocks_.emplace_back().reserve(kBlock);
+    if (size_++ % kBlock == 0) addBlock();
     return blocks_.back().emplace_back(std::move(item));
   }
 
  private:
+  void addBlock() { blocks_.emplace_back().reserve(kBlock); }
+
   std::vector<std::vector<T>> blocks_;
   std::size_t size_ = 0;
 };

@@ -6,8 +6,7 @@
 
 namespace quillon::exact {
 
-const Layer& Layers::find(std::string_view upperName) {
-  if (const Layer* const* const recent = recent_.find(upperName)) return **recent;
+const Layer& Layers::search(std::string_view upperName) {
   const auto found = index_.find(upperName);
   if (found != index_.end()) return *recent_.keep(upperName, found->second);
   layers_.push_back(make(upperName));

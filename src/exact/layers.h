@@ -28,9 +28,13 @@ class Layers {
       : drawing_(drawing), numbers_(numbers) {}
 
   /// By a name in upper case that is kept as long as the drawing.
-  const Layer& find(std::string_view upperName);
+  const Layer& find(std::string_view upperName) {
+    const Layer* const* const recent = recent_.find(upperName);
+    return recent != nullptr ? **recent : search(upperName);
+  }
 
  private:
+  const Layer& search(std::string_view upperName);
   Layer make(std::string_view upperName) const;
 
   const dxf::Drawing& drawing_;

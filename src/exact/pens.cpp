@@ -81,8 +81,7 @@ int Pens::lineWeightOf(const Entity& entity, const Layer& layer, const Inherited
   return entity.lineWeight == kByBlock ? inherited.lineWeight : entity.lineWeight;
 }
 
-const Pens::Pattern& Pens::patternOf(std::string_view lineType) {
-  if (const Pattern* const* const recent = recent_.find(lineType)) return **recent;
+const Pens::Pattern& Pens::searchedPatternOf(std::string_view lineType) {
   const auto found = patterns_.find(lineType);
   if (found != patterns_.end()) return *recent_.keep(found->first, &found->second);
   const std::string upper = base::upperCase(lineType, drawing_.encoding);

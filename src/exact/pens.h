@@ -43,7 +43,11 @@ class Pens {
     bool hasShapes = false;  ///< letters or symbols between the dashes
   };
 
-  const Pattern& patternOf(std::string_view lineType);
+  const Pattern& patternOf(std::string_view lineType) {
+    const Pattern* const* const recent = recent_.find(lineType);
+    return recent != nullptr ? **recent : searchedPatternOf(lineType);
+  }
+  const Pattern& searchedPatternOf(std::string_view lineType);
 
   const Options& options_;
   Measures measures_;

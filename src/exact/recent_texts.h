@@ -2,8 +2,12 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string_view>
+
+#include "base/same_text.h"
 
 namespace quillon::exact {
 
@@ -14,7 +18,7 @@ class RecentTexts {
  public:
   const Value* find(std::string_view text) const {
     const Entry& entry = entries_[slotOf(text)];
-    return entry.value && entry.text == text ? &*entry.value : nullptr;
+    return entry.value && base::isSameText(entry.text, text) ? &*entry.value : nullptr;
   }
 
   /// The text has to live as long as this. Returns the value.
@@ -24,19 +28,24 @@ class RecentTexts {
   }
 
  private:
-  static constexpr std::size_t kSlots = 32;
+  static constexpr unsigned kSlotBits = 6;
+  static constexpr std::size_t kSlots = std::size_t{1} << kSlotBits;
 
   struct Entry {
     std::string_view text;
     std::optional<Value> value;
   };
 
-  /// Names in a drawing often differ in their last letter alone, or have the same one.
+  /// By the last letters: names in a drawing often begin alike.
   static std::size_t slotOf(std::string_view text) {
-    if (text.empty()) return 0;
-    const auto first = static_cast<unsigned char>(text.front());
-    const auto last = static_cast<unsigned char>(text.back());
-    return (last + 7U * first + 3U * text.size()) % kSlots;
+    std::uint32_t last = 0;
+    if (text.size() >= sizeof last) {
+      std::memcpy(&last, text.data() + text.size() - sizeof last, sizeof last);
+    } else {
+      for (const char c : text) last = last * 256 + static_cast<unsigned char>(c);
+    }
+    constexpr std::uint32_t kMixing = 0x9e3779b9U;
+    return (last + static_cast<std::uint32_t>(text.size())) * kMixing >> (32 - kSlotBits);
   }
 
   std::array<Entry, kSlots> entries_{};

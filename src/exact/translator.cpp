@@ -114,7 +114,7 @@ Translator::Translator(const Options& options, dxf::Drawing& drawing, rules::Lay
 
 void Translator::takeEntity(dxf::DxfEntity& entity) {
   draw(entity, {top_, {}, false, false});
-  drawExpansions(0);
+  if (!expansions_.empty()) drawExpansions(0);
 }
 
 void Translator::draw(const dxf::DxfEntity& found, const Surroundings& around) {
