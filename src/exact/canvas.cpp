@@ -169,7 +169,7 @@ void Canvas::strokeDashed(const Item& item, const Path& path, const Stroke& how)
 
 void Canvas::take(const Item& item, Path path, const Stroke& how, bool isCircle) {
   Chain chain;
-  static_cast<ChainLook&>(chain) = lookOf(item, how);
+  chain.look() = lookOf(item, how);
   chain.path = std::move(path);
   chain.isCircle = isCircle;
   sink_->take(item.origin, std::move(chain));

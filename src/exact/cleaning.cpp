@@ -171,7 +171,7 @@ void Cleaning::handOn(HeldLayer& layer) {
           layer.toChain(i, chain);
           next_.take(origin, std::move(chain));
         } else {
-          next_.takeSegment(origin, {look, held.from, held.to, layer.segments().curve(i)});
+          next_.takeSegment(origin, {look.look(), held.from, held.to, layer.segments().curve(i)});
         }
         return isWanted();
       },

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "dxf/entity_kinds.h"
 #include "dxf/group_cursor.h"
 #include "exact/kinds.h"
 #include "exact/shapes.h"

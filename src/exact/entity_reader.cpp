@@ -19,7 +19,7 @@ constexpr std::size_t kCodesLookedUp = 512;
 constexpr std::array<std::uint8_t, kCodesLookedUp> groupUses() {
   std::array<std::uint8_t, kCodesLookedUp> uses{};
   for (std::uint8_t& use : uses) use = kUsedElsewhere;
-  for (const std::size_t code : {6, 8, 48, 60, 67, 100, 210, 220, 230, 370}) {
+  for (const std::size_t code : {6U, 8U, 48U, 60U, 67U, 100U, 210U, 220U, 230U, 370U}) {
     uses[code] = kCommonGroup;
   }
   uses[10] = 0;

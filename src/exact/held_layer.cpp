@@ -99,7 +99,7 @@ void HeldLayer::toChain(std::size_t index, Chain& chain) const {
   chain.path.vertices[0] = {edge.from, edge.curve};
   chain.path.vertices[1] = {edge.to, look.isCircle ? edge.curve : 0.0};
   chain.path.closed = look.isCircle;
-  static_cast<ChainLook&>(chain) = look;
+  chain.look() = look.look();
 }
 
 Origin HeldLayer::originOf(const HeldSegment& segment) const {

@@ -55,8 +55,7 @@ class Looks {
   static bool isOf(const Look& look, const Origin& origin, const ChainLook& chain) {
     return look.kind.data() == origin.kind.data() && look.kind.size() == origin.kind.size() &&
            look.dxfLayer.data() == origin.dxfLayer.data() &&
-           look.dxfLayer.size() == origin.dxfLayer.size() &&
-           static_cast<const ChainLook&>(look) == chain;
+           look.dxfLayer.size() == origin.dxfLayer.size() && look.look() == chain;
   }
   std::uint32_t searchedNumberOf(const Origin& origin, const ChainLook& chain);
 

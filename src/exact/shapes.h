@@ -36,6 +36,10 @@ struct ChainLook {
   bool isCircle = false;  ///< a whole circle of two halves
 
   bool operator==(const ChainLook&) const = default;
+
+  /// Of what has more than this.
+  ChainLook& look() { return *this; }
+  const ChainLook& look() const { return *this; }
 };
 
 /// Lines and arcs that follow each other, drawn with a pen.
@@ -97,7 +101,7 @@ class ShapeSink {
   /// A sink that has no quicker way for segments gets a chain.
   virtual void takeSegment(const Origin& origin, const Segment& segment) {
     Chain chain;
-    static_cast<ChainLook&>(chain) = segment;
+    chain.look() = segment.look();
     chain.path = {{{segment.from, segment.curve}, {segment.to}}, false};
     take(origin, std::move(chain));
   }
