@@ -6,6 +6,7 @@
 #include <map>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -88,7 +89,8 @@ class HeldLayer {
     addSegment(origin, segment, {segment.from, segment.to, segment.curve});
   }
   template <typename Shape>
-  void hold(const Origin& origin, Shape&& shape) {
+  requires(!std::is_same_v<std::decay_t<Shape>, Segment>) void hold(const Origin& origin,
+                                                                    Shape&& shape) {
     addShape(origin, segments_.size()).shape = std::forward<Shape>(shape);
   }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <random>
 #include <set>
 #include <vector>
@@ -13,6 +15,7 @@
 #include "geometry/repeat_filter.h"
 #include "geometry/shared_hashes.h"
 #include "geometry/stroke_cells.h"
+#include "geometry/wide_cell.h"
 
 namespace quillon::geometry {
 namespace {
@@ -270,6 +273,48 @@ TEST(SharedHashes, MarksTheOwnersOfHashesThatCameTwice) {
     }
     EXPECT_LT(wrong, 20U) << count;
   }
+}
+
+TEST(SharedHashes, OneSearchTakesTheMemoryOfTheOneBefore) {
+  HashMemory memory;
+  HashMemory::Chunk* const first = memory.take();
+  memory.giveBack(first);
+  for (int round = 0; round < 3; ++round) {
+    SharedHashes hashes(1000, &memory);
+    std::mt19937_64 random(static_cast<unsigned>(round));
+    for (std::size_t i = 0; i < 1000; ++i) hashes.add(random(), i);
+    hashes.add(mixedBits(5), 10);
+    hashes.add(mixedBits(5), 20);
+    std::vector<bool> shares(1000, false);
+    if (round != 1) hashes.mark(shares);  // else what was added is forgotten
+    EXPECT_EQ(std::count(shares.begin(), shares.end(), true), round == 1 ? 0 : 2) << round;
+  }
+}
+
+TEST(WideCell, SharesACellWithWhatIsNearerThanAUnit) {
+  std::mt19937 random(1);
+  std::uniform_real_distribution<double> place(-100.0, 100.0);
+  std::uniform_real_distribution<double> beside(-1.0, 1.0);
+  const auto isIn = [](const WideCell& cell, std::int64_t number) {
+    return cell.own == number || (cell.isInPrevious && cell.own - 1 == number);
+  };
+  for (int i = 0; i < 10'000; ++i) {
+    const double at = place(random);
+    const WideCell one(at, 4.0);
+    const WideCell other(at + beside(random), 4.0);
+    EXPECT_TRUE(isIn(one, other.own) || isIn(other, one.own)) << at;
+  }
+}
+
+TEST(WideCell, TakesWhatIsHugeOrNoNumberForAlike) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  const std::int64_t huge = wholeBelow(1e300);
+  EXPECT_EQ(wholeBelow(-1e300), huge);
+  EXPECT_EQ(wholeBelow(infinity), huge);
+  EXPECT_EQ(wholeBelow(std::nan("")), huge);
+  EXPECT_EQ(wholeBelow(-0.5), -1);
+  EXPECT_EQ(wholeBelow(-2.0), -2);
+  EXPECT_EQ(wholeBelow(2.75), 2);
 }
 
 /// As in drawings whose ends are all in one place.
