@@ -69,8 +69,10 @@ void MlineStyles::endOfObjects() {
 }
 
 void MlineStyles::draw(MlineCrossings& crossings, int flags) {
-  for (MlineCrossings::Line& line : crossings.lines) {
-    if (shows(flags, line.where)) sink_.take(line.origin, std::move(line.chain));
+  for (MlineCrossings::Piece& piece : crossings.pieces) {
+    if (!shows(flags, piece.where)) continue;
+    std::visit([&](auto&& shape) { sink_.take(piece.origin, std::move(shape)); },
+               std::move(piece.shape));
   }
   const bool hasArcs = (crossings.hasStart && (flags & kArcsAtStart) != 0) ||
                        (crossings.hasEnd && (flags & kArcsAtEnd) != 0);

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "base/encoding.h"
@@ -25,12 +26,13 @@ struct MlineCrossings {
   LossList::Event loss;   ///< for caps that are not drawn
   bool hasStart = false;  ///< the style may put a cap there
   bool hasEnd = false;
-  struct Line {
+  /// A part of a line, or a dot of its line type.
+  struct Piece {
     MlineAcross where;
     Origin origin;
-    Chain chain;
+    std::variant<Chain, Dot> shape;
   };
-  std::vector<Line> lines{};
+  std::vector<Piece> pieces{};
 };
 
 /// Draws straight caps and joints of MLINEs. Styles come after all entities.

@@ -134,12 +134,12 @@ class Mline {
         !isClosed_ && (values_.flags & kNoStartCap) == 0,
         !isClosed_ && (values_.flags & kNoEndCap) == 0};
     const std::size_t last = values_.vertices.size() - 1;
-    LinesAcross lines(all.lines);
-    ShapeSink& before = canvas_.drawInto(lines);
+    PiecesAcross pieces(all.pieces);
+    ShapeSink& before = canvas_.drawInto(pieces);
     for (std::size_t i = 0; i <= last && !canvas_.step(); ++i) {
       const bool isJoint = isClosed_ || (i != 0 && i != last);
       if (!isJoint && !(i == 0 ? all.hasStart : all.hasEnd)) continue;
-      lines.where = isJoint ? MlineAcross::Joint : i == 0 ? MlineAcross::Start : MlineAcross::End;
+      pieces.where = isJoint ? MlineAcross::Joint : i == 0 ? MlineAcross::Start : MlineAcross::End;
       drawAcross(i);
     }
     canvas_.drawInto(before);
@@ -148,22 +148,24 @@ class Mline {
 
  private:
   /// Keeps the lines that are drawn across instead of drawing them.
-  class LinesAcross final : public ShapeSink {
+  class PiecesAcross final : public ShapeSink {
    public:
-    explicit LinesAcross(std::vector<MlineCrossings::Line>& lines) : lines_(lines) {}
+    explicit PiecesAcross(std::vector<MlineCrossings::Piece>& pieces) : pieces_(pieces) {}
     MlineAcross where = MlineAcross::Start;
 
     void take(const Origin& origin, Chain&& chain) override {
-      lines_.push_back({where, origin, std::move(chain)});
+      pieces_.push_back({where, origin, std::move(chain)});
+    }
+    void take(const Origin& origin, const Dot& dot) override {
+      pieces_.push_back({where, origin, dot});
     }
     void take(const Origin&, Area&&) override {}
     void take(const Origin&, TextLine&&) override {}
-    void take(const Origin&, const Dot&) override {}
     void take(const Origin&, const Hole&) override {}
     void take(const Origin&, const EndlessLine&) override {}
 
    private:
-    std::vector<MlineCrossings::Line>& lines_;
+    std::vector<MlineCrossings::Piece>& pieces_;
   };
 
   void drawAcross(std::size_t vertex) {

@@ -138,6 +138,30 @@ TEST(ExactMultilines, CapsOfAStyleThatIsMissingAreNamed) {
   EXPECT_EQ(ExactDrawing(withStyle(mlineCorner("1", "Standard"), "FENCE", 16)).losses(), "");
 }
 
+TEST(ExactMultilines, CapsHaveTheDashesAndDotsOfTheirElements) {
+  DxfBuilder dxf = MlineBuilder("1", "WALL")
+                       .vertex("0", "0", "1", "0", "0", "1")
+                       .element({"5", "0"})
+                       .element({"-5", "0"})
+                       .vertex("20", "0", "1", "0", "0", "1")
+                       .element({"5", "0"})
+                       .element({"-5", "0"})
+                       .add({{6, "DASHDOT"}})
+                       .drawing();
+  dxf.lineType("DASHDOT",
+               {{70, "0"}, {73, "4"}, {40, "4"}, {49, "2"}, {49, "-1"}, {49, "0"}, {49, "-1"}});
+  exact::Options options;
+  options.lineTypes = exact::LineTypes::Dashes;
+  const std::string shapes = ExactDrawing(withStyle(dxf, "WALL", 16), options).shapes();
+  EXPECT_TRUE(
+      shapes.ends_with("7 wire 0 (0 -5) (0 -3) as it is\n"
+                       "7 wire 0 (0 -1) (0 1) as it is\n"
+                       "7 wire 0 (0 3) (0 5) as it is\n"
+                       "7 dot 0.1 (0 -2)\n"
+                       "7 dot 0.1 (0 2)\n"))
+      << shapes;
+}
+
 TEST(ExactMultilines, CapsInBlocksAreWhereTheBlockIs) {
   DxfBuilder dxf;
   dxf.beginBlock("B");
