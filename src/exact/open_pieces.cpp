@@ -141,6 +141,7 @@ std::size_t OpenPieces::noteGaps(const Meeting& meeting, const geometry::JoinedE
       geometry::nearestGaps(endsOfPieces(meeting, std::move(met)), known.tolerance, most, stop_);
   if (stop_() || found.empty()) return count;
   const std::vector<std::uint64_t> lines = linesOfPieces();
+  if (lines.size() < known.pieces) return count;  // stopped on the way
   tell(
       found, [&lines](std::size_t order) { return lines[order]; }, gaps);
   return count;

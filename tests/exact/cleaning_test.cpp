@@ -202,6 +202,28 @@ TEST_F(CleaningTest, PastTheLimitOfStepsShapesAreHandedOnAsTheyAre) {
             "20 wire 0 (10 0) (20 0)\n");
 }
 
+TEST_F(CleaningTest, WhereverTheStepsEndGapsHaveTheLinesOfTheirEnds) {
+  std::size_t most = 0;
+  for (std::uint64_t limit = 1; limit < 200; ++limit) {
+    rules::CancelPoll limited(monitor);
+    limited.setLimit(limit);
+    ShapeLog shapes;
+    exact::Cleaning some(options, losses, shapes, &limited);
+    for (std::uint64_t i = 1; i <= 5; ++i) {
+      const double y = 10.0 * static_cast<double>(i);
+      exact::Chain chain;
+      chain.path = {{{{0.0, y}}, {{9.5, y}}}, false};
+      some.take({20, "LINE", "OUTLINE", i}, std::move(chain));
+    }
+    some.finish();
+    for (const exact::OpenEnd& gap : some.report().gaps) {
+      EXPECT_EQ(static_cast<double>(gap.line), gap.at.y / 10.0) << limit;
+    }
+    most = std::max(most, some.report().gaps.size());
+  }
+  EXPECT_EQ(most, 10U);
+}
+
 TEST_F(CleaningTest, AfterACancelNothingMoreIsHandedOn) {
   for (int i = 0; i < 1000; ++i) line(i, 0, i + 1, 0);
   for (int i = 0; i < 1000; ++i) line(0, i, 0.5, i, 21);
