@@ -71,8 +71,9 @@ void MlineStyles::endOfObjects() {
 void MlineStyles::draw(MlineCrossings& crossings, int flags) {
   for (MlineCrossings::Piece& piece : crossings.pieces) {
     if (!shows(flags, piece.where)) continue;
-    std::visit([&](auto&& shape) { sink_.take(piece.origin, std::move(shape)); },
-               std::move(piece.shape));
+    std::visit(
+        [&](auto&& shape) { sink_.take(piece.origin, std::forward<decltype(shape)>(shape)); },
+        std::move(piece.shape));
   }
   const bool hasArcs = (crossings.hasStart && (flags & kArcsAtStart) != 0) ||
                        (crossings.hasEnd && (flags & kArcsAtEnd) != 0);
