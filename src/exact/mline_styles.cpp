@@ -82,8 +82,7 @@ void MlineStyles::draw(MlineCrossings& crossings, int flags) {
 
 void MlineStyles::finish() {
   for (const MlineCrossings& crossings : std::exchange(waiting_, {})) {
-    const bool mayHaveCaps = crossings.hasStart || crossings.hasEnd;
-    if (mayHaveCaps && !isStandard(crossings.style)) losses_.addPlaced(crossings.loss, 1);
+    if (crossings.mayHaveCaps()) losses_.addPlaced(crossings.loss, 1);
   }
 }
 

@@ -33,6 +33,10 @@ struct MlineCrossings {
     std::variant<Chain, Dot> shape;
   };
   std::vector<Piece> pieces{};
+
+  /// Whether it may have caps as long as nothing is known of its style. The one of each new drawing
+  /// has none.
+  bool mayHaveCaps() const { return (hasStart || hasEnd) && style != "STANDARD"; }
 };
 
 /// Draws straight caps and joints of MLINEs. Styles come after all entities.
@@ -40,9 +44,6 @@ class MlineStyles final : public dxf::ObjectSink {
  public:
   MlineStyles(base::Encoding encoding, ShapeSink& sink, LossList& losses)
       : encoding_(encoding), sink_(sink), losses_(losses) {}
-
-  /// Whether the style of each new drawing, which has nothing across.
-  static bool isStandard(std::string_view upperName) { return upperName == "STANDARD"; }
 
   /// An MLINE was drawn, apart from these.
   void note(MlineCrossings crossings);

@@ -326,10 +326,7 @@ void drawMline(const Item& item, Canvas& canvas, MlineStyles* styles) {
   if (!mline.draw()) return;
   MlineCrossings crossings = mline.crossings();
   if (styles != nullptr) return styles->note(std::move(crossings));
-  const bool mayHaveCaps = crossings.hasStart || crossings.hasEnd;
-  if (mayHaveCaps && !MlineStyles::isStandard(crossings.style)) {
-    canvas.lose(item, LossRule::MultilineCaps);
-  }
+  if (crossings.mayHaveCaps()) canvas.lose(item, LossRule::MultilineCaps);
 }
 
 }  // namespace quillon::exact

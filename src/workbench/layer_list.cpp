@@ -80,8 +80,9 @@ bool assignLayer(const std::string& path, std::string_view name, const std::stri
 bool setAreas(const std::string& path, std::string_view name, bool areas) {
   std::vector<convert::LayerRow> rows = rowsIn(path);
   if (!canBeSaved(rows)) return false;
+  const std::string wanted = folded(name);
   for (convert::LayerRow& row : rows) {
-    if (folded(row.name) == folded(name)) row.areas = areas;
+    if (folded(row.name) == wanted) row.areas = areas;
   }
   convert::saveLayerRows(path, rows);
   return true;

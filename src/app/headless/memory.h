@@ -12,8 +12,8 @@ namespace quillon::headless {
 void keepFreedMemory();
 
 /// Takes the memory for a large drawing of so many bytes in large pages, if the system has some:
-/// thousands of small ones take up to a tenth of the time. A smaller drawing changes nothing. To be
-/// called by the main thread, before it converts. All memory stays with the process to its end.
+/// thousands of small ones take a tenth of the time and more. A smaller drawing changes nothing. To
+/// be called by the main thread, before it converts. All memory stays with the process to its end.
 void expectDrawing(std::uintmax_t bytes);
 
 }  // namespace quillon::headless
