@@ -7,11 +7,14 @@
 #include <cstdint>
 #include <limits>
 
-#include "geometry/double_pair.h"
+#include "base/double_pair.h"
 #include "geometry/trigonometry_tables.h"
 
 namespace quillon::geometry {
 namespace {
+
+using base::productOf;
+using base::sumOf;
 
 constexpr double kSteps = 64.0;        // table entries per 1
 constexpr double kEighthTurn = 0.785;  // slightly less than pi / 4
@@ -56,8 +59,7 @@ Limbs product(const Limbs& a, std::uint64_t b) {
 /// Reduces a finite positive angle by an integer multiplication with 2 / pi. Bits of 2 / pi that
 /// only contribute whole turns are left out, so the 254 fractional bits of the product are right
 /// for an angle of any size.
-Reduced reduce(double x) {
-  if (x < kEighthTurn) return {0, {x, 0.0}};
+Reduced reduceAny(double x) {
   constexpr int kDigits = std::numeric_limits<double>::digits;
   constexpr unsigned kBitsOfTop = 30;  // fractional bits in the highest limb
   int exponent = 0;
@@ -84,6 +86,22 @@ Reduced reduce(double x) {
   return reduced;
 }
 
+/// Reduces a finite positive angle. For usual ones, quarter turns are subtracted in parts, which is
+/// exact until the last of them.
+Reduced reduce(double x) {
+  constexpr double kMostTurned = 0x1p20;  // so many quarter turns have 20 bits
+  constexpr double kLeastRest = 0x1p-20;  // below it, too few bits are left
+  constexpr double kQuartersIn1 = 0x1.45f306dc9c883p-1;
+  if (x < kEighthTurn) return {0, {x, 0.0}};
+  if (x < kMostTurned) {
+    const double quarters = std::floor(x * kQuartersIn1 + 0.5);
+    const double first = x - quarters * kHalfPiFirst;
+    const Pair rest = sumOf(first, -quarters * kHalfPiSecond) + -(kHalfPiRest * quarters);
+    if (std::fabs(rest.high) > kLeastRest) return {static_cast<unsigned>(quarters), rest};
+  }
+  return reduceAny(x);
+}
+
 /// The sine of a small angle, and its cosine minus 1.
 struct SmallAngle {
   Pair sine;
@@ -102,18 +120,51 @@ SmallAngle smallAngle(const Pair& d) {
   return {d + d * (square * kMinusSixth + ofSine), half + ofCosine};
 }
 
+/// The double nearest to a sum whose second part may be wrong by `doubt`; false where that leaves
+/// it open. Nearly always it does not, and the sum needs no more digits.
+bool roundSum(double first, double second, double doubt, double& sum) {
+  sum = first + (second - doubt);
+  return sum == first + (second + doubt);
+}
+
+/// What sine and cosine of a table's angle plus a small one are made of: a table's value, and how
+/// it changes with the angle.
+struct Tangential {
+  Pair value;
+  Pair slope;
+};
+
+/// Some 65 bits of it, from products of which only the largest needs two doubles.
+bool roundQuickly(const Tangential& at, const Pair& d, double& result) {
+  const double z = d.high * d.high;
+  const double ofSine = d.high * z * (-1.0 / 6.0 + z * (1.0 / 120.0 - z * (1.0 / 5040.0)));
+  const double ofCosine = z * (-0.5 + z * (1.0 / 24.0 - z * (1.0 / 720.0)));
+  const Pair change = productOf(at.slope.high, d.high);
+  const Pair sum = sumOf(at.value.high, change.high);
+  const double less = at.value.low + at.slope.low * d.high + change.low +
+                      (at.slope.high - at.value.high * d.high) * d.low;
+  const double second = sum.low + (less + (at.slope.high * ofSine + at.value.high * ofCosine));
+  const double doubt = (std::fabs(at.value.high) + std::fabs(change.high)) * z * 0x1p-50 +
+                       std::fabs(sum.high) * 0x1p-75;
+  return roundSum(sum.high, second, doubt, result);
+}
+
 /// Sine or cosine of an angle of up to an eighth of a turn, from the nearest multiple of 1/64.
 double sineOrCosine(const Pair& angle, bool wantsCosine) {
   const bool negative = angle.high < 0.0;
   const Pair a = negative ? -angle : angle;
   const double step = std::floor(a.high * kSteps + 0.5);
   const auto index = static_cast<std::size_t>(step);
-  const SmallAngle d = smallAngle(sumOf(a.high - step / kSteps, a.low));
+  const Pair small = sumOf(a.high - step / kSteps, a.low);
   const Pair& s = kSines[index];
   const Pair& c = kCosines[index];
-  const Pair result = wantsCosine ? c + (c * d.cosineLessOne + -(s * d.sine))
-                                  : s + (s * d.cosineLessOne + c * d.sine);
-  return negative && !wantsCosine ? -result.high : result.high;
+  const Tangential at = wantsCosine ? Tangential{c, -s} : Tangential{s, c};
+  double result = 0.0;
+  if (!roundQuickly(at, small, result)) {
+    const SmallAngle d = smallAngle(small);
+    result = (at.value + (at.value * d.cosineLessOne + at.slope * d.sine)).high;
+  }
+  return negative && !wantsCosine ? -result : result;
 }
 
 /// The sine of an angle plus some quarter turns.
@@ -135,12 +186,24 @@ Pair smallArcTangent(const Pair& z) {
   return z + z * (square * kMinusThird + rest);
 }
 
+/// The sum of an arc tangent and that of up to 1/128, rounded.
+double roundedArcTangentSum(const Pair& first, const Pair& small) {
+  const double w = small.high * small.high;
+  const double rest =
+      small.high * w * (-1.0 / 3.0 + w * (1.0 / 5.0 - w * (1.0 / 7.0 - w * (1.0 / 9.0))));
+  const Pair sum = sumOf(first.high, small.high);
+  const double doubt = std::fabs(rest) * 0x1p-49 + std::fabs(sum.high) * 0x1p-75;
+  double result = 0.0;
+  const bool isKnown = roundSum(sum.high, sum.low + (first.low + small.low + rest), doubt, result);
+  return isKnown ? result : (first + smallArcTangent(small)).high;
+}
+
 /// The arc tangent of 0 to 1: that of the nearest multiple of 1/64 plus that of the angle between.
-Pair arcTangentToOne(double x) {
+double arcTangentToOne(double x) {
   const double step = std::floor(x * kSteps + 0.5);
   const double near = step / kSteps;
   const Pair between = Pair{x - near, 0.0} / (productOf(x, near) + 1.0);
-  return kArcTangents[static_cast<std::size_t>(step)] + smallArcTangent(between);
+  return roundedArcTangentSum(kArcTangents[static_cast<std::size_t>(step)], between);
 }
 
 /// The same for a number of 0 to 1 with more digits than a double has.
@@ -152,11 +215,12 @@ Pair arcTangentToOne(const Pair& x) {
 }
 
 /// The same above 1, by the reciprocal.
-Pair arcTangentBeyondOne(double x) {
+double arcTangentBeyondOne(double x) {
   const double step = std::floor(kSteps / x + 0.5);
   const double near = step / kSteps;
   const Pair between = (-productOf(x, near) + 1.0) / sumOf(x, near);
-  return kHalfPi + -(kArcTangents[static_cast<std::size_t>(step)] + smallArcTangent(between));
+  const Pair other = kHalfPi + -kArcTangents[static_cast<std::size_t>(step)];
+  return roundedArcTangentSum(other, -between);
 }
 
 }  // namespace
@@ -180,8 +244,8 @@ double roundedArcTangent(double x) {
   const double size = std::fabs(x);
   if (std::isnan(x) || size < kTiny) return x;
   if (size > kHuge) return std::copysign(kHalfPi.high, x);
-  const Pair value = size <= 1.0 ? arcTangentToOne(size) : arcTangentBeyondOne(size);
-  return std::copysign(value.high, x);
+  const double value = size <= 1.0 ? arcTangentToOne(size) : arcTangentBeyondOne(size);
+  return std::copysign(value, x);
 }
 
 double roundedDirection(double y, double x) {

@@ -4,9 +4,11 @@
 #include <array>
 #include <cstdint>
 
-#include "geometry/double_pair.h"
+#include "base/double_pair.h"
 
 namespace quillon::geometry {
+
+using base::Pair;
 
 /// Sines and cosines of multiples of 1/64.
 inline constexpr std::array<Pair, 52> kSines = {{
@@ -189,6 +191,11 @@ inline constexpr std::array<Pair, 65> kArcTangents = {{
 }};
 
 inline constexpr Pair kHalfPi = {0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54};
+
+/// Pi / 2 in parts. The first two have 33 bits each, so that they times up to 20 bits are exact.
+inline constexpr double kHalfPiFirst = 0x1.921fb54400000p+0;
+inline constexpr double kHalfPiSecond = 0x1.0b4611a600000p-34;
+inline constexpr Pair kHalfPiRest = {0x1.3198a2e037073p-69, 0x1.129024e088a68p-123};
 
 /// The fractional bits of 2 / pi after 64 zero bits; highest first.
 inline constexpr int kZeroBits = 64;

@@ -25,8 +25,9 @@ struct Tangent {
 };
 
 /// Computed to 1,500 bits: typical angles, angles next to multiples of a quarter turn, huge and
-/// tiny ones, and some random ones.
-constexpr std::array<Angle, 67> kAngles = {{
+/// tiny ones, some random ones, and those around which it changes how they are reduced: 0.785,
+/// 2^20, and 2^-20 from a multiple of a quarter turn.
+constexpr std::array<Angle, 90> kAngles = {{
     {0x1.0c152382d7361p-2, 0x1.0907dc193068cp-2, 0x1.ee8dd4748bf15p-1},
     {0x1.0c152382d7361p-1, 0x1.ffffffffffff8p-2, 0x1.bb67ae8584cadp-1},
     {0x1.921fb54442d11p-1, 0x1.6a09e667f3bc7p-1, 0x1.6a09e667f3bd2p-1},
@@ -94,6 +95,29 @@ constexpr std::array<Angle, 67> kAngles = {{
     {0x1.bb2edb26ef735p+422, -0x1.6f1967d1eee5cp-4, -0x1.fdf0867060e16p-1},
     {0x1.478c2805d3905p+943, -0x1.34edfab0a05e1p-1, 0x1.984c0cd97c2d5p-1},
     {0x1.de11cc9880d2ap+403, 0x1.eb4dc5d134bf1p-2, -0x1.c13878ff05693p-1},
+    {0x1.f6a7a0955385ep+2, 0x1.ffffffffffc00p-1, 0x1.00000002c1eb5p-21},
+    {0x1.fffff538ba098p+19, 0x1.6a160554329b0p-21, 0x1.ffffffffff7ffp-1},
+    {0x1.2d97cff3321d2p+2, -0x1.fffffffffc000p-1, 0x1.ffffffff2ae0ep-20},
+    {0x1.88b2f702a940ap+10, -0x1.fffffb4f103e2p-22, 0x1.ffffffffffc00p-1},
+    {0x1.ffffc2f4c360fp+19, -0x1.ffffffffff800p-1, 0x1.6a0e5f84bfcc3p-21},
+    {0x1.88b2f70ca940ap+10, 0x1.000000961d4aep-19, 0x1.fffffffffc000p-1},
+    {0x1.921fb6ae4cb7ep+3, 0x1.6a09e65b96584p-21, 0x1.ffffffffff800p-1},
+    {0x1.921fc0949204cp+0, 0x1.ffffffffff800p-1, -0x1.6a09e66772b0ap-21},
+    {0x1.921fb44442d18p+3, -0x1.00000004697eep-21, 0x1.ffffffffffc00p-1},
+    {0x1.921fd54442d18p+0, 0x1.fffffffffc000p-1, -0x1.ffffffffb8121p-20},
+    {0x1.fffff538b79f7p+19, -0x1.fff3f5579a785p-22, 0x1.ffffffffffc00p-1},
+    {0x1.fffff538b49f7p+19, -0x1.fffcfd55e54e2p-20, 0x1.fffffffffc001p-1},
+    {0x1.921fb14442d18p+3, -0x1.0000000119b7cp-19, 0x1.fffffffffc000p-1},
+    {0x1.921fb14442d18p+1, 0x1.000000011a57cp-21, -0x1.ffffffffffc00p-1},
+    {0x1.0000000000000p+20, 0x1.526ccb2fc8656p-2, 0x1.e33ada92fe2aep-1},
+    {0x1.fffffffffffffp+19, 0x1.526ccb2de52a8p-2, 0x1.e33ada9352c61p-1},
+    {0x1.0000000000001p+20, 0x1.526ccb338edb1p-2, 0x1.e33ada9254f48p-1},
+    {0x1.ffffe80000000p+19, -0x1.9b27986499212p-2, 0x1.d4ea6d1e88510p-1},
+    {0x1.91eb851eb851ep-1, 0x1.69e4fd79ac742p-1, 0x1.6a2ecb934b59ap-1},
+    {0x1.2d97c7f3321d2p+1, 0x1.6a09e667f3bcdp-1, -0x1.6a09e667f3bccp-1},
+    {0x1.f6a7a2955385ep+1, -0x1.6a09e667f3bccp-1, -0x1.6a09e667f3bcep-1},
+    {0x1.a862329161f9bp+15, 0x1.6e43e8d3b625dp-3, -0x1.f7bede55cbba6p-1},
+    {0x1.e847e80000000p+19, -0x1.ca0ab4001fd29p-1, 0x1.c990f0d8458fbp-2},
 }};
 
 constexpr std::array<Tangent, 45> kTangents = {{

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace quillon::geometry {
+namespace quillon::base {
 
 /// A number as the sum of two doubles, the second at most half an ulp of the first: about 106 bits.
 /// The operations use plain IEEE 754 double arithmetic, so every system gives the same results.
@@ -63,4 +63,4 @@ inline Pair operator/(const Pair& a, const Pair& b) {
   return sumOfOrdered(quotient, (rest.high + rest.low) / b.high);
 }
 
-}  // namespace quillon::geometry
+}  // namespace quillon::base
