@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/coordinate_text.h"
+#include "base/double_pair.h"
 #include "base/double_text.h"
 #include "base/run_time_error.h"
 
@@ -82,7 +83,22 @@ bool isWhole(const NumberParts& parts, std::string_view trimmed) {
   return parts.anyDigit && trimmed.front() != '\t' && parts.end == trimmed.data() + trimmed.size();
 }
 
-/// Long mantissas and large exponents go through the library's exact conversion.
+/// Divides a mantissa of more digits than a double has by a power of ten that is an exact double.
+/// False where it remains open which double is nearest.
+bool divideLong(std::uint64_t mantissa, double power, double& value) {
+  const auto rounded = static_cast<double>(mantissa);
+  const auto left = static_cast<double>(
+      static_cast<std::int64_t>(mantissa - static_cast<std::uint64_t>(rounded)));
+  const double quotient = rounded / power;
+  const Pair back = productOf(quotient, power);
+  // Exact up to the division, as what a quotient leaves is a double.
+  const double more = (((rounded - back.high) - back.low) + left) / power;
+  const double doubt = std::fabs(more) * 0x1p-48;
+  value = quotient + (more - doubt);
+  return value == quotient + (more + doubt);
+}
+
+/// Other long mantissas and large exponents go through the library's exact conversion.
 double valueOfLongNumber(const NumberParts& parts) {
   return valueOfDigits(parts.digits, parts.end, parts.digitCount + parts.exponent > 0);
 }
@@ -116,19 +132,20 @@ bool takeDigits(const CoordinateDigits& digits, double& value) {
   return true;
 }
 
+/// Reads a coordinate of more digits than usual: more than a double has, or many zeros behind the
+/// point.
+bool readLongCoordinate(std::string_view text, double& value) {
+  CoordinateDigits digits;
+  return readDigitsByWords(text, digits) &&
+         (takeDigits(digits, value) ||
+          divideLong(digits.mantissa, kPowersOfTen[digits.places], value));
+}
+
 /// Apart, so that the usual coordinate needs no stack.
 [[gnu::noinline]] double valueOfAnyNumber(std::string_view text) {
-#ifdef __SSE2__
-  // Longer than what has been tried, as numbers below 0.1 are.
   const bool negative = text.front() == '-';
-  const std::string_view rest = text.substr(negative ? 1 : 0);
-  CoordinateDigits digits;
   double value = 0.0;
-  if (rest.size() > kMostCoordinateCharacters && readDigitsByWords(rest, digits) &&
-      takeDigits(digits, value)) {
-    return negative ? -value : value;
-  }
-#endif
+  if (readLongCoordinate(text.substr(negative ? 1 : 0), value)) return negative ? -value : value;
   return valueOf(splitNumber(text));
 }
 

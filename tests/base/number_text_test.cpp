@@ -144,6 +144,34 @@ TEST(NumberRule, RoundsHalfwayCasesToTheNearestDouble) {
   }
 }
 
+/// So many decimals behind the digits of a whole number.
+std::string withPoint(std::uint64_t digits, std::size_t places) {
+  std::string text = std::to_string(digits);
+  return places == 0 ? text : text.insert(text.size() - places, ".");
+}
+
+TEST(NumberRule, RoundsLongNumbersAtAndBesideHalfwayCasesLikeTheCLibrary) {
+  std::mt19937_64 random(53);
+  for (int i = 0; i < 20'000; ++i) {
+    // 54 bits, the last of which is set: halfway between two doubles.
+    std::uint64_t digits = std::uint64_t{1} << 53 | (random() >> 11) | 1U;
+    for (std::size_t places = 0; places < 4; ++places, digits *= 5) {
+      for (const std::uint64_t text : {digits, digits - 1, digits + 1}) {
+        const std::string number = withPoint(text, places);
+        ASSERT_EQ(numberValue(number), std::strtod(number.c_str(), nullptr)) << number;
+      }
+    }
+  }
+}
+
+TEST(NumberRule, RoundsRandomNumbersOfUpToNineteenDigitsLikeTheCLibrary) {
+  std::mt19937_64 random(1917);
+  for (int i = 0; i < 200'000; ++i) {
+    const std::string number = withPoint(std::uint64_t{1} << 53 | (random() >> 1), random() % 16);
+    ASSERT_EQ(numberValue(number), std::strtod(number.c_str(), nullptr)) << number;
+  }
+}
+
 TEST(NumberRule, GivesRandomDoublesBackFromTheirText) {
   std::mt19937_64 random(20261121);
   std::array<char, 400> text{};
