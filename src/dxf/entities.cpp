@@ -1,11 +1,15 @@
 #include "dxf/entities.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/byte_scan.h"
+#include "base/number_text.h"
 #include "base/run_time_error.h"
+#include "dxf/entity_kinds.h"
 #include "dxf/entity_walk.h"
 #include "dxf/line_counter.h"
 
@@ -13,6 +17,27 @@ namespace quillon::dxf {
 namespace {
 
 constexpr std::uint32_t kPairsPerPoll = 256;
+
+/// The start of the last line "0" before one that starts with a letter, as an entity's name does;
+/// null where the lines have none, or not in their last 64 KB.
+const char* lastEntityStart(LineRange lines, const LineEnds& ends) {
+  constexpr std::ptrdiff_t kMostLooked = std::ptrdiff_t{64} << 10;
+  const std::ptrdiff_t looked = std::min(lines.end - lines.begin, kMostLooked);
+  std::string_view text(lines.end - looked, static_cast<std::size_t>(looked));
+  bool isBeforeName = false;
+  while (!text.empty()) {
+    text.remove_suffix(1);  // the end of the line
+    const std::size_t before = text.rfind(ends.eolChar);
+    if (before == std::string_view::npos) return nullptr;
+    std::string_view line = text.substr(before + 1);
+    text.remove_suffix(line.size());
+    const char* const start = line.data();
+    if (line.starts_with(ends.eolOther)) line.remove_prefix(1);
+    if (isBeforeName && base::trimBlanks(line) == "0") return start;
+    isBeforeName = !line.empty() && startsName(line.front());
+  }
+  return nullptr;
+}
 
 /// Reads the section window by window. An entity that extends beyond the window is read again once
 /// the window holds more lines.
@@ -75,8 +100,10 @@ class SectionReading {
     EntityWalk walk(drawing_, LineCursor(reader_.window(), source.lineEnds()), "ENDSEC",
                     !source.atFileEnd(), kept_);
     walk.countBy(lines);
+    const char* const last = lastOfWindow();
     while (!walk.atEnd()) {
       const char* const start = walk.position();
+      if (start == last) return leaveForNext(start);
       if (lost_) {
         lost_ = !walk.findNextEntity();
         if (lost_) break;
@@ -92,9 +119,7 @@ class SectionReading {
         case Step::Other:
           break;
         case Step::Beyond:
-          reader_.skipTo(start);
-          isCut_ = true;
-          return true;
+          return leaveForNext(start);
       }
       if (!pacer_.due()) continue;
       reader_.skipTo(walk.position());
@@ -104,6 +129,22 @@ class SectionReading {
     }
     reader_.skipTo(walk.position());
     return !walk.ended();
+  }
+
+  /// Where the walk need not go on, as the entity there is nearly always not complete, and finding
+  /// that out takes an exception; null where only the walk can tell.
+  const char* lastOfWindow() const {
+    if (reader_.source().atFileEnd()) return nullptr;
+    const LineRange window = reader_.window();
+    const char* const last = lastEntityStart(window, reader_.source().lineEnds());
+    return last == window.begin ? nullptr : last;
+  }
+
+  /// The entity at `start` is read with the next window.
+  bool leaveForNext(const char* start) {
+    reader_.skipTo(start);
+    isCut_ = true;
+    return true;
   }
 
   enum class Step { Entity, Other, Beyond };

@@ -40,6 +40,9 @@ EntityKind entityKind(std::string_view name);
 /// The DXF name of a kind ("" for None).
 std::string_view entityName(EntityKind kind);
 
+/// Whether a character is a letter, which the names of entities start with.
+constexpr bool startsName(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
 /// Whether a trimmed text is the name of an entity.
 inline bool isEntityName(std::string_view text) { return entityKind(text) != EntityKind::None; }
 

@@ -27,12 +27,10 @@ bool readsZero(std::string_view code) {
   return !usual && base::numberValue(code) == 0.0;
 }
 
-bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-
 /// Whether a text where an entity's name should be shows that a line is missing or surplus.
 bool isNoName(std::string_view text) {
   if (text.empty()) return true;
-  return !isLetter(text.front()) && base::isNumber(text);
+  return !startsName(text.front()) && base::isNumber(text);
 }
 
 /// Fails at a text where an entity's name should be.
@@ -242,7 +240,7 @@ void EntityWalk::skipGroups(DxfEntity& entity) {
 void EntityWalk::checkEnd() {
   // Nearly always a name. Its first letter is readable even where its line is incomplete.
   const char* const line = shortCode().next;
-  if (line != nullptr && isLetter(*line == '\n' || *line == '\r' ? line[1] : *line)) return;
+  if (line != nullptr && startsName(*line == '\n' || *line == '\r' ? line[1] : *line)) return;
   checkName();
 }
 
