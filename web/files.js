@@ -8,7 +8,7 @@ mergeInto(LibraryManager.library, {
     folder: '/files',
     device: 0,
     blobs: [],
-    blocks: [],
+    block: null, // what has been written since the last blob, kept for the next script
     size: 0,
 
     start: function () {
@@ -27,18 +27,23 @@ mergeInto(LibraryManager.library, {
           return 0;
         },
         write: function (stream, buffer, offset, length) {
-          QuillonFiles.blocks.push(buffer.slice(offset, offset + length));
-          QuillonFiles.size += length;
+          var bytes = new Uint8Array(buffer.buffer, buffer.byteOffset + offset, length);
+          QuillonFiles.block ||= new Uint8Array(8 << 20);
           // Browsers put blobs on the disk where memory is short.
-          if (QuillonFiles.size > 8 << 20) QuillonFiles.pack();
+          if (QuillonFiles.size + length > QuillonFiles.block.length) QuillonFiles.pack();
+          if (length > QuillonFiles.block.length) {
+            QuillonFiles.blobs.push(new Blob([bytes]));
+            return length;
+          }
+          QuillonFiles.block.set(bytes, QuillonFiles.size);
+          QuillonFiles.size += length;
           return length;
         },
       });
     },
 
     pack: function () {
-      if (QuillonFiles.size) QuillonFiles.blobs.push(new Blob(QuillonFiles.blocks));
-      QuillonFiles.blocks = [];
+      if (QuillonFiles.size) QuillonFiles.blobs.push(new Blob([QuillonFiles.block.subarray(0, QuillonFiles.size)]));
       QuillonFiles.size = 0;
     },
 

@@ -11,6 +11,10 @@ namespace {
 
 }  // namespace
 
+#ifdef __wasm__
+bool GroupCursor::next(Group& group) { return take(group); }
+#endif
+
 GroupCursor::Step GroupCursor::readUnusual(LineCursor lines) {
   if (lines.atEnd()) failAtEnd(lines);
   const std::string_view line = lines.peek();

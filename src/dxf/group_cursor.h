@@ -9,7 +9,7 @@
 #include "dxf/short_code.h"
 
 // Inlined, a loop over groups has everything in registers, which a compiler gives up where there
-// are several loops. In a page it gains nothing and is more to load.
+// are several loops. In a page it gains little and is more to load.
 #ifdef __wasm__
 #define QUILLON_IN_EACH_LOOP
 #else
@@ -30,7 +30,23 @@ class GroupCursor {
 
   /// Reads the next group; false at a code line that is exactly "0". Throws RunTimeError when the
   /// lines end first or a code line is not a group code.
-  QUILLON_IN_EACH_LOOP bool next(Group& group) {
+#ifdef __wasm__
+  bool next(Group& group);  // the only copy has to be one that was compiled to be fast
+#else
+  QUILLON_IN_EACH_LOOP bool next(Group& group) { return take(group); }
+#endif
+
+  /// The remaining lines; after the last group they start with the "0" line that ended the entity.
+  const LineCursor& lines() const { return lines_; }
+
+ private:
+  struct Step {
+    const char* next;  ///< the line to go on at
+    Group group;
+    bool found;
+  };
+
+  [[gnu::always_inline]] bool take(Group& group) {
     if (lines_.hasLeft(kShortCodeRoom)) {
       const ShortCodeLine line = readShortCode(lines_.text(), lines_.eol());
       if (line.code == 0) return false;
@@ -46,16 +62,6 @@ class GroupCursor {
     group = step.group;
     return step.found;
   }
-
-  /// The remaining lines; after the last group they start with the "0" line that ended the entity.
-  const LineCursor& lines() const { return lines_; }
-
- private:
-  struct Step {
-    const char* next;  ///< the line to go on at
-    Group group;
-    bool found;
-  };
 
   /// Reads a group whose code has no usual form, or that is near the end of the lines. Static, so
   /// that a cursor in a local variable can be kept in registers.

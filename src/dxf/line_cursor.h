@@ -24,6 +24,9 @@ struct LineRange {
 ///
 /// Line ends are found for 64 bytes at once and kept as bits, so that finding one line's end does
 /// not have to wait for the previous one.
+///
+/// All of it is put in line, even where a file is compiled to be small: the linker keeps one copy
+/// of a function, and it may be that file's.
 class LineCursor {
  public:
   LineCursor(LineRange range, const LineEnds& ends)
@@ -50,19 +53,21 @@ class LineCursor {
   }
 
   /// Where the text of the next line starts; not to be called at the end.
-  const char* text() const { return textAt(position_); }
+  [[gnu::always_inline]] const char* text() const { return textAt(position_); }
 
   /// The next line, without consuming it; not to be called at the end.
-  std::string_view peek() {
+  [[gnu::always_inline]] std::string_view peek() {
     while (lineEnds_ == 0) nextBlock();
     return upToLineEnd(text());
   }
 
   /// Consumes the line returned by peek().
-  void take(std::string_view line) { skipLine(line.data() + line.size() + 1); }
+  [[gnu::always_inline]] void take(std::string_view line) {
+    skipLine(line.data() + line.size() + 1);
+  }
 
   /// Consumes the next line, after which another starts at `next`.
-  void skipLine(const char* next) {
+  [[gnu::always_inline]] void skipLine(const char* next) {
     while (lineEnds_ == 0) nextBlock();
     lineEnds_ &= lineEnds_ - 1;
     position_ = next;
@@ -71,7 +76,7 @@ class LineCursor {
   /// Consumes the next line, after which another starts at `next`, and that one too, which it
   /// returns. Only the bits tell where the lines after it are, so that those can be found while
   /// this one is still being loaded.
-  std::string_view takeAfter(const char* next) {
+  [[gnu::always_inline]] std::string_view takeAfter(const char* next) {
     bool isBehind = lineEnds_ != 0;  // the end of the first line
     lineEnds_ &= lineEnds_ - 1;
     while (lineEnds_ == 0) {
@@ -98,21 +103,23 @@ class LineCursor {
   static constexpr std::size_t kBlock = 64;
   static_assert(TextSource::kMargin >= 2 * kBlock, "a block may start at the end of a text");
 
-  const char* textAt(const char* line) const { return line + (*line == other_ ? 1 : 0); }
+  [[gnu::always_inline]] const char* textAt(const char* line) const {
+    return line + (*line == other_ ? 1 : 0);
+  }
 
   /// A line of which the end is the first one known.
-  std::string_view upToLineEnd(const char* start) const {
+  [[gnu::always_inline]] std::string_view upToLineEnd(const char* start) const {
     const char* const stop = block_ + static_cast<unsigned>(std::countr_zero(lineEnds_));
     return {start, static_cast<std::size_t>(stop - start)};
   }
 
-  void nextBlock() {
+  [[gnu::always_inline]] void nextBlock() {
     block_ += kBlock;
     lineEnds_ = findLineEnds(block_);
   }
 
   /// The end of the range counts as one, and there are none behind it.
-  std::uint64_t findLineEnds(const char* p) const {
+  [[gnu::always_inline]] std::uint64_t findLineEnds(const char* p) const {
     const std::uint64_t bits = findCharacters(p);
     const std::ptrdiff_t left = end_ - p;
     if (left >= static_cast<std::ptrdiff_t>(kBlock)) return bits;
@@ -120,7 +127,7 @@ class LineCursor {
     return (bits & (end - 1)) | end;
   }
 
-  std::uint64_t findCharacters(const char* p) const {
+  [[gnu::always_inline]] std::uint64_t findCharacters(const char* p) const {
     std::uint64_t bits = 0;
 #ifdef __SSE2__
     const __m128i pattern = _mm_set1_epi8(eol_);

@@ -6,18 +6,19 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/byte_of.h"
+
+// As with LineCursor, functions are put in line everywhere.
 namespace quillon::dxf {
 
 /// Four characters as one word, the first one in the lowest byte.
-constexpr std::uint32_t charactersWord(char a, char b, char c, char d) {
-  const auto byte = [](char x) {
-    return static_cast<std::uint32_t>(static_cast<unsigned char>(x));
-  };
-  return byte(a) | byte(b) << 8 | byte(c) << 16 | byte(d) << 24;
+[[gnu::always_inline]] constexpr std::uint32_t charactersWord(char a, char b, char c, char d) {
+  return std::uint32_t{base::byteOf(a)} | std::uint32_t{base::byteOf(b)} << 8 |
+         std::uint32_t{base::byteOf(c)} << 16 | std::uint32_t{base::byteOf(d)} << 24;
 }
 
 /// The low halves of three characters, which tell digits apart, as one number.
-constexpr std::size_t digitsIndex(std::uint32_t text) {
+[[gnu::always_inline]] constexpr std::size_t digitsIndex(std::uint32_t text) {
   // Each half byte is added to a place of its own.
   return ((text & 0x0F0F0FU) * 0x1001001U >> 16) & 0xFFFU;
 }
@@ -45,7 +46,7 @@ inline constexpr int kNoShortCode = -1;
 
 /// The group code that three characters, the first one in the lowest byte, are in their usual form:
 /// blanks, then one to three digits without leading zeros.
-inline int shortCodeOf(std::uint32_t text) {
+[[gnu::always_inline]] inline int shortCodeOf(std::uint32_t text) {
   const UsualForm& form = kUsualForms[digitsIndex(text)];
   return form.text == text ? form.code : kNoShortCode;
 }
@@ -62,7 +63,7 @@ inline constexpr std::size_t kShortCodeRoom = 6;
 
 /// Reads the code line at a position, without a branch per character: lengths of one to three
 /// digits alternate, so a loop would mispredict. Four characters must be readable.
-inline ShortCodeLine readShortCode(const char* line, char eol) {
+[[gnu::always_inline]] inline ShortCodeLine readShortCode(const char* line, char eol) {
   if constexpr (std::endian::native != std::endian::little) return {};
   std::uint32_t word = 0;
   std::memcpy(&word, line, sizeof word);
