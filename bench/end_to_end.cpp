@@ -25,7 +25,7 @@ namespace {
 
 constexpr double kMegabyte = 1e6;
 /// Maximum memory of a conversion, as a multiple of the file's size.
-constexpr double kMostMemory = 1.5;
+constexpr double kMostMemory = 0.5;
 
 struct Options {
   double megabytes = 150.0;

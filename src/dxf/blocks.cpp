@@ -4,13 +4,14 @@
 
 #include "base/number_text.h"
 #include "base/run_time_error.h"
+#include "dxf/block_text.h"
 #include "dxf/entity_walk.h"
 #include "dxf/line_counter.h"
 
 namespace quillon::dxf {
 namespace {
 
-/// A copy of the lines that outlives the window, with the margin that a LineCursor needs.
+/// A copy of all lines that outlives the window, with the margin that a LineCursor needs.
 LineRange keepLines(Drawing& drawing, LineRange lines) {
   const std::string_view text(lines.begin, static_cast<std::size_t>(lines.end - lines.begin));
   const std::string_view kept =
@@ -28,20 +29,35 @@ void readBlockHeader(Drawing& drawing, LineCursor lines, BlockRec& block) {
   for (std::string_view code = nextLine(); code != "0"; code = nextLine()) {
     const std::string_view value = nextLine();
     if (code == "2") block.name = drawing.arena.keep(base::upperCase(value, drawing.encoding));
-    if (code == "10") block.baseX = value;
-    if (code == "20") block.baseY = value;
+    if (code == "10") block.baseX = drawing.arena.keep(value);
+    if (code == "20") block.baseY = drawing.arena.keep(value);
   }
 }
 
-void readItems(Drawing& drawing, LineCursor lines, BlockRec& block) {
+/// Reads the entities of a block. `text` keeps what they need; null where nothing is kept of them.
+void readItems(Drawing& drawing, LineRange lines, BlockText* text, BlockRec& block) {
   block.items = drawing.store.startList();
-  LineCounter counter(block.text.begin, block.firstLine, drawing.lineEnds.eolChar);
-  EntityWalk walk(drawing, lines);
+  LineCounter counter(lines.begin, block.firstLine, drawing.lineEnds.eolChar);
+  EntityWalk walk(drawing, LineCursor(lines, drawing.lineEnds));
   walk.countBy(counter, drawing.blocks.size());
   for (DxfEntity entity; !walk.atEnd();) {
-    if (walk.step(entity) && !drawing.everyKind) drawing.store.append(block.items, entity);
+    if (!walk.step(entity) || text == nullptr) continue;
+    text->keep(entity);
+    drawing.store.append(block.items, entity);
   }
   drawing.otherEntities.finish();
+}
+
+void readBlock(Drawing& drawing, LineRange lines, BlockRec& block) {
+  readBlockHeader(drawing, LineCursor(lines, drawing.lineEnds), block);
+  if (drawing.everyKind) {
+    block.text = keepLines(drawing, lines);
+    readItems(drawing, lines, nullptr, block);
+    return;
+  }
+  BlockText text(drawing.arena, lines, drawing.lineEnds.eolChar);
+  readItems(drawing, lines, &text, block);
+  block.text = text.finish();
 }
 
 }  // namespace
@@ -49,12 +65,10 @@ void readItems(Drawing& drawing, LineCursor lines, BlockRec& block) {
 void parseBlock(Drawing& drawing, LineRange lines, std::uint64_t firstLine) {
   BlockRec block;
   block.firstLine = firstLine;
-  block.text = keepLines(drawing, lines);
-  const LineCursor cursor(block.text, drawing.lineEnds);
   try {
-    readBlockHeader(drawing, cursor, block);
-    readItems(drawing, cursor, block);
+    readBlock(drawing, lines, block);
   } catch (base::RunTimeError& error) {
+    block.text = lines;  // which the error is in
     error.setLine(block.lineAt(error.position(), drawing.lineEnds.eolChar));
     throw;
   }

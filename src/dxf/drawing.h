@@ -82,7 +82,8 @@ struct Drawing {
 
   /// Number of the next vertex list or spline; 0 for kinds without a side record.
   std::uint64_t nextSideIndex(EntityKind kind);
-  /// Line number (from 1) of this position in the text of a block; 0 when it is in none.
+  /// Line number (from 1) of an entity's first group in the text of a block, or of a position in
+  /// groups that are kept; 0 when it is in none.
   std::uint64_t lineInBlocks(const char* position) const;
 
   void addLayer(LayerRec layer);

@@ -31,7 +31,7 @@ struct BlockRec {
   std::string_view baseX;
   std::string_view baseY;
   EntityList items;
-  LineRange text;               ///< the lines of the block
+  LineRange text;               ///< its lines; see BlockText for rules that read slots
   std::uint64_t firstLine = 0;  ///< the file's line number of the first of them
 
   /// Line number (from 1) in the file of a position in the text; 0 for any other position.

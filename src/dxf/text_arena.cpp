@@ -13,6 +13,19 @@ std::string_view TextArena::keep(std::string_view text, std::size_t margin, char
   return {copy, text.size()};
 }
 
+char* TextArena::beginText(std::size_t most) {
+  char* const place = reserve(most);
+  openEnd_ = place + most;
+  return place;
+}
+
+void TextArena::endText(char* end) {
+  // A long text has its own memory, of which the system hands out what is written.
+  if (openEnd_ != free_) return;
+  left_ += static_cast<std::size_t>(free_ - end);
+  free_ = end;
+}
+
 char* TextArena::reserve(std::size_t size) {
   if (size > kChunk / 4) {
     // A long text gets its own memory, so that the current chunk stays in use.

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "dxf/entity_values.h"
 #include "support/dxf_builder.h"
 #include "support/read_drawing.h"
 
@@ -85,7 +86,11 @@ TEST(Drawing, NumbersTheLinesOfItsBlocks) {
     DxfBuilder dxf;
     dxf.header("$ORTHOMODE", 70, "0");
     dxf.beginBlock("a").entity("POINT", {{8, "first"}}).endBlock();
-    dxf.beginBlock("b").entity("LINE", {{8, "0"}, {10, "second"}}).endBlock();
+    dxf.beginBlock("b")
+        .entity("LINE", {{5, "handle"}, {8, "0"}, {10, "second"}, {330, "owner"}})
+        .entity("IMAGE", {{8, "0"}})
+        .entity("LWPOLYLINE", {{100, "subclass"}, {8, "0"}, {10, "third"}})
+        .endBlock();
     const std::string text = dxf.text(lineEnd);
     ReadDrawing read(text);
     const auto lineOf = [&](std::string_view part) {
@@ -94,12 +99,35 @@ TEST(Drawing, NumbersTheLinesOfItsBlocks) {
     };
     const DxfEntity point = read.blockEntity(0, 0);
     const DxfEntity line = read.blockEntity(1, 0);
-    // The layer is a kept copy, the groups are in the block's own text.
+    const DxfEntity polyline = read.blockEntity(1, 1);
     EXPECT_EQ(read.drawing.lineInBlocks(point.groups), lineOf("first") - 1);
-    EXPECT_EQ(read.drawing.lineInBlocks(line.value(0).data()), lineOf("second"));
+    EXPECT_EQ(read.drawing.lineInBlocks(line.groups), lineOf("handle") - 1);
+    EXPECT_EQ(read.drawing.lineInBlocks(polyline.groups), lineOf("subclass") - 1);
+    // Its groups are read again, so errors may be in them.
+    const std::string_view groups(polyline.groups,
+                                  static_cast<std::size_t>(polyline.groupsEnd - polyline.groups));
+    EXPECT_EQ(read.drawing.lineInBlocks(groups.data() + groups.find("third")), lineOf("third"));
     EXPECT_EQ(read.drawing.lineInBlocks(nullptr), 0U);
     EXPECT_EQ(read.drawing.lineInBlocks(text.data()), 0U);
   }
+}
+
+TEST(Drawing, KeepsOfBlocksWhatTheirEntitiesNeedAndLineEnds) {
+  DxfBuilder dxf;
+  dxf.beginBlock("a")
+      .entity("LINE", {{5, "1A"}, {8, "layer"}, {10, "1.5"}, {20, "2"}, {11, "3"}, {21, "4"}})
+      .entity("POINT", {{10, "5"}, {1001, "APPLICATION"}, {20, "6"}})
+      .endBlock();
+  ReadDrawing read(dxf.text("\r\n"));  // of which the first one ends a line
+  const LineRange& text = read.drawing.blocks[0].text;
+  const std::string kept(text.begin, text.end);
+  for (const std::string_view needed : {"layer", "1.5", "2", "3", "4", "5", "6"}) {
+    EXPECT_NE(kept.find(needed), std::string::npos) << needed;
+  }
+  for (const std::string_view other : {"1A", "LINE", "APPLICATION", "ENDBLK", "10", "\n"}) {
+    EXPECT_EQ(kept.find(other), std::string::npos) << other;
+  }
+  EXPECT_EQ(lineOf(read.blockEntity(0, 0)).end.y, 4.0);
 }
 
 }  // namespace
