@@ -29,9 +29,11 @@ void readBlockHeader(Drawing& drawing, LineCursor lines, BlockRec& block) {
   for (std::string_view code = nextLine(); code != "0"; code = nextLine()) {
     const std::string_view value = nextLine();
     if (code == "2") block.name = drawing.arena.keep(base::upperCase(value, drawing.encoding));
-    if (code == "10") block.baseX = drawing.arena.keep(value);
-    if (code == "20") block.baseY = drawing.arena.keep(value);
+    if (code == "10") block.baseX = value;
+    if (code == "20") block.baseY = value;
   }
+  block.baseX = drawing.arena.keep(block.baseX);
+  block.baseY = drawing.arena.keep(block.baseY);
 }
 
 /// Reads the entities of a block. `text` keeps what they need; null where nothing is kept of them.

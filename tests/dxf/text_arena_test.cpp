@@ -35,6 +35,27 @@ TEST(TextArena, PutsAMarginAfterATextOnRequest) {
   }
 }
 
+TEST(TextArena, GivesBackTheRoomThatATextDidNotNeed) {
+  TextArena arena;
+  char* const text = arena.beginText(1000);
+  arena.endText(text + 10);
+  EXPECT_EQ(arena.keep("behind").data(), text + 10);
+}
+
+TEST(TextArena, LeavesTheRoomOfATextAloneWhereAnotherWasKeptMeanwhile) {
+  TextArena arena;
+  for (const std::size_t most : {1000U, 100'000U}) {
+    char* const text = arena.beginText(most);
+    const std::string_view other = arena.keep("other");
+    std::fill_n(text, most, 'x');
+    arena.endText(text + 10);
+    const std::string_view behind = arena.keep("behind");
+    EXPECT_EQ(other, "other");
+    EXPECT_EQ(behind, "behind");
+    EXPECT_EQ(std::string_view(text, 10), std::string(10, 'x'));
+  }
+}
+
 TEST(TextArena, KeepsAnEmptyText) {
   TextArena arena;
   EXPECT_EQ(arena.keep(""), "");
