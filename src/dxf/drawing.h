@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -18,6 +19,7 @@
 #include "dxf/table_entries.h"
 #include "dxf/text_arena.h"
 #include "dxf/text_source.h"
+#include "dxf/usual_groups.h"
 
 namespace quillon::dxf {
 
@@ -63,7 +65,8 @@ struct Drawing {
   std::deque<LineTypeRec> lineTypes;
   std::deque<LayerRec> layers;
   std::deque<BlockRec> blocks;
-  EntityStore store;  ///< the entities of all blocks
+  EntityStore store;                                      ///< the entities of all blocks
+  std::array<UsualGroups, kEntityKindCount> usualGroups;  ///< by kind
   OtherEntities otherEntities{arena};
 
   /// Number of LWPOLYLINE and LEADER entities read so far, in blocks or not: their vertex lists are

@@ -36,9 +36,10 @@ struct DxfEntity {
   /// spline data), as is that record's number, and where entities of every kind are handed on.
   const char* groupsEnd = nullptr;
   std::uint64_t sideIndex = 0;
-  std::uint32_t filled = 0;                        ///< bit n: slot n has a text
-  std::uint32_t marks = 0;                         ///< see entity_marks.h
-  std::array<std::string_view, kMaxSlots> values;  ///< valid where filled
+  std::uint32_t filled = 0;  ///< bit n: slot n has a text
+  std::uint32_t marks = 0;   ///< see entity_marks.h
+  /// Valid where filled; after the slots, a place for what has none.
+  std::array<std::string_view, kMaxSlots + 1> values;
   std::string_view name;   ///< as found; only where entities of every kind are handed on
   std::uint64_t line = 0;  ///< in the file, of its first group; likewise
   /// Counts lines up to this entity or a later one; null in a block.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/number_text.h"
 #include "base/run_time_error.h"
@@ -58,12 +59,23 @@ Keeping keepingFrom(std::vector<Group>& kept, std::size_t index) {
 
 }  // namespace
 
+/// Takes two lines, which mostly are those that an entity starts with.
+inline EntityWalk::Start EntityWalk::takeStart() {
+  const char* const afterZero = std::exchange(afterZero_, nullptr);
+  if (afterZero != nullptr && lines_.hasLeft(kShortCodeRoom) && !ended_) {
+    const std::string_view name = withoutBlanks(lines_.takeAfter(afterZero));
+    ended_ = isEndMarker(name);
+    return {"0", afterZero, name};
+  }
+  const std::string_view code = nextCode();
+  const char* const nameLine = lines_.position();
+  return {code, nameLine, nextLine()};
+}
+
 bool EntityWalk::step(DxfEntity& entity) {
   inEntity_ = false;
   afterName_ = lines_.position();
-  const std::string_view code = nextCode();
-  const char* const nameLine = lines_.position();
-  const std::string_view name = nextLine();
+  const auto [code, nameLine, name] = takeStart();
   const EntityKind kind = entityKind(name);
   const bool isStart = code == "0";
   if (kind == EntityKind::None) {
@@ -108,6 +120,7 @@ bool EntityWalk::isOtherEntity(std::string_view name) const {
 }
 
 bool EntityWalk::findNextEntity() {
+  afterZero_ = nullptr;
   const char* previous = lines_.position();
   bool previousIsZero = false;
   while (!atEnd()) {
@@ -147,11 +160,12 @@ std::string_view EntityWalk::nextLine() {
 
 void EntityWalk::readGroups(DxfEntity& entity) {
   entity.groups = lines_.position();
+  entity.filled = 0;
   entity.marks = 0;
   entity.split = {};
   entity.sideIndex = 0;
   if (!hasSideRecord(entity.kind)) {
-    fillSlots<false>(entity);
+    fillUsual(entity);
     if (isSection()) checkEnd();
     return;
   }
@@ -163,10 +177,43 @@ void EntityWalk::readGroups(DxfEntity& entity) {
   entity.sideIndex = drawing_.nextSideIndex(entity.kind);
 }
 
-/// Fills the slots by the groups up to the next entity. Those that will be read again are kept, as
-/// far as there is room, but not in a block, which is read once and drawn often.
+/// Fills the slots of an entity without a side record: by the groups that are usual, as far as they
+/// are there, and by the others.
+void EntityWalk::fillUsual(DxfEntity& entity) {
+  UsualGroups& usualGroups = drawing_.usualGroups[static_cast<std::size_t>(entity.kind)];
+  const UsualGroup* usual = usualGroups.begin();
+  LineCursor lines = lines_;
+  for (; lines.hasLeft(kUsualRoom) && usual->isAt(lines.line()); ++usual) {
+    const std::string_view value = withoutBlanks(lines.takeAfter(lines.line() + usual->length));
+    if (isEndMarker(value)) failAtEndMarker(value);
+    entity.values[usual->place] = value;
+  }
+  lines_ = lines;
+  entity.filled = usual->filled;
+  const UsualGroup& end = usualGroups.end();
+  if (usual->isLast() && lines.hasLeft(kUsualRoom) && end.isAt(lines.line())) {
+    afterZero_ = lines.line() + end.length;
+    usualGroups.noteHit();
+    return;
+  }
+  fillSlots<false>(entity);
+  if (usualGroups.noteMiss(*usual)) {
+    lines.seek(entity.groups);
+    usualGroups.learn(lines, slotLayout(entity.kind));
+  }
+}
+
+/// Fails at a value that is the section's end marker.
+void EntityWalk::failAtEndMarker(std::string_view value) {
+  ended_ = true;
+  throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, value.data());
+}
+
+/// Fills the slots that are still empty by the groups up to the next entity. Those that will be
+/// read again are kept, as far as there is room, but not in a block, which is read once and drawn
+/// often. Not put in line, where it would take registers from the loop that is run more often.
 template <bool kAreReadAgain>
-void EntityWalk::fillSlots(DxfEntity& entity) {
+[[gnu::noinline]] void EntityWalk::fillSlots(DxfEntity& entity) {
   const auto& slotOfCode = slotLayout(entity.kind).slotOfCode;
   const bool isSpline = kAreReadAgain && entity.kind == EntityKind::Spline;
   FitPointRule fitPoints;
@@ -176,13 +223,10 @@ void EntityWalk::fillSlots(DxfEntity& entity) {
     keeping = keepingFrom(*kept_, 0);
   }
   // Of its own, as every store to the entity might change what is read of it.
-  std::uint32_t filled = kMarkingBits;
+  std::uint32_t filled = entity.filled | kMarkingBits;
   GroupCursor groups(lines_);
   for (Group group; groups.next(group);) {
-    if (isEndMarker(group.value)) {
-      ended_ = true;
-      throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, group.value.data());
-    }
+    if (isEndMarker(group.value)) failAtEndMarker(group.value);
     if (kAreReadAgain && keeping.next != keeping.end) {
       keeping.next->code = group.code;
       keeping.next->value = group.value;
@@ -207,6 +251,7 @@ void EntityWalk::fillSlots(DxfEntity& entity) {
     }
   }
   lines_ = groups.lines();
+  afterZero_ = groups.afterEnd();
   entity.filled = filled & ~kMarkingBits;
   if (!kAreReadAgain || kept_ == nullptr) return;
   entity.split = {kept_->data(), keeping.next};
@@ -221,15 +266,13 @@ void EntityWalk::skipGroups(DxfEntity& entity) {
   GroupCursor groups(lines_);
   std::size_t count = 0;
   for (Group group; groups.next(group); ++count) {
-    if (isEndMarker(group.value)) {
-      ended_ = true;
-      throw base::RunTimeError(base::Fault::TextEndsTooEarly, {}, group.value.data());
-    }
+    if (isEndMarker(group.value)) failAtEndMarker(group.value);
     if (count < split_.size()) split_[count] = group;
   }
   entity.split = count <= split_.size() ? std::span<const Group>(split_.data(), count)
                                         : std::span<const Group>();
   lines_ = groups.lines();
+  afterZero_ = groups.afterEnd();
   if (isSection()) checkEnd();
   LineCursor after = lines_;
   after.next();
@@ -239,7 +282,7 @@ void EntityWalk::skipGroups(DxfEntity& entity) {
 /// Checks what follows the "0" line that ended the groups.
 void EntityWalk::checkEnd() {
   // Nearly always a name. Its first letter is readable even where its line is incomplete.
-  const char* const line = shortCode().next;
+  const char* const line = afterZero_;
   if (line != nullptr && startsName(*line == '\n' || *line == '\r' ? line[1] : *line)) return;
   checkName();
 }

@@ -52,6 +52,7 @@ class EntityWalk {
   /// name should be.
   void skipFailedName() {
     lines_.seek(afterName_);
+    afterZero_ = nullptr;
     ended_ = false;
   }
   /// Goes to the next "0" line that is followed by an entity name. False when the lines end first;
@@ -59,6 +60,13 @@ class EntityWalk {
   bool findNextEntity();
 
  private:
+  struct Start {
+    std::string_view code;
+    const char* nameLine;
+    std::string_view name;
+  };
+
+  Start takeStart();
   std::string_view nextCode();
   ShortCodeLine shortCode() const;
   std::string_view nextLine();
@@ -69,6 +77,8 @@ class EntityWalk {
   bool isSection() const { return !endMarker_.empty(); }
   bool isOtherEntity(std::string_view name) const;
   void readGroups(DxfEntity& entity);
+  void fillUsual(DxfEntity& entity);
+  [[noreturn]] void failAtEndMarker(std::string_view value);
   template <bool kAreReadAgain>
   void fillSlots(DxfEntity& entity);
   void skipGroups(DxfEntity& entity);
@@ -83,6 +93,8 @@ class EntityWalk {
   std::array<Group, 64> split_;  ///< the groups of the last entity
   /// The first groups of the last entity whose groups are read twice; null in a block.
   std::vector<Group>* kept_ = nullptr;
+  /// Where the line after the "0" line that comes next starts, if that is known; else null.
+  const char* afterZero_ = nullptr;
   const char* afterName_ = nullptr;
   bool inEntity_ = false;
   bool ended_ = false;

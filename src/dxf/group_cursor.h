@@ -23,6 +23,14 @@ struct Group {
   std::string_view value;  ///< trimmed
 };
 
+/// A value line without the blanks around it.
+inline std::string_view withoutBlanks(std::string_view value) {
+  // The characters around an empty line are line ends.
+  const char* const stop = value.data() + value.size();
+  const bool hasBlanks = *value.data() == ' ' || stop[-1] == ' ';
+  return hasBlanks ? base::trimBlanks(value) : value;
+}
+
 /// Walks the groups of one entity, from its first group up to the next group 0.
 class GroupCursor {
  public:
@@ -38,6 +46,8 @@ class GroupCursor {
 
   /// The remaining lines; after the last group they start with the "0" line that ended the entity.
   const LineCursor& lines() const { return lines_; }
+  /// Then, if that line had the usual form: where the line after it starts. Else null.
+  const char* afterEnd() const { return afterEnd_; }
 
  private:
   struct Step {
@@ -49,7 +59,10 @@ class GroupCursor {
   [[gnu::always_inline]] bool take(Group& group) {
     if (lines_.hasLeft(kShortCodeRoom)) {
       const ShortCodeLine line = readShortCode(lines_.text(), lines_.eol());
-      if (line.code == 0) return false;
+      if (line.code == 0) {
+        afterEnd_ = line.next;
+        return false;
+      }
       if (line.code > 0) {
         const std::string_view value = lines_.takeAfter(line.next);
         group.code = static_cast<std::int16_t>(line.code);
@@ -67,14 +80,8 @@ class GroupCursor {
   /// that a cursor in a local variable can be kept in registers.
   static Step readUnusual(LineCursor lines);
 
-  static std::string_view withoutBlanks(std::string_view value) {
-    // The characters around an empty line are line ends.
-    const char* const stop = value.data() + value.size();
-    const bool hasBlanks = *value.data() == ' ' || stop[-1] == ' ';
-    return hasBlanks ? base::trimBlanks(value) : value;
-  }
-
   LineCursor lines_;
+  const char* afterEnd_ = nullptr;
 };
 
 /// Walks the groups of one entity a second time: the first ones, as far as they were kept when they

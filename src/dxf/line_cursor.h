@@ -52,6 +52,9 @@ class LineCursor {
     lineEnds_ = atEnd() ? 0 : findLineEnds(position);
   }
 
+  /// Where the next line starts, with what the line end before it left; not to be called at the
+  /// end.
+  [[gnu::always_inline]] const char* line() const { return position_; }
   /// Where the text of the next line starts; not to be called at the end.
   [[gnu::always_inline]] const char* text() const { return textAt(position_); }
 
