@@ -83,7 +83,7 @@ Translator::Translator(const Context& context, dxf::Drawing& drawing, rules::Lay
 void Translator::takeEntity(DxfEntity& entity) {
   const std::size_t enclosing = expansions_.size();
   handle(entity, placement_);
-  writeBlocks(enclosing);
+  if (expansions_.size() != enclosing) writeBlocks(enclosing);
 }
 
 void Translator::translateBlock(std::size_t blockIndex, const Placement& placement) {
@@ -127,7 +127,6 @@ void Translator::endBlock() {
 /// Writes the blocks nested within the `enclosing` outermost ones. Nested blocks wait in a list, so
 /// that a drawing cannot exhaust the stack.
 void Translator::writeBlocks(std::size_t enclosing) {
-  if (expansions_.size() == enclosing) return;
   DxfEntity item;
   while (expansions_.size() > enclosing) {
     if (!expansions_.back().items.next(item) || context_.cancelled()) {
