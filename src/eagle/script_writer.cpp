@@ -31,6 +31,24 @@ ScriptWriter& ScriptWriter::numberNotZero(double value) {
   return *this;
 }
 
+/// Where there is room for a point: by pieces, which take no longer than finding out how many are
+/// needed. What follows overwrites what is too much.
+inline void ScriptWriter::putAgain(const char* text, std::size_t length) {
+  constexpr std::size_t kPiece = 16;
+  constexpr std::size_t kPieces = 3;
+  static_assert(kPiece * kPieces <= kPointRoom);
+  char* const out = cursor_;
+  cursor_ += length;
+  if (length > kPiece * kPieces) {
+    std::memcpy(out, text, length);
+    return;
+  }
+  // A piece may reach into its own copy.
+  for (std::size_t i = 0; i < kPieces; ++i) {
+    std::memmove(out + i * kPiece, text + i * kPiece, kPiece);
+  }
+}
+
 ScriptWriter& ScriptWriter::formatPoint(double x, double y) {
   const geometry::Point at = inPart_ ? geometry::Point{x, y} : area_.offset(x, y);
   const bool isInside = std::fabs(at.x) <= limit_ && std::fabs(at.y) <= limit_;
@@ -38,12 +56,16 @@ ScriptWriter& ScriptWriter::formatPoint(double x, double y) {
   if (room() < kPointRoom) flush();
   // A wire often starts where the previous one ended.
   if (at.x == x_.value) {
-    putAgain(x_);
+    if (at.y == y_.value && x_.text + x_.length == y_.text) {
+      putAgain(x_.text, x_.length + y_.length);
+      return *this;
+    }
+    putAgain(x_.text, x_.length);
   } else {
     putX(at.x);
   }
   if (at.y == y_.value) {
-    putAgain(y_);
+    putAgain(y_.text, y_.length);
   } else {
     putY(at.y);
   }
@@ -79,23 +101,6 @@ void ScriptWriter::putY(double y) {
   *out++ = ')';
   y_ = {y, start, static_cast<std::size_t>(out - start)};
   cursor_ = out;
-}
-
-/// Where there is room for a point.
-void ScriptWriter::putAgain(const WrittenCoordinate& coordinate) {
-  const auto& [value, text, length] = coordinate;
-  char* const out = cursor_;
-  cursor_ += length;
-  // By two pieces that overlap. A number has nine characters at least, and mostly more.
-  if (length >= 16 && length <= 32) {
-    std::memcpy(out, text, 16);
-    std::memcpy(cursor_ - 16, text + length - 16, 16);
-  } else if (length >= 8 && length < 16) {
-    std::memcpy(out, text, 8);
-    std::memcpy(cursor_ - 8, text + length - 8, 8);
-  } else {
-    std::memcpy(out, text, length);
-  }
 }
 
 void ScriptWriter::forgetPoint() { x_.value = y_.value = std::numeric_limits<double>::quiet_NaN(); }

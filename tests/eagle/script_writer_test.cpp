@@ -42,6 +42,19 @@ TEST(FormatPoint, WritesAPointAsOftenAsItIsAskedFor) {
             "(0.5000000 3.0000000)(1.0000000 2.0000000)");
 }
 
+TEST(FormatPoint, WritesPointsOfAnyLengthAgain) {
+  for (int xDigits = 0; xDigits < 40; ++xDigits) {
+    for (int yDigits = 0; yDigits < 40; yDigits += 3) {
+      const double x = -std::pow(10.0, xDigits);
+      const double y = std::pow(10.0, yDigits);
+      ScriptCapture capture;
+      capture.script.formatPoint(x, y).formatPoint(x, y).text(" ").formatPoint(x, y);
+      const std::string point = "(" + formatNumber(x) + " " + formatNumber(y) + ")";
+      EXPECT_EQ(capture.take(), point + point + " " + point);
+    }
+  }
+}
+
 TEST(FormatPoint, WritesPointsThatShareOneCoordinate) {
   ScriptCapture capture;
   capture.script.formatPoint(1.0, 2.0).formatPoint(1.0, -2.5).formatPoint(100.25, -2.5);
