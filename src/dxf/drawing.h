@@ -65,8 +65,9 @@ struct Drawing {
   std::deque<LineTypeRec> lineTypes;
   std::deque<LayerRec> layers;
   std::deque<BlockRec> blocks;
-  EntityStore store;                                      ///< the entities of all blocks
-  std::array<UsualGroups, kEntityKindCount> usualGroups;  ///< by kind
+  EntityStore store;  ///< the entities of all blocks
+  /// By kind, of the entities read so far.
+  std::array<UsualGroups, kEntityKindCount> usualGroups;
   OtherEntities otherEntities{arena};
 
   /// Number of LWPOLYLINE and LEADER entities read so far, in blocks or not: their vertex lists are

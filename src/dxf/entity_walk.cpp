@@ -60,7 +60,7 @@ Keeping keepingFrom(std::vector<Group>& kept, std::size_t index) {
 }  // namespace
 
 /// Takes two lines, which mostly are those that an entity starts with.
-inline EntityWalk::Start EntityWalk::takeStart() {
+EntityWalk::Start EntityWalk::takeStart() {
   const char* const afterZero = std::exchange(afterZero_, nullptr);
   if (afterZero != nullptr && lines_.hasLeft(kShortCodeRoom) && !ended_) {
     const std::string_view name = withoutBlanks(lines_.takeAfter(afterZero));
@@ -190,14 +190,18 @@ void EntityWalk::fillUsual(DxfEntity& entity) {
   }
   lines_ = lines;
   entity.filled = usual->filled;
-  const UsualGroup& end = usualGroups.end();
-  if (usual->isLast() && lines.hasLeft(kUsualRoom) && end.isAt(lines.line())) {
-    afterZero_ = lines.line() + end.length;
+  const UsualGroup& next = usualGroups.next();
+  if (usual->isNothing() && lines.hasLeft(kUsualRoom) && next.isAt(lines.line())) {
     usualGroups.noteHit();
+    if (usualGroups.areAll()) {
+      afterZero_ = lines.line() + next.length;
+    } else {
+      fillSlots<false>(entity);
+    }
     return;
   }
   fillSlots<false>(entity);
-  if (usualGroups.noteMiss(*usual)) {
+  if (usualGroups.noteMiss()) {
     lines.seek(entity.groups);
     usualGroups.learn(lines, slotLayout(entity.kind));
   }

@@ -66,7 +66,7 @@ class EntityWalk {
     std::string_view name;
   };
 
-  Start takeStart();
+  inline Start takeStart();
   std::string_view nextCode();
   ShortCodeLine shortCode() const;
   std::string_view nextLine();

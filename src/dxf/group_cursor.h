@@ -46,7 +46,7 @@ class GroupCursor {
 
   /// The remaining lines; after the last group they start with the "0" line that ended the entity.
   const LineCursor& lines() const { return lines_; }
-  /// Then, if that line had the usual form: where the line after it starts. Else null.
+  /// Then, where the line after that one starts; null if it had no usual form or is near the end.
   const char* afterEnd() const { return afterEnd_; }
 
  private:

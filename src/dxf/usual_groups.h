@@ -13,7 +13,7 @@ namespace quillon::dxf {
 /// A code line that is expected, and where the value after it goes.
 struct UsualGroup {
   /// As it is loaded from memory: what the end of the line before it has left, blanks, digits and
-  /// the character that ends the line.
+  /// the character that ends the line. Without a mask, nothing is equal to this.
   std::uint64_t text = 1;
   std::uint64_t mask = 0;    ///< of the characters that count; none where nothing is expected
   std::uint32_t filled = 0;  ///< as DxfEntity::filled, by the groups before this one
@@ -26,8 +26,7 @@ struct UsualGroup {
     std::memcpy(&word, position, sizeof word);
     return (word & mask) == text;
   }
-  /// Whether nothing is expected here.
-  bool isLast() const { return mask == 0; }
+  bool isNothing() const { return mask == 0; }
 };
 inline constexpr std::size_t kUsualRoom = sizeof(UsualGroup::text);
 
@@ -40,15 +39,17 @@ class UsualGroups {
 
   /// The first one. After the usual ones there is one that is at no position.
   const UsualGroup* begin() const { return groups_.data(); }
-  /// The "0" line after them; at no position where entities go on in one way or another.
-  const UsualGroup& end() const { return end_; }
+  /// The code line after them, if it is known.
+  const UsualGroup& next() const { return next_; }
+  /// Whether that is the "0" line that ends the entity.
+  bool areAll() const { return areAll_; }
 
-  /// To be called for an entity that had the usual groups and ended.
+  /// To be called for an entity that had the usual groups and the code line after them.
   void noteHit() { misses_ = 0; }
-  /// For one that did not, or went on after them. `first` is the first one that was not there. True
-  /// if it is time to learn().
-  bool noteMiss(const UsualGroup& first);
-  /// Expects from now on what the entity with these lines has, up to a group that gives marks.
+  /// For any other one: true if it is time to learn().
+  bool noteMiss() { return ++misses_ >= kMostMisses; }
+  /// Expects from now on what the entity with these lines has: up to a group that gives marks or
+  /// whose code line is unusual, and not too many.
   void learn(LineCursor lines, const SlotLayout& layout);
 
  private:
@@ -56,7 +57,8 @@ class UsualGroups {
   static constexpr unsigned kMostMisses = 8;
 
   std::array<UsualGroup, kMost + 1> groups_;
-  UsualGroup end_;
+  UsualGroup next_;
+  bool areAll_ = false;
   unsigned misses_ = kMostMisses - 1;  ///< in a row; the first entity is learned from
 };
 

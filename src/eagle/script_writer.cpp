@@ -31,19 +31,19 @@ ScriptWriter& ScriptWriter::numberNotZero(double value) {
   return *this;
 }
 
-/// Where there is room for a point: by pieces, which take no longer than finding out how many are
+/// Where there is room for a number: by pieces, which take no longer than finding out how many are
 /// needed. What follows overwrites what is too much.
-inline void ScriptWriter::putAgain(const char* text, std::size_t length) {
+void ScriptWriter::putAgain(const char* text, std::size_t length) {
   constexpr std::size_t kPiece = 16;
   constexpr std::size_t kPieces = 3;
-  static_assert(kPiece * kPieces <= kPointRoom);
+  static_assert(kPiece * kPieces <= kNumberRoom);
   char* const out = cursor_;
   cursor_ += length;
   if (length > kPiece * kPieces) {
     std::memcpy(out, text, length);
     return;
   }
-  // A piece may reach into its own copy.
+  // A piece may reach into its own copy, but the text ends before that.
   for (std::size_t i = 0; i < kPieces; ++i) {
     std::memmove(out + i * kPiece, text + i * kPiece, kPiece);
   }

@@ -111,7 +111,7 @@ class ScriptWriter {
   void makeLayerLine(int layer);
   void putX(double x);
   void putY(double y);
-  void putAgain(const char* text, std::size_t length);
+  inline void putAgain(const char* text, std::size_t length);
   void noteOutside(geometry::Point at);
   void forgetPoint();
   /// Writes a text that is rarely longer than kShortText by a copy of that size, whatever its
