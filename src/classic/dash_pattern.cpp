@@ -31,22 +31,19 @@ DashPattern::DashPattern(std::string_view list) : rest_(list) {
 const DashPattern* DashPatterns::find(std::string_view lineType) {
   if (lineType.empty()) return nullptr;
   if (lineType == lastName_) return last_;
-  auto known = known_.find(lineType);
-  if (known == known_.end()) {
-    const DashPattern* const pattern = load(lineType);
-    known = known_.emplace(drawing_.arena.keep(lineType), pattern).first;
-  }
-  lastName_ = known->first;
-  last_ = known->second;
+  lastName_ = lineType;
+  last_ = patternOf(lineType);
   return last_;
 }
 
-const DashPattern* DashPatterns::load(std::string_view lineType) {
+const DashPattern* DashPatterns::patternOf(std::string_view lineType) {
   const std::string name = base::upperCase(lineType, drawing_.encoding);
   const dxf::LineTypeRec* const record = drawing_.findLineType(name);
-  if (record == nullptr) return nullptr;
-  if (base::numberValue(record->totalLength) == 0.0) return nullptr;
-  return &patterns_.emplace_back(record->dashes);
+  if (record == nullptr || base::numberValue(record->totalLength) == 0.0) return nullptr;
+  patterns_.resize(drawing_.lineTypes.size());
+  std::unique_ptr<const DashPattern>& pattern = patterns_[record->number];
+  if (pattern == nullptr) pattern = std::make_unique<const DashPattern>(record->dashes);
+  return pattern.get();
 }
 
 bool DashWalk::next(double travelled, double& dash) {

@@ -1,13 +1,12 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
 #include <initializer_list>
+#include <memory>
+#include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
-#include "base/text_hash.h"
 #include "dxf/drawing.h"
 
 namespace quillon::classic {
@@ -36,21 +35,21 @@ class DashPattern {
 /// Finds the dash pattern of a line type by name, parsing each once.
 class DashPatterns {
  public:
-  explicit DashPatterns(dxf::Drawing& drawing) : drawing_(drawing) {}
+  explicit DashPatterns(const dxf::Drawing& drawing) : drawing_(drawing) {}
 
   /// The pattern, or null for a line type that is not in the table or has a total length of 0: such
   /// lines are continuous.
   const DashPattern* find(std::string_view lineType);
 
  private:
-  const DashPattern* load(std::string_view lineType);
+  const DashPattern* patternOf(std::string_view lineType);
 
-  dxf::Drawing& drawing_;
-  std::unordered_map<std::string_view, const DashPattern*, base::TextHash> known_;
+  const dxf::Drawing& drawing_;
   /// The last name asked for: most drawings use a line type many times in a row.
-  std::string_view lastName_;
+  std::string lastName_;
   const DashPattern* last_ = nullptr;
-  std::deque<DashPattern> patterns_;
+  /// Of the drawing's line types, in their order; null while not needed.
+  std::vector<std::unique_ptr<const DashPattern>> patterns_;
 };
 
 /// Walks a pattern along a length: returns its dashes over and over, until the length is used up or

@@ -75,6 +75,7 @@ void Drawing::addLineType(const LineTypeRec& lineType) {
     lineTypeIndex.try_emplace(lineType.name, lineTypes.size());
   }
   lineTypes.push_back(lineType);
+  lineTypes.back().number = lineTypes.size() - 1;
 }
 
 void Drawing::addBlock(const BlockRec& block) {

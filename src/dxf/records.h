@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -14,6 +15,7 @@ struct LineTypeRec {
   std::string_view name;         ///< upper-cased
   std::string_view totalLength;  ///< of its dashes and gaps
   std::string_view dashes;       ///< their lengths, each with ";"
+  std::size_t number = 0;        ///< among the drawing's line types
 };
 
 struct LayerRec {

@@ -52,6 +52,8 @@ TEST(Drawing, FindsTheFirstOfSeveralRecords) {
   drawing.addLineType({"DASHED", "2", "2;"});
   EXPECT_EQ(drawing.findLayer("A"), &drawing.layers[0]);
   EXPECT_EQ(drawing.findLineType("DASHED"), &drawing.lineTypes[0]);
+  EXPECT_EQ(drawing.lineTypes[0].number, 0U);
+  EXPECT_EQ(drawing.lineTypes[1].number, 1U);
   EXPECT_EQ(drawing.findLayer("a"), nullptr);
   EXPECT_EQ(drawing.findLayer(""), nullptr);
   EXPECT_EQ(drawing.findLineType("HIDDEN"), nullptr);
