@@ -18,15 +18,15 @@ namespace {
 ScriptWriter::ScriptWriter(base::ByteSink& sink, const Coordinates& coordinates, PointForm form)
     : sink_(sink),
       area_(coordinates),
-      buffer_(base::uninitialized<char>(kBufferSize)),
+      buffer_(base::uninitialized<char>(kFirstBuffer)),
       cursor_(buffer_.get()),
-      end_(buffer_.get() + kBufferSize),
+      end_(buffer_.get() + kFirstBuffer),
       opening_(form == PointForm::FromMark ? 2 : 1),
       limit_(std::min(area_.limit(), std::numeric_limits<double>::max())) {}
 
 ScriptWriter& ScriptWriter::numberNotZero(double value) {
   if (!std::isfinite(value)) failNotFinite();
-  if (room() < kNumberRoom) flush();
+  makeRoom(kNumberRoom);
   cursor_ = formatNumber(value, cursor_);
   return *this;
 }
@@ -53,7 +53,7 @@ ScriptWriter& ScriptWriter::formatPoint(double x, double y) {
   const geometry::Point at = inPart_ ? geometry::Point{x, y} : area_.offset(x, y);
   const bool isInside = std::fabs(at.x) <= limit_ && std::fabs(at.y) <= limit_;
   if (!isInside) noteOutside(at);
-  if (room() < kPointRoom) flush();
+  makeRoom(kPointRoom);
   // A wire often starts where the previous one ended.
   if (at.x == x_.value) {
     if (at.y == y_.value && x_.text + x_.length == y_.text) {
@@ -161,8 +161,16 @@ void ScriptWriter::flush() {
   forgetPoint();
 }
 
-ScriptWriter& ScriptWriter::longText(std::string_view content) {
+void ScriptWriter::nextBuffer() {
   flush();
+  if (end_ != buffer_.get() + kFirstBuffer) return;
+  buffer_ = base::uninitialized<char>(kNextBuffer);
+  cursor_ = buffer_.get();
+  end_ = cursor_ + kNextBuffer;
+}
+
+ScriptWriter& ScriptWriter::longText(std::string_view content) {
+  nextBuffer();
   if (content.size() > room()) {
     sink_.write(content);
   } else {

@@ -90,7 +90,10 @@ class ScriptWriter {
   void flush();
 
  private:
-  static constexpr std::size_t kBufferSize = std::size_t{64} << 10;
+  /// What most scripts fit in, and what is worth it for the others: each call of the system costs
+  /// more than its own time.
+  static constexpr std::size_t kFirstBuffer = std::size_t{64} << 10;
+  static constexpr std::size_t kNextBuffer = std::size_t{512} << 10;
   static constexpr std::size_t kShortText = 32;
 
   /// Room for a point, with what surrounds its numbers.
@@ -105,6 +108,10 @@ class ScriptWriter {
   };
 
   std::size_t room() const { return static_cast<std::size_t>(end_ - cursor_); }
+  void makeRoom(std::size_t size) {
+    if (room() < size) nextBuffer();
+  }
+  void nextBuffer();
   ScriptWriter& longText(std::string_view text);
   ScriptWriter& numberNotZero(double value);
   void writeRangeNote();
