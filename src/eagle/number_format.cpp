@@ -2,66 +2,21 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
-#include <cstring>
 
 #include "base/bits.h"
 #include "base/double_text.h"
+#include "eagle/decimal_digits.h"
 
 namespace quillon::eagle {
 namespace {
 
 __extension__ using Wide = unsigned __int128;
 
-constexpr std::uint64_t kScale = 10'000'000;  // seven decimal places
 constexpr int kMantissaBits = 52;
 constexpr std::uint64_t kImplicitBit = std::uint64_t{1} << kMantissaBits;
 constexpr int kExponentBias = 1075;
-
-constexpr std::array<char, 200> makeDigitPairs() {
-  std::array<char, 200> pairs{};
-  for (std::size_t i = 0; i < 100; ++i) {
-    pairs[2 * i] = static_cast<char>('0' + i / 10);
-    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-  }
-  return pairs;
-}
-constexpr std::array<char, 200> kDigitPairs = makeDigitPairs();
-
-using Whole = std::array<char, 4>;
-
-/// The usual numbers before a point, each with its point.
-constexpr std::array<Whole, 1000> makeWholes() {
-  std::array<Whole, 1000> wholes{};
-  for (std::size_t i = 0; i < wholes.size(); ++i) {
-    std::size_t at = 0;
-    if (i >= 100) wholes[i][at++] = static_cast<char>('0' + i / 100);
-    if (i >= 10) wholes[i][at++] = static_cast<char>('0' + i / 10 % 10);
-    wholes[i][at++] = static_cast<char>('0' + i % 10);
-    wholes[i][at] = '.';
-  }
-  return wholes;
-}
-constexpr std::array<Whole, 1000> kWholes = makeWholes();
-
-void putPair(std::uint64_t value, char* out) {
-  std::memcpy(out, &kDigitPairs[static_cast<std::size_t>(value) * 2], 2);
-}
-
-/// Seven decimals.
-char* putDecimals(std::uint64_t decimals, char* out) {
-  // The next digits are the whole part of a number with so many binary places. That it starts a
-  // little too large never shows: in the end it is a hundredth of a decimal.
-  constexpr unsigned kPlaces = 48;
-  constexpr std::uint64_t kOne = std::uint64_t{1} << kPlaces;
-  std::uint64_t rest = decimals * (kOne / 1'000'000 + 1);
-  *out++ = static_cast<char>('0' + (rest >> kPlaces));
-  for (char* const end = out + 6; out != end; out += 2) {
-    rest = (rest & (kOne - 1)) * 100;
-    putPair(rest >> kPlaces, out);
-  }
-  return out;
-}
 
 /// What putWhole leaves.
 char* putLargeWhole(std::uint64_t value, char* out) {
@@ -71,19 +26,8 @@ char* putLargeWhole(std::uint64_t value, char* out) {
   return end + 1;
 }
 
-/// One of kWholes.
-char* putSmallWhole(std::uint64_t value, char* out) {
-  std::memcpy(out, kWholes[static_cast<std::size_t>(value)].data(), sizeof(Whole));
-  // The differences are negative where there are more digits. Compared, the number would be divided
-  // again, as compilers compare what it was divided from.
-  return out + 2 + ((9 - value) >> 63) + ((99 - value) >> 63);
-}
-
-/// The number and a point, and up to two characters more.
-char* putWhole(std::uint64_t value, char* out) {
-  constexpr std::uint64_t kMillion = 1'000'000;
-  if (value < kWholes.size()) return putSmallWhole(value, out);
-  if (value >= kMillion) return putLargeWhole(value, out);
+/// A number from a thousand up to a million and a point, and up to one character more.
+char* putMiddleWhole(std::uint64_t value, char* out) {
   char* const rest = putSmallWhole(value / 1000, out) - 1;
   *rest = static_cast<char>('0' + value / 100 % 10);
   putPair(value % 100, rest + 1);
@@ -91,12 +35,16 @@ char* putWhole(std::uint64_t value, char* out) {
   return rest + 4;
 }
 
+/// The number and a point, and up to two characters more.
+char* putWhole(std::uint64_t value, char* out) {
+  constexpr std::uint64_t kMillion = 1'000'000;
+  if (value < kWholes.size()) return putSmallWhole(value, out);
+  return value < kMillion ? putMiddleWhole(value, out) : putLargeWhole(value, out);
+}
+
 char* putScaled(std::uint64_t scaled, char* out) {
   return putDecimals(scaled % kScale, putWhole(scaled / kScale, out));
 }
-
-/// Of a thousand or more. Apart, like other rare cases, so that the usual number needs no stack.
-[[gnu::noinline]] char* putLarge(std::uint64_t scaled, char* out) { return putScaled(scaled, out); }
 
 /// A magnitude below 2^53 as mantissa / 2^shift: times 10^7 it fits in 128 bits exactly, so
 /// rounding is exact.
@@ -109,7 +57,20 @@ char* putFraction(std::uint64_t mantissa, int shift, char* out) {
                      putWhole(static_cast<std::uint64_t>(scaled / kScale), out));
 }
 
-/// Any number.
+/// The magnitude in units of the last decimal, rounded, halves up: from 2^-11 up to where 64 bits
+/// do not hold twice of it.
+std::uint64_t scaledNumber(std::uint64_t bits) {
+  const std::uint64_t mantissa = (bits & (kImplicitBit - 1)) | kImplicitBit;
+  const Wide exact = static_cast<Wide>(mantissa) * kScale;
+  // One binary place is left to round by.
+  const auto down = static_cast<unsigned>(kExponentBias - 1) -
+                    static_cast<unsigned>(bits >> kMantissaBits & 0x7FF);
+  const std::uint64_t twice = static_cast<std::uint64_t>(exact >> 64) << (-down & 63U) |
+                              static_cast<std::uint64_t>(exact) >> down;
+  return (twice + 1) >> 1;
+}
+
+/// Any number. Apart, like other rare cases, so that the usual number needs no stack.
 [[gnu::noinline]] char* putUnusual(double value, char* out) {
   const auto bits = base::bitCast<std::uint64_t>(value);
   const bool negative = (bits >> 63) != 0;
@@ -127,24 +88,22 @@ char* putFraction(std::uint64_t mantissa, int shift, char* out) {
 }  // namespace
 
 char* formatNumber(double value, char* out) {
+  const double magnitude = std::fabs(value);
+  if (magnitude <= kMostRounded) {
+    const RoundedNumber usual = roundUsual(magnitude);
+    // A zero has no sign; a negative number that rounds to zero keeps it.
+    *out = '-';
+    if (usual.isRounded) return putScaled(usual.scaled, out + (value < 0.0 ? 1 : 0));
+  }
   // From 2^-11 up to where 64 bits do not hold twice the number times 10^7.
   constexpr int kLeastShift = 14;
   constexpr int kMostShift = 63;
   const auto bits = base::bitCast<std::uint64_t>(value);
   const int shift = kExponentBias - static_cast<int>(bits >> kMantissaBits & 0x7FF);
   if (shift < kLeastShift || shift > kMostShift) return putUnusual(value, out);
-  const std::uint64_t mantissa = (bits & (kImplicitBit - 1)) | kImplicitBit;
-  const Wide exact = static_cast<Wide>(mantissa) * kScale;
-  // One binary place is left to round by.
-  const auto down = static_cast<unsigned>(shift - 1);
-  const std::uint64_t twice = static_cast<std::uint64_t>(exact >> 64) << (-down & 63U) |
-                              static_cast<std::uint64_t>(exact) >> down;
-  const std::uint64_t scaled = (twice + 1) >> 1;
-  const std::uint64_t whole = scaled / kScale;
   *out = '-';
   out += bits >> 63;
-  if (whole >= kWholes.size()) return putLarge(scaled, out);
-  return putDecimals(scaled - whole * kScale, putSmallWhole(whole, out));
+  return putScaled(scaledNumber(bits), out);
 }
 
 std::string formatNumber(double value) {

@@ -52,10 +52,10 @@ void ScriptCommands::wire(const Wire& wire) {
       script_.text("Wire 0.00 ");
       break;
   }
+  if (wire.curve == 0.0) return script_.lastPoints(wire.from, wire.to);
   put(wire.from).text(" ");
   putCurve(wire.curve);
-  put(wire.to);
-  end();
+  script_.lastPoints(wire.to);
 }
 
 void ScriptCommands::arc(const Arc& arc) {
@@ -65,10 +65,7 @@ void ScriptCommands::arc(const Arc& arc) {
   } else {
     script_.text("0.00 ");
   }
-  put(arc.start).text(" ");
-  put(arc.opposite).text(" ");
-  put(arc.end);
-  end();
+  script_.lastPoints(arc.start, arc.opposite, arc.end);
 }
 
 void ScriptCommands::circle(const Circle& circle) {
@@ -83,9 +80,7 @@ void ScriptCommands::circle(const Circle& circle) {
       script_.text("Circle 0.0 ");
       break;
   }
-  put(circle.centre).text(" ");
-  put(circle.onCircle);
-  end();
+  script_.lastPoints(circle.centre, circle.onCircle);
 }
 
 /// One blank follows the first corner and none the others; EAGLE accepts both. Kept so that scripts

@@ -7,11 +7,33 @@
 
 #include "base/run_time_error.h"
 #include "base/uninitialized.h"
+#include "eagle/decimal_digits.h"
 
 namespace quillon::eagle {
 namespace {
 
+constexpr std::size_t kPiece = 16;
+constexpr std::size_t kShortPoint = 3 * kPiece;
+static_assert(kShortPoint <= kNumberRoom);
+
 [[noreturn]] void failNotFinite() { throw base::RunTimeError(base::Fault::BadNumber, {}); }
+
+/// Copies a text of up to kShortPoint characters that has been written before, where there is room
+/// for a number: by pieces, which take no longer than finding out how many are needed. What follows
+/// overwrites what is too much.
+char* putShortAgain(char* out, const char* text, std::size_t length) {
+  // A piece may reach into its own copy, but the text ends before that.
+  for (std::size_t i = 0; i < kShortPoint; i += kPiece) {
+    std::memmove(out + i, text + i, kPiece);
+  }
+  return out + length;
+}
+
+char* putAgain(char* out, const char* text, std::size_t length) {
+  if (length <= kShortPoint) return putShortAgain(out, text, length);
+  std::memcpy(out, text, length);
+  return out + length;
+}
 
 }  // namespace
 
@@ -22,7 +44,9 @@ ScriptWriter::ScriptWriter(base::ByteSink& sink, const Coordinates& coordinates,
       cursor_(buffer_.get()),
       end_(buffer_.get() + kFirstBuffer),
       opening_(form == PointForm::FromMark ? 2 : 1),
-      limit_(std::min(area_.limit(), std::numeric_limits<double>::max())) {}
+      shift_(area_.offset(0.0, 0.0)),
+      limit_(std::min(area_.limit(), std::numeric_limits<double>::max())),
+      usual_(std::min(limit_, kMostUsual)) {}
 
 ScriptWriter& ScriptWriter::numberNotZero(double value) {
   if (!std::isfinite(value)) failNotFinite();
@@ -31,85 +55,58 @@ ScriptWriter& ScriptWriter::numberNotZero(double value) {
   return *this;
 }
 
-/// Where there is room for a number: by pieces, which take no longer than finding out how many are
-/// needed. What follows overwrites what is too much.
-void ScriptWriter::putAgain(const char* text, std::size_t length) {
-  constexpr std::size_t kPiece = 16;
-  constexpr std::size_t kPieces = 3;
-  static_assert(kPiece * kPieces <= kNumberRoom);
-  char* const out = cursor_;
-  cursor_ += length;
-  if (length > kPiece * kPieces) {
-    std::memcpy(out, text, length);
-    return;
-  }
-  // A piece may reach into its own copy, but the text ends before that.
-  for (std::size_t i = 0; i < kPieces; ++i) {
-    std::memmove(out + i * kPiece, text + i * kPiece, kPiece);
-  }
-}
-
-ScriptWriter& ScriptWriter::formatPoint(double x, double y) {
-  const geometry::Point at = inPart_ ? geometry::Point{x, y} : area_.offset(x, y);
-  const bool isInside = std::fabs(at.x) <= limit_ && std::fabs(at.y) <= limit_;
-  if (!isInside) noteOutside(at);
-  makeRoom(kPointRoom);
+/// Writes what most points are and calls nothing for it, so that it needs no stack.
+char* ScriptWriter::putPoint(char* out, double atX, double atY) {
+  const double x = atX + shift_.x;
+  const double y = atY + shift_.y;
   // A wire often starts where the previous one ended.
-  if (at.x == x_.value) {
-    if (at.y == y_.value && x_.text + x_.length == y_.text) {
-      putAgain(x_.text, x_.length + y_.length);
-      return *this;
-    }
-    putAgain(x_.text, x_.length);
-  } else {
-    putX(at.x);
+  const bool hasX = x == last_.x;
+  if (hasX && y == last_.y && last_.isUsual) {
+    return putShortAgain(out, last_.text, last_.length);
   }
-  if (at.y == y_.value) {
-    putAgain(y_.text, y_.length);
-  } else {
-    putY(at.y);
+  const double width = std::fabs(x);
+  const double height = std::fabs(y);
+  if (hasX || y == last_.y || !(width <= usual_ && height <= usual_)) {
+    return putOtherPoint(out, x, y);
   }
-  return *this;
+  const RoundedNumber across = roundUsual(width);
+  const RoundedNumber up = roundUsual(height);
+  if (!across.isRounded || !up.isRounded) return putOtherPoint(out, x, y);
+  char* const yText = putUsualNumber(across.scaled, std::signbit(x), open(out)) + 1;
+  yText[-1] = ' ';
+  char* const end = putUsualNumber(up.scaled, std::signbit(y), yText) + 1;
+  end[-1] = ')';
+  const auto xLength = static_cast<std::size_t>(yText - out);
+  notePoint({x, out, y, xLength, static_cast<std::size_t>(end - out), true});
+  return end;
 }
 
-void ScriptWriter::noteOutside(geometry::Point at) {
-  if (!std::isfinite(at.x) || !std::isfinite(at.y)) failNotFinite();
+/// Writes any point, whose offset has been added.
+char* ScriptWriter::putOtherPoint(char* out, double x, double y) {
+  const bool inside = std::fabs(x) <= limit_ && std::fabs(y) <= limit_;
+  if (!inside) noteOutside(x, y);
+  char* const start = out;
+  if (x == last_.x) {
+    out = putAgain(out, last_.text, last_.xLength);
+  } else {
+    out = formatNumber(x, open(out));
+    *out++ = ' ';
+  }
+  const auto xLength = static_cast<std::size_t>(out - start);
+  if (y == last_.y) {
+    out = putAgain(out, last_.text + last_.xLength, last_.length - last_.xLength);
+  } else {
+    out = formatNumber(y, out);
+    *out++ = ')';
+  }
+  const auto length = static_cast<std::size_t>(out - start);
+  notePoint({x, start, y, xLength, length, inside && length <= kShortPoint});
+  return out;
+}
+
+void ScriptWriter::noteOutside(double x, double y) {
+  if (!std::isfinite(x) || !std::isfinite(y)) failNotFinite();
   rangeWarning_ = rangeFlag_ = true;
-}
-
-void ScriptWriter::putX(double x) {
-  if (extends_) {
-    if (x < extents_.minX) extents_.minX = x;
-    if (x > extents_.maxX) extents_.maxX = x;
-  }
-  char* const start = cursor_;
-  start[0] = '(';
-  start[1] = 'R';
-  char* out = formatNumber(x, start + opening_);
-  *out++ = ' ';
-  x_ = {x, start, static_cast<std::size_t>(out - start)};
-  cursor_ = out;
-}
-
-void ScriptWriter::putY(double y) {
-  if (extends_) {
-    if (y < extents_.minY) extents_.minY = y;
-    if (y > extents_.maxY) extents_.maxY = y;
-  }
-  char* const start = cursor_;
-  char* out = formatNumber(y, start);
-  *out++ = ')';
-  y_ = {y, start, static_cast<std::size_t>(out - start)};
-  cursor_ = out;
-}
-
-void ScriptWriter::forgetPoint() { x_.value = y_.value = std::numeric_limits<double>::quiet_NaN(); }
-
-void ScriptWriter::extend(geometry::Point to) {
-  if (to.x < extents_.minX) extents_.minX = to.x;
-  if (to.x > extents_.maxX) extents_.maxX = to.x;
-  if (to.y < extents_.minY) extents_.minY = to.y;
-  if (to.y > extents_.maxY) extents_.maxY = to.y;
 }
 
 ScriptWriter& ScriptWriter::pointOfPart(geometry::Point at, const geometry::Box& covers) {
@@ -119,7 +116,7 @@ ScriptWriter& ScriptWriter::pointOfPart(geometry::Point at, const geometry::Box&
   forgetPoint();
   extends_ = true;
   for (const geometry::Point corner : {covers.low, covers.high}) {
-    extend(area_.offset(corner.x, corner.y));
+    extend(corner.x + shift_.x, corner.y + shift_.y);
     if (area_.isOutside(corner.x, corner.y)) rangeWarning_ = rangeFlag_ = true;
   }
   return *this;
@@ -127,6 +124,7 @@ ScriptWriter& ScriptWriter::pointOfPart(geometry::Point at, const geometry::Box&
 
 void ScriptWriter::beginPart() {
   inPart_ = true;
+  shift_ = {};
   extends_ = false;
   forgetPoint();
 }
@@ -134,6 +132,7 @@ void ScriptWriter::beginPart() {
 void ScriptWriter::endPart() {
   if (!inPart_) return;
   inPart_ = false;
+  shift_ = area_.offset(0.0, 0.0);
   extends_ = true;
   forgetPoint();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -48,7 +49,23 @@ class ScriptWriter {
   }
   /// The point with the offsets added, as "(x y)". A coordinate out of range is still written and
   /// sets rangeFlag and rangeWarning; to test a point without writing it, use area().
-  ScriptWriter& formatPoint(double x, double y);
+  ScriptWriter& formatPoint(double x, double y) {
+    makeRoom(kPointRoom);
+    cursor_ = putPoint(cursor_, x, y);
+    return *this;
+  }
+  /// What most commands end with: points as formatPoint writes them, with blanks between them, and
+  /// the end of the command, which is counted.
+  template <typename... Points>
+  void lastPoints(const Points&... points) {
+    constexpr std::string_view kEnd = ";\r\n";
+    makeRoom(sizeof...(points) * kPointRoom + kEnd.size());
+    (putBeforeBlank(points), ...);
+    --cursor_;
+    std::memcpy(cursor_, kEnd.data(), kEnd.size());
+    cursor_ += kEnd.size();
+    finishCommand(1);
+  }
   /// The point of a part whose content covers this rectangle of the drawing, which counts for the
   /// range and the extents instead of the point; before the offsets.
   ScriptWriter& pointOfPart(geometry::Point at, const geometry::Box& covers);
@@ -99,12 +116,16 @@ class ScriptWriter {
   /// Room for a point, with what surrounds its numbers.
   static constexpr std::size_t kPointRoom = 2 * kNumberRoom + 4;
 
-  /// The coordinate written last, offset included, with what surrounds it: "(R1.5 " or "-2.0)", in
-  /// the buffer. Mostly the next point has one of its coordinates in common, or both.
-  struct WrittenCoordinate {
-    double value = std::numeric_limits<double>::quiet_NaN();
+  /// The point written last, offset included, with its text in the buffer. Mostly the next point
+  /// has one of its coordinates in common, or both. They do not stand side by side: compilers would
+  /// put them together through memory, and a processor waits there.
+  struct WrittenPoint {
+    double x = std::numeric_limits<double>::quiet_NaN();
     const char* text = nullptr;
+    double y = std::numeric_limits<double>::quiet_NaN();
+    std::size_t xLength = 0;  ///< up to and with the blank
     std::size_t length = 0;
+    bool isUsual = false;  ///< inside the area, and not long
   };
 
   std::size_t room() const { return static_cast<std::size_t>(end_ - cursor_); }
@@ -116,11 +137,23 @@ class ScriptWriter {
   ScriptWriter& numberNotZero(double value);
   void writeRangeNote();
   void makeLayerLine(int layer);
-  void putX(double x);
-  void putY(double y);
-  inline void putAgain(const char* text, std::size_t length);
-  void noteOutside(geometry::Point at);
-  void forgetPoint();
+  void putBeforeBlank(geometry::Point point) {
+    cursor_ = putPoint(cursor_, point.x, point.y);
+    *cursor_++ = ' ';
+  }
+  char* putPoint(char* out, double x, double y);
+  char* putOtherPoint(char* out, double x, double y);
+  char* open(char* out) const {
+    out[0] = '(';
+    out[1] = 'R';
+    return out + opening_;
+  }
+  void notePoint(const WrittenPoint& point) {
+    if (extends_) extend(point.x, point.y);
+    last_ = point;
+  }
+  void noteOutside(double x, double y);
+  void forgetPoint() { last_ = {}; }
   /// Writes a text that is rarely longer than kShortText by a copy of that size, whatever its
   /// length; what follows overwrites the rest. So many characters must be readable.
   void copy(const char* from, std::size_t length) {
@@ -131,7 +164,12 @@ class ScriptWriter {
     std::memcpy(cursor_, from, kShortText);
     cursor_ += length;
   }
-  void extend(geometry::Point to);
+  void extend(double x, double y) {
+    if (x < extents_.minX) extents_.minX = x;
+    if (x > extents_.maxX) extents_.maxX = x;
+    if (y < extents_.minY) extents_.minY = y;
+    if (y > extents_.maxY) extents_.maxY = y;
+  }
 
   base::ByteSink& sink_;
   DrawingArea area_;
@@ -144,10 +182,11 @@ class ScriptWriter {
   Extents extents_;
   bool inPart_ = false;
   bool extends_ = true;  ///< points count for the extents
-  WrittenCoordinate x_;
-  WrittenCoordinate y_;
-  std::size_t opening_;  ///< how many characters stand before a point
-  double limit_;         ///< of the area, but finite
+  WrittenPoint last_;
+  std::size_t opening_;    ///< how many characters stand before a point
+  geometry::Point shift_;  ///< added to points; never -0.0, so that no -0.0 comes out
+  double limit_;           ///< of the area, but finite
+  double usual_;           ///< magnitude up to which a coordinate is inside and usual
   struct {
     std::size_t length = 0;
     std::array<char, kShortText> text{};

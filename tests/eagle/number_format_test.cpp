@@ -186,6 +186,10 @@ TEST(FormatNumber, AgreesWithExactArithmeticForNumbersCloseToHalves) {
     // An eighth decimal of 5, as close as a double gets.
     const double value = (static_cast<double>(whole(random)) + 0.5) / 1e7;
     ASSERT_EQ(formatNumber(value), exactSevenDecimals(value));
+    const double usual = (static_cast<double>(whole(random) % 10'000'000'000) + 0.5) / 1e7;
+    for (const double beside : {usual, std::nextafter(usual, 1e9), std::nextafter(usual, -1e9)}) {
+      ASSERT_EQ(formatNumber(beside), exactSevenDecimals(beside));
+    }
     const double half = (2.0 * static_cast<double>(whole(random) % 1'000'000'000) + 1.0) / 256.0;
     ASSERT_EQ(formatNumber(half), exactSevenDecimals(half));
   }

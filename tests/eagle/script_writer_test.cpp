@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "base/run_time_error.h"
 #include "support/infinity.h"
@@ -15,6 +16,7 @@
 namespace quillon::eagle {
 namespace {
 
+using geometry::Point;
 using testing::kInfinity;
 using testing::kRangeNote;
 using testing::ScriptCapture;
@@ -78,6 +80,55 @@ TEST(FormatPoint, WritesPointsAcrossTheEndOfTheBuffer) {
     expected.append(formatNumber(i)).append(")");
   }
   EXPECT_EQ(capture.take(), expected);
+}
+
+TEST(FormatPoint, WritesEachCoordinateAsFormatNumberDoes) {
+  // Usual ones, zeros, eighth decimals of 5 (and beside it), and those of many digits.
+  const double half = 250.0 + 1.0 / 256.0;
+  const std::vector<double> values = {
+      0.0,   -0.0,        1.5,          -1e-9,    half,   std::nextafter(half, 0.0),
+      -half, 12.34567885, 999.99999996, -999.998, 1000.0, -123456.789,
+      1e300};
+  ScriptCapture capture({.unit = base::Unit::Mic});
+  std::string expected;
+  for (const double x : values) {
+    for (const double y : values) {
+      capture.script.formatPoint(x, y);
+      expected.append("(").append(formatNumber(x)).append(" ");
+      expected.append(formatNumber(y)).append(")");
+    }
+  }
+  EXPECT_EQ(capture.take(), expected);
+}
+
+TEST(FormatPoint, WritesZeroWithoutASignInAPartToo) {
+  ScriptCapture capture({.offsetX = 5.0});
+  capture.script.beginPart();
+  capture.script.formatPoint(-0.0, 1.0).formatPoint(2.0, -0.0);
+  EXPECT_EQ(capture.take(), "(0.0000000 1.0000000)(2.0000000 0.0000000)");
+}
+
+TEST(LastPoints, StandBetweenBlanksBeforeTheEndOfTheCommand) {
+  ScriptCapture capture;
+  capture.script.text("Wire 0 ").lastPoints(Point{1.0, 2.0}, Point{3.0, 2.0}, Point{-4.0, 5.5});
+  EXPECT_EQ(capture.take(),
+            "Wire 0 (1.0000000 2.0000000) (3.0000000 2.0000000) (-4.0000000 5.5000000);\n");
+  EXPECT_EQ(capture.script.commandCount(), 1U);
+}
+
+TEST(LastPoints, AreFollowedByTheNoteWhenOneIsOutOfRange) {
+  ScriptCapture capture;
+  capture.script.lastPoints(Point{900.0, 0.0}, Point{1.0, 2.0});
+  EXPECT_EQ(capture.take(),
+            "(900.0000000 0.0000000) (1.0000000 2.0000000);\n" + std::string(kRangeNote));
+  EXPECT_EQ(capture.script.commandCount(), 2U);
+}
+
+TEST(LastPoints, AreWrittenUpToOneThatIsNotFinite) {
+  ScriptCapture capture;
+  EXPECT_THROW(capture.script.lastPoints(Point{1.0, 2.0}, Point{kNaN, 2.0}), base::RunTimeError);
+  EXPECT_EQ(capture.take(), "(1.0000000 2.0000000) ");
+  EXPECT_EQ(capture.script.commandCount(), 0U);
 }
 
 TEST(FormatPoint, LeavesThePointBeforeOneThatIsNotFinite) {
