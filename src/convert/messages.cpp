@@ -165,6 +165,12 @@ Message Messages::numberCut(const NumberNote& note) const {
       {base::quotable(note.name), base::quotable(note.text), base::quotable(note.countsAs)}));
 }
 
+Message Messages::valueRefused(std::string_view setting, std::string_view text,
+                               std::string_view used) const {
+  return warning(texts_(TextId::SettingRefused,
+                        {base::quotable(setting), base::quotable(text), base::quotable(used)}));
+}
+
 Message Messages::nothingConverted(std::string_view drawing) const {
   const std::string text = texts_(TextId::NothingConverted, {base::quotable(drawing)});
   return {MessageKind::Warning, std::string(texts_(TextId::WarningTitle)), text, text};

@@ -52,6 +52,9 @@ class Messages {
   Message nothingConverted(std::string_view drawing) const;
   /// A text is read as a number that it may not mean.
   Message numberCut(const NumberNote& note) const;
+  /// A setting cannot have a text; `used` is its value instead.
+  Message valueRefused(std::string_view setting, std::string_view text,
+                       std::string_view used) const;
   /// The conversion has reached a limit of `most`; its script is not kept.
   Message limit(std::string_view drawing, rules::LimitKind kind, std::uint64_t most) const;
   /// The same when the script is kept.

@@ -17,6 +17,16 @@ using KeyReader = std::function<std::string(std::string_view key)>;
 /// or a number out of its range, leaves the default.
 void loadExactKeys(Settings& settings, const KeyReader& read);
 
+/// A text of the settings file that its setting cannot have.
+struct RefusedText {
+  std::string_view key;
+  std::string text;
+  std::string used;  ///< the default, which it leaves
+};
+
+/// The texts that loadExactKeys does not take.
+std::vector<RefusedText> refusedTexts(const KeyReader& read);
+
 /// The keys to save: those that are not at their defaults, and those that the file has already.
 std::vector<ProfileEntry> exactEntries(const Settings& settings, const KeyReader& read);
 

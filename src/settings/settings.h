@@ -71,7 +71,8 @@ Settings LoadSettings(const SettingsStore& store, const convert::CommandLine& co
                       const texts::Texts& texts);
 
 /// Warnings about numbers in the file and on the command line that are followed by something else,
-/// to be shown before the settings are used.
+/// and about values in the file that options of the exact rules cannot have; to be shown before the
+/// settings are used.
 std::vector<convert::Message> loadingWarnings(const SettingsStore& store,
                                               const convert::CommandLine& commandLine,
                                               const texts::Texts& texts);

@@ -5,6 +5,7 @@
 #include "base/number_text.h"
 #include "convert/messages.h"
 #include "convert/number_note.h"
+#include "settings/exact_keys.h"
 #include "settings/settings.h"
 
 namespace quillon::settings {
@@ -39,6 +40,8 @@ constexpr std::array<NumberKey, 12> kNumberKeys = {{
     {"dxf", "blocks", Option::Blocks},
 }};
 
+std::string nameInFile(std::string_view key) { return "larkspur.ini, " + std::string(key); }
+
 }  // namespace
 
 std::vector<Message> loadingWarnings(const SettingsStore& store,
@@ -48,12 +51,15 @@ std::vector<Message> loadingWarnings(const SettingsStore& store,
   std::vector<Message> warnings;
   for (const NumberKey& key : kNumberKeys) {
     if (key.option && commandLine.given(*key.option)) continue;
-    const std::string name = "larkspur.ini, " + std::string(key.key);
     std::optional<convert::NumberNote> note =
-        convert::noteOn(name, store.ReadIni(key.section, key.key));
+        convert::noteOn(nameInFile(key.key), store.ReadIni(key.section, key.key));
     if (!note) continue;
     if (key.key == kScale && note->countsAs == "0") note->countsAs = kScaleInPlaceOfZero;
     warnings.push_back(messages.numberCut(*note));
+  }
+  const auto read = [&store](std::string_view key) { return store.ReadIni("dxf", key); };
+  for (const RefusedText& refused : refusedTexts(read)) {
+    warnings.push_back(messages.valueRefused(nameInFile(refused.key), refused.text, refused.used));
   }
   for (const convert::NumberNote& note : commandLine.notes) {
     warnings.push_back(messages.numberCut(note));

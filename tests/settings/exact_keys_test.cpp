@@ -92,6 +92,14 @@ TEST_F(ExactKeysTest, TextsThatAreNoneOfTheChoicesLeaveTheDefaults) {
   EXPECT_EQ(settings.exact, exact::Options{});
 }
 
+TEST_F(ExactKeysTest, ASwitchIsAnyNumberAndOffOnlyWithZero) {
+  EXPECT_TRUE(load("hidden=2\r\n").exact.hiddenLayers);
+  EXPECT_TRUE(load("hidden=-1\r\n").exact.hiddenLayers);
+  EXPECT_FALSE(load("hidden=0.0\r\n").exact.hiddenLayers);
+  EXPECT_TRUE(load("dropduplicates=no\r\n").exact.dropDuplicates);
+  EXPECT_FALSE(load("dropduplicates=0\r\n").exact.dropDuplicates);
+}
+
 TEST_F(ExactKeysTest, NumbersMayBeFollowedByNothing) {
   EXPECT_EQ(load("linewidth=0.2mm\r\n").exact.lineWidth, 0.0);
   EXPECT_EQ(load("linewidth= 0.2 \r\n").exact.lineWidth, 0.2);

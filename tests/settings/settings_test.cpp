@@ -266,6 +266,27 @@ TEST_F(SettingsTest, WarnsOfNumbersThatAreFollowedBySomethingElse) {
             std::vector<std::string>{counted("larkspur.ini, scale: \"0,5\"", "1.000")});
 }
 
+TEST_F(SettingsTest, WarnsOfValuesThatOptionsOfTheExactRulesCannotHave) {
+  const auto refused = [](const std::string& text, const std::string& used) {
+    return "larkspur.ini, " + text + " is not a possible value; \"" + used +
+           "\" is used instead. Please correct it: words are in lower case, numbers have a "
+           "decimal point.";
+  };
+  EXPECT_EQ(warnings("drawingunit=cubit\r\nlinewidth=0,2\r\ntolerance=0,01\r\njoin=2\r\n"
+                     "hatch=Solid\r\npoints=hole\r\nholediameters=6\r\nclosedasareas=yes\r\n"
+                     "dropduplicates=no\r\n"),
+            (std::vector<std::string>{
+                refused("drawingunit: \"cubit\"", "auto"), refused("linewidth: \"0,2\"", "0"),
+                refused("tolerance: \"0,01\"", "0.001"), refused("join: \"2\"", "0.01"),
+                refused("hatch: \"Solid\"", "lines"), refused("points: \"hole\"", "glyph"),
+                refused("holediameters: \"6\"", "0.2..6.5"), refused("closedasareas: \"yes\"", "0"),
+                refused("dropduplicates: \"no\"", "1")}));
+  EXPECT_EQ(warnings("scale=2,5\r\nhatch=2\r\n").size(), 2U);
+  EXPECT_TRUE(warnings("drawingunit=inch\r\nlinewidth= 0.2 \r\nhatch=solid\r\nhidden=1\r\n"
+                       "holes=A,B\r\ndropduplicates=0\r\n")
+                  .empty());
+}
+
 TEST_F(SettingsTest, WarnsOfTheNumbersThatAreUsed) {
   const std::vector<std::string> all = warnings("scale=2,5\r\npoly=1,\r\n", "/f:3,5 /k:1");
   ASSERT_EQ(all.size(), 2U);
