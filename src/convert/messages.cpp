@@ -171,6 +171,10 @@ Message Messages::valueRefused(std::string_view setting, std::string_view text,
                         {base::quotable(setting), base::quotable(text), base::quotable(used)}));
 }
 
+Message Messages::valueNotKept(std::string_view setting) const {
+  return warning(texts_(TextId::SettingNotKept, {base::quotable(setting)}));
+}
+
 Message Messages::nothingConverted(std::string_view drawing) const {
   const std::string text = texts_(TextId::NothingConverted, {base::quotable(drawing)});
   return {MessageKind::Warning, std::string(texts_(TextId::WarningTitle)), text, text};

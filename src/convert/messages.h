@@ -55,6 +55,8 @@ class Messages {
   /// A setting cannot have a text; `used` is its value instead.
   Message valueRefused(std::string_view setting, std::string_view text,
                        std::string_view used) const;
+  /// The text of a setting was saved, but will not be loaded as it is.
+  Message valueNotKept(std::string_view setting) const;
   /// The conversion has reached a limit of `most`; its script is not kept.
   Message limit(std::string_view drawing, rules::LimitKind kind, std::uint64_t most) const;
   /// The same when the script is kept.

@@ -16,6 +16,10 @@ namespace quillon::settings {
 std::string readProfile(const std::filesystem::path& file, std::string_view section,
                         std::string_view key);
 
+/// What readProfile gives of a value once writeProfile has written it, apart from blanks and quotes
+/// around it: its first 254 characters, on Windows with "?" for those outside Windows-1252.
+std::string keptByProfile(std::string_view value);
+
 struct ProfileEntry {
   std::string_view key;
   std::string value;

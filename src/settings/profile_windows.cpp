@@ -5,6 +5,7 @@
 
 #include "base/encoding.h"
 #include "files/file_system.h"
+#include "files/ini_file.h"
 #include "files/paths.h"
 #include "settings/profile.h"
 
@@ -48,11 +49,16 @@ std::wstring limited(const std::filesystem::path& path) {
 
 std::string readProfile(const std::filesystem::path& file, std::string_view section,
                         std::string_view key) {
-  std::array<wchar_t, 255> buffer{};
+  std::array<wchar_t, files::IniFile::kLongestValue + 1> buffer{};
   const DWORD length = GetPrivateProfileStringW(
       profileText(section).c_str(), profileText(key).c_str(), L"", buffer.data(),
       static_cast<DWORD>(buffer.size()), limited(file).c_str());
   return utf8Text(buffer.data(), length);
+}
+
+std::string keptByProfile(std::string_view value) {
+  const std::string stored = base::fromUtf8(value, base::Encoding::Windows1252);
+  return base::windows1252ToUtf8(stored.substr(0, files::IniFile::kLongestValue));
 }
 
 bool writeProfile(const std::filesystem::path& file, std::string_view section,

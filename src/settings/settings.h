@@ -80,8 +80,12 @@ std::vector<convert::Message> loadingWarnings(const SettingsStore& store,
 /// The same for the window's numeric fields.
 std::vector<convert::Message> fieldWarnings(const Settings& settings, const texts::Texts& texts);
 
-/// Saves all settings or none. False on failure.
+/// Saves all settings. False on failure: then none is saved, but on Windows perhaps some.
 bool SaveSettings(const SettingsStore& store, const Settings& settings);
+
+/// Warnings about texts that are saved, but are loaded differently: those that are too long, or
+/// have characters that the file cannot store.
+std::vector<convert::Message> savingWarnings(const Settings& settings, const texts::Texts& texts);
 
 /// True on systems whose paths may start with a drive.
 bool pathsHaveDrives();

@@ -20,7 +20,8 @@ class SettingsStore {
 
   /// Writes one value; creates the folder when missing. False on failure, without a message.
   bool WriteIni(std::string_view section, std::string_view key, std::string_view value) const;
-  /// Writes several values of one section, all or none.
+  /// Writes several values of one section. False on failure, like writeProfile: then none is
+  /// written, but on Windows perhaps some.
   bool WriteIni(std::string_view section, const std::vector<ProfileEntry>& entries) const;
 
   /// Reads one value, at most 254 characters; "" when it is missing or cannot be read.

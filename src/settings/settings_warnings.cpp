@@ -3,9 +3,11 @@
 #include <optional>
 
 #include "base/number_text.h"
+#include "convert/exact_words.h"
 #include "convert/messages.h"
 #include "convert/number_note.h"
 #include "settings/exact_keys.h"
+#include "settings/profile.h"
 #include "settings/settings.h"
 
 namespace quillon::settings {
@@ -70,6 +72,21 @@ std::vector<Message> loadingWarnings(const SettingsStore& store,
     const Settings used = LoadSettings(store, commandLine, texts);
     warnings.push_back(messages.layerNotUsed(layer, used.layer));
   }
+  return warnings;
+}
+
+std::vector<Message> savingWarnings(const Settings& settings, const texts::Texts& texts) {
+  const convert::Messages messages(texts);
+  std::vector<Message> warnings;
+  const auto check = [&](std::string_view key, std::string_view text) {
+    if (keptByProfile(text) != text) warnings.push_back(messages.valueNotKept(nameInFile(key)));
+  };
+  check("dxffile", settings.dxfFile);
+  check("scr", settings.scriptFile);
+  check("layerfile", settings.layerFile);
+  check("brdsch", settings.drawingName);
+  check("scale", settings.scale);
+  check("holes", convert::holeLayersText(settings.exact));
   return warnings;
 }
 

@@ -303,12 +303,17 @@ void MainWindow::befLayeredit_Click() {
 }
 
 void MainWindow::befSave_Click() {
-  if (!settings::SaveSettings(context_.store, settings())) {
+  const settings::Settings shown = settings();
+  if (!settings::SaveSettings(context_.store, shown)) {
     showSaveFailure(context_, this);
     return;
   }
-  showNotice(context_.text(TextId::SettingsSaved,
-                           {base::quotable(files::fromPath(context_.store.file()))}));
+  QStringList notices{context_.text(TextId::SettingsSaved,
+                                    {base::quotable(files::fromPath(context_.store.file()))})};
+  for (const auto& warning : settings::savingWarnings(shown, context_.texts())) {
+    notices << toQt(warning.text);
+  }
+  showNotice(notices.join('\n'));
 }
 
 void MainWindow::befHilfe_Click() { showHelp(kMainWindowHelp); }

@@ -1,3 +1,5 @@
+#include "settings/profile.h"
+
 #include <gtest/gtest.h>
 
 #include "platform.h"
@@ -86,6 +88,17 @@ TEST_F(ProfileTest, ReadsBackWhatItWrote) {
     EXPECT_TRUE(write("key", value));
     EXPECT_EQ(readOwnProfile(path, "dxf", "key"), value);
   }
+}
+
+TEST_F(ProfileTest, KnowsWhatWillBeReadOfAValue) {
+  std::string umlauts;
+  for (int i = 0; i < 254; ++i) umlauts += "ä";
+  for (const std::string& value : {std::string("C:\\Ü €\\part.dxf"), std::string("国.dxf"),
+                                   std::string(300, 'x'), umlauts, umlauts + "ö"}) {
+    EXPECT_TRUE(writeProfile(path, "dxf", {{"key", value}}));
+    EXPECT_EQ(keptByProfile(value), readProfile(path, "dxf", "key"));
+  }
+  EXPECT_EQ(keptByProfile(umlauts), umlauts);
 }
 
 TEST_F(ProfileTest, AFileInAFolderThatCannotBeWrittenStaysAsItWas) {

@@ -346,6 +346,25 @@ TEST_F(SettingsTest, ReadsBackWhatItSaved) {
   EXPECT_EQ(loaded.blocks, 2);
 }
 
+TEST_F(SettingsTest, WarnsOfTextsThatAreNotReadBackAsTheyWereSaved) {
+  Settings settings;
+  settings.dxfFile = std::string(254, 'd');
+  settings.exact.holeLayers = {std::string(200, 'a'), "B"};
+  EXPECT_TRUE(savingWarnings(settings, english).empty());
+  settings.scriptFile = std::string(255, 's');
+  settings.exact.holeLayers.emplace_back(100, 'c');
+  const std::vector<convert::Message> warnings = savingWarnings(settings, english);
+  ASSERT_EQ(warnings.size(), 2U);
+  EXPECT_EQ(warnings[0].kind, convert::MessageKind::Warning);
+  EXPECT_EQ(
+      warnings[0].text,
+      "larkspur.ini, scr: the next start has only the first 254 characters of this text, with "
+      "question marks for those that the file cannot store.");
+  EXPECT_TRUE(warnings[1].text.starts_with("larkspur.ini, holes: ")) << warnings[1].text;
+  EXPECT_TRUE(SaveSettings(store, settings));
+  EXPECT_EQ(LoadSettings(store, CommandLine{}, english).scriptFile, std::string(254, 's'));
+}
+
 TEST_F(SettingsTest, SavingSaysWhenItFailed) {
   const SettingsStore nowhere{folder.write("file", "")};
   EXPECT_FALSE(SaveSettings(nowhere, Settings{}));

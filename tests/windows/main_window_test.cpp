@@ -165,6 +165,16 @@ TEST_F(MainWindowTest, SaysWhereTheSettingsWereSaved) {
                                toQt(files::fromPath(folder.path() / "program" / "larkspur.ini")));
 }
 
+TEST_F(MainWindowTest, SaysWhichTextsTheSettingsFileDoesNotKeep) {
+  field("txtDXFDatei").setText("C:\\" + QString(255, 'x') + ".dxf");
+  click(window, "befSave");
+  EXPECT_EQ(find<QLabel>(window, "labResult").text(),
+            "Settings saved in " +
+                toQt(files::fromPath(folder.path() / "program" / "larkspur.ini")) +
+                "\nlarkspur.ini, dxffile: the next start has only the first 254 characters of this "
+                "text, with question marks for those that the file cannot store.");
+}
+
 TEST_F(MainWindowTest, NamesNumbersOfTheSettingsThatAreFollowedBySomethingElse) {
   loadFrom("polywidth=0,2\r\nunit=1\r\n");
   EXPECT_EQ(find<QLabel>(window, "labResult").text(),
