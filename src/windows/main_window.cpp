@@ -326,8 +326,8 @@ void MainWindow::showHelp(int page) {
 }
 
 void MainWindow::befEnde_Click() {
-  QDir::setCurrent(toQt(files::fromPath(context_.store.programFolder())));
-  close();
+  // Relative paths stay what they are while the user may still save something, or go on.
+  if (close()) QDir::setCurrent(toQt(files::fromPath(context_.store.programFolder())));
 }
 
 void MainWindow::labViewer_Click() {

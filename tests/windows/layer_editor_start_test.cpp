@@ -120,6 +120,27 @@ TEST_F(LayerEditorStartTest, DoesNotAskWhereNothingIsUnsaved) {
   EXPECT_NE(script().find("Layer  20 ;\r\nWire "), std::string::npos) << script();
 }
 
+TEST_F(LayerEditorStartTest, ExitLeavesRelativePathsAsTheyAreUntilNothingIsUnsaved) {
+  const QString before = QDir::currentPath();
+  QDir(path("")).mkdir("program");
+  QDir::setCurrent(path(""));
+  folder.write("a.lay", "[1]\nlayername=other\nlayernr=1\n");
+  openEditor("a.lay");
+  assign("21");
+  confirm();
+  whenAsked(QMessageBox::Cancel);
+  click(main, "befEnde");
+  EXPECT_TRUE(main.isVisible());
+  EXPECT_EQ(QDir::current(), QDir(path("")));
+  whenAsked(QMessageBox::Yes);
+  click(main, "befEnde");
+  EXPECT_FALSE(main.isVisible());
+  EXPECT_EQ(folder.read("a.lay"), "[1]\r\nlayername=Outline\r\nlayernr=21\r\n");
+  EXPECT_FALSE(folder.has("program/a.lay"));
+  EXPECT_EQ(QDir::current(), QDir(path("program")));
+  QDir::setCurrent(before);
+}
+
 TEST_F(LayerEditorStartTest, ANewLayerFileIsOfferedBesideTheDrawing) {
   openEditor();
   assign("21");

@@ -320,10 +320,12 @@ TEST_F(MainWindowTest, EscapeDoesNotEndTheProgram) {
 
 TEST_F(MainWindowTest, ExitClosesTheWindowWithoutSaving) {
   const QString before = QDir::currentPath();
+  QDir().mkdir(path("program"));
   window.show();
   click(window, "befEnde");
   EXPECT_FALSE(window.isVisible());
   EXPECT_EQ(savedSettings(), "");
+  EXPECT_EQ(QDir::current(), QDir(path("program")));
   QDir::setCurrent(before);
 }
 
