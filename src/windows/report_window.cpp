@@ -85,6 +85,7 @@ void ReportWindow::save() {
   ObjFiledialog dialog(context_);
   dialog.Filter1Text = context_.text(TextId::TextFiles);
   dialog.Filter1Suffix = "*.txt";
+  dialog.DialogTitle = context_.text(TextId::ReportDialogTitle);
   dialog.DefaultExt = "txt";
   const QString path = dialog.ShowSave(this);
   if (path.isEmpty()) return;

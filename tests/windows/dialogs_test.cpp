@@ -89,6 +89,7 @@ TEST_F(ReportWindowTest, ShowsCopiesAndSavesTheReport) {
   click(window, "btnCopy");
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "\nConversion Report \nTür");
   whenModal<QFileDialog>([this](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Save Conversion Report");
     EXPECT_EQ(dialog.nameFilters(), QStringList{"Text files (*.txt)"});
     enterName(dialog, path("report"));
   });

@@ -6,6 +6,7 @@
 #include "app/headless/option_checks.h"
 #include "base/number_text.h"
 #include "convert/exact_words.h"
+#include "texts/string_table.h"
 
 namespace quillon::headless {
 namespace {
@@ -111,7 +112,10 @@ std::string ExactOptions::finish(bool unitIsGiven) {
     return {};
   }
   job_.rules = convert::Rules::Exact;
-  if (job_.version == convert::kEagle3) return "Exact conversion needs EAGLE 4.1 or later.";
+  if (job_.version == convert::kEagle3) {
+    // Errors of the command line are in English.
+    return std::string(texts::Texts(texts::kEnglish)(texts::TextId::ExactNeedsEagle4));
+  }
   if (!unitIsGiven) job_.unit = base::Unit::Mm;
   if (job_.exact.joinTolerance == 0.0) job_.exact.chains = false;
   convert::findDrawingUnit(drawingUnit_, job_.drawingUnit);
