@@ -104,6 +104,14 @@ TEST(OptionSet, OfTheArgumentsAloneTakesThemInAnyForm) {
   }
 }
 
+TEST(OptionSet, TakesWholeNumbersAsDecimalWhateverZeroesTheyStartWith) {
+  OptionSet set;
+  set.parse({"--jobs", "08", "--max-lines=0100", "--max-steps", "0090", "a.dxf"});
+  EXPECT_EQ(set.options().jobs, 8U);
+  EXPECT_EQ(set.options().limits.lines, 100U);
+  EXPECT_EQ(set.options().limits.steps, 90U);
+}
+
 TEST(OptionSet, OfTheArgumentsAloneLeavesHelpAndVersionToOneOfAll) {
   for (const char* const name : {"-h", "--help", "--version"}) {
     const Strings arguments = {name};

@@ -152,6 +152,14 @@ TEST_F(LimitsTest, EndAScriptThatGetsTooLongAndKeepTheOldOne) {
   EXPECT_EQ(files(), (Strings{"part.dxf", "part.scr"}));
 }
 
+TEST_F(LimitsTest, AreDecimalAlsoAfterAZeroAndInAConfigurationFile) {
+  write("part.dxf", manyLines());
+  const std::string text = "the limit of 50 lines";
+  EXPECT_NE(run({"part.dxf", "--max-lines", "050"}).error.find(text), std::string::npos);
+  folder.write("mine.toml", "max-lines = 050\n");
+  EXPECT_NE(run({"part.dxf", "--config", "mine.toml"}).error.find(text), std::string::npos);
+}
+
 TEST_F(LimitsTest, EndWorkThatWritesNothing) {
   write("part.dxf", endless());
   expectResult(run({"part.dxf", "--max-steps", "1000", "--language", "de"}), 1, "",

@@ -44,31 +44,34 @@ std::optional<std::uint64_t> sizeOf(std::string_view text) {
       text.remove_suffix(1);
     }
   }
-  std::uint64_t number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  const bool fits = number <= std::numeric_limits<std::uint64_t>::max() >> shift;
-  if (error != std::errc{} || stop != end || number == 0 || !fits) return std::nullopt;
-  return number << shift;
+  const std::optional<std::uint64_t> number = wholeNumberOf(text);
+  if (!number || *number == 0 || *number > std::numeric_limits<std::uint64_t>::max() >> shift)
+    return std::nullopt;
+  return *number << shift;
 }
 
 std::string checkSize(const std::string& text) {
   return sizeOf(text) ? "" : "\"" + text + "\" is not a size";
 }
 
+std::optional<std::uint64_t> wholeNumberOf(std::string_view text) {
+  std::uint64_t number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc{} || stop != end) return std::nullopt;
+  return number;
+}
+
 std::string checkCount(const std::string& text, const std::string& things) {
-  const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
-  constexpr std::size_t kMostDigits = 18;
-  const bool positive = text.find_first_not_of('0') != std::string::npos;
-  if (digits && positive && text.size() <= kMostDigits) return {};
+  constexpr std::uint64_t kMost = 999'999'999'999'999'999;
+  const std::optional<std::uint64_t> number = wholeNumberOf(text);
+  if (number && *number >= 1 && *number <= kMost) return {};
   return "\"" + text + "\" is not a number of " + things;
 }
 
 std::string checkUpTo(const std::string& text, unsigned most) {
-  unsigned number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error == std::errc{} && stop == end && number >= 1 && number <= most) return {};
+  const std::optional<std::uint64_t> number = wholeNumberOf(text);
+  if (number && *number >= 1 && *number <= most) return {};
   return "\"" + text + "\" is not a number from 1 to " + std::to_string(most);
 }
 

@@ -23,6 +23,10 @@ std::optional<std::uint64_t> sizeOf(std::string_view text);
 /// Requires a text that sizeOf() understands.
 std::string checkSize(const std::string& text);
 
+/// A whole number in decimal digits, which may start with zeroes. Nothing for another text, or for
+/// more than 64 bits.
+std::optional<std::uint64_t> wholeNumberOf(std::string_view text);
+
 /// Requires a positive whole number of something.
 std::string checkCount(const std::string& text, const std::string& things);
 

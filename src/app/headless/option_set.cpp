@@ -168,13 +168,17 @@ void OptionSet::addLimits(OptionAdder& adder) {
       .check(checkSize)
       .valueName("SIZE");
   adder
-      .option("--max-lines", options_.limits.lines,
-              "Stop a conversion after this many lines [" + std::to_string(usual.lines) + "]")
+      .optionFunction(
+          "--max-lines",
+          [this](const std::string& text) { options_.limits.lines = *wholeNumberOf(text); },
+          "Stop a conversion after this many lines [" + std::to_string(usual.lines) + "]")
       .check([](const std::string& text) { return checkCount(text, "lines"); })
       .valueName("N");
   adder
-      .option("--max-steps", options_.limits.steps,
-              "Stop a conversion after this many steps [" + std::to_string(usual.steps) + "]")
+      .optionFunction(
+          "--max-steps",
+          [this](const std::string& text) { options_.limits.steps = *wholeNumberOf(text); },
+          "Stop a conversion after this many steps [" + std::to_string(usual.steps) + "]")
       .check([](const std::string& text) { return checkCount(text, "steps"); })
       .valueName("N");
   adder.flag("--keep-partial", options_.keepPartial,
@@ -184,7 +188,13 @@ void OptionSet::addLimits(OptionAdder& adder) {
 void OptionSet::addProgram(OptionAdder& adder) {
   adder.heading("Program");
   constexpr unsigned kMostJobs = 256;
-  adder.option("--jobs", options_.jobs, "Conversions at the same time, up to 256 [1]")
+  adder
+      .optionFunction(
+          "--jobs",
+          [this](const std::string& text) {
+            options_.jobs = static_cast<unsigned>(*wholeNumberOf(text));
+          },
+          "Conversions at the same time, up to 256 [1]")
       .check([](const std::string& text) { return checkUpTo(text, kMostJobs); })
       .valueName("N");
   adder.flag("--quiet", options_.quiet, "Print errors and warnings only");
