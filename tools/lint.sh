@@ -20,17 +20,23 @@ check_format() {
 $wrong"
 }
 
-# check_includes FOLDER ALLOWED...: the folder may include only the allowed folders of src/, and not
-# Qt. Names without a folder are files in the same folder.
-check_includes() {
-  local folder=$1 allowed include='^[[:space:]]*#[[:space:]]*include[[:space:]]*'
+include='^[[:space:]]*#[[:space:]]*include[[:space:]]*'
+
+# check_folders FOLDER ALLOWED...: the folder may include only the allowed folders of src/. Names
+# without a folder are files in the same folder.
+check_folders() {
+  local folder=$1 allowed
   shift
   allowed=$(IFS='|' && printf '%s' "$*")
-  grep -rnE "$include"'[<"](Q[A-Z]|Qt|q[a-z]+\.h)' "src/$folder" &&
-    fail "src/$folder may not include Qt."
   grep -rnE "$include"'"[^"]*/' "src/$folder" | grep -vE "include[[:space:]]*\"($allowed)(/|\.h\")" &&
     fail "src/$folder may only include these folders: $*."
   return 0
+}
+
+# check_includes FOLDER ALLOWED...: the same for a folder that may not include Qt.
+check_includes() {
+  grep -rnE "$include"'[<"](Q[A-Z]|Qt|q[a-z]+\.h)' "src/$1" && fail "src/$1 may not include Qt."
+  check_folders "$@"
 }
 
 # check_threads FOLDER...: these folders have nothing of threads, so that the engine also runs where
@@ -86,6 +92,8 @@ check_includes app/console app/console
 check_includes app/headless base files texts dxf rules preview convert batch errors app/console app/headless
 check_includes app/completion convert app/headless app/completion
 check_includes app/unattended base files texts rules convert settings errors app/console app/unattended
+check_folders windows base geometry files texts preview convert batch settings workbench errors windows
+check_folders app/window errors windows app/console app/unattended app/window
 check_threads base geometry files texts dxf eagle preview rules classic exact convert batch settings workbench \
   errors
 if [ -n "$build" ]; then run_clang_tidy; fi
