@@ -51,6 +51,7 @@ int runUnattended(windows::AppContext& context, const windows::MainWindow& windo
 /// Runs the program's windows, from the splash to the end.
 int runWindows(windows::AppContext& context, const unattended::StartUp& start,
                console::Console& console) {
+  // Only both together do without the splash.
   if (!(start.line.autoRun && start.line.autoRunExit)) windows::Splash().exec();
   context.LanguageOffset = settings::loadLanguage(context.store);
   windows::MainWindow window(context);
