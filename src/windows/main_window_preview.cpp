@@ -193,7 +193,10 @@ bool MainWindow::changeFile(const std::string& path, const LayerFileChange& chan
 void MainWindow::changeLayerFile(const LayerFileChange& change) {
   const QString chosen = controls_.labLayerDatei->text();
   std::string path = fromQt(chosen);
-  if (path.empty()) path = files::layerFileBeside(controls_.preview->picture().path);
+  if (path.empty()) {
+    const std::string beside = files::layerFileBeside(controls_.preview->picture().path);
+    path = files::fromPath(files::findExisting(beside));  // it may be there in another case
+  }
   if ((!chosen.isEmpty() || mayTakeFound(path)) && changeFile(path, change)) {
     takeLayerFile(toQt(path));
   } else {

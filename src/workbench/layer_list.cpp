@@ -25,14 +25,19 @@ std::string entryOf(const std::vector<std::string>& entries, double number) {
   return found == entries.end() ? base::numberText(number) : *found;
 }
 
-std::vector<convert::LayerRow> rowsIn(const std::string& path) {
-  if (!files::namesFile(files::toPath(path))) return {};
-  return convert::readNamedLayerRows(path);
-}
+/// The assignments of a file, and where it is: those that are shown must be those that are saved,
+/// however the path is spelled.
+struct FoundRows {
+  explicit FoundRows(const std::string& typed)
+      : path(files::fromPath(files::findExisting(typed))),
+        rows(files::isMissing(files::toPath(path)) ? std::vector<convert::LayerRow>()
+                                                   : convert::readNamedLayerRows(path)) {}
+  bool canBeSaved() const { return std::all_of(rows.begin(), rows.end(), convert::isSaved); }
+  void save() const { convert::saveLayerRows(path, rows); }
 
-bool canBeSaved(const std::vector<convert::LayerRow>& rows) {
-  return std::all_of(rows.begin(), rows.end(), convert::isSaved);
-}
+  std::string path;
+  std::vector<convert::LayerRow> rows;
+};
 
 }  // namespace
 
@@ -59,32 +64,33 @@ std::vector<AssignedLayer> assignedLayers(const std::vector<std::string>& names,
 }
 
 bool assignLayer(const std::string& path, std::string_view name, const std::string& entry) {
-  std::vector<convert::LayerRow> rows = rowsIn(path);
-  if (!canBeSaved(rows)) return false;
+  FoundRows found(path);
+  if (!found.canBeSaved()) return false;
+  std::vector<convert::LayerRow>& rows = found.rows;
   const std::string wanted = folded(name);
   const auto isWanted = [&wanted](const convert::LayerRow& row) {
     return folded(row.name) == wanted;
   };
-  const auto found = std::find_if(rows.begin(), rows.end(), isWanted);
+  const auto row = std::find_if(rows.begin(), rows.end(), isWanted);
   if (entry.empty()) {
     rows.erase(std::remove_if(rows.begin(), rows.end(), isWanted), rows.end());
-  } else if (found != rows.end()) {
-    found->layer = entry;
+  } else if (row != rows.end()) {
+    row->layer = entry;
   } else {
     rows.push_back({std::string(name), entry});
   }
-  convert::saveLayerRows(path, rows);
+  found.save();
   return true;
 }
 
 bool setAreas(const std::string& path, std::string_view name, bool areas) {
-  std::vector<convert::LayerRow> rows = rowsIn(path);
-  if (!canBeSaved(rows)) return false;
+  FoundRows found(path);
+  if (!found.canBeSaved()) return false;
   const std::string wanted = folded(name);
-  for (convert::LayerRow& row : rows) {
+  for (convert::LayerRow& row : found.rows) {
     if (folded(row.name) == wanted) row.areas = areas;
   }
-  convert::saveLayerRows(path, rows);
+  found.save();
   return true;
 }
 

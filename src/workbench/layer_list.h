@@ -24,10 +24,10 @@ struct AssignedLayer {
 std::vector<AssignedLayer> assignedLayers(const std::vector<std::string>& names,
                                           const std::string& path, const texts::Texts& texts);
 
-/// Assigns one layer in a layer file and leaves the other assignments as they are; a file that is
-/// not there is made. `entry` starts with the layer's number; "" takes the assignment away. False,
-/// without a change, for a file with assignments that cannot be saved as they are. Throws ReadError
-/// and what saveLayerRows() throws.
+/// Assigns one layer in a layer file, which is found as for reading, and leaves the other
+/// assignments as they are; a file that is not there is made. `entry` starts with the layer's
+/// number; "" takes the assignment away. False, without a change, for a file with assignments that
+/// cannot be saved as they are. Throws ReadError and what saveLayerRows() throws.
 bool assignLayer(const std::string& path, std::string_view name, const std::string& entry);
 
 /// Says the same way whether closed polylines on a layer become areas. Nothing to change for one

@@ -102,6 +102,24 @@ TEST_F(PreviewWindowTest, ALayerFileThatWasNotChosenIsChangedOnRequestOnly) {
   EXPECT_EQ(assignments().topLevelItem(1)->text(1), "45 Holes (B)");
 }
 
+TEST_F(PreviewWindowTest, ALayerFileBesideTheDrawingIsFoundWhateverItsCase) {
+  const std::string before = "[1]\r\nlayername=PLATE\r\nlayernr=20\r\n";
+  const std::string file = folder.write("Plate.LAY", before);
+  start();
+  dropPlate();
+  whenAsked(QMessageBox::No);
+  assignHoles();
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_EQ(folder.read("Plate.LAY"), before);
+  whenAsked(QMessageBox::Yes);
+  assignHoles();
+  ASSERT_TRUE(waitForPicture());
+  EXPECT_EQ(modalWindows, 2);
+  EXPECT_NE(folder.read("Plate.LAY").find("layernr=20"), std::string::npos);
+  EXPECT_NE(folder.read("Plate.LAY").find("layernr=45"), std::string::npos);
+  expectSamePath(find<QLabel>(*window, "labLayerDatei").text(), toQt(file));
+}
+
 TEST_F(PreviewWindowTest, TheNameOfTheScriptConvertsNothingAgain) {
   start();
   dropPlate();

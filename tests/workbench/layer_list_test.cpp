@@ -53,6 +53,22 @@ TEST_F(LayerListTest, AnAssignmentCanBeTakenAway) {
   EXPECT_EQ(assigned({"A", "B"}), (Lines{"A: ", "B: 21 tPlace (B)"}));
 }
 
+TEST_F(LayerListTest, AFileIsChangedWhateverTheSpellingOfItsPath) {
+  std::filesystem::create_directory(folder.path() / "Work");
+  for (const char* const spelling : {"work\\lid.lay", "Work/LID.LAY", "WORK/lid.lay"}) {
+    file = folder.write("Work/Lid.lay",
+                        "[1]\nlayername=A\nlayernr=46\n[2]\nlayername=B\nlayernr=21\n");
+    EXPECT_TRUE(assignLayer(folder.file("") + spelling, "C", "20 Dimension (B)"));
+    EXPECT_TRUE(setAreas(folder.file("") + spelling, "B", true));
+    EXPECT_EQ(assigned({"A", "B", "C"}),
+              (Lines{"A: 46 Milling (B)", "B: 21 tPlace (B)", "C: 20 Dimension (B)"}))
+        << spelling;
+    EXPECT_TRUE(assignedLayers({"B"}, file, texts)[0].areas) << spelling;
+    const std::filesystem::directory_iterator files(folder.path() / "Work");
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1) << spelling;
+  }
+}
+
 TEST_F(LayerListTest, ClosedPolylinesOfALayerBecomeAreasOrLines) {
   folder.write("a.lay", "[1]\nlayername=A\nlayernr=46\n[2]\nlayername=B\nlayernr=21\n");
   EXPECT_TRUE(setAreas(file, "b", true));
