@@ -8,6 +8,7 @@
 #include "base/run_time_error.h"
 #include "convert/layer_scan.h"
 #include "convert/messages.h"
+#include "files/file_system.h"
 #include "files/paths.h"
 #include "texts/error_texts.h"
 #include "windows/conversion_stack.h"
@@ -112,8 +113,12 @@ void LivePreview::work() {
   picture.path = request_.job.dxfFile;
   const texts::Texts texts(request_.surroundings.languageOffset);
   try {
-    serve(picture);
-    return;
+    // To open a pipe is to wait for its writer, and to take what a conversion is to get.
+    if (files::fileKind(files::toPath(picture.path)) != files::FileKind::Other) {
+      serve(picture);
+      return;
+    }
+    picture.failure = texts(texts::TextId::PictureNotRegularFile);
   } catch (const base::ReadError& error) {
     picture.failure = convert::Messages(texts)
                           .fileUnreadable(picture.path, texts::reasonText(error.reason(), texts))

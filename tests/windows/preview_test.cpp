@@ -5,6 +5,7 @@
 #include <QTabWidget>
 
 #include "files/paths.h"
+#include "platform.h"
 #include "windows/help_viewer.h"
 #include "windows/opened_addresses.h"
 #include "windows/preview_fixture.h"
@@ -293,6 +294,18 @@ TEST_F(PreviewTest, ADrawingTooLargeForMemoryHasNoPreview) {
   ASSERT_TRUE(waitForPicture());
   EXPECT_EQ(labelText("labPreviewMessage"),
             "The drawing is too large for the preview. It can be converted all the same.");
+}
+
+TEST_F(PreviewTest, APipeIsNotReadByThePreview) {
+  start();
+  const std::string pipe = folder.file("pipe.dxf");
+  ASSERT_TRUE(testing::makePipe(pipe));
+  drop({toQt(pipe)});
+  EXPECT_TRUE(waitForPicture());
+  EXPECT_EQ(labelText("labPreviewMessage"),
+            "Pipes and devices have no preview. They can be converted all the same.");
+  // Whoever reads it all the same waits for a writer, and the window for the end of that.
+  const std::fstream writer(files::toPath(pipe), std::ios::in | std::ios::out);
 }
 
 TEST_F(PreviewTest, AnEmptyDrawingHasNothingToShow) {
