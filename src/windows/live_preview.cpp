@@ -96,10 +96,17 @@ bool LivePreview::waitForWork() {
 }
 
 void LivePreview::run() {
-  try {
-    while (waitForWork()) work();
-  } catch (...) {
-    // Not even a message was possible. The picture stays as it is.
+  bool isOn = true;
+  while (isOn) {
+    try {
+      isOn = waitForWork();
+      if (isOn) work();
+    } catch (...) {
+      // Not even a message was possible. The picture stays as it is until something changes.
+      held_.reset();
+      layerNames_.reset();
+      givenUp_ = request_.number;
+    }
   }
 }
 

@@ -55,7 +55,7 @@ class LivePreview : private QThread {
   /// Works the picture out again since the layer file has changed.
   void again();
   /// True while there is something to work out.
-  bool isBusy() const { return isStale(settled_); }
+  bool isBusy() const { return isStale(settled_) && isStale(givenUp_); }
 
  private:
   struct Request {
@@ -99,6 +99,7 @@ class LivePreview : private QThread {
   std::optional<Request> requested_;  ///< guarded by the mutex
   bool isEnding_ = false;             ///< likewise
   std::atomic<int> newest_{0};        ///< number of the last request
+  std::atomic<int> givenUp_{0};       ///< number of the last one that came to nothing
 
   // Of the thread.
   Request request_;    ///< being worked on, or the last one; no drawing: nothing is wanted
