@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "errors/continuation.h"
+#include "errors/fault_info.h"
 #include "files/paths.h"
 #include "settings/settings.h"
 #include "windows/conversion_stack.h"
@@ -31,16 +32,6 @@ constexpr int kPercent = 100;
 constexpr int kProgressMilliseconds = 100;
 /// A cancelled conversion usually ends at once.
 constexpr int kPatienceMilliseconds = 2000;
-
-QString whatWasThrown(const std::exception_ptr& fault) {
-  try {
-    std::rethrow_exception(fault);
-  } catch (const std::exception& error) {
-    return QString::fromLocal8Bit(error.what());
-  } catch (...) {
-    return {};
-  }
-}
 
 }  // namespace
 
@@ -197,7 +188,7 @@ void QueueWindow::convertNext() {
 }
 
 void QueueWindow::converted(batch::QueueResult result, const std::exception_ptr& fault) {
-  if (fault) result = batch::faultResult(fromQt(whatWasThrown(fault)));
+  if (fault) result = batch::faultResult(errors::describe(fault, context_.texts()).description);
   queue_.finish(std::move(result));
   // A fault in one drawing does not end the others.
   if (fault) {

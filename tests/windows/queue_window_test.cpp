@@ -10,6 +10,8 @@
 #include "files/paths.h"
 #include "platform.h"
 #include "support/timing.h"
+#include "windows/error_window.h"
+#include "windows/scarce_memory.h"
 #include "windows/window_fixture.h"
 
 namespace quillon::windows {
@@ -277,6 +279,24 @@ TEST_F(QueueWindowTest, FollowsTheLanguage) {
   EXPECT_EQ(state(0), "konvertiert");
   EXPECT_EQ(summary(), "1 konvertiert, 0 nicht konvertiert, 0 übersprungen; Verluste: 1");
   EXPECT_EQ(caption("chkReplace"), "Vorhandene Scripts e&rsetzen");
+}
+
+TEST_F(QueueWindowTest, AFaultOfTheProgramIsToldInTheLanguageOfTheWindow) {
+  constexpr std::size_t kLong = 1000;
+  std::string name;
+  while (name.size() < kLong) name += std::string(100, 'a') + "/";
+  std::filesystem::create_directories(folder.path() / name);
+  writeDrawing(name + "a.dxf");
+  context.LanguageOffset = texts::kGerman;
+  open();
+  add({name + "a.dxf"});
+  whenModal<ErrorWindow>([](ErrorWindow& error) { error.reject(); });
+  const ScarceMemory scarce(kLong);
+  click(*window, "btnStart");
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(modalWindows, 1);
+  EXPECT_EQ(cell(0, QueueModel::kResult),
+            "Der Arbeitsspeicher reicht nicht aus. Bitte die Zeichnung aufteilen.");
 }
 
 TEST_F(QueueWindowTest, ThousandsOfDrawingsAreListedAtOnce) {
