@@ -80,25 +80,28 @@ QueueResult faultResult(std::string_view what) { return failure(std::string(what
 
 std::size_t DrawingQueue::add(const std::string& fileOrFolder) {
   const fs::path path = files::wholePath(files::findExisting(fileOrFolder));
-  if (!files::namesFolder(path)) {
-    return addEntry(path) ? 1 : 0;
+  const files::FileKind kind = files::fileKind(path);
+  if (kind != files::FileKind::Folder) {
+    return addEntry(path, kind != files::FileKind::Other) ? 1 : 0;
   }
   std::size_t added = 0;
   const FolderDrawings found = drawingsIn(path);
-  for (const auto& drawing : found.drawings) added += addEntry(files::toPath(drawing.path)) ? 1 : 0;
-  for (const auto& other : found.others) added += addEntry(files::toPath(other)) ? 1 : 0;
+  for (const auto& drawing : found.drawings)
+    added += addEntry(files::toPath(drawing.path), true) ? 1 : 0;
+  for (const auto& other : found.others) added += addEntry(files::toPath(other), false) ? 1 : 0;
   const bool isEmpty = found.drawings.empty() && found.others.empty();
-  if (isEmpty || found.reason != 0) added += addEntry(path) ? 1 : 0;
+  if (isEmpty || found.reason != 0) added += addEntry(path, false) ? 1 : 0;
   return added;
 }
 
-bool DrawingQueue::addEntry(const fs::path& path) {
+bool DrawingQueue::addEntry(const fs::path& path, bool mayHaveScript) {
   fs::path key = files::uniquePath(path);
   if (!drawings_.insert(key).second) return false;
   QueueEntry entry;
   entry.path = files::fromPath(path);
   entry.bytes = fileSize(path);
-  fs::path script = files::uniquePath(files::toPath(files::scriptBeside(entry.path)));
+  fs::path script;
+  if (mayHaveScript) script = files::uniquePath(files::toPath(files::scriptBeside(entry.path)));
   entries_.push_back(std::move(entry));
   keys_.push_back({std::move(key), std::move(script)});
   return true;
@@ -150,8 +153,9 @@ void DrawingQueue::retry() {
 }
 
 const QueueEntry* DrawingQueue::ownerOfScript(std::size_t index) const {
-  for (std::size_t i = 0; i < index; ++i) {
-    if (keys_[i].script == keys_[index].script) return &entries_[i];
+  const fs::path& script = keys_[index].script;
+  for (std::size_t i = 0; i < index && !script.empty(); ++i) {
+    if (keys_[i].script == script) return &entries_[i];
   }
   return nullptr;
 }

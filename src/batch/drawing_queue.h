@@ -99,15 +99,15 @@ class DrawingQueue {
                const convert::Surroundings& surroundings, const QueueWatch& watch = {});
 
  private:
-  /// False when it is there already.
-  bool addEntry(const std::filesystem::path& path);
+  /// False when it is there already. `mayHaveScript` unless it can never be converted.
+  bool addEntry(const std::filesystem::path& path, bool mayHaveScript);
   /// The earlier drawing that an entry's script belongs to, or null.
   const QueueEntry* ownerOfScript(std::size_t index) const;
 
   /// What queues compare instead of paths: one spelling for each file.
   struct Keys {
     std::filesystem::path drawing;
-    std::filesystem::path script;
+    std::filesystem::path script;   ///< empty where there can be none
     bool hasPartialScript = false;  ///< from a cancelled run of this queue
   };
 

@@ -49,6 +49,16 @@ TEST_F(QueuedFilesTest, APipeIsRefused) {
                 " is not a regular file. Please convert a copy of its contents in a file.");
 }
 
+TEST_F(QueuedFilesTest, APipeTakesNoScriptFromADrawing) {
+  ASSERT_TRUE(testing::makePipe(folder.file("a.DXF")));
+  EXPECT_EQ(queue.add(folder.file("a.DXF")), 1U);
+  draw("a.dxf");
+  EXPECT_EQ(queue.add(folder.file("a.dxf")), 1U);
+  runAll();
+  EXPECT_EQ(result(0).state, EntryState::Failed);
+  EXPECT_EQ(result(1).state, EntryState::Done) << result(1).message;
+}
+
 TEST_F(QueuedFilesTest, ALinkStandsForItsDrawingAndABrokenOneFails) {
   draw("a.dxf");
   fs::create_symlink("a.dxf", folder.path() / "b.dxf");

@@ -134,6 +134,29 @@ TEST_F(DrawingQueueTest, ADrawingWhoseScriptBelongsToAnotherFails) {
   EXPECT_EQ(result(0).state, EntryState::Done) << result(0).message;
 }
 
+TEST_F(DrawingQueueTest, AFolderWithoutDrawingsTakesNoScriptFromADrawing) {
+  makeFolder("lid");
+  queue.add(folder.file("lid"));
+  queue.add(draw("lid.dxf"));
+  runAll();
+  EXPECT_EQ(result(0).message,
+            folder.file("lid") + " contains no DXF file. Please specify another folder.");
+  EXPECT_EQ(result(1).state, EntryState::Done) << result(1).message;
+}
+
+TEST_F(DrawingQueueTest, ADrawingThatIsNotThereYetKeepsItsScriptForWhenItIs) {
+  queue.add(folder.file("a.dxf"));
+  queue.add(draw("a.txt"));
+  runAll();
+  EXPECT_EQ(result(0).state, EntryState::Failed);
+  draw("a.dxf");
+  replace = true;
+  queue.retry();
+  runAll();
+  EXPECT_EQ(result(0).state, EntryState::Done) << result(0).message;
+  EXPECT_NE(result(1).message.find("already belongs to"), std::string::npos) << result(1).message;
+}
+
 TEST_F(DrawingQueueTest, AnExistingScriptStaysUntilTheUserWantsItReplaced) {
   queue.add(draw("a.dxf"));
   folder.write("a.scr", "mine");
