@@ -100,16 +100,20 @@ bool DrawingQueue::addEntry(const fs::path& path, bool mayHaveScript) {
   QueueEntry entry;
   entry.path = files::fromPath(path);
   entry.bytes = fileSize(path);
-  fs::path script;
-  if (mayHaveScript) script = files::uniquePath(files::toPath(files::scriptBeside(entry.path)));
+  NativePath script;
+  if (mayHaveScript) {
+    script = files::uniquePath(files::toPath(files::scriptBeside(entry.path))).native();
+    scripts_.emplace(script, added_);
+  }
   entries_.push_back(std::move(entry));
-  keys_.push_back({std::move(key), std::move(script)});
+  keys_.push_back({std::move(key), std::move(script), added_++});
   return true;
 }
 
 bool DrawingQueue::remove(std::size_t index) {
   if (index >= entries_.size() || running_ == index) return false;
   drawings_.erase(keys_[index].drawing);
+  scripts_.erase({keys_[index].script, keys_[index].number});
   const auto place = static_cast<std::ptrdiff_t>(index);
   keys_.erase(keys_.begin() + place);
   entries_.erase(entries_.begin() + place);
@@ -153,11 +157,15 @@ void DrawingQueue::retry() {
 }
 
 const QueueEntry* DrawingQueue::ownerOfScript(std::size_t index) const {
-  const fs::path& script = keys_[index].script;
-  for (std::size_t i = 0; i < index && !script.empty(); ++i) {
-    if (keys_[i].script == script) return &entries_[i];
-  }
-  return nullptr;
+  const Keys& key = keys_[index];
+  if (key.script.empty()) return nullptr;
+  const std::size_t owner = scripts_.lower_bound({key.script, 0})->second;
+  if (owner == key.number) return nullptr;
+  const auto wasAddedBefore = [](const Keys& keys, std::size_t number) {
+    return keys.number < number;
+  };
+  const auto found = std::lower_bound(keys_.begin(), keys_.end(), owner, wasAddedBefore);
+  return &entries_[static_cast<std::size_t>(found - keys_.begin())];
 }
 
 std::optional<convert::ConversionJob> DrawingQueue::begin(const convert::ConversionJob& settings,

@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "convert/driver.h"
@@ -99,6 +100,8 @@ class DrawingQueue {
                const convert::Surroundings& surroundings, const QueueWatch& watch = {});
 
  private:
+  using NativePath = std::filesystem::path::string_type;  ///< compared sooner than a path
+
   /// False when it is there already. `mayHaveScript` unless it can never be converted.
   bool addEntry(const std::filesystem::path& path, bool mayHaveScript);
   /// The earlier drawing that an entry's script belongs to, or null.
@@ -107,13 +110,16 @@ class DrawingQueue {
   /// What queues compare instead of paths: one spelling for each file.
   struct Keys {
     std::filesystem::path drawing;
-    std::filesystem::path script;   ///< empty where there can be none
+    NativePath script;              ///< empty where there can be none
+    std::size_t number = 0;         ///< in the order in which entries were added
     bool hasPartialScript = false;  ///< from a cancelled run of this queue
   };
 
   std::vector<QueueEntry> entries_;
   std::vector<Keys> keys_;  ///< of the entries
   std::set<std::filesystem::path> drawings_;
+  std::set<std::pair<NativePath, std::size_t>> scripts_;  ///< with the numbers of their entries
+  std::size_t added_ = 0;                                 ///< entries, removed ones as well
   std::optional<std::size_t> running_;
 };
 

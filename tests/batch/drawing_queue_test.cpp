@@ -11,6 +11,7 @@
 #include "support/conversion.h"
 #include "support/dxf_builder.h"
 #include "support/temp_folder.h"
+#include "support/timing.h"
 
 namespace quillon::batch {
 namespace {
@@ -155,6 +156,29 @@ TEST_F(DrawingQueueTest, ADrawingThatIsNotThereYetKeepsItsScriptForWhenItIs) {
   runAll();
   EXPECT_EQ(result(0).state, EntryState::Done) << result(0).message;
   EXPECT_NE(result(1).message.find("already belongs to"), std::string::npos) << result(1).message;
+}
+
+TEST_F(DrawingQueueTest, AScriptFallsToTheNextDrawingWhenItsOwnerIsRemoved) {
+  for (const char* const name : {"a.dxf", "b.dxf", "a.txt", "a.old"}) queue.add(draw(name));
+  queue.remove(0);
+  runAll();
+  EXPECT_EQ(names(), (Strings{"b.dxf", "a.txt", "a.old"}));
+  EXPECT_EQ(result(1).state, EntryState::Done) << result(1).message;
+  EXPECT_EQ(result(2).message, folder.file("a.old") + " was not converted because its script " +
+                                   folder.file("a.scr") + " already belongs to " +
+                                   folder.file("a.txt") + ". Please rename one of the drawings.");
+}
+
+TEST_F(DrawingQueueTest, ThousandsOfDrawingsCostTheirOwnerLittle) {
+  const int count = files::namesHaveCase() ? 10000 : 500;
+  for (int i = 0; i < count; ++i) queue.add(folder.file("d" + std::to_string(i) + ".dxf"));
+  const texts::Texts texts(surroundings.languageOffset);
+  const double before = testing::processorSeconds();
+  QueueResult done;
+  done.state = EntryState::Done;
+  while (queue.begin(job, false, texts)) queue.finish(done);
+  EXPECT_LT(testing::processorSeconds() - before, 0.8 * testing::patience());
+  EXPECT_EQ(queue.counts().converted, static_cast<std::size_t>(count));
 }
 
 TEST_F(DrawingQueueTest, AnExistingScriptStaysUntilTheUserWantsItReplaced) {
