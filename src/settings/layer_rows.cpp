@@ -65,8 +65,10 @@ std::vector<convert::LayerRow> LayerRows::rows() const {
 }
 
 void LayerRows::setName(std::size_t index, const std::string& name) {
-  if (rows_[index].name == name) return;
-  rows_[index].name = name;
+  Row& row = rows_[index];
+  if (row.name == name) return;
+  if (foldedName(row.name) != foldedName(name)) row.areas = false;  // that of the former layer
+  row.name = name;
   modified_ = true;
 }
 
@@ -100,7 +102,6 @@ bool LayerRows::setLayer(std::size_t index, const std::string& layer) {
 void LayerRows::clearRow(std::size_t index) {
   setName(index, "");
   setLayer(index, "");
-  rows_[index].areas = false;
 }
 
 void LayerRows::take(const std::vector<std::string>& names) {
@@ -145,7 +146,7 @@ bool LayerRows::undo() {
     const Rows before = std::move(history_.back());
     history_.pop_back();
     const auto same = [](const convert::LayerRow& a, const convert::LayerRow& b) {
-      return a.name == b.name && a.layer == b.layer;
+      return a.name == b.name && a.layer == b.layer && a.areas == b.areas;
     };
     // A change that left everything the same is not worth an undo step.
     if (std::equal(before.begin(), before.end(), rows_.begin(), same)) continue;

@@ -39,6 +39,7 @@ class LayerRows {
     leftOut_ = 0;
   }
 
+  /// Names the DXF layer of a row. For another layer, closed polylines no longer become areas.
   void setName(std::size_t index, const std::string& name);
   /// Sets the layer: an entry, or a text that starts with a number, which becomes the entry of that
   /// number if there is one; "" clears it. False, without a change, for any other text.

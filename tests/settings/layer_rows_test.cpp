@@ -45,6 +45,27 @@ TEST_F(LayerRowsTest, KeepWhetherClosedPolylinesBecomeAreasUntilTheyAreCleared) 
   EXPECT_FALSE(rows.rows()[2].areas);
 }
 
+TEST_F(LayerRowsTest, ARowWithAnotherNameNoLongerMakesAreas) {
+  rows.load({{"Outline", "20", {}, true}, {"b", "21", {}, true}, {"c", "21", {}, true}});
+  rows.setName(0, "OUTLINE");
+  rows.setName(1, "d");
+  rows.setName(2, "");
+  rows.take({"e"});
+  EXPECT_TRUE(rows.rows()[0].areas);  // the same layer
+  EXPECT_FALSE(rows.rows()[1].areas);
+  EXPECT_EQ(rows.rows()[2].name, "e");
+  EXPECT_FALSE(rows.rows()[2].areas);
+}
+
+TEST_F(LayerRowsTest, UndoMakesAreasAgain) {
+  rows.load({{"a", "21", {}, true}});
+  rows.beginChange();
+  rows.setName(0, "b");
+  rows.setName(0, "a");
+  EXPECT_TRUE(rows.undo());
+  EXPECT_TRUE(rows.rows()[0].areas);
+}
+
 TEST_F(LayerRowsTest, ShowOtherNumbersAsTheyAre) {
   rows.load({{"a", "0"}, {"b", "256"}, {"c", "16.7"}, {"d", "-3"}});
   EXPECT_EQ(rows.row(0).layer, "0");
