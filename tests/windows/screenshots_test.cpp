@@ -241,6 +241,7 @@ TEST_P(ScreenshotTest, FileDialog) {
   dialog.Filter1Suffix = "*.scr";
   dialog.InitDir = toQt(folder.path().string());
   dialog.ShowSave(nullptr);
+  EXPECT_EQ(modalWindows, 1);
 }
 
 TEST_P(ScreenshotTest, Question) {
@@ -251,6 +252,7 @@ TEST_P(ScreenshotTest, Question) {
   askQuestion(context, nullptr, context.text(texts::TextId::EditorWarningTitle),
               context.text(texts::TextId::EditorUnsaved),
               QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+  EXPECT_EQ(modalWindows, 1);
 }
 
 TEST_P(ScreenshotTest, ErrorWindow) {
