@@ -47,8 +47,10 @@ LeaderGroups readLeader(const Item& item, Canvas& canvas) {
     if (group.code == 10) {
       if (canvas.step()) break;
       values.line.points.push_back({number, 0.0});
+      if (item.depth != Point{}) values.line.heights.push_back(0.0);
     }
     if (group.code == 20 && !values.line.points.empty()) values.line.points.back().y = number;
+    if (group.code == 30 && !values.line.heights.empty()) values.line.heights.back() = number;
     if (group.code == 71) values.hasArrow = number != 0.0;
     if (group.code == 72) values.line.isSpline = number == 1.0;
   }
@@ -77,6 +79,7 @@ std::string_view firstTextOf(const Item& item, int code, const Canvas& canvas) {
 
 struct TablePlace {
   Point at;
+  double height = 0.0;
   Point direction{1.0, 0.0};
 };
 
@@ -88,8 +91,11 @@ TablePlace readTablePlace(const Item& item, const Canvas& canvas) {
     int code;
     bool isRead = false;
   };
-  Field fields[] = {
-      {&place.at.x, 10}, {&place.at.y, 20}, {&place.direction.x, 11}, {&place.direction.y, 21}};
+  Field fields[] = {{&place.at.x, 10},
+                    {&place.at.y, 20},
+                    {&place.height, 30},
+                    {&place.direction.x, 11},
+                    {&place.direction.y, 21}};
   EntityGroups groups = canvas.groupsOf(item);
   for (dxf::Group group; groups.next(group);) {
     for (Field& field : fields) {
@@ -126,7 +132,9 @@ void drawLeader(const Item& item, Canvas& canvas, BlockDrawer& blocks) {
   const std::optional<ArrowPlace> arrow = leaderArrow(leader.line);
   if (!leader.hasArrow || !arrow) return;
   const DimensionStyle style = readDimensionStyle(item, canvas);
-  drawArrows(item, style.arrows.leader, style.arrowSize, {*arrow}, item.map, canvas, blocks);
+  const std::vector<double>& heights = leader.line.heights;
+  const Affine map = item.mapAt(heights.empty() ? 0.0 : heights.front());
+  drawArrows(item, style.arrows.leader, style.arrowSize, {*arrow}, map, canvas, blocks);
 }
 
 ParagraphText toleranceText(const Item& item, const Canvas& canvas) {
@@ -146,8 +154,11 @@ ParagraphText toleranceText(const Item& item, const Canvas& canvas) {
 
 void drawTolerance(const Item& item, Canvas& canvas) {
   const ParagraphText text = toleranceText(item, canvas);
-  canvas.lose(item, LossRule::ToleranceFrame, item.map(text.at));
-  drawParagraph(item, text, item.map, canvas);
+  double height = 0.0;
+  readNumbers(canvas.groupsOf(item), {{30, &height}});
+  const Affine map = item.mapAt(height);
+  canvas.lose(item, LossRule::ToleranceFrame, map(text.at));
+  drawParagraph(item, text, map, canvas);
 }
 
 void drawTable(const Item& item, Canvas& canvas, BlockDrawer& blocks) {
@@ -158,7 +169,7 @@ void drawTable(const Item& item, Canvas& canvas, BlockDrawer& blocks) {
   if (x == Point{}) x = {1.0, 0.0};
   const Point y = item.entity.normalZ < 0.0 ? -geometry::leftOf(x) : geometry::leftOf(x);
   const Affine frame{x.x, y.x, x.y, y.y, place.at.x, place.at.y};
-  if (!blocks.drawBlock(item, block, item.map * frame)) {
+  if (!blocks.drawBlock(item, block, item.mapAt(place.height) * frame)) {
     canvas.loseNamed(item, LossRule::MissingBlock, block);
   }
 }

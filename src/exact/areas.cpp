@@ -46,6 +46,15 @@ CornerGroups readCorners(const Item& item, const Canvas& canvas) {
   return values;
 }
 
+/// Of the corners of a 3DFACE. They count within an oblique block alone.
+std::array<double, 4> readHeights(const Item& item, const Canvas& canvas) {
+  std::array<double, 4> heights{};
+  if (item.depth == Point{}) return heights;
+  readNumbers(canvas.groupsOf(item),
+              {{30, &heights[0]}, {31, &heights[1]}, {32, &heights[2]}, {33, &heights[3]}});
+  return heights;
+}
+
 /// Where two segments cross, other than in their ends.
 std::optional<Point> crossingOfSegments(Point a, Point b, Point c, Point d) {
   const double fromC = cross(b - a, c - a);
@@ -106,10 +115,12 @@ void drawSolid(const Item& item, Canvas& canvas) {
 void FaceRun::draw(const Item& item, Canvas& canvas) {
   if (item.origin.layer != layer_) drawn_.clear();
   layer_ = item.origin.layer;
-  const CornerGroups values = readCorners(item, canvas);
-  const auto& at = values.corners;
+  CornerGroups values = readCorners(item, canvas);
+  const std::array<double, 4> heights = readHeights(item, canvas);
+  auto& at = values.corners;
+  for (std::size_t i = 0; i < at.size(); ++i) at[i] = item.seen(at[i], heights[i]);
   const Path corners{{{at[0]}, {at[1]}, {at[2]}, {values.isTriangle() ? at[2] : at[3]}}, true};
-  const Path face = canvas.mapped(item, corners, item.map);
+  const Path face = canvas.mapped(item, corners, Affine{});
   const double resolution = canvas.measures().resolution;
   if (!face.vertices.empty() && geometry::bounds(face).diagonal() < resolution) {
     return canvas.lose(item, LossRule::NoSize, face.vertices.front().at);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "base/number_text.h"
@@ -83,8 +85,11 @@ struct SplineGroups {
   std::vector<Point> controlPoints;
   std::vector<double> controlHeights;
   std::vector<Point> fitPoints;
+  std::vector<double> fitHeights;  ///< within an oblique block; else none
   Point startTangent{};
   Point endTangent{};
+  double startRise = 0.0;  ///< of the tangents
+  double endRise = 0.0;
 };
 
 SplineGroups readSpline(const Item& item, const Canvas& canvas) {
@@ -117,6 +122,10 @@ SplineGroups readSpline(const Item& item, const Canvas& canvas) {
         break;
       case 11:
         values.fitPoints.push_back({number(), 0.0});
+        if (item.depth != Point{}) values.fitHeights.push_back(0.0);
+        break;
+      case 31:
+        if (!values.fitHeights.empty()) values.fitHeights.back() = number();
         break;
       case 21:
         if (!values.fitPoints.empty()) values.fitPoints.back().y = number();
@@ -127,11 +136,17 @@ SplineGroups readSpline(const Item& item, const Canvas& canvas) {
       case 22:
         values.startTangent.y = number();
         break;
+      case 32:
+        values.startRise = number();
+        break;
       case 13:
         values.endTangent.x = number();
         break;
       case 23:
         values.endTangent.y = number();
+        break;
+      case 33:
+        values.endRise = number();
         break;
       case 100:
         // A HELIX is a SPLINE with its own values after it.
@@ -142,6 +157,22 @@ SplineGroups readSpline(const Item& item, const Canvas& canvas) {
     }
   }
   return values;
+}
+
+void drawFitSpline(const Item& item, SplineGroups values, Canvas& canvas) {
+  constexpr int kClosed = 1;
+  const PlacedPoints placed = placedPoints(item, std::move(values.fitPoints), values.fitHeights);
+  const auto directionOf = [&](Point tangent, double rise) {
+    if (placed.areSeen) tangent = item.map.turn(tangent) + item.depth * rise;
+    return tangent != Point{} ? std::optional(tangent) : std::nullopt;
+  };
+  geometry::FitEnds ends;
+  ends.closed = (values.flags & kClosed) != 0;
+  ends.startDirection = directionOf(values.startTangent, values.startRise);
+  ends.endDirection = directionOf(values.endTangent, values.endRise);
+  const geometry::FitSpline spline(placed.points, ends);
+  if (!spline.usable()) return canvas.lose(item, LossRule::NoSize);
+  canvas.stroke(item, spline, placed.map);
 }
 
 }  // namespace
@@ -208,14 +239,7 @@ void drawSpline(const Item& item, Canvas& canvas) {
                                          std::move(values.knots), values.weights));
     return;
   }
-  constexpr int kClosed = 1;
-  geometry::FitEnds ends;
-  ends.closed = (values.flags & kClosed) != 0;
-  if (values.startTangent != Point{}) ends.startDirection = values.startTangent;
-  if (values.endTangent != Point{}) ends.endDirection = values.endTangent;
-  const geometry::FitSpline spline(values.fitPoints, ends);
-  if (!spline.usable()) return canvas.lose(item, LossRule::NoSize);
-  canvas.stroke(item, spline, item.map);
+  drawFitSpline(item, std::move(values), canvas);
 }
 
 }  // namespace quillon::exact

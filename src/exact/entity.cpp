@@ -1,6 +1,8 @@
 #include "exact/entity.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "base/number_text.h"
 #include "geometry/object_coordinates.h"
@@ -21,6 +23,21 @@ Affine Item::objectMap(double elevation) const {
   return {plane.xx + depth.x * height.perX,     plane.xy + depth.x * height.perY,
           plane.yx + depth.y * height.perX,     plane.yy + depth.y * height.perY,
           plane.dx + depth.x * height.atOrigin, plane.dy + depth.y * height.atOrigin};
+}
+
+Affine Item::mapAt(double height) const {
+  return depth == Point{} ? map : Affine::shift(depth * height) * map;
+}
+
+PlacedPoints placedPoints(const Item& item, std::vector<Point> points,
+                          std::span<const double> heights) {
+  if (item.depth == Point{} || heights.empty()) return {std::move(points), item.map};
+  const auto isFirstHeight = [&](double height) { return height == heights.front(); };
+  if (std::all_of(heights.begin(), heights.end(), isFirstHeight)) {
+    return {std::move(points), item.mapAt(heights.front())};
+  }
+  for (std::size_t i = 0; i < points.size(); ++i) points[i] = item.seen(points[i], heights[i]);
+  return {std::move(points), {}, true};
 }
 
 void readNumbers(EntityGroups groups, std::initializer_list<NumberField> fields) {

@@ -106,11 +106,25 @@ struct Item {
 
   /// From the entity's object coordinates, at this height, to the script.
   Affine objectMap(double elevation = 0.0) const;
+  /// From the coordinates around the entity, at this height, to the script.
+  Affine mapAt(double height) const;
   /// Where the script shows a point of the coordinates around the entity.
   QUILLON_IN_EACH_LOOP Point seen(Point foot, double height) const {
     return depth == Point{} ? map(foot) : map(foot) + depth * height;
   }
 };
+
+/// Points, and the map from their coordinates to the script.
+struct PlacedPoints {
+  std::vector<Point> points;
+  Affine map;
+  bool areSeen = false;  ///< they are where the script shows them, and the map changes nothing
+};
+/// Points of the coordinates around an entity, each with its height, or all without. They are only
+/// moved where an oblique block shows their heights and these differ: a curve through them is
+/// shaped by distances in the block.
+PlacedPoints placedPoints(const Item& item, std::vector<Point> points,
+                          std::span<const double> heights);
 
 struct NumberField {
   int code;

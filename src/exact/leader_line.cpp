@@ -7,16 +7,17 @@
 namespace quillon::exact {
 
 void drawLeaderLine(const Item& item, const LeaderLine& line, Canvas& canvas) {
+  const PlacedPoints placed = placedPoints(item, line.points, line.heights);
   if (line.isSpline) {
-    const geometry::FitSpline spline(line.points);
+    const geometry::FitSpline spline(placed.points);
     if (!spline.usable()) return canvas.lose(item, LossRule::NoSize);
-    return canvas.stroke(item, canvas.mapped(item, spline, item.map), Affine{},
+    return canvas.stroke(item, canvas.mapped(item, spline, placed.map), Affine{},
                          {.cleanable = false, .dashesAlongWhole = true});
   }
-  if (line.points.size() < 2) return canvas.lose(item, LossRule::NoSize);
+  if (placed.points.size() < 2) return canvas.lose(item, LossRule::NoSize);
   Path path;
-  for (const Point& point : line.points) path.vertices.push_back({point});
-  canvas.stroke(item, path, item.map, {.cleanable = false});
+  for (const Point& point : placed.points) path.vertices.push_back({point});
+  canvas.stroke(item, path, placed.map, {.cleanable = false});
 }
 
 std::optional<ArrowPlace> leaderArrow(const LeaderLine& line) {

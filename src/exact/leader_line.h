@@ -10,7 +10,8 @@ namespace quillon::exact {
 
 /// A line that leads from an arrow at its first point to a text.
 struct LeaderLine {
-  std::vector<Point> points;  ///< in the coordinates that the item's map maps
+  std::vector<Point> points;    ///< in the coordinates around the item
+  std::vector<double> heights;  ///< of the points where they count; else none
   bool isSpline = false;
 };
 

@@ -47,6 +47,7 @@ class FaceList {
 
 struct MeshGroups {
   std::vector<Point> points;
+  std::vector<double> heights;  ///< of the points within an oblique block; else none
   std::vector<int> faces;
   int level = 0;  ///< how often the mesh is subdivided to smooth it
 };
@@ -70,9 +71,13 @@ bool readMesh(const Item& item, Canvas& canvas, MeshGroups& values) {
         if (canvas.step()) return false;
         part = MeshPart::Points;
         values.points.push_back({numberValue(group.value), 0.0});
+        if (item.depth != Point{}) values.heights.push_back(0.0);
         break;
       case 20:
         if (!values.points.empty()) values.points.back().y = numberValue(group.value);
+        break;
+      case 30:
+        if (!values.heights.empty()) values.heights.back() = numberValue(group.value);
         break;
       case 93:
         part = MeshPart::Faces;
@@ -97,6 +102,10 @@ bool readMesh(const Item& item, Canvas& canvas, MeshGroups& values) {
 void drawMesh(const Item& item, Canvas& canvas) {
   MeshGroups values;
   if (!readMesh(item, canvas, values)) return;
+  for (std::size_t i = 0; i < values.points.size(); ++i) {
+    values.points[i] =
+        item.seen(values.points[i], values.heights.empty() ? 0.0 : values.heights[i]);
+  }
   EdgesOnce edges(item, canvas, values.points, {});
   FaceList faces(edges);
   for (const int value : values.faces) {

@@ -16,7 +16,7 @@ void drawNet(const Item& item, Canvas& canvas, const MeshNet& net, const Canvas:
     for (std::uint64_t i = 0; i < count; ++i) {
       line.vertices.push_back({net.points[static_cast<std::size_t>(first + i * step)]});
     }
-    canvas.stroke(item, line, item.map, how);
+    canvas.stroke(item, line, Affine{}, how);
   };
   for (std::uint64_t row = 0; row < net.rows; ++row) {
     if (canvas.step()) return;
@@ -42,7 +42,7 @@ void EdgesOnce::draw(std::int64_t from, std::int64_t to) {
   if (low == high || !drawn_.insert(high << kIndexBits | low).second) return;
   const Path edge{
       {{points_[static_cast<std::size_t>(from)]}, {points_[static_cast<std::size_t>(to)]}}, false};
-  canvas_.stroke(item_, edge, item_.map, how_);
+  canvas_.stroke(item_, edge, Affine{}, how_);
 }
 
 }  // namespace quillon::exact

@@ -10,7 +10,7 @@
 
 namespace quillon::exact {
 
-/// A net of points, row by row, seen from above.
+/// A net of points, row by row, in units of the script.
 struct MeshNet {
   std::span<const Point> points;
   std::uint64_t rows = 0;
@@ -22,7 +22,8 @@ struct MeshNet {
 /// Draws a net's rows and its columns. Points that are missing make the entity a damaged one.
 void drawNet(const Item& item, Canvas& canvas, const MeshNet& net, const Canvas::Stroke& how);
 
-/// Draws edges between points by their indices, which count from 0, each edge once.
+/// Draws edges between points in units of the script by their indices, which count from 0, each
+/// edge once.
 class EdgesOnce {
  public:
   EdgesOnce(const Item& item, Canvas& canvas, std::span<const Point> points,

@@ -24,7 +24,7 @@ void drawLeaderLines(const Item& item, const MultiLeader& leader, Canvas& canvas
   for (const LeaderBranch& branch : leader.branches) {
     for (const std::vector<Point>& points : branch.lines) {
       if (canvas.step()) return;
-      LeaderLine line{points, leader.hasSplines};
+      LeaderLine line{points, {}, leader.hasSplines};
       if (branch.end) line.points.push_back(*branch.end);
       drawLeaderLine(item, line, canvas);
       if (const auto arrow = leaderArrow(line)) arrows.push_back(*arrow);
@@ -66,8 +66,10 @@ ParagraphText leaderParagraph(const LeaderText& text) {
   return paragraph;
 }
 
-void drawMultiLeader(const Item& item, Canvas& canvas, BlockDrawer& blocks) {
-  const MultiLeader leader = readMultiLeader(item, canvas);
+void drawMultiLeader(const Item& around, Canvas& canvas, BlockDrawer& blocks) {
+  const MultiLeader leader = readMultiLeader(around, canvas);
+  Item item = around;
+  item.map = around.mapAt(leader.height);
   if (!leader.hasContext) return canvas.lose(item, LossRule::DamagedEntity);
   if (leader.block) drawLeaderBlock(item, leader, canvas, blocks);
   if (item.isBlocksAlone) return loseOwnLines(item, canvas);

@@ -111,6 +111,9 @@ class MultiLeaderReader {
 
   void takeContext(const dxf::Group& group, double number) {
     switch (group.code) {
+      case 30:
+        leader_.height = number;
+        break;
       case 140:
         leader_.arrowSize = number;
         hasArrowSize_ = true;

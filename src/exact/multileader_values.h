@@ -51,6 +51,7 @@ struct MultiLeader {
   std::optional<LeaderBlock> block;
   std::string_view arrowBlock;  ///< upper-cased; empty: the usual arrow
   double arrowSize = 0.0;
+  double height = 0.0;  ///< of all its points
   bool hasContext = false;
   bool hasLines = true;
   bool hasSplines = false;

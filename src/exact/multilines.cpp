@@ -24,6 +24,9 @@ struct MlineVertex {
   Point at{};
   Point direction{};  ///< of the edge that starts here
   Point miter{};
+  double height = 0.0;  ///< of the place; of steps along the two directions
+  double directionRise = 0.0;
+  double miterRise = 0.0;
   /// For each element the distance along the miter, then distances along the edge where the element
   /// starts, breaks off, goes on and so forth.
   std::vector<std::vector<double>> elements{};
@@ -42,17 +45,26 @@ void takeOfMlineVertex(const dxf::Group& group, MlineGroups& values) {
     case 21:
       vertex.at.y = numberValue(group.value);
       break;
+    case 31:
+      vertex.height = numberValue(group.value);
+      break;
     case 12:
       vertex.direction.x = numberValue(group.value);
       break;
     case 22:
       vertex.direction.y = numberValue(group.value);
       break;
+    case 32:
+      vertex.directionRise = numberValue(group.value);
+      break;
     case 13:
       vertex.miter.x = numberValue(group.value);
       break;
     case 23:
       vertex.miter.y = numberValue(group.value);
+      break;
+    case 33:
+      vertex.miterRise = numberValue(group.value);
       break;
     case 74:
       vertex.elements.emplace_back();
@@ -91,6 +103,17 @@ bool readMline(const Item& item, Canvas& canvas, MlineGroups& values) {
   return true;
 }
 
+/// Places the vertices where an oblique block shows their heights. The map that is still to come.
+Affine showHeights(const Item& item, std::vector<MlineVertex>& vertices) {
+  if (item.depth == Point{}) return item.map;
+  for (MlineVertex& vertex : vertices) {
+    vertex.at = item.seen(vertex.at, vertex.height);
+    vertex.direction = item.map.turn(vertex.direction) + item.depth * vertex.directionRise;
+    vertex.miter = item.map.turn(vertex.miter) + item.depth * vertex.miterRise;
+  }
+  return {};
+}
+
 constexpr int kClosedMline = 2;
 constexpr int kNoStartCap = 4;
 constexpr int kNoEndCap = 8;
@@ -101,7 +124,10 @@ constexpr std::size_t kMostElements = 1000;
 class Mline {
  public:
   Mline(const Item& item, Canvas& canvas, MlineGroups values)
-      : item_(item), canvas_(canvas), values_(std::move(values)) {
+      : item_(item),
+        canvas_(canvas),
+        values_(std::move(values)),
+        map_(showHeights(item, values_.vertices)) {
     isClosed_ = (values_.flags & kClosedMline) != 0;
   }
 
@@ -172,10 +198,10 @@ class Mline {
     const auto [low, high] = outermost(vertex);
     if (low == high) return;
     const Path line{{{cornerOf(vertex, low)}, {cornerOf(vertex, high)}}, false};
-    const Point start = item_.map(line.vertices.front().at);
-    const Point end = item_.map(line.vertices.back().at);
+    const Point start = map_(line.vertices.front().at);
+    const Point end = map_(line.vertices.back().at);
     if (geometry::distance(start, end) < canvas_.measures().resolution) return;
-    canvas_.stroke(item_, line, item_.map);
+    canvas_.stroke(item_, line, map_);
   }
 
   /// No corner is too far away to be reckoned with.
@@ -267,7 +293,7 @@ class Mline {
     if (chain.vertices.empty()) return;
     if (closed) chain.vertices.pop_back();  // the first one again
     chain.closed = closed;
-    canvas_.stroke(item_, chain, item_.map);
+    canvas_.stroke(item_, chain, map_);
   }
 
   /// A line along all vertices, as far from them as this element is.
@@ -286,11 +312,10 @@ class Mline {
     Path one = wholeElement(low);
     const Path other = wholeElement(high);
     if (isClosed_) {
-      return fillRing(canvas_.mapped(item_, one, item_.map),
-                      canvas_.mapped(item_, other, item_.map));
+      return fillRing(canvas_.mapped(item_, one, map_), canvas_.mapped(item_, other, map_));
     }
     one.vertices.insert(one.vertices.end(), other.vertices.rbegin(), other.vertices.rend());
-    canvas_.area(item_, canvas_.mapped(item_, one, item_.map));
+    canvas_.area(item_, canvas_.mapped(item_, one, map_));
   }
 
   void fillRing(const Path& one, const Path& other) {
@@ -311,6 +336,7 @@ class Mline {
   const Item& item_;
   Canvas& canvas_;
   MlineGroups values_;
+  Affine map_;
   bool isClosed_ = false;
   bool isBroken_ = false;  ///< the element drawn last, somewhere
   Path chain_;

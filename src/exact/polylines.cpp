@@ -155,6 +155,9 @@ void VertexPolyline::add(const Entity& vertex, Canvas& canvas) {
                                                            {72, &indices[1]},
                                                            {73, &indices[2]},
                                                            {74, &indices[3]}});
+  if (open_->depth != Point{}) {
+    readNumbers(vertex.groupsBy(canvas.drawing().lineEnds), {{30, &corner.height}});
+  }
   corner.curve = geometry::curveOfBulge(bulge);
   corner.flags = cutInteger(flags);
   std::transform(indices.begin(), indices.end(), corner.indices.begin(), cutInteger);
@@ -169,7 +172,8 @@ void VertexPolyline::finish(Canvas& canvas) {
 }
 
 void VertexPolyline::draw(const Open& open, Canvas& canvas) {
-  const Item item{open.entity, open.map, open.origin, open.pen, open.isInDimension};
+  const Item item{open.entity,        open.map, open.origin, open.pen,
+                  open.isInDimension, false,    open.depth};
   if ((open.header.flags & kPolylineIsFaces) != 0) return drawFaces(open, item, canvas);
   if ((open.header.flags & kPolylineIsMesh) != 0) return drawMesh(open, item, canvas);
   drawFlat(open, item, canvas);
@@ -190,11 +194,15 @@ void VertexPolyline::drawFlat(const Open& open, const Item& item, Canvas& canvas
   for (const Corner& corner : open.corners) {
     if (canvas.step()) return;
     if ((flags & kPolylineIsSmooth) != 0 && (corner.flags & kVertexOfFrame) != 0) continue;
-    polyline.path.vertices.push_back({corner.at, isInSpace ? 0.0 : corner.curve});
+    if (isInSpace) {
+      polyline.path.vertices.push_back({item.seen(corner.at, corner.height)});
+    } else {
+      polyline.path.vertices.push_back({corner.at, corner.curve});
+    }
     if (hasWidths) polyline.widths.push_back({corner.startWidth, corner.endWidth});
   }
   drawFlatPolyline(item, canvas, polyline,
-                   isInSpace ? item.map : item.objectMap(open.header.elevation));
+                   isInSpace ? Affine{} : item.objectMap(open.header.elevation));
 }
 
 /// A smoothed mesh shows its fitted points only, any other one those of its frame.
@@ -203,7 +211,9 @@ void VertexPolyline::drawMesh(const Open& open, const Item& item, Canvas& canvas
   const bool isSmooth = (header.flags & kPolylineIsSmooth) != 0;
   std::vector<Point> points;
   for (const Corner& corner : open.corners) {
-    if (((corner.flags & kVertexIsFitted) != 0) == isSmooth) points.push_back(corner.at);
+    if (((corner.flags & kVertexIsFitted) != 0) == isSmooth) {
+      points.push_back(item.seen(corner.at, corner.height));
+    }
   }
   const auto countOf = [](double count) {
     return static_cast<std::uint64_t>(std::max(cutInteger(count), 0));
@@ -220,7 +230,9 @@ void VertexPolyline::drawMesh(const Open& open, const Item& item, Canvas& canvas
 void VertexPolyline::drawFaces(const Open& open, const Item& item, Canvas& canvas) {
   std::vector<Point> points;
   for (const Corner& corner : open.corners) {
-    if ((corner.flags & kVertexOfMesh) != 0) points.push_back(corner.at);
+    if ((corner.flags & kVertexOfMesh) != 0) {
+      points.push_back(item.seen(corner.at, corner.height));
+    }
   }
   EdgesOnce edges(item, canvas, points, meshStroke(canvas));
   for (const Corner& face : open.corners) {

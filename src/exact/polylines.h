@@ -37,6 +37,7 @@ class VertexPolyline {
     double curve = 0.0;
     double startWidth = 0.0;
     double endWidth = 0.0;
+    double height = 0.0;  ///< read where it counts: within an oblique block
     int flags = 0;
     std::array<int, 4> indices{};  ///< of a face: from 1; 0: none; negative: the edge is hidden
   };
