@@ -19,7 +19,8 @@ void RuleSet::endOfEntities() {
     translator_.turnToPaper();
     return;
   }
-  drewPaper_ = isOnlyPaper_;
+  translator_.drawLayouts();
+  drewPaper_ = translator_.turnedToPaper();
   if (!translator_.waitsForObjects()) finish();
 }
 

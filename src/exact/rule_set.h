@@ -89,7 +89,10 @@ class Survey final : public dxf::EntitySink {
          rules::CancelPoll& poll);
 
   void takeEntity(dxf::DxfEntity& entity) override { translator_.takeEntity(entity); }
-  void endOfEntities() override { translator_.endOfEntities(); }
+  void endOfEntities() override {
+    translator_.endOfEntities();
+    translator_.drawLayouts();
+  }
   const geometry::Box& bounds() const { return bounds_.box; }
 
  private:

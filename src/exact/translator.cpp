@@ -148,7 +148,7 @@ void Translator::draw(const dxf::DxfEntity& found, const Surroundings& around) {
 
 /// Content of blocks is where the block is.
 bool Translator::isInSpace(const Entity& entity, const Surroundings& around) {
-  if (around.isInBlock) return true;
+  if (around.isInBlock || isInLayout_) return true;
   if (!entity.isInPaperSpace) {
     sawModel_ = true;
     return space_ != Space::Paper;

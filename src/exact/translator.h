@@ -50,6 +50,10 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   void takeEntity(dxf::DxfEntity& entity) override;
   /// Ends a POLYLINE still open at the end.
   void endOfEntities() override { polyline_.finish(canvas_); }
+  /// After the entities: draws the first layout that is kept as a block and has more than
+  /// viewports, if paper space is to be drawn, or the model space is empty, and the entities have
+  /// none of it. Further ones are named.
+  void drawLayouts();
 
   /// Where insertions go that may become parts; they have to outlive the translator.
   void setPartMaker(PartMaker& maker) { partMaker_ = &maker; }
@@ -69,6 +73,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   bool hasOnlyPaper() const { return !sawModel_ && sawPaper_; }
   /// From now on, paper space is what is drawn.
   void turnToPaper() { space_ = Space::Paper; }
+  bool turnedToPaper() const { return space_ != options_.space; }
 
   /// Entities by name, of the kinds that `counts` has no place for.
   using NamedCounts = std::map<std::string_view, std::uint64_t>;
@@ -108,6 +113,10 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
     std::optional<dxf::LineCounter> lines{};
   };
 
+  template <typename Take>
+  void walkLayout(std::size_t blockIndex, const Take& take);
+  bool hasMoreThanViewports(std::size_t blockIndex);
+  void drawLayout(std::size_t blockIndex);
   bool drawBlock(const Item& item, std::string_view upperName, std::vector<Affine> maps) override;
   bool drawBlock(const Item& item, std::string_view upperName, const Affine& map,
                  std::vector<AttributeText> attributes) override;
@@ -143,6 +152,7 @@ class Translator final : public dxf::EntitySink, private BlockDrawer {
   Space space_;
   bool sawModel_ = false;
   bool sawPaper_ = false;
+  bool isInLayout_ = false;           ///< entities come from a layout that is kept as a block
   bool attributesAreHidden_ = false;  ///< those of the INSERT before
   rules::EntityCounts counts_{};
   rules::EntityCounts leftOut_{};

@@ -20,7 +20,62 @@ std::uint64_t handleOfEntity(const Item& item, const Canvas& canvas) {
   return 0;
 }
 
+/// Layouts are kept as blocks, but for one: its content is in the ENTITIES section.
+bool isPaperLayout(const dxf::BlockRec& block) {
+  constexpr std::string_view kPaper = "PAPER_SPACE";
+  return block.isLayout() && block.name.substr(1, kPaper.size()) == kPaper;
+}
+
 }  // namespace
+
+void Translator::drawLayouts() {
+  const bool hasNothing = !sawModel_ && !sawPaper_;
+  if (space_ == Space::Model && !hasNothing) return;
+  bool isDrawn = sawPaper_;
+  for (std::size_t i = 0; i < drawing_.blocks.size(); ++i) {
+    const dxf::BlockRec& block = drawing_.blocks[i];
+    if (!isPaperLayout(block) || !hasMoreThanViewports(i)) continue;
+    if (isDrawn) {
+      losses_.add({LossRule::LayoutNotDrawn, "LAYOUT", {}, block.firstLine, {}, 0.0, block.name});
+      continue;
+    }
+    isDrawn = true;
+    if (space_ == Space::Model) turnToPaper();
+    drawLayout(i);
+  }
+}
+
+/// Hands on its entities until one is not taken.
+template <typename Take>
+void Translator::walkLayout(std::size_t blockIndex, const Take& take) {
+  const auto& [range, firstLine] = contentOf(blockIndex);
+  dxf::LineCounter lines(range.begin, firstLine, drawing_.lineEnds.eolChar);
+  dxf::EntityWalk walk(drawing_, dxf::LineCursor(range, drawing_.lineEnds));
+  for (dxf::DxfEntity found; !walk.atEnd();) {
+    if (!walk.step(found)) continue;
+    found.line = lines.lineAt(found.groups);
+    if (poll_() || !take(found)) return;
+  }
+}
+
+bool Translator::hasMoreThanViewports(std::size_t blockIndex) {
+  bool hasMore = false;
+  walkLayout(blockIndex, [&](const dxf::DxfEntity& found) {
+    hasMore = reader_.read(found).kind != Kind::Viewport;
+    return !hasMore;
+  });
+  return hasMore;
+}
+
+void Translator::drawLayout(std::size_t blockIndex) {
+  isInLayout_ = true;
+  walkLayout(blockIndex, [this](dxf::DxfEntity& found) {
+    takeEntity(found);
+    return true;
+  });
+  polyline_.finish(canvas_);
+  isInLayout_ = false;
+}
 
 /// Draws the blocks nested within the `enclosing` outermost ones. They wait in a list, so that a
 /// drawing cannot exhaust the stack.

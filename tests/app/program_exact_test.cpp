@@ -248,6 +248,59 @@ TEST_F(ExactProgramTest, AnEmptyModelSpaceGivesWayToThePaperSpace) {
       << result.error;
 }
 
+/// A layout that is kept as a block, with a line from (0 y) to (7 y) and a text that is no block's.
+void addLayout(DxfBuilder& dxf, std::string_view name, std::string_view y) {
+  dxf.beginBlock(name)
+      .entity("VIEWPORT", {{67, "1"}, {8, "0"}, {10, "0"}, {20, "0"}, {69, "1"}})
+      .entity("LINE", {{8, "0"}, {10, "0"}, {20, y}, {11, "7"}, {21, y}})
+      .entity("ATTDEF", {{8, "0"}, {10, "0"}, {20, y}, {40, "1"}, {1, ""}, {2, "TAG"}})
+      .endBlock();
+}
+
+constexpr const char* kLayoutNotDrawn =
+    "Not drawn, further layout: LAYOUT *PAPER_SPACE2 1 (first in line ";
+
+TEST_F(ExactProgramTest, WhereAllElseIsEmptyTheFirstLayoutWithContentIsDrawn) {
+  DxfBuilder dxf;
+  dxf.beginBlock("*Paper_Space").endBlock();
+  dxf.beginBlock("*Paper_Space0").entity("VIEWPORT", {{67, "1"}, {8, "0"}}).endBlock();
+  addLayout(dxf, "*Paper_Space1", "5");
+  addLayout(dxf, "*Paper_Space2", "6");
+  dxf.entity("VIEWPORT", {{67, "1"}, {8, "0"}, {10, "0"}, {20, "0"}, {69, "1"}});
+  const std::string script = drawn(dxf);
+  EXPECT_NE(script.find("(7.0000000 5.0000000)"), std::string::npos) << script;
+  EXPECT_NE(script.find("'TAG'"), std::string::npos) << script;
+  EXPECT_EQ(script.find("(7.0000000 6.0000000)"), std::string::npos) << script;
+  EXPECT_EQ(drawn(dxf, {"--space", "paper"}), script);
+  EXPECT_EQ(drawn(dxf, {"--space", "both"}), script);
+  const std::string told = runExact(dxf, {}, {}).error;
+  EXPECT_NE(told.find("The model space is empty; the paper space was converted."),
+            std::string::npos)
+      << told;
+  EXPECT_NE(told.find(kLayoutNotDrawn), std::string::npos) << told;
+  EXPECT_NE(told.find("Not drawn, viewport: VIEWPORT 1 (first in line "), std::string::npos)
+      << told;
+}
+
+TEST_F(ExactProgramTest, LayoutsBesideTheOneThatIsDrawnAreNamed) {
+  DxfBuilder dxf;
+  addLayout(dxf, "*Paper_Space2", "6");
+  dxf.entity("LINE", {{67, "1"}, {8, "0"}, {10, "0"}, {20, "5"}, {11, "7"}, {21, "5"}});
+  const testing::ProgramResult alone = runExact(dxf, {}, {});
+  EXPECT_NE(alone.output.find("(7.0000000 5.0000000)"), std::string::npos) << alone.output;
+  EXPECT_EQ(alone.output.find("(7.0000000 6.0000000)"), std::string::npos) << alone.output;
+  EXPECT_NE(alone.error.find(kLayoutNotDrawn), std::string::npos) << alone.error;
+  dxf.entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"}});
+  for (const char* const space : {"paper", "both"}) {
+    const std::string told = runExact(dxf, {"--space", space}, {}).error;
+    EXPECT_NE(told.find(kLayoutNotDrawn), std::string::npos) << told;
+  }
+  // No layout is what the model space shows.
+  const std::string ofModel = runExact(dxf, {}, {}).error;
+  EXPECT_NE(ofModel.find("Everything that the drawing shows was converted."), std::string::npos)
+      << ofModel;
+}
+
 TEST_F(ExactProgramTest, HiddenDrawsLayersThatAreOff) {
   DxfBuilder dxf = line("DARK");
   dxf.layer("DARK", {{70, "0"}, {62, "-7"}, {6, "CONTINUOUS"}, {290, "1"}});
