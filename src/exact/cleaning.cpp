@@ -7,6 +7,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "exact/text_layout.h"
+#include "geometry/degrees.h"
 #include "geometry/path_tools.h"
 #include "geometry/vectors.h"
 
@@ -36,6 +38,40 @@ void extend(geometry::Box& box, const Segment& segment) {
   box.add(arc.start);
   box.add(arc.end);
   if (arc.curve != 0.0 && !geometry::isSurelyWithin(arc, box)) box.add(geometry::bounds(arc));
+}
+
+/// Around the letters of a text, whose widths are guessed.
+geometry::Box reachOf(const TextLine& text) {
+  const auto before = [](auto side, auto atStart, auto inMiddle) {
+    return side == atStart ? 0.0 : side == inMiddle ? 0.5 : 1.0;
+  };
+  const double length = kVectorFontWidth * text.height * static_cast<double>(text.content.size());
+  Point along = geometry::unitVector(text.angle);
+  Point up = geometry::leftOf(along);
+  if (text.mirrored) {
+    along.x = -along.x;
+    up.x = -up.x;
+  }
+  const Point corner = text.at -
+                       along * (length * before(text.columns, Columns::Left, Columns::Centre)) -
+                       up * (text.height * before(text.rows, Rows::Bottom, Rows::Centre));
+  const Point end = corner + along * length;
+  geometry::Box box;
+  for (const Point& p : {corner, end}) {
+    box.add(p);
+    box.add(p + up * text.height);
+  }
+  return box;
+}
+
+/// How far outside of a box endless lines end: a share of its sides. Where one has no length, as
+/// around a level line, a line across it is to be seen all the same.
+Point marginOf(const geometry::Box& box, double resolution) {
+  constexpr double kShare = 0.05;
+  const Point size = box.high - box.low;
+  const double longer = std::max(size.x, size.y);
+  return {kShare * (size.x < resolution ? longer : size.x),
+          kShare * (size.y < resolution ? longer : size.y)};
 }
 
 }  // namespace
@@ -72,13 +108,28 @@ void Cleaning::hold(const Origin& origin, Shape&& shape) {
 void Cleaning::take(const Origin& origin, Chain&& chain) { hold(origin, std::move(chain)); }
 void Cleaning::takeSegment(const Origin& origin, const Segment& segment) { hold(origin, segment); }
 void Cleaning::take(const Origin& origin, Area&& area) { hold(origin, std::move(area)); }
-void Cleaning::take(const Origin& origin, TextLine&& text) { hold(origin, std::move(text)); }
+void Cleaning::take(const Origin& origin, TextLine&& text) {
+  // Of those that are held, few drawings ask.
+  if (!options_.holdsShapes()) lettersHandedOn_.addPointsOf(reachOf(text));
+  hold(origin, std::move(text));
+}
 void Cleaning::take(const Origin& origin, const Dot& dot) { hold(origin, dot); }
 void Cleaning::take(const Origin& origin, const Hole& hole) { hold(origin, hole); }
 
 geometry::Box Cleaning::bounds() const {
   geometry::Box box = handedOn_;
   for (const auto& [number, layer] : layers_) box.add(layer.bounds());
+  return box;
+}
+
+geometry::Box Cleaning::letters() const {
+  geometry::Box box = lettersHandedOn_;
+  for (const auto& [number, layer] : layers_) {
+    for (std::size_t i = 0; i < layer.shapes().size(); ++i) {
+      const auto* const text = std::get_if<TextLine>(&layer.shapes()[i].shape);
+      if (text != nullptr) box.addPointsOf(reachOf(*text));
+    }
+  }
   return box;
 }
 
@@ -130,9 +181,9 @@ void Cleaning::finish() {
 
 void Cleaning::cutEndless() {
   if (endless_.empty()) return;
-  constexpr double kMargin = 0.05;
   geometry::Box box = bounds();
-  const Point margin = (box.high - box.low) * kMargin;
+  box.addPointsOf(letters());
+  const Point margin = marginOf(box, measures_.resolution);
   if (!box.empty()) box = {box.low - margin, box.high + margin};
   const std::vector<HeldEndless> lines = std::move(endless_);
   endless_.clear();

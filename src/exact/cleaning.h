@@ -64,6 +64,7 @@ class Cleaning final : public ShapeSink {
   template <typename Shape>
   void hold(const Origin& origin, Shape&& shape);
   void handOn(HeldLayer& layer);
+  geometry::Box letters() const;  ///< around those of all texts
 
   const Options& options_;
   Measures measures_;
@@ -76,6 +77,7 @@ class Cleaning final : public ShapeSink {
   HeldLayer* lastLayer_ = nullptr;
   std::vector<HeldEndless> endless_;
   geometry::Box handedOn_;  ///< around what is not held any more
+  geometry::Box lettersHandedOn_;
   OutlineReport report_;
 };
 

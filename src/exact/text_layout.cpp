@@ -12,8 +12,6 @@
 namespace quillon::exact {
 namespace {
 
-/// Average distance of letters in EAGLE's vector font, in heights of capitals. Guessed.
-constexpr double kVectorFontWidth = 0.85;
 /// Letters whose widths are off by more than this part are named; a factor of 1.1 is not.
 constexpr double kWidthTolerance = 0.1 + 1e-9;
 /// Degrees; texts turned by more than this are named.

@@ -7,6 +7,9 @@
 
 namespace quillon::exact {
 
+/// Average distance of letters in EAGLE's vector font, in heights of capitals. Guessed.
+inline constexpr double kVectorFontWidth = 0.85;
+
 /// How the letters of a text run in the coordinates of an entity.
 struct Lettering {
   Point along;               ///< towards the next letter, length 1

@@ -179,6 +179,52 @@ TEST_F(CleaningTest, EndlessLinesEndALittleOutsideOfEverythingElse) {
   EXPECT_EQ(losses.countOf(exact::LossRule::EndlessCut), 1U);
 }
 
+TEST_F(CleaningTest, AnEndlessLineAcrossALevelLineIsSeen) {
+  line(0, 0, 100, 0);
+  cleaning().take({20, "XLINE", "0", 9}, exact::EndlessLine{{50, 80}, {0, 1}, true, 0.0});
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (100 0)\n20 wire 0 (50 -5) (50 5) as it is\n");
+  EXPECT_EQ(losses.countOf(exact::LossRule::EndlessCut), 1U);
+  EXPECT_EQ(losses.countOf(exact::LossRule::EndlessAlone), 0U);
+}
+
+/// What is left of an endless line across a text of two letters at (0 0), which is 17 mm long.
+std::string acrossText(exact::TextLine text, const exact::EndlessLine& endless,
+                       const exact::Options& options = {}) {
+  exact::LossList losses;
+  ShapeLog log;
+  exact::Cleaning cleaning(options, losses, log);
+  text.content = "ab";
+  text.height = 10.0;
+  cleaning.take({20, "TEXT", "0", 1}, std::move(text));
+  cleaning.take({20, "XLINE", "0", 9}, endless);
+  cleaning.finish();
+  const std::string& all = log.text();
+  const std::size_t place = all.rfind(" (", all.rfind(" (") - 1);
+  return place == std::string::npos ? "" : all.substr(place + 1, all.rfind(')') - place);
+}
+
+TEST_F(CleaningTest, EndlessLinesEndOutsideOfTheLettersOfTexts) {
+  const auto level = [](double y) { return exact::EndlessLine{{50, y}, {1, 0}, true, 0.0}; };
+  exact::TextLine text;
+  EXPECT_EQ(acrossText(text, level(5)), "(-0.85 5) (17.85 5)");
+  exact::Options asItIs;
+  asItIs.chains = false;
+  asItIs.joinTolerance = 0.0;
+  asItIs.dropDuplicates = false;
+  EXPECT_EQ(acrossText(text, level(5), asItIs), "(-0.85 5) (17.85 5)");
+  text.columns = exact::Columns::Right;
+  text.rows = exact::Rows::Top;
+  EXPECT_EQ(acrossText(text, level(-5)), "(-17.85 -5) (0.85 -5)");
+  text.mirrored = true;
+  EXPECT_EQ(acrossText(text, level(-5)), "(-0.85 -5) (17.85 -5)");
+  text.columns = exact::Columns::Centre;
+  text.rows = exact::Rows::Centre;
+  EXPECT_EQ(acrossText(text, level(0)), "(-9.35 0) (9.35 0)");
+  exact::TextLine turned;
+  turned.angle = 90.0;
+  EXPECT_EQ(acrossText(turned, {{-5, 50}, {0, 1}, true, 0.0}), "(-5 -0.85) (-5 17.85)");
+}
+
 TEST_F(CleaningTest, AnEndlessLineAloneIsLeftOut) {
   cleaning().take({20, "RAY", "0", 9}, exact::EndlessLine{{50, 50}, {1, 0}, false, 0.0});
   EXPECT_EQ(cleaned(), "");
