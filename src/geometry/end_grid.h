@@ -22,11 +22,10 @@ struct JoinedEnds {
 
 /// Makes ends one point that are at most `tolerance` (units of the paths; 0: equal ends alone) from
 /// each other: where lines or polylines meet already, else where the first one of them in the order
-/// of the pieces ends, else the same of arcs. Ends move to it bit for bit; arcs there keep their
-/// radius, or their angle where the chord is too long for that. Ends of a piece that is hardly
-/// longer than its chord and shorter than the tolerance stay apart, and so do places at which two
-/// or more ends each meet already. There may be up to kMostPieces. Linear time. Where `stop` ends
-/// it early, the pieces are as they were.
+/// of the pieces ends, else the same of arcs. Ends move to it bit for bit, as by moveEnds(). Ends
+/// of a piece that is hardly longer than its chord and shorter than the tolerance stay apart, and
+/// so do places at which two or more ends each meet already. There may be up to kMostPieces. Linear
+/// time. Where `stop` ends it early, the pieces are as they were.
 JoinedEnds joinEnds(std::vector<Piece>& pieces, double tolerance, const StopCheck& stop = {});
 
 }  // namespace quillon::geometry

@@ -23,7 +23,8 @@ bool hasEnds(const Piece& piece);
 /// Of a piece that has ends: one with an even number is its start.
 Point endOf(const Piece& piece, std::size_t end);
 /// Of a piece that has ends: to where they move bit for bit. Arcs there keep their radius, or their
-/// angle where the chord is too long for that.
+/// angle where the chord is too long for that, or where the arc would move much farther than its
+/// ends; where it would so with both, it becomes two arcs that meet in its middle.
 void moveEnds(Piece& piece, Point start, Point end);
 
 Path pathOf(const Piece& piece);

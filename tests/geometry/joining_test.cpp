@@ -57,6 +57,62 @@ TEST(JoinEnds, KeepsTheAngleWhereTheChordIsTooLong) {
   EXPECT_EQ(pathOf(pieces[1]).vertices[0], (Vertex{{0, 0}, 180}));
 }
 
+TEST(JoinEnds, KeepsTheAngleOfAHalfCircle) {
+  // With the same radius, an end 9 um away moves the summit by 0.3 mm.
+  for (const double missing : {0.009, 0.001, 1e-5, 1e-6, 1e-9}) {
+    std::vector<Piece> pieces = {linePiece({5, -10 + missing}, {0, -10 + missing}),
+                                 arc({0, 10}, {0, -10}, 180), linePiece({0, 10}, {5, 10})};
+    joinEnds(pieces, 0.01);
+    EXPECT_EQ(edgeAt(pathOf(pieces[1]), 0), (Edge{{0, 10}, {0, -10 + missing}, 180}));
+  }
+}
+
+/// The largest distance from points of an edge to the path that it became.
+double largestDistance(const Edge& edge, const Path& path) {
+  double largest = 0.0;
+  for (int i = 0; i <= 64; ++i) {
+    double least = 1e9;
+    for (std::size_t k = 0; k < edgeCount(path); ++k) {
+      least = std::min(least, distanceTo(edgeAt(path, k), pointAt(edge, i / 64.0)));
+    }
+    largest = std::max(largest, least);
+  }
+  return largest;
+}
+
+TEST(JoinEnds, MovesNoPointOfAnArcMuchFartherThanItsEnds) {
+  for (const double curve :
+       {1.0, 90.0, 160.0, 175.0, 179.9, 180.0, 180.1, 190.0, 225.0, 300.0, 340.0, 355.0, 359.9}) {
+    for (const double radius : {0.05, 1.0, 10.0, 500.0}) {
+      const Edge old = {unitVector(0) * radius, unitVector(curve) * radius, curve};
+      if (distance(old.from, old.to) < 0.015) continue;
+      for (int move = 0; move < 64; ++move) {
+        const Point start = unitVector(45.0 * (move % 8)) * 0.009;
+        const Point end = unitVector(45.0 * (move / 8)) * (move % 3 == 0 ? 0.0 : 1e-5);
+        Piece piece = {old, 0, 0, true};
+        moveEnds(piece, old.from + start, old.to + end);
+        EXPECT_EQ(endOf(piece, 0), old.from + start);
+        EXPECT_EQ(endOf(piece, 1), old.to + end);
+        EXPECT_LT(largestDistance(old, pathOf(piece)), 0.03) << curve << " " << radius;
+      }
+    }
+  }
+}
+
+TEST(JoinEnds, HoldsTheSummitOfAnArcAlmostAllRound) {
+  // Between the ends alone, the summit would swing aside by 0.1 mm.
+  const Edge old = {unitVector(5) * 10, unitVector(-5) * 10, 350};
+  for (const bool isPath : {false, true}) {
+    Piece piece = {old, 0, 0, true};
+    if (isPath) piece.shape = openPath({{old.from, old.curve}, {old.to}, {{30, 0}}});
+    moveEnds(piece, old.from + Point{0.009, 0}, endOf(piece, 1));
+    const Path path = pathOf(piece);
+    ASSERT_EQ(path.vertices.size(), isPath ? 4U : 3U);
+    EXPECT_NEAR(distance(path.vertices[1].at, {-10, 0}), 0.0, 1e-12);
+    EXPECT_EQ(path.vertices[2].at, old.to);
+  }
+}
+
 TEST(JoinEnds, ClosesAnArcAlmostAllRound) {
   std::vector<Piece> pieces = {arc({1, 0}, {1, -0.001}, 359.9427)};
   const JoinedEnds joined = joinEnds(pieces, 0.01);
