@@ -1,6 +1,8 @@
 #include "exact/canvas.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <utility>
 
 #include "base/number_text.h"
@@ -90,6 +92,10 @@ void Canvas::segment(const Item& item, Point start, Point end) {
   if (!isLongEnough(end - start, measures_.resolution)) {
     return lose(item, LossRule::ZeroLength, start);
   }
+  if (item.pen.losesPattern()) {
+    const double most = item.pen.patternLength;
+    if (!(geometry::dot(end - start, end - start) <= most * most)) losePattern(item);
+  }
   if (!item.pen.dashes.empty()) return strokeDashed(item, {{{start}, {end}}, false}, {});
   sink_->takeSegment(item.origin, {lookOf(item, {}), start, end});
 }
@@ -149,6 +155,9 @@ void Canvas::strokeMapped(const Item& item, Path path, const Stroke& how, bool i
   const Point first = path.vertices.front().at;
   tidy(path);
   if (path.vertices.size() < 2) return lose(item, LossRule::ZeroLength, first);
+  if (item.pen.losesPattern() && !how.solid && showsPattern(item, path, how.dashesAlongWhole)) {
+    losePattern(item);
+  }
   if (!item.pen.dashes.empty() && !how.solid) return strokeDashed(item, path, how);
   take(item, std::move(path), how, isCircle);
 }
@@ -267,12 +276,46 @@ void Canvas::endless(const Item& item, Point start, Point direction, bool bothWa
   if (!geometry::usable(start) || geometry::unit(direction) == Point{}) {
     return lose(item, LossRule::UnusableNumbers);
   }
-  sink_->take(item.origin, EndlessLine{start, direction, bothWays, item.pen.width});
+  const Pen& pen = item.pen;
+  if (pen.lacksShapes) losePattern(item);
+  sink_->take(item.origin, EndlessLine{start, direction, bothWays, pen.width, pen.style, pen.dashes,
+                                       pen.hasSolidInstead});
 }
 
 void Canvas::loseNamed(const Item& item, LossRule rule, std::string_view name) {
   losses_.add({rule, item.origin.kind, item.origin.dxfLayer, item.origin.line, item.map(Point{}),
                0.0, base::trimBlanks(name)});
+}
+
+bool Canvas::showsPattern(const Item& item, const Path& path, bool alongWhole) {
+  const double most = item.pen.patternLength;
+  if (most == 0.0 || path.vertices.empty()) return false;
+  const auto join = [alongWhole](double length, double next) {
+    return alongWhole ? length + next : std::max(length, next);
+  };
+  // Nearly all are told by their chords, which take less time.
+  constexpr double kHalfCircle = std::numbers::pi / 2.0;
+  double chord = 0.0;
+  bool isNarrow = true;
+  Point from = path.closed ? path.vertices.back().at : path.vertices.front().at;
+  for (const geometry::Vertex& vertex : path.vertices) {
+    chord = join(chord, geometry::distance(from, vertex.at));
+    if (!(chord <= most)) return true;
+    isNarrow = isNarrow && std::fabs(vertex.curve) <= 180.0;
+    from = vertex.at;
+  }
+  if (isNarrow && chord * kHalfCircle <= most) return false;
+  double length = 0.0;
+  for (std::size_t i = 0; i < geometry::edgeCount(path) && length <= most; ++i) {
+    length = join(length, geometry::lengthOf(geometry::edgeAt(path, i)));
+  }
+  return !(length <= most);
+}
+
+void Canvas::losePattern(const Item& item) {
+  if (std::exchange(saidPattern_, true)) return;
+  if (item.pen.hasSolidInstead) lose(item, LossRule::DrawnSolid);
+  if (item.pen.lacksShapes) lose(item, LossRule::LineTypeShapes);
 }
 
 void Canvas::lose(const Item& item, LossRule rule, std::optional<Point> at, double measure,

@@ -73,6 +73,9 @@ class Canvas {
   /// From now on shapes go there. Where they went before.
   ShapeSink& drawInto(ShapeSink& sink) { return *std::exchange(sink_, &sink); }
 
+  /// What is drawn from now on is of the next item.
+  void beginItem() { saidPattern_ = false; }
+
   EntityGroups groupsOf(const Item& item) const { return item.entity.groupsBy(drawing_.lineEnds); }
   /// Counts a step of work; true when the work is to end.
   bool step() { return poll_(); }
@@ -121,6 +124,10 @@ class Canvas {
   void hole(const Item& item, Point centre, double drill);
   void endless(const Item& item, Point start, Point direction, bool bothWays);
 
+  /// Whether a path in units of the script is so long that the line type's pattern shows on it.
+  static bool showsPattern(const Item& item, const Path& path, bool alongWhole);
+  /// Names what is lost of the line type's pattern, once for each item.
+  void losePattern(const Item& item);
   /// Notes a loss of an item; `at` in units of the script.
   void lose(const Item& item, LossRule rule, std::optional<Point> at = {}, double measure = 0.0,
             std::uint64_t count = 1);
@@ -149,6 +156,7 @@ class Canvas {
   LossList& losses_;
   rules::CancelPoll& poll_;
   bool hasFineFill_ = false;  ///< that was said already
+  bool saidPattern_ = false;  ///< likewise, of the present item
 };
 
 }  // namespace quillon::exact

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "exact/text_layout.h"
+#include "geometry/dashes.h"
 #include "geometry/degrees.h"
 #include "geometry/path_tools.h"
 #include "geometry/vectors.h"
@@ -200,11 +201,28 @@ void Cleaning::cutEndless() {
       continue;
     }
     losses_.add(event);
-    Chain chain;
-    chain.path = {{{line.start + way * from}, {line.start + way * part->second}}, false};
-    chain.width = line.width;
-    chain.cleanable = false;
-    hold(origin, std::move(chain));
+    holdPart(origin, line, line.start + way * from, line.start + way * part->second);
+  }
+}
+
+void Cleaning::holdPart(const Origin& origin, const EndlessLine& line, Point from, Point to) {
+  const auto lose = [&](LossRule rule) {
+    losses_.add({rule, origin.kind, origin.dxfLayer, origin.line, line.start});
+  };
+  if (line.hasSolidInstead) lose(LossRule::DrawnSolid);
+  Chain chain;
+  chain.width = line.width;
+  chain.style = line.style;
+  chain.cleanable = false;
+  geometry::Dashes parts = geometry::dashed({{{from}, {to}}, false}, line.dashes);
+  if (parts.tooMany) lose(LossRule::TooManyDashes);
+  for (Path& dash : parts.dashes) {
+    chain.path = std::move(dash);
+    hold(origin, Chain(chain));
+    if (poll_ != nullptr && (*poll_)()) return;
+  }
+  for (const Point& centre : parts.dots) {
+    hold(origin, Dot{centre, std::max(line.width, measures_.dot)});
   }
 }
 

@@ -63,6 +63,8 @@ class Cleaning final : public ShapeSink {
   HeldLayer& layerOf(int number);
   template <typename Shape>
   void hold(const Origin& origin, Shape&& shape);
+  /// What is seen of an endless line.
+  void holdPart(const Origin& origin, const EndlessLine& line, Point from, Point to);
   void handOn(HeldLayer& layer);
   geometry::Box letters() const;  ///< around those of all texts
 

@@ -85,9 +85,15 @@ struct Pen {
   Style style = Style::Continuous;
   /// Lengths of dashes (above 0), gaps (below) and dots (0) in units of the script; empty: solid.
   std::vector<double> dashes;
+  /// The length of the line type's pattern, in units of the script; lines up to it are solid in the
+  /// drawing as well. 0: all are.
+  double patternLength = 0.0;
   bool hasSolidInstead = false;  ///< the line type is dashed, the option draws it solid
   bool lacksShapes = false;      ///< the line type has letters or symbols, which are left out
   bool fillsClosed = false;      ///< closed polylines become areas
+
+  /// Lines longer than the pattern do not show all of it.
+  bool losesPattern() const { return hasSolidInstead || lacksShapes; }
 };
 
 /// One entity at one place.

@@ -1,6 +1,9 @@
 #include "exact/pens.h"
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <numeric>
 #include <string>
 
 #include "base/encoding.h"
@@ -13,6 +16,15 @@ namespace {
 constexpr int kByLayer = -1;
 constexpr int kByBlock = -2;
 constexpr double kDefaultWeight = 0.25;  // millimetres
+
+/// The length of a pattern; 0 for one of dashes and dots, or of gaps, alone, which is solid.
+double totalOf(const std::vector<double>& pattern, bool hasShapes) {
+  const auto isGap = [](double length) { return length < 0.0; };
+  const auto gaps = std::count_if(pattern.begin(), pattern.end(), isGap);
+  if (!hasShapes && (gaps == 0 || gaps == std::ssize(pattern))) return 0.0;
+  return std::accumulate(pattern.begin(), pattern.end(), 0.0,
+                         [](double sum, double length) { return sum + std::fabs(length); });
+}
 
 /// EAGLE's style nearest to a pattern: dots make it DashDot, else the length of the first dash
 /// decides.
@@ -39,14 +51,14 @@ Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inher
   }
   const Pattern& pattern = patternOf(lineTypeOf(entity, layer, inherited));
   if (pattern.lengths.empty()) return pen;
+  pen.patternLength = pattern.total * std::fabs(entity.lineTypeScale) * map.scale();
   if (options_.lineTypes == LineTypes::Solid) {
-    pen.hasSolidInstead = true;
+    pen.hasSolidInstead = pen.patternLength > 0.0;
     return pen;
   }
   // Shorter dashes than this look like EAGLE's short ones.
   constexpr double kLongDash = 3.0;  // millimetres
-  const double ltScale = drawing_.ltScale == dxf::kNotGiven ? 1.0 : drawing_.ltScale;
-  const double factor = ltScale * entity.lineTypeScale * map.scale();
+  const double factor = ltScale() * entity.lineTypeScale * map.scale();
   std::vector<double> dashes;
   dashes.reserve(pattern.lengths.size());
   for (const double length : pattern.lengths) dashes.push_back(length * factor);
@@ -63,6 +75,8 @@ Pen Pens::penOf(const Entity& entity, const Layer& layer, const Inherited& inher
   }
   return pen;
 }
+
+double Pens::ltScale() const { return drawing_.ltScale == dxf::kNotGiven ? 1.0 : drawing_.ltScale; }
 
 Inherited Pens::inheritedFrom(const Entity& reference, const Layer& layer,
                               const Inherited& inherited) const {
@@ -94,6 +108,7 @@ const Pens::Pattern& Pens::searchedPatternOf(std::string_view lineType) {
     if (group.code == 49) pattern.lengths.push_back(number);
     if (group.code == 74) pattern.hasShapes = pattern.hasShapes || number != 0.0;
   }
+  pattern.total = totalOf(pattern.lengths, pattern.hasShapes) * std::fabs(ltScale());
   return pattern;
 }
 

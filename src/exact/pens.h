@@ -37,9 +37,11 @@ class Pens {
   std::string_view lineTypeOf(const Entity& entity, const Layer& layer,
                               const Inherited& inherited) const;
   int lineWeightOf(const Entity& entity, const Layer& layer, const Inherited& inherited) const;
+  double ltScale() const;
   /// A line type of the drawing.
   struct Pattern {
     std::vector<double> lengths;
+    double total = 0.0;      ///< of scaled lengths without their signs; 0 where all is solid
     bool hasShapes = false;  ///< letters or symbols between the dashes
   };
 

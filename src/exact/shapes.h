@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "geometry/path.h"
 
@@ -91,6 +92,9 @@ struct EndlessLine {
   Point direction;
   bool bothWays = false;
   double width = 0.0;
+  Style style = Style::Continuous;
+  std::vector<double> dashes{};  ///< as those of a pen
+  bool hasSolidInstead = false;  ///< likewise
 };
 
 /// Takes shapes in the order of the drawing.

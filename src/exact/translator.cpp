@@ -38,25 +38,6 @@ bool hasContent(Kind kind) {
   }
 }
 
-/// Kinds that are drawn with lines, for which line types count.
-bool isDrawnWithLines(Kind kind) {
-  switch (kind) {
-    case Kind::Line:
-    case Kind::Arc:
-    case Kind::Circle:
-    case Kind::Ellipse:
-    case Kind::Spline:
-    case Kind::Helix:
-    case Kind::LwPolyline:
-    case Kind::Polyline:
-    case Kind::Leader:
-    case Kind::Mline:
-      return true;
-    default:
-      return false;
-  }
-}
-
 Point baseOf(const dxf::BlockRec& block) {
   return {base::numberValue(block.baseX), base::numberValue(block.baseY)};
 }
@@ -139,10 +120,7 @@ void Translator::draw(const dxf::DxfEntity& found, const Surroundings& around) {
   const bool isUnseen =
       layer.number == base::kNotConverted || (layer.isOff && !options_.hiddenLayers);
   const Item item{entity, around.map, origin, pen, around.isInDimension, isUnseen, around.depth};
-  if (isDrawnWithLines(entity.kind)) {
-    if (pen.hasSolidInstead) canvas_.lose(item, LossRule::DrawnSolid);
-    if (pen.lacksShapes) canvas_.lose(item, LossRule::LineTypeShapes);
-  }
+  canvas_.beginItem();
   dispatch(item, around);
 }
 

@@ -45,8 +45,13 @@ void drawThin(const Item& item, Canvas& canvas, const FlatPolyline& polyline, co
     return canvas.stroke(item, polyline.path, map, how);
   }
   const Path outline = canvas.mapped(item, polyline.path, map);
-  if (!isOneLine(outline, canvas.measures().resolution)) return canvas.area(item, outline);
-  canvas.stroke(item, outline, Affine{}, how);
+  if (isOneLine(outline, canvas.measures().resolution)) {
+    return canvas.stroke(item, outline, Affine{}, how);
+  }
+  const bool losesPattern =
+      item.pen.losesPattern() && Canvas::showsPattern(item, outline, how.dashesAlongWhole);
+  if (losesPattern) canvas.losePattern(item);
+  canvas.area(item, outline);
 }
 
 /// How far a wire and its band are apart, as a share of their width: by the round ends, and in
@@ -85,6 +90,10 @@ class WidePolyline {
     if (band.runs.empty() && band.areas.empty()) {
       return canvas_.lose(item_, LossRule::ZeroLength, startPlace(path, map_));
     }
+    showsPattern_ =
+        item_.pen.patternLength > 0.0 &&
+        Canvas::showsPattern(item_, canvas_.mapped(item_, path, map_), dashesAlongWhole_);
+    if (showsPattern_) canvas_.losePattern(item_);
     for (const geometry::Band::Run& run : band.runs) {
       if (canvas_.step()) return;
       drawRun(run);
@@ -138,7 +147,7 @@ class WidePolyline {
 
   void drawArea(const geometry::Region& region) {
     const bool isDashed = !item_.pen.dashes.empty() || item_.pen.style != Style::Continuous;
-    if (isDashed && !std::exchange(saidSolid_, true)) {
+    if (isDashed && std::exchange(showsPattern_, false)) {
       canvas_.lose(item_, LossRule::DrawnSolid, startPlace(region.outer, map_));
     }
     if (region.holes.empty()) {
@@ -160,7 +169,7 @@ class WidePolyline {
   Affine map_;
   double scale_;
   bool dashesAlongWhole_;
-  bool saidSolid_ = false;
+  bool showsPattern_ = false;  ///< and it was not said that areas do not show it
 };
 
 bool hasAnyWidth(const std::vector<geometry::EdgeWidth>& widths) {

@@ -225,6 +225,30 @@ TEST_F(CleaningTest, EndlessLinesEndOutsideOfTheLettersOfTexts) {
   EXPECT_EQ(acrossText(turned, {{-5, 50}, {0, 1}, true, 0.0}), "(-5 -0.85) (-5 17.85)");
 }
 
+TEST_F(CleaningTest, EndlessLinesHaveTheirStyleOrDashes) {
+  line(0, 0, 100, 100);
+  exact::EndlessLine endless{{50, 50}, {1, 0}, false, 0.0};
+  endless.style = exact::Style::LongDash;
+  cleaning().take({20, "RAY", "0", 8}, endless);
+  endless.style = exact::Style::Continuous;
+  endless.dashes = {20, -10, 0, -10};
+  cleaning().take({20, "RAY", "0", 9}, endless);
+  EXPECT_EQ(cleaned(),
+            "20 wire 0 (0 0) (100 100)\n20 wire 0 style 1 (50 50) (105 50) as it is\n"
+            "20 wire 0 (50 50) (67.5 50) as it is\n20 wire 0 (87.5 50) (105 50) as it is\n"
+            "20 dot 0.1 (77.5 50)\n");
+  EXPECT_EQ(losses.countOf(exact::LossRule::DrawnSolid), 0U);
+}
+
+TEST_F(CleaningTest, DashedEndlessLinesThatAreSolidInsteadAreNamed) {
+  line(0, 0, 100, 100);
+  exact::EndlessLine endless{{50, 50}, {1, 0}, true, 0.0};
+  endless.hasSolidInstead = true;
+  cleaning().take({20, "XLINE", "0", 9}, endless);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (100 100)\n20 wire 0 (-5 50) (105 50) as it is\n");
+  EXPECT_EQ(losses.countOf(exact::LossRule::DrawnSolid), 1U);
+}
+
 TEST_F(CleaningTest, AnEndlessLineAloneIsLeftOut) {
   cleaning().take({20, "RAY", "0", 9}, exact::EndlessLine{{50, 50}, {1, 0}, false, 0.0});
   EXPECT_EQ(cleaned(), "");

@@ -38,6 +38,83 @@ TEST(ExactLineTypes, DashedLinesAreSolidAndCountedUnlessWantedOtherwise) {
   EXPECT_EQ(drawing.lossList().countOf(exact::LossRule::DrawnSolid), 2U);
 }
 
+TEST(ExactLineTypes, EveryKindWhoseLinesAreSolidInsteadIsNamedOnce) {
+  const GroupPairs endless = {{8, "0"},  {6, "DASHED"}, {10, "0"},
+                              {20, "0"}, {11, "30"},    {21, "30"}};
+  DxfBuilder dxf = withLineTypes();
+  dxf.entity("XLINE", endless).entity("RAY", endless);
+  dxf.entity("MESH", {{8, "0"},   {6, "DASHED"}, {100, "AcDbSubDMesh"},
+                      {91, "0"},  {92, "3"},     {10, "0"},
+                      {20, "0"},  {30, "0"},     {10, "30"},
+                      {20, "0"},  {30, "0"},     {10, "30"},
+                      {20, "30"}, {30, "0"},     {93, "4"},
+                      {90, "3"},  {90, "0"},     {90, "1"},
+                      {90, "2"},  {94, "0"}});
+  dxf.entity("MPOLYGON",
+             {{8, "0"},   {6, "DASHED"}, {70, "1"},  {10, "0"},  {20, "0"}, {2, "SOLID"}, {71, "0"},
+              {91, "1"},  {92, "2"},     {72, "0"},  {73, "1"},  {93, "3"}, {10, "0"},    {20, "0"},
+              {10, "30"}, {20, "0"},     {10, "30"}, {20, "30"}, {75, "0"}, {76, "1"}});
+  dxf.entity("DIMENSION", {{8, "0"},
+                           {6, "DASHED"},
+                           {10, "0"},
+                           {20, "20"},
+                           {70, "1"},
+                           {13, "0"},
+                           {23, "0"},
+                           {14, "50"},
+                           {24, "0"}});
+  dxf.entity("MULTILEADER", {{8, "0"},
+                             {6, "DASHED"},
+                             {100, "AcDbMLeader"},
+                             {300, "CONTEXT_DATA{"},
+                             {302, "LEADER{"},
+                             {290, "1"},
+                             {10, "40"},
+                             {20, "0"},
+                             {304, "LEADER_LINE{"},
+                             {10, "0"},
+                             {20, "0"},
+                             {305, "}"},
+                             {303, "}"},
+                             {301, "}"},
+                             {170, "1"}});
+  const ExactDrawing drawing(dxf);
+  for (const char* const kind : {"MESH", "MPOLYGON", "DIMENSION", "MULTILEADER"}) {
+    EXPECT_NE(drawing.losses().find("line-type-solid " + std::string(kind) + " 1 line "),
+              std::string::npos)
+        << kind << "\n"
+        << drawing.losses();
+  }
+  EXPECT_EQ(drawing.shapes().find("7 xline (0 0) (30 30) solid\n7 ray (0 0) (30 30) solid\n"), 0U);
+  for (const auto lineTypes : {exact::LineTypes::Style, exact::LineTypes::Dashes}) {
+    EXPECT_EQ(ExactDrawing(dxf, drawnAs(lineTypes)).losses().find("line-type-solid"),
+              std::string::npos);
+  }
+}
+
+TEST(ExactLineTypes, LinesThatAreSolidInTheDrawingAreNoLoss) {
+  DxfBuilder dxf = withLineTypes();
+  dxf.dashes("ONE", "5", {"5"});
+  dxf.entity("LINE", lineOf("0", {{6, "DASHED"}}));
+  dxf.entity("LINE", lineOf("10", {{6, "DASHED"}}));
+  dxf.entity("LINE", lineOf("30", {{6, "ONE"}}));
+  // Each edge has a pattern of its own, unless it goes on around corners.
+  const GroupPairs corner = {{6, "DASHED"}, {10, "0"}, {20, "0"}, {10, "6"},
+                             {20, "0"},     {10, "6"}, {20, "6"}};
+  const auto polyline = [&](std::string_view flags, std::string_view width) {
+    GroupPairs groups = {{8, "0"}, {70, flags}, {43, width}};
+    groups.insert(groups.end(), corner.begin(), corner.end());
+    dxf.entity("LWPOLYLINE", groups);
+  };
+  polyline("0", "0");
+  polyline("0", "1");
+  EXPECT_EQ(ExactDrawing(dxf).lossList().countOf(exact::LossRule::DrawnSolid), 0U);
+  polyline("128", "0");
+  polyline("128", "1");
+  dxf.entity("CIRCLE", {{8, "0"}, {6, "DASHED"}, {10, "0"}, {20, "0"}, {40, "2"}});
+  EXPECT_EQ(ExactDrawing(dxf).lossList().countOf(exact::LossRule::DrawnSolid), 3U);
+}
+
 TEST(ExactLineTypes, TheStyleFollowsTheFirstDashAndTheDots) {
   DxfBuilder dxf = withLineTypes();
   for (const char* const name : {"DASHED", "SHORT", "DASHDOT", "DOT"}) {
@@ -100,6 +177,15 @@ TEST(ExactLineTypes, LettersAndSymbolsInThemAreLeftOutAndNamed) {
     EXPECT_EQ(drawing.losses().find("line-type-shapes TEXT"), std::string::npos);
   }
   EXPECT_EQ(ExactDrawing(dxf).losses().find("line-type-shapes"), std::string::npos);
+}
+
+TEST(ExactLineTypes, ALineTypeOfSymbolsWithoutGapsIsNamed) {
+  DxfBuilder dxf;
+  dxf.lineType("TRACKS", {{70, "0"}, {73, "2"}, {40, "4"}, {49, "2"}, {74, "4"}, {49, "2"}});
+  dxf.entity("LINE", lineOf("30", {{6, "TRACKS"}})).entity("LINE", lineOf("4", {{6, "TRACKS"}}));
+  EXPECT_EQ(ExactDrawing(dxf).lossList().countOf(exact::LossRule::DrawnSolid), 1U);
+  const ExactDrawing dashed(dxf, drawnAs(exact::LineTypes::Dashes));
+  EXPECT_EQ(dashed.lossList().countOf(exact::LossRule::LineTypeShapes), 1U);
 }
 
 DxfBuilder withWeights() {

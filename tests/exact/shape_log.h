@@ -65,6 +65,7 @@ class ShapeLog : public exact::ShapeSink {
     begin(origin, line.bothWays ? "xline" : "ray");
     put(line.start);
     put(line.direction);
+    if (line.hasSolidInstead) text_ += " solid";
     text_ += "\n";
   }
 
