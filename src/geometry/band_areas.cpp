@@ -11,7 +11,8 @@
 namespace quillon::geometry {
 namespace {
 
-constexpr double kSmooth = 1e-9;  ///< sine of a turn that is none
+constexpr double kSmooth = 1e-9;   ///< sine of a turn that is none
+constexpr double kNoArea = 1e-12;  ///< of a piece, as a share of the square of half the width
 
 /// The edge moved to its left, around the same centre; what would pass the centre ends there.
 Edge movedLeft(const Edge& edge, double by) {
@@ -179,14 +180,17 @@ bool isSimple(const Region& region) {
   return !crossOrTouch(rings);
 }
 
-/// A region for each edge and for the outer side of each corner.
+/// A region for each edge and for the outer side of each corner. Corners at which the path turns
+/// back have none.
 std::vector<Region> inPieces(const Path& path, double by) {
   std::vector<Region> pieces;
   const auto add = [&pieces, by](Path outline) {
     outline.closed = true;
     outline = cleaned(outline, by);
     if (outline.vertices.size() < 2) return;
-    pieces.push_back({signedArea(outline) < 0.0 ? reversed(outline) : outline, {}});
+    const double area = signedArea(outline);
+    if (std::fabs(area) <= kNoArea * by * by) return;
+    pieces.push_back({area < 0.0 ? reversed(outline) : outline, {}});
   };
   const std::size_t count = edgeCount(path);
   for (std::size_t i = 0; i < count; ++i) {

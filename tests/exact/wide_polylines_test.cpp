@@ -312,6 +312,17 @@ TEST(ExactWidePolylines, BandsThatCrossThemselvesAreCoveredByParts) {
   EXPECT_EQ(std::count(shapes.begin(), shapes.end(), '\n'), 5) << shapes;
 }
 
+TEST(ExactWidePolylines, OnesThatTurnBackLoseNothing) {
+  const DxfBuilder dxf =
+      oneEntity("LWPOLYLINE",
+                {{43, "4"}, {10, "0"}, {20, "0"}, {10, "20"}, {20, "0"}, {10, "10"}, {20, "0"}});
+  const ExactDrawing drawing(dxf, wideAs(WideLines::Areas));
+  EXPECT_EQ(drawing.shapes(),
+            "7 area (0 2) (0 -2) (20 -2) (20 2) (0 2)\n"
+            "7 area (20 -2) (20 2) (10 2) (10 -2) (20 -2)\n");
+  EXPECT_EQ(measuredLosses(drawing), "fine-fill 1 0\n");
+}
+
 TEST(ExactWidePolylines, HugeOnesEndSoon) {
   std::string text = "0\nSECTION\n2\nENTITIES\n0\nLWPOLYLINE\n8\n0\n90\n-7\n43\n3\n";
   std::uint32_t seed = 1;
