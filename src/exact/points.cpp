@@ -56,6 +56,10 @@ std::vector<Path> glyphLines(int mode, double size) {
   return lines;
 }
 
+int modeOfPoints(const Canvas& canvas) {
+  return static_cast<int>(std::clamp(canvas.drawing().header.pdMode, 0.0, 255.0));
+}
+
 /// In units of the script. Blocks do not scale it.
 double glyphSize(const Item& item, Canvas& canvas, Point at) {
   const double size = canvas.drawing().header.pdSize * canvas.options().factor;
@@ -65,7 +69,7 @@ double glyphSize(const Item& item, Canvas& canvas, Point at) {
 }
 
 void drawGlyph(const Item& item, Point at, double angle, Canvas& canvas) {
-  const int mode = static_cast<int>(std::clamp(canvas.drawing().header.pdMode, 0.0, 255.0));
+  const int mode = modeOfPoints(canvas);
   if (mode == kNoGlyph) return;
   if ((mode & kGlyphBits) == kDotGlyph)
     canvas.dot(item, at, kDotDiameter * canvas.measures().millimetre);
@@ -91,9 +95,12 @@ void drawPoint(const Item& item, Canvas& canvas) {
   double angle = 0.0;
   readNumbers(canvas.groupsOf(item), {{10, &place.x}, {20, &place.y}, {30, &height}, {50, &angle}});
   const Point at = item.seen(place, height);
-  if (options.points == PointStyle::None) return;
   if (!geometry::usable(at) || !geometry::usable(angle)) {
     return canvas.lose(item, LossRule::UnusableNumbers);
+  }
+  if (options.points == PointStyle::None) {
+    if (modeOfPoints(canvas) != kNoGlyph) canvas.lose(item, LossRule::PointLeftOut, at);
+    return;
   }
   if (pointsAreHoles(options)) {
     return canvas.hole(item, at, options.pointDrill);

@@ -101,6 +101,15 @@ TEST(ExactPoints, PointsCanBeHolesInBoardsAndPackages) {
   EXPECT_EQ(ExactDrawing(onePoint("4", "4"), options).shapes(), "7 wire 0 (1 2) (1 4) as it is\n");
 }
 
+TEST(ExactPoints, PointsThatAreNotWantedAreNamed) {
+  exact::Options options;
+  options.points = exact::PointStyle::None;
+  const ExactDrawing drawing(onePoint("3", "4"), options);
+  EXPECT_EQ(drawing.shapes(), "");
+  EXPECT_EQ(drawing.losses(), "point-left-out POINT 1 line 21\n");
+  EXPECT_EQ(ExactDrawing(onePoint("1", "4"), options).losses(), "");
+}
+
 TEST(ExactPoints, ModesAndPlacesBeyondAllBoundsAreHarmless) {
   EXPECT_EQ(pointShapes("-7", "4"), "7 dot 0.1 (1 2)\n");
   EXPECT_EQ(pointShapes("1e300", "4"),
