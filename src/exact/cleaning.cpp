@@ -164,7 +164,7 @@ void Cleaning::finish() {
   for (HeldLayer* const layer : order_) {
     if (poll_ != nullptr && poll_->cancelled()) break;
     if (options_.dropDuplicates) dropDuplicates(*layer, measures_, losses_, run);
-    joinOutlines(*layer, options_, measures_, report_, run);
+    joinOutlines(*layer, options_, measures_, losses_, report_, run);
     makeHoles(*layer, options_, measures_);
     handOn(*layer);
     layer->clear();

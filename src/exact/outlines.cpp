@@ -4,12 +4,14 @@
 #include <cmath>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "exact/open_pieces.h"
 #include "geometry/end_filter.h"
 #include "geometry/end_grid.h"
 #include "geometry/joining.h"
 #include "geometry/path_tools.h"
+#include "geometry/twins.h"
 #include "geometry/vectors.h"
 
 namespace quillon::exact {
@@ -22,11 +24,12 @@ constexpr int kMillingLayer = 46;
 /// millions, stay as they are.
 class Joiner {
  public:
-  Joiner(HeldLayer& layer, const Options& options, const Measures& measures, OutlineReport& report,
-         const CleaningRun& run)
+  Joiner(HeldLayer& layer, const Options& options, const Measures& measures, LossList& losses,
+         OutlineReport& report, const CleaningRun& run)
       : layer_(layer),
         options_(options),
         measures_(measures),
+        losses_(losses),
         report_(report),
         stop_(run.stop),
         memory_(run.memory),
@@ -35,8 +38,9 @@ class Joiner {
   void join() {
     // More pieces would take more than a hundred gigabytes; they stay as they are.
     if (!findMeeting() || meeting_.pieces.size() > geometry::kMostPieces) return giveBack();
-    const geometry::JoinedEnds ends = geometry::joinEnds(meeting_.pieces, measures_.join, stop_);
+    geometry::JoinedEnds ends = geometry::joinEnds(meeting_.pieces, measures_.join, stop_);
     if (stop_()) return giveBack();
+    if (options_.dropDuplicates) findTwins(ends);
     std::vector<geometry::Chain> chains = chainsOf(ends);
     if (stop_()) return giveBack();
     report_.joinedEnds += ends.moved;
@@ -47,6 +51,7 @@ class Joiner {
     }
     tidyShapes();
     for (std::size_t i = 0; i < chains.size(); ++i) {
+      if (!twins_.empty() && dropsAsTwin(chains[i])) continue;
       // Past a stop, what is left stays in pieces.
       stop_() ? giveBack(chains[i].pieces) : put(chains[i]);
     }
@@ -136,6 +141,26 @@ class Joiner {
     return chains;
   }
 
+  /// What joining has laid upon others follows nothing, and goes when the ends are known.
+  void findTwins(geometry::JoinedEnds& ends) {
+    twins_ = geometry::twinsOf(meeting_.pieces, ends, measures_.resolution);
+    for (const std::size_t piece : twins_) {
+      ends.points[2 * piece] = ends.points[2 * piece + 1] = geometry::kNoEnd;
+    }
+  }
+
+  /// A twin is a chain of its own.
+  bool dropsAsTwin(const geometry::Chain& chain) {
+    const std::size_t piece = chain.pieces.front();
+    if (!std::binary_search(twins_.begin(), twins_.end(), piece)) return false;
+    const OpenPieces::Place& place = meeting_.places[piece];
+    const Origin origin = layer_.originOf(layer_.segments()[place.index]);
+    losses_.add({LossRule::Duplicate, origin.kind, origin.dxfLayer, origin.line,
+                 endOf(meeting_.pieces[piece], 0)});
+    pieces_.drop(place);
+    return true;
+  }
+
   bool wantsGaps(const std::vector<geometry::Chain>& chains) const {
     if (layer_.number() == kDimensionLayer || layer_.number() == kMillingLayer) return true;
     return pieces_.hasClosed() ||
@@ -171,20 +196,22 @@ class Joiner {
   HeldLayer& layer_;
   const Options& options_;
   const Measures& measures_;
+  LossList& losses_;
   OutlineReport& report_;
   const geometry::StopCheck& stop_;
   geometry::HashMemory& memory_;
   OpenPieces pieces_;
   OpenPieces::EndsKnown known_;
   OpenPieces::Meeting meeting_;
+  std::vector<std::size_t> twins_;  ///< of its pieces, ascending
 };
 
 }  // namespace
 
 void joinOutlines(HeldLayer& layer, const Options& options, const Measures& measures,
-                  OutlineReport& report, const CleaningRun& run) {
+                  LossList& losses, OutlineReport& report, const CleaningRun& run) {
   if (!options.chains && measures.join <= 0.0) return;
-  Joiner(layer, options, measures, report, run).join();
+  Joiner(layer, options, measures, losses, report, run).join();
 }
 
 }  // namespace quillon::exact

@@ -48,9 +48,9 @@ struct CleaningRun {
 /// Leaves out lines, arcs and circles that are drawn twice, wholly or in part.
 void dropDuplicates(HeldLayer& layer, const Measures& measures, LossList& losses,
                     const CleaningRun& run);
-/// Joins ends and chains what follows each other.
+/// Joins ends and chains what follows each other. Leaves out what is drawn twice only then.
 void joinOutlines(HeldLayer& layer, const Options& options, const Measures& measures,
-                  OutlineReport& report, const CleaningRun& run);
+                  LossList& losses, OutlineReport& report, const CleaningRun& run);
 /// Makes holes of circles on the chosen layers.
 void makeHoles(HeldLayer& layer, const Options& options, const Measures& measures);
 

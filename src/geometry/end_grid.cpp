@@ -177,6 +177,7 @@ class EndGrid {
         if (from != to) ++joined.moved;
         joined.largestMove = std::max(joined.largestMove, norm(to - from));
       }
+      joined.movedPieces.push_back(static_cast<std::uint32_t>(i));
       moveEnds(pieces_[i], found_.places[ends[0]].at, found_.places[ends[1]].at);
     }
     return joined;

@@ -15,9 +15,10 @@ struct JoinedEnds {
   /// Of each end; equal numbers are one point, on one layer. kNoEnd for those of pieces without
   /// ends.
   std::vector<std::uint32_t> points;
-  std::size_t pointCount = 0;  ///< all numbers are below it, not each one is used
-  std::size_t moved = 0;       ///< ends that were not exactly there
-  double largestMove = 0.0;    ///< in units of the paths
+  std::size_t pointCount = 0;                ///< all numbers are below it, not each one is used
+  std::size_t moved = 0;                     ///< ends that were not exactly there
+  std::vector<std::uint32_t> movedPieces{};  ///< that have such ends; ascending
+  double largestMove = 0.0;                  ///< in units of the paths
 };
 
 /// Makes ends one point that are at most `tolerance` (units of the paths; 0: equal ends alone) from

@@ -171,6 +171,24 @@ TEST_F(CleaningTest, OfCirclesAroundOnePointTheSmallestIsTheHole) {
   EXPECT_EQ(cleaned(), "20 circle 0 (3 5) +180 (7 5) +180 (3 5)\n20 hole 2 (5 5)\n");
 }
 
+TEST_F(CleaningTest, WhatJoiningLaysUponOthersIsDrawnOnce) {
+  line(0, 0, 10, 0);
+  line(10, 0.008, 0, 0.008);
+  line(10, 0, 10, 5);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (10 0) (10 5)\n");
+  EXPECT_EQ(losses.countOf(exact::LossRule::Duplicate), 1U);
+  EXPECT_EQ(cleaning().report().openChains, 1U);
+  EXPECT_EQ(cleaning().report().gapCount, 2U);
+}
+
+TEST_F(CleaningTest, WhatJoiningLaysUponOthersIsKeptIfWanted) {
+  options.dropDuplicates = false;
+  line(0, 0, 10, 0);
+  line(0, 0.008, 10, 0.008);
+  EXPECT_EQ(cleaned(), "20 wire 0 (0 0) (10 0) (0 0)\n");
+  EXPECT_EQ(losses.countOf(exact::LossRule::Duplicate), 0U);
+}
+
 TEST_F(CleaningTest, EndlessLinesEndALittleOutsideOfEverythingElse) {
   line(0, 0, 100, 100);
   exact::EndlessLine endless{{50, 50}, {1, 0}, true, 0.0};
