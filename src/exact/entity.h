@@ -65,7 +65,7 @@ struct Entity {
   /// The last groups 10, 20, 11 and 21: the ends of a LINE, so that it is not read twice.
   std::array<std::string_view, 4> ends;
 
-  std::string_view layer;     ///< upper-cased; kept
+  std::string_view layer;     ///< upper-cased; kept; "0" for one without
   std::string_view lineType;  ///< upper-cased; kept; "" for BYLAYER
   double lineTypeScale = 1.0;
   int lineWeight = -1;  ///< hundredths of a millimetre; -1 by layer, -2 by block, -3 default

@@ -65,10 +65,11 @@ Entity EntityReader::read(const dxf::DxfEntity& found) {
   if (!found.split.empty()) {
     entity.split = found.split;
     for (const dxf::Group& group : found.split) takeGroup(group);
-    return entity;
+  } else {
+    dxf::GroupCursor groups(dxf::LineCursor(entity.groups, drawing_.lineEnds));
+    for (dxf::Group group; groups.next(group);) takeGroup(group);
   }
-  dxf::GroupCursor groups(dxf::LineCursor(entity.groups, drawing_.lineEnds));
-  for (dxf::Group group; groups.next(group);) takeGroup(group);
+  if (entity.layer.empty()) entity.layer = "0";
   return entity;
 }
 

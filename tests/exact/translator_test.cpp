@@ -200,5 +200,17 @@ TEST(ExactVisibility, UnknownKindsAreNamedWithTheirLine) {
   EXPECT_EQ(ExactDrawing(dxf).losses(), "unknown-kind BODY 2 line 7\n");
 }
 
+TEST(ExactTranslator, EntitiesWithoutALayerAreOnLayerZero) {
+  LayersOfTest layers;
+  layers.numbers = {{"0", 46}, {"A", 21}};
+  DxfBuilder dxf;
+  dxf.beginBlock("B").entity("LINE", {{10, "0"}, {20, "0"}, {11, "1"}, {21, "0"}}).endBlock();
+  dxf.entity("LINE", {{10, "0"}, {20, "0"}, {11, "2"}, {21, "0"}});
+  dxf.entity("LINE", {{8, ""}, {10, "0"}, {20, "0"}, {11, "3"}, {21, "0"}});
+  dxf.entity("INSERT", {{8, "A"}, {2, "B"}, {10, "0"}, {20, "5"}});
+  EXPECT_EQ(ExactDrawing(dxf, {}, layers).shapes(),
+            "46 wire 0 (0 0) (2 0)\n46 wire 0 (0 0) (3 0)\n21 wire 0 (0 5) (1 5)\n");
+}
+
 }  // namespace
 }  // namespace quillon::testing
